@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Contract errors ("design by contract") and the contract report.
+///
+/// Three kinds of failure, each derived directly from std::logic_error so that a host can tell them apart:
+///
+/// | error                     | means |
+/// |---------------------------|-----------------------------------------------------------------------------|
+/// | `dbc::precondition_error` | the caller passed a bad argument | | `dbc::postcondition_error`| the work
+/// could not be done: unreadable input, failed output, failed cleaning | | `dbc::invariant_error`    | an
+/// object of the wrong kind was asked, or holds a value it must never hold  |
+///
+/// A failed check writes one line to standard error, the contract report, and then throws:
+///
+///     ASSERT failed at LibCore/vexaTransferLib/GpxParser.cpp:123
+///
+/// The source named is the public class on whose behalf the check ran. Nothing in the library can switch the
+/// report off; a host that wants a quiet screen redirects its standard error.
+
+#include <common/Export.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace dbc {
+
+/// A caller's argument was refused. `what()` is the message that the operation documents.
+class VEXATRANSFERLIB_API precondition_error : public std::logic_error {
+public:
+    explicit precondition_error(const std::string& message);
+    precondition_error(const precondition_error&) = default;
+    precondition_error& operator=(const precondition_error&) = default;
+    ~precondition_error() override;
+};
+
+/// Input could not be read, output could not be written, or text could not be cleaned.
+class VEXATRANSFERLIB_API postcondition_error : public std::logic_error {
+public:
+    explicit postcondition_error(const std::string& message);
+    postcondition_error(const postcondition_error&) = default;
+    postcondition_error& operator=(const postcondition_error&) = default;
+    ~postcondition_error() override;
+};
+
+/// An operation was asked of an object of the wrong kind, or an object holds a value outside its range.
+class VEXATRANSFERLIB_API invariant_error : public std::logic_error {
+public:
+    explicit invariant_error(const std::string& message);
+    invariant_error(const invariant_error&) = default;
+    invariant_error& operator=(const invariant_error&) = default;
+    ~invariant_error() override;
+};
+
+/// Writes the contract report, "ASSERT failed at SOURCE:LINE" and a line feed, to standard error.
+/// \param source path from the repository root, with its extension
+VEXATRANSFERLIB_API void ReportFailure(const char* source, int line) noexcept;
+
+/// Each writes the contract report and throws the error of its name with \p message as its `what()`.
+[[noreturn]] VEXATRANSFERLIB_API void FailPrecondition(const char* source, int line,
+                                                       const std::string& message);
+[[noreturn]] VEXATRANSFERLIB_API void FailPostcondition(const char* source, int line,
+                                                        const std::string& message);
+[[noreturn]] VEXATRANSFERLIB_API void FailInvariant(const char* source, int line, const std::string& message);
+
+/// Checks: nothing happens while \p holds is true; otherwise the report is written and the error is thrown.
+/// \p source is passed by the caller because `__FILE__` would show the path of the machine that built the
+/// library.
+inline void Require(bool holds, const char* source, const char* message, int line = __builtin_LINE()) {
+    if (!holds)
+        FailPrecondition(source, line, message);
+}
+
+inline void Ensure(bool holds, const char* source, const char* message, int line = __builtin_LINE()) {
+    if (!holds)
+        FailPostcondition(source, line, message);
+}
+
+inline void Invariant(bool holds, const char* source, const char* message, int line = __builtin_LINE()) {
+    if (!holds)
+        FailInvariant(source, line, message);
+}
+
+/// The check that does not throw: writes the report when \p holds is false, and returns \p holds.
+inline bool SoftCheck(bool holds, const char* source, int line = __builtin_LINE()) noexcept {
+    if (!holds)
+        ReportFailure(source, line);
+    return holds;
+}
+
+} // namespace dbc

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include <common/dbc.h>
+
+#include "support/ContractChecks.h"
+
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+
+using vexaTransferLib::testing_support::CaptureStandardError;
+
+namespace {
+
+constexpr char kSource[] = "LibCore/vexaTransferLib/GpxPoint.cpp";
+
+template <class Error>
+constexpr bool kIsALogicErrorOfItsOwn =
+    std::is_base_of_v<std::logic_error, Error> && !std::is_base_of_v<std::invalid_argument, Error> &&
+    !std::is_base_of_v<std::domain_error, Error> && !std::is_base_of_v<std::length_error, Error> &&
+    !std::is_base_of_v<std::out_of_range, Error>;
+
+static_assert(kIsALogicErrorOfItsOwn<dbc::precondition_error>);
+static_assert(kIsALogicErrorOfItsOwn<dbc::postcondition_error>);
+static_assert(kIsALogicErrorOfItsOwn<dbc::invariant_error>);
+static_assert(!std::is_base_of_v<dbc::precondition_error, dbc::postcondition_error>);
+static_assert(!std::is_base_of_v<dbc::precondition_error, dbc::invariant_error>);
+static_assert(!std::is_base_of_v<dbc::postcondition_error, dbc::precondition_error>);
+static_assert(!std::is_base_of_v<dbc::postcondition_error, dbc::invariant_error>);
+static_assert(!std::is_base_of_v<dbc::invariant_error, dbc::precondition_error>);
+static_assert(!std::is_base_of_v<dbc::invariant_error, dbc::postcondition_error>);
+
+// What a statement wrote; its exception, if any, is dropped.
+template <class Action>
+std::string Written(Action action) {
+    return CaptureStandardError([&] {
+        try {
+            action();
+        } catch (const std::logic_error&) {
+        }
+    });
+}
+
+std::string ReportOfLine(int line) {
+    return std::string("ASSERT failed at ") + kSource + ":" + std::to_string(line) + "\n";
+}
+
+} // namespace
+
+TEST(DbcTest, TheMessageIsWhat) {
+    EXPECT_STREQ(dbc::precondition_error("pre").what(), "pre");
+    EXPECT_STREQ(dbc::postcondition_error("post").what(), "post");
+    EXPECT_STREQ(dbc::invariant_error("inv").what(), "inv");
+    EXPECT_STREQ(dbc::precondition_error(std::string()).what(), "");
+}
+
+TEST(DbcTest, ErrorsCanBeCopied) {
+    const dbc::precondition_error pre("pre");
+    const dbc::postcondition_error post("post");
+    const dbc::invariant_error inv("inv");
+    dbc::precondition_error preCopy("");
+    dbc::postcondition_error postCopy("");
+    dbc::invariant_error invCopy("");
+    preCopy = pre;
+    postCopy = post;
+    invCopy = inv;
+    EXPECT_STREQ(dbc::precondition_error(preCopy).what(), "pre");
+    EXPECT_STREQ(dbc::postcondition_error(postCopy).what(), "post");
+    EXPECT_STREQ(dbc::invariant_error(invCopy).what(), "inv");
+}
+
+TEST(DbcTest, ReportNamesSourceAndLine) {
+    EXPECT_EQ(CaptureStandardError([] { dbc::ReportFailure(kSource, 123); }), ReportOfLine(123));
+}
+
+TEST(DbcTest, FailuresReportAndThrowTheErrorOfTheirName) {
+    EXPECT_FAILURE(dbc::FailPrecondition(kSource, 1, "m"), dbc::precondition_error, "m", kSource);
+    EXPECT_FAILURE(dbc::FailPostcondition(kSource, 2, "m"), dbc::postcondition_error, "m", kSource);
+    EXPECT_FAILURE(dbc::FailInvariant(kSource, 3, "m"), dbc::invariant_error, "m", kSource);
+    EXPECT_EQ(Written([] { dbc::FailPrecondition(kSource, 1, "m"); }), ReportOfLine(1));
+    EXPECT_EQ(Written([] { dbc::FailPostcondition(kSource, 2, "m"); }), ReportOfLine(2));
+    EXPECT_EQ(Written([] { dbc::FailInvariant(kSource, 3, "m"); }), ReportOfLine(3));
+}
+
+TEST(DbcTest, ChecksThatHoldAreSilent) {
+    EXPECT_REPORT(dbc::Require(true, kSource, "m"), "");
+    EXPECT_REPORT(dbc::Ensure(true, kSource, "m"), "");
+    EXPECT_REPORT(dbc::Invariant(true, kSource, "m"), "");
+    EXPECT_REPORT(EXPECT_TRUE(dbc::SoftCheck(true, kSource)), "");
+}
+
+TEST(DbcTest, ChecksThatFailThrowTheErrorOfTheirKind) {
+    EXPECT_FAILURE(dbc::Require(false, kSource, "m"), dbc::precondition_error, "m", kSource);
+    EXPECT_FAILURE(dbc::Ensure(false, kSource, "m"), dbc::postcondition_error, "m", kSource);
+    EXPECT_FAILURE(dbc::Invariant(false, kSource, "m"), dbc::invariant_error, "m", kSource);
+}
+
+TEST(DbcTest, SoftCheckReportsAndReturns) {
+    bool result = true;
+    EXPECT_REPORT(result = dbc::SoftCheck(false, kSource), kSource);
+    EXPECT_FALSE(result);
+    EXPECT_TRUE(dbc::SoftCheck(true, kSource));
+}
+
+TEST(DbcTest, TheLineIsTheCallersUnlessGiven) {
+    const int here = __LINE__;
+    EXPECT_EQ(Written([] { dbc::Require(false, kSource, "m"); }), ReportOfLine(here + 1));
+    EXPECT_EQ(Written([] { dbc::Ensure(false, kSource, "m"); }), ReportOfLine(here + 2));
+    EXPECT_EQ(Written([] { dbc::Invariant(false, kSource, "m"); }), ReportOfLine(here + 3));
+    EXPECT_EQ(Written([] { dbc::SoftCheck(false, kSource); }), ReportOfLine(here + 4));
+    EXPECT_EQ(Written([] { dbc::Require(false, kSource, "m", 42); }), ReportOfLine(42));
+}

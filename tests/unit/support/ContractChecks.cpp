@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "support/ContractChecks.h"
+
+#include <exception>
+#include <string_view>
+
+namespace vexaTransferLib::testing_support {
+
+namespace {
+
+bool IsLineNumber(std::string_view text) {
+    return !text.empty() && text.front() != '0' && text.find_first_not_of("0123456789") == text.npos;
+}
+
+testing::AssertionResult HasReport(const std::string& written, const std::string& source) {
+    if (!source.empty())
+        return IsOneReport(written, source);
+    if (written.empty())
+        return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "nothing may be written, but this was: " << written;
+}
+
+} // namespace
+
+std::string CaptureStandardError(const std::function<void()>& action) {
+    testing::internal::CaptureStderr();
+    try {
+        action();
+    } catch (...) {
+        testing::internal::GetCapturedStderr();
+        throw;
+    }
+    return testing::internal::GetCapturedStderr();
+}
+
+testing::AssertionResult IsOneReport(const std::string& text, const std::string& source) {
+    const std::string start = "ASSERT failed at " + source + ":";
+    std::string_view line(text);
+    if (line.starts_with(start) && line.ends_with('\n')) {
+        line.remove_prefix(start.size());
+        line.remove_suffix(1);
+        if (IsLineNumber(line))
+            return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << "expected one report of " << source << ", got: \"" << text << "\"";
+}
+
+testing::AssertionResult Throws(const std::function<void()>& action, const std::type_info& type,
+                                const std::string& message, const std::string& source) {
+    std::string what;
+    const std::type_info* thrown = nullptr;
+    const std::string written = CaptureStandardError([&] {
+        try {
+            action();
+        } catch (const std::exception& exception) {
+            thrown = &typeid(exception);
+            what = exception.what();
+        }
+    });
+    if (thrown == nullptr)
+        return testing::AssertionFailure() << "nothing was thrown; expected \"" << message << "\"";
+    if (*thrown != type)
+        return testing::AssertionFailure()
+               << "thrown: " << thrown->name() << " \"" << what << "\"; expected " << type.name();
+    if (what != message)
+        return testing::AssertionFailure() << "message: \"" << what << "\"; expected \"" << message << "\"";
+    return HasReport(written, source);
+}
+
+testing::AssertionResult ReportsOnly(const std::function<void()>& action, const std::string& source) {
+    try {
+        return HasReport(CaptureStandardError(action), source);
+    } catch (const std::exception& exception) {
+        return testing::AssertionFailure()
+               << "thrown: " << typeid(exception).name() << " \"" << exception.what() << "\"";
+    }
+}
+
+} // namespace vexaTransferLib::testing_support

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <typeinfo>
+
+namespace vexaTransferLib::testing_support {
+
+/// What reached standard error while `action` ran.
+std::string CaptureStandardError(const std::function<void()>& action);
+
+/// True when `text` is exactly one contract report line that names `source` (a path from the repository
+/// root).
+testing::AssertionResult IsOneReport(const std::string& text, const std::string& source);
+
+/// True when `action` throws exactly the given type, with exactly this `what()`, and writes exactly one
+/// contract report that names `source`; an empty `source` means that nothing at all may be written.
+testing::AssertionResult Throws(const std::function<void()>& action, const std::type_info& type,
+                                const std::string& message, const std::string& source);
+
+/// True when `action` does not throw and writes exactly one contract report that names `source`.
+testing::AssertionResult ReportsOnly(const std::function<void()>& action, const std::string& source);
+
+} // namespace vexaTransferLib::testing_support
+
+/// EXPECT_FAILURE(point.SetName(u""), dbc::precondition_error, "The GPX ...",
+/// "LibCore/vexaTransferLib/GpxUtils.cpp");
+#define EXPECT_FAILURE(statement, error, message, source)                                                    \
+    EXPECT_TRUE(vexaTransferLib::testing_support::Throws([&] { static_cast<void>(statement); },              \
+                                                         typeid(error), message, source))
+
+/// EXPECT_REPORT(EXPECT_FALSE(ParseGpxTime("", millis)), "LibCore/vexaTransferLib/GpxUtils.cpp");
+#define EXPECT_REPORT(statement, source)                                                                     \
+    EXPECT_TRUE(vexaTransferLib::testing_support::ReportsOnly([&] { statement; }, source))

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <unicode/unistr.h>
+
+#include <filesystem>
+#include <string>
+
+namespace vexaTransferLib::testing_support {
+
+/// The text as UTF-8: what a failed comparison prints can then be read.
+std::string Utf8(const icu::UnicodeString& text);
+
+/// The bytes of a file; throws when it cannot be read.
+std::string ReadBytes(const std::filesystem::path& path);
+void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
+
+/// The bytes of a file below tests/data.
+std::string ReadTestData(const std::string& name);
+
+/// A new empty folder that goes away with everything in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
+
+private:
+    std::filesystem::path path_;
+};
+
+} // namespace vexaTransferLib::testing_support
