@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/GpxUtils.h>
+
+#include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/OptionalText.h>
+#include <vexaTransferLib/text/TimeText.h>
+#include <vexaTransferLib/writer/TextSink.h>
+
+#include <common/dbc.h>
+
+namespace vexaTransferLib {
+
+icu::UnicodeString EscapeXMLValueString(const icu::UnicodeString& text) {
+    icu::UnicodeString escaped;
+    writer::UnicodeSink(escaped).Escaped(text);
+    return escaped;
+}
+
+void AppendStringElement(icu::UnicodeString& out, const icu::UnicodeString& name,
+                         const icu::UnicodeString& value) {
+    dbc::Require(!name.isEmpty(), text::kGpxUtilsSource, "Cannot write an unnamed XML string element.");
+    if (value.isEmpty())
+        return;
+    // The caller may pass the output itself as name or value; copies share their buffers and cost next to nothing.
+    const icu::UnicodeString heldName(name);
+    const icu::UnicodeString heldValue(value);
+    writer::UnicodeSink sink(out);
+    sink.Ascii("<");
+    sink.Raw(heldName);
+    sink.Ascii(">");
+    sink.Escaped(heldValue);
+    sink.Ascii("</");
+    sink.Raw(heldName);
+    sink.Ascii(">\r\n");
+}
+
+bool GetStringValue(icu::UnicodeString& out, const icu::UnicodeString& value) {
+    return text::CopyText(out, value);
+}
+
+void SetStringValue(const std::string& message, icu::UnicodeString& target, const icu::UnicodeString& value) {
+    text::AssignText(message.c_str(), target, value);
+}
+
+bool ReadLongFromString(long& out, const char* text, unsigned long length, long min, long max) {
+    return text::ReadLongField(out, text, length, min, max);
+}
+
+unsigned long ReadAndScaleDoubleFromString(long& out, const char* text, double scale) {
+    return text::ReadFraction(out, text, scale);
+}
+
+bool ParseGpxTime(const std::string& text, double& millis) {
+    return text::ReadTime(text, millis);
+}
+
+icu::UnicodeString ToGpxTime(icu::Calendar* calendar) {
+    icu::UnicodeString result;
+    if (!dbc::SoftCheck(calendar != nullptr, text::kGpxUtilsSource))
+        return result;
+    UErrorCode status = U_ZERO_ERROR;
+    const UDate millis = calendar->getTime(status);
+    if (U_SUCCESS(status))
+        writer::UnicodeSink(result).Ascii(text::TimeText(millis, text::YearDigits::kFour).View());
+    return result;
+}
+
+} // namespace vexaTransferLib

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace vexaTransferLib::text {
+
+/// A number in fixed notation with a full stop, whatever the C locale: what `printf("%.*f")` writes in the
+/// classic one.
+class FixedText {
+public:
+    FixedText(double number, int decimals);
+    std::string_view View() const { return {buffer_.data(), length_}; }
+
+private:
+    // -DBL_MAX has a sign and 309 digits before the point.
+    std::array<char, 352> buffer_;
+    std::size_t length_;
+};
+
+/// What `strtod` of the classic locale makes of a zero-terminated text. Returns the end of what was read.
+const char* ReadDouble(const char* text, double& number);
+
+/// What a 32-bit `strtol` in base 10 makes of a zero-terminated text: saturates, never wraps.
+std::int32_t ReadInt32(const char* text);
+
+} // namespace vexaTransferLib::text

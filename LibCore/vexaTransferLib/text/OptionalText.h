@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/text/ContractSources.h>
+
+#include <common/dbc.h>
+
+#include <unicode/unistr.h>
+
+#include <new>
+
+namespace vexaTransferLib::text {
+
+/// The body of every getter of an optional text: an empty one is absent.
+inline bool CopyText(icu::UnicodeString& out, const icu::UnicodeString& value) {
+    if (value.isEmpty())
+        return false;
+    out = value;
+    return true;
+}
+
+/// The body of every setter of an optional text. The message is no std::string because one would be built on
+/// every call. A copy that ICU could not hold is bogus; the target is only touched by one that stands.
+inline void AssignText(const char* message, icu::UnicodeString& target, const icu::UnicodeString& value) {
+    dbc::Require(!value.isEmpty(), kGpxUtilsSource, message);
+    icu::UnicodeString copy(value);
+    if (copy.isBogus())
+        throw std::bad_alloc();
+    target.swap(copy);
+}
+
+} // namespace vexaTransferLib::text

@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/text/TimeText.h>
+
+#include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/NumberText.h>
+
+#include <common/dbc.h>
+
+#include <unicode/gregocal.h>
+#include <unicode/timezone.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace vexaTransferLib::text {
+
+namespace {
+
+constexpr std::int64_t kMillisPerSecond = 1000;
+constexpr std::int64_t kMillisPerMinute = 60 * kMillisPerSecond;
+constexpr std::int64_t kMillisPerHour = 60 * kMillisPerMinute;
+constexpr std::int64_t kMillisPerDay = 24 * kMillisPerHour;
+
+// Within these bounds the proleptic arithmetic below and ICU's calendar agree; before, ICU counts Julian
+// dates.
+constexpr double kFirstGregorianMillis = -12219292800000.0;
+constexpr double kLastArithmeticMillis = 1.8e17;
+
+struct CivilTime {
+    std::int64_t year;
+    int month;
+    int day;
+    int hour;
+    int minute;
+    int second;
+};
+
+// Days from 1970-01-01 to a date of the Gregorian calendar and back, by eras of 400 years that begin in
+// March.
+constexpr std::int64_t kDaysPerEra = 146097;
+constexpr std::int64_t kDaysToEpoch = 719468;
+
+std::int64_t DaysFromCivil(std::int64_t year, int month, int day) {
+    year -= month <= 2 ? 1 : 0;
+    const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
+    const std::int64_t yearOfEra = year - era * 400;
+    const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+    return era * kDaysPerEra + dayOfEra - kDaysToEpoch;
+}
+
+CivilTime CivilFromMillis(double millis) {
+    const auto whole = static_cast<std::int64_t>(std::floor(millis));
+    std::int64_t days = whole / kMillisPerDay;
+    std::int64_t rest = whole % kMillisPerDay;
+    if (rest < 0) {
+        rest += kMillisPerDay;
+        --days;
+    }
+    days += kDaysToEpoch;
+    const std::int64_t era = (days >= 0 ? days : days - (kDaysPerEra - 1)) / kDaysPerEra;
+    const std::int64_t dayOfEra = days - era * kDaysPerEra;
+    const std::int64_t yearOfEra =
+        (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / (kDaysPerEra - 1)) / 365;
+    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    const std::int64_t shiftedMonth = (5 * dayOfYear + 2) / 153;
+
+    CivilTime civil = {};
+    civil.day = static_cast<int>(dayOfYear - (153 * shiftedMonth + 2) / 5 + 1);
+    civil.month = static_cast<int>(shiftedMonth < 10 ? shiftedMonth + 3 : shiftedMonth - 9);
+    civil.year = yearOfEra + era * 400 + (civil.month <= 2 ? 1 : 0);
+    civil.hour = static_cast<int>(rest / kMillisPerHour);
+    civil.minute = static_cast<int>(rest / kMillisPerMinute % 60);
+    civil.second = static_cast<int>(rest / kMillisPerSecond % 60);
+    return civil;
+}
+
+// The locale is fixed: the default one may count other years. False for a NaN, which no calendar takes.
+bool CivilFromCalendar(double millis, CivilTime& civil) {
+    UErrorCode status = U_ZERO_ERROR;
+    icu::GregorianCalendar calendar(*icu::TimeZone::getGMT(), icu::Locale::getUS(), status);
+    calendar.setTime(millis, status);
+    civil.year = calendar.get(UCAL_YEAR, status);
+    civil.month = calendar.get(UCAL_MONTH, status) + 1;
+    civil.day = calendar.get(UCAL_DAY_OF_MONTH, status);
+    civil.hour = calendar.get(UCAL_HOUR_OF_DAY, status);
+    civil.minute = calendar.get(UCAL_MINUTE, status);
+    civil.second = calendar.get(UCAL_SECOND, status);
+    return U_SUCCESS(status);
+}
+
+// What is left of a time text. Never points past the zero that ends it.
+class TimeReader {
+public:
+    explicit TimeReader(const std::string& text) : next_(text.data()), end_(text.data() + text.size()) {}
+
+    std::ptrdiff_t Remaining() const { return end_ - next_; }
+    bool AtEnd() const { return next_ == end_; }
+    char Peek() const { return *next_; }
+
+    bool Skip(char expected) {
+        if (AtEnd() || *next_ != expected)
+            return false;
+        ++next_;
+        return true;
+    }
+
+    // A field may reach over the end of the text by the terminating zero, which `strtol` takes for its end.
+    bool Field(long& out, unsigned long length, long min, long max) {
+        if (!ReadLongField(out, next_, length, min, max))
+            return false;
+        next_ += std::min<std::ptrdiff_t>(Remaining(), static_cast<std::ptrdiff_t>(length));
+        return true;
+    }
+
+    bool Fraction(long& out, double scale) {
+        const unsigned long digits = ReadFraction(out, next_, scale);
+        next_ += digits;
+        return digits > 0;
+    }
+
+private:
+    const char* next_;
+    const char* end_;
+};
+
+struct TimeFields {
+    long year = 0;
+    long month = 0;
+    long day = 0;
+    long hour = 0;
+    long minute = 0;
+    long second = 0;
+    long millis = 0;
+    long extraSeconds = 0;
+    long offsetMinutes = 0;
+};
+
+bool ReadDate(TimeReader& text, TimeFields& fields) {
+    if (!text.Field(fields.year, 4, 1970, 9999))
+        return false;
+    text.Skip('-');
+    if (text.Remaining() < 4 || !text.Field(fields.month, 2, 1, 12))
+        return false;
+    text.Skip('-');
+    return text.Remaining() >= 4 && text.Field(fields.day, 2, 1, 31);
+}
+
+bool ReadSeconds(TimeReader& text, TimeFields& fields) {
+    if (text.Remaining() < 2)
+        return true;
+    if (!text.Field(fields.second, 2, 0, 59))
+        return false;
+    return !text.Skip('.') || text.Fraction(fields.millis, 1000.0);
+}
+
+bool ReadMinutes(TimeReader& text, TimeFields& fields) {
+    if (text.Remaining() < 2)
+        return true;
+    if (!text.Field(fields.minute, 2, 0, 59))
+        return false;
+    if (!text.Skip(':') && text.Skip('.'))
+        return text.Fraction(fields.extraSeconds, 60.0);
+    return ReadSeconds(text, fields);
+}
+
+bool ReadClock(TimeReader& text, TimeFields& fields) {
+    if (!text.Skip('T') || !text.Field(fields.hour, 2, 0, 24))
+        return false;
+    if (!text.Skip(':') && text.Skip('.'))
+        return text.Fraction(fields.extraSeconds, 3600.0);
+    return ReadMinutes(text, fields);
+}
+
+// What follows "Z" or a complete offset does not matter.
+bool ReadZone(TimeReader& text, TimeFields& fields) {
+    if (text.AtEnd() || text.Peek() == 'Z')
+        return true;
+    const char sign = text.Peek();
+    if ((sign != '+' && sign != '-') || text.Remaining() < 3)
+        return false;
+    text.Skip(sign);
+    long hours = 0;
+    long minutes = 0;
+    if (!text.Field(hours, 2, 0, 24))
+        return false;
+    text.Skip(':');
+    if (text.Remaining() >= 2 && !text.Field(minutes, 2, 0, 59))
+        return false;
+    fields.offsetMinutes = (sign == '-' ? -1 : 1) * (hours * 60 + minutes);
+    return true;
+}
+
+// Lenient: days past the end of the month, hour 24 and 1000 ms run on.
+double ToMillis(const TimeFields& fields) {
+    const std::int64_t days = DaysFromCivil(fields.year, static_cast<int>(fields.month), 1) + fields.day - 1;
+    return static_cast<double>(days * kMillisPerDay + fields.hour * kMillisPerHour +
+                               (fields.minute - fields.offsetMinutes) * kMillisPerMinute +
+                               (fields.second + fields.extraSeconds) * kMillisPerSecond + fields.millis);
+}
+
+} // namespace
+
+TimeText::TimeText(double millis, YearDigits yearDigits) {
+    CivilTime civil = {};
+    if (millis >= kFirstGregorianMillis && millis <= kLastArithmeticMillis)
+        civil = CivilFromMillis(millis);
+    else if (!CivilFromCalendar(millis, civil))
+        return;
+    const int yearWidth = yearDigits == YearDigits::kFour ? 4 : 1;
+    const int length = std::snprintf(buffer_.data(), buffer_.size(), "%.*lld-%.2d-%.2dT%.2d:%.2d:%.2dZ",
+                                     yearWidth, static_cast<long long>(civil.year), civil.month, civil.day,
+                                     civil.hour, civil.minute, civil.second);
+    length_ = static_cast<std::size_t>(length);
+}
+
+bool ReadLongField(long& out, const char* text, unsigned long length, long min, long max) {
+    char field[32] = {};
+    if (!dbc::SoftCheck(text != nullptr && length < sizeof field, kGpxUtilsSource))
+        return false;
+    std::strncpy(field, text, length);
+    char* stop = nullptr;
+    const long read = std::strtol(field, &stop, 10);
+    if (*stop != '\0' || read < min || read > max)
+        return false;
+    out = read;
+    return true;
+}
+
+unsigned long ReadFraction(long& out, const char* text, double scale) {
+    constexpr std::size_t kLimit = 30;
+    if (!dbc::SoftCheck(text != nullptr && std::strlen(text) < kLimit, kGpxUtilsSource))
+        return 0;
+    char fraction[kLimit + 2] = "0.";
+    const std::size_t digits = std::strspn(text, "0123456789");
+    if (digits == 0)
+        return 0;
+    std::memcpy(fraction + 2, text, digits);
+    fraction[2 + digits] = '\0';
+    double value = 0.0;
+    ReadDouble(fraction, value);
+    // The bounds only matter to a caller with a scale of its own: the library's are 60 to 3600.
+    constexpr double kLongBound = 9.2e18;
+    out = static_cast<long>(std::fmin(std::fmax(value * scale + 0.5, -kLongBound), kLongBound));
+    return digits;
+}
+
+bool ReadTime(const std::string& text, double& millis) {
+    constexpr std::size_t kLongestRefused = 10;
+    if (!dbc::SoftCheck(!text.empty(), kGpxUtilsSource) || text.size() <= kLongestRefused)
+        return false;
+    TimeReader reader(text);
+    TimeFields fields;
+    if (!ReadDate(reader, fields) || !ReadClock(reader, fields) || !ReadZone(reader, fields))
+        return false;
+    millis = ToMillis(fields);
+    return true;
+}
+
+} // namespace vexaTransferLib::text

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vexaTransferLib::text {
+
+/// How years below 1000 are written: a point's own time writes the bare number, all other times four digits.
+enum class YearDigits { kBare, kFour };
+
+/// GPX time text of milliseconds since 1970 UTC, whole seconds, in the Gregorian calendar (Julian before
+/// 1582-10-15, as ICU has it) with ASCII digits. Empty for a NaN.
+class TimeText {
+public:
+    TimeText(double millis, YearDigits yearDigits);
+    std::string_view View() const { return {buffer_.data(), length_}; }
+
+private:
+    std::array<char, 64> buffer_;
+    std::size_t length_ = 0;
+};
+
+/// See the public functions of the same names in GpxUtils.h.
+bool ReadLongField(long& out, const char* text, unsigned long length, long min, long max);
+unsigned long ReadFraction(long& out, const char* text, double scale);
+bool ReadTime(const std::string& text, double& millis);
+
+} // namespace vexaTransferLib::text

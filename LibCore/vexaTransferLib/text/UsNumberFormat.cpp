@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/text/UsNumberFormat.h>
+
+#include <vexaTransferLib/text/ContractSources.h>
+
+#include <common/dbc.h>
+
+#include <unicode/fieldpos.h>
+#include <unicode/fmtable.h>
+#include <unicode/parsepos.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+namespace vexaTransferLib::text {
+
+namespace {
+
+constexpr std::int32_t kParsedUnits = 400;
+
+// Without the status ICU would give an empty text when its memory runs out.
+template <class Number>
+icu::UnicodeString FormatWith(icu::NumberFormat& format, Number number) {
+    icu::UnicodeString text;
+    icu::FieldPosition ignored(icu::FieldPosition::DONT_CARE);
+    UErrorCode status = U_ZERO_ERROR;
+    format.format(number, text, ignored, status);
+    if (U_FAILURE(status) || text.isBogus())
+        throw std::bad_alloc();
+    return text;
+}
+
+} // namespace
+
+UsNumberFormat::UsNumberFormat() = default;
+UsNumberFormat::~UsNumberFormat() = default;
+
+icu::NumberFormat& UsNumberFormat::Get() {
+    if (!format_) {
+        UErrorCode status = U_ZERO_ERROR;
+        format_.reset(icu::NumberFormat::createInstance(icu::Locale::getUS(), status));
+        // Without ICU's own data no number can be read or written; there is nothing to go on with.
+        if (!dbc::SoftCheck(format_ != nullptr, kGpxUtilsSource))
+            std::abort();
+    }
+    return *format_;
+}
+
+icu::UnicodeString UsNumberFormat::Format(std::int32_t number) {
+    return FormatWith(Get(), number);
+}
+
+icu::UnicodeString UsNumberFormat::Format(double number) {
+    return FormatWith(Get(), number);
+}
+
+std::int32_t UsNumberFormat::ParseInteger(const icu::UnicodeString& text) {
+    icu::Formattable number;
+    icu::ParsePosition position(0);
+    Get().parse(text.tempSubString(0, kParsedUnits), number, position);
+    // ICU casts a NaN to an integer, which C++ leaves undefined; this is what the cast gives here.
+    if (number.getType() == icu::Formattable::kDouble && std::isnan(number.getDouble()))
+        return std::numeric_limits<std::int32_t>::min();
+    UErrorCode ignored = U_ZERO_ERROR;
+    return number.getLong(ignored);
+}
+
+} // namespace vexaTransferLib::text

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/writer/TextSink.h>
+
+#include <vexaTransferLib/text/NumberText.h>
+
+#include <common/dbc.h>
+
+#include <algorithm>
+#include <array>
+
+namespace vexaTransferLib::writer {
+
+namespace {
+
+// The entity for a character, or an empty text for one that stands for itself.
+std::u16string_view EntityOf(char16_t unit) {
+    switch (unit) {
+    case u'"':
+        return u"&quot;";
+    case u'&':
+        return u"&amp;";
+    case u'\'':
+        return u"&apos;";
+    case u'<':
+        return u"&lt;";
+    case u'>':
+        return u"&gt;";
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+void TextSink::Fixed(double number, int decimals) {
+    Ascii(text::FixedText(number, decimals).View());
+}
+
+void UnicodeSink::Ascii(std::string_view text) {
+    std::array<char16_t, 256> units;
+    while (!text.empty()) {
+        const std::size_t count = std::min(text.size(), units.size());
+        std::copy_n(text.begin(), count, units.begin());
+        out_.append(units.data(), static_cast<std::int32_t>(count));
+        text.remove_prefix(count);
+    }
+}
+
+// Runs between the special characters are appended whole: escaping in place is quadratic.
+void UnicodeSink::Escaped(const icu::UnicodeString& text) {
+    const char16_t* const units = text.getBuffer();
+    const std::int32_t length = text.length();
+    std::int32_t runStart = 0;
+    for (std::int32_t i = 0; i < length; ++i) {
+        const std::u16string_view entity = EntityOf(units[i]);
+        if (entity.empty())
+            continue;
+        out_.append(units, runStart, i - runStart);
+        out_.append(entity.data(), static_cast<std::int32_t>(entity.size()));
+        runStart = i + 1;
+    }
+    out_.append(units, runStart, length - runStart);
+}
+
+void RequireHeld(const icu::UnicodeString& text, const char* source, int line) {
+    dbc::Ensure(!text.isBogus(), source, "The GPX text is too large to be held in memory.", line);
+}
+
+} // namespace vexaTransferLib::writer

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/text/NumberText.h>
+
+#include "support/LocaleScopes.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <random>
+#include <string>
+
+using vexaTransferLib::testing_support::CLocaleScope;
+using vexaTransferLib::text::FixedText;
+using vexaTransferLib::text::ReadDouble;
+using vexaTransferLib::text::ReadInt32;
+
+namespace {
+
+constexpr double kMax = std::numeric_limits<double>::max();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+std::string Fixed(double number, int decimals) {
+    return std::string(FixedText(number, decimals).View());
+}
+
+std::string Printed(double number, int decimals) {
+    std::array<char, 400> buffer = {};
+    std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, number);
+    return buffer.data();
+}
+
+// The bits, so that -0 and the kinds of NaN differ.
+std::uint64_t Bits(double number) {
+    return std::bit_cast<std::uint64_t>(number);
+}
+
+void ExpectReadAsStrtod(const std::string& text) {
+    char* expectedEnd = nullptr;
+    const double expected = std::strtod(text.c_str(), &expectedEnd);
+    double number = 77.0;
+    const char* const end = ReadDouble(text.c_str(), number);
+    EXPECT_EQ(end - text.c_str(), expectedEnd - text.c_str()) << "\"" << text << "\"";
+    // The payload of a NaN has no meaning here.
+    EXPECT_EQ(std::isnan(number), std::isnan(expected)) << "\"" << text << "\"";
+    EXPECT_EQ(std::signbit(number), std::signbit(expected)) << "\"" << text << "\"";
+    if (!std::isnan(expected)) {
+        EXPECT_EQ(Bits(number), Bits(expected)) << "\"" << text << "\"";
+    }
+}
+
+} // namespace
+
+TEST(NumberTextTest, FixedHasTheDecimalsAndAFullStop) {
+    const struct {
+        double number;
+        int decimals;
+        const char* expected;
+        const char* reason;
+    } rows[] = {
+        {45.5, 9, "45.500000000", "padded with zeros"},
+        {-122.25, 9, "-122.250000000", "sign"},
+        {0.0, 6, "0.000000", "zero"},
+        {-0.0, 6, "-0.000000", "negative zero keeps its sign"},
+        {-1e-12, 9, "-0.000000000", "too small for the decimals, but negative"},
+        {0.5, 0, "0", "a tie goes to the even digit"},
+        {1.5, 0, "2", "a tie goes to the even digit"},
+        {0.125, 2, "0.12", "a tie goes to the even digit"},
+        {0.375, 2, "0.38", "a tie goes to the even digit"},
+        {1.0000005, 6, "1.000001", "the double lies just above the tie"},
+        {0.9999999999, 9, "1.000000000", "carries over"},
+        {1e15 + 0.3, 1, "1000000000000000.2", "the nearest double, exactly"},
+        {1e22, 0, "10000000000000000000000", "no exponent"},
+        {5e-324, 9, "0.000000000", "subnormal"},
+        {kInfinity, 6, "inf", "as printf has it"},
+        {-kInfinity, 6, "-inf", "as printf has it"},
+        {kNan, 6, "nan", "as printf has it"},
+        {std::copysign(kNan, -1.0), 6, "-nan", "as printf has it"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Fixed(row.number, row.decimals), row.expected) << row.reason;
+        EXPECT_EQ(Printed(row.number, row.decimals), row.expected) << row.reason;
+    }
+}
+
+TEST(NumberTextTest, FixedHoldsTheLongestNumber) {
+    EXPECT_EQ(Fixed(-kMax, 6).size(), 317U);
+    EXPECT_EQ(Fixed(-kMax, 6), Printed(-kMax, 6));
+    EXPECT_EQ(Fixed(-kMax, 9), Printed(-kMax, 9));
+}
+
+TEST(NumberTextTest, FixedEqualsPrintfOnAnyDouble) {
+    std::mt19937_64 random(20090115);
+    std::uniform_real_distribution<double> degrees(-180.0, 180.0);
+    for (int i = 0; i < 50000; ++i) {
+        const double anyBits = std::bit_cast<double>(random());
+        const double tie = static_cast<double>(static_cast<std::int64_t>(random() % 4000000000U)) / 1024.0;
+        const double subnormal = std::bit_cast<double>(random() >> 12U);
+        for (const double number : {anyBits, degrees(random), tie, subnormal}) {
+            ASSERT_EQ(Fixed(number, 9), Printed(number, 9)) << std::hexfloat << number;
+            ASSERT_EQ(Fixed(number, 6), Printed(number, 6)) << std::hexfloat << number;
+        }
+    }
+}
+
+TEST(NumberTextTest, ReadsWhatStrtodReads) {
+    for (const char* text : {"",
+                             "0",
+                             "-0",
+                             "+0",
+                             "12",
+                             "12.5",
+                             "-12.5",
+                             "+12.5",
+                             " 12",
+                             "\t\n\v\f\r1",
+                             "12 ",
+                             "12abc",
+                             "abc",
+                             ".",
+                             ".5",
+                             "5.",
+                             "-",
+                             "+",
+                             "- 1",
+                             "--1",
+                             "+-1",
+                             "1e3",
+                             "1E+3",
+                             "1e-3",
+                             "1e",
+                             "1e+",
+                             "1e400",
+                             "-1e400",
+                             "1e-400",
+                             "-1e-400",
+                             "4.9e-324",
+                             "2e-324",
+                             "0x1F",
+                             "0x1.8p3",
+                             "0x",
+                             "0xg",
+                             "-0x1p-3",
+                             "inf",
+                             "INFINITY",
+                             "-inf",
+                             "infinit",
+                             "nan",
+                             "NaN",
+                             "-nan",
+                             "nan(123)",
+                             "nan(",
+                             "1,5",
+                             "1.5.5",
+                             "1.7976931348623159e308",
+                             "2.2250738585072011e-308",
+                             "00012",
+                             "1_000",
+                             "\xD9\xA1",
+                             "\xC2\xA0"
+                             "1",
+                             "123456789012345678901234567890",
+                             "0.1000000000000000055511151231257827021181583404541015625"}) {
+        ExpectReadAsStrtod(text);
+    }
+}
+
+TEST(NumberTextTest, ReadsWhatStrtodReadsOfRandomTexts) {
+    constexpr char kAlphabet[] = "0123456789.+-eExX infa";
+    std::mt19937 random(1);
+    std::uniform_int_distribution<std::size_t> length(0, 12);
+    std::uniform_int_distribution<std::size_t> letter(0, sizeof kAlphabet - 2);
+    for (int i = 0; i < 100000; ++i) {
+        std::string text(length(random), ' ');
+        for (char& character : text)
+            character = kAlphabet[letter(random)];
+        ExpectReadAsStrtod(text);
+    }
+}
+
+TEST(NumberTextTest, ReadsBackEveryDouble) {
+    std::mt19937_64 random(2);
+    for (int i = 0; i < 20000; ++i) {
+        const double number = std::bit_cast<double>(random());
+        if (std::isnan(number))
+            continue;
+        std::array<char, 40> text = {};
+        std::snprintf(text.data(), text.size(), "%.17g", number);
+        double read = 0.0;
+        EXPECT_EQ(*ReadDouble(text.data(), read), '\0');
+        EXPECT_EQ(Bits(read), Bits(number)) << text.data();
+    }
+}
+
+TEST(NumberTextTest, NoCLocaleShows) {
+    const CLocaleScope german("de_DE.UTF-8");
+    if (!german.IsInstalled())
+        GTEST_SKIP() << "the locale de_DE.UTF-8 is not installed";
+    ASSERT_EQ(Printed(1.5, 1), "1,5") << "the locale has no effect here";
+    EXPECT_EQ(Fixed(1234567.5, 6), "1234567.500000");
+    for (const char* text : {"1.5", " 1.5", "+1.5", "1.5x"}) {
+        double number = 0.0;
+        ReadDouble(text, number);
+        EXPECT_EQ(number, 1.5) << text;
+    }
+    double number = 0.0;
+    EXPECT_STREQ(ReadDouble("1,5", number), ",5");
+    EXPECT_EQ(number, 1.0);
+}
+
+TEST(NumberTextTest, IntegersSaturateAt32Bits) {
+    constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+    const struct {
+        const char* text;
+        std::int32_t expected;
+        const char* reason;
+    } rows[] = {
+        {"0", 0, "zero"},
+        {"12", 12, "plain"},
+        {"-12", -12, "sign"},
+        {"+12", 12, "sign"},
+        {" \t\n12", 12, "blanks before"},
+        {"12,345", 12, "ends at the first other character"},
+        {"12.9", 12, "no fraction"},
+        {"010", 10, "never octal"},
+        {"0x10", 0, "never hexadecimal"},
+        {"", 0, "nothing"},
+        {"abc", 0, "no number"},
+        {"- 1", 0, "no number"},
+        {"2147483647", kHighest, "the highest"},
+        {"2147483648", kHighest, "one above"},
+        {"4294967296", kHighest, "0 if it wrapped"},
+        {"4294967297", kHighest, "1 if it wrapped"},
+        {"3000000000", kHighest, "negative if it wrapped"},
+        {"99999999999999999999", kHighest, "beyond 64 bits"},
+        {"-2147483648", kLowest, "the lowest"},
+        {"-2147483649", kLowest, "one below"},
+        {"-99999999999999999999", kLowest, "beyond 64 bits"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(ReadInt32(row.text), row.expected) << row.text << ": " << row.reason;
+}
