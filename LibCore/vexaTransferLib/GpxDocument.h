@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// The whole content of one GPX file in memory, and its output.
+
+#include <common/Export.h>
+#include <common/UnicodeStrUtils.h>
+#include <vexaTransferLib/GpxPoint.h>
+#include <vexaTransferLib/GpxRoute.h>
+#include <vexaTransferLib/GpxTrack.h>
+#include <vexaTransferLib/GpxVersion.h>
+
+#include <boost/shared_ptr.hpp>
+#include <unicode/unistr.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vexaTransferLib {
+
+namespace writer {
+class TextSink;
+}
+
+/// Vendor metadata: the file as a layer of a mapping application.
+struct VEXATRANSFERLIB_API GISMetaData {
+    icu::UnicodeString layerKey;
+    icu::UnicodeString layerName;
+    icu::UnicodeString form;
+    std::int32_t defaultSymbol = 1;
+};
+
+/// Vendor metadata: the identifiers of the file's track and waypoint.
+struct VEXATRANSFERLIB_API AnnotateMetaData {
+    icu::UnicodeString trackGUID;
+    icu::UnicodeString waypointGUID;
+};
+
+/// Vendor metadata: the file's summary as the file states it. The library neither counts nor measures.
+struct VEXATRANSFERLIB_API GPXStats {
+    std::int32_t wptcount = 0;
+    std::int32_t trkcount = 0;
+    std::int32_t trksegcount = 0;
+    double trktotalkm = 0.0;         ///< kilometres
+    std::int32_t geocachecount = -1; ///< -1 when the file states none
+};
+
+/// Waypoints, routes and tracks in file order, the document's name and time, and the vendor's metadata
+/// records.
+///
+/// A host adds points, routes and tracks and writes the document, or has a GpxParser fill one. Name, time and
+/// the metadata records come from a file only; they have no setters. Lists only grow; Clear empties them.
+///
+/// Copies are deep, except that they share the three metadata records. Moves do not throw. An operation that
+/// throws leaves the document unchanged. Const operations, the output among them, may run on several threads
+/// at once.
+///
+///     GpxDocument document;
+///     document.AddWaypoint(GpxPoint(kGpxWaypoint, 47.5, -122.25));
+///     document.WriteToFile(GpxVersion::GetLatestVersion(), "MyApp", "https://example.org/", "out.gpx");
+class VEXATRANSFERLIB_API GpxDocument {
+public:
+    typedef std::vector<GpxPoint> Waypoints;
+    typedef std::vector<GpxRoute> Routes;
+    typedef std::vector<GpxTrack> Tracks;
+    typedef Waypoints::const_iterator WaypointIterator;
+    typedef Routes::const_iterator RouteIterator;
+    typedef Tracks::const_iterator TrackIterator;
+
+    GpxDocument();
+    GpxDocument(const GpxDocument&) = default;
+    GpxDocument(GpxDocument&&) noexcept = default;
+    GpxDocument& operator=(const GpxDocument& other);
+    GpxDocument& operator=(GpxDocument&&) noexcept = default;
+    virtual ~GpxDocument();
+
+    /// Each appends a copy, or the object itself when it is an rvalue. Amortised constant time; iterators of
+    /// the list become invalid. \throws dbc::precondition_error "Only waypoints can be added the GPX waypoint
+    /// list."
+    void AddWaypoint(const GpxPoint& point);
+    void AddWaypoint(GpxPoint&& point);
+    void AddRoute(const GpxRoute& route);
+    void AddRoute(GpxRoute&& route);
+    void AddTrack(const GpxTrack& track);
+    void AddTrack(GpxTrack&& track);
+
+    /// Back to the state of a new document. Other documents keep the metadata records that they share.
+    void Clear();
+
+    WaypointIterator GetWaypointIter() const;
+    WaypointIterator GetWaypointEndIter() const;
+    std::size_t GetWaypointCount() const;
+
+    RouteIterator GetRouteIter() const;
+    RouteIterator GetRouteEndIter() const;
+    std::size_t GetRouteCount() const;
+
+    TrackIterator GetTrackIter() const;
+    TrackIterator GetTrackEndIter() const;
+    std::size_t GetTrackCount() const;
+
+    /// Milliseconds since 1970-01-01T00:00:00 UTC; false, and \p time untouched, when the time is exactly 0:
+    /// the epoch itself cannot be a document's time.
+    bool GetDocumentTime(double& time) const;
+
+    /// True when any of the three metadata records is present.
+    bool HasExtensionData() const;
+    /// True when the document has a name or any metadata record: it is then written with a `metadata`
+    /// element.
+    bool HasMetaData() const;
+
+    /// The document as GPX text in UTF-8, without a byte order mark. The text does not depend on any locale.
+    ///
+    /// Both versions are written in the namespace of GPX 1.1; only the `version` attribute differs, and the
+    /// readers and writers of points, links, routes and tracks. (GpxParser takes elements only in the
+    /// namespace of the file's own version: from a file written as 1.0 it reads no waypoint, route or track.)
+    /// Layer name and key, form, GUIDs and form keys are written unescaped: with "<" or "&" in them the text
+    /// is ill-formed.
+    ///
+    /// \throws dbc::precondition_error, in this order: "Cannot write to unknown GPX schema version.", "The
+    ///         application name is required to write a GPX document.", "The application URL is required to
+    ///         write a GPX document."
+    /// \throws dbc::invariant_error what the points and routes throw
+    /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."
+    /// \throws std::runtime_error "Unable to convert the UnicodeString." when the bytes exceed INT32_MAX - 4
+    UnicodeStrUtils::ByteString GetAsByteString(const GpxVersion& version,
+                                                const icu::UnicodeString& applicationName,
+                                                const icu::UnicodeString& applicationUrl) const;
+
+    /// Assigns the text of GetAsByteString to \p out, up to the first zero byte (a U+0000 in the document
+    /// ends it). Throws what GetAsByteString throws; \p out is then unchanged.
+    void WriteToString(const GpxVersion& version, const icu::UnicodeString& applicationName,
+                       const icu::UnicodeString& applicationUrl, std::string& out) const;
+
+    /// Writes the bytes of GetAsByteString to a file, which is created or truncated. The name is converted to
+    /// ICU's default code page. Nothing is touched until all bytes stand; a file whose writing failed is left
+    /// as far as it got. When this returns, every byte has been handed to the operating system.
+    ///
+    /// \throws what GetAsByteString throws, before the file is touched
+    /// \throws dbc::postcondition_error "Unable to create the GPX file. Target could be write protected or
+    /// full."
+    ///         and "Unable to write the GPX file. Target could be write protected or full."
+    void WriteToFile(const GpxVersion& version, const icu::UnicodeString& applicationName,
+                     const icu::UnicodeString& applicationUrl, const icu::UnicodeString& fileName) const;
+
+private:
+    friend class GpxModelAccess;
+
+    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, const icu::UnicodeString& applicationName,
+                                        const icu::UnicodeString& applicationUrl,
+                                        writer::TextSink& sink) const;
+    VEXATRANSFERLIB_LOCAL void AppendHeader(const GpxVersion& version,
+                                            const icu::UnicodeString& applicationName,
+                                            const icu::UnicodeString& applicationUrl,
+                                            writer::TextSink& sink) const;
+    VEXATRANSFERLIB_LOCAL void AppendMetaData(writer::TextSink& sink) const;
+    VEXATRANSFERLIB_LOCAL void AppendExtensionData(writer::TextSink& sink) const;
+    VEXATRANSFERLIB_LOCAL bool HasGeocache() const;
+
+    Waypoints waypoints_;
+    Routes routes_;
+    Tracks tracks_;
+    icu::UnicodeString name_;
+    double time_ = 0.0;
+    boost::shared_ptr<GISMetaData> gisMetaData_;
+    boost::shared_ptr<AnnotateMetaData> annotateMetaData_;
+    boost::shared_ptr<GPXStats> stats_;
+};
+
+} // namespace vexaTransferLib

@@ -1,0 +1,360 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/GpxPoint.h>
+
+#include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/text/OptionalText.h>
+#include <vexaTransferLib/writer/Elements.h>
+
+#include <common/dbc.h>
+
+#include <boost/make_shared.hpp>
+
+#include <limits>
+#include <utility>
+
+namespace vexaTransferLib {
+
+namespace {
+
+constexpr double kLatitudeLimit = 90.0;
+constexpr double kLongitudeLimit = 180.0;
+// 180 degrees is -180 degrees: it is kept apart from it by the smallest step that a 32-bit float has there.
+constexpr double kJustBelow180 = 180.0 - 1.0 / (1 << 23);
+
+bool Equal(double a, double b) {
+    const double epsilon = std::numeric_limits<double>::epsilon();
+    return b >= a - epsilon && a + epsilon >= b;
+}
+
+// Written so that a NaN fails.
+bool IsLatitude(double value) {
+    return (value > -kLatitudeLimit || Equal(value, -kLatitudeLimit)) &&
+           (value < kLatitudeLimit || Equal(value, kLatitudeLimit));
+}
+
+bool IsLongitude(double value) {
+    return (value > -kLongitudeLimit || Equal(value, -kLongitudeLimit)) && value < kLongitudeLimit;
+}
+
+// Enumerations take values from outside: below the range they wrap and are refused with those above.
+bool IsBetween(std::uint32_t value, std::uint32_t first, std::uint32_t last) {
+    return value >= first && value <= last;
+}
+
+} // namespace
+
+static_assert(sizeof(GpxPoint) <= 64, "files hold millions of points");
+
+GpxPoint::RareData::RareData(const RareData& other)
+    : magneticVariation(other.magneticVariation), geoidHeight(other.geoidHeight), name(other.name),
+      comment(other.comment), description(other.description), source(other.source), symbol(other.symbol),
+      type(other.type), formAttributes(other.formAttributes), symbolNumber(other.symbolNumber),
+      guid(other.guid) {
+    AssignAutoPtrValue(url, other.url);
+    AssignAutoPtrValue(geocache, other.geocache);
+}
+
+GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
+    : latitude_(latitude), longitude_(Equal(longitude, kLongitudeLimit) ? kJustBelow180 : longitude),
+      pointType_(static_cast<std::uint8_t>(type)) {
+    dbc::Require(IsBetween(type, kGpxWaypoint, kGpxTrackPoint), text::kGpxPointSource,
+                 "The GPX point type is invalid.");
+    dbc::Require(IsLatitude(latitude_), text::kGpxPointSource, "The GPX point's latitude is invalid.");
+    dbc::Require(IsLongitude(longitude_), text::kGpxPointSource, "The GPX point's longitude is invalid.");
+}
+
+GpxPoint::GpxPoint(const GpxPoint& other)
+    : latitude_(other.latitude_), longitude_(other.longitude_), elevation_(other.elevation_),
+      time_(other.time_), rare_(other.rare_ ? std::make_unique<RareData>(*other.rare_) : nullptr),
+      pointType_(other.pointType_), fix_(other.fix_), routePointType_(other.routePointType_),
+      hasElevation_(other.hasElevation_), hasTime_(other.hasTime_) {}
+
+GpxPoint::GpxPoint(GpxPoint&& other) noexcept = default;
+
+GpxPoint& GpxPoint::operator=(const GpxPoint& other) {
+    if (this != &other)
+        *this = GpxPoint(other);
+    return *this;
+}
+
+GpxPoint& GpxPoint::operator=(GpxPoint&& other) noexcept = default;
+
+GpxPoint::~GpxPoint() = default;
+
+GpxPointType GpxPoint::GetPointType() const {
+    return static_cast<GpxPointType>(pointType_);
+}
+
+void GpxPoint::GetPoint(double& latitude, double& longitude) const {
+    latitude = latitude_;
+    longitude = longitude_;
+}
+
+GpxPoint::RareData& GpxPoint::Rare() {
+    if (!rare_)
+        rare_ = std::make_unique<RareData>();
+    return *rare_;
+}
+
+bool GpxPoint::GetText(icu::UnicodeString& out, icu::UnicodeString RareData::*field) const {
+    return rare_ && text::CopyText(out, (*rare_).*field);
+}
+
+void GpxPoint::SetText(const char* message, icu::UnicodeString RareData::*field,
+                       const icu::UnicodeString& value) {
+    icu::UnicodeString copy;
+    text::AssignText(message, copy, value);
+    (Rare().*field).swap(copy);
+}
+
+bool GpxPoint::GetName(icu::UnicodeString& name) const {
+    return GetText(name, &RareData::name);
+}
+
+bool GpxPoint::GetComment(icu::UnicodeString& comment) const {
+    return GetText(comment, &RareData::comment);
+}
+
+bool GpxPoint::GetDescription(icu::UnicodeString& description) const {
+    return GetText(description, &RareData::description);
+}
+
+bool GpxPoint::GetSource(icu::UnicodeString& source) const {
+    return GetText(source, &RareData::source);
+}
+
+bool GpxPoint::GetSymbol(icu::UnicodeString& symbol) const {
+    return GetText(symbol, &RareData::symbol);
+}
+
+bool GpxPoint::GetType(icu::UnicodeString& type) const {
+    return GetText(type, &RareData::type);
+}
+
+void GpxPoint::SetName(const icu::UnicodeString& name) {
+    SetText("The GPX point name cannot be empty.", &RareData::name, name);
+}
+
+void GpxPoint::SetComment(const icu::UnicodeString& comment) {
+    SetText("The GPX point comment cannot be empty.", &RareData::comment, comment);
+}
+
+void GpxPoint::SetDescription(const icu::UnicodeString& description) {
+    SetText("The GPX point description cannot be empty.", &RareData::description, description);
+}
+
+void GpxPoint::SetSource(const icu::UnicodeString& source) {
+    SetText("The GPX point source cannot be empty.", &RareData::source, source);
+}
+
+void GpxPoint::SetSymbol(const icu::UnicodeString& symbol) {
+    SetText("The GPX point symbol cannot be empty.", &RareData::symbol, symbol);
+}
+
+void GpxPoint::SetType(const icu::UnicodeString& type) {
+    SetText("The GPX point type cannot be empty.", &RareData::type, type);
+}
+
+bool GpxPoint::GetElevation(double& elevation) const {
+    if (hasElevation_)
+        elevation = elevation_;
+    return hasElevation_;
+}
+
+bool GpxPoint::GetTime(double& time) const {
+    if (hasTime_)
+        time = time_;
+    return hasTime_;
+}
+
+bool GpxPoint::GetMagneticVariation(double& variation) const {
+    return rare_ && GetAutoPtrValue(variation, rare_->magneticVariation);
+}
+
+bool GpxPoint::GetGeoidHeight(double& height) const {
+    return rare_ && GetAutoPtrValue(height, rare_->geoidHeight);
+}
+
+bool GpxPoint::GetURL(GpxUrl& url) const {
+    return rare_ && GetAutoPtrValue(url, rare_->url);
+}
+
+void GpxPoint::SetElevation(double elevation) {
+    elevation_ = elevation;
+    hasElevation_ = true;
+}
+
+void GpxPoint::SetTime(double const& time) {
+    time_ = time;
+    hasTime_ = true;
+}
+
+void GpxPoint::SetMagneticVariation(double variation) {
+    dbc::Require(
+        variation >= 0.0 && variation < 360.0, text::kGpxPointSource,
+        "The GPX point's magnetic variation must be greater than or equal to zero and less than 360.");
+    SetAutoPtrValue(Rare().magneticVariation, variation);
+}
+
+void GpxPoint::SetGeoidHeight(double height) {
+    SetAutoPtrValue(Rare().geoidHeight, height);
+}
+
+void GpxPoint::SetURL(const GpxUrl& url) {
+    SetAutoPtrValue(Rare().url, url);
+}
+
+bool GpxPoint::GetFix(GpxFix& fix) const {
+    if (fix_ != 0)
+        fix = static_cast<GpxFix>(fix_);
+    return fix_ != 0;
+}
+
+void GpxPoint::SetFix(GpxFix fix) {
+    dbc::Require(IsBetween(fix, kGpxFixNone, kGpxFixPPS), text::kGpxPointSource,
+                 "The GPX point's fix type was unknown.");
+    fix_ = static_cast<std::uint8_t>(fix);
+}
+
+bool GpxPoint::GetTarvikRoutePointType(TarvikRoutePointType& type) const {
+    dbc::Invariant(pointType_ == kGpxRoutePoint, text::kGpxPointSource,
+                   "The route point type is only available for route points.");
+    if (routePointType_ != 0)
+        type = static_cast<TarvikRoutePointType>(routePointType_);
+    return routePointType_ != 0;
+}
+
+void GpxPoint::SetTarvikRoutePointType(TarvikRoutePointType type) {
+    dbc::Invariant(pointType_ == kGpxRoutePoint, text::kGpxPointSource,
+                   "The route point type is only available for route points.");
+    dbc::Require(IsBetween(type, kTarvikRoutePointStart, kTarvikRoutePointTurn), text::kGpxPointSource,
+                 "The GPX point's route point type was unknown.");
+    routePointType_ = static_cast<std::uint8_t>(type);
+}
+
+bool GpxPoint::GetGroundspeakCache(GpxGroundspeakCache& cache) const {
+    dbc::Invariant(pointType_ == kGpxWaypoint, text::kGpxPointSource,
+                   "The GPX Groundspeak geocache information is only available for waypoints.");
+    return rare_ && GetAutoPtrValue(cache, rare_->geocache);
+}
+
+void GpxPoint::SetGroundspeakCache(const GpxGroundspeakCache& cache) {
+    dbc::Invariant(pointType_ == kGpxWaypoint, text::kGpxPointSource,
+                   "The GPX Groundspeak geocache information can only be set on waypoints.");
+    Rare().geocache = std::make_unique<GpxGroundspeakCache>(cache);
+}
+
+void GpxPoint::SetFormAttribute(const icu::UnicodeString& key, const icu::UnicodeString& value,
+                                double modTime) {
+    const boost::shared_ptr<FormData> record = boost::make_shared<FormData>();
+    record->key = key;
+    record->value = value;
+    record->modTime = modTime;
+    Rare().formAttributes[key] = record;
+}
+
+boost::shared_ptr<FormData> GpxPoint::GetFormAttribute(const icu::UnicodeString& key) const {
+    if (!rare_)
+        return {};
+    const auto found = rare_->formAttributes.find(key);
+    return found != rare_->formAttributes.end() ? found->second : boost::shared_ptr<FormData>();
+}
+
+bool GpxPoint::ContainsExtensions() const {
+    if (pointType_ == kGpxRoutePoint && routePointType_ != 0)
+        return true;
+    return rare_ && (!rare_->formAttributes.empty() || rare_->symbolNumber > 0 || !rare_->guid.isEmpty() ||
+                     rare_->geocache != nullptr);
+}
+
+void GpxPoint::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
+    writer::UnicodeSink sink(out);
+    AppendTo(version, sink);
+    writer::RequireHeld(out, text::kGpxPointSource);
+}
+
+void GpxPoint::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {
+    dbc::Require(version.IsGpx10() || version.IsGpx11(), text::kGpxPointSource,
+                 "GPX points can only be written to version 1.0 or 1.1 files.");
+    dbc::Invariant(IsBetween(pointType_, kGpxWaypoint, kGpxTrackPoint), text::kGpxPointSource,
+                   "Unable to write an unknown GPX point type.");
+    const std::string_view name = text::kPointElementNames[pointType_];
+    writer::AppendPointStart(sink, name, latitude_, longitude_);
+    AppendStandardElements(version, sink);
+    if (version.IsGpx11() && ContainsExtensions())
+        AppendExtensions(sink);
+    writer::AppendClose(sink, name);
+    sink.Ascii(writer::kEndOfLine);
+}
+
+void GpxPoint::AppendStandardElements(const GpxVersion& version, writer::TextSink& sink) const {
+    if (hasElevation_)
+        writer::AppendFixedElement(sink, "ele", elevation_, writer::kHeightDecimals);
+    if (hasTime_) {
+        const text::TimeText time(time_, text::YearDigits::kBare);
+        if (!time.View().empty())
+            writer::AppendAsciiElement(sink, "time", time.View());
+    }
+    if (rare_) {
+        if (rare_->magneticVariation)
+            writer::AppendFixedElement(sink, "magvar", *rare_->magneticVariation,
+                                       writer::kCoordinateDecimals);
+        if (rare_->geoidHeight)
+            writer::AppendFixedElement(sink, "geoidheight", *rare_->geoidHeight, writer::kHeightDecimals);
+        writer::AppendTextElement(sink, "name", rare_->name);
+        writer::AppendTextElement(sink, "cmt", rare_->comment);
+        writer::AppendTextElement(sink, "desc", rare_->description);
+        writer::AppendTextElement(sink, "src", rare_->source);
+        if (rare_->url)
+            rare_->url->AppendTo(version, sink);
+        writer::AppendTextElement(sink, "sym", rare_->symbol);
+        writer::AppendTextElement(sink, "type", rare_->type);
+    }
+    if (fix_ != 0) {
+        dbc::Invariant(fix_ < text::kFixTexts.size(), text::kGpxPointSource,
+                       "Unable to write an unknown GPS fix type.");
+        writer::AppendAsciiElement(sink, "fix", text::kFixTexts[fix_]);
+    }
+}
+
+void GpxPoint::AppendExtensions(writer::TextSink& sink) const {
+    sink.Ascii("<extensions>\r\n");
+    if (pointType_ == kGpxRoutePoint && routePointType_ != 0) {
+        dbc::Invariant(routePointType_ < text::kRoutePointTypeTexts.size(), text::kGpxPointSource,
+                       "Unable to write an unknown route point type.");
+        writer::AppendAsciiElement(sink, "tarvik:routePointType",
+                                   text::kRoutePointTypeTexts[routePointType_]);
+    }
+    if (rare_) {
+        if (!rare_->formAttributes.empty())
+            AppendFormAttributes(sink);
+        if (rare_->symbolNumber > 0)
+            writer::AppendGroupedElement(sink, "\t", "tarvik:tovasymbol", rare_->symbolNumber);
+        writer::AppendRawElement(sink, "\t", "tarvik:objectid", rare_->guid);
+        if (rare_->geocache)
+            rare_->geocache->AppendTo(sink);
+    }
+    sink.Ascii("</extensions>\r\n");
+}
+
+void GpxPoint::AppendFormAttributes(writer::TextSink& sink) const {
+    sink.Ascii("\t<tarvik:formdata>\r\n");
+    for (const auto& [key, record] : rare_->formAttributes) {
+        sink.Ascii("\t\t<tarvik:formstring key=\"");
+        sink.Raw(key);
+        sink.Ascii("\"");
+        const text::TimeText modTime(record->modTime, text::YearDigits::kFour);
+        if (record->modTime != 0.0 && !modTime.View().empty()) {
+            sink.Ascii(" modtime=\"");
+            sink.Ascii(modTime.View());
+            sink.Ascii("\"");
+        }
+        sink.Ascii(">");
+        sink.Escaped(record->value);
+        sink.Ascii("</tarvik:formstring>\r\n");
+    }
+    sink.Ascii("\t</tarvik:formdata>\r\n");
+}
+
+} // namespace vexaTransferLib

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// One location of a GPX document: a waypoint, a route point or a track point.
+
+#include <common/Export.h>
+#include <common/UnicodeStrUtils.h>
+#include <vexaTransferLib/GpxGroundspeakCache.h>
+#include <vexaTransferLib/GpxUrl.h>
+#include <vexaTransferLib/GpxVersion.h>
+#include <vexaTransferLib/OptionalValue.h>
+
+#include <boost/shared_ptr.hpp>
+#include <unicode/unistr.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+
+namespace vexaTransferLib {
+
+namespace writer {
+class TextSink;
+}
+
+enum GpxPointType : std::uint32_t {
+    kGpxWaypoint = 1,   ///< written as `wpt`
+    kGpxRoutePoint = 2, ///< written as `rtept`
+    kGpxTrackPoint = 3  ///< written as `trkpt`
+};
+
+enum GpxFix : std::uint32_t {
+    kGpxFixNone = 1, ///< "none": the receiver had no fix
+    kGpxFix2D = 2,   ///< "2d"
+    kGpxFix3D = 3,   ///< "3d"
+    kGpxFixDGPS = 4, ///< "dgps"
+    kGpxFixPPS = 5   ///< "pps"
+};
+
+/// What a route point is to its route (vendor extension `routePointType`).
+enum TarvikRoutePointType : std::uint32_t {
+    kTarvikRoutePointStart = 1,  ///< "start"
+    kTarvikRoutePointStop = 2,   ///< "stop"
+    kTarvikRoutePointVia = 3,    ///< "via"
+    kTarvikRoutePointFinish = 4, ///< "finish"
+    kTarvikRoutePointTurn = 5    ///< "turn"
+};
+
+/// One keyed attribute of a point's form (vendor extension `formstring`). Shared between copies of a point.
+struct VEXATRANSFERLIB_API FormData {
+    icu::UnicodeString key;
+    icu::UnicodeString value;
+    double modTime = 0.0; ///< milliseconds since 1970-01-01T00:00:00 UTC; 0 means unknown
+};
+
+/// One location, with the standard GPX data, the vendor's extension data and, on a waypoint, a geocache.
+///
+/// Units: degrees WGS 84 for the position, metres for elevation and geoid height, degrees for the magnetic
+/// variation, milliseconds since 1970-01-01T00:00:00 UTC for times.
+///
+/// Kind and position are fixed at construction. Everything else starts absent, and once present can be
+/// replaced but not removed, except by assigning a whole point. A getter returns false and leaves its output
+/// untouched when the value is absent. A NaN or infinite elevation, geoid height or time is a legal, present
+/// value.
+///
+/// Copies are deep, except that they share the FormData records; setting a form attribute of one afterwards
+/// does not change the other. A moved-from point may only be assigned to or destroyed. An operation that
+/// throws leaves the point unchanged. Const operations may run on several threads at once.
+///
+/// A point that has only a position, an elevation and a time takes at most 64 bytes; the first of any other
+/// value allocates one block.
+///
+///     GpxPoint point(kGpxWaypoint, 47.5, -122.25);
+///     point.SetName("Home");
+///     point.SetElevation(35.0);
+///     document.AddWaypoint(point);
+class VEXATRANSFERLIB_API GpxPoint {
+public:
+    /// Form attributes by key; keys that differ only in case are one key.
+    typedef std::map<icu::UnicodeString, boost::shared_ptr<FormData>,
+                     UnicodeStrUtils::UnicodeStringCaseInsensitiveComp>
+        FormAttributes;
+
+    /// \param latitude -90 to 90, both included
+    /// \param longitude -180 (included) to 180; 180 itself is stored as 179.9999998807907, just below
+    /// \throws dbc::precondition_error, tested in this order: "The GPX point type is invalid.",
+    ///         "The GPX point's latitude is invalid.", "The GPX point's longitude is invalid." (a NaN is
+    ///         invalid)
+    GpxPoint(GpxPointType type, double latitude, double longitude);
+    GpxPoint(const GpxPoint& other);
+    GpxPoint(GpxPoint&& other) noexcept;
+    GpxPoint& operator=(const GpxPoint& other);
+    GpxPoint& operator=(GpxPoint&& other) noexcept;
+    virtual ~GpxPoint();
+
+    /// Appends the point as one GPX element with its children; lines end in CR LF, those of the geocache in
+    /// LF. Only version 1.1 carries extensions. Form keys and the GUID are written unescaped. Times lose
+    /// their fraction of a second, coordinates and the variation are written with 9 decimals, elevation and
+    /// geoid height with 6. The text does not depend on any locale. \throws dbc::precondition_error "GPX
+    /// points can only be written to version 1.0 or 1.1 files." \throws dbc::invariant_error "Unable to write
+    /// an unknown GPX point type.", "Unable to write an unknown GPS
+    ///         fix type.", "Unable to write an unknown route point type."; the last two leave the lines
+    ///         before them in \p out
+    /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
+    /// bogus
+    virtual void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
+
+    GpxPointType GetPointType() const;
+    void GetPoint(double& latitude, double& longitude) const;
+
+    bool GetName(icu::UnicodeString& name) const;
+    bool GetComment(icu::UnicodeString& comment) const; ///< GPX `cmt`; the reader never fills it
+    bool GetDescription(icu::UnicodeString& description) const;
+    bool GetSource(icu::UnicodeString& source) const;
+    bool GetSymbol(icu::UnicodeString& symbol) const;
+    bool GetType(icu::UnicodeString& type) const; ///< GPX `type`: free text, not the kind of point
+
+    /// Each text setter replaces the text, and refuses an empty one.
+    /// \throws dbc::precondition_error "The GPX point name cannot be empty."
+    void SetName(const icu::UnicodeString& name);
+    /// \throws dbc::precondition_error "The GPX point comment cannot be empty."
+    void SetComment(const icu::UnicodeString& comment);
+    /// \throws dbc::precondition_error "The GPX point description cannot be empty."
+    void SetDescription(const icu::UnicodeString& description);
+    /// \throws dbc::precondition_error "The GPX point source cannot be empty."
+    void SetSource(const icu::UnicodeString& source);
+    /// \throws dbc::precondition_error "The GPX point symbol cannot be empty."
+    void SetSymbol(const icu::UnicodeString& symbol);
+    /// \throws dbc::precondition_error "The GPX point type cannot be empty."
+    void SetType(const icu::UnicodeString& type);
+
+    bool GetElevation(double& elevation) const;
+    bool GetTime(double& time) const;
+    bool GetMagneticVariation(double& variation) const;
+    bool GetGeoidHeight(double& height) const;
+    bool GetURL(GpxUrl& url) const;
+
+    void SetElevation(double elevation);
+    void SetTime(double const& time);
+    /// \param variation at least 0 and less than 360
+    /// \throws dbc::precondition_error "The GPX point's magnetic variation must be greater than or equal to
+    /// zero
+    ///         and less than 360." (a NaN is refused)
+    void SetMagneticVariation(double variation);
+    void SetGeoidHeight(double height);
+    void SetURL(const GpxUrl& url);
+
+    bool GetFix(GpxFix& fix) const;
+    /// \throws dbc::precondition_error "The GPX point's fix type was unknown." outside 1 to 5
+    void SetFix(GpxFix fix);
+
+    /// \throws dbc::invariant_error "The route point type is only available for route points."
+    bool GetTarvikRoutePointType(TarvikRoutePointType& type) const;
+    /// \throws dbc::invariant_error as the getter, tested first
+    /// \throws dbc::precondition_error "The GPX point's route point type was unknown." outside 1 to 5
+    void SetTarvikRoutePointType(TarvikRoutePointType type);
+
+    /// \throws dbc::invariant_error "The GPX Groundspeak geocache information is only available for
+    /// waypoints."
+    bool GetGroundspeakCache(GpxGroundspeakCache& cache) const;
+    /// \throws dbc::invariant_error "The GPX Groundspeak geocache information can only be set on waypoints."
+    void SetGroundspeakCache(const GpxGroundspeakCache& cache);
+
+    /// Stores a new record under \p key, in place of one whose key is equal when case is ignored. The map
+    /// keeps the spelling of the key first stored (it is the one written); the record has the new spelling.
+    /// Key and value may be empty.
+    /// \param modTime milliseconds since 1970 UTC; 0 writes none
+    void SetFormAttribute(const icu::UnicodeString& key, const icu::UnicodeString& value, double modTime);
+    /// The record under \p key, case ignored; a null pointer when there is none. O(log n) in the attributes.
+    boost::shared_ptr<FormData> GetFormAttribute(const icu::UnicodeString& key) const;
+
+    /// True when the point has anything for the extensions of GPX 1.1: a route point type, form attributes, a
+    /// vendor symbol number above 0, a GUID or a geocache.
+    bool ContainsExtensions() const;
+
+private:
+    friend class GpxModelAccess;
+    friend class GpxRoute;
+    friend class GpxTrack;
+    friend class GpxDocument;
+
+    struct RareData {
+        RareData() = default;
+        RareData(const RareData& other);
+        RareData& operator=(const RareData&) = delete;
+
+        std::optional<double> magneticVariation;
+        std::optional<double> geoidHeight;
+        icu::UnicodeString name;
+        icu::UnicodeString comment;
+        icu::UnicodeString description;
+        icu::UnicodeString source;
+        std::unique_ptr<GpxUrl> url;
+        icu::UnicodeString symbol;
+        icu::UnicodeString type;
+        std::unique_ptr<GpxGroundspeakCache> geocache;
+        FormAttributes formAttributes;
+        std::int32_t symbolNumber = 0;
+        icu::UnicodeString guid;
+    };
+
+    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
+    VEXATRANSFERLIB_LOCAL void AppendStandardElements(const GpxVersion& version,
+                                                      writer::TextSink& sink) const;
+    VEXATRANSFERLIB_LOCAL void AppendExtensions(writer::TextSink& sink) const;
+    VEXATRANSFERLIB_LOCAL void AppendFormAttributes(writer::TextSink& sink) const;
+
+    VEXATRANSFERLIB_LOCAL RareData& Rare();
+    VEXATRANSFERLIB_LOCAL bool GetText(icu::UnicodeString& out, icu::UnicodeString RareData::*field) const;
+    VEXATRANSFERLIB_LOCAL void SetText(const char* message, icu::UnicodeString RareData::*field,
+                                       const icu::UnicodeString& value);
+
+    double latitude_;
+    double longitude_;
+    double elevation_ = 0.0;
+    double time_ = 0.0;
+    std::unique_ptr<RareData> rare_;
+    std::uint8_t pointType_;
+    std::uint8_t fix_ = 0;
+    std::uint8_t routePointType_ = 0;
+    bool hasElevation_ = false;
+    bool hasTime_ = false;
+};
+
+} // namespace vexaTransferLib

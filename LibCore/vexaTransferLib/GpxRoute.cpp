@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/GpxRoute.h>
+
+#include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/text/OptionalText.h>
+#include <vexaTransferLib/writer/Elements.h>
+
+#include <common/dbc.h>
+
+#include <utility>
+
+namespace vexaTransferLib {
+
+namespace {
+
+bool Accepts(TarvikRouteType routeType, bool hasPointType, TarvikRoutePointType pointType) {
+    switch (routeType) {
+    case kTarvikRouteStandard:
+        return true;
+    case kTarvikRoutePoints:
+        return hasPointType && pointType != kTarvikRoutePointTurn;
+    case kTarvikRouteDirections:
+        return hasPointType;
+    }
+    return false;
+}
+
+} // namespace
+
+GpxRoute::GpxRoute(TarvikRouteType routeType) : routeType_(routeType) {
+    dbc::Require(static_cast<std::uint32_t>(routeType) < text::kRouteTypeTexts.size(), text::kGpxRouteSource,
+                 "The GPX route type is invalid.");
+}
+
+GpxRoute& GpxRoute::operator=(const GpxRoute& other) {
+    if (this != &other)
+        *this = GpxRoute(other);
+    return *this;
+}
+
+GpxRoute::~GpxRoute() = default;
+
+bool GpxRoute::GetName(icu::UnicodeString& name) const {
+    return text::CopyText(name, name_);
+}
+
+bool GpxRoute::GetSource(icu::UnicodeString& source) const {
+    return text::CopyText(source, source_);
+}
+
+bool GpxRoute::GetType(icu::UnicodeString& type) const {
+    return text::CopyText(type, type_);
+}
+
+void GpxRoute::SetName(const icu::UnicodeString& name) {
+    text::AssignText("The GPX route name cannot be empty.", name_, name);
+}
+
+void GpxRoute::SetSource(const icu::UnicodeString& source) {
+    text::AssignText("The GPX route source cannot be empty.", source_, source);
+}
+
+void GpxRoute::SetType(const icu::UnicodeString& type) {
+    text::AssignText("The GPX route type cannot be empty.", type_, type);
+}
+
+bool GpxRoute::GetTarvikRouteType(TarvikRouteType& routeType) const {
+    if (routeType_ == kTarvikRouteStandard)
+        return false;
+    routeType = routeType_;
+    return true;
+}
+
+void GpxRoute::CheckPoint(const GpxPoint& point) const {
+    dbc::Require(point.GetPointType() == kGpxRoutePoint, text::kGpxRouteSource,
+                 "Only route points can be added to GPX routes.");
+    TarvikRoutePointType pointType = kTarvikRoutePointStart;
+    const bool hasPointType = point.GetTarvikRoutePointType(pointType);
+    dbc::Require(Accepts(routeType_, hasPointType, pointType), text::kGpxRouteSource,
+                 "The route point type cannot be used with this route type.");
+}
+
+void GpxRoute::AddPoint(const GpxPoint& point) {
+    CheckPoint(point);
+    points_.push_back(point);
+}
+
+void GpxRoute::AddPoint(GpxPoint&& point) {
+    CheckPoint(point);
+    points_.push_back(std::move(point));
+}
+
+GpxRoute::PointIterator GpxRoute::GetPointIter() const {
+    return points_.begin();
+}
+
+GpxRoute::PointIterator GpxRoute::GetPointEndIter() const {
+    return points_.end();
+}
+
+std::size_t GpxRoute::GetPointCount() const {
+    return points_.size();
+}
+
+void GpxRoute::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
+    writer::UnicodeSink sink(out);
+    AppendTo(version, sink);
+    writer::RequireHeld(out, text::kGpxRouteSource);
+}
+
+void GpxRoute::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {
+    dbc::Require(version.IsGpx10() || version.IsGpx11(), text::kGpxRouteSource,
+                 "GPX routes can only be written to version 1.0 or 1.1 files.");
+    dbc::Invariant(static_cast<std::uint32_t>(routeType_) < text::kRouteTypeTexts.size(),
+                   text::kGpxRouteSource, "Unable to write an unknown GPX route type.");
+    sink.Ascii("<rte>\r\n");
+    writer::AppendTextElement(sink, "name", name_);
+    writer::AppendTextElement(sink, "src", source_);
+    if (version.IsGpx11()) {
+        writer::AppendTextElement(sink, "type", type_);
+        if (routeType_ != kTarvikRouteStandard) {
+            sink.Ascii("<extensions>\r\n");
+            writer::AppendAsciiElement(sink, "tarvik:routeType", text::kRouteTypeTexts[routeType_]);
+            sink.Ascii("</extensions>\r\n");
+        }
+    }
+    for (const GpxPoint& point : points_)
+        point.AppendTo(version, sink);
+    sink.Ascii("</rte>\r\n");
+}
+
+} // namespace vexaTransferLib

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// A route: route points in the order of travel.
+
+#include <common/Export.h>
+#include <vexaTransferLib/GpxPoint.h>
+#include <vexaTransferLib/GpxVersion.h>
+
+#include <unicode/unistr.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace vexaTransferLib {
+
+namespace writer {
+class TextSink;
+}
+
+/// What kind of route the points describe (vendor extension `routeType`).
+enum TarvikRouteType : std::uint32_t {
+    kTarvikRouteStandard = 0,  ///< a plain GPX route
+    kTarvikRoutePoints = 1,    ///< "points": given by its points
+    kTarvikRouteDirections = 2 ///< "directions": with turn-by-turn directions
+};
+
+/// An ordered list of route points with the route's texts.
+///
+/// The route type is fixed at construction and decides which points are accepted:
+///
+/// | route type               | accepted route point types           |
+/// |--------------------------|--------------------------------------|
+/// | `kTarvikRouteStandard`   | all, and none set                    |
+/// | `kTarvikRoutePoints`     | start, stop, via, finish             |
+/// | `kTarvikRouteDirections` | start, stop, via, finish, turn       |
+///
+/// Points can be added but not removed or reordered. Text getters return false and leave their output
+/// untouched when the text is absent. Copies are deep, moves do not throw. An operation that throws leaves
+/// the route unchanged. Const operations may run on several threads at once.
+class VEXATRANSFERLIB_API GpxRoute {
+public:
+    typedef std::vector<GpxPoint> Points;
+    typedef Points::const_iterator PointIterator;
+
+    /// \throws dbc::precondition_error "The GPX route type is invalid."
+    explicit GpxRoute(TarvikRouteType routeType);
+    GpxRoute(const GpxRoute&) = default;
+    GpxRoute(GpxRoute&&) noexcept = default;
+    GpxRoute& operator=(const GpxRoute& other);
+    GpxRoute& operator=(GpxRoute&&) noexcept = default;
+    virtual ~GpxRoute();
+
+    bool GetName(icu::UnicodeString& name) const;
+    bool GetSource(icu::UnicodeString& source) const;
+    bool GetType(icu::UnicodeString& type) const; ///< GPX `type`: free text, not the vendor's route type
+
+    /// \throws dbc::precondition_error "The GPX route name cannot be empty."
+    void SetName(const icu::UnicodeString& name);
+    /// \throws dbc::precondition_error "The GPX route source cannot be empty."
+    void SetSource(const icu::UnicodeString& source);
+    /// \throws dbc::precondition_error "The GPX route type cannot be empty."
+    void SetType(const icu::UnicodeString& type);
+
+    /// False, and \p routeType untouched, for a standard route.
+    bool GetTarvikRouteType(TarvikRouteType& routeType) const;
+
+    /// Appends a copy of the point, or the point itself when it is an rvalue. Amortised constant time.
+    /// \throws dbc::precondition_error "Only route points can be added to GPX routes.", then "The route point
+    ///         type cannot be used with this route type."
+    void AddPoint(const GpxPoint& point);
+    void AddPoint(GpxPoint&& point);
+
+    /// The points in the order added. Adding a point invalidates iterators.
+    PointIterator GetPointIter() const;
+    PointIterator GetPointEndIter() const;
+    std::size_t GetPointCount() const;
+
+    /// Appends the route as GPX text; lines end in CR LF. Version 1.0 has no place for the type and the route
+    /// type. The rules of GpxPoint::AppendToString hold for the points.
+    /// \throws dbc::precondition_error "GPX routes can only be written to version 1.0 or 1.1 files."
+    /// \throws dbc::invariant_error "Unable to write an unknown GPX route type.", nothing appended; and what
+    /// the
+    ///         points throw, what came before them appended
+    /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
+    /// bogus
+    void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
+
+private:
+    friend class GpxModelAccess;
+    friend class GpxDocument;
+
+    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
+    VEXATRANSFERLIB_LOCAL void CheckPoint(const GpxPoint& point) const;
+
+    icu::UnicodeString name_;
+    icu::UnicodeString source_;
+    icu::UnicodeString type_;
+    TarvikRouteType routeType_;
+    Points points_;
+};
+
+} // namespace vexaTransferLib

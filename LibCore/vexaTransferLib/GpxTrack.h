@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// A track: a recorded path in segments.
+
+#include <common/Export.h>
+#include <vexaTransferLib/GpxPoint.h>
+#include <vexaTransferLib/GpxUrl.h>
+#include <vexaTransferLib/GpxVersion.h>
+
+#include <unicode/unistr.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace vexaTransferLib {
+
+namespace writer {
+class TextSink;
+}
+
+/// A list of segments, each an ordered list of track points, with the track's texts and an optional link.
+///
+/// Points go to the newest segment: open one with AddSegment, then add its points in order. Segments may stay
+/// empty; segments and points cannot be removed. Text getters return false and leave their output untouched
+/// when the text is absent. The vendor's display colour is kept from file to file but has no accessor. Copies
+/// are deep, moves do not throw. An operation that throws leaves the track unchanged. Const operations may
+/// run on several threads at once.
+///
+///     GpxTrack track;
+///     track.AddSegment();
+///     track.AddPoint(GpxPoint(kGpxTrackPoint, 47.5, -122.25));
+///     for (auto segment = track.GetSegmentIter(); segment != track.GetSegmentEndIter(); ++segment)
+///         total += track.GetPointCount(segment);
+class VEXATRANSFERLIB_API GpxTrack {
+public:
+    typedef std::vector<GpxPoint> Segment;
+    typedef std::vector<Segment> Segments;
+    typedef Segments::const_iterator SegmentIterator;
+    typedef Segment::const_iterator PointIterator;
+
+    GpxTrack();
+    GpxTrack(const GpxTrack& other);
+    GpxTrack(GpxTrack&&) noexcept = default;
+    GpxTrack& operator=(const GpxTrack& other);
+    GpxTrack& operator=(GpxTrack&&) noexcept = default;
+    virtual ~GpxTrack();
+
+    bool GetName(icu::UnicodeString& name) const;
+    bool GetDescription(icu::UnicodeString& description) const;
+    bool GetSource(icu::UnicodeString& source) const;
+    bool GetType(icu::UnicodeString& type) const;
+
+    /// \throws dbc::precondition_error "The GPX track name cannot be empty."
+    void SetName(const icu::UnicodeString& name);
+    /// \throws dbc::precondition_error "The GPX track description cannot be empty."
+    void SetDescription(const icu::UnicodeString& description);
+    /// \throws dbc::precondition_error "The GPX track source cannot be empty."
+    void SetSource(const icu::UnicodeString& source);
+    /// \throws dbc::precondition_error "The GPX track type cannot be empty."
+    void SetType(const icu::UnicodeString& type);
+
+    bool GetURL(GpxUrl& url) const;
+    void SetURL(const GpxUrl& url);
+
+    /// Appends a new, empty segment.
+    void AddSegment();
+    /// Appends a copy of the point, or the point itself when it is an rvalue, to the newest segment.
+    /// Amortised constant time. \throws dbc::precondition_error "Only track points can be added to GPX
+    /// tracks.", then "A GPX track needs a
+    ///         segment before points can be added."
+    void AddPoint(const GpxPoint& point);
+    void AddPoint(GpxPoint&& point);
+
+    /// The segments in order. Adding a segment or a point invalidates iterators.
+    SegmentIterator GetSegmentIter() const;
+    SegmentIterator GetSegmentEndIter() const;
+    std::size_t GetSegmentCount() const;
+
+    /// The points of the segment that the iterator designates, and their number.
+    PointIterator GetPointIter(SegmentIterator segment) const;
+    PointIterator GetPointEndIter(SegmentIterator segment) const;
+    std::size_t GetPointCount(SegmentIterator segment) const;
+
+    /// Appends the track as GPX text; lines end in CR LF. The colour is written in both versions, the type
+    /// in 1.1 only. The rules of GpxPoint::AppendToString hold for the points. \throws
+    /// dbc::precondition_error "GPX tracks can only be written to version 1.0 or 1.1 files." \throws
+    /// dbc::invariant_error what the points throw, what came before them appended \throws
+    /// dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then bogus
+    void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
+
+private:
+    friend class GpxModelAccess;
+    friend class GpxDocument;
+
+    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
+    VEXATRANSFERLIB_LOCAL void CheckPoint(const GpxPoint& point) const;
+
+    icu::UnicodeString name_;
+    icu::UnicodeString description_;
+    icu::UnicodeString source_;
+    std::unique_ptr<GpxUrl> url_;
+    icu::UnicodeString type_;
+    std::int16_t color_ = -1;
+    Segments segments_;
+};
+
+} // namespace vexaTransferLib

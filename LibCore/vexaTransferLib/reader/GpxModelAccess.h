@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/GpxDocument.h>
+
+#include <boost/shared_ptr.hpp>
+#include <unicode/unistr.h>
+
+#include <cstdint>
+#include <utility>
+
+namespace vexaTransferLib {
+
+class CleanText;
+
+/// The one door to what the model keeps without a public accessor. For the reader, the unit tests, and the
+/// host's dump. Inline throughout, so that it needs no exported symbol.
+class GpxModelAccess {
+public:
+    /// A version that the public constructors refuse.
+    static GpxVersion MakeVersion(std::uint32_t major, std::uint32_t minor) {
+        return GpxVersion(GpxVersion::Unchecked(), major, minor);
+    }
+
+    // Points.
+    static std::int32_t GetSymbolNumber(const GpxPoint& point) {
+        return point.rare_ ? point.rare_->symbolNumber : 0;
+    }
+    static void SetSymbolNumber(GpxPoint& point, std::int32_t number) {
+        MakeRare(point).symbolNumber = number;
+    }
+    static icu::UnicodeString GetGUID(const GpxPoint& point) {
+        return point.rare_ ? point.rare_->guid : icu::UnicodeString();
+    }
+    /// Without one leading and one trailing brace, each on its own.
+    static void SetGUID(GpxPoint& point, const icu::UnicodeString& guid) {
+        icu::UnicodeString bare(guid);
+        if (bare.startsWith(u"{", 1))
+            bare.remove(0, 1);
+        if (bare.endsWith(u"}", 1))
+            bare.truncate(bare.length() - 1);
+        MakeRare(point).guid = std::move(bare);
+    }
+    static GpxPoint::FormAttributes GetFormAttributes(const GpxPoint& point) {
+        return point.rare_ ? point.rare_->formAttributes : GpxPoint::FormAttributes();
+    }
+    /// Values outside the enumerations, as no setter takes them.
+    static void SetRawPointType(GpxPoint& point, std::uint8_t type) { point.pointType_ = type; }
+    static void SetRawFix(GpxPoint& point, std::uint8_t fix) { point.fix_ = fix; }
+    static void SetRawRoutePointType(GpxPoint& point, std::uint8_t type) { point.routePointType_ = type; }
+    static void SetRawPosition(GpxPoint& point, double latitude, double longitude) {
+        point.latitude_ = latitude;
+        point.longitude_ = longitude;
+    }
+    /// On any kind of point, as no setter does.
+    static void SetRawGeocache(GpxPoint& point, const GpxGroundspeakCache& cache) {
+        SetAutoPtrValue(MakeRare(point).geocache, cache);
+    }
+
+    // Routes and tracks.
+    static void SetRawRouteType(GpxRoute& route, std::uint32_t type) {
+        route.routeType_ = static_cast<TarvikRouteType>(type);
+    }
+    static std::int16_t GetColor(const GpxTrack& track) { return track.color_; }
+    static void SetColor(GpxTrack& track, std::int16_t color) { track.color_ = color; }
+
+    // Documents.
+    static const icu::UnicodeString& GetName(const GpxDocument& document) { return document.name_; }
+    static void SetName(GpxDocument& document, icu::UnicodeString name) { document.name_ = std::move(name); }
+    static double GetTime(const GpxDocument& document) { return document.time_; }
+    static void SetTime(GpxDocument& document, double time) { document.time_ = time; }
+    static const boost::shared_ptr<GISMetaData>& GetGISMetaData(const GpxDocument& document) {
+        return document.gisMetaData_;
+    }
+    static void SetGISMetaData(GpxDocument& document, const boost::shared_ptr<GISMetaData>& record) {
+        document.gisMetaData_ = record;
+    }
+    static const boost::shared_ptr<AnnotateMetaData>& GetAnnotateMetaData(const GpxDocument& document) {
+        return document.annotateMetaData_;
+    }
+    static void SetAnnotateMetaData(GpxDocument& document,
+                                    const boost::shared_ptr<AnnotateMetaData>& record) {
+        document.annotateMetaData_ = record;
+    }
+    static const boost::shared_ptr<GPXStats>& GetStats(const GpxDocument& document) {
+        return document.stats_;
+    }
+    static void SetStats(GpxDocument& document, const boost::shared_ptr<GPXStats>& record) {
+        document.stats_ = record;
+    }
+
+private:
+    static GpxPoint::RareData& MakeRare(GpxPoint& point) {
+        if (!point.rare_)
+            point.rare_ = std::make_unique<GpxPoint::RareData>();
+        return *point.rare_;
+    }
+};
+
+} // namespace vexaTransferLib

@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/GpxTrack.h>
+#include <vexaTransferLib/reader/GpxModelAccess.h>
+
+#include "support/ContractChecks.h"
+#include "support/SampleDocument.h"
+#include "support/TestFiles.h"
+
+#include <common/dbc.h>
+
+#include <string>
+#include <type_traits>
+#include <utility>
+
+using namespace vexaTransferLib;
+using testing_support::Utf8;
+using testing_support::Written;
+
+namespace {
+
+constexpr char kSource[] = "LibCore/vexaTransferLib/GpxTrack.cpp";
+constexpr char kUtilsSource[] = "LibCore/vexaTransferLib/GpxUtils.cpp";
+constexpr char kNotATrackPoint[] = "Only track points can be added to GPX tracks.";
+constexpr char kNoSegment[] = "A GPX track needs a segment before points can be added.";
+
+static_assert(std::has_virtual_destructor_v<GpxTrack>);
+static_assert(std::is_nothrow_move_constructible_v<GpxTrack>);
+static_assert(std::is_nothrow_move_assignable_v<GpxTrack>);
+
+struct TextField {
+    const char* name;
+    bool (GpxTrack::*get)(icu::UnicodeString&) const;
+    void (GpxTrack::*set)(const icu::UnicodeString&);
+    const char* message;
+};
+
+constexpr TextField kTextFields[] = {
+    {"name", &GpxTrack::GetName, &GpxTrack::SetName, "The GPX track name cannot be empty."},
+    {"description", &GpxTrack::GetDescription, &GpxTrack::SetDescription,
+     "The GPX track description cannot be empty."},
+    {"source", &GpxTrack::GetSource, &GpxTrack::SetSource, "The GPX track source cannot be empty."},
+    {"type", &GpxTrack::GetType, &GpxTrack::SetType, "The GPX track type cannot be empty."},
+};
+
+GpxPoint TrackPoint(const char16_t* name) {
+    GpxPoint point(kGpxTrackPoint, 1.0, 2.0);
+    point.SetName(name);
+    return point;
+}
+
+// "a b | | c" for two points, an empty segment and one point.
+std::string Shape(const GpxTrack& track) {
+    icu::UnicodeString shape;
+    for (GpxTrack::SegmentIterator segment = track.GetSegmentIter(); segment != track.GetSegmentEndIter();
+         ++segment) {
+        EXPECT_EQ(track.GetPointEndIter(segment) - track.GetPointIter(segment),
+                  static_cast<std::ptrdiff_t>(track.GetPointCount(segment)));
+        for (auto point = track.GetPointIter(segment); point != track.GetPointEndIter(segment); ++point) {
+            icu::UnicodeString name(u"?");
+            point->GetName(name);
+            shape += name + u" ";
+        }
+        shape += u"| ";
+    }
+    return Utf8(shape);
+}
+
+GpxTrack FullTrack() {
+    GpxTrack track;
+    for (const TextField& field : kTextFields)
+        (track.*field.set)(u"text");
+    track.SetURL(GpxUrl(u"http://a/"));
+    GpxModelAccess::SetColor(track, 7);
+    track.AddSegment();
+    track.AddPoint(TrackPoint(u"a"));
+    track.AddSegment();
+    track.AddPoint(TrackPoint(u"b"));
+    return track;
+}
+
+} // namespace
+
+TEST(GpxTrackTest, StartsEmpty) {
+    const GpxTrack track;
+    for (const TextField& field : kTextFields) {
+        SCOPED_TRACE(field.name);
+        icu::UnicodeString out(u"before");
+        EXPECT_FALSE((track.*field.get)(out));
+        EXPECT_EQ(Utf8(out), "before");
+    }
+    GpxUrl url(u"before");
+    EXPECT_FALSE(track.GetURL(url));
+    EXPECT_EQ(Utf8(url.GetUrl()), "before");
+    EXPECT_EQ(GpxModelAccess::GetColor(track), -1);
+    EXPECT_EQ(track.GetSegmentCount(), 0U);
+    EXPECT_EQ(track.GetSegmentIter(), track.GetSegmentEndIter());
+}
+
+TEST(GpxTrackTest, TextsAreSetOneByOneAndReplaced) {
+    for (const TextField& field : kTextFields) {
+        SCOPED_TRACE(field.name);
+        GpxTrack track;
+        (track.*field.set)(u"first");
+        (track.*field.set)(u" ");
+        for (const TextField& other : kTextFields) {
+            icu::UnicodeString out(u"before");
+            EXPECT_EQ((track.*other.get)(out), other.get == field.get);
+            EXPECT_EQ(Utf8(out), other.get == field.get ? " " : "before");
+        }
+    }
+}
+
+TEST(GpxTrackTest, TextSettersRefuseAnEmptyTextAndKeepTheOld) {
+    GpxTrack track = FullTrack();
+    const std::string before = Written(track);
+    for (const TextField& field : kTextFields) {
+        SCOPED_TRACE(field.name);
+        EXPECT_FAILURE((track.*field.set)(u""), dbc::precondition_error, field.message, kUtilsSource);
+    }
+    EXPECT_EQ(Written(track), before);
+}
+
+TEST(GpxTrackTest, LinkIsCopiedInAndOutAndReplaced) {
+    GpxTrack track;
+    GpxUrl url(u"http://a/");
+    track.SetURL(url);
+    url.SetUrlText(u"changed");
+    GpxUrl out(u"x");
+    icu::UnicodeString text;
+    EXPECT_TRUE(track.GetURL(out));
+    EXPECT_EQ(Utf8(out.GetUrl()), "http://a/");
+    EXPECT_FALSE(out.GetUrlText(text));
+    track.SetURL(url);
+    EXPECT_TRUE(track.GetURL(out));
+    EXPECT_TRUE(out.GetUrlText(text));
+    EXPECT_EQ(Utf8(text), "changed");
+}
+
+TEST(GpxTrackTest, AddPointGoesToTheNewestSegment) {
+    GpxTrack track;
+    const GpxPoint copied = TrackPoint(u"p2");
+    track.AddSegment();
+    track.AddPoint(TrackPoint(u"p1"));
+    track.AddPoint(copied);
+    track.AddSegment();
+    track.AddPoint(TrackPoint(u"p3"));
+    ASSERT_EQ(track.GetSegmentCount(), 2U);
+    EXPECT_EQ(track.GetPointCount(track.GetSegmentIter()), 2U);
+    EXPECT_EQ(track.GetPointCount(track.GetSegmentIter() + 1), 1U);
+    EXPECT_EQ(Shape(track), "p1 p2 | p3 | ");
+    EXPECT_EQ(Written(copied), Written(*(track.GetPointIter(track.GetSegmentIter()) + 1)));
+}
+
+TEST(GpxTrackTest, SegmentsMayStayEmpty) {
+    GpxTrack track;
+    track.AddSegment();
+    track.AddSegment();
+    ASSERT_EQ(track.GetSegmentCount(), 2U);
+    EXPECT_EQ(track.GetPointCount(track.GetSegmentIter()), 0U);
+    EXPECT_EQ(track.GetPointCount(track.GetSegmentIter() + 1), 0U);
+}
+
+TEST(GpxTrackTest, RefusesOtherPoints) {
+    for (const GpxPointType type : {kGpxWaypoint, kGpxRoutePoint}) {
+        GpxTrack track;
+        const GpxPoint point(type, 1.0, 2.0);
+        EXPECT_FAILURE(track.AddPoint(point), dbc::precondition_error, kNotATrackPoint, kSource);
+        track.AddSegment();
+        EXPECT_FAILURE(track.AddPoint(point), dbc::precondition_error, kNotATrackPoint, kSource);
+        EXPECT_FAILURE(track.AddPoint(GpxPoint(point)), dbc::precondition_error, kNotATrackPoint, kSource);
+        EXPECT_EQ(Shape(track), "| ");
+    }
+}
+
+TEST(GpxTrackTest, RefusesAPointWithoutASegment) {
+    GpxTrack track;
+    const GpxPoint point = TrackPoint(u"p");
+    EXPECT_FAILURE(track.AddPoint(point), dbc::precondition_error, kNoSegment, kSource);
+    EXPECT_FAILURE(track.AddPoint(GpxPoint(point)), dbc::precondition_error, kNoSegment, kSource);
+    EXPECT_EQ(track.GetSegmentCount(), 0U);
+}
+
+TEST(GpxTrackTest, RefusedPointIsNotMovedFrom) {
+    GpxTrack track;
+    GpxPoint point = TrackPoint(u"p");
+    const std::string before = Written(point);
+    EXPECT_FAILURE(track.AddPoint(std::move(point)), dbc::precondition_error, kNoSegment, kSource);
+    EXPECT_EQ(Written(point), before);
+}
+
+TEST(GpxTrackTest, APointOfItsOwnCanBeAddedAgain) {
+    GpxTrack track;
+    track.AddSegment();
+    track.AddPoint(TrackPoint(u"x"));
+    for (int i = 0; i < 5; ++i)
+        track.AddPoint(*track.GetPointIter(track.GetSegmentIter()));
+    EXPECT_EQ(Shape(track), "x x x x x x | ");
+}
+
+TEST(GpxTrackTest, CopiesAreDeepAndKeepColourLinkAndSegments) {
+    GpxTrack track = FullTrack();
+    const std::string before = Written(track);
+    const GpxTrack copy(track);
+    GpxTrack assigned;
+    EXPECT_EQ(&(assigned = track), &assigned);
+    track.SetName(u"changed");
+    track.SetURL(GpxUrl(u"changed"));
+    track.AddPoint(TrackPoint(u"c"));
+    track.AddSegment();
+    GpxModelAccess::SetColor(track, 8);
+    for (const GpxTrack& other : {copy, assigned}) {
+        EXPECT_EQ(Written(other), before);
+        EXPECT_EQ(GpxModelAccess::GetColor(other), 7);
+        EXPECT_EQ(Shape(other), "a | b | ");
+        GpxUrl url(u"x");
+        EXPECT_TRUE(other.GetURL(url));
+        EXPECT_EQ(Utf8(url.GetUrl()), "http://a/");
+    }
+}
+
+TEST(GpxTrackTest, AssignmentMakesTheLinkAbsentAgain) {
+    GpxTrack track = FullTrack();
+    track = GpxTrack();
+    GpxUrl url(u"x");
+    EXPECT_FALSE(track.GetURL(url));
+    EXPECT_EQ(Written(track), Written(GpxTrack()));
+    EXPECT_EQ(GpxModelAccess::GetColor(track), -1);
+}
+
+TEST(GpxTrackTest, AssignmentToItselfDoesNothing) {
+    GpxTrack track = FullTrack();
+    const std::string before = Written(track);
+    const GpxTrack& same = track;
+    EXPECT_EQ(&(track = same), &track);
+    EXPECT_EQ(Written(track), before);
+}
+
+TEST(GpxTrackTest, MovesCarryEverything) {
+    const std::string before = Written(FullTrack());
+    GpxTrack track = FullTrack();
+    GpxTrack moved(std::move(track));
+    EXPECT_EQ(Written(moved), before);
+    GpxTrack assigned;
+    assigned = std::move(moved);
+    EXPECT_EQ(Written(assigned), before);
+}
