@@ -1,0 +1,509 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/CleanText.h>
+
+#include <common/dbc.h>
+
+#include "support/ContractChecks.h"
+#include "support/IcuMemory.h"
+#include "support/TestFiles.h"
+
+#include <gtest/gtest.h>
+#include <unicode/uclean.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <new>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace vexaTransferLib {
+
+namespace {
+
+using testing_support::CaptureStandardError;
+using testing_support::IsOneReport;
+using testing_support::RefusedIcuMemory;
+using testing_support::Utf8;
+
+using Matcher = boost::scoped_ptr<icu::RegexMatcher>;
+using Operation = void (CleanText::*)(icu::UnicodeString&);
+
+constexpr char kSource[] = "LibCore/vexaTransferLib/CleanText.h";
+
+constexpr char kHtml[] = "The HTML could not be converted to plain text because a replace operation failed.";
+constexpr char kSymbols[] = "The HTML symbols could not be replaced because a replace operation failed.";
+constexpr char kBBCode[] = "Unable to replace the BBCode inside a string.";
+constexpr char kRemoveReturns[] = "Unable to remove extra carriage returns.";
+constexpr char kInsertReturns[] = "Unable to insert carriage returns.";
+constexpr char kTabs[] = "Unable to replace tab characters.";
+constexpr char kLineEdges[] = "Unable to remove leading and trailing spaces.";
+constexpr char kSpaces[] = "Unable to remove redundant spaces.";
+constexpr char kLineBreaks[] = "Unable to remove extra line breaks.";
+constexpr char kSingleQuotes[] = "Unable to replace single quotes.";
+constexpr char kDoubleQuotes[] = "Unable to replace double quotes.";
+constexpr char kTextEdges[] = "Unable to trim spaces.";
+constexpr char kOutOfMemory[] = "std::bad_alloc";
+
+CleanText& Cleaner() {
+    static CleanText cleaner;
+    return cleaner;
+}
+
+icu::UnicodeString Repeated(const char16_t* unit, int count) {
+    icu::UnicodeString text;
+    for (; count > 0; --count)
+        text.append(unit, -1);
+    return text;
+}
+
+void MakeMatcher(Matcher& matcher, const char16_t* expression) {
+    UErrorCode status = U_ZERO_ERROR;
+    matcher.reset(new icu::RegexMatcher(icu::UnicodeString(expression), 0, status));
+    ASSERT_TRUE(U_SUCCESS(status));
+}
+
+struct ReplaceRow {
+    const char16_t* expression;
+    const char16_t* text;
+    const char16_t* replacement;
+    const char16_t* expected;
+    const char* reason;
+};
+
+TEST(CleanTextReplaceTest, ReplacesAllMatchesByTheEnginesReplacementSyntax) {
+    static constexpr ReplaceRow kRows[] = {
+        {u"b", u"abcb", u"x", u"axcx", "plain text"},
+        {u"b", u"abcb", u"", u"ac", "nothing"},
+        {u"b+", u"abbc", u"<$0$0>", u"a<bbbb>c", "the match"},
+        {u"(a)(b)", u"abab", u"$2$1", u"baba", "groups"},
+        {u"b", u"abc", u"\\$\\\\", u"a$\\c", "escaped characters"},
+        {u"x*", u"ab", u"-", u"-a-b-", "empty matches"},
+        {u"b", u"", u"x", u"", "an empty text"},
+        {u"b", u"ac", u"$", u"ac", "no match: the replacement is not read"},
+    };
+    for (const ReplaceRow& row : kRows) {
+        Matcher matcher;
+        MakeMatcher(matcher, row.expression);
+        icu::UnicodeString text(row.text);
+        Cleaner().RegexReplaceAll(matcher, text, row.replacement, "unused");
+        EXPECT_EQ(Utf8(text), Utf8(row.expected)) << row.reason;
+    }
+}
+
+TEST(CleanTextReplaceTest, FailsWithTheGivenMessageAndLeavesWhatWasNotReplaced) {
+    static constexpr ReplaceRow kRows[] = {
+        {u"b", u"abcb", u"$", u"abcb", "a lone dollar sign"},
+        {u"b", u"abcb", u"x$", u"abcb", "half a replacement is none"},
+        {u"b", u"abcb", u"$1", u"abcb", "no such group"},
+        {u"b", u"abcb", u"${name}", u"abcb", "no such name"},
+    };
+    for (const ReplaceRow& row : kRows) {
+        Matcher matcher;
+        MakeMatcher(matcher, row.expression);
+        icu::UnicodeString text(row.text);
+        EXPECT_FAILURE(
+            Cleaner().RegexReplaceAll(matcher, text, row.replacement, "The caller's message: 100 %."),
+            dbc::postcondition_error, "The caller's message: 100 %.", kSource)
+            << row.reason;
+        EXPECT_EQ(Utf8(text), Utf8(row.expected)) << row.reason;
+    }
+}
+
+TEST(CleanTextReplaceTest, TheTextMayBeItsOwnReplacement) {
+    Matcher matcher;
+    MakeMatcher(matcher, u"b");
+    icu::UnicodeString text(u"abcb");
+    Cleaner().RegexReplaceAll(matcher, text, text, "unused");
+    EXPECT_EQ(Utf8(text), "aabcbcabcb");
+}
+
+TEST(CleanTextReplaceTest, TheMatchersFormerUseDoesNotCount) {
+    Matcher matcher;
+    MakeMatcher(matcher, u"b");
+    const icu::UnicodeString former(u"bbb");
+    UErrorCode status = U_ZERO_ERROR;
+    matcher->reset(former).region(1, 2, status);
+    ASSERT_TRUE(matcher->find());
+    icu::UnicodeString text(u"bab");
+    Cleaner().RegexReplaceAll(matcher, text, u"x", "unused");
+    EXPECT_EQ(Utf8(text), "xax");
+}
+
+TEST(CleanTextReplaceTest, WhenTheEngineGivesUpTheTextHoldsWhatWasReplacedSoFar) {
+    Matcher matcher;
+    MakeMatcher(matcher, u"(?:ab|a)+c");
+    UErrorCode status = U_ZERO_ERROR;
+    matcher->setStackLimit(4096, status);
+    ASSERT_TRUE(U_SUCCESS(status));
+    const icu::UnicodeString rest = u"-" + Repeated(u"ab", 4000) + u"c-abc";
+    icu::UnicodeString text = u"abc-ac" + rest;
+    EXPECT_FAILURE(Cleaner().RegexReplaceAll(matcher, text, u"[$0]", "gave up"), dbc::postcondition_error,
+                   "gave up", kSource);
+    EXPECT_EQ(Utf8(text), Utf8(u"[abc]-[ac]" + rest));
+
+    icu::UnicodeString next(u"abc");
+    Cleaner().RegexReplaceAll(matcher, next, u"x", "unused");
+    EXPECT_EQ(Utf8(next), "x") << "the matcher can be used again";
+}
+
+TEST(CleanTextReplaceDeathTest, AnEmptyHolderStopsTheProcess) {
+    EXPECT_EXIT(
+        {
+            const Matcher none;
+            icu::UnicodeString text(u"a");
+            Cleaner().RegexReplaceAll(none, text, u"b", "unused");
+        },
+        testing::KilledBySignal(SIGABRT),
+        "^ASSERT failed at LibCore/vexaTransferLib/CleanText\\.h:[1-9][0-9]*\n$");
+}
+
+struct GiveUpRow {
+    Operation operation;
+    icu::UnicodeString text;
+    const char* message;
+    icu::UnicodeString left;
+    const char* reason;
+};
+
+void ExpectGivesUp(const GiveUpRow& row) {
+    icu::UnicodeString text(row.text);
+    EXPECT_FAILURE((Cleaner().*row.operation)(text), dbc::postcondition_error, row.message, kSource)
+        << row.reason;
+    EXPECT_TRUE(text == row.left) << row.reason << ": " << text.length() << " units instead of "
+                                  << row.left.length() << ", beginning \"" << Utf8(text.tempSubString(0, 40))
+                                  << '"';
+    icu::UnicodeString next(u"<p>\t \u2018a\u2019 [b]&#65;");
+    Cleaner().CleanWebTextForTova(next);
+    EXPECT_EQ(Utf8(next), "\r\n\r\n'a' A") << row.reason << ": the cleaner can be used again";
+}
+
+TEST(CleanTextGiveUpTest, HtmlToPlainTextLeavesTheTextAsFarAsItCame) {
+    constexpr Operation kHtmlToText = &CleanText::HTMLToPlainText;
+    const icu::UnicodeString spaces = Repeated(u" ", 600'000);
+    const icu::UnicodeString breaks = Repeated(u"\r\n", 300'000);
+    const icu::UnicodeString tabs = Repeated(u"\t", 1'200'000);
+    const GiveUpRow rows[] = {
+        {kHtmlToText, spaces, kLineEdges, spaces, "spaces"},
+        {kHtmlToText, u"<p>  a  \n b\n" + spaces + u" \n c ", kLineEdges,
+         u"\r\n\r\na\r\nb\r\n" + spaces + u" \r\n c ", "the lines before are trimmed"},
+        {kHtmlToText, u"<i>" + breaks, kLineBreaks, breaks, "line breaks"},
+        {kHtmlToText, u"a\n\n\nb" + breaks + u"c\n\n\nd", kLineBreaks,
+         u"a\r\n\r\nb" + breaks + u"c\r\n\r\n\r\nd", "the line breaks before are reduced"},
+        {kHtmlToText, u"<!-- x -->a\t\tb<br>" + tabs + u"\tc\t", kTabs, u"a b<br>" + tabs + u"\tc\t",
+         "tabs: comments have gone, tags have not"},
+    };
+    for (const GiveUpRow& row : rows)
+        ExpectGivesUp(row);
+}
+
+TEST(CleanTextGiveUpTest, CleanPlainTextForTovaLeavesTheTextAsFarAsItCame) {
+    constexpr Operation kClean = &CleanText::CleanPlainTextForTova;
+    const icu::UnicodeString spaces = Repeated(u" ", 600'000);
+    const icu::UnicodeString tabs = Repeated(u"\t", 1'200'000);
+    const icu::UnicodeString mixed = Repeated(u"\t ", 300'000);
+    const GiveUpRow rows[] = {
+        {kClean, spaces, kLineEdges, spaces, "spaces"},
+        {kClean, u" \u2018 \n " + spaces, kLineEdges, u"\u2018\n " + spaces, "quotes come later"},
+        {kClean, u" \u2018\u2026\t\tb" + tabs + u"\t\u2014 ", kTabs, u"'... b" + tabs + u"\t--", "tabs"},
+        {kClean, u"x\t \u201Ca" + mixed + u"\t\u2013", kSpaces, u"x \"a" + Repeated(u"  ", 300'000) + u" -",
+         "a run of spaces that tabs made"},
+    };
+    for (const GiveUpRow& row : rows)
+        ExpectGivesUp(row);
+}
+
+TEST(CleanTextGiveUpTest, CleanWebTextForTovaStopsAtTheFirstFailure) {
+    const icu::UnicodeString spaces = Repeated(u" ", 600'000);
+    ExpectGivesUp({&CleanText::CleanWebTextForTova, u"[b]&#8230;\u2026\n" + spaces, kLineEdges,
+                   u"[b]...\u2026\r\n" + spaces, "the later pipelines do not run"});
+}
+
+TEST(CleanTextGiveUpTest, LongTextsThatTheEngineMasters) {
+    struct LongRow {
+        Operation operation;
+        icu::UnicodeString text;
+        icu::UnicodeString expected;
+        const char* reason;
+    };
+    const icu::UnicodeString letters = Repeated(u"a", 1'000'000);
+    const LongRow rows[] = {
+        {&CleanText::StripBBCode, u"[url=" + letters + u"]b", u"b", "a long parameter"},
+        {&CleanText::HTMLToPlainText, u"<!--" + letters + u"-->b", u"b", "a long comment"},
+        {&CleanText::HTMLToPlainText, u"<style>" + letters + u"</style>b", u"b", "a long style"},
+        {&CleanText::HTMLToPlainText, u"<p" + letters + u">b", u"\r\n\r\nb", "a long tag"},
+        {&CleanText::CleanPlainTextForTova, letters, letters, "a long word"},
+        {&CleanText::ConvertToDosLineBreaks, Repeated(u"\n", 500'000), Repeated(u"\r\n", 500'000), "LF"},
+        {&CleanText::ConvertToDosLineBreaks, Repeated(u"\r", 500'000), u"", "CR"},
+        {&CleanText::CleanPlainTextForTova, Repeated(u"\u2019\u201D", 200'000), Repeated(u"'\"", 200'000),
+         "quotes"},
+    };
+    for (const LongRow& row : rows) {
+        icu::UnicodeString text(row.text);
+        (Cleaner().*row.operation)(text);
+        EXPECT_TRUE(text == row.expected) << row.reason;
+    }
+}
+
+TEST(CleanTextMemoryTest, ATextThatFindsNoRoomStaysAsItWas) {
+    struct MemoryRow {
+        Operation operation;
+        icu::UnicodeString text;
+        const char* message;
+    };
+    const MemoryRow rows[] = {
+        {&CleanText::HTMLToPlainText, Repeated(u"<!--a-->b", 5'000), kHtml},
+        {&CleanText::StripBBCode, Repeated(u"[b]a", 10'000), kBBCode},
+        {&CleanText::CleanPlainTextForTova, Repeated(u"ab", 10'000), kLineEdges},
+        {&CleanText::ConvertToDosLineBreaks, Repeated(u"a\r", 10'000), kRemoveReturns},
+        {&CleanText::ConvertToDosLineBreaks, Repeated(u"\n", 3'000), kInsertReturns},
+        {&CleanText::ReplaceNumericCharacterReferences, Repeated(u"&#65;b", 10'000), kSymbols},
+        {&CleanText::ReplaceHTMLSymbols, Repeated(u"&#65;b", 10'000), kSymbols},
+    };
+    constexpr std::size_t kLargestRequest = 8'192;
+    for (const MemoryRow& row : rows) {
+        Cleaner();
+        icu::UnicodeString text(row.text);
+        {
+            const RefusedIcuMemory refused = RefusedIcuMemory::Above(kLargestRequest);
+            EXPECT_FAILURE((Cleaner().*row.operation)(text), dbc::postcondition_error, row.message, kSource);
+            EXPECT_GT(refused.Refused(), 0U);
+        }
+        EXPECT_TRUE(text == row.text) << row.message;
+    }
+}
+
+TEST(CleanTextMemoryTest, APlainReplacementThatFindsNoRoomIsOutOfMemory) {
+    const icu::UnicodeString dashes = Repeated(u"\u2014", 3'000);
+    icu::UnicodeString text(dashes);
+    Cleaner();
+    const RefusedIcuMemory refused = RefusedIcuMemory::Above(8'192);
+    EXPECT_THROW(Cleaner().CleanPlainTextForTova(text), std::bad_alloc);
+    EXPECT_TRUE(text == dashes);
+}
+
+// ICU's memory inside a child process, where it can be replaced without a trace in the tests' own process.
+struct IcuHeap {
+    std::size_t size = 0;         // only requests of this size count; 0: all
+    std::size_t firstRefused = 0; // counted from 1; 0: none
+    bool onwards = false;         // all requests from there on
+    std::size_t counted = 0;
+    std::size_t refused = 0;
+    long blocks = 0;
+
+    bool Refuses(std::size_t request) {
+        if (firstRefused == 0 || (size != 0 && request != size))
+            return false;
+        ++counted;
+        const bool refuse = counted == firstRefused || (onwards && counted > firstRefused);
+        refused += refuse ? 1 : 0;
+        return refuse;
+    }
+
+    void Refuse(std::size_t ofSize, std::size_t number, bool andOnwards) {
+        size = ofSize;
+        firstRefused = number;
+        onwards = andOnwards;
+        counted = 0;
+        refused = 0;
+    }
+
+    void RefuseNone() { firstRefused = 0; }
+};
+
+IcuHeap heap;
+
+void* U_CALLCONV Allocate(const void*, std::size_t size) {
+    if (heap.Refuses(size))
+        return nullptr;
+    ++heap.blocks;
+    return std::malloc(size);
+}
+
+void* U_CALLCONV Reallocate(const void*, void* memory, std::size_t size) {
+    if (heap.Refuses(size))
+        return nullptr;
+    heap.blocks += memory == nullptr ? 1 : 0;
+    return std::realloc(memory, size);
+}
+
+void U_CALLCONV Free(const void*, void* memory) {
+    heap.blocks -= memory == nullptr ? 0 : 1;
+    std::free(memory);
+}
+
+// What `action` returned in a child process that lets ICU allocate through `heap`.
+std::string InChild(const std::function<std::string()>& action) {
+    std::array<int, 2> ends{};
+    if (pipe(ends.data()) != 0)
+        return "no pipe";
+    const pid_t child = fork();
+    if (child == 0) {
+        UErrorCode status = U_ZERO_ERROR;
+        u_setMemoryFunctions(nullptr, Allocate, Reallocate, Free, &status);
+        const std::string result = U_SUCCESS(status) ? action() : "ICU did not take the memory functions\n";
+        const bool written =
+            write(ends[1], result.data(), result.size()) == static_cast<ssize_t>(result.size());
+        _exit(written ? EXIT_SUCCESS : EXIT_FAILURE);
+    }
+    close(ends[1]);
+    std::string result;
+    std::array<char, 4096> buffer{};
+    for (ssize_t got = 0; (got = read(ends[0], buffer.data(), buffer.size())) > 0;)
+        result.append(buffer.data(), static_cast<std::size_t>(got));
+    close(ends[0]);
+    int state = 0;
+    if (child < 0 || waitpid(child, &state, 0) != child || !WIFEXITED(state) ||
+        WEXITSTATUS(state) != EXIT_SUCCESS)
+        result += "the child died\n";
+    return result;
+}
+
+// The message of the failure, or what is wrong with it; empty when there was none.
+std::string FailureOf(const std::function<void()>& action) {
+    std::string failure;
+    bool reports = true;
+    const std::string written = CaptureStandardError([&] {
+        try {
+            action();
+            reports = false;
+        } catch (const dbc::postcondition_error& error) {
+            failure = error.what();
+        } catch (const std::bad_alloc&) {
+            failure = kOutOfMemory;
+            reports = false;
+        } catch (const std::exception& error) {
+            failure = std::string("unexpected: ") + error.what();
+        }
+        heap.RefuseNone();
+    });
+    const bool asItShould = reports ? static_cast<bool>(IsOneReport(written, kSource)) : written.empty();
+    return asItShould ? failure : failure + " reported as " + written;
+}
+
+void AppendUnlessLast(std::string& lines, std::string& last, const std::string& line) {
+    if (line == last)
+        return;
+    lines += line + '\n';
+    last = line;
+}
+
+// The messages of construction while the 1st, 2nd ... object of this size is refused. Only whole objects:
+// refused smaller pieces, ICU's compiler crashes on some and passes over others.
+std::string ConstructionFailures(std::size_t size) {
+    std::string lines;
+    std::string last;
+    for (std::size_t number = 1;; ++number) {
+        const long blocks = heap.blocks;
+        std::unique_ptr<CleanText> cleaner;
+        heap.Refuse(size, number, false);
+        const std::string failure = FailureOf([&] { cleaner = std::make_unique<CleanText>(); });
+        if (heap.refused == 0)
+            return lines;
+        if (failure.empty())
+            continue;
+        AppendUnlessLast(lines, last, failure);
+        if (cleaner != nullptr || heap.blocks != blocks)
+            lines += std::to_string(heap.blocks - blocks) + " blocks were left behind\n";
+    }
+}
+
+constexpr char kConstructionMessages[] =
+    "Unable to create a regex pattern for HTML numeric character references.\n"
+    "Unable to create a regex pattern to remove BBCode.\n"
+    "Unable to create a regex pattern to remove extra spaces.\n"
+    "Unable to create a regex pattern to trim spaces.\n"
+    "Unable to create a regex pattern to remove redundant spaces.\n"
+    "Unable to create a regex pattern to replace tab characters.\n"
+    "Unable to create a regex pattern to replace single quotes.\n"
+    "Unable to create a regex pattern to replace double quotes.\n"
+    "Unable to create a regex pattern to insert carriage returns.\n"
+    "Unable to create a regex pattern to remove carriage returns.\n"
+    "Unable to create a regex pattern to remove line breaks.\n"
+    "Unable to create a regex pattern for HTML comments.\n"
+    "Unable to create a regex pattern for HTML scripts.\n"
+    "Unable to create a regex pattern for HTML block tags.\n"
+    "Unable to create a regex pattern for HTML break tags.\n"
+    "Unable to create a regex pattern for HTML tags.\n";
+
+TEST(CleanTextMemoryTest, ConstructionFailsWithTheMessageOfTheFirstMatcherThatIsRefused) {
+    Cleaner(); // a first refusal would spoil ICU's own tables for good
+    EXPECT_EQ(InChild([] { return ConstructionFailures(sizeof(icu::RegexMatcher)); }), kConstructionMessages);
+}
+
+TEST(CleanTextMemoryTest, ConstructionFailsWithTheMessageOfTheFirstPatternThatIsRefused) {
+    Cleaner();
+    EXPECT_EQ(InChild([] { return ConstructionFailures(sizeof(icu::RegexPattern)); }), kConstructionMessages);
+}
+
+// The messages of an operation while all requests from the 1st, 2nd ... on are refused.
+std::string OperationFailures(Operation operation, const icu::UnicodeString& input) {
+    icu::UnicodeString expected(input);
+    (Cleaner().*operation)(expected);
+    std::string lines;
+    std::string last;
+    for (std::size_t number = 1;; ++number) {
+        icu::UnicodeString text(input);
+        // The engine's working memory of the runs before must not help.
+        CleanText cleaner;
+        heap.Refuse(0, number, true);
+        const std::string failure = FailureOf([&] { (cleaner.*operation)(text); });
+        const bool refused = heap.refused != 0;
+        if (!failure.empty())
+            AppendUnlessLast(lines, last, failure);
+        else if (text != expected)
+            lines += "wrong text without a failure\n";
+        if (!refused)
+            return lines;
+    }
+}
+
+std::string Lines(const std::vector<const char*>& messages) {
+    std::string lines;
+    for (const char* message : messages)
+        lines += std::string(message) + '\n';
+    return lines;
+}
+
+// Longer than the short strings that need no memory, and with work for every step.
+icu::UnicodeString WorkForAllSteps() {
+    return Repeated(
+        u" <!--c--><style>x</style><p>\ta<br>\u2018b\u2019 <i>\u201Cc\u201D &#65;\r\n\n\n\n&lt;&amp;  "
+        u"\r\u2026\u2013\u2014 d [b]e[/b]\t \tf ",
+        20);
+}
+
+TEST(CleanTextMemoryTest, EveryStepReportsWithItsOwnMessage) {
+    struct StepsRow {
+        Operation operation;
+        std::vector<const char*> messages;
+    };
+    const StepsRow rows[] = {
+        {&CleanText::ConvertToDosLineBreaks, {kRemoveReturns, kInsertReturns}},
+        {&CleanText::StripBBCode, {kBBCode}},
+        {&CleanText::ReplaceNumericCharacterReferences, {kSymbols}},
+        {&CleanText::ReplaceHTMLSymbols, {kSymbols, kOutOfMemory}},
+        {&CleanText::HTMLToPlainText,
+         {kHtml, kTabs, kHtml, kSymbols, kOutOfMemory, kRemoveReturns, kInsertReturns, kLineEdges, kSpaces,
+          kLineBreaks}},
+        {&CleanText::CleanPlainTextForTova,
+         {kLineEdges, kOutOfMemory, kSingleQuotes, kDoubleQuotes, kOutOfMemory, kTabs, kSpaces, kTextEdges}},
+        {&CleanText::CleanWebTextForTova,
+         {kHtml, kTabs, kHtml, kSymbols, kOutOfMemory, kRemoveReturns, kInsertReturns, kLineEdges, kSpaces,
+          kLineBreaks, kBBCode, kLineEdges, kOutOfMemory, kSingleQuotes, kDoubleQuotes, kOutOfMemory, kTabs,
+          kSpaces, kTextEdges}},
+    };
+    Cleaner();
+    for (const StepsRow& row : rows)
+        EXPECT_EQ(InChild([&] { return OperationFailures(row.operation, WorkForAllSteps()); }),
+                  Lines(row.messages));
+}
+
+} // namespace
+
+} // namespace vexaTransferLib
