@@ -66,7 +66,7 @@ VEXATRANSFERLIB_API void ReportFailure(const char* source, int line) noexcept;
 
 /// Checks: nothing happens while \p holds is true; otherwise the report is written and the error is thrown.
 /// \p source is passed by the caller because `__FILE__` would show the path of the machine that built the
-/// library.
+///         library.
 inline void Require(bool holds, const char* source, const char* message, int line = __builtin_LINE()) {
     if (!holds)
         FailPrecondition(source, line, message);

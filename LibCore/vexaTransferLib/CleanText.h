@@ -23,7 +23,8 @@ namespace vexaTransferLib {
 /// All operations rewrite the caller's text in place. They fail with a `dbc::postcondition_error` when the
 /// regular expression engine gives up, as it does on some texts of hundreds of thousands of spaces or line
 /// breaks. The text then holds what the steps before left, with the failed step done as far as the engine
-/// came, except where an operation says that it is left untouched.
+/// came, except where an operation says that it is left untouched. A plain replacement for which there is no
+/// memory leaves the text untouched and throws `std::bad_alloc`.
 ///
 ///     CleanText cleaner;
 ///     icu::UnicodeString text(u"<p>Hello&nbsp;&amp; [b]welcome[/b]</p>");
@@ -31,8 +32,7 @@ namespace vexaTransferLib {
 class VEXATRANSFERLIB_API CleanText {
 public:
     /// \throws dbc::postcondition_error "Unable to create a regex pattern ..." for the first pattern that
-    /// cannot be
-    ///         built
+    ///         cannot be built
     CleanText();
     ~CleanText();
     CleanText(const CleanText&) = delete;
@@ -66,8 +66,7 @@ public:
 
     /// Makes every line break CR LF. A CR that no LF follows is deleted, not turned into a line break.
     /// \throws dbc::postcondition_error "Unable to remove extra carriage returns.", "Unable to insert
-    /// carriage
-    ///         returns."
+    ///         carriage returns."
     void ConvertToDosLineBreaks(icu::UnicodeString& text);
 
     /// Replaces the numeric references, then the eight named ones: trade, reg, copy, deg, nbsp (a plain

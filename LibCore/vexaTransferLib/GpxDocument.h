@@ -141,8 +141,7 @@ public:
     ///
     /// \throws what GetAsByteString throws, before the file is touched
     /// \throws dbc::postcondition_error "Unable to create the GPX file. Target could be write protected or
-    /// full."
-    ///         and "Unable to write the GPX file. Target could be write protected or full."
+    ///         full." and "Unable to write the GPX file. Target could be write protected or full."
     void WriteToFile(const GpxVersion& version, const icu::UnicodeString& applicationName,
                      const icu::UnicodeString& applicationUrl, const icu::UnicodeString& fileName) const;
 

@@ -248,10 +248,10 @@ void GpxPoint::SetGroundspeakCache(const GpxGroundspeakCache& cache) {
 void GpxPoint::SetFormAttribute(const icu::UnicodeString& key, const icu::UnicodeString& value,
                                 double modTime) {
     const boost::shared_ptr<FormData> record = boost::make_shared<FormData>();
-    record->key = key;
-    record->value = value;
+    record->key = text::Copied(key);
+    record->value = text::Copied(value);
     record->modTime = modTime;
-    Rare().formAttributes[key] = record;
+    Rare().formAttributes[record->key] = record;
 }
 
 boost::shared_ptr<FormData> GpxPoint::GetFormAttribute(const icu::UnicodeString& key) const {

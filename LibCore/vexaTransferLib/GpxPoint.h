@@ -85,9 +85,8 @@ public:
 
     /// \param latitude -90 to 90, both included
     /// \param longitude -180 (included) to 180; 180 itself is stored as 179.9999998807907, just below
-    /// \throws dbc::precondition_error, tested in this order: "The GPX point type is invalid.",
-    ///         "The GPX point's latitude is invalid.", "The GPX point's longitude is invalid." (a NaN is
-    ///         invalid)
+    /// \throws dbc::precondition_error, tested in this order: "The GPX point type is invalid.", "The GPX
+    ///         point's latitude is invalid.", "The GPX point's longitude is invalid." (a NaN is invalid)
     GpxPoint(GpxPointType type, double latitude, double longitude);
     GpxPoint(const GpxPoint& other);
     GpxPoint(GpxPoint&& other) noexcept;
@@ -104,7 +103,7 @@ public:
     ///         fix type.", "Unable to write an unknown route point type."; the last two leave the lines
     ///         before them in \p out
     /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
-    /// bogus
+    ///         bogus
     virtual void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
     GpxPointType GetPointType() const;
@@ -141,8 +140,7 @@ public:
     void SetTime(double const& time);
     /// \param variation at least 0 and less than 360
     /// \throws dbc::precondition_error "The GPX point's magnetic variation must be greater than or equal to
-    /// zero
-    ///         and less than 360." (a NaN is refused)
+    ///         zero and less than 360." (a NaN is refused)
     void SetMagneticVariation(double variation);
     void SetGeoidHeight(double height);
     void SetURL(const GpxUrl& url);
@@ -158,7 +156,7 @@ public:
     void SetTarvikRoutePointType(TarvikRoutePointType type);
 
     /// \throws dbc::invariant_error "The GPX Groundspeak geocache information is only available for
-    /// waypoints."
+    ///         waypoints."
     bool GetGroundspeakCache(GpxGroundspeakCache& cache) const;
     /// \throws dbc::invariant_error "The GPX Groundspeak geocache information can only be set on waypoints."
     void SetGroundspeakCache(const GpxGroundspeakCache& cache);

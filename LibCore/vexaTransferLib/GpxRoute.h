@@ -82,10 +82,9 @@ public:
     /// type. The rules of GpxPoint::AppendToString hold for the points.
     /// \throws dbc::precondition_error "GPX routes can only be written to version 1.0 or 1.1 files."
     /// \throws dbc::invariant_error "Unable to write an unknown GPX route type.", nothing appended; and what
-    /// the
-    ///         points throw, what came before them appended
+    ///         the points throw, what came before them appended
     /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
-    /// bogus
+    ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
 private:

@@ -85,11 +85,11 @@ public:
     PointIterator GetPointEndIter(SegmentIterator segment) const;
     std::size_t GetPointCount(SegmentIterator segment) const;
 
-    /// Appends the track as GPX text; lines end in CR LF. The colour is written in both versions, the type
-    /// in 1.1 only. The rules of GpxPoint::AppendToString hold for the points. \throws
-    /// dbc::precondition_error "GPX tracks can only be written to version 1.0 or 1.1 files." \throws
-    /// dbc::invariant_error what the points throw, what came before them appended \throws
-    /// dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then bogus
+    /// Appends the track as GPX text; lines end in CR LF. The colour is written in both versions, the type in
+    /// 1.1 only. The rules of GpxPoint::AppendToString hold for the points. \throws dbc::precondition_error
+    /// "GPX tracks can only be written to version 1.0 or 1.1 files." \throws dbc::invariant_error what the
+    /// points throw, what came before them appended \throws dbc::postcondition_error "The GPX text is too
+    /// large to be held in memory."; \p out is then bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
 private:

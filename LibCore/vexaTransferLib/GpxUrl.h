@@ -47,7 +47,7 @@ public:
     /// \throws dbc::precondition_error "GPX URLs can only be written to version 1.0 or 1.1 files.", nothing
     ///         appended
     /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
-    /// bogus
+    ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
 private:

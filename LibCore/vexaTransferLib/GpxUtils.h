@@ -54,8 +54,7 @@ VEXATRANSFERLIB_API unsigned long ReadAndScaleDoubleFromString(long& out, const 
 /// an offset (`+02:00`, `-0530`, `+02`); no zone at all (UTC); without hyphens or colons; with seconds or
 /// minutes left out; hour 24. Years 1970 to 9999. A day past the end of its month runs on into the next
 /// (February 31). Refused: a bare date, a leap second, a lower-case "t", an offset that follows hour or
-/// minutes directly
-/// (`T10:20+02:00`).
+/// minutes directly (`T10:20+02:00`).
 VEXATRANSFERLIB_API bool ParseGpxTime(const std::string& text, double& millis);
 
 /// The calendar's time as GPX time text in UTC with whole seconds, e.g. "2009-01-15T10:20:30Z": Gregorian,

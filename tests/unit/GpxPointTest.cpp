@@ -579,3 +579,17 @@ TEST(GpxPointTest, MovesCarryEverythingAndTheSourceCanBeAssigned) {
     moved = assigned;
     EXPECT_EQ(Written(moved), before);
 }
+
+TEST(GpxPointTest, AFormAttributeThatMemoryCannotHoldIsRefusedAndChangesNothing) {
+    GpxPoint point = FullWaypoint();
+    const std::string before = Written(point);
+    const icu::UnicodeString storage(5000, u'x', 5000);
+    const icu::UnicodeString alias(false, storage.getBuffer(), storage.length());
+    {
+        const RefusedIcuMemory refused = RefusedIcuMemory::Above(1000);
+        EXPECT_THROW(point.SetFormAttribute(alias, u"value", 0.0), std::bad_alloc);
+        EXPECT_THROW(point.SetFormAttribute(u"Beta", alias, 0.0), std::bad_alloc);
+        EXPECT_GE(refused.Refused(), 2U);
+    }
+    EXPECT_EQ(Written(point), before);
+}

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/text/TimeText.h>
 
+#include "support/IcuMemory.h"
 #include "support/LocaleScopes.h"
 #include "support/TestFiles.h"
 
@@ -14,11 +15,13 @@
 #include <cstdio>
 #include <limits>
 #include <memory>
+#include <new>
 #include <random>
 #include <string>
 
 using vexaTransferLib::testing_support::CLocaleScope;
 using vexaTransferLib::testing_support::IcuLocaleScope;
+using vexaTransferLib::testing_support::RefusedIcuMemory;
 using vexaTransferLib::testing_support::Utf8;
 using vexaTransferLib::text::TimeText;
 using vexaTransferLib::text::YearDigits;
@@ -181,4 +184,21 @@ TEST(TimeTextTest, NoLocaleShows) {
     if (!german.IsInstalled())
         GTEST_SKIP() << "the locale de_DE.UTF-8 is not installed; the ICU locales were checked";
     EXPECT_EQ(Four(1232014830000.0) + Bare(kJulian) + Four(kJulian), expected);
+}
+
+TEST(TimeTextTest, ACalendarWithoutMemoryIsReportedAndNotTakenForANaN) {
+    constexpr double kJulian = -30610224000000.0;
+    const std::string expected = Four(kJulian);
+    bool thrown = false;
+    for (std::size_t call = 1;; ++call) {
+        const RefusedIcuMemory refused = RefusedIcuMemory::AtCall(call);
+        try {
+            EXPECT_EQ(Four(kJulian), expected) << call;
+        } catch (const std::bad_alloc&) {
+            thrown = true;
+        }
+        if (refused.Refused() == 0)
+            break;
+    }
+    EXPECT_TRUE(thrown);
 }

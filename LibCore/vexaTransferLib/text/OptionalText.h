@@ -23,13 +23,19 @@ inline bool CopyText(icu::UnicodeString& out, const icu::UnicodeString& value) {
     return true;
 }
 
+/// A copy that stands: one that ICU could not hold is bogus and would pass for an empty text.
+inline icu::UnicodeString Copied(const icu::UnicodeString& value) {
+    icu::UnicodeString copy(value);
+    if (copy.isBogus() && !value.isBogus())
+        throw std::bad_alloc();
+    return copy;
+}
+
 /// The body of every setter of an optional text. The message is no std::string because one would be built on
-/// every call. A copy that ICU could not hold is bogus; the target is only touched by one that stands.
+/// every call.
 inline void AssignText(const char* message, icu::UnicodeString& target, const icu::UnicodeString& value) {
     dbc::Require(!value.isEmpty(), kGpxUtilsSource, message);
-    icu::UnicodeString copy(value);
-    if (copy.isBogus())
-        throw std::bad_alloc();
+    icu::UnicodeString copy = Copied(value);
     target.swap(copy);
 }
 

@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 namespace vexaTransferLib::text {
 
@@ -90,6 +91,9 @@ bool CivilFromCalendar(double millis, CivilTime& civil) {
     civil.hour = calendar.get(UCAL_HOUR_OF_DAY, status);
     civil.minute = calendar.get(UCAL_MINUTE, status);
     civil.second = calendar.get(UCAL_SECOND, status);
+    // Without memory no time is no NaN: a line must not be lost for it.
+    if (status == U_MEMORY_ALLOCATION_ERROR)
+        throw std::bad_alloc();
     return U_SUCCESS(status);
 }
 
