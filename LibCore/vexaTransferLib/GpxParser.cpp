@@ -1,0 +1,291 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/GpxParser.h>
+
+#include <vexaTransferLib/CleanText.h>
+#include <vexaTransferLib/reader/DocumentReader.h>
+#include <vexaTransferLib/reader/DomNode.h>
+#include <vexaTransferLib/reader/GeocacheReader.h>
+#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/reader/LinkReader.h>
+#include <vexaTransferLib/reader/PointReader.h>
+#include <vexaTransferLib/reader/ReadContext.h>
+#include <vexaTransferLib/reader/RouteReader.h>
+#include <vexaTransferLib/reader/TrackReader.h>
+#include <vexaTransferLib/reader/ValueReaders.h>
+#include <vexaTransferLib/reader/VendorReader.h>
+#include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/UsNumberFormat.h>
+
+#include <common/UnicodeStrUtils.h>
+#include <common/dbc.h>
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include <cstdlib>
+#include <exception>
+#include <utility>
+
+namespace vexaTransferLib {
+
+namespace {
+
+using reader::ViewOf;
+using xercesc::DOMNode;
+
+class ParserContext final : public reader::ReadContext {
+public:
+    explicit ParserContext(GpxParser& parser) : parser_(parser) {}
+
+    void CleanText(icu::UnicodeString& text) override { parser_.CleanGroundspeakText(text); }
+
+private:
+    GpxParser& parser_;
+};
+
+// Everything else keeps the XML parser's defaults, the reading of external entities among them.
+void Configure(xercesc::XercesDOMParser& parser, xercesc::ErrorHandler& errorHandler) {
+    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Auto);
+    parser.setDoNamespaces(true);
+    parser.setDoSchema(false);
+    parser.setValidationSchemaFullChecking(false);
+    parser.setErrorHandler(&errorHandler);
+}
+
+// The file's name without folder and extension; only "/" separates folders.
+icu::UnicodeString DefaultName(const icu::UnicodeString& path) {
+    icu::UnicodeString name(path);
+    const std::int32_t slash = name.lastIndexOf(u'/');
+    if (slash >= 0)
+        name.remove(0, slash + 1);
+    const std::int32_t dot = name.lastIndexOf(u'.');
+    if (dot >= 0)
+        name.truncate(dot);
+    return name;
+}
+
+} // namespace
+
+GpxParser::GpxParser() : errorsSeen_(false) {
+    try {
+        cleaner_.reset(new CleanText);
+    } catch (const std::exception& exception) {
+        throw dbc::postcondition_error(std::string("Unable to construct a text cleaner: ") +
+                                       exception.what());
+    }
+}
+
+GpxParser::~GpxParser() = default;
+
+void GpxParser::warning(const xercesc::SAXParseException&) {}
+
+void GpxParser::error(const xercesc::SAXParseException&) {
+    errorsSeen_ = true;
+}
+
+void GpxParser::fatalError(const xercesc::SAXParseException&) {
+    errorsSeen_ = true;
+}
+
+void GpxParser::resetErrors() {
+    errorsSeen_ = false;
+}
+
+std::unique_ptr<xercesc::XercesDOMParser> GpxParser::GetParser(const icu::UnicodeString& path) {
+    dbc::Require(!path.isEmpty(), text::kGpxParserSource, "The GPX file path was empty or invalid.");
+    resetErrors();
+    auto parser = std::make_unique<xercesc::XercesDOMParser>(
+        nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
+    Configure(*parser, *this);
+    const std::string narrowPath = UnicodeStrUtils::UnicodeStringToStlString(path);
+    try {
+        icu::UnicodeString terminated(path);
+        parser->parse(terminated.getTerminatedBuffer());
+    } catch (const xercesc::XMLException& exception) {
+        std::string message;
+        reader::ToNarrow(exception.getMessage(), message);
+        throw dbc::postcondition_error("Error parsing the GPX file: " + narrowPath +
+                                       ". Error message: " + message);
+    } catch (const xercesc::DOMException& exception) {
+        throw dbc::postcondition_error("Error parsing GPX file: " + narrowPath +
+                                       ". DOM error code: " + std::to_string(exception.code));
+    }
+    if (errorsSeen_)
+        throw dbc::postcondition_error("One or more errors encountered while parsing the GPX file: " +
+                                       narrowPath);
+    return parser;
+}
+
+void GpxParser::Parse(const icu::UnicodeString& path, GpxDocument& document) {
+    const std::unique_ptr<xercesc::XercesDOMParser> parser = GetParser(path);
+    document.Clear();
+    GpxModelAccess::SetName(document, DefaultName(path));
+    const xercesc::DOMDocument* const tree = parser->getDocument();
+    if (tree == nullptr)
+        throw dbc::postcondition_error(
+            "Unable to interpret the GPX file: " + UnicodeStrUtils::UnicodeStringToStlString(path) +
+            ". The document object could not be obtained.");
+    const reader::NodeView root = ViewOf(tree->getDocumentElement());
+    if (!reader::Equals(root.LocalName(), u"gpx"))
+        throw dbc::postcondition_error("The GPX document element was not found.");
+    ParserContext context(*this);
+    reader::ReadDocument(context, root, document);
+}
+
+void GpxParser::ParseGpxNode(DOMNode* gpxElement, GpxDocument& document) {
+    ParserContext context(*this);
+    reader::ReadDocument(context, ViewOf(gpxElement), document);
+}
+
+bool GpxParser::IsStdGPXNode(const GpxVersion& version, DOMNode* node) {
+    return reader::IsStandard(version, ViewOf(node));
+}
+
+void GpxParser::ParseExtensionsElement(DOMNode* extensions, GpxDocument& document) {
+    ParserContext context(*this);
+    reader::ReadDocumentData(context, ViewOf(extensions), document);
+}
+
+void GpxParser::ParsePointNode(const GpxVersion& version, GpxPointType type, DOMNode* node, GpxPoint& point) {
+    ParserContext context(*this);
+    reader::ReadPoint(context, version, type, ViewOf(node), point);
+}
+
+void GpxParser::ParseLinkNode(DOMNode* node, GpxUrl& link) {
+    reader::ReadLink(ViewOf(node), link);
+}
+
+void GpxParser::ParseRteNode(const GpxVersion& version, DOMNode* node, GpxDocument& document) {
+    ParserContext context(*this);
+    reader::ReadRoute(context, version, ViewOf(node), document);
+}
+
+void GpxParser::ParseTrkNode(const GpxVersion& version, DOMNode* node, GpxDocument& document) {
+    ParserContext context(*this);
+    reader::ReadTrack(context, version, ViewOf(node), document);
+}
+
+void GpxParser::ParseTrkSegNode(const GpxVersion& version, DOMNode* node, GpxTrack& track) {
+    ParserContext context(*this);
+    reader::ReadSegment(context, version, ViewOf(node), track);
+}
+
+const XMLCh* GpxParser::GetElementText(DOMNode* node) {
+    return reader::ElementText(ViewOf(node));
+}
+
+std::string GpxParser::GetTranscodedElementText(DOMNode* node) {
+    std::string text;
+    reader::ReadText(ViewOf(node), text);
+    return text;
+}
+
+bool GpxParser::XMLChToStdString(const XMLCh* text, std::string& out) {
+    return reader::ToNarrow(text, out);
+}
+
+bool GpxParser::GetStringElement(DOMNode* node, std::string& out) {
+    return reader::ReadText(ViewOf(node), out);
+}
+
+bool GpxParser::GetStringElement(DOMNode* node, icu::UnicodeString& out) {
+    return reader::ReadText(ViewOf(node), out);
+}
+
+const XMLCh* GpxParser::GetAttributeText(DOMNode* node, const char* name) {
+    if (!dbc::SoftCheck(name != nullptr, text::kGpxParserSource))
+        return nullptr;
+    icu::UnicodeString wideName(name);
+    return reader::AttributeText(ViewOf(node), wideName.getTerminatedBuffer());
+}
+
+bool GpxParser::GetStringAttribute(DOMNode* node, const char* name, icu::UnicodeString& out) {
+    const XMLCh* const text = GetAttributeText(node, name);
+    if (text == nullptr)
+        return false;
+    out.setTo(text, -1);
+    return true;
+}
+
+bool GpxParser::GetDoubleAttribute(DOMNode* node, const char* name, double& out) {
+    std::string text;
+    return reader::ToNarrow(GetAttributeText(node, name), text) && StrToDouble(text.c_str(), out);
+}
+
+bool GpxParser::GetDoubleElement(DOMNode* node, double& out) {
+    return reader::ReadDouble(ViewOf(node), out);
+}
+
+bool GpxParser::GetTimeElement(DOMNode* node, double& out) {
+    return reader::ReadTime(ViewOf(node), out);
+}
+
+bool GpxParser::GetFixElement(DOMNode* node, GpxFix& out) {
+    return reader::ReadFix(ViewOf(node), out);
+}
+
+bool GpxParser::GetTarvikRouteTypeElement(DOMNode* extensions, TarvikRouteType& type) {
+    return reader::ReadRouteType(ViewOf(extensions), type);
+}
+
+bool GpxParser::GetTarvikRoutePointTypeElement(DOMNode* extensions, TarvikRoutePointType& type) {
+    return reader::ReadRoutePointType(ViewOf(extensions), type);
+}
+
+void GpxParser::GetTarvikDataElementsFromWptExtensions(DOMNode* extensions, GpxPoint& point) {
+    ParserContext context(*this);
+    reader::ReadWaypointData(context, ViewOf(extensions), point);
+}
+
+void GpxParser::GetTarvikDataElementsFromTrkExtensions(DOMNode* extensions, GpxTrack& track) {
+    ParserContext context(*this);
+    reader::ReadTrackData(context, ViewOf(extensions), track);
+}
+
+bool GpxParser::IsGroundspeakNode(DOMNode* node) {
+    return reader::IsGroundspeak(ViewOf(node));
+}
+
+bool GpxParser::GetGroundspeakCacheElementFromExtensions(DOMNode* extensions, GpxGroundspeakCache& cache) {
+    ParserContext context(*this);
+    return reader::ReadGeocacheFromExtensions(context, ViewOf(extensions), cache);
+}
+
+bool GpxParser::GetGroundspeakCacheElement(DOMNode* cacheNode, GpxGroundspeakCache& cache) {
+    ParserContext context(*this);
+    return reader::ReadGeocache(context, ViewOf(cacheNode), cache);
+}
+
+bool GpxParser::GetGroundspeakCacheLogs(DOMNode* logsNode, GpxGroundspeakCache& cache) {
+    ParserContext context(*this);
+    return reader::ReadGeocacheLogs(context, ViewOf(logsNode), cache);
+}
+
+bool GpxParser::GetGroundspeakTravelBugs(DOMNode* travelbugsNode, GpxGroundspeakCache& cache) {
+    ParserContext context(*this);
+    return reader::ReadTravelBugs(context, ViewOf(travelbugsNode), cache);
+}
+
+bool GpxParser::CleanGroundspeakText(icu::UnicodeString& text) {
+    if (!dbc::SoftCheck(cleaner_ != nullptr, text::kGpxParserSource))
+        std::abort();
+    try {
+        cleaner_->CleanWebTextForTova(text);
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+bool StrToDouble(const char* text, double& out) {
+    return reader::ReadNumber(text, out);
+}
+
+long StrToInt(const icu::UnicodeString& text) {
+    return text::UsNumberFormat().ParseInteger(text);
+}
+
+} // namespace vexaTransferLib

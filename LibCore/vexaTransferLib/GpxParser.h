@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Reads GPX 1.0 and 1.1 files into a GpxDocument.
+
+#include <common/Export.h>
+#include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/GpxGroundspeakCache.h>
+#include <vexaTransferLib/GpxPoint.h>
+#include <vexaTransferLib/GpxRoute.h>
+#include <vexaTransferLib/GpxTrack.h>
+#include <vexaTransferLib/GpxUrl.h>
+#include <vexaTransferLib/GpxVersion.h>
+
+#include <boost/scoped_ptr.hpp>
+#include <unicode/unistr.h>
+#include <xercesc/dom/DOMNode.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/ErrorHandler.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+
+#include <memory>
+#include <string>
+
+namespace vexaTransferLib {
+
+class CleanText;
+
+/// The reader of GPX files, and the error handler of the XML parsers that it makes.
+///
+/// The host calls `xercesc::XMLPlatformUtils::Initialize()` before it makes a parser and keeps the platform
+/// until the parser is gone; the library never does. One parser reads any number of files, one after another,
+/// on one thread at a time; parsers on different threads are independent.
+///
+///     xercesc::XMLPlatformUtils::Initialize();
+///     {
+///         GpxParser parser;
+///         GpxDocument document;
+///         parser.Parse("walk.gpx", document);
+///     }
+///     xercesc::XMLPlatformUtils::Terminate();
+///
+/// **What is read.** `name` and `time` of the document (below the root or in `metadata`, whatever the
+/// version), the vendor's metadata block, waypoints, routes and tracks in the namespace of the file's own
+/// version, links, Groundspeak geocaches (their texts cleaned), and the vendor's extensions.
+///
+/// **What is passed over in silence.** Standard elements in another namespace than that of the `version`
+/// attribute; a `wpt` after a route or track, and a `rte` after a track; a point child, link, route point,
+/// track point or segment that cannot be read or that the model refuses (the rest of its parent is read); the
+/// extensions of track points and of GPX 1.0; satellites, dilution of precision, numbers. A waypoint without
+/// a usable position is not passed over: it ends the reading.
+///
+/// **What may surprise.** A `cmt` becomes the *description* of a point or track and wins over any `desc`; the
+/// first of several `desc` stays. Element text is the first child if it is text, else nothing: a comment in
+/// front hides it. Numbers may start with blanks but not end with them.
+///
+/// **A warning.** XML lets a file name other files and servers (external entities, document types), and they
+/// are read. Do not read files from strangers where that matters.
+///
+/// The public operations on nodes take any node of a Xerces DOM, a null one included; nodes stay the
+/// caller's.
+class VEXATRANSFERLIB_API GpxParser : public xercesc::ErrorHandler {
+public:
+    /// \throws dbc::postcondition_error "Unable to construct a text cleaner: " and the reason
+    GpxParser();
+    ~GpxParser() override;
+    GpxParser(const GpxParser&) = delete;
+    GpxParser& operator=(const GpxParser&) = delete;
+
+    /// Called by Xerces while a file is parsed. A host that wants the parser's complaints with their line and
+    /// column derives, notes them, and calls the base. A warning does nothing; an error or fatal error makes
+    /// the parse fail at its end.
+    void warning(const xercesc::SAXParseException& exception) override;
+    void error(const xercesc::SAXParseException& exception) override;
+    void fatalError(const xercesc::SAXParseException& exception) override;
+    /// Forgets earlier errors; GetParser calls it first.
+    void resetErrors() override;
+
+    /// Parses a file into a DOM tree, which the returned parser owns. Everything in memory: about 1.8 kB for
+    /// a track point. Any encoding that Xerces knows; external entities are read. \throws
+    /// dbc::precondition_error "The GPX file path was empty or invalid." \throws dbc::postcondition_error
+    /// "Error parsing the GPX file: PATH. Error message: ...", "Error parsing GPX
+    ///         file: PATH. DOM error code: N", or, for whatever else made the file unreadable, "One or more
+    ///         errors encountered while parsing the GPX file: PATH"
+    std::unique_ptr<xercesc::XercesDOMParser> GetParser(const icu::UnicodeString& path);
+
+    /// Reads a file into \p document, replacing what it held. The document is named after the file, without
+    /// folder (only "/" separates) and extension, unless the file has a `name`.
+    ///
+    /// A file that is not well-formed leaves the document untouched. A failure after that (no `gpx` root, no
+    /// usable version, a waypoint without a position) leaves it cleared and partly filled.
+    ///
+    /// \throws what GetParser throws
+    /// \throws dbc::postcondition_error "Unable to interpret the GPX file: PATH. The document object could
+    ///         not be obtained.", "The GPX document element was not found.", and what ParseGpxNode throws
+    void Parse(const icu::UnicodeString& path, GpxDocument& document);
+
+    /// Reads the children of a root element into \p document, which is not cleared.
+    /// \throws dbc::postcondition_error "Unable to read the GPX version.", "Unable to read the GPX file
+    ///         nodes.", "Unable to read a GPX child node.", and for a waypoint what ParsePointNode throws
+    /// \throws dbc::precondition_error "Unsupported GPX version string.", and for a waypoint what GpxPoint's
+    ///         constructor throws
+    void ParseGpxNode(xercesc::DOMNode* gpxElement, GpxDocument& document);
+
+    /// True when the node is in the standard namespace of \p version, compared exactly; its name is not
+    /// looked at.
+    bool IsStdGPXNode(const GpxVersion& version, xercesc::DOMNode* node);
+
+    /// Reads the vendor's metadata block. Both records of the document are replaced by fresh ones, even when
+    /// the element is empty. Children match by local name in any namespace; the last of a name counts.
+    /// \throws dbc::precondition_error "Invalid node." for a null node
+    void ParseExtensionsElement(xercesc::DOMNode* extensions, GpxDocument& document);
+
+    /// Reads a `wpt`, `rtept` or `trkpt`. \p point is assigned at the very end: unchanged when this throws. A
+    /// child that fails is passed over. \throws dbc::precondition_error "Unable to read a GPX point due to an
+    /// invalid GPX point type.", and what
+    ///         GpxPoint's constructor throws
+    /// \throws dbc::postcondition_error "Unable to read a GPX point's latitude.", "Unable to read a GPX
+    ///         point's longitude.", "Unable to read GPX point child elements."
+    void ParsePointNode(const GpxVersion& version, GpxPointType type, xercesc::DOMNode* node,
+                        GpxPoint& point);
+
+    /// Reads a GPX 1.1 `link`. \p link is assigned at the very end: unchanged when this throws.
+    /// \throws dbc::postcondition_error "A link element was missing the href attribute.", "Unable to read GPX
+    ///         link child elements."
+    void ParseLinkNode(xercesc::DOMNode* node, GpxUrl& link);
+
+    /// Reads a `rte` and appends the route. What follows the first `rtept` (name, source, type, extensions)
+    /// has no effect. A route point that cannot be read or that the route refuses is passed over. \throws
+    /// dbc::postcondition_error "Unable to read GPX route child elements."
+    void ParseRteNode(const GpxVersion& version, xercesc::DOMNode* node, GpxDocument& document);
+
+    /// Reads a `trk` and appends the track.
+    /// \throws dbc::postcondition_error "Unable to read GPX track child elements."
+    void ParseTrkNode(const GpxVersion& version, xercesc::DOMNode* node, GpxDocument& document);
+
+    /// Reads a `trkseg` into a new segment of \p track. A point that cannot be read is passed over.
+    /// \throws dbc::postcondition_error "Unable to read GPX track segment child elements.", no segment added
+    void ParseTrkSegNode(const GpxVersion& version, xercesc::DOMNode* node, GpxTrack& track);
+
+    /// The value readers: each returns false (or null, or an empty string) when there is no value, and then
+    /// leaves its output untouched, except that a number followed by other characters is stored although
+    /// false is returned. A null node or name writes the contract report. None throws on bad input.
+
+    /// The first child's text, if that is a non-empty text or CDATA section; blanks are kept. The text
+    /// belongs to the DOM tree.
+    const XMLCh* GetElementText(xercesc::DOMNode* node);
+    /// GetElementText in the local code page of Xerces; empty when there is none.
+    std::string GetTranscodedElementText(xercesc::DOMNode* node);
+    /// Converts to the local code page of Xerces (UTF-8 on Linux); false for null.
+    bool XMLChToStdString(const XMLCh* text, std::string& out);
+    bool GetStringElement(xercesc::DOMNode* node, std::string& out);
+    bool GetStringElement(xercesc::DOMNode* node, icu::UnicodeString& out);
+    /// The non-empty value of the attribute with that qualified name. The text belongs to the DOM tree.
+    const XMLCh* GetAttributeText(xercesc::DOMNode* node, const char* name);
+    bool GetStringAttribute(xercesc::DOMNode* node, const char* name, icu::UnicodeString& out);
+    /// A number as StrToDouble reads it.
+    bool GetDoubleAttribute(xercesc::DOMNode* node, const char* name, double& out);
+    bool GetDoubleElement(xercesc::DOMNode* node, double& out);
+    /// GPX time text (see ParseGpxTime), in milliseconds since 1970 UTC.
+    bool GetTimeElement(xercesc::DOMNode* node, double& out);
+    /// "none", "2d", "3d", "dgps" or "pps", exactly.
+    bool GetFixElement(xercesc::DOMNode* node, GpxFix& out);
+
+    /// The vendor's `routeType` or `routePointType` among the children, which must be in the vendor's
+    /// namespace; the last recognised one counts. False, and \p type untouched, when there is none. \throws
+    /// dbc::postcondition_error "Unable to read GPX extension child elements."
+    bool GetTarvikRouteTypeElement(xercesc::DOMNode* extensions, TarvikRouteType& type);
+    bool GetTarvikRoutePointTypeElement(xercesc::DOMNode* extensions, TarvikRoutePointType& type);
+    /// The vendor's data of a waypoint (form attributes, symbol number, GUID) and of a track (colour),
+    /// matched by local name in any namespace. A null node writes the contract report and is passed over.
+    void GetTarvikDataElementsFromWptExtensions(xercesc::DOMNode* extensions, GpxPoint& point);
+    void GetTarvikDataElementsFromTrkExtensions(xercesc::DOMNode* extensions, GpxTrack& track);
+
+    /// True when the node is in the namespace of Groundspeak cache 1.0 or 1.0.1. A null node writes the
+    /// contract report and gives false.
+    bool IsGroundspeakNode(xercesc::DOMNode* node);
+    /// Reads the first Groundspeak `cache` child. False when there is none.
+    bool GetGroundspeakCacheElementFromExtensions(xercesc::DOMNode* extensions, GpxGroundspeakCache& cache);
+    /// Reads a `cache` element; \p cache is cleared first. True when at least one of its nine texts was read:
+    /// one that has only logs or travel bugs reads as absent.
+    bool GetGroundspeakCacheElement(xercesc::DOMNode* cacheNode, GpxGroundspeakCache& cache);
+    /// Appends the logs that have date, finder and text. True when there was one.
+    bool GetGroundspeakCacheLogs(xercesc::DOMNode* logsNode, GpxGroundspeakCache& cache);
+    /// Appends the names of the travel bugs. True when there was one.
+    bool GetGroundspeakTravelBugs(xercesc::DOMNode* travelbugsNode, GpxGroundspeakCache& cache);
+    /// CleanText::CleanWebTextForTova. A text that cannot be cleaned is left as the cleaner left it; never
+    /// throws.
+    bool CleanGroundspeakText(icu::UnicodeString& text);
+
+private:
+    friend class GpxModelAccess;
+
+    boost::scoped_ptr<CleanText> cleaner_;
+    bool errorsSeen_;
+};
+
+/// Reads a number as `strtod` does in the classic locale, whatever the C locale: leading white space, a full
+/// stop, exponents, hexadecimal, "inf" and "nan". True only when the whole text was consumed; when something
+/// follows the number, false, with the number stored all the same. Null or empty: false, \p out untouched.
+VEXATRANSFERLIB_API bool StrToDouble(const char* text, double& out);
+
+/// Reads the integer at the start of a text in US form ("1,234" is 1234, "12abc" is 12, "7.9" is 7, "abc" and
+/// " 5" are 0), clamped to 32 bits. Looks at the first 400 code units only.
+VEXATRANSFERLIB_API long StrToInt(const icu::UnicodeString& text);
+
+} // namespace vexaTransferLib

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/reader/NodeView.h>
+#include <vexaTransferLib/text/ContractSources.h>
+
+#include <common/dbc.h>
+
+#include <exception>
+#include <utility>
+
+namespace vexaTransferLib::reader {
+
+/// The messages for a node without a child list and for a missing entry of one.
+struct ChildMessages {
+    const char* noChildren;
+    const char* noChild;
+};
+
+/// Calls `read` for every child that has a local name, each behind a guard: one bad child never costs its
+/// parent. Only what derives from std::exception is swallowed; the XML parser's own exceptions (out of memory
+/// among them) do not and pass through. \throws dbc::postcondition_error when the node has no child list
+template <class Read>
+void ForEachGuardedChild(const NodeView& node, const ChildMessages& messages, Read read) {
+    dbc::Ensure(node.HasChildList(), text::kGpxParserSource, messages.noChildren);
+    ChildWalk children(node);
+    for (NodeView child; children.Next(child);) {
+        try {
+            dbc::Ensure(!child.IsNull(), text::kGpxParserSource, messages.noChild);
+            if (child.LocalName() != nullptr)
+                read(child);
+        } catch (const std::exception&) { // NOLINT(bugprone-empty-catch)
+        }
+    }
+}
+
+/// The same without guard and messages, for the readers that pass over missing entries.
+template <class Read>
+void ForEachNamedChild(const NodeView& node, Read read) {
+    ChildWalk children(node);
+    for (NodeView child; children.Next(child);)
+        if (child.LocalName() != nullptr)
+            read(child);
+}
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/DomNode.h>
+
+#include <xercesc/dom/DOMNamedNodeMap.hpp>
+
+#include <type_traits>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+using xercesc::DOMNode;
+
+static_assert(std::is_same_v<XMLCh, char16_t>, "names are compared as the XML parser's own units");
+
+const DOMNode& AsDom(const void* node) {
+    return *static_cast<const DOMNode*>(node);
+}
+
+bool IsText(const DOMNode& node) {
+    return node.getNodeType() == DOMNode::TEXT_NODE || node.getNodeType() == DOMNode::CDATA_SECTION_NODE;
+}
+
+// Comments and processing instructions have a text of their own that is no part of their parent's.
+bool HasTextContent(const DOMNode& node) {
+    switch (node.getNodeType()) {
+    case DOMNode::ELEMENT_NODE:
+    case DOMNode::ATTRIBUTE_NODE:
+    case DOMNode::ENTITY_NODE:
+    case DOMNode::ENTITY_REFERENCE_NODE:
+    case DOMNode::DOCUMENT_FRAGMENT_NODE:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// The node after this one and all below it, within the tree under `root`; null at its end.
+const DOMNode* NextOutside(const DOMNode* node, const DOMNode* root) {
+    while (node != root) {
+        if (const DOMNode* sibling = node->getNextSibling())
+            return sibling;
+        node = node->getParentNode();
+    }
+    return nullptr;
+}
+
+class DomSource final : public NodeSource {
+public:
+    bool IsElement(const void* node) const override {
+        return AsDom(node).getNodeType() == DOMNode::ELEMENT_NODE;
+    }
+    const char16_t* LocalName(const void* node) const override { return AsDom(node).getLocalName(); }
+    const char16_t* NamespaceUri(const void* node) const override { return AsDom(node).getNamespaceURI(); }
+
+    const char16_t* Attribute(const void* node, const char16_t* qualifiedName) const override {
+        const xercesc::DOMNamedNodeMap* attributes = AsDom(node).getAttributes();
+        const DOMNode* attribute = attributes != nullptr ? attributes->getNamedItem(qualifiedName) : nullptr;
+        return attribute != nullptr ? attribute->getNodeValue() : nullptr;
+    }
+
+    const char16_t* FirstChildText(const void* node) const override {
+        const DOMNode* first = AsDom(node).getFirstChild();
+        return first != nullptr && IsText(*first) ? first->getNodeValue() : nullptr;
+    }
+
+    // Xerces' own getTextContent recurses: some 100,000 nested elements end the process.
+    bool TextContent(const void* node, icu::UnicodeString& out) const override {
+        const DOMNode& root = AsDom(node);
+        if (!HasTextContent(root)) {
+            const XMLCh* value = root.getTextContent();
+            if (value != nullptr)
+                out.setTo(value, -1);
+            return value != nullptr;
+        }
+        out.remove();
+        for (const DOMNode* current = root.getFirstChild(); current != nullptr;) {
+            if (IsText(*current))
+                out.append(current->getNodeValue(), -1);
+            const DOMNode* child = HasTextContent(*current) ? current->getFirstChild() : nullptr;
+            current = child != nullptr ? child : NextOutside(current, &root);
+        }
+        return true;
+    }
+
+    bool HasChildList(const void*) const override { return true; }
+
+    // By sibling: every access by index walks the list from its start.
+    bool NextChild(const void* node, ChildPosition& position, const void*& child) const override {
+        const DOMNode* next = position.position == nullptr ? AsDom(node).getFirstChild()
+                                                           : AsDom(position.position).getNextSibling();
+        if (next == nullptr)
+            return false;
+        position.position = next;
+        child = next;
+        return true;
+    }
+};
+
+} // namespace
+
+NodeView ViewOf(const xercesc::DOMNode* node) {
+    static const DomSource source;
+    return node != nullptr ? NodeView(source, node) : NodeView();
+}
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <unicode/unistr.h>
+
+namespace vexaTransferLib::reader {
+
+class NodeView;
+
+/// Where a walk over the children of one node stands. What `position` and `index` mean is the source's
+/// business.
+struct ChildPosition {
+    const void* position = nullptr;
+    std::size_t index = 0;
+};
+
+/// One kind of tree behind the node view. Nodes are handles that only their source understands; none is null.
+/// Texts are zero-terminated, belong to the tree and live as long as it.
+class NodeSource {
+public:
+    virtual ~NodeSource() = default;
+
+    virtual bool IsElement(const void* node) const = 0;
+    /// Null when the node has none, as a text node.
+    virtual const char16_t* LocalName(const void* node) const = 0;
+    /// Null when the node is in no namespace.
+    virtual const char16_t* NamespaceUri(const void* node) const = 0;
+    /// The value of the attribute with this qualified name; null when there is none.
+    virtual const char16_t* Attribute(const void* node, const char16_t* qualifiedName) const = 0;
+    /// The value of the first child when that is a text or CDATA section; null otherwise.
+    virtual const char16_t* FirstChildText(const void* node) const = 0;
+    /// All text and CDATA below the node, without comments and processing instructions; false when the node
+    /// is of a kind that has none. Bounded stack whatever the depth.
+    virtual bool TextContent(const void* node, icu::UnicodeString& out) const = 0;
+    virtual bool HasChildList(const void* node) const = 0;
+    /// Moves to the next child, from the start for a fresh position; false after the last. \p child is null
+    /// for an entry that is missing.
+    virtual bool NextChild(const void* node, ChildPosition& position, const void*& child) const = 0;
+};
+
+/// A node of any source; null by default. Two pointers: copy it.
+class NodeView {
+public:
+    NodeView() = default;
+    NodeView(const NodeSource& source, const void* node) : source_(&source), node_(node) {}
+
+    bool IsNull() const { return node_ == nullptr; }
+
+    // A null node has no name, no namespace, no attributes, no text and no child list.
+    bool IsElement() const { return !IsNull() && source_->IsElement(node_); }
+    const char16_t* LocalName() const { return IsNull() ? nullptr : source_->LocalName(node_); }
+    const char16_t* NamespaceUri() const { return IsNull() ? nullptr : source_->NamespaceUri(node_); }
+    const char16_t* Attribute(const char16_t* qualifiedName) const {
+        return IsNull() ? nullptr : source_->Attribute(node_, qualifiedName);
+    }
+    const char16_t* FirstChildText() const { return IsNull() ? nullptr : source_->FirstChildText(node_); }
+    bool TextContent(icu::UnicodeString& out) const { return !IsNull() && source_->TextContent(node_, out); }
+    bool HasChildList() const { return !IsNull() && source_->HasChildList(node_); }
+
+private:
+    friend class ChildWalk;
+
+    const NodeSource* source_ = nullptr;
+    const void* node_ = nullptr;
+};
+
+/// Walks the children of a node in document order, each step in constant time.
+///
+///     ChildWalk children(node);
+///     for (NodeView child; children.Next(child);) ...
+class ChildWalk {
+public:
+    explicit ChildWalk(const NodeView& parent) : parent_(parent) {}
+
+    /// False after the last child, and for a node without a child list. \p child may be null.
+    bool Next(NodeView& child) {
+        const void* next = nullptr;
+        if (!parent_.HasChildList() || !parent_.source_->NextChild(parent_.node_, position_, next))
+            return false;
+        child = NodeView(*parent_.source_, next);
+        return true;
+    }
+
+private:
+    NodeView parent_;
+    ChildPosition position_;
+};
+
+/// Exact comparison of a name that may be null with one that is not.
+inline bool Equals(const char16_t* name, const char16_t* expected) {
+    if (name == nullptr)
+        return false;
+    while (*name == *expected) {
+        if (*name == u'\0')
+            return true;
+        ++name;
+        ++expected;
+    }
+    return false;
+}
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/text/UsNumberFormat.h>
+
+#include <unicode/unistr.h>
+
+namespace vexaTransferLib::reader {
+
+/// What the node readers share during one public operation of the parser.
+class ReadContext {
+public:
+    virtual ~ReadContext() = default;
+
+    /// Cleans a geocache text in place; never throws.
+    virtual void CleanText(icu::UnicodeString& text) = 0;
+
+    /// Made on first use: most files hold no vendor number.
+    text::UsNumberFormat numberFormat;
+};
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/ValueReaders.h>
+
+#include <vexaTransferLib/GpxUtils.h>
+#include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/text/NumberText.h>
+
+#include <common/UnicodeStrUtils.h>
+#include <common/dbc.h>
+
+#include <xercesc/util/XMLString.hpp>
+
+#include <algorithm>
+#include <memory>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+struct TranscodedDeleter {
+    void operator()(char* text) const { xercesc::XMLString::release(&text); }
+};
+
+bool NonEmpty(const char16_t* text) {
+    return text != nullptr && *text != u'\0';
+}
+
+bool ParseNumber(const char16_t* text, double& out) {
+    std::string narrow;
+    return ToNarrow(text, narrow) && ReadNumber(narrow.c_str(), out);
+}
+
+} // namespace
+
+const char16_t* ElementText(const NodeView& node) {
+    if (!dbc::SoftCheck(!node.IsNull(), text::kGpxParserSource) || !node.IsElement())
+        return nullptr;
+    const char16_t* const text = node.FirstChildText();
+    return NonEmpty(text) ? text : nullptr;
+}
+
+const char16_t* AttributeText(const NodeView& node, const char16_t* name) {
+    if (!dbc::SoftCheck(!node.IsNull(), text::kGpxParserSource))
+        return nullptr;
+    const char16_t* const text = node.Attribute(name);
+    return NonEmpty(text) ? text : nullptr;
+}
+
+// Nearly all that is narrowed is ASCII; the parser's transcoder costs ten times as much and is left the rest.
+bool ToNarrow(const char16_t* text, std::string& out) {
+    if (text == nullptr)
+        return false;
+    const char16_t* end = text;
+    while (*end != u'\0' && *end < 0x80)
+        ++end;
+    if (*end == u'\0') {
+        out.resize(static_cast<std::size_t>(end - text));
+        std::transform(text, end, out.begin(), [](char16_t unit) { return static_cast<char>(unit); });
+        return true;
+    }
+    const std::unique_ptr<char, TranscodedDeleter> transcoded(xercesc::XMLString::transcode(text));
+    if (!transcoded)
+        return false;
+    out = transcoded.get();
+    return true;
+}
+
+bool ReadText(const NodeView& node, icu::UnicodeString& out) {
+    const char16_t* const text = ElementText(node);
+    if (text == nullptr)
+        return false;
+    out.setTo(text, -1);
+    return true;
+}
+
+bool ReadText(const NodeView& node, std::string& out) {
+    return ToNarrow(ElementText(node), out);
+}
+
+bool ReadTextAttribute(const NodeView& node, const char16_t* name, icu::UnicodeString& out) {
+    const char16_t* const text = AttributeText(node, name);
+    if (text == nullptr)
+        return false;
+    out.setTo(text, -1);
+    return true;
+}
+
+bool ReadDouble(const NodeView& node, double& out) {
+    return ParseNumber(ElementText(node), out);
+}
+
+bool ReadDoubleAttribute(const NodeView& node, const char16_t* name, double& out) {
+    return ParseNumber(AttributeText(node, name), out);
+}
+
+bool ReadTime(const NodeView& node, double& out) {
+    std::string text;
+    return ReadText(node, text) && !text.empty() && ParseGpxTime(text, out);
+}
+
+bool ReadFix(const NodeView& node, GpxFix& out) {
+    std::string text;
+    if (!ReadText(node, text) || text.empty())
+        return false;
+    const auto found = std::find(text::kFixTexts.begin(), text::kFixTexts.end(), text);
+    if (found == text::kFixTexts.end())
+        return false;
+    out = static_cast<GpxFix>(found - text::kFixTexts.begin());
+    return true;
+}
+
+bool ReadNumber(const char* text, double& out) {
+    if (text == nullptr || *text == '\0')
+        return false;
+    return *text::ReadDouble(text, out) == '\0';
+}
+
+bool IsStandard(const GpxVersion& version, const NodeView& node) {
+    if (version.IsGpx11())
+        return Equals(node.NamespaceUri(), text::kGpx11Namespace);
+    if (version.IsGpx10())
+        return Equals(node.NamespaceUri(), text::kGpx10Namespace);
+    throw dbc::precondition_error("The standard namespace URI is unknown for GPX version \"" +
+                                  UnicodeStrUtils::UnicodeStringToStlString(version.GetVersionString()) +
+                                  "\".");
+}
+
+} // namespace vexaTransferLib::reader

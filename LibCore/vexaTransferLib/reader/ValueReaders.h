@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/GpxPoint.h>
+#include <vexaTransferLib/GpxVersion.h>
+#include <vexaTransferLib/reader/NodeView.h>
+
+#include <unicode/unistr.h>
+
+#include <string>
+
+namespace vexaTransferLib::reader {
+
+// Small readers of one value. Each returns false (or null) when there is none and leaves its output untouched
+// then, except that a number followed by other characters is stored although false is returned.
+
+/// The element's non-empty first-child text. A null node writes the contract report.
+const char16_t* ElementText(const NodeView& node);
+/// The non-empty value of the attribute with this qualified name. A null node writes the contract report.
+const char16_t* AttributeText(const NodeView& node, const char16_t* name);
+
+/// Conversion to the local code page of the XML parser; false for null.
+bool ToNarrow(const char16_t* text, std::string& out);
+
+bool ReadText(const NodeView& node, icu::UnicodeString& out);
+bool ReadText(const NodeView& node, std::string& out);
+bool ReadTextAttribute(const NodeView& node, const char16_t* name, icu::UnicodeString& out);
+bool ReadDouble(const NodeView& node, double& out);
+bool ReadDoubleAttribute(const NodeView& node, const char16_t* name, double& out);
+bool ReadTime(const NodeView& node, double& out);
+bool ReadFix(const NodeView& node, GpxFix& out);
+
+/// A number as `strtod` of the classic locale reads it; false when empty or when something follows it.
+bool ReadNumber(const char* text, double& out);
+
+/// True when the node is in the standard namespace of the version.
+/// \throws dbc::precondition_error for a version that has none
+bool IsStandard(const GpxVersion& version, const NodeView& node);
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/GpxPoint.h>
+#include <vexaTransferLib/GpxRoute.h>
+#include <vexaTransferLib/GpxTrack.h>
+#include <vexaTransferLib/reader/NodeView.h>
+#include <vexaTransferLib/reader/ReadContext.h>
+
+namespace vexaTransferLib::reader {
+
+// The vendor's own elements. The two type readers want the vendor's namespace; the others go by local name
+// alone, because files with other prefixes and none are about.
+
+/// The last recognised type among the children; false, and `type` untouched, when there is none.
+bool ReadRouteType(const NodeView& extensions, TarvikRouteType& type);
+bool ReadRoutePointType(const NodeView& extensions, TarvikRoutePointType& type);
+
+/// Form attributes, symbol number and GUID of a waypoint.
+void ReadWaypointData(ReadContext& context, const NodeView& extensions, GpxPoint& point);
+/// Colour of a track.
+void ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& track);
+/// The metadata block of a document; both records are replaced by fresh ones.
+void ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocument& document);
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/NodeView.h>
+
+#include <vexaTransferLib/reader/ChildGuard.h>
+#include <vexaTransferLib/reader/DomNode.h>
+
+#include "support/ContractChecks.h"
+#include "support/GpxNodeDouble.h"
+#include "support/GpxText.h"
+#include "support/TestFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <vector>
+
+namespace vexaTransferLib::reader {
+namespace {
+
+using namespace testing_support;
+
+TEST(NodeViewTest, ANullViewHasNothing) {
+    const NodeView views[] = {NodeView(), ViewOf(nullptr)};
+    for (const NodeView& view : views) {
+        EXPECT_TRUE(view.IsNull());
+        EXPECT_FALSE(view.IsElement());
+        EXPECT_EQ(view.LocalName(), nullptr);
+        EXPECT_EQ(view.NamespaceUri(), nullptr);
+        EXPECT_EQ(view.Attribute(u"a"), nullptr);
+        EXPECT_EQ(view.FirstChildText(), nullptr);
+        EXPECT_FALSE(view.HasChildList());
+        icu::UnicodeString text(u"before");
+        EXPECT_FALSE(view.TextContent(text));
+        EXPECT_EQ(text, u"before");
+        NodeView child;
+        EXPECT_FALSE(ChildWalk(view).Next(child));
+    }
+}
+
+TEST(NodeViewTest, AViewAsksItsSource) {
+    const FakeNodePtr node = Gpx11Text(u"name", u"text");
+    node->attributes = {{u"a", u"1"}};
+    const NodeView view = node->View();
+    EXPECT_FALSE(view.IsNull());
+    EXPECT_TRUE(view.IsElement());
+    EXPECT_TRUE(Equals(view.LocalName(), u"name"));
+    EXPECT_TRUE(Equals(view.NamespaceUri(), u"http://www.topografix.com/GPX/1/1"));
+    EXPECT_TRUE(Equals(view.Attribute(u"a"), u"1"));
+    EXPECT_EQ(view.Attribute(u"b"), nullptr);
+    EXPECT_TRUE(Equals(view.FirstChildText(), u"text"));
+    icu::UnicodeString content;
+    EXPECT_TRUE(view.TextContent(content));
+    EXPECT_EQ(content, u"text");
+}
+
+TEST(NodeViewTest, EqualsComparesExactly) {
+    EXPECT_TRUE(Equals(u"name", u"name"));
+    EXPECT_TRUE(Equals(u"", u""));
+    EXPECT_FALSE(Equals(nullptr, u""));
+    EXPECT_FALSE(Equals(u"name", u"Name"));
+    EXPECT_FALSE(Equals(u"name", u"names"));
+    EXPECT_FALSE(Equals(u"names", u"name"));
+    EXPECT_FALSE(Equals(u"", u"a"));
+    EXPECT_FALSE(Equals(u"a", u""));
+    EXPECT_FALSE(Equals(u"n\u00E4me", u"na\u0308me"));
+}
+
+TEST(ChildWalkTest, GivesTheChildrenInOrderMissingEntriesIncluded) {
+    const FakeNodePtr parent = Gpx11Node(u"p", {Gpx11Node(u"a"), nullptr, Gpx11Node(u"b"), nullptr});
+    std::vector<std::string> names;
+    ChildWalk children(parent->View());
+    for (NodeView child; children.Next(child);)
+        names.push_back(child.IsNull() ? "(missing)" : Utf8(child.LocalName()));
+    EXPECT_EQ(names, (std::vector<std::string>{"a", "(missing)", "b", "(missing)"}));
+    NodeView child = parent->View();
+    EXPECT_FALSE(children.Next(child)) << "it stays at the end";
+    EXPECT_TRUE(Equals(child.LocalName(), u"p")) << "the output is left alone";
+}
+
+TEST(ChildWalkTest, TwoWalksOfOneNodeAreIndependent) {
+    const FakeNodePtr parent = Gpx11Node(u"p", {Gpx11Node(u"a"), Gpx11Node(u"b")});
+    ChildWalk first(parent->View());
+    ChildWalk second(parent->View());
+    NodeView child;
+    ASSERT_TRUE(first.Next(child));
+    ASSERT_TRUE(first.Next(child));
+    ASSERT_TRUE(second.Next(child));
+    EXPECT_TRUE(Equals(child.LocalName(), u"a"));
+}
+
+TEST(ChildWalkTest, ANodeWithoutAChildListHasNoChildren) {
+    NodeView child;
+    EXPECT_FALSE(ChildWalk(WithoutChildList(*Gpx11Node(u"p", {Gpx11Node(u"a")}))->View()).Next(child));
+}
+
+constexpr ChildMessages kMessages = {"no children", "no child"};
+
+// The names that arrive; those in `failing` throw after they were noted.
+std::string GuardedNames(const FakeNodePtr& parent, const char16_t* failing = u"") {
+    std::string names;
+    ForEachGuardedChild(parent->View(), kMessages, [&](const NodeView& child) {
+        names += Utf8(child.LocalName()) + " ";
+        if (Equals(child.LocalName(), failing))
+            throw std::runtime_error("any");
+        if (Equals(child.LocalName(), u"int"))
+            throw 5;
+    });
+    return names;
+}
+
+TEST(ChildGuardTest, OneBadChildNeverCostsItsParent) {
+    const FakeNodePtr parent = Gpx11Node(u"p", {Gpx11Node(u"a"), Gpx11Node(u"b"), Gpx11Node(u"c")});
+    EXPECT_EQ(CaptureStandardError([&] { EXPECT_EQ(GuardedNames(parent, u"b"), "a b c "); }), "");
+}
+
+TEST(ChildGuardTest, OnlyStandardExceptionsAreHeld) {
+    EXPECT_THROW(GuardedNames(Gpx11Node(u"p", {Gpx11Node(u"int")})), int);
+}
+
+TEST(ChildGuardTest, EachMissingChildWritesOneReport) {
+    const std::string written = CaptureStandardError([] {
+        EXPECT_EQ(GuardedNames(Gpx11Node(u"p", {nullptr, Gpx11Node(u"a"), nullptr})), "a ");
+    });
+    const std::size_t half = written.find('\n') + 1;
+    EXPECT_TRUE(IsOneReport(written.substr(0, half), kParserSource));
+    EXPECT_TRUE(IsOneReport(written.substr(half), kParserSource));
+}
+
+TEST(ChildGuardTest, ChildrenWithoutALocalNameArePassedOver) {
+    const FakeNodePtr nameless = Gpx11Node(u"x");
+    nameless->localName.reset();
+    const FakeNodePtr parent = Gpx11Node(u"p", {nameless, Gpx11Node(u"a")});
+    EXPECT_EQ(GuardedNames(parent), "a ");
+    std::string names;
+    ForEachNamedChild(parent->View(), [&](const NodeView& child) { names += Utf8(child.LocalName()); });
+    EXPECT_EQ(names, "a");
+}
+
+TEST(ChildGuardTest, WithoutAChildListOnlyTheGuardedWalkFails) {
+    const FakeNodePtr parent = WithoutChildList(*Gpx11Node(u"p"));
+    EXPECT_FAILURE(GuardedNames(parent), dbc::postcondition_error, "no children", kParserSource);
+    ForEachNamedChild(parent->View(), [](const NodeView&) { FAIL(); });
+    ForEachNamedChild(NodeView(), [](const NodeView&) { FAIL(); });
+}
+
+} // namespace
+} // namespace vexaTransferLib::reader

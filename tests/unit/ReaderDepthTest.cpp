@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+
+// What files from strangers may hold: nesting that no recursion survives, texts and lists of any length.
+
+#include <vexaTransferLib/GpxParser.h>
+
+#include "support/GpxFiles.h"
+#include "support/GpxText.h"
+#include "support/GpxValues.h"
+
+#include <gtest/gtest.h>
+
+#include <pthread.h>
+
+#include <exception>
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+namespace vexaTransferLib {
+namespace {
+
+using namespace testing_support;
+
+constexpr std::size_t kSmallStack = 512 * 1024;
+constexpr std::size_t kLevels = 1000000;
+static_assert(kLevels * 2 * sizeof(void*) > kSmallStack, "a recursion would overflow it");
+
+class SmallStackThread {
+public:
+    /// Runs the action to its end on a thread with a small stack; an exception of it is rethrown here.
+    static void Run(const std::function<void()>& action) {
+        SmallStackThread state{action, nullptr};
+        pthread_attr_t attributes;
+        pthread_attr_init(&attributes);
+        pthread_t thread;
+        const bool started = pthread_attr_setstacksize(&attributes, kSmallStack) == 0 &&
+                             pthread_create(&thread, &attributes, &SmallStackThread::Start, &state) == 0;
+        pthread_attr_destroy(&attributes);
+        if (!started)
+            throw std::runtime_error("no thread with a small stack");
+        pthread_join(thread, nullptr);
+        if (state.exception_)
+            std::rethrow_exception(state.exception_);
+    }
+
+private:
+    SmallStackThread(const std::function<void()>& action, std::exception_ptr exception)
+        : action_(action), exception_(std::move(exception)) {}
+
+    static void* Start(void* argument) {
+        auto& state = *static_cast<SmallStackThread*>(argument);
+        try {
+            state.action_();
+        } catch (...) {
+            state.exception_ = std::current_exception();
+        }
+        return nullptr;
+    }
+
+    const std::function<void()>& action_;
+    std::exception_ptr exception_;
+};
+
+GpxDocument ReadOnASmallStack(const std::string& gpx) {
+    GpxDocument document;
+    SmallStackThread::Run([&] { document = ReadGpx(gpx); });
+    return document;
+}
+
+// Each with a namespace of its own: Xerces looks up an inherited one level by level.
+std::string Nested(const std::string& innermost) {
+    return Repeat("<a xmlns=\"u1\">", kLevels) + innermost + Repeat("</a>", kLevels);
+}
+
+TEST(ReaderDepthTest, AMillionLevelsInAWaypointArePassedOver) {
+    const GpxDocument document =
+        ReadOnASmallStack(Gpx11("<wpt lat='1' lon='2'>" + Nested("") + "<name>N</name></wpt><trk/>"));
+    EXPECT_EQ(CountsOf(document), "1 waypoints, 0 routes, 1 tracks");
+    EXPECT_EQ(TextOf(*document.GetWaypointIter(), &GpxPoint::GetName), "N");
+}
+
+TEST(ReaderDepthTest, AMillionLevelsInTheDocumentNameGiveTheirText) {
+    const GpxDocument document =
+        ReadOnASmallStack(Gpx11("<metadata><name>x" + Nested("y") + "z</name></metadata><trk/>"));
+    EXPECT_EQ(NameOf(document), "xyz");
+    EXPECT_EQ(CountsOf(document), "0 waypoints, 0 routes, 1 tracks");
+}
+
+TEST(ReaderDepthTest, AMillionLevelsBelowTheRootArePassedOver) {
+    EXPECT_EQ(CountsOf(ReadOnASmallStack(Gpx11("<trk/>" + Nested("") + "<trk/>"))),
+              "0 waypoints, 0 routes, 2 tracks");
+}
+
+TEST(ReaderDepthTest, ATextOfTenMillionCharactersIsReadWhole) {
+    constexpr std::size_t kLength = 10000000;
+    const std::string text = Repeat("0123456789", kLength / 10);
+    const GpxDocument document =
+        ReadGpx(Gpx11("<metadata><name>" + text + "</name></metadata><wpt lat='1' lon='2'><desc>" + text +
+                      "</desc></wpt>"));
+    EXPECT_TRUE(NameOf(document) == text);
+    EXPECT_TRUE(TextOf(*document.GetWaypointIter(), &GpxPoint::GetDescription) == text);
+}
+
+// By index each step would walk the list from its start: hours instead of seconds.
+constexpr std::size_t kManyChildren = 200000;
+
+TEST(ReaderDepthTest, ManyWaypointsAreReadInLinearTime) {
+    EXPECT_EQ(ReadGpx(Gpx11(Repeat("<wpt lat='1' lon='2'/>", kManyChildren))).GetWaypointCount(),
+              kManyChildren);
+}
+
+TEST(ReaderDepthTest, ManyTrackPointsAreReadInLinearTime) {
+    const GpxDocument document = ReadGpx(
+        Gpx11("<trk><trkseg>" + Repeat("<trkpt lat='1' lon='2'/>\n", kManyChildren) + "</trkseg></trk>"));
+    const GpxTrack& track = *document.GetTrackIter();
+    EXPECT_EQ(track.GetPointCount(track.GetSegmentIter()), kManyChildren);
+}
+
+TEST(ReaderDepthTest, ManyRoutePointsAreReadInLinearTime) {
+    const GpxDocument document =
+        ReadGpx(Gpx11("<rte>" + Repeat("<rtept lat='1' lon='2'/>", kManyChildren) + "</rte>"));
+    EXPECT_EQ(document.GetRouteIter()->GetPointCount(), kManyChildren);
+}
+
+TEST(ReaderDepthTest, ManySegmentsAreReadInLinearTime) {
+    EXPECT_EQ(ReadGpx(Gpx11("<trk>" + Repeat("<trkseg/>", kManyChildren) + "</trk>"))
+                  .GetTrackIter()
+                  ->GetSegmentCount(),
+              kManyChildren);
+}
+
+TEST(ReaderDepthTest, ManyChildrenOfEveryKindOfElementAreWalkedInLinearTime) {
+    const std::string many = Repeat("<x/>", kManyChildren);
+    const std::string cache =
+        "<groundspeak:cache>" + many + "<groundspeak:name>C</groundspeak:name><groundspeak:logs>" + many +
+        "<groundspeak:log>" + many + "</groundspeak:log></groundspeak:logs>" + "<groundspeak:travelbugs>" +
+        many + "</groundspeak:travelbugs></groundspeak:cache>";
+    const GpxDocument document = ReadGpx(
+        Gpx11("<metadata>" + many + "<extensions>" + many +
+              "</extensions></metadata><wpt lat='1' lon='2'><link href='u'>" + many + "</link><extensions>" +
+              many + cache + "<formdata>" + many + "</formdata></extensions></wpt>"));
+    EXPECT_EQ(LinkOf(*document.GetWaypointIter()), "u|-|-");
+    EXPECT_TRUE(GeocacheOf(*document.GetWaypointIter()).has_value());
+}
+
+TEST(ReaderDepthTest, ManyAttributesOfOneFormAreReadInGoodTime) {
+    std::string strings;
+    for (std::size_t i = 0; i < 20000; ++i)
+        strings += "<formstring key='k" + std::to_string(i) + "'>v</formstring>";
+    const GpxDocument document = ReadGpx(
+        Gpx11("<wpt lat='1' lon='2'><extensions><formdata>" + strings + "</formdata></extensions></wpt>"));
+    EXPECT_EQ(GpxModelAccess::GetFormAttributes(*document.GetWaypointIter()).size(), 20000u);
+}
+
+} // namespace
+} // namespace vexaTransferLib

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "support/TestFiles.h"
+
+#include <vexaTransferLib/GpxDocument.h>
+
+#include <unicode/unistr.h>
+
+#include <string>
+
+namespace vexaTransferLib::testing_support {
+
+/// A file in a folder of its own, for as long as this lives.
+class GpxFile {
+public:
+    explicit GpxFile(const std::string& bytes, const std::string& name = "walk.gpx");
+
+    icu::UnicodeString Path() const;
+    std::string NarrowPath() const;
+
+private:
+    TemporaryFolder folder_;
+    std::string name_;
+};
+
+/// What a fresh parser reads from a file "walk.gpx" with these bytes.
+GpxDocument ReadGpx(const std::string& bytes);
+
+/// "One or more errors encountered while parsing the GPX file: " and the path.
+std::string ParseErrorsMessage(const std::string& path);
+
+} // namespace vexaTransferLib::testing_support
