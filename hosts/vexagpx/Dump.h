@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexagpx/Output.h>
+
+#include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/GpxVersion.h>
+
+#include <unicode/unistr.h>
+
+#include <string>
+#include <vector>
+
+namespace vexagpx {
+
+/// The whole model as one JSON object on one line.
+void DumpDocument(const vexaTransferLib::GpxDocument& document, Output& out);
+
+/// The `dump` command. False when a file could not be read.
+bool Dump(const std::vector<std::string>& files, Output& out);
+
+// What the other commands need of the fields that have no public accessor.
+
+icu::UnicodeString DocumentName(const vexaTransferLib::GpxDocument& document);
+
+/// A text that the library writes unescaped.
+struct RawText {
+    enum class Place { kElement, kAttribute };
+
+    std::string field; ///< for a person: "GUID of waypoint 3"
+    icu::UnicodeString text;
+    Place place;
+};
+
+/// In the order in which they are written.
+std::vector<RawText> ListRawTexts(const vexaTransferLib::GpxDocument& document,
+                                  const vexaTransferLib::GpxVersion& version);
+
+} // namespace vexagpx

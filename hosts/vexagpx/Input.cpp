@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/Input.h>
+
+#include <vexagpx/Posix.h>
+
+#include <array>
+#include <cerrno>
+#include <stdexcept>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vexagpx {
+
+namespace {
+
+[[noreturn]] void FailToRead(const std::string& argument, int error) {
+    if (argument == kStandardInput)
+        throw std::runtime_error("Unable to read standard input: " + ErrorText(error));
+    throw std::runtime_error("Unable to read the file: " + argument + " (" + ErrorText(error) + ")");
+}
+
+/// True for what cannot be opened twice. What does not exist is left to the library's own message.
+bool IsStream(const std::string& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0)
+        return false;
+    if (S_ISDIR(status.st_mode))
+        FailToRead(path, EISDIR);
+    return !S_ISREG(status.st_mode);
+}
+
+/// A name whose first colon stands before any slash looks like an address to the XML parser, which would ask
+/// the network for it.
+std::string WithoutScheme(const std::string& path) {
+    const std::size_t mark = path.find_first_of(":/");
+    return mark != std::string::npos && path[mark] == ':' ? "./" + path : path;
+}
+
+} // namespace
+
+InputFile::InputFile(const std::string& argument) : argument_(argument) {
+    if (argument == kStandardInput) {
+        Copy(STDIN_FILENO, kStandardInput);
+    } else if (IsStream(argument)) {
+        try {
+            const Descriptor stream = OpenFile(argument, O_RDONLY);
+            Copy(stream.Get(), argument.substr(argument.rfind('/') + 1));
+        } catch (const std::system_error& error) {
+            FailToRead(argument, error.code().value());
+        }
+    } else {
+        path_ = icu::UnicodeString::fromUTF8(WithoutScheme(argument));
+    }
+}
+
+void InputFile::Copy(int from, const std::string& fileName) {
+    folder_ = std::make_unique<TemporaryFolder>(fileName);
+    Descriptor copy = OpenFile(folder_->FilePath(), O_WRONLY | O_CREAT | O_EXCL, 0600);
+    std::array<char, 1 << 16> buffer;
+    for (;;) {
+        const long count = ReadSome(from, buffer.data(), buffer.size());
+        if (count < 0)
+            FailToRead(argument_, errno);
+        if (count == 0)
+            break;
+        if (!WriteAll(copy.Get(), {buffer.data(), static_cast<std::size_t>(count)}))
+            throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));
+    }
+    if (!copy.Close())
+        throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));
+    path_ = icu::UnicodeString::fromUTF8(folder_->FilePath());
+}
+
+std::string InputFile::Presented(std::string message) const {
+    std::string path;
+    path_.toUTF8String(path);
+    if (path == argument_ || path.empty())
+        return message;
+    for (std::size_t at = 0; (at = message.find(path, at)) != std::string::npos; at += argument_.size())
+        message.replace(at, path.size(), argument_);
+    return message;
+}
+
+std::string ReadInput(const std::string& argument) {
+    try {
+        if (argument == kStandardInput)
+            return ReadAll(STDIN_FILENO);
+        const Descriptor file = OpenFile(argument, O_RDONLY);
+        return ReadAll(file.Get());
+    } catch (const std::system_error& error) {
+        FailToRead(argument, error.code().value());
+    }
+}
+
+} // namespace vexagpx

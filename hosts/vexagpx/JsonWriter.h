@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexagpx/Output.h>
+
+#include <unicode/unistr.h>
+
+#include <cstdint>
+#include <string_view>
+
+namespace vexagpx {
+
+/// Writes JSON as it comes, without line breaks: a document of a million points needs no tree in memory. The
+/// caller sees to it that begins, ends and keys make sense.
+class JsonWriter {
+public:
+    explicit JsonWriter(Output& out) : out_(out) {}
+
+    void BeginObject() { Begin('{'); }
+    void EndObject() { End('}'); }
+    void BeginArray() { Begin('['); }
+    void EndArray() { End(']'); }
+    /// A name that needs no escape.
+    void Key(std::string_view name);
+    void String(const icu::UnicodeString& text);
+    void String(std::string_view utf8);
+    /// The shortest form that reads back the same; "NaN", "Infinity" and "-Infinity" are strings, for JSON
+    /// has no such numbers.
+    void Number(double number);
+    void Number(std::int32_t number);
+
+private:
+    void Begin(char bracket);
+    void End(char bracket);
+    void Value(std::string_view text);
+    void Separate();
+
+    Output& out_;
+    bool separate_ = false;
+};
+
+} // namespace vexagpx

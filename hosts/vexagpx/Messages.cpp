@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/Messages.h>
+
+#include <vexagpx/Posix.h>
+
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
+#include <cstdint>
+
+#include <unistd.h>
+
+namespace vexagpx {
+
+namespace {
+
+int complaintDescriptor = STDERR_FILENO;
+
+std::string WithoutControls(const std::string& message) {
+    const icu::UnicodeString text = icu::UnicodeString::fromUTF8(message);
+    std::string clean;
+    for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
+        const UChar32 character = text.char32At(i);
+        icu::UnicodeString(u_iscntrl(character) ? UChar32{'?'} : character).toUTF8String(clean);
+    }
+    return clean;
+}
+
+} // namespace
+
+void Complain(const std::string& message) {
+    const std::string line = "vexagpx: " + WithoutControls(message);
+    // There is nowhere left to tell that this failed.
+    static_cast<void>(WriteAll(complaintDescriptor, line + '\n'));
+}
+
+void SetComplaintDescriptor(int fd) {
+    complaintDescriptor = fd;
+}
+
+} // namespace vexagpx

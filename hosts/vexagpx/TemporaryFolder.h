@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+namespace vexagpx {
+
+/// A file or an empty folder that is removed when this goes, also when a signal ends the program.
+class Leftover {
+public:
+    enum class Kind { kFile, kFolder };
+
+    Leftover(Kind kind, const std::string& path);
+    ~Leftover();
+    Leftover(const Leftover&) = delete;
+    Leftover& operator=(const Leftover&) = delete;
+
+    /// It has become something else and stays.
+    void Keep();
+
+private:
+    int slot_;
+};
+
+/// A folder of our own in the system's place for temporary files, with one file in it.
+class TemporaryFolder {
+public:
+    /// \param fileName name of the file, which is not made yet
+    /// \throws std::system_error
+    explicit TemporaryFolder(const std::string& fileName);
+
+    /// Where the file belongs.
+    const std::string& FilePath() const { return filePath_; }
+
+private:
+    std::string folderPath_;
+    std::string filePath_;
+    Leftover folder_;
+    Leftover file_;
+};
+
+} // namespace vexagpx

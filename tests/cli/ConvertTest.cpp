@@ -1,0 +1,323 @@
+// SPDX-License-Identifier: MIT
+#include "support/Tool.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using cli::Data;
+using cli::Folder;
+using cli::Gpx;
+using cli::Lines;
+using cli::ReadFile;
+using cli::Result;
+using cli::RunTool;
+using cli::Tool;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const std::string kWaypoint = "<wpt lat='1' lon='2'><name>w</name></wpt>";
+
+std::string Metadata(const std::string& element) {
+    return "<metadata><extensions>" + element + "</extensions></metadata>";
+}
+
+std::string Extensions(const std::string& element) {
+    return "<wpt lat='1' lon='2'/><wpt lat='1' lon='2'><extensions>" + element + "</extensions></wpt>";
+}
+
+TEST(ConvertTest, WritesVersion11WithTheToolsOwnNameByDefault) {
+    const Folder folder;
+    folder.Write("in.gpx", Gpx(kWaypoint));
+    const Result result = RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "");
+    EXPECT_THAT(
+        ReadFile(folder.File("out.gpx")),
+        StartsWith("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n<gpx version=\"1.1\"\r\n"
+                   " creator=\"vexagpx - https://tarvik.example/\"\r\n"));
+    EXPECT_THAT(folder.Names(), ElementsAre("in.gpx", "out.gpx"));
+}
+
+TEST(ConvertTest, TheResultReadsBackTheSame) {
+    const Folder folder;
+    ASSERT_EQ(RunTool({"convert", Data("full.gpx"), folder.File("full.gpx")}).status, 0);
+    // Times lose their fraction of a second in a file.
+    std::string expected = ReadFile(Data("full.json"));
+    const std::string fraction = "1232014830500";
+    expected.replace(expected.find(fraction), fraction.size(), "1232014830000");
+    EXPECT_EQ(RunTool({"dump", folder.File("full.gpx")}).out, expected);
+}
+
+TEST(ConvertTest, NameAndUrlOfTheApplicationCanBeGiven) {
+    const Folder folder;
+    folder.Write("in.gpx", Gpx(kWaypoint));
+    const Result result =
+        RunTool({"convert", "in.gpx", "out.gpx", "--app", "Ä & <B>", "--url", "https://example.org/?a&b"},
+                folder.Path());
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(ReadFile(folder.File("out.gpx")),
+                HasSubstr(" creator=\"Ä &amp; &lt;B&gt; - https://example.org/?a&amp;b\"\r\n"));
+}
+
+TEST(ConvertTest, Version10SaysThatNoPointsCanBeReadFromIt) {
+    const Folder folder;
+    folder.Write("in.gpx", Gpx(kWaypoint));
+    const Result result = RunTool({"convert", "--gpx", "1.0", "in.gpx", "out.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.out, "");
+    ASSERT_EQ(Lines(result.err).size(), 1U);
+    EXPECT_THAT(result.err, StartsWith("vexagpx: "));
+    EXPECT_THAT(result.err, HasSubstr("this library reads no points"));
+    EXPECT_THAT(ReadFile(folder.File("out.gpx")), HasSubstr("<gpx version=\"1.0\"\r\n"));
+    EXPECT_THAT(RunTool({"dump", "out.gpx"}, folder.Path()).out, HasSubstr(R"("waypoints":[])"));
+    EXPECT_EQ(RunTool({"convert", "--gpx", "1.1", "in.gpx", "out.gpx"}, folder.Path()).err, "");
+}
+
+TEST(ConvertTest, InAndOutMayBeTheSameFile) {
+    const Folder folder;
+    folder.Write("a.gpx", Gpx(kWaypoint));
+    const std::string before = RunTool({"dump", "a.gpx"}, folder.Path()).out;
+    EXPECT_EQ(RunTool({"convert", "a.gpx", "a.gpx"}, folder.Path()).status, 0);
+    EXPECT_THAT(ReadFile(folder.File("a.gpx")), HasSubstr("creator=\"vexagpx"));
+    EXPECT_EQ(RunTool({"dump", "a.gpx"}, folder.Path()).out, before);
+    EXPECT_THAT(folder.Names(), ElementsAre("a.gpx"));
+}
+
+TEST(ConvertTest, StandardInputAndOutput) {
+    const Folder folder;
+    const Folder temporary;
+    const std::string expected = [&] {
+        folder.Write("-", Gpx(kWaypoint));
+        EXPECT_EQ(RunTool({"convert", "./-", "out.gpx"}, folder.Path()).status, 0);
+        return ReadFile(folder.File("out.gpx"));
+    }();
+    for (const char* out : {"-", "/dev/stdout"}) {
+        const Result result =
+            Tool({"convert", "-", out}).Stdin(Gpx(kWaypoint)).Set("TMPDIR", temporary.Path()).Run();
+        EXPECT_EQ(result.status, 0) << out;
+        EXPECT_EQ(result.out, expected) << out;
+        EXPECT_THAT(temporary.Names(), testing::IsEmpty()) << out;
+    }
+}
+
+struct IllFormed {
+    const char* field;
+    std::string elements;
+    const char* text = nullptr;
+};
+
+TEST(ConvertTest, AnIllFormedResultNamesTheFieldAndLeavesTheTargetAsItWas) {
+    const std::vector<IllFormed> rows = {
+        {"layer name", Metadata("<t:layername>a &amp; b</t:layername>"), "\"a & b\""},
+        {"layer key", Metadata("<t:layerkey>a &lt; b</t:layerkey>"), "\"a < b\""},
+        {"form", Metadata("<t:form>&lt;x></t:form>"), "\"<x>\""},
+        {"track GUID", Metadata("<t:trackGUID>&amp;unknown;</t:trackGUID>"), "\"&unknown;\""},
+        {"waypoint GUID", Metadata("<t:waypointGUID>]]&gt;</t:waypointGUID>"), "\"]]>\""},
+        {"layer name", Metadata("<t:layername>&lt;p:x/></t:layername>"), "\"<p:x/>\""},
+        {"layer key", Metadata("<t:layername>fine</t:layername><t:layerkey>&amp;</t:layerkey>"), "\"&\""},
+        {"GUID of waypoint 2", Extensions("<t:objectid>a&lt;b</t:objectid>"), "\"a<b\""},
+        {"form key of waypoint 2", Extensions("<t:formdata><t:formstring key='a&amp;b'/></t:formdata>"),
+         "\"a&b\""},
+        {"form key of waypoint 2", Extensions("<t:formdata><t:formstring key='a&quot;b'/></t:formdata>"),
+         "\"a\"b\""},
+        {"form key of waypoint 2", Extensions("<t:formdata><t:formstring key='a&lt;b'/></t:formdata>"),
+         "\"a<b\""},
+    };
+    for (const IllFormed& row : rows) {
+        const Folder folder;
+        folder.Write("in.gpx", Gpx(row.elements));
+        folder.Write("out.gpx", "as it was");
+        const Result result = RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path());
+        EXPECT_EQ(result.status, 1) << row.field;
+        EXPECT_EQ(result.out, "") << row.field;
+        ASSERT_EQ(Lines(result.err).size(), 1U) << result.err;
+        EXPECT_THAT(result.err, StartsWith("vexagpx: ")) << row.field;
+        EXPECT_THAT(result.err, HasSubstr("because of the " + std::string(row.field) + " " + row.text + "."));
+        EXPECT_THAT(result.err, HasSubstr("out.gpx was not written. (line ")) << row.field;
+        EXPECT_EQ(ReadFile(folder.File("out.gpx")), "as it was") << row.field;
+        EXPECT_THAT(folder.Names(), ElementsAre("in.gpx", "out.gpx")) << row.field;
+    }
+}
+
+TEST(ConvertTest, AnIllFormedResultMakesNoNewFile) {
+    const Folder folder;
+    EXPECT_EQ(RunTool({"convert", Data("raw-markup.gpx"), folder.File("out.gpx")}).status, 1);
+    EXPECT_THAT(folder.Names(), testing::IsEmpty());
+}
+
+TEST(ConvertTest, AnIllFormedResultDoesNotReachStandardOutput) {
+    for (const char* out : {"-", "/dev/stdout"}) {
+        const Result result = RunTool({"convert", Data("raw-markup.gpx"), out});
+        EXPECT_EQ(result.status, 1) << out;
+        EXPECT_EQ(result.out, "") << out;
+    }
+}
+
+TEST(ConvertTest, InAndOutTheSameStaysAsItWasWhenTheResultIsIllFormed) {
+    const Folder folder;
+    const std::string document = ReadFile(Data("raw-markup.gpx"));
+    folder.Write("a.gpx", document);
+    EXPECT_EQ(RunTool({"convert", "a.gpx", "a.gpx"}, folder.Path()).status, 1);
+    EXPECT_EQ(ReadFile(folder.File("a.gpx")), document);
+}
+
+TEST(ConvertTest, UnescapedMarkupThatStaysWellFormedIsWritten) {
+    const Folder folder;
+    folder.Write("in.gpx", Gpx(Metadata("<t:layername>a &amp;amp; b &lt;i>c&lt;/i></t:layername>")));
+    EXPECT_EQ(RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path()).status, 0);
+    EXPECT_THAT(ReadFile(folder.File("out.gpx")), HasSubstr(">a &amp; b <i>c</i></"));
+}
+
+TEST(ConvertTest, CharactersThatNoXmlCanHoldNameTheirField) {
+    const std::string xml11 = "<?xml version='1.1'?>";
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {Gpx("<metadata><name>&#1;</name></metadata>"), "text of /gpx/metadata/name"},
+        {Gpx(kWaypoint + "<wpt lat='1' lon='2'><name>&#1;</name></wpt>"), "text of /gpx/wpt[2]/name"},
+        {Gpx("<trk/><trk><trkseg/><trkseg><trkpt lat='1' lon='2'/><trkpt lat='1' "
+             "lon='2'><desc>&#2;</desc></trkpt>"
+             "</trkseg></trk>"),
+         "text of /gpx/trk[2]/trkseg[2]/trkpt[2]/desc"},
+        {Gpx(Metadata("<t:form>&#1;x</t:form>")), "form \"x\""},
+        {Gpx(Extensions("<t:objectid>&#1;x</t:objectid>")), "GUID of waypoint 2 \"x\""},
+    };
+    for (const auto& [document, field] : rows) {
+        const Folder folder;
+        folder.Write("in.gpx", xml11 + document);
+        const Result result = RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path());
+        EXPECT_EQ(result.status, 1) << field;
+        EXPECT_THAT(result.err, HasSubstr("because of the " + field + ". ")) << field;
+        EXPECT_THAT(folder.Names(), ElementsAre("in.gpx")) << field;
+    }
+}
+
+TEST(ConvertTest, TheApplicationsTextsAreNamedToo) {
+    const Folder folder;
+    EXPECT_THAT(RunTool({"convert", "--app", "x\x01", Data("empty.gpx"), folder.File("o")}).err,
+                HasSubstr("because of the application name \"x\"."));
+    EXPECT_THAT(RunTool({"convert", "--url", "y\x02", Data("empty.gpx"), folder.File("o")}).err,
+                HasSubstr("because of the application URL \"y\"."));
+    EXPECT_THAT(folder.Names(), testing::IsEmpty());
+}
+
+TEST(ConvertTest, PointDataIsNotWrittenAs10AndCannotSpoilIt) {
+    const Folder folder;
+    folder.Write("in.gpx", Gpx(Extensions("<t:objectid>a&lt;b</t:objectid>")));
+    EXPECT_EQ(RunTool({"convert", "--gpx", "1.0", "in.gpx", "out.gpx"}, folder.Path()).status, 0);
+}
+
+TEST(ConvertTest, AnInputThatCannotBeReadLeavesTheTargetAsItWas) {
+    const Folder folder;
+    folder.Write("out.gpx", "as it was");
+    for (const char* in : {"not-well-formed.gpx", "no-position.gpx", "missing.gpx"}) {
+        const Result result = RunTool({"convert", Data(in), "out.gpx"}, folder.Path());
+        EXPECT_EQ(result.status, 1) << in;
+        EXPECT_EQ(result.out, "") << in;
+        EXPECT_THAT(result.err, StartsWith("vexagpx: ")) << in;
+        EXPECT_EQ(ReadFile(folder.File("out.gpx")), "as it was") << in;
+        EXPECT_THAT(folder.Names(), ElementsAre("out.gpx")) << in;
+    }
+}
+
+TEST(ConvertTest, ATargetThatCannotBeWrittenIsTold) {
+    const Folder folder;
+    std::filesystem::create_directory(folder.File("folder"));
+    const std::string in = Data("empty.gpx");
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"missing/out.gpx", "No such file or directory"},
+        {"folder", "Is a directory"},
+        {"/dev/full", "No space left on device"},
+        {"", "No such file or directory"},
+    };
+    for (const auto& [out, reason] : rows) {
+        const Result result = RunTool({"convert", in, out}, folder.Path());
+        EXPECT_EQ(result.status, 1) << out;
+        EXPECT_EQ(result.err, "vexagpx: Unable to write the file: " + out + " (" + reason + ")\n") << out;
+        EXPECT_THAT(folder.Names(), ElementsAre("folder")) << out;
+    }
+}
+
+TEST(ConvertTest, AWriteProtectedTargetStays) {
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "no file is write-protected for root";
+    const Folder folder;
+    folder.Write("out.gpx", "as it was");
+    std::filesystem::permissions(folder.File("out.gpx"), std::filesystem::perms::owner_read);
+    EXPECT_EQ(RunTool({"convert", Data("empty.gpx"), "out.gpx"}, folder.Path()).status, 1);
+    EXPECT_EQ(ReadFile(folder.File("out.gpx")), "as it was");
+}
+
+mode_t ModeOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return status.st_mode & 07777;
+}
+
+TEST(ConvertTest, AnExistingTargetKeepsItsModeAndANewOneHasTheUsualOne) {
+    const Folder folder;
+    folder.Write("old.gpx", "x");
+    ::chmod(folder.File("old.gpx").c_str(), 0640);
+    EXPECT_EQ(RunTool({"convert", Data("empty.gpx"), "old.gpx"}, folder.Path()).status, 0);
+    EXPECT_EQ(ModeOf(folder.File("old.gpx")), 0640U);
+    const mode_t mask = ::umask(027);
+    EXPECT_EQ(RunTool({"convert", Data("empty.gpx"), "new.gpx"}, folder.Path()).status, 0);
+    ::umask(mask);
+    EXPECT_EQ(ModeOf(folder.File("new.gpx")), 0640U);
+}
+
+TEST(ConvertTest, ASymbolicLinkStaysAndItsTargetIsWritten) {
+    const Folder folder;
+    std::filesystem::create_directory(folder.File("sub"));
+    folder.Write("sub/real.gpx", "x");
+    std::filesystem::create_symlink("sub/real.gpx", folder.File("old.gpx"));
+    std::filesystem::create_symlink("sub/fresh.gpx", folder.File("new.gpx"));
+    for (const auto& [link, target] : {std::pair{"old.gpx", "sub/real.gpx"}, {"new.gpx", "sub/fresh.gpx"}}) {
+        EXPECT_EQ(RunTool({"convert", Data("empty.gpx"), link}, folder.Path()).status, 0);
+        EXPECT_TRUE(std::filesystem::is_symlink(folder.File(link)));
+        EXPECT_THAT(ReadFile(folder.File(target)), HasSubstr("<gpx version"));
+    }
+}
+
+TEST(ConvertTest, ANamedPipeTakesTheBytes) {
+    const Folder folder;
+    const std::string pipe = folder.File("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    std::string bytes;
+    std::thread reader([&] { bytes = ReadFile(pipe); });
+    const Result result = RunTool({"convert", Data("empty.gpx"), pipe});
+    reader.join();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(bytes, HasSubstr("</gpx>\r\n"));
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+}
+
+TEST(ConvertTest, ATargetWhoseNameStartsWithADashOrLooksLikeAnAddress) {
+    const Folder folder;
+    for (const char* name : {"-out.gpx", "http:x"})
+        EXPECT_EQ(RunTool({"convert", "--", Data("empty.gpx"), name}, folder.Path()).status, 0);
+    EXPECT_THAT(folder.Names(), ElementsAre("-out.gpx", "http:x"));
+}
+
+TEST(ConvertTest, TheCorpusConvertsAndReadsBack) {
+    const std::vector<std::string> files = cli::Corpus("gpx");
+    if (files.empty())
+        GTEST_SKIP() << "the shared corpus is not beside the repository";
+    const Folder folder;
+    for (const std::string& file : files) {
+        const bool readable = RunTool({"dump", file}).status == 0;
+        const Result result = RunTool({"convert", file, folder.File("out.gpx")});
+        EXPECT_EQ(result.status, readable ? 0 : 1) << file << "\n" << result.err;
+        if (readable) {
+            EXPECT_EQ(RunTool({"dump", folder.File("out.gpx")}).status, 0) << file;
+        }
+    }
+}
+
+} // namespace

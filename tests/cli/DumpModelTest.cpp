@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+
+// What the model can hold and no file puts there.
+
+#include <vexagpx/Dump.h>
+
+#include "support/Tool.h"
+
+#include <vexaTransferLib/reader/GpxModelAccess.h>
+
+#include <boost/make_shared.hpp>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace vexaTransferLib;
+
+std::string DumpOf(const GpxDocument& document) {
+    const cli::Folder folder;
+    const std::string path = folder.Write("out", "");
+    vexagpx::Output out(::open(path.c_str(), O_WRONLY));
+    vexagpx::DumpDocument(document, out);
+    out.Close();
+    return cli::ReadFile(path);
+}
+
+std::string Line(const std::string& head, const std::string& waypoints) {
+    return "{" + head + R"("waypoints":[)" + waypoints +
+           R"(],"routes":[],"tracks":[]})"
+           "\n";
+}
+
+TEST(DumpModelTest, AllFiveNumbersStandInTheStats) {
+    GpxDocument document;
+    GpxModelAccess::SetStats(document, boost::make_shared<GPXStats>());
+    EXPECT_EQ(
+        DumpOf(document),
+        Line(R"("stats":{"wptcount":0,"trkcount":0,"trksegcount":0,"trktotalkm":0,"geocachecount":-1},)",
+             ""));
+    const auto stats = boost::make_shared<GPXStats>();
+    *stats = {1, 100000, 3, 1234.5678, 0};
+    GpxModelAccess::SetStats(document, stats);
+    EXPECT_EQ(DumpOf(document), Line(R"("stats":{"wptcount":1,"trkcount":100000,"trksegcount":3,)"
+                                     R"("trktotalkm":1234.5678,"geocachecount":0},)",
+                                     ""));
+}
+
+TEST(DumpModelTest, RecordsStandInOrder) {
+    GpxDocument document;
+    GpxModelAccess::SetStats(document, boost::make_shared<GPXStats>());
+    GpxModelAccess::SetAnnotateMetaData(document, boost::make_shared<AnnotateMetaData>());
+    GpxModelAccess::SetGISMetaData(document, boost::make_shared<GISMetaData>());
+    EXPECT_THAT(DumpOf(document),
+                testing::StartsWith(R"({"gisMetaData":{"defaultSymbol":1},"annotateMetaData":{},"stats":{)"));
+}
+
+TEST(DumpModelTest, ANewDocumentHasNoName) {
+    EXPECT_EQ(DumpOf(GpxDocument()), Line("", ""));
+}
+
+TEST(DumpModelTest, CommentStandsBeforeTheDescription) {
+    GpxDocument document;
+    GpxPoint point(kGpxWaypoint, 1, 2);
+    point.SetDescription(u"d");
+    point.SetComment(u"c");
+    document.AddWaypoint(point);
+    EXPECT_EQ(DumpOf(document), Line("", R"({"latitude":1,"longitude":2,"comment":"c","description":"d"})"));
+}
+
+TEST(DumpModelTest, AFormAttributeMayHaveAnEmptyKey) {
+    GpxDocument document;
+    GpxPoint point(kGpxWaypoint, 1, 2);
+    point.SetFormAttribute(u"", u"", 0.0);
+    document.AddWaypoint(point);
+    EXPECT_EQ(DumpOf(document), Line("", R"({"latitude":1,"longitude":2,"formAttributes":[{}]})"));
+}
+
+TEST(DumpModelTest, ALogMayBeEmpty) {
+    GpxDocument document;
+    GpxPoint point(kGpxWaypoint, 1, 2);
+    GpxGroundspeakCache cache;
+    cache.logs.emplace_back();
+    point.SetGroundspeakCache(cache);
+    document.AddWaypoint(point);
+    EXPECT_EQ(DumpOf(document), Line("", R"({"latitude":1,"longitude":2,"geocache":{"logs":[{}]}})"));
+}
+
+TEST(DumpModelTest, NumbersThatJsonCannotHoldAreTextsEverywhere) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    GpxDocument document;
+    GpxModelAccess::SetTime(document, nan);
+    GpxPoint point(kGpxWaypoint, 1, 2);
+    point.SetTime(infinity);
+    point.SetFormAttribute(u"k", u"", -infinity);
+    document.AddWaypoint(point);
+    EXPECT_EQ(DumpOf(document),
+              Line(R"("time":"NaN",)", R"({"latitude":1,"longitude":2,"time":"Infinity",)"
+                                       R"("formAttributes":[{"key":"k","modTime":"-Infinity"}]})"));
+}
+
+TEST(DumpModelTest, VendorDataOfRouteAndTrackPointsStandToo) {
+    GpxPoint point(kGpxRoutePoint, 1, 2);
+    GpxModelAccess::SetSymbolNumber(point, 7);
+    GpxModelAccess::SetGUID(point, u"g");
+    point.SetTarvikRoutePointType(kTarvikRoutePointVia);
+    GpxRoute route(kTarvikRouteStandard);
+    route.AddPoint(point);
+    GpxDocument document;
+    document.AddRoute(route);
+    EXPECT_EQ(DumpOf(document), R"({"waypoints":[],"routes":[{"points":[{"latitude":1,"longitude":2,)"
+                                R"("routePointType":"via","symbolNumber":7,"guid":"g"}]}],"tracks":[]})"
+                                "\n");
+}
+
+} // namespace

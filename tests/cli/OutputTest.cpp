@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "support/Tool.h"
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using cli::Data;
+using cli::Result;
+using cli::Tool;
+using testing::HasSubstr;
+
+const std::vector<std::vector<std::string>> kCommands = {
+    {"show", Data("full.gpx")},
+    {"dump", Data("full.gpx")},
+    {"clean", Data("web-text.html")},
+    {"convert", Data("full.gpx"), "-"},
+    {"convert", Data("full.gpx"), "/dev/stdout"},
+};
+
+TEST(OutputTest, AFullDeviceIsTold) {
+    for (const std::vector<std::string>& command : kCommands) {
+        const Result result = Tool(command).StdoutTo("/dev/full").Run();
+        EXPECT_EQ(result.status, 1) << command[0];
+        EXPECT_EQ(result.err, "vexagpx: Unable to write to standard output: No space left on device\n")
+            << command[0];
+    }
+}
+
+TEST(OutputTest, ClosedStandardOutputIsTold) {
+    for (const std::vector<std::string>& command : kCommands) {
+        const Result result = Tool(command).CloseStdout().Run();
+        EXPECT_EQ(result.status, 1) << command[0];
+        EXPECT_EQ(result.err, "vexagpx: Unable to write to standard output: Bad file descriptor\n")
+            << command[0];
+    }
+}
+
+TEST(OutputTest, AReaderThatWentAwayIsTold) {
+    for (const std::vector<std::string>& command : kCommands) {
+        const cli::Folder folder;
+        int ends[2];
+        ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+        ::close(ends[0]);
+        const Result result = Tool(command).StdoutTo("/proc/self/fd/" + std::to_string(ends[1])).Run();
+        ::close(ends[1]);
+        EXPECT_EQ(result.status, 1) << command[0];
+        EXPECT_EQ(result.err, "vexagpx: Unable to write to standard output: Broken pipe\n") << command[0];
+    }
+}
+
+TEST(OutputTest, ACommandThatPrintsNothingNeedsNoStandardOutput) {
+    EXPECT_EQ(Tool({"clean"}).Stdin("").CloseStdout().Run().status, 0);
+    const cli::Folder folder;
+    EXPECT_EQ(Tool({"convert", Data("full.gpx"), folder.File("out.gpx")}).CloseStdout().Run().status, 0);
+}
+
+TEST(OutputTest, ClosedStandardErrorDoesNoHarm) {
+    const Result result =
+        Tool({"dump", Data("empty.gpx"), Data("not-well-formed.gpx"), Data("dropped-point.gpx")})
+            .CloseStderr()
+            .Run();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(cli::Lines(result.out).size(), 2U);
+    EXPECT_THAT(result.out, testing::Not(HasSubstr("ASSERT")));
+}
+
+TEST(OutputTest, AFailureStopsTheFilesThatFollow) {
+    const Result result = Tool({"dump", Data("full.gpx"), "missing.gpx"}).StdoutTo("/dev/full").Run();
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "vexagpx: Unable to write to standard output: No space left on device\n");
+}
+
+} // namespace
