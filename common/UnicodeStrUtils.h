@@ -47,8 +47,8 @@ public:
     ///
     /// An empty or bogus text gives `length` 0 whatever the code page name, which is then not looked at.
     /// Unpaired surrogates become the converter's substitution (EF BF BD in UTF-8), U+0000 becomes a zero
-    /// byte. \throws std::runtime_error as `Converter` does, or "Unable to convert the UnicodeString." when
-    /// the
+    /// byte.
+    /// \throws std::runtime_error as `Converter` does, or "Unable to convert the UnicodeString." when the
     ///         conversion fails or its result is longer than INT32_MAX - 4 bytes
     explicit ByteString(const icu::UnicodeString& text, const char* codePageName = nullptr);
     ByteString(const ByteString&) = default;
@@ -76,7 +76,8 @@ VEXATRANSFERLIB_API std::int32_t UnicodeStringToUTF8(const icu::UnicodeString& t
                                                      boost::shared_array<char>& out);
 
 /// Converts to a narrow string in the named code page (null: ICU's default). The result ends at the first
-/// zero byte of the converted text. \throws std::runtime_error as `ByteString` does
+/// zero byte of the converted text.
+/// \throws std::runtime_error as `ByteString` does
 VEXATRANSFERLIB_API std::string UnicodeStringToStlString(const icu::UnicodeString& text,
                                                          const char* codePageName = nullptr);
 

@@ -45,23 +45,24 @@ public:
     /// Removes comments, style and script elements with their content, and all tags; block tags become
     /// paragraph breaks, breaking tags line breaks; character references become characters; at most one empty
     /// line remains between paragraphs. Element names match as prefixes ("<param>" opens a block as "<p>"
-    /// does). \throws dbc::postcondition_error "The HTML could not be converted to plain text because a
-    /// replace operation
-    ///         failed." or the message of a step: "Unable to replace tab characters.", "Unable to remove
-    ///         leading and trailing spaces.", "Unable to remove redundant spaces.", "Unable to remove extra
-    ///         line breaks.", and those of ReplaceHTMLSymbols and ConvertToDosLineBreaks
+    /// does).
+    /// \throws dbc::postcondition_error "The HTML could not be converted to plain text because a replace
+    ///         operation failed." or the message of a step: "Unable to replace tab characters.", "Unable to
+    ///         remove leading and trailing spaces.", "Unable to remove redundant spaces.", "Unable to remove
+    ///         extra line breaks.", and those of ReplaceHTMLSymbols and ConvertToDosLineBreaks
     void HTMLToPlainText(icu::UnicodeString& text);
 
     /// Removes the tags of BBCode and keeps what they enclose; a parameter must not be empty ("[color=]"
-    /// stays). \throws dbc::postcondition_error "Unable to replace the BBCode inside a string."; the text is
-    /// then unchanged
+    /// stays).
+    /// \throws dbc::postcondition_error "Unable to replace the BBCode inside a string."; the text is then
+    ///         unchanged
     void StripBBCode(icu::UnicodeString& text);
 
     /// Straightens quotes, dashes and ellipses, turns tabs into spaces, and leaves no run of spaces and none
-    /// at the text's ends. A line that began with a tab keeps one leading space. \throws
-    /// dbc::postcondition_error "Unable to remove leading and trailing spaces.", "Unable to replace single
-    ///         quotes.", "Unable to replace double quotes.", "Unable to replace tab characters.", "Unable to
-    ///         remove redundant spaces.", "Unable to trim spaces."
+    /// at the text's ends. A line that began with a tab keeps one leading space.
+    /// \throws dbc::postcondition_error "Unable to remove leading and trailing spaces.", "Unable to replace
+    ///         single quotes.", "Unable to replace double quotes.", "Unable to replace tab characters.",
+    ///         "Unable to remove redundant spaces.", "Unable to trim spaces."
     void CleanPlainTextForTova(icu::UnicodeString& text);
 
     /// Makes every line break CR LF. A CR that no LF follows is deleted, not turned into a line break.
@@ -71,7 +72,8 @@ public:
 
     /// Replaces the numeric references, then the eight named ones: trade, reg, copy, deg, nbsp (a plain
     /// space), lt, gt and amp, in this order and each once ("&amp;lt;" gives "&lt;"). Names are
-    /// case-sensitive; any other stays. \throws dbc::postcondition_error as ReplaceNumericCharacterReferences
+    /// case-sensitive; any other stays.
+    /// \throws dbc::postcondition_error as ReplaceNumericCharacterReferences
     void ReplaceHTMLSymbols(icu::UnicodeString& text);
 
     /// Replaces every decimal reference of 1 to 10 digits and hexadecimal one of 1 to 8 digits by
@@ -86,8 +88,8 @@ public:
     icu::UnicodeString GetCharReplacementString(int codePoint) const;
 
     /// Replaces every match by \p replacement (in ICU's replacement syntax) and assigns the result to \p
-    /// text. Stops the process when \p matcher is empty. \throws dbc::postcondition_error with \p message
-    /// when the engine fails
+    /// text. Stops the process when \p matcher is empty.
+    /// \throws dbc::postcondition_error with \p message when the engine fails
     void RegexReplaceAll(const boost::scoped_ptr<icu::RegexMatcher>& matcher, icu::UnicodeString& text,
                          const icu::UnicodeString& replacement, const char* message);
 

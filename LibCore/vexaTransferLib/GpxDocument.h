@@ -78,8 +78,8 @@ public:
     virtual ~GpxDocument();
 
     /// Each appends a copy, or the object itself when it is an rvalue. Amortised constant time; iterators of
-    /// the list become invalid. \throws dbc::precondition_error "Only waypoints can be added the GPX waypoint
-    /// list."
+    /// the list become invalid.
+    /// \throws dbc::precondition_error "Only waypoints can be added the GPX waypoint list."
     void AddWaypoint(const GpxPoint& point);
     void AddWaypoint(GpxPoint&& point);
     void AddRoute(const GpxRoute& route);

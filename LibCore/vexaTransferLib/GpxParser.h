@@ -78,11 +78,11 @@ public:
     void resetErrors() override;
 
     /// Parses a file into a DOM tree, which the returned parser owns. Everything in memory: about 1.8 kB for
-    /// a track point. Any encoding that Xerces knows; external entities are read. \throws
-    /// dbc::precondition_error "The GPX file path was empty or invalid." \throws dbc::postcondition_error
-    /// "Error parsing the GPX file: PATH. Error message: ...", "Error parsing GPX
-    ///         file: PATH. DOM error code: N", or, for whatever else made the file unreadable, "One or more
-    ///         errors encountered while parsing the GPX file: PATH"
+    /// a track point. Any encoding that Xerces knows; external entities are read.
+    /// \throws dbc::precondition_error "The GPX file path was empty or invalid."
+    /// \throws dbc::postcondition_error "Error parsing the GPX file: PATH. Error message: ...", "Error
+    ///         parsing GPX file: PATH. DOM error code: N", or, for whatever else made the file unreadable,
+    ///         "One or more errors encountered while parsing the GPX file: PATH"
     std::unique_ptr<xercesc::XercesDOMParser> GetParser(const icu::UnicodeString& path);
 
     /// Reads a file into \p document, replacing what it held. The document is named after the file, without
@@ -113,9 +113,9 @@ public:
     void ParseExtensionsElement(xercesc::DOMNode* extensions, GpxDocument& document);
 
     /// Reads a `wpt`, `rtept` or `trkpt`. \p point is assigned at the very end: unchanged when this throws. A
-    /// child that fails is passed over. \throws dbc::precondition_error "Unable to read a GPX point due to an
-    /// invalid GPX point type.", and what
-    ///         GpxPoint's constructor throws
+    /// child that fails is passed over.
+    /// \throws dbc::precondition_error "Unable to read a GPX point due to an invalid GPX point type.", and
+    ///         what GpxPoint's constructor throws
     /// \throws dbc::postcondition_error "Unable to read a GPX point's latitude.", "Unable to read a GPX
     ///         point's longitude.", "Unable to read GPX point child elements."
     void ParsePointNode(const GpxVersion& version, GpxPointType type, xercesc::DOMNode* node,
@@ -127,8 +127,8 @@ public:
     void ParseLinkNode(xercesc::DOMNode* node, GpxUrl& link);
 
     /// Reads a `rte` and appends the route. What follows the first `rtept` (name, source, type, extensions)
-    /// has no effect. A route point that cannot be read or that the route refuses is passed over. \throws
-    /// dbc::postcondition_error "Unable to read GPX route child elements."
+    /// has no effect. A route point that cannot be read or that the route refuses is passed over.
+    /// \throws dbc::postcondition_error "Unable to read GPX route child elements."
     void ParseRteNode(const GpxVersion& version, xercesc::DOMNode* node, GpxDocument& document);
 
     /// Reads a `trk` and appends the track.
@@ -164,8 +164,8 @@ public:
     bool GetFixElement(xercesc::DOMNode* node, GpxFix& out);
 
     /// The vendor's `routeType` or `routePointType` among the children, which must be in the vendor's
-    /// namespace; the last recognised one counts. False, and \p type untouched, when there is none. \throws
-    /// dbc::postcondition_error "Unable to read GPX extension child elements."
+    /// namespace; the last recognised one counts. False, and \p type untouched, when there is none.
+    /// \throws dbc::postcondition_error "Unable to read GPX extension child elements."
     bool GetTarvikRouteTypeElement(xercesc::DOMNode* extensions, TarvikRouteType& type);
     bool GetTarvikRoutePointTypeElement(xercesc::DOMNode* extensions, TarvikRoutePointType& type);
     /// The vendor's data of a waypoint (form attributes, symbol number, GUID) and of a track (colour),

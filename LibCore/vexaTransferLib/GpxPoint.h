@@ -97,10 +97,10 @@ public:
     /// Appends the point as one GPX element with its children; lines end in CR LF, those of the geocache in
     /// LF. Only version 1.1 carries extensions. Form keys and the GUID are written unescaped. Times lose
     /// their fraction of a second, coordinates and the variation are written with 9 decimals, elevation and
-    /// geoid height with 6. The text does not depend on any locale. \throws dbc::precondition_error "GPX
-    /// points can only be written to version 1.0 or 1.1 files." \throws dbc::invariant_error "Unable to write
-    /// an unknown GPX point type.", "Unable to write an unknown GPS
-    ///         fix type.", "Unable to write an unknown route point type."; the last two leave the lines
+    /// geoid height with 6. The text does not depend on any locale.
+    /// \throws dbc::precondition_error "GPX points can only be written to version 1.0 or 1.1 files."
+    /// \throws dbc::invariant_error "Unable to write an unknown GPX point type.", "Unable to write an unknown
+    ///         GPS fix type.", "Unable to write an unknown route point type."; the last two leave the lines
     ///         before them in \p out
     /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
     ///         bogus

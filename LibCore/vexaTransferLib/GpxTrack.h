@@ -69,9 +69,9 @@ public:
     /// Appends a new, empty segment.
     void AddSegment();
     /// Appends a copy of the point, or the point itself when it is an rvalue, to the newest segment.
-    /// Amortised constant time. \throws dbc::precondition_error "Only track points can be added to GPX
-    /// tracks.", then "A GPX track needs a
-    ///         segment before points can be added."
+    /// Amortised constant time.
+    /// \throws dbc::precondition_error "Only track points can be added to GPX tracks.", then "A GPX track
+    ///         needs a segment before points can be added."
     void AddPoint(const GpxPoint& point);
     void AddPoint(GpxPoint&& point);
 
@@ -86,10 +86,11 @@ public:
     std::size_t GetPointCount(SegmentIterator segment) const;
 
     /// Appends the track as GPX text; lines end in CR LF. The colour is written in both versions, the type in
-    /// 1.1 only. The rules of GpxPoint::AppendToString hold for the points. \throws dbc::precondition_error
-    /// "GPX tracks can only be written to version 1.0 or 1.1 files." \throws dbc::invariant_error what the
-    /// points throw, what came before them appended \throws dbc::postcondition_error "The GPX text is too
-    /// large to be held in memory."; \p out is then bogus
+    /// 1.1 only. The rules of GpxPoint::AppendToString hold for the points.
+    /// \throws dbc::precondition_error "GPX tracks can only be written to version 1.0 or 1.1 files."
+    /// \throws dbc::invariant_error what the points throw, what came before them appended
+    /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
+    ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
 private:

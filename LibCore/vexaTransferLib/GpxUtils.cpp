@@ -21,17 +21,19 @@ void AppendStringElement(icu::UnicodeString& out, const icu::UnicodeString& name
     dbc::Require(!name.isEmpty(), text::kGpxUtilsSource, "Cannot write an unnamed XML string element.");
     if (value.isEmpty())
         return;
-    // The caller may pass the output itself as name or value; copies share their buffers and cost next to nothing.
-    const icu::UnicodeString heldName(name);
-    const icu::UnicodeString heldValue(value);
-    writer::UnicodeSink sink(out);
+    // Built apart, because the caller may pass the output itself as name or value.
+    icu::UnicodeString line;
+    writer::UnicodeSink sink(line);
     sink.Ascii("<");
-    sink.Raw(heldName);
+    sink.Raw(name);
     sink.Ascii(">");
-    sink.Escaped(heldValue);
+    sink.Escaped(value);
     sink.Ascii("</");
-    sink.Raw(heldName);
+    sink.Raw(name);
     sink.Ascii(">\r\n");
+    writer::RequireHeld(line, text::kGpxUtilsSource);
+    out.append(line);
+    writer::RequireHeld(out, text::kGpxUtilsSource);
 }
 
 bool GetStringValue(icu::UnicodeString& out, const icu::UnicodeString& value) {

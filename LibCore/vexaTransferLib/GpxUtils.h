@@ -21,8 +21,9 @@ namespace vexaTransferLib {
 VEXATRANSFERLIB_API icu::UnicodeString EscapeXMLValueString(const icu::UnicodeString& text);
 
 /// Appends `<name>value</name>` and CR LF, the value escaped; nothing when the value is empty. No
-/// indentation. \throws dbc::precondition_error "Cannot write an unnamed XML string element.", nothing
-/// appended
+/// indentation.
+/// \throws dbc::precondition_error "Cannot write an unnamed XML string element.", nothing appended
+/// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."
 VEXATRANSFERLIB_API void AppendStringElement(icu::UnicodeString& out, const icu::UnicodeString& name,
                                              const icu::UnicodeString& value);
 

@@ -22,7 +22,7 @@ icu::UnicodeString DecodeUtf8(std::string_view bytes) {
     constexpr char kTooLarge[] = "The text is too large to be held in memory.";
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
         throw std::runtime_error(kTooLarge);
-    const icu::UnicodeString text =
+    icu::UnicodeString text =
         icu::UnicodeString::fromUTF8(icu::StringPiece(bytes.data(), static_cast<std::int32_t>(bytes.size())));
     if (text.isBogus())
         throw std::runtime_error(kTooLarge);

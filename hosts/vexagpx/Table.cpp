@@ -33,7 +33,7 @@ std::size_t Shrink(std::vector<std::size_t>& widths, std::size_t excess, std::si
 
 } // namespace
 
-void Table::AddRow(std::vector<icu::UnicodeString> cells, icu::UnicodeString note) {
+void Table::AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note) {
     for (icu::UnicodeString& cell : cells)
         cell = Printable(cell);
     rows_.push_back({std::move(cells), Printable(note)});

@@ -31,7 +31,7 @@ public:
     explicit Table(std::vector<Column> columns) : columns_(std::move(columns)) {}
 
     /// One cell for each column; `note` is a line of its own below the row, unless it is empty.
-    void AddRow(std::vector<icu::UnicodeString> cells, icu::UnicodeString note = {});
+    void AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note = {});
 
     /// Columns without any content are left out.
     void Write(Output& out);

@@ -38,7 +38,7 @@ std::string FollowLinks(std::string path) {
         if (length < 0)
             break;
         const std::string next(link.data(), static_cast<std::size_t>(length));
-        path = next.front() == '/' ? next : FolderOf(path) + next;
+        path = next.front() == '/' ? next : FolderOf(path).append(next);
     }
     return path;
 }
@@ -53,16 +53,16 @@ mode_t DefaultMode() {
 
 Target::Target(const std::string& path) : path_(path), resolvedPath_(path) {
     struct stat status {};
-    if (IsStandardOutput(path)) {
+    const bool exists = ::stat(path.c_str(), &status) == 0;
+    const int statError = exists ? 0 : errno;
+    if (IsStandardOutput(path) || (exists && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode))) {
         MakeTemporaryFolder();
-    } else if (::stat(path.c_str(), &status) != 0) {
-        if (errno != ENOENT)
-            Fail(errno);
+    } else if (!exists) {
+        if (statError != ENOENT)
+            Fail(statError);
         MakeTemporaryFile(DefaultMode());
     } else if (S_ISDIR(status.st_mode)) {
         Fail(EISDIR);
-    } else if (!S_ISREG(status.st_mode)) {
-        MakeTemporaryFolder();
     } else if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) {
         Fail(errno);
     } else {

@@ -9,6 +9,7 @@
 #include <vexagpx/Show.h>
 
 #include <CLI/CLI.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
@@ -156,8 +157,7 @@ void AddCommands(CLI::App& app, Request& request) {
 }
 
 // What CLI11 would misread is hidden behind a mark: it takes a file called "[a]" for a list, and what stands
-// behind
-// "--" for options when files stand before it.
+// behind "--" for options when files stand before it.
 constexpr char kMark = '\x01';
 
 /// The arguments as CLI11 wants them: the last one first, the program's name left out.
@@ -266,6 +266,8 @@ int main(int argc, char** argv) {
         Complain(failure.what());
     } catch (const xercesc::XMLException&) {
         Complain("The XML library could not be started.");
+    } catch (const xercesc::OutOfMemoryException&) {
+        Complain("Out of memory.");
     }
     return kFailed;
 }

@@ -159,6 +159,21 @@ TEST(GpxUtilsTest, SetStringValueKeepsTheTargetWhenMemoryCannotHoldACopy) {
     EXPECT_EQ(Utf8(target), "before");
 }
 
+TEST(GpxUtilsTest, AppendStringElementReportsALineThatMemoryCannotHold) {
+    const icu::UnicodeString value(5000, u'x', 5000);
+    icu::UnicodeString out(u"before");
+    const RefusedIcuMemory refused = RefusedIcuMemory::Above(1000);
+    EXPECT_FAILURE(AppendStringElement(out, u"name", value), dbc::postcondition_error,
+                   "The GPX text is too large to be held in memory.", kSource);
+    EXPECT_EQ(Utf8(out), "before");
+}
+
+TEST(GpxUtilsTest, AppendStringElementMayBeGivenItsOutput) {
+    icu::UnicodeString out(u"a&");
+    AppendStringElement(out, u"name", out);
+    EXPECT_EQ(Utf8(out), "a&<name>a&amp;</name>\r\n");
+}
+
 TEST(GpxUtilsTest, ReadsFieldsOfFixedWidth) {
     const struct {
         const char* text;

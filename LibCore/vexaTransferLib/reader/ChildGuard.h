@@ -23,7 +23,8 @@ struct ChildMessages {
 
 /// Calls `read` for every child that has a local name, each behind a guard: one bad child never costs its
 /// parent. Only what derives from std::exception is swallowed; the XML parser's own exceptions (out of memory
-/// among them) do not and pass through. \throws dbc::postcondition_error when the node has no child list
+/// among them) do not and pass through.
+/// \throws dbc::postcondition_error when the node has no child list
 template <class Read>
 void ForEachGuardedChild(const NodeView& node, const ChildMessages& messages, Read read) {
     dbc::Ensure(node.HasChildList(), text::kGpxParserSource, messages.noChildren);

@@ -11,8 +11,8 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// The DOM of a text (UTF-8 unless it says otherwise), with namespaces, without validation; throws when the text
-/// is not well-formed. Nodes live as long as this.
+/// The DOM of a text (UTF-8 unless it says otherwise), with namespaces, without validation; throws when the
+/// text is not well-formed. Nodes live as long as this.
 class DomTree {
 public:
     explicit DomTree(const std::string& xml);

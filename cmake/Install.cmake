@@ -1,0 +1,46 @@
+include(CMakePackageConfigHelpers)
+
+set(VEXA_INSTALL_INCLUDEDIR "${CMAKE_INSTALL_INCLUDEDIR}/vexaTransferLib")
+set(VEXA_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/vexaTransferLib")
+set(VEXA_INSTALL_PKGCONFIGDIR "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+list(TRANSFORM VEXA_PUBLIC_HEADERS PREPEND "${PROJECT_SOURCE_DIR}/LibCore/" OUTPUT_VARIABLE public_headers)
+list(TRANSFORM VEXA_COMMON_HEADERS PREPEND "${PROJECT_SOURCE_DIR}/LibCore/" OUTPUT_VARIABLE common_headers)
+install(FILES ${public_headers} DESTINATION "${VEXA_INSTALL_INCLUDEDIR}/vexaTransferLib")
+install(FILES ${common_headers} DESTINATION "${VEXA_INSTALL_INCLUDEDIR}/common")
+
+set_target_properties(vexa_interface PROPERTIES EXPORT_NAME headers)
+install(TARGETS vexaTransferLib vexa_interface EXPORT vexaTransferLibTargets)
+install(EXPORT vexaTransferLibTargets NAMESPACE vexaTransferLib:: DESTINATION "${VEXA_INSTALL_CMAKEDIR}")
+
+configure_package_config_file(
+    "${CMAKE_CURRENT_LIST_DIR}/vexaTransferLibConfig.cmake.in"
+    "${PROJECT_BINARY_DIR}/vexaTransferLibConfig.cmake"
+    INSTALL_DESTINATION "${VEXA_INSTALL_CMAKEDIR}"
+    NO_SET_AND_CHECK_MACRO)
+# Before 1.0 a new minor version may break what a host was written against.
+write_basic_package_version_file(
+    "${PROJECT_BINARY_DIR}/vexaTransferLibConfigVersion.cmake" COMPATIBILITY SameMinorVersion)
+install(
+    FILES
+        "${PROJECT_BINARY_DIR}/vexaTransferLibConfig.cmake"
+        "${PROJECT_BINARY_DIR}/vexaTransferLibConfigVersion.cmake"
+    DESTINATION "${VEXA_INSTALL_CMAKEDIR}")
+
+# The pkg-config file finds its prefix from where it lies, so that an installed tree may be moved.
+file(RELATIVE_PATH VEXA_PREFIX_FROM_PKGCONFIG
+    "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
+string(REGEX REPLACE "/$" "" VEXA_PREFIX_FROM_PKGCONFIG "${VEXA_PREFIX_FROM_PKGCONFIG}")
+configure_file(
+    "${CMAKE_CURRENT_LIST_DIR}/vexaTransferLib.pc.in" "${PROJECT_BINARY_DIR}/vexaTransferLib.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/vexaTransferLib.pc" DESTINATION "${VEXA_INSTALL_PKGCONFIGDIR}")
+
+install(FILES "${PROJECT_SOURCE_DIR}/schemas/tarvik-extensions.xsd"
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/vexaTransferLib")
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+
+if(TARGET vexagpx)
+    # The installed tool finds the library beside it, wherever the prefix is moved.
+    file(RELATIVE_PATH libdir_from_bindir "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+    set_target_properties(vexagpx PROPERTIES INSTALL_RPATH "$ORIGIN/${libdir_from_bindir}")
+endif()
