@@ -6,11 +6,11 @@
 ///
 /// Three kinds of failure, each derived directly from std::logic_error so that a host can tell them apart:
 ///
-/// | error                     | means |
-/// |---------------------------|-----------------------------------------------------------------------------|
-/// | `dbc::precondition_error` | the caller passed a bad argument | | `dbc::postcondition_error`| the work
-/// could not be done: unreadable input, failed output, failed cleaning | | `dbc::invariant_error`    | an
-/// object of the wrong kind was asked, or holds a value it must never hold  |
+/// | error                      | means                                                                   |
+/// |----------------------------|-------------------------------------------------------------------------|
+/// | `dbc::precondition_error`  | the caller passed a bad argument                                        |
+/// | `dbc::postcondition_error` | the work could not be done: unreadable input, failed output or cleaning |
+/// | `dbc::invariant_error`     | an object of the wrong kind was asked, or holds a value it must not     |
 ///
 /// A failed check writes one line to standard error, the contract report, and then throws:
 ///

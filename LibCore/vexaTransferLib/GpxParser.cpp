@@ -22,6 +22,7 @@
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMException.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
@@ -95,38 +96,56 @@ void GpxParser::resetErrors() {
 }
 
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::GetParser(const icu::UnicodeString& path) {
-    dbc::Require(!path.isEmpty(), text::kGpxParserSource, "The GPX file path was empty or invalid.");
+    icu::UnicodeString terminated(path);
+    return ParseTree(terminated.getTerminatedBuffer(), path);
+}
+
+template <class Source>
+std::unique_ptr<xercesc::XercesDOMParser> GpxParser::ParseTree(const Source& source,
+                                                               const icu::UnicodeString& name) {
+    dbc::Require(!name.isEmpty(), text::kGpxParserSource, "The GPX file path was empty or invalid.");
     resetErrors();
     auto parser = std::make_unique<xercesc::XercesDOMParser>(
         nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
     Configure(*parser, *this);
-    const std::string narrowPath = UnicodeStrUtils::UnicodeStringToStlString(path);
+    const std::string narrowName = UnicodeStrUtils::UnicodeStringToStlString(name);
     try {
-        icu::UnicodeString terminated(path);
-        parser->parse(terminated.getTerminatedBuffer());
+        parser->parse(source);
     } catch (const xercesc::XMLException& exception) {
         std::string message;
         reader::ToNarrow(exception.getMessage(), message);
-        throw dbc::postcondition_error("Error parsing the GPX file: " + narrowPath +
+        throw dbc::postcondition_error("Error parsing the GPX file: " + narrowName +
                                        ". Error message: " + message);
     } catch (const xercesc::DOMException& exception) {
-        throw dbc::postcondition_error("Error parsing GPX file: " + narrowPath +
+        throw dbc::postcondition_error("Error parsing GPX file: " + narrowName +
                                        ". DOM error code: " + std::to_string(exception.code));
     }
     if (errorsSeen_)
         throw dbc::postcondition_error("One or more errors encountered while parsing the GPX file: " +
-                                       narrowPath);
+                                       narrowName);
     return parser;
 }
 
 void GpxParser::Parse(const icu::UnicodeString& path, GpxDocument& document) {
-    const std::unique_ptr<xercesc::XercesDOMParser> parser = GetParser(path);
+    ReadTree(*GetParser(path), path, document);
+}
+
+void GpxParser::Parse(std::string_view bytes, const icu::UnicodeString& name, GpxDocument& document) {
+    icu::UnicodeString terminated(name);
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(bytes.data()), bytes.size(),
+                                      terminated.getTerminatedBuffer());
+    source.setCopyBufToStream(false);
+    ReadTree(*ParseTree<xercesc::InputSource>(source, name), name, document);
+}
+
+void GpxParser::ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
+                         GpxDocument& document) {
     document.Clear();
-    GpxModelAccess::SetName(document, DefaultName(path));
-    const xercesc::DOMDocument* const tree = parser->getDocument();
+    GpxModelAccess::SetName(document, DefaultName(name));
+    const xercesc::DOMDocument* const tree = parser.getDocument();
     if (tree == nullptr)
         throw dbc::postcondition_error(
-            "Unable to interpret the GPX file: " + UnicodeStrUtils::UnicodeStringToStlString(path) +
+            "Unable to interpret the GPX file: " + UnicodeStrUtils::UnicodeStringToStlString(name) +
             ". The document object could not be obtained.");
     const reader::NodeView root = ViewOf(tree->getDocumentElement());
     if (!reader::Equals(root.LocalName(), u"gpx"))

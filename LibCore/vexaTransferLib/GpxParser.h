@@ -22,6 +22,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace vexaTransferLib {
 
@@ -95,6 +96,11 @@ public:
     /// \throws dbc::postcondition_error "Unable to interpret the GPX file: PATH. The document object could
     ///         not be obtained.", "The GPX document element was not found.", and what ParseGpxNode throws
     void Parse(const icu::UnicodeString& path, GpxDocument& document);
+
+    /// The same from bytes in memory, which are not copied. \p name stands where the path would: the document
+    /// is named after it, messages quote it, relative names of other files are resolved against it. No file
+    /// of that name is opened.
+    void Parse(std::string_view bytes, const icu::UnicodeString& name, GpxDocument& document);
 
     /// Reads the children of a root element into \p document, which is not cleared.
     /// \throws dbc::postcondition_error "Unable to read the GPX version.", "Unable to read the GPX file
@@ -191,6 +197,10 @@ public:
 
 private:
     friend class GpxModelAccess;
+
+    template <class Source>
+    std::unique_ptr<xercesc::XercesDOMParser> ParseTree(const Source& source, const icu::UnicodeString& name);
+    void ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name, GpxDocument& document);
 
     boost::scoped_ptr<CleanText> cleaner_;
     bool errorsSeen_;

@@ -5,6 +5,7 @@
 #include "support/GpxFiles.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
+#include "support/Utf16.h"
 
 #include <common/dbc.h>
 
@@ -199,18 +200,6 @@ struct Encoded {
     std::string bytes;
     const char* name; // UTF-8
 };
-
-std::string InUtf16(const icu::UnicodeString& text, bool bigEndian) {
-    std::string bytes;
-    for (std::int32_t i = 0; i < text.length(); ++i) {
-        const auto unit = static_cast<unsigned>(text[i]);
-        const char high = static_cast<char>(unit >> 8);
-        const char low = static_cast<char>(unit & 0xFF);
-        bytes += bigEndian ? high : low;
-        bytes += bigEndian ? low : high;
-    }
-    return bytes;
-}
 
 std::string NameInUtf16(const std::string& declaration, bool bigEndian) {
     const std::string name = "<metadata><name>\u00E9\u20AC\u5C71\U0001F30D</name></metadata>";

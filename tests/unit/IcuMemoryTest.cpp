@@ -32,6 +32,15 @@ TEST(IcuMemoryTest, RefusesTheCallWithTheNumberOnly) {
     EXPECT_EQ(refused.Refused(), 1U);
 }
 
+TEST(IcuMemoryTest, CountsEveryRequest) {
+    const RefusedIcuMemory refused = RefusedIcuMemory::None();
+    EXPECT_TRUE(CanHold(kLong));
+    EXPECT_EQ(refused.Calls(), 1U);
+    EXPECT_TRUE(CanHold(kLong));
+    EXPECT_EQ(refused.Calls(), 2U);
+    EXPECT_EQ(refused.Refused(), 0U);
+}
+
 TEST(IcuMemoryTest, EndsWithTheScope) {
     {
         const RefusedIcuMemory refused = RefusedIcuMemory::Above(0);

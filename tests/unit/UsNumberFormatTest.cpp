@@ -3,10 +3,12 @@
 
 #include "support/IcuMemory.h"
 #include "support/LocaleScopes.h"
+#include "support/StoredNumbers.h"
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <chrono>
 #include <cstdint>
 #include <limits>
@@ -15,6 +17,7 @@
 
 using vexaTransferLib::testing_support::IcuLocaleScope;
 using vexaTransferLib::testing_support::RefusedIcuMemory;
+using vexaTransferLib::testing_support::StoredNumbers;
 using vexaTransferLib::testing_support::Utf8;
 using vexaTransferLib::text::UsNumberFormat;
 
@@ -117,6 +120,44 @@ TEST(UsNumberFormatTest, LooksAtTheFirst400UnitsOnly) {
     EXPECT_EQ(format.ParseInteger(Digits(399) + u"7"), 7);
     EXPECT_EQ(format.ParseInteger(Digits(399) + u"78"), 7);
     EXPECT_EQ(format.ParseInteger(Digits(400) + u"8"), 0);
+}
+
+TEST(UsNumberFormatTest, GivesTheBitsThatAreStored) {
+    UsNumberFormat format;
+    for (const auto& row : StoredNumbers())
+        EXPECT_EQ(format.ParseStored(icu::UnicodeString::fromUTF8(row.text)), row.stored)
+            << row.text << ": " << row.reason;
+}
+
+TEST(UsNumberFormatTest, SkipsNoBlankBeforeAStoredNumber) {
+    UsNumberFormat format;
+    EXPECT_EQ(format.ParseStored(u" 12"), 0);
+    EXPECT_EQ(format.ParseStored(u"12 "), 12);
+}
+
+TEST(UsNumberFormatTest, TheFirst400UnitsAreCodeUnits) {
+    UsNumberFormat format;
+    // Digits of two units each: the last one is cut in two, and what is left of it is no digit.
+    const icu::UnicodeString digits(400, 0x1D7CE, 200);
+    EXPECT_EQ(format.ParseStored(digits.tempSubString(0, 398) + icu::UnicodeString(0x1D7D1)), 3);
+    EXPECT_EQ(format.ParseStored(digits.tempSubString(0, 398) + u"1" + icu::UnicodeString(0x1D7D1)), 1);
+}
+
+TEST(UsNumberFormatTest, TheDefaultLocaleDoesNotShowInAStoredNumber) {
+    for (const char* name : {"de_DE", "ar_EG", "fa_IR", "th_TH_TRADITIONAL"}) {
+        const IcuLocaleScope scope(name);
+        UsNumberFormat format;
+        EXPECT_EQ(format.ParseStored(u"1,234"), 1234) << name;
+        EXPECT_EQ(std::bit_cast<double>(format.ParseStored(u"1,234.5")), 1234.5) << name;
+    }
+}
+
+TEST(UsNumberFormatTest, AVeryLongStoredNumberCostsNothing) {
+    const icu::UnicodeString text(2000000, u'9', 2000000);
+    UsNumberFormat format;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(std::bit_cast<double>(format.ParseStored(text)), std::numeric_limits<double>::infinity());
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
 
 TEST(UsNumberFormatTest, AVeryLongNumberCostsNothing) {

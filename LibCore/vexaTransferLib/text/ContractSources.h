@@ -18,6 +18,7 @@ inline constexpr char kGpxTrackSource[] = "LibCore/vexaTransferLib/GpxTrack.cpp"
 inline constexpr char kGpxDocumentSource[] = "LibCore/vexaTransferLib/GpxDocument.cpp";
 inline constexpr char kGpxUtilsSource[] = "LibCore/vexaTransferLib/GpxUtils.cpp";
 inline constexpr char kGpxParserSource[] = "LibCore/vexaTransferLib/GpxParser.cpp";
+inline constexpr char kGpxTarvikExtParserSource[] = "LibCore/vexaTransferLib/GpxTarvikExtParser.cpp";
 inline constexpr char kCleanTextSource[] = "LibCore/vexaTransferLib/CleanText.h";
 
 } // namespace vexaTransferLib::text

@@ -6,9 +6,9 @@
 #include <common/dbc.h>
 
 #include <unicode/fieldpos.h>
-#include <unicode/fmtable.h>
 #include <unicode/parsepos.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -56,15 +56,32 @@ icu::UnicodeString UsNumberFormat::Format(double number) {
     return FormatWith(Get(), number);
 }
 
-std::int32_t UsNumberFormat::ParseInteger(const icu::UnicodeString& text) {
+icu::Formattable UsNumberFormat::Parse(const icu::UnicodeString& text) {
     icu::Formattable number;
     icu::ParsePosition position(0);
     Get().parse(text.tempSubString(0, kParsedUnits), number, position);
+    return number;
+}
+
+std::int32_t UsNumberFormat::ParseInteger(const icu::UnicodeString& text) {
+    const icu::Formattable number = Parse(text);
     // ICU casts a NaN to an integer, which C++ leaves undefined; this is what the cast gives here.
     if (number.getType() == icu::Formattable::kDouble && std::isnan(number.getDouble()))
         return std::numeric_limits<std::int32_t>::min();
     UErrorCode ignored = U_ZERO_ERROR;
     return number.getLong(ignored);
+}
+
+std::int64_t UsNumberFormat::ParseStored(const icu::UnicodeString& text) {
+    const icu::Formattable number = Parse(text);
+    switch (number.getType()) {
+    case icu::Formattable::kDouble:
+        return std::bit_cast<std::int64_t>(number.getDouble());
+    case icu::Formattable::kInt64:
+        return number.getInt64();
+    default:
+        return number.getLong();
+    }
 }
 
 } // namespace vexaTransferLib::text

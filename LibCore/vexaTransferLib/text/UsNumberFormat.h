@@ -5,6 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <unicode/fmtable.h>
 #include <unicode/numfmt.h>
 #include <unicode/unistr.h>
 
@@ -30,8 +31,14 @@ public:
     /// Looks at the first 400 code units only: a longer run of digits costs ICU quadratic time.
     std::int32_t ParseInteger(const icu::UnicodeString& text);
 
+    /// The 64 bits that ICU stores for the number at the start of the text: an integer, or, for a fraction
+    /// and what no integer holds, those of a double. 0 when there is none. Looks at the first 400 code units
+    /// only.
+    std::int64_t ParseStored(const icu::UnicodeString& text);
+
 private:
     icu::NumberFormat& Get();
+    icu::Formattable Parse(const icu::UnicodeString& text);
 
     std::unique_ptr<icu::NumberFormat> format_;
 };

@@ -23,7 +23,8 @@ thread_local Limits limits;
 bool IsRefused(std::size_t size) {
     if (!limits.armed)
         return false;
-    const bool refused = size > limits.largest || ++limits.calls == limits.refusedCall;
+    ++limits.calls;
+    const bool refused = size > limits.largest || limits.calls == limits.refusedCall;
     limits.refused += refused ? 1 : 0;
     return refused;
 }
@@ -63,6 +64,10 @@ RefusedIcuMemory::RefusedIcuMemory(std::size_t largest, std::size_t refusedCall)
 
 RefusedIcuMemory::~RefusedIcuMemory() {
     limits.armed = false;
+}
+
+std::size_t RefusedIcuMemory::Calls() const {
+    return limits.calls;
 }
 
 std::size_t RefusedIcuMemory::Refused() const {

@@ -5,7 +5,8 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// Refuses memory to ICU on this thread while it lives; afterwards ICU allocates as before. One at a time.
+/// Counts ICU's requests for memory on this thread and refuses some while it lives; afterwards ICU allocates
+/// as before. One at a time.
 ///
 ///     const RefusedIcuMemory refused = RefusedIcuMemory::Above(4096);
 ///     EXPECT_FAILURE(document.WriteToFile(...), ...);
@@ -17,11 +18,15 @@ public:
     static RefusedIcuMemory AtCall(std::size_t number) {
         return RefusedIcuMemory(static_cast<std::size_t>(-1), number);
     }
+    /// None: only counts.
+    static RefusedIcuMemory None() { return AtCall(0); }
 
     ~RefusedIcuMemory();
     RefusedIcuMemory(const RefusedIcuMemory&) = delete;
     RefusedIcuMemory& operator=(const RefusedIcuMemory&) = delete;
 
+    /// How many requests there were so far, the refused ones included.
+    std::size_t Calls() const;
     /// How many requests were refused so far.
     std::size_t Refused() const;
 

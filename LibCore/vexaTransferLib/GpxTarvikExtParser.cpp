@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/GpxTarvikExtParser.h>
+
+#include <vexaTransferLib/GpxUtils.h>
+#include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/text/UsNumberFormat.h>
+
+#include <common/UnicodeStrUtils.h>
+#include <common/dbc.h>
+
+#include <boost/make_shared.hpp>
+#include <unicode/uchar.h>
+#include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include <bit>
+#include <cstdint>
+#include <new>
+#include <stdexcept>
+
+namespace vexaTransferLib {
+
+namespace {
+
+using xercesc::XMLUni;
+
+// Wraps the text instead of copying it; a null one counts as empty.
+icu::UnicodeString Alias(const XMLCh* text) {
+    return icu::UnicodeString(true, text, -1);
+}
+
+bool EqualsIgnoringCase(const icu::UnicodeString& text, const char16_t* other) {
+    return text.caseCompare(Alias(other), U_FOLD_CASE_DEFAULT) == 0;
+}
+
+bool IsGpxNamespace(const icu::UnicodeString& uri) {
+    return EqualsIgnoringCase(uri, text::kGpx10Namespace) || EqualsIgnoringCase(uri, text::kGpx11Namespace);
+}
+
+bool EndsHead(const icu::UnicodeString& name) {
+    return EqualsIgnoringCase(name, u"wpt") || EqualsIgnoringCase(name, u"trk") ||
+           EqualsIgnoringCase(name, u"rte");
+}
+
+// Nothing but an exception stops the XML parser in the middle of a file.
+[[noreturn]] void FinishScan() {
+    throw std::runtime_error("Finished Parsing");
+}
+
+template <class Record>
+Record& Made(boost::shared_ptr<Record>& record) {
+    if (!record)
+        record = boost::make_shared<Record>();
+    return *record;
+}
+
+template <class Record, class Value>
+struct Field {
+    const char16_t* name;
+    Value Record::*value;
+};
+
+using LayerField = Field<GISMetaData, icu::UnicodeString>;
+constexpr LayerField kLayerTexts[] = {{u"layername", &GISMetaData::layerName},
+                                      {u"layerkey", &GISMetaData::layerKey},
+                                      {u"form", &GISMetaData::form}};
+using AnnotateField = Field<AnnotateMetaData, icu::UnicodeString>;
+constexpr AnnotateField kAnnotateTexts[] = {{u"trackguid", &AnnotateMetaData::trackGUID},
+                                            {u"waypointguid", &AnnotateMetaData::waypointGUID}};
+using LayerNumber = Field<GISMetaData, std::int32_t>;
+constexpr LayerNumber kLayerNumbers[] = {{u"defaultsymbol", &GISMetaData::defaultSymbol}};
+using Count = Field<GPXStats, std::int32_t>;
+constexpr Count kCounts[] = {{u"wptcount", &GPXStats::wptcount},
+                             {u"trkcount", &GPXStats::trkcount},
+                             {u"trksegcount", &GPXStats::trksegcount},
+                             {u"geocachecount", &GPXStats::geocachecount},
+                             {u"geocachesymbolcount", &GPXStats::geocachecount}};
+using Total = Field<GPXStats, double>;
+constexpr Total kTotals[] = {{u"trktotalkm", &GPXStats::trktotalkm}};
+
+/// Stores what `read` gives in the field of that name, if there is one.
+template <class Record, class Value, std::size_t size, class Read>
+bool Take(const icu::UnicodeString& name, const Field<Record, Value> (&fields)[size],
+          boost::shared_ptr<Record>& record, Read read) {
+    for (const auto& field : fields) {
+        if (EqualsIgnoringCase(name, field.name)) {
+            Made(record).*field.value = read();
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+GpxTarvikExtParser::GpxTarvikExtParser() : documentTime_(0.0) {}
+
+GpxTarvikExtParser::~GpxTarvikExtParser() = default;
+
+boost::shared_ptr<GPXStats> GpxTarvikExtParser::GetStats() const {
+    return stats_;
+}
+
+boost::shared_ptr<AnnotateMetaData> GpxTarvikExtParser::GetAnnotateMetaData() const {
+    return annotateMetaData_;
+}
+
+boost::shared_ptr<GISMetaData> GpxTarvikExtParser::GetGISMetaData() const {
+    return gisMetaData_;
+}
+
+double GpxTarvikExtParser::GetDocumentTime() const {
+    return documentTime_;
+}
+
+void GpxTarvikExtParser::Parse(const icu::UnicodeString& path) {
+    if (!dbc::SoftCheck(!path.isEmpty(), text::kGpxTarvikExtParserSource))
+        return;
+    icu::UnicodeString terminated(path);
+    const XMLCh* const systemId = terminated.getTerminatedBuffer();
+    if (systemId != nullptr)
+        Scan(systemId);
+    else // ICU's memory ran out: a scan that found nothing
+        Reset();
+}
+
+void GpxTarvikExtParser::ParseSource(const xercesc::InputSource& source) {
+    Scan<xercesc::InputSource>(source);
+}
+
+template <class Source>
+void GpxTarvikExtParser::Scan(const Source& source) {
+    Reset();
+    try {
+        reader_.reset(xercesc::XMLReaderFactory::createXMLReader());
+        reader_->setContentHandler(this);
+        reader_->setFeature(XMLUni::fgSAX2CoreValidation, false);
+        reader_->setFeature(XMLUni::fgXercesLoadExternalDTD, false);
+        reader_->setFeature(XMLUni::fgXercesSkipDTDValidation, true);
+        reader_->setFeature(XMLUni::fgXercesSchema, false);
+        reader_->setFeature(XMLUni::fgXercesSchemaFullChecking, false);
+        reader_->parse(source);
+    } catch (...) {
+        // The regular end of a scan is an exception too; whatever ended it, the results so far are the results.
+    }
+}
+
+void GpxTarvikExtParser::Reset() {
+    reader_.reset();
+    stats_.reset();
+    annotateMetaData_.reset();
+    gisMetaData_.reset();
+    documentTime_ = 0.0;
+}
+
+void GpxTarvikExtParser::characters(const XMLCh* const chars, const XMLSize_t length) {
+    buffer_.append(chars, static_cast<std::int32_t>(length));
+    // A text that ICU cannot hold would be lost without a trace.
+    if (buffer_.isBogus())
+        throw std::bad_alloc();
+}
+
+void GpxTarvikExtParser::ignorableWhitespace(const XMLCh* const chars, const XMLSize_t length) {
+    characters(chars, length);
+}
+
+void GpxTarvikExtParser::startElement(const XMLCh* const uri, const XMLCh* const localname,
+                                      const XMLCh* const, const xercesc::Attributes&) {
+    buffer_.remove();
+    if (IsGpxNamespace(Alias(uri)) && EndsHead(Alias(localname)))
+        FinishScan();
+}
+
+void GpxTarvikExtParser::endElement(const XMLCh* const uri, const XMLCh* const localname,
+                                    const XMLCh* const) {
+    const icu::UnicodeString space = Alias(uri);
+    const icu::UnicodeString name = Alias(localname);
+    if (EqualsIgnoringCase(space, text::kTarvikNamespace)) {
+        buffer_.trim();
+        TakeVendorElement(name);
+    } else if (IsGpxNamespace(space)) {
+        if (EqualsIgnoringCase(name, u"time"))
+            TakeTime();
+        else if (EndsHead(name))
+            FinishScan();
+    }
+}
+
+void GpxTarvikExtParser::TakeVendorElement(const icu::UnicodeString& name) {
+    const auto text = [this] { return buffer_; };
+    const auto integer = [this] { return static_cast<std::int32_t>(StoredNumber()); };
+    const auto total = [this] { return std::bit_cast<double>(StoredNumber()); };
+    static_cast<void>(Take(name, kLayerTexts, gisMetaData_, text) ||
+                      Take(name, kAnnotateTexts, annotateMetaData_, text) ||
+                      Take(name, kLayerNumbers, gisMetaData_, integer) ||
+                      Take(name, kCounts, stats_, integer) || Take(name, kTotals, stats_, total));
+}
+
+void GpxTarvikExtParser::TakeTime() {
+    buffer_.trim();
+    ParseGpxTime(UnicodeStrUtils::UnicodeStringToStlString(buffer_), documentTime_);
+}
+
+std::int64_t GpxTarvikExtParser::StoredNumber() {
+    if (!numberFormat_)
+        numberFormat_ = std::make_unique<text::UsNumberFormat>();
+    return numberFormat_->ParseStored(buffer_);
+}
+
+void GpxTarvikExtParser::endDocument() {}
+
+void GpxTarvikExtParser::processingInstruction(const XMLCh* const, const XMLCh* const) {}
+
+void GpxTarvikExtParser::setDocumentLocator(const xercesc::Locator* const) {}
+
+void GpxTarvikExtParser::startDocument() {}
+
+void GpxTarvikExtParser::startPrefixMapping(const XMLCh* const, const XMLCh* const) {}
+
+void GpxTarvikExtParser::endPrefixMapping(const XMLCh* const) {}
+
+void GpxTarvikExtParser::skippedEntity(const XMLCh* const) {}
+
+} // namespace vexaTransferLib

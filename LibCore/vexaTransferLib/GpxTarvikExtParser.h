@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Reads the head of a GPX file: the vendor's metadata and the document's time.
+
+#include <common/Export.h>
+#include <vexaTransferLib/GpxDocument.h>
+
+#include <boost/shared_ptr.hpp>
+#include <unicode/unistr.h>
+#include <xercesc/sax/InputSource.hpp>
+#include <xercesc/sax2/ContentHandler.hpp>
+#include <xercesc/sax2/SAX2XMLReader.hpp>
+
+#include <memory>
+
+namespace vexaTransferLib {
+
+namespace text {
+class UsNumberFormat;
+}
+
+/// Scans a GPX file up to its first waypoint, route or track and keeps the vendor's metadata records and the
+/// time: what a host wants to know of a file before, or instead of, reading it. The cost is that of the head,
+/// whatever the size of the file.
+///
+/// The host initialises Xerces before the first scan and deletes the scanner before it terminates Xerces: the
+/// scanner keeps its XML reader until then. One scanner scans any number of files, one after another, on one
+/// thread at a time.
+///
+///     GpxTarvikExtParser scanner;
+///     scanner.Parse("walk.gpx");
+///     if (scanner.GetGISMetaData())
+///         show(scanner.GetGISMetaData()->layerName);
+///
+/// A scan never throws and has no result of its own: a file that is missing or ill-formed leaves what was
+/// found before the error. Without memory for ICU's number format, which the first count needs, the process
+/// stops.
+///
+/// **What may surprise.** Vendor elements are found by their namespace and name without regard to case,
+/// wherever in the head they stand. Counts are the low 32 bits of what the US number format stores for the
+/// text, and `trktotalkm` is the same storage read as a double: a total without a fraction ("12") reads as a
+/// number near 6e-323, and a count with one ("7.9") as -1717986918. "time" elements in a GPX namespace all
+/// count, the last one wins.
+///
+/// **A warning.** XML lets a file name other files and servers in entities, and they are read. Do not scan
+/// files from strangers where that matters.
+class VEXATRANSFERLIB_API GpxTarvikExtParser : public xercesc::ContentHandler {
+public:
+    GpxTarvikExtParser();
+    ~GpxTarvikExtParser() override;
+    GpxTarvikExtParser(const GpxTarvikExtParser&) = delete;
+    GpxTarvikExtParser& operator=(const GpxTarvikExtParser&) = delete;
+
+    /// Forgets the results of an earlier scan and scans the file. Never throws. An empty path only writes the
+    /// contract report; the earlier results then stay.
+    void Parse(const icu::UnicodeString& path);
+
+    /// The same from wherever the host has the bytes: a buffer in memory (`xercesc::MemBufInputSource`), an
+    /// entry of an archive. The source gives a stream, which is read as far as the head goes and not at all
+    /// beyond what Xerces reads ahead (48 KiB).
+    void ParseSource(const xercesc::InputSource& source);
+
+    /// The results of the last scan; null when the head has none of the record's elements. A record stays
+    /// valid when the scanner scans again or is gone.
+    boost::shared_ptr<GPXStats> GetStats() const;
+    boost::shared_ptr<AnnotateMetaData> GetAnnotateMetaData() const;
+    boost::shared_ptr<GISMetaData> GetGISMetaData() const;
+    /// Milliseconds since 1970-01-01T00:00:00 UTC; 0 when the head has no time.
+    double GetDocumentTime() const;
+
+    /// Called by Xerces during a scan.
+    void characters(const XMLCh* const chars, const XMLSize_t length) override;
+    void endDocument() override;
+    void endElement(const XMLCh* const uri, const XMLCh* const localname, const XMLCh* const qname) override;
+    void ignorableWhitespace(const XMLCh* const chars, const XMLSize_t length) override;
+    void processingInstruction(const XMLCh* const target, const XMLCh* const data) override;
+    void setDocumentLocator(const xercesc::Locator* const locator) override;
+    void startDocument() override;
+    /// \throws std::runtime_error "Finished Parsing" at the first waypoint, track or route, which ends the
+    ///         scan
+    void startElement(const XMLCh* const uri, const XMLCh* const localname, const XMLCh* const qname,
+                      const xercesc::Attributes& attributes) override;
+    void startPrefixMapping(const XMLCh* const prefix, const XMLCh* const uri) override;
+    void endPrefixMapping(const XMLCh* const prefix) override;
+    void skippedEntity(const XMLCh* const name) override;
+
+private:
+    template <class Source>
+    void Scan(const Source& source);
+    void Reset();
+    void TakeVendorElement(const icu::UnicodeString& name);
+    void TakeTime();
+    std::int64_t StoredNumber();
+
+    icu::UnicodeString buffer_;
+    std::unique_ptr<xercesc::SAX2XMLReader> reader_;
+    boost::shared_ptr<GPXStats> stats_;
+    boost::shared_ptr<AnnotateMetaData> annotateMetaData_;
+    boost::shared_ptr<GISMetaData> gisMetaData_;
+    double documentTime_;
+    std::unique_ptr<text::UsNumberFormat> numberFormat_;
+};
+
+} // namespace vexaTransferLib

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/ZIPFileReader.h>
+
+#include <common/UnicodeStrUtils.h>
+#include <common/dbc.h>
+
+#include <unzip.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace vexaTransferLib {
+
+namespace {
+
+constexpr char kSource[] = "LibCore/vexaTransferLib/ZIPFileReader.cpp";
+constexpr std::size_t kNameBufferSize = 1024;
+
+[[noreturn]] void Fail(const char* message) {
+    throw dbc::precondition_error(message);
+}
+
+// Of an archive's last record, which holds the number of entries and the length of the comment behind it.
+constexpr std::string_view kEndSignature = "PK\5\6";
+constexpr std::size_t kEndRecordSize = 22;
+constexpr std::size_t kLongestComment = 0xFFFF;
+
+/// The end of a file, in which an archive's end record stands.
+struct Tail {
+    std::string bytes;
+    bool isWholeFile = false;
+};
+
+Tail ReadTail(const char* path) {
+    std::error_code error;
+    // What is no regular file, such as a pipe, might never answer.
+    if (!std::filesystem::is_regular_file(path, error))
+        return {};
+    const std::uintmax_t fileSize = std::filesystem::file_size(path, error);
+    std::string bytes(std::min<std::uintmax_t>(fileSize, kEndRecordSize + kLongestComment), '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.seekg(static_cast<std::streamoff>(fileSize - bytes.size()));
+    if (error || !file.read(bytes.data(), static_cast<std::streamsize>(bytes.size())))
+        return {};
+    return {bytes, bytes.size() == fileSize};
+}
+
+// An archive without entries is its end record alone.
+bool IsEmptyArchive(const Tail& tail) {
+    const std::string& bytes = tail.bytes;
+    if (!tail.isWholeFile || bytes.size() < kEndRecordSize || !bytes.starts_with(kEndSignature))
+        return false;
+    const auto number = [&bytes](std::size_t at) {
+        return static_cast<unsigned char>(bytes[at]) | (static_cast<unsigned char>(bytes[at + 1]) << 8);
+    };
+    const int entriesOnThisDisk = number(8);
+    const int entries = number(10);
+    const auto commentLength = static_cast<std::size_t>(number(20));
+    return entriesOnThisDisk == 0 && entries == 0 && bytes.size() == kEndRecordSize + commentLength;
+}
+
+bool HasWholeEndRecord(const Tail& tail) {
+    const std::size_t at = tail.bytes.rfind(kEndSignature);
+    return at != std::string::npos && tail.bytes.size() - at >= kEndRecordSize;
+}
+
+unz_file_info64 FileInfo(void* archive, char* name, std::size_t nameSize) {
+    unz_file_info64 info;
+    if (unzGetCurrentFileInfo64(archive, &info, name, static_cast<uLong>(nameSize), nullptr, 0, nullptr, 0) !=
+        UNZ_OK)
+        Fail("Could not obtain file info for current file.");
+    return info;
+}
+
+// minizip hands out the packed bytes of a method that it does not know, and those of an encrypted entry. Some
+// versions (1.1 among them) do not find sizes and places in zip64 form and would read whatever follows.
+bool IsReadable(void* archive) {
+    constexpr uLong kEncrypted = 1;
+    constexpr uLong kStored = 0;
+    constexpr ZPOS64_T kInZip64Form = 0xFFFFFFFF;
+    unz_file_info64 info;
+    return unzGetCurrentFileInfo64(archive, &info, nullptr, 0, nullptr, 0, nullptr, 0) == UNZ_OK &&
+           (info.flag & kEncrypted) == 0 &&
+           (info.compression_method == kStored || info.compression_method == Z_DEFLATED) &&
+           info.compressed_size != kInZip64Form && info.uncompressed_size != kInZip64Form;
+}
+
+} // namespace
+
+ZipFileReader::ZipFileReader(const icu::UnicodeString& path)
+    : archive_(nullptr), fileCount_(0), commentLength_(0), isOpen_(false) {
+    dbc::Require(!path.isEmpty(), kSource, "No file specified for reading.");
+    boost::shared_array<char> utf8;
+    UnicodeStrUtils::UnicodeStringToUTF8(path, utf8);
+    archive_ = unzOpen(utf8.get());
+    // minizip takes no archive without entries, and what is cut off at the end of any other for zeros.
+    const Tail tail = ReadTail(utf8.get());
+    if (archive_ == nullptr ? !IsEmptyArchive(tail) : !HasWholeEndRecord(tail)) {
+        Close();
+        Fail("Could not open ZIP for reading.");
+    }
+    isOpen_ = true;
+    if (archive_ == nullptr)
+        return;
+    unz_global_info info;
+    if (unzGetGlobalInfo(archive_, &info) != UNZ_OK) {
+        Close();
+        Fail("Could not obtain global information table for ZIP file.");
+    }
+    fileCount_ = info.number_entry;
+    commentLength_ = info.size_comment;
+}
+
+ZipFileReader::~ZipFileReader() {
+    Close();
+}
+
+void ZipFileReader::Close() {
+    fileCount_ = 0;
+    commentLength_ = 0;
+    isOpen_ = false;
+    if (archive_ != nullptr) {
+        unzClose(archive_);
+        archive_ = nullptr;
+    }
+}
+
+void ZipFileReader::RequireOpen(int line) const {
+    dbc::Require(isOpen_, kSource, "Zip file not opened for reading.", line);
+}
+
+// A move would leave minizip reading the entry that was open before.
+void ZipFileReader::LeaveCurrentFile() {
+    static_cast<void>(unzCloseCurrentFile(archive_));
+}
+
+bool ZipFileReader::GoToFirstFile() {
+    RequireOpen(__LINE__);
+    LeaveCurrentFile();
+    return unzGoToFirstFile(archive_) == UNZ_OK;
+}
+
+bool ZipFileReader::GoToNextFile() {
+    RequireOpen(__LINE__);
+    LeaveCurrentFile();
+    return unzGoToNextFile(archive_) == UNZ_OK;
+}
+
+unsigned long ZipFileReader::GetFileCount() const {
+    RequireOpen(__LINE__);
+    return fileCount_;
+}
+
+icu::UnicodeString ZipFileReader::GetCurrentFileName() const {
+    RequireOpen(__LINE__);
+    std::array<char, kNameBufferSize> bytes{};
+    FileInfo(archive_, bytes.data(), bytes.size());
+    // A longer name fills the buffer and leaves no terminator.
+    bytes.back() = '\0';
+    icu::UnicodeString name;
+    for (const char* byte = bytes.data(); *byte != '\0'; ++byte)
+        name.append(static_cast<char16_t>(static_cast<unsigned char>(*byte)));
+    return name;
+}
+
+ZipEntryInfo ZipFileReader::GetCurrentFileInfo() const {
+    constexpr uLong kFileTypeMask = 0170000;
+    constexpr uLong kSymbolicLink = 0120000;
+    RequireOpen(__LINE__);
+    const unz_file_info64 info = FileInfo(archive_, nullptr, 0);
+    ZipEntryInfo result;
+    result.size = info.uncompressed_size;
+    result.compressedSize = info.compressed_size;
+    result.nameLength = static_cast<std::uint32_t>(info.size_filename);
+    result.isSymbolicLink = ((info.external_fa >> 16) & kFileTypeMask) == kSymbolicLink;
+    return result;
+}
+
+void ZipFileReader::OpenCurrentFile() {
+    RequireOpen(__LINE__);
+    if (!IsReadable(archive_) || unzOpenCurrentFile(archive_) != UNZ_OK)
+        Fail("Could not open file at the current position within the zip file.");
+}
+
+int ZipFileReader::ReadFromCurrentFile(char* buffer, unsigned int size) {
+    RequireOpen(__LINE__);
+    if (buffer == nullptr && size > 0)
+        return UNZ_PARAMERROR;
+    return unzReadCurrentFile(archive_, buffer, std::min(size, static_cast<unsigned int>(INT_MAX)));
+}
+
+void ZipFileReader::CloseCurrentFile() {
+    RequireOpen(__LINE__);
+    const int result = unzCloseCurrentFile(archive_);
+    if (result == UNZ_CRCERROR)
+        Fail("Encountered CRC error in current file.");
+    if (result != UNZ_OK)
+        Fail("Could not close file at the current position within the zip file.");
+}
+
+} // namespace vexaTransferLib

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// Reads the entries of a ZIP archive.
+
+#include <common/Export.h>
+
+#include <unicode/unistr.h>
+
+#include <cstdint>
+
+namespace vexaTransferLib {
+
+/// What an archive's directory says of an entry. Nothing vouches for it: an archive may state any size. Where
+/// minizip cannot read sizes in zip64 form, both are 4294967295.
+struct VEXATRANSFERLIB_API ZipEntryInfo {
+    std::uint64_t size = 0;           ///< bytes of the entry's content
+    std::uint64_t compressedSize = 0; ///< bytes that it takes in the archive
+    std::uint32_t nameLength = 0;     ///< bytes of the stored name, of which GetCurrentFileName gives 1023
+    bool isSymbolicLink = false;      ///< the content is where the link leads
+};
+
+/// Walks the entries of a ZIP archive on disk and reads them, one at a time. Data descriptors, comments and
+/// bytes in front of the archive are understood; stored and deflated entries can be read. zip64 archives are
+/// walked; with minizip 1.1 (Debian 12) an entry whose sizes stand in zip64 form cannot be opened, later
+/// versions read it.
+///
+///     ZipFileReader archive("pocket-query.zip");
+///     for (bool found = archive.GoToFirstFile(); found; found = archive.GoToNextFile()) {
+///         archive.OpenCurrentFile();
+///         char buffer[65536];
+///         int count;
+///         while ((count = archive.ReadFromCurrentFile(buffer, sizeof buffer)) > 0)
+///             use(buffer, count);
+///         archive.CloseCurrentFile(); // compares the checksum of what was read whole
+///     }
+///
+/// The current entry is the one that the last successful move reached; in a fresh reader it is the first.
+/// Past an entry that cannot be read in the directory there is none. An archive without entries opens, and
+/// has none. A comment in which an archive's own end mark stands hides the entries or makes the archive
+/// unreadable.
+///
+/// Every failure is a `dbc::precondition_error`. Every operation but Close on a closed reader writes the
+/// contract report and throws "Zip file not opened for reading."; failures of the archive itself write no
+/// report.
+///
+/// Memory does not depend on the size of the archive or its entries. One thread at a time uses a reader;
+/// readers on different threads are independent, also on the same archive.
+///
+/// **A warning.** A few kilobytes can hold gigabytes: a host that takes archives from strangers counts what
+/// it reads. Nor are names to be trusted: they may be absolute, hold "..", occur twice.
+class VEXATRANSFERLIB_API ZipFileReader {
+public:
+    /// Opens the archive; it stays open until Close or the destructor. Reads only its directory's end.
+    /// \throws dbc::precondition_error "No file specified for reading." for an empty path, with the contract
+    ///         report; "Could not open ZIP for reading." when there is no archive at the path, a comment of
+    ///         more than 65,513 bytes or a cut end included; "Could not obtain global information table for
+    ///         ZIP file."
+    /// \throws std::runtime_error when the path cannot be converted to UTF-8; see
+    ///         UnicodeStrUtils::UnicodeStringToUTF8
+    explicit ZipFileReader(const icu::UnicodeString& path);
+    virtual ~ZipFileReader();
+    ZipFileReader(const ZipFileReader&) = delete;
+    ZipFileReader& operator=(const ZipFileReader&) = delete;
+
+    /// Closes the archive and an entry that is open. Harmless when it is closed.
+    void Close();
+
+    /// Makes the first or the next entry the current one. An open entry is closed first, without a check of
+    /// its content. False when there is no such entry, or when the archive's directory cannot be read there:
+    /// GetFileCount tells the two apart.
+    bool GoToFirstFile();
+    bool GoToNextFile();
+
+    /// The number of entries that the archive states. 65535 may also mean more than that; the walk then finds
+    /// them all.
+    unsigned long GetFileCount() const;
+
+    /// The entry's stored name, each byte the code unit of its value: neither UTF-8 nor any code page is
+    /// decoded. At most 1023 bytes, the rest is cut off. A folder's name ends with "/".
+    /// \throws dbc::precondition_error "Could not obtain file info for current file."
+    icu::UnicodeString GetCurrentFileName() const;
+
+    /// \throws what GetCurrentFileName throws
+    ZipEntryInfo GetCurrentFileInfo() const;
+
+    /// Opens the current entry for reading from its beginning. One that was open is closed.
+    /// \throws dbc::precondition_error "Could not open file at the current position within the zip file.",
+    ///         also for one that is encrypted, neither stored nor deflated, or of unknown size
+    void OpenCurrentFile();
+
+    /// Reads the next bytes of the open entry. `size` above INT_MAX counts as INT_MAX.
+    /// \return the number of bytes; 0 at the entry's end, or for a size of 0; negative on failure: -102 when
+    ///         no entry is open, -5 or -3 for damaged data, -1 when the file could not be read
+    int ReadFromCurrentFile(char* buffer, unsigned int size);
+
+    /// Closes the open entry. Its checksum is compared when as many bytes were read as the archive states;
+    /// data that end before that pass, so compare the count with GetCurrentFileInfo.
+    /// \throws dbc::precondition_error "Encountered CRC error in current file."; "Could not close file at the
+    ///         current position within the zip file.", also when none is open. The entry is closed all the
+    ///         same.
+    void CloseCurrentFile();
+
+private:
+    void RequireOpen(int line) const;
+    void LeaveCurrentFile();
+
+    void* archive_; ///< minizip's handle; null when closed, and for an archive without entries
+    unsigned long fileCount_;
+    unsigned long commentLength_;
+    bool isOpen_;
+};
+
+} // namespace vexaTransferLib

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexaTransferLib/GpxTarvikExtParser.h>
+
+#include <string>
+
+namespace vexaTransferLib::testing_support {
+
+/// What the contract reports of the scanner name.
+inline constexpr char kScannerSource[] = "LibCore/vexaTransferLib/GpxTarvikExtParser.cpp";
+
+/// A GPX 1.1 document: the elements among the extensions of its metadata, then a waypoint.
+std::string WithExtensions(const std::string& elements);
+
+/// Everything that the last scan found: "layer KEY|NAME|FORM|1; guids TRACK|WAYPOINT; stats 0 0 0 0 -1; time
+/// 0". A record that is null is left out; the kilometres are shown by their bits, in hexadecimal.
+std::string FoundBy(const GpxTarvikExtParser& scanner);
+
+void ScanFile(GpxTarvikExtParser& scanner, const std::string& path);
+void ScanBytes(GpxTarvikExtParser& scanner, const std::string& bytes);
+
+/// What fresh scanners find in a file with these bytes; fails the test when it is something else from memory.
+std::string Scan(const std::string& bytes);
+
+} // namespace vexaTransferLib::testing_support
