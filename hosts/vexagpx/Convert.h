@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/Archive.h>
 #include <vexagpx/Output.h>
 
 #include <string>
@@ -13,10 +14,12 @@ struct ConvertRequest {
     std::string version = "1.1";
     std::string applicationName = "vexagpx";
     std::string applicationUrl = "https://tarvik.example/";
+    ArchiveLimits limits;
 };
 
 /// The `convert` command. False after a failure, which has been told on standard error; the target is then as
-/// it was.
+/// it was. Of an archive with other than one GPX entry the target is a folder, in which each entry has its
+/// place by its name.
 bool Convert(const ConvertRequest& request, Output& standardOutput);
 
 } // namespace vexagpx

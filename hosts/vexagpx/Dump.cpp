@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/Dump.h>
 
-#include <vexagpx/FileParser.h>
+#include <vexagpx/Documents.h>
 #include <vexagpx/JsonWriter.h>
+#include <vexagpx/MetaDataJson.h>
 
 #include <vexaTransferLib/reader/GpxModelAccess.h>
 
@@ -25,12 +26,9 @@ class Dumper {
 public:
     explicit Dumper(Output& out) : json_(out) {}
 
-    void WriteDocument(const GpxDocument& document);
+    void WriteDocument(const GpxDocument& document, const std::string* entry);
 
 private:
-    void WriteGISMetaData(const GISMetaData& record);
-    void WriteAnnotateMetaData(const AnnotateMetaData& record);
-    void WriteStats(const GPXStats& record);
     void WriteRoute(const GpxRoute& route);
     void WriteTrack(const GpxTrack& track);
     void WritePoint(const GpxPoint& point);
@@ -103,18 +101,20 @@ private:
     JsonWriter json_;
 };
 
-void Dumper::WriteDocument(const GpxDocument& document) {
+void Dumper::WriteDocument(const GpxDocument& document, const std::string* entry) {
     json_.BeginObject();
+    if (entry != nullptr) {
+        json_.Key("entry");
+        json_.String(icu::UnicodeString::fromUTF8(*entry));
+    }
     Member("name", GpxModelAccess::GetName(document));
     double time = 0.0;
     if (document.GetDocumentTime(time))
         NumberMember("time", time);
-    if (const auto& record = GpxModelAccess::GetGISMetaData(document))
-        WriteGISMetaData(*record);
-    if (const auto& record = GpxModelAccess::GetAnnotateMetaData(document))
-        WriteAnnotateMetaData(*record);
-    if (const auto& record = GpxModelAccess::GetStats(document))
-        WriteStats(*record);
+    MetaDataJson records(json_, EmptyTexts::kLeftOut);
+    records.Write(GpxModelAccess::GetGISMetaData(document).get());
+    records.Write(GpxModelAccess::GetAnnotateMetaData(document).get());
+    records.Write(GpxModelAccess::GetStats(document).get());
     json_.Key("waypoints");
     PointArray(document.GetWaypointIter(), document.GetWaypointEndIter());
     json_.Key("routes");
@@ -123,35 +123,6 @@ void Dumper::WriteDocument(const GpxDocument& document) {
     json_.Key("tracks");
     Array(document.GetTrackIter(), document.GetTrackEndIter(),
           [this](const GpxTrack& track) { WriteTrack(track); });
-    json_.EndObject();
-}
-
-void Dumper::WriteGISMetaData(const GISMetaData& record) {
-    json_.Key("gisMetaData");
-    json_.BeginObject();
-    Member("layerKey", record.layerKey);
-    Member("layerName", record.layerName);
-    Member("form", record.form);
-    NumberMember("defaultSymbol", record.defaultSymbol);
-    json_.EndObject();
-}
-
-void Dumper::WriteAnnotateMetaData(const AnnotateMetaData& record) {
-    json_.Key("annotateMetaData");
-    json_.BeginObject();
-    Member("trackGUID", record.trackGUID);
-    Member("waypointGUID", record.waypointGUID);
-    json_.EndObject();
-}
-
-void Dumper::WriteStats(const GPXStats& record) {
-    json_.Key("stats");
-    json_.BeginObject();
-    NumberMember("wptcount", record.wptcount);
-    NumberMember("trkcount", record.trkcount);
-    NumberMember("trksegcount", record.trksegcount);
-    NumberMember("trktotalkm", record.trktotalkm);
-    NumberMember("geocachecount", record.geocachecount);
     json_.EndObject();
 }
 
@@ -304,22 +275,17 @@ public:
 
 } // namespace
 
-void DumpDocument(const GpxDocument& document, Output& out) {
-    Dumper(out).WriteDocument(document);
+void DumpDocument(const GpxDocument& document, const std::string* entry, Output& out) {
+    Dumper(out).WriteDocument(document, entry);
     out.Write("\n");
 }
 
-bool Dump(const std::vector<std::string>& files, Output& out) {
-    bool fine = true;
-    FileParser parser;
-    for (const std::string& file : files) {
-        GpxDocument document;
-        if (parser.ReadFile(file, document))
-            DumpDocument(document, out);
-        else
-            fine = false;
+bool Dump(const std::vector<std::string>& files, const ArchiveLimits& limits, Output& out) {
+    const bool fine = ReadDocuments(files, limits, [&out](const Origin& origin, const GpxDocument& document) {
+        DumpDocument(document, origin.entry, out);
         out.Flush();
-    }
+    });
+    out.Flush();
     return fine;
 }
 

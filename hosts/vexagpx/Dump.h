@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/Archive.h>
 #include <vexagpx/Output.h>
 
 #include <vexaTransferLib/GpxDocument.h>
@@ -14,10 +15,11 @@
 namespace vexagpx {
 
 /// The whole model as one JSON object on one line.
-void DumpDocument(const vexaTransferLib::GpxDocument& document, Output& out);
+/// \param entry printed name of the archive's entry that the document comes from; null for a file
+void DumpDocument(const vexaTransferLib::GpxDocument& document, const std::string* entry, Output& out);
 
 /// The `dump` command. False when a file could not be read.
-bool Dump(const std::vector<std::string>& files, Output& out);
+bool Dump(const std::vector<std::string>& files, const ArchiveLimits& limits, Output& out);
 
 // What the other commands need of the fields that have no public accessor.
 

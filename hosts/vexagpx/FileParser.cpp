@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/FileParser.h>
 
-#include <vexagpx/Input.h>
 #include <vexagpx/Messages.h>
 
 #include <exception>
 #include <new>
+#include <stdexcept>
 
 namespace vexagpx {
 
@@ -35,23 +35,31 @@ void FileParser::Note(const xercesc::SAXParseException& exception) {
         complaint_ = Describe(exception);
 }
 
-bool FileParser::ReadFile(const std::string& argument, vexaTransferLib::GpxDocument& document) {
-    complaint_.clear();
-    try {
-        const InputFile file(argument);
+bool FileParser::ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document) {
+    return Try(file.Argument(), [&] {
         try {
             Parse(file.Path(), document);
-            return true;
-        } catch (const std::bad_alloc&) {
-            throw;
-        } catch (const std::exception& failure) {
+        } catch (const std::logic_error& failure) {
             complaint_ = file.Presented(complaint_);
-            Complain(WithDetails(file.Presented(failure.what()), argument));
+            throw std::runtime_error(file.Presented(failure.what()));
         }
+    });
+}
+
+bool FileParser::ReadBytes(std::string_view bytes, const std::string& name,
+                           vexaTransferLib::GpxDocument& document) {
+    return Try(name, [&] { Parse(bytes, icu::UnicodeString::fromUTF8(name), document); });
+}
+
+bool FileParser::Try(const std::string& name, const std::function<void()>& parse) {
+    complaint_.clear();
+    try {
+        parse();
+        return true;
     } catch (const std::bad_alloc&) {
-        Complain("Out of memory. (" + argument + ")");
+        Complain("Out of memory. (" + name + ")");
     } catch (const std::exception& failure) {
-        Complain(WithDetails(failure.what(), argument));
+        Complain(WithDetails(failure.what(), name));
     }
     return false;
 }

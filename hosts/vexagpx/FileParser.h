@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/Input.h>
+
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxParser.h>
 
+#include <functional>
 #include <string>
+#include <string_view>
 
 namespace vexagpx {
 
@@ -17,11 +21,13 @@ public:
     void error(const xercesc::SAXParseException& exception) override;
     void fatalError(const xercesc::SAXParseException& exception) override;
 
-    /// Reads a file named on the command line. False after a failure, which has been told on standard error;
-    /// the document is then no result.
-    bool ReadFile(const std::string& argument, vexaTransferLib::GpxDocument& document);
+    /// Both are false after a failure, which has been told on standard error; the document is then no result.
+    bool ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document);
+    /// \param name stands in messages where the path of a file would, and the document is named after it
+    bool ReadBytes(std::string_view bytes, const std::string& name, vexaTransferLib::GpxDocument& document);
 
 private:
+    bool Try(const std::string& name, const std::function<void()>& parse);
     void Note(const xercesc::SAXParseException& exception);
     std::string WithDetails(const std::string& message, const std::string& argument) const;
 

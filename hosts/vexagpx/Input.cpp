@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/Input.h>
 
-#include <vexagpx/Posix.h>
-
 #include <array>
 #include <cerrno>
 #include <stdexcept>
@@ -52,8 +50,9 @@ InputFile::InputFile(const std::string& argument) : argument_(argument) {
             FailToRead(argument, error.code().value());
         }
     } else {
-        path_ = icu::UnicodeString::fromUTF8(WithoutScheme(argument));
+        filePath_ = WithoutScheme(argument);
     }
+    path_ = icu::UnicodeString::fromUTF8(filePath_);
 }
 
 void InputFile::Copy(int from, const std::string& fileName) {
@@ -71,7 +70,7 @@ void InputFile::Copy(int from, const std::string& fileName) {
     }
     if (!copy.Close())
         throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));
-    path_ = icu::UnicodeString::fromUTF8(folder_->FilePath());
+    filePath_ = folder_->FilePath();
 }
 
 std::string InputFile::Presented(std::string message) const {
@@ -82,6 +81,14 @@ std::string InputFile::Presented(std::string message) const {
     for (std::size_t at = 0; (at = message.find(path, at)) != std::string::npos; at += argument_.size())
         message.replace(at, path.size(), argument_);
     return message;
+}
+
+Descriptor OpenInput(const InputFile& file) {
+    try {
+        return OpenFile(file.FilePath(), O_RDONLY);
+    } catch (const std::system_error& error) {
+        FailToRead(file.Argument(), error.code().value());
+    }
 }
 
 std::string ReadInput(const std::string& argument) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/Posix.h>
 #include <vexagpx/TemporaryFolder.h>
 
 #include <unicode/unistr.h>
@@ -19,7 +20,11 @@ public:
     /// \throws std::runtime_error
     explicit InputFile(const std::string& argument);
 
+    /// The name as the command line had it.
+    const std::string& Argument() const { return argument_; }
+    /// Where the file is, for the library and for the system.
     const icu::UnicodeString& Path() const { return path_; }
+    const std::string& FilePath() const { return filePath_; }
     /// A message with the name as the command line had it in place of the path.
     std::string Presented(std::string message) const;
 
@@ -28,8 +33,12 @@ private:
 
     std::string argument_;
     std::unique_ptr<TemporaryFolder> folder_;
+    std::string filePath_;
     icu::UnicodeString path_;
 };
+
+/// \throws std::runtime_error when the file cannot be opened for reading
+Descriptor OpenInput(const InputFile& file);
 
 /// All bytes of a file or of standard input.
 /// \throws std::runtime_error

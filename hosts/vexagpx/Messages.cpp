@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/Messages.h>
 
+#include <vexagpx/Output.h>
 #include <vexagpx/Posix.h>
 
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
 #include <cstdint>
+#include <exception>
+#include <new>
 
 #include <unistd.h>
 
@@ -32,6 +35,19 @@ void Complain(const std::string& message) {
     const std::string line = "vexagpx: " + WithoutControls(message);
     // There is nowhere left to tell that this failed.
     static_cast<void>(WriteAll(complaintDescriptor, line + '\n'));
+}
+
+bool Told(const std::string& about, const std::function<bool()>& work) {
+    try {
+        return work();
+    } catch (const OutputError&) {
+        throw;
+    } catch (const std::bad_alloc&) {
+        Complain("Out of memory. (" + about + ")");
+    } catch (const std::exception& failure) {
+        Complain(failure.what());
+    }
+    return false;
 }
 
 void SetComplaintDescriptor(int fd) {

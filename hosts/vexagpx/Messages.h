@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace vexagpx {
@@ -8,6 +9,10 @@ namespace vexagpx {
 /// Writes "vexagpx: ", the message and a line feed to standard error. Control characters, which a file name
 /// may hold, do not reach the terminal.
 void Complain(const std::string& message);
+
+/// Does the work; what it throws is told, and false returned. A failure of standard output passes.
+/// \param about named when memory runs out; other failures name what they are about
+bool Told(const std::string& about, const std::function<bool()>& work);
 
 /// Where Complain writes; standard error at first. The report filter hands over the one behind it, so that
 /// messages keep their place between the lines of standard output.

@@ -2,8 +2,8 @@
 #include <vexagpx/Show.h>
 
 #include <vexagpx/DisplayText.h>
+#include <vexagpx/Documents.h>
 #include <vexagpx/Dump.h>
-#include <vexagpx/FileParser.h>
 #include <vexagpx/Measure.h>
 #include <vexagpx/Table.h>
 
@@ -221,23 +221,15 @@ void ShowDocument(const GpxDocument& document, const std::string& heading, bool 
     Summary(document, all).Write(document, out);
 }
 
-bool Show(const std::vector<std::string>& files, bool all, Output& out) {
-    bool fine = true;
+bool Show(const std::vector<std::string>& files, bool all, const ArchiveLimits& limits, Output& out) {
     bool first = true;
-    FileParser parser;
-    for (const std::string& file : files) {
-        GpxDocument document;
-        if (!parser.ReadFile(file, document)) {
-            fine = false;
-            continue;
-        }
+    return ReadDocuments(files, limits, [&](const Origin& origin, const GpxDocument& document) {
         if (!first)
             out.Write("\n");
         first = false;
-        ShowDocument(document, file, all, out);
+        ShowDocument(document, origin.Text(), all, out);
         out.Flush();
-    }
-    return fine;
+    });
 }
 
 } // namespace vexagpx

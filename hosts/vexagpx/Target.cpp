@@ -21,7 +21,8 @@ namespace {
 
 bool IsStandardOutput(const std::string& path) {
     // By its name a redirected file would be replaced under the feet of whoever opened it.
-    return path == "-" || path == "/dev/stdout" || path == "/dev/fd/1" || path == "/proc/self/fd/1";
+    return path == kStandardOutput || path == "/dev/stdout" || path == "/dev/fd/1" ||
+           path == "/proc/self/fd/1";
 }
 
 std::string FolderOf(const std::string& path) {
@@ -51,8 +52,11 @@ mode_t DefaultMode() {
 
 } // namespace
 
-Target::Target(const std::string& path) : path_(path), resolvedPath_(path) {
+Target::Target(const std::string& path, Existing existing)
+    : path_(path), resolvedPath_(path), existing_(existing) {
     struct stat status {};
+    if (existing == Existing::kKept && ::lstat(path.c_str(), &status) == 0)
+        Fail(EEXIST);
     const bool exists = ::stat(path.c_str(), &status) == 0;
     const int statError = exists ? 0 : errno;
     if (IsStandardOutput(path) || (exists && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode))) {
@@ -97,10 +101,21 @@ void Target::Commit(Output& standardOutput) {
     } else if (!replaces_) {
         CopyToStream();
     } else {
-        if (std::rename(temporaryPath_.c_str(), resolvedPath_.c_str()) != 0)
+        if (!Rename())
             Fail(errno);
         temporaryFile_->Keep();
     }
+}
+
+bool Target::Rename() const {
+    const char* const from = temporaryPath_.c_str();
+    const char* const to = resolvedPath_.c_str();
+    if (existing_ == Existing::kReplaced)
+        return std::rename(from, to) == 0;
+    if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0)
+        return true;
+    // Some file systems cannot do both in one step; nothing was there a moment ago.
+    return errno == EINVAL && std::rename(from, to) == 0;
 }
 
 void Target::CopyTo(Output& out) const {

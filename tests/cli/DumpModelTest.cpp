@@ -21,7 +21,7 @@ std::string DumpOf(const GpxDocument& document) {
     const cli::Folder folder;
     const std::string path = folder.Write("out", "");
     vexagpx::Output out(::open(path.c_str(), O_WRONLY));
-    vexagpx::DumpDocument(document, out);
+    vexagpx::DumpDocument(document, nullptr, out);
     out.Close();
     return cli::ReadFile(path);
 }

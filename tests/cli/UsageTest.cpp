@@ -9,6 +9,17 @@ using cli::RunTool;
 using testing::HasSubstr;
 using testing::StartsWith;
 
+const std::vector<std::vector<std::string>> kCommands = {
+    {"show"}, {"dump"},        {"info"},       {"convert"},     {"clean"},
+    {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+
+std::string Joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words)
+        text += (text.empty() ? "" : " ") + word;
+    return text;
+}
+
 TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
     const std::vector<std::vector<std::string>> wrong = {
         {},
@@ -32,6 +43,22 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"dump", "--all", "a.gpx"},
         {"show", "a.gpx", "--debug-log"},
         {"show", "dump", "--gpx", "1.1"},
+        {"info"},
+        {"info", "--all", "a.gpx"},
+        {"clean", "--max-ratio", "5", "a.html"},
+        {"zip"},
+        {"zip", "a.zip"},
+        {"zip", "frobnicate", "a.zip"},
+        {"zip", "list"},
+        {"zip", "list", "a.zip", "b.zip"},
+        {"zip", "list", "--overwrite", "a.zip"},
+        {"zip", "cat", "a.zip"},
+        {"zip", "cat", "a.zip", "b.gpx", "c.gpx"},
+        {"zip", "test"},
+        {"zip", "test", "--json", "a.zip"},
+        {"zip", "extract", "a.zip"},
+        {"zip", "extract", "a.zip", "b", "c"},
+        {"zip", "list", "a.zip", "--max-entries"},
     };
     for (const std::vector<std::string>& arguments : wrong) {
         const Result result = RunTool(arguments);
@@ -54,18 +81,20 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     const Result result = RunTool({"--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* command : {"show", "dump", "convert", "clean"})
+    for (const char* command : {"show", "dump", "info", "convert", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 
 TEST(UsageTest, EveryCommandHasHelpWithItsOwnExamples) {
-    for (const std::string command : {"show", "dump", "convert", "clean"}) {
-        const Result result = RunTool({command, "--help"});
-        EXPECT_EQ(result.status, 0) << command;
-        EXPECT_EQ(result.err, "") << command;
-        EXPECT_THAT(result.out, HasSubstr("Examples:\n")) << command;
-        EXPECT_THAT(result.out, HasSubstr("  vexagpx " + command + " ")) << command;
-        EXPECT_THAT(result.out, HasSubstr("--debug-log FILE")) << command;
+    for (std::vector<std::string> command : kCommands) {
+        const std::string name = Joined(command);
+        command.push_back("--help");
+        const Result result = RunTool(command);
+        EXPECT_EQ(result.status, 0) << name;
+        EXPECT_EQ(result.err, "") << name;
+        EXPECT_THAT(result.out, HasSubstr("Examples:\n")) << name;
+        EXPECT_THAT(result.out, HasSubstr("  vexagpx " + name + " ")) << name;
+        EXPECT_THAT(result.out, HasSubstr("--debug-log FILE")) << name;
     }
 }
 
@@ -74,10 +103,26 @@ TEST(UsageTest, HelpTellsHowToWriteToStandardOutput) {
 }
 
 TEST(UsageTest, HelpFitsATerminal) {
-    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
-             {"--help"}, {"show", "--help"}, {"dump", "--help"}, {"convert", "--help"}, {"clean", "--help"}})
+    std::vector<std::vector<std::string>> commands = kCommands;
+    commands.emplace_back();
+    for (std::vector<std::string>& arguments : commands) {
+        arguments.push_back("--help");
         for (const std::string& line : cli::Lines(RunTool(arguments).out))
             EXPECT_LE(line.size(), 80U) << line;
+    }
+}
+
+TEST(UsageTest, HelpTellsTheLimitsForArchives) {
+    for (const std::vector<std::string>& command : kCommands) {
+        if (command == std::vector<std::string>{"clean"} || command == std::vector<std::string>{"zip"})
+            continue;
+        std::vector<std::string> arguments = command;
+        arguments.push_back("--help");
+        const Result result = RunTool(arguments);
+        for (const char* limit :
+             {"--max-entry-size SIZE=1GB", "--max-ratio NUMBER=200", "--max-entries NUMBER=100000"})
+            EXPECT_THAT(result.out, HasSubstr(limit)) << Joined(command);
+    }
 }
 
 TEST(UsageTest, VersionIsThatOfTheProject) {

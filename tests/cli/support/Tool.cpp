@@ -114,6 +114,20 @@ Result Tool::Run() {
             stdoutPath_ ? std::string() : ReadFile(files.File("out")), ReadFile(files.File("err"))};
 }
 
+testing::AssertionResult Failed(const Result& result, const std::string& text) {
+    if (result.status != 1)
+        return testing::AssertionFailure() << "exit status " << result.status << "\n" << result.err;
+    bool told = false;
+    for (const std::string& line : Lines(result.err)) {
+        if (!line.starts_with("vexagpx: "))
+            return testing::AssertionFailure() << "no message: " << line;
+        told = told || line.find(text) != std::string::npos;
+    }
+    if (!told)
+        return testing::AssertionFailure() << "nothing about " << text << "\n" << result.err;
+    return testing::AssertionSuccess();
+}
+
 Result RunTool(std::vector<std::string> arguments, const std::string& folder) {
     return Tool(std::move(arguments)).In(folder).Run();
 }
@@ -139,6 +153,16 @@ std::vector<std::string> Folder::Names() const {
         names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     return names;
+}
+
+std::vector<std::string> Folder::Tree() const {
+    std::vector<std::string> paths;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path_)) {
+        const bool isFolder = entry.is_directory() && !entry.is_symlink();
+        paths.push_back(entry.path().string().substr(path_.size() + 1) + (isFolder ? "/" : ""));
+    }
+    std::sort(paths.begin(), paths.end());
+    return paths;
 }
 
 std::string ReadFile(const std::string& path) {

@@ -51,6 +51,9 @@ private:
     bool merge_ = false;
 };
 
+/// Exit status 1, and on standard error nothing but messages, one of which holds the text.
+testing::AssertionResult Failed(const Result& result, const std::string& text);
+
 /// Runs in `folder`.
 Result RunTool(std::vector<std::string> arguments, const std::string& folder = ".");
 
@@ -67,6 +70,8 @@ public:
     std::string Write(const std::string& name, const std::string& bytes) const;
     /// Names of what lies in it, sorted.
     std::vector<std::string> Names() const;
+    /// Paths of all that lies below it, sorted; those of folders end with "/".
+    std::vector<std::string> Tree() const;
 
 private:
     std::string path_;

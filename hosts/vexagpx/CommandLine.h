@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexagpx/Archive.h>
+#include <vexagpx/Convert.h>
+#include <vexagpx/Output.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vexagpx {
+
+// Exit statuses.
+inline constexpr int kFine = 0;
+inline constexpr int kFailed = 1;
+inline constexpr int kUsage = 2;
+
+/// What the command line asks for.
+struct Request {
+    std::string debugLog;
+    std::vector<std::string> files;
+    bool all = false;
+    bool json = false;
+    bool overwrite = false;
+    std::string archive;
+    std::string entry;
+    std::string folder;
+    ArchiveLimits limits;
+    ConvertRequest convert;
+    std::string cleanFile = "-";
+    /// Does the work; false after a failure that has been told.
+    std::function<bool(Output&)> command;
+};
+
+/// The exit status when there is nothing more to do: help was asked for, or the arguments are wrong.
+std::optional<int> ParseArguments(int argc, char** argv, Request& request, Output& out);
+
+} // namespace vexagpx

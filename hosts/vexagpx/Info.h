@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexagpx/Archive.h>
+#include <vexagpx/Output.h>
+
+#include <vexaTransferLib/GpxTarvikExtParser.h>
+
+#include <string>
+#include <vector>
+
+namespace vexagpx {
+
+enum class InfoForm { kLine, kJson };
+
+/// What a scan found, on one line.
+/// \param entry printed name of an archive's entry; null for a file
+void WriteInfo(const vexaTransferLib::GpxTarvikExtParser& scanner, const std::string& file,
+               const std::string* entry, InfoForm form, Output& out);
+
+/// The `info` command: reads only the heads of the files. False when one could not be opened.
+bool Info(const std::vector<std::string>& files, const ArchiveLimits& limits, InfoForm form, Output& out);
+
+} // namespace vexagpx

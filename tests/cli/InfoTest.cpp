@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+#include "support/Tool.h"
+
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+#include <sys/stat.h>
+
+namespace {
+
+using cli::Data;
+using cli::Failed;
+using cli::Folder;
+using cli::Gpx;
+using cli::Lines;
+using cli::Result;
+using cli::RunTool;
+using cli::Tool;
+using nlohmann::json;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+const std::string kTime = "<time>2009-01-15T10:20:30Z</time>";
+const std::string kTimeMember = R"("time":1232014830000)";
+
+std::string Metadata(const std::string& vendorElements, const std::string& time = "") {
+    return "<metadata>" + time + "<extensions>" + vendorElements + "</extensions></metadata>";
+}
+
+const std::string kAllRecords =
+    Metadata("<t:layername>Hikes &amp; walks</t:layername><t:layerkey>k-1</t:layerkey><t:form>survey</t:form>"
+             "<t:defaultsymbol>12</t:defaultsymbol><t:trackGUID>t-g</t:trackGUID>"
+             "<t:waypointGUID>w-g</t:waypointGUID><t:wptcount>21</t:wptcount><t:trkcount>1</t:trkcount>"
+             "<t:trksegcount>3</t:trksegcount><t:trktotalkm>12.5</t:trktotalkm>"
+             "<t:geocachecount>44</t:geocachecount>",
+             kTime);
+
+/// What `info` says of a document; it must be one line and no complaint.
+std::string InfoOf(const std::string& document, std::vector<std::string> options = {}) {
+    const Folder folder;
+    folder.Write("t.gpx", document);
+    options.insert(options.begin(), "info");
+    options.push_back("t.gpx");
+    const Result result = RunTool(options, folder.Path());
+    EXPECT_EQ(result.status, 0) << document;
+    EXPECT_EQ(result.err, "") << document;
+    EXPECT_EQ(Lines(result.out).size(), 1U) << result.out;
+    EXPECT_THAT(result.out, EndsWith("\n"));
+    return result.out;
+}
+
+TEST(InfoTest, OneLineTellsAllThatTheHeadHolds) {
+    const std::string line = InfoOf(Gpx(kAllRecords));
+    EXPECT_THAT(line, StartsWith("t.gpx: "));
+    for (const char* item : {"Hikes & walks", "k-1", "survey", "symbol 12", "t-g", "w-g", "21 waypoints",
+                             "1 track,", "3 segments", "12.5 km", "44 geocaches", "2009-01-15T10:20:30Z"})
+        EXPECT_THAT(line, HasSubstr(item));
+}
+
+TEST(InfoTest, OnlyWhatIsThereIsTold) {
+    const std::string line = InfoOf(Gpx(Metadata("<t:layername>Hikes</t:layername>")));
+    EXPECT_THAT(line, HasSubstr("layer Hikes"));
+    for (const char* item : {"key", "form", "GUID", "waypoint", "track", "segment", "geocache", "km"})
+        EXPECT_THAT(line, Not(HasSubstr(item)));
+    EXPECT_THAT(InfoOf(Gpx("")), StartsWith("t.gpx: "));
+}
+
+TEST(InfoTest, AWholeNumberOfKilometresIsALengthToo) {
+    EXPECT_THAT(InfoOf(Gpx(Metadata("<t:trktotalkm>12</t:trktotalkm>"))), HasSubstr("12"));
+    EXPECT_THAT(InfoOf(Gpx(Metadata("<t:trktotalkm>12</t:trktotalkm>"))), HasSubstr(" km"));
+}
+
+TEST(InfoTest, TextsStayOnTheLineAndControlTheTerminalNot) {
+    const std::string line = InfoOf(Gpx(Metadata("<t:layername>a\nb\tc</t:layername><t:form>\xC2\x9B"
+                                                 "31m</t:form>")));
+    EXPECT_THAT(line, Not(HasSubstr("\t")));
+    EXPECT_THAT(line, Not(HasSubstr("\xC2\x9B")));
+}
+
+TEST(InfoTest, JsonHoldsEveryFieldOfAPresentRecordAndNoAbsentOne) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"", ""},
+        {"<metadata><time>1970-01-01T00:00:00Z</time></metadata>", ""},
+        {"<metadata><time>no time</time></metadata>", ""},
+        {"<metadata>" + kTime + "</metadata>", "," + kTimeMember},
+        {Metadata("<t:layername/>"),
+         R"(,"gisMetaData":{"layerKey":"","layerName":"","form":"","defaultSymbol":1})"},
+        {Metadata("<t:defaultsymbol>7</t:defaultsymbol>"),
+         R"(,"gisMetaData":{"layerKey":"","layerName":"","form":"","defaultSymbol":7})"},
+        {Metadata("<t:trackGUID>g</t:trackGUID>"),
+         R"(,"annotateMetaData":{"trackGUID":"g","waypointGUID":""})"},
+        {Metadata("<t:trkcount>2</t:trkcount>"),
+         R"(,"stats":{"wptcount":0,"trkcount":2,"trksegcount":0,"trktotalkm":0,"geocachecount":-1})"},
+        {kAllRecords,
+         "," + kTimeMember +
+             R"(,"gisMetaData":{"layerKey":"k-1","layerName":"Hikes & walks","form":"survey",)"
+             R"("defaultSymbol":12},"annotateMetaData":{"trackGUID":"t-g","waypointGUID":"w-g"},)"
+             R"("stats":{"wptcount":21,"trkcount":1,"trksegcount":3,"trktotalkm":12.5,"geocachecount":44})"},
+    };
+    for (const auto& [elements, members] : rows)
+        EXPECT_EQ(InfoOf(Gpx(elements), {"--json"}), R"({"file":"t.gpx")" + members + "}\n") << elements;
+}
+
+TEST(InfoTest, JsonEscapesTexts) {
+    const std::string quoted = Metadata("<t:layername>\"\\ a\nb</t:layername>");
+    EXPECT_EQ(json::parse(InfoOf(Gpx(quoted), {"--json"}))["gisMetaData"]["layerName"], "\"\\ a\nb");
+    const Folder folder;
+    const std::string odd = "a\"\\\n\x1B.gpx";
+    folder.Write(odd, Gpx(""));
+    const Result result = RunTool({"info", "--json", odd}, folder.Path());
+    EXPECT_EQ(Lines(result.out).size(), 1U);
+    EXPECT_EQ(json::parse(result.out), json({{"file", odd}}));
+}
+
+TEST(InfoTest, TheRecordsAreThoseOfADump) {
+    const json info = json::parse(RunTool({"info", "--json", Data("full.gpx")}).out);
+    const json dump = json::parse(RunTool({"dump", Data("full.gpx")}).out);
+    for (const char* member : {"time", "gisMetaData", "annotateMetaData"}) {
+        ASSERT_TRUE(dump.contains(member)) << member;
+        EXPECT_EQ(info[member], dump[member]) << member;
+    }
+}
+
+TEST(InfoTest, OnlyTheHeadIsRead) {
+    const std::string head =
+        "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'><metadata>" + kTime + "</metadata>";
+    for (const std::string rest :
+         {"<wpt lat='x'></oops>", "<rte></wpt>", "<trk>", "<wpt lat='1' lon='2'/><<<>"})
+        EXPECT_EQ(InfoOf(head + rest, {"--json"}), R"({"file":"t.gpx",)" + kTimeMember + "}\n") << rest;
+    // The parser reads ahead, and wrong bytes there would be an error in the head.
+    EXPECT_EQ(InfoOf(head + "<wpt lat='1' lon='2'/>" + std::string(100000, ' ') + "\xFF\xFE", {"--json"}),
+              R"({"file":"t.gpx",)" + kTimeMember + "}\n");
+    // The time of a point is not the document's.
+    EXPECT_EQ(InfoOf(head + "<wpt lat='1' lon='2'><time>2020-01-01T00:00:00Z</time></wpt></gpx>", {"--json"}),
+              R"({"file":"t.gpx",)" + kTimeMember + "}\n");
+}
+
+TEST(InfoTest, WhatStandsBeforeAnErrorInTheHeadIsKept) {
+    const std::string head =
+        "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'><metadata>" + kTime;
+    EXPECT_EQ(InfoOf(head + "</oops>", {"--json"}), R"({"file":"t.gpx",)" + kTimeMember + "}\n");
+    EXPECT_EQ(InfoOf("no XML", {"--json"}), R"({"file":"t.gpx"})"
+                                            "\n");
+    EXPECT_EQ(InfoOf("", {"--json"}), R"({"file":"t.gpx"})"
+                                      "\n");
+}
+
+TEST(InfoTest, ALargeFileTakesNoMemoryForItsRest) {
+    const Folder folder;
+    folder.Write("t.gpx", Gpx("<metadata>" + kTime + "</metadata><wpt lat='1' lon='2'/>"));
+    constexpr std::uintmax_t kHuge = std::uintmax_t{1} << 40;
+    std::error_code error;
+    std::filesystem::resize_file(folder.File("t.gpx"), kHuge, error);
+    if (error)
+        GTEST_SKIP() << "no sparse file of 1 TiB can be made here: " << error.message();
+    EXPECT_EQ(RunTool({"info", "--json", "t.gpx"}, folder.Path()).out,
+              R"({"file":"t.gpx",)" + kTimeMember + "}\n");
+}
+
+TEST(InfoTest, FilesThatCannotBeOpenedAreToldInTheirPlaceAndTheOthersToo) {
+    for (const std::string option : {"--json", "--debug-log=/dev/null"}) {
+        const Folder folder;
+        folder.Write("a.gpx", Gpx(kAllRecords));
+        std::filesystem::create_directory(folder.File("folder.gpx"));
+        const std::vector<std::string> arguments = {"info",       option,  "a.gpx", "missing.gpx",
+                                                    "folder.gpx", "a.gpx", ""};
+        const Result apart = RunTool(arguments, folder.Path());
+        for (const char* file : {"missing.gpx (No such", "folder.gpx (Is a"})
+            EXPECT_TRUE(Failed(apart, file));
+        EXPECT_EQ(Lines(apart.err).size(), 3U) << apart.err;
+        const std::string line = RunTool({"info", option, "a.gpx"}, folder.Path()).out;
+        EXPECT_EQ(apart.out, line + line);
+        const Result merged = Tool(arguments).In(folder.Path()).MergeOutput().Run();
+        EXPECT_THAT(Lines(merged.out), ElementsAre(line.substr(0, line.size() - 1), HasSubstr("missing.gpx"),
+                                                   HasSubstr("folder.gpx"), line.substr(0, line.size() - 1),
+                                                   StartsWith("vexagpx: ")));
+    }
+}
+
+TEST(InfoTest, OneFileAfterAnotherKeepsNothingOfTheFirst) {
+    const Folder folder;
+    folder.Write("full.gpx", Gpx(kAllRecords));
+    folder.Write("bare.gpx", Gpx(""));
+    const Result result = RunTool({"info", "--json", "full.gpx", "bare.gpx"}, folder.Path());
+    EXPECT_THAT(Lines(result.out), ElementsAre(HasSubstr("Hikes"), R"({"file":"bare.gpx"})"));
+}
+
+TEST(InfoTest, StandardInputAndANamedPipe) {
+    const std::string document = Gpx("<metadata>" + kTime + "</metadata><wpt></oops>");
+    const Folder temporary;
+    const Result input = Tool({"info", "--json", "-"}).Stdin(document).Set("TMPDIR", temporary.Path()).Run();
+    EXPECT_EQ(input.out, R"({"file":"-",)" + kTimeMember + "}\n");
+    EXPECT_EQ(input.status, 0);
+    EXPECT_THAT(temporary.Names(), testing::IsEmpty());
+    const Folder folder;
+    ASSERT_EQ(::mkfifo(folder.File("pipe").c_str(), 0600), 0);
+    std::thread writer([&] { folder.Write("pipe", document); });
+    const Result pipe = RunTool({"info", "--json", "pipe"}, folder.Path());
+    writer.join();
+    EXPECT_EQ(pipe.out, R"({"file":"pipe",)" + kTimeMember + "}\n");
+    EXPECT_TRUE(Failed(Tool({"info", "-"}).CloseStdin().Run(), "standard input"));
+}
+
+TEST(InfoTest, AFullDeviceIsTold) {
+    for (const char* option : {"--json", "--debug-log=/dev/null"})
+        EXPECT_TRUE(Failed(Tool({"info", option, Data("full.gpx")}).StdoutTo("/dev/full").Run(),
+                           "Unable to write to standard output: No space left on device"));
+}
+
+/// How many time elements stand before the first waypoint, route or track. What is not ASCII does not matter
+/// here, so UTF-16 is read without its zero bytes.
+std::size_t TimesInHead(const std::string& path) {
+    std::string text = cli::ReadFile(path);
+    std::erase(text, '\0');
+    std::size_t end = text.size();
+    for (const char* element : {"<wpt", "<rte", "<trk"})
+        end = std::min(end, text.find(element));
+    std::size_t count = 0;
+    for (std::size_t at = text.find("<time"); at < end; at = text.find("<time", at + 1))
+        ++count;
+    return count;
+}
+
+// A dump reads the time from where the version of GPX has it; the scanner takes the last time element of the
+// head, wherever it stands. They must agree where the head has one time element only and the dump has a time;
+// without any time element the scanner cannot have one.
+TEST(InfoTest, EveryFileOfTheCorpusIsOneLineOfJsonWithTheTimeOfItsDump) {
+    std::vector<std::string> files = cli::Corpus("gpx");
+    for (const std::string& file : cli::Corpus("gpx-malformed"))
+        files.push_back(file);
+    if (files.empty())
+        GTEST_SKIP() << "the shared corpus is not beside the repository";
+    std::vector<std::string> arguments = {"info", "--json"};
+    arguments.insert(arguments.end(), files.begin(), files.end());
+    const Result all = RunTool(arguments);
+    EXPECT_EQ(all.status, 0);
+    EXPECT_EQ(all.err, "");
+    const std::vector<std::string> lines = Lines(all.out);
+    ASSERT_EQ(lines.size(), files.size());
+    std::size_t compared = 0;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const json info = json::parse(lines[i]);
+        EXPECT_EQ(info["file"], files[i]);
+        const std::size_t times = TimesInHead(files[i]);
+        if (times == 0) {
+            EXPECT_FALSE(info.contains("time")) << files[i];
+        }
+        const Result dump = RunTool({"dump", files[i]});
+        if (dump.status != 0 || times != 1)
+            continue;
+        const json document = json::parse(dump.out);
+        if (!document.contains("time"))
+            continue;
+        ++compared;
+        ASSERT_TRUE(info.contains("time")) << files[i];
+        EXPECT_EQ(info["time"], document["time"]) << files[i];
+    }
+    EXPECT_GT(compared, files.size() / 3);
+}
+
+} // namespace
