@@ -72,31 +72,33 @@ bool HasWholeEndRecord(const Tail& tail) {
     return at != std::string::npos && tail.bytes.size() - at >= kEndRecordSize;
 }
 
-unz_file_info64 FileInfo(void* archive, char* name, std::size_t nameSize) {
-    unz_file_info64 info;
-    if (unzGetCurrentFileInfo64(archive, &info, name, static_cast<uLong>(nameSize), nullptr, 0, nullptr, 0) !=
-        UNZ_OK)
-        Fail("Could not obtain file info for current file.");
-    return info;
-}
-
 // minizip hands out the packed bytes of a method that it does not know, and those of an encrypted entry. Some
 // versions (1.1 among them) do not find sizes and places in zip64 form and would read whatever follows.
-bool IsReadable(void* archive) {
+bool IsReadable(const unz_file_info64& info) {
     constexpr uLong kEncrypted = 1;
     constexpr uLong kStored = 0;
     constexpr ZPOS64_T kInZip64Form = 0xFFFFFFFF;
-    unz_file_info64 info;
-    return unzGetCurrentFileInfo64(archive, &info, nullptr, 0, nullptr, 0, nullptr, 0) == UNZ_OK &&
-           (info.flag & kEncrypted) == 0 &&
+    return (info.flag & kEncrypted) == 0 &&
            (info.compression_method == kStored || info.compression_method == Z_DEFLATED) &&
            info.compressed_size != kInZip64Form && info.uncompressed_size != kInZip64Form;
+}
+
+bool GetFileInfo(void* archive, unz_file_info64& info, char* name, std::size_t nameSize) {
+    return unzGetCurrentFileInfo64(archive, &info, name, static_cast<uLong>(nameSize), nullptr, 0, nullptr,
+                                   0) == UNZ_OK;
+}
+
+unz_file_info64 RequireFileInfo(void* archive, char* name, std::size_t nameSize) {
+    unz_file_info64 info;
+    if (!GetFileInfo(archive, info, name, nameSize))
+        Fail("Could not obtain file info for current file.");
+    return info;
 }
 
 } // namespace
 
 ZipFileReader::ZipFileReader(const icu::UnicodeString& path)
-    : archive_(nullptr), fileCount_(0), commentLength_(0), isOpen_(false) {
+    : archive_(nullptr), fileCount_(0), commentLength_(0), isOpen_(false), isKnownReadable_(false) {
     dbc::Require(!path.isEmpty(), kSource, "No file specified for reading.");
     boost::shared_array<char> utf8;
     UnicodeStrUtils::UnicodeStringToUTF8(path, utf8);
@@ -127,6 +129,7 @@ void ZipFileReader::Close() {
     fileCount_ = 0;
     commentLength_ = 0;
     isOpen_ = false;
+    isKnownReadable_ = false;
     if (archive_ != nullptr) {
         unzClose(archive_);
         archive_ = nullptr;
@@ -139,6 +142,7 @@ void ZipFileReader::RequireOpen(int line) const {
 
 // A move would leave minizip reading the entry that was open before.
 void ZipFileReader::LeaveCurrentFile() {
+    isKnownReadable_ = false;
     static_cast<void>(unzCloseCurrentFile(archive_));
 }
 
@@ -162,7 +166,7 @@ unsigned long ZipFileReader::GetFileCount() const {
 icu::UnicodeString ZipFileReader::GetCurrentFileName() const {
     RequireOpen(__LINE__);
     std::array<char, kNameBufferSize> bytes{};
-    FileInfo(archive_, bytes.data(), bytes.size());
+    isKnownReadable_ = IsReadable(RequireFileInfo(archive_, bytes.data(), bytes.size()));
     // A longer name fills the buffer and leaves no terminator.
     bytes.back() = '\0';
     icu::UnicodeString name;
@@ -175,7 +179,7 @@ ZipEntryInfo ZipFileReader::GetCurrentFileInfo() const {
     constexpr uLong kFileTypeMask = 0170000;
     constexpr uLong kSymbolicLink = 0120000;
     RequireOpen(__LINE__);
-    const unz_file_info64 info = FileInfo(archive_, nullptr, 0);
+    const unz_file_info64 info = RequireFileInfo(archive_, nullptr, 0);
     ZipEntryInfo result;
     result.size = info.uncompressed_size;
     result.compressedSize = info.compressed_size;
@@ -186,7 +190,9 @@ ZipEntryInfo ZipFileReader::GetCurrentFileInfo() const {
 
 void ZipFileReader::OpenCurrentFile() {
     RequireOpen(__LINE__);
-    if (!IsReadable(archive_) || unzOpenCurrentFile(archive_) != UNZ_OK)
+    unz_file_info64 info;
+    const bool isReadable = isKnownReadable_ || (GetFileInfo(archive_, info, nullptr, 0) && IsReadable(info));
+    if (!isReadable || unzOpenCurrentFile(archive_) != UNZ_OK)
         Fail("Could not open file at the current position within the zip file.");
 }
 

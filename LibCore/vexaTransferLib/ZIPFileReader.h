@@ -110,6 +110,7 @@ private:
     unsigned long fileCount_;
     unsigned long commentLength_;
     bool isOpen_;
+    mutable bool isKnownReadable_; ///< spares OpenCurrentFile a second look into the directory
 };
 
 } // namespace vexaTransferLib
