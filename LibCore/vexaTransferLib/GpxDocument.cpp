@@ -4,6 +4,7 @@
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/writer/Elements.h>
+#include <vexaTransferLib/writer/Utf8Sink.h>
 
 #include <common/ScopeGuard.h>
 #include <common/dbc.h>
@@ -167,12 +168,9 @@ bool GpxDocument::HasMetaData() const {
 UnicodeStrUtils::ByteString GpxDocument::GetAsByteString(const GpxVersion& version,
                                                          const icu::UnicodeString& applicationName,
                                                          const icu::UnicodeString& applicationUrl) const {
-    icu::UnicodeString gpx;
-    writer::UnicodeSink sink(gpx);
+    writer::Utf8Sink sink(text::kGpxDocumentSource);
     AppendTo(version, applicationName, applicationUrl, sink);
-    // A text that ICU gave up on converts to no bytes, and an empty file would pass for a written one.
-    writer::RequireHeld(gpx, text::kGpxDocumentSource);
-    return UnicodeStrUtils::ByteString(gpx, "utf-8");
+    return sink.Take();
 }
 
 void GpxDocument::WriteToString(const GpxVersion& version, const icu::UnicodeString& applicationName,

@@ -4,6 +4,7 @@
 #include <vexaTransferLib/CleanText.h>
 #include <vexaTransferLib/reader/DocumentReader.h>
 #include <vexaTransferLib/reader/DomNode.h>
+#include <vexaTransferLib/reader/EventParser.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
 #include <vexaTransferLib/reader/LinkReader.h>
@@ -28,6 +29,8 @@
 
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace vexaTransferLib {
@@ -66,6 +69,34 @@ icu::UnicodeString DefaultName(const icu::UnicodeString& path) {
     if (dot >= 0)
         name.truncate(dot);
     return name;
+}
+
+bool IsFile(const icu::UnicodeString& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(UnicodeStrUtils::UnicodeStringToStlString(path), error);
+}
+
+// What the XML parser throws becomes the library's error.
+template <class Action>
+void RunParser(const icu::UnicodeString& name, Action parse) {
+    const std::string narrowName = UnicodeStrUtils::UnicodeStringToStlString(name);
+    try {
+        parse();
+    } catch (const xercesc::XMLException& exception) {
+        std::string message;
+        reader::ToNarrow(exception.getMessage(), message);
+        throw dbc::postcondition_error("Error parsing the GPX file: " + narrowName +
+                                       ". Error message: " + message);
+    } catch (const xercesc::DOMException& exception) {
+        throw dbc::postcondition_error("Error parsing GPX file: " + narrowName +
+                                       ". DOM error code: " + std::to_string(exception.code));
+    }
+}
+
+[[noreturn]] void FailWithoutDocument(const icu::UnicodeString& name) {
+    throw dbc::postcondition_error(
+        "Unable to interpret the GPX file: " + UnicodeStrUtils::UnicodeStringToStlString(name) +
+        ". The document object could not be obtained.");
 }
 
 } // namespace
@@ -108,26 +139,23 @@ std::unique_ptr<xercesc::XercesDOMParser> GpxParser::ParseTree(const Source& sou
     auto parser = std::make_unique<xercesc::XercesDOMParser>(
         nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
     Configure(*parser, *this);
-    const std::string narrowName = UnicodeStrUtils::UnicodeStringToStlString(name);
-    try {
-        parser->parse(source);
-    } catch (const xercesc::XMLException& exception) {
-        std::string message;
-        reader::ToNarrow(exception.getMessage(), message);
-        throw dbc::postcondition_error("Error parsing the GPX file: " + narrowName +
-                                       ". Error message: " + message);
-    } catch (const xercesc::DOMException& exception) {
-        throw dbc::postcondition_error("Error parsing GPX file: " + narrowName +
-                                       ". DOM error code: " + std::to_string(exception.code));
-    }
-    if (errorsSeen_)
-        throw dbc::postcondition_error("One or more errors encountered while parsing the GPX file: " +
-                                       narrowName);
+    RunParser(name, [&] { parser->parse(source); });
+    CheckErrors(name);
     return parser;
 }
 
+void GpxParser::CheckErrors(const icu::UnicodeString& name) const {
+    if (errorsSeen_)
+        throw dbc::postcondition_error("One or more errors encountered while parsing the GPX file: " +
+                                       UnicodeStrUtils::UnicodeStringToStlString(name));
+}
+
 void GpxParser::Parse(const icu::UnicodeString& path, GpxDocument& document) {
-    ReadTree(*GetParser(path), path, document);
+    icu::UnicodeString terminated(path);
+    const XMLCh* const systemId = terminated.getTerminatedBuffer();
+    // What is no file, such as a pipe or an address, cannot be read a second time if the DOM should be needed.
+    if (!IsFile(path) || !ReadEvents(systemId, path, document))
+        ReadTree(*ParseTree(systemId, path), path, document);
 }
 
 void GpxParser::Parse(std::string_view bytes, const icu::UnicodeString& name, GpxDocument& document) {
@@ -135,7 +163,41 @@ void GpxParser::Parse(std::string_view bytes, const icu::UnicodeString& name, Gp
     xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(bytes.data()), bytes.size(),
                                       terminated.getTerminatedBuffer());
     source.setCopyBufToStream(false);
-    ReadTree(*ParseTree<xercesc::InputSource>(source, name), name, document);
+    if (name.isEmpty() || !ReadEvents<xercesc::InputSource>(source, name, document))
+        ReadTree(*ParseTree<xercesc::InputSource>(source, name), name, document);
+}
+
+// False for a file that needs the DOM.
+template <class Source>
+bool GpxParser::ReadEvents(const Source& source, const icu::UnicodeString& name, GpxDocument& document) {
+    GpxDocument read;
+    GpxModelAccess::SetName(read, DefaultName(name));
+    ParserContext context(*this);
+    reader::EventWalk walk(context, read);
+    reader::HeldErrors errors(*this);
+    reader::EventParser parser(walk, errors);
+    bool needsDom = false;
+    RunParser(name, [&] {
+        try {
+            parser.parse(source);
+        } catch (const reader::NeedsDom&) {
+            needsDom = true;
+            return;
+        } catch (...) {
+            errors.Release();
+            throw;
+        }
+        errors.Release();
+    });
+    if (needsDom)
+        return false;
+    CheckErrors(name);
+    walk.Finish();
+    document = std::move(read);
+    if (!parser.HasDocument())
+        FailWithoutDocument(name);
+    walk.RethrowFailure();
+    return true;
 }
 
 void GpxParser::ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
@@ -144,12 +206,9 @@ void GpxParser::ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeStr
     GpxModelAccess::SetName(document, DefaultName(name));
     const xercesc::DOMDocument* const tree = parser.getDocument();
     if (tree == nullptr)
-        throw dbc::postcondition_error(
-            "Unable to interpret the GPX file: " + UnicodeStrUtils::UnicodeStringToStlString(name) +
-            ". The document object could not be obtained.");
+        FailWithoutDocument(name);
     const reader::NodeView root = ViewOf(tree->getDocumentElement());
-    if (!reader::Equals(root.LocalName(), u"gpx"))
-        throw dbc::postcondition_error("The GPX document element was not found.");
+    reader::RequireGpxRoot(root);
     ParserContext context(*this);
     reader::ReadDocument(context, root, document);
 }

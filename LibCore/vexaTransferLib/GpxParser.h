@@ -79,7 +79,7 @@ public:
     void resetErrors() override;
 
     /// Parses a file into a DOM tree, which the returned parser owns. Everything in memory: about 1.8 kB for
-    /// a track point. Any encoding that Xerces knows; external entities are read.
+    /// a track point. Parse does without the tree. Any encoding that Xerces knows; external entities are read.
     /// \throws dbc::precondition_error "The GPX file path was empty or invalid."
     /// \throws dbc::postcondition_error "Error parsing the GPX file: PATH. Error message: ...", "Error
     ///         parsing GPX file: PATH. DOM error code: N", or, for whatever else made the file unreadable,
@@ -91,6 +91,11 @@ public:
     ///
     /// A file that is not well-formed leaves the document untouched. A failure after that (no `gpx` root, no
     /// usable version, a waypoint without a position) leaves it cleared and partly filled.
+    ///
+    /// Costs about the time of the XML parser, and the memory of the document; the DOM tree of GetParser is
+    /// needed, and its memory, for a file with a document type declaration or with an XML declaration of a
+    /// version other than 1.0 and 1.1. Contract reports of what was read may stand on standard error before a
+    /// later part of the file proves to be ill-formed.
     ///
     /// \throws what GetParser throws
     /// \throws dbc::postcondition_error "Unable to interpret the GPX file: PATH. The document object could
@@ -200,6 +205,10 @@ private:
 
     template <class Source>
     std::unique_ptr<xercesc::XercesDOMParser> ParseTree(const Source& source, const icu::UnicodeString& name);
+    template <class Source>
+    VEXATRANSFERLIB_LOCAL bool ReadEvents(const Source& source, const icu::UnicodeString& name,
+                                          GpxDocument& document);
+    VEXATRANSFERLIB_LOCAL void CheckErrors(const icu::UnicodeString& name) const;
     void ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name, GpxDocument& document);
 
     boost::scoped_ptr<CleanText> cleaner_;

@@ -6,11 +6,16 @@
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 #include "support/IcuMemory.h"
+#include "support/ModelCompare.h"
+
+#include <vexaTransferLib/reader/GpxModelAccess.h>
 
 #include <common/dbc.h>
 
 #include <gtest/gtest.h>
 
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/RuntimeException.hpp>
@@ -92,7 +97,7 @@ TEST(GpxParserErrorsTest, AnErrorMakesTheParseFailAtItsEnd) {
 
 TEST(GpxParserErrorsTest, AFatalErrorMakesTheParseFail) {
     CountingParser parser;
-    const GpxFile file("<gpx>\n\n</oops>");
+    const GpxFile file("<gpx version='1.1'>\n\n</oops>");
     EXPECT_FAILURE(ParseInto(parser, file), dbc::postcondition_error, ParseErrorsMessage(file.NarrowPath()),
                    "");
     EXPECT_EQ(parser.fatalErrors, 1);
@@ -123,6 +128,26 @@ TEST(GpxParserErrorsTest, WithoutADocumentTheFileCannotBeInterpreted) {
     EXPECT_EQ(NameOf(document), "missing");
 }
 
+// As much as had come before the file broke off, by events as by the DOM.
+TEST(GpxParserErrorsTest, AHostThatKeepsErrorsFromTheBaseGetsWhatCameBefore) {
+    for (const std::string end :
+         {"", "<trkpt lat='3' lon='4'><ele>5", "</trkseg><x><y>", "</trkseg><name>n"}) {
+        SCOPED_TRACE(end);
+        const std::string whole = Gpx11("<wpt lat='1' lon='2'/><trk><trkseg><trkpt lat='1' lon='2'/>");
+        const GpxFile file(whole.substr(0, whole.rfind("</gpx>")) + end);
+        CountingParser parser;
+        parser.callBase = false;
+        GpxDocument byParse;
+        parser.Parse(file.Path(), byParse);
+        const auto tree = parser.GetParser(file.Path());
+        GpxDocument byDom;
+        GpxModelAccess::SetName(byDom, u"walk");
+        parser.ParseGpxNode(tree->getDocument()->getDocumentElement(), byDom);
+        EXPECT_TRUE(IsSameModel(byDom, byParse));
+        EXPECT_EQ(CountsOf(byParse), "1 waypoints, 0 routes, 1 tracks");
+    }
+}
+
 TEST(GpxParserErrorsTest, WithoutARootThereIsNoDocumentElement) {
     CountingParser parser;
     parser.callBase = false;
@@ -141,7 +166,7 @@ TEST(GpxParserErrorsTest, AnXmlExceptionIsReportedWithItsMessage) {
     ASSERT_FALSE(message.empty());
     CountingParser parser;
     parser.whenFatal = [&] { throw thrown; };
-    const GpxFile file("<gpx></oops>");
+    const GpxFile file("<gpx version='1.1'></oops>");
     EXPECT_FAILURE(ParseInto(parser, file), dbc::postcondition_error,
                    "Error parsing the GPX file: " + file.NarrowPath() + ". Error message: " + message, "");
 }
@@ -152,7 +177,7 @@ TEST(GpxParserErrorsTest, ADomExceptionIsReportedWithItsCodeAsASignedNumber) {
         parser.whenFatal = [&] {
             throw xercesc::DOMException(code, 0, xercesc::XMLPlatformUtils::fgMemoryManager);
         };
-        const GpxFile file("<gpx></oops>");
+        const GpxFile file("<gpx version='1.1'></oops>");
         EXPECT_FAILURE(
             ParseInto(parser, file), dbc::postcondition_error,
             "Error parsing GPX file: " + file.NarrowPath() + ". DOM error code: " + std::to_string(code), "");
@@ -169,7 +194,7 @@ TEST(GpxParserErrorsTest, AnUnknownXmlVersionIsADomError) {
 TEST(GpxParserErrorsTest, OtherExceptionsOfAHandlerPassThrough) {
     CountingParser parser;
     parser.whenFatal = [] { throw std::runtime_error("the host's own"); };
-    const GpxFile file("<gpx></oops>");
+    const GpxFile file("<gpx version='1.1'></oops>");
     EXPECT_FAILURE(ParseInto(parser, file), std::runtime_error, "the host's own", "");
     const GpxFile good(kGoodFile);
     GpxDocument document;

@@ -9,6 +9,7 @@
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 
+#include <memory>
 #include <utility>
 
 namespace vexaTransferLib::reader {
@@ -40,32 +41,49 @@ void ReadMetaData(ReadContext& context, const NodeView& metadata, GpxDocument& d
 }
 
 // GPX wants waypoints, then routes, then tracks; what stands out of that order is passed over.
-class RootWalk {
+class RootReader final : public ChildReader {
 public:
-    RootWalk(ReadContext& context, const GpxVersion& version, GpxDocument& document)
+    RootReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
         : context_(context), version_(version), document_(document) {}
 
-    void ReadChild(const NodeView& child) {
+    bool IsGuarded() const override { return false; }
+    const char* MissingChildMessage() const override { return "Unable to read a GPX child node."; }
+
+    Way WayOf(const NodeView& child) override {
         const char16_t* const name = child.LocalName();
         if (!IsStandard(version_, child) || name == nullptr)
-            return;
+            return Way::kPassOver;
+        if (Equals(name, u"wpt"))
+            return routeSeen_ || trackSeen_ ? Way::kPassOver : Way::kWhole;
         if (Equals(name, u"trk")) {
-            ReadTrack(context_, version_, child, document_);
             trackSeen_ = true;
-        } else if (Equals(name, u"wpt")) {
-            if (!routeSeen_ && !trackSeen_)
-                ReadWaypoint(child);
-        } else if (Equals(name, u"rte")) {
-            if (!trackSeen_) {
-                ReadRoute(context_, version_, child, document_);
-                routeSeen_ = true;
-            }
-        } else if (Equals(name, u"metadata")) {
-            ReadMetaData(context_, child, document_);
-        } else {
-            ReadNameOrTime(child, document_);
+            return Way::kChildByChild;
         }
+        if (Equals(name, u"rte")) {
+            if (trackSeen_)
+                return Way::kPassOver;
+            routeSeen_ = true;
+            return Way::kChildByChild;
+        }
+        const bool isRead = Equals(name, u"metadata") || Equals(name, u"name") || Equals(name, u"time");
+        return isRead ? Way::kWhole : Way::kPassOver;
     }
+
+    std::unique_ptr<ChildReader> Enter(const NodeView& child) override {
+        return Equals(child.LocalName(), u"trk") ? EnterTrack(context_, version_, child, document_)
+                                                 : EnterRoute(context_, version_, child, document_);
+    }
+
+    void ReadWhole(const NodeView& child) override {
+        if (Equals(child.LocalName(), u"wpt"))
+            ReadWaypoint(child);
+        else if (Equals(child.LocalName(), u"metadata"))
+            ReadMetaData(context_, child, document_);
+        else
+            ReadNameOrTime(child, document_);
+    }
+
+    void Finish() override {}
 
 private:
     void ReadWaypoint(const NodeView& child) {
@@ -75,7 +93,7 @@ private:
     }
 
     ReadContext& context_;
-    const GpxVersion& version_;
+    const GpxVersion version_;
     GpxDocument& document_;
     bool routeSeen_ = false;
     bool trackSeen_ = false;
@@ -83,18 +101,23 @@ private:
 
 } // namespace
 
-void ReadDocument(ReadContext& context, const NodeView& root, GpxDocument& document) {
+std::unique_ptr<ChildReader> EnterDocument(ReadContext& context, const NodeView& root,
+                                           GpxDocument& document) {
     icu::UnicodeString versionText;
     dbc::Ensure(ReadTextAttribute(root, u"version", versionText), text::kGpxParserSource,
                 "Unable to read the GPX version.");
     const GpxVersion version(versionText);
     dbc::Ensure(root.HasChildList(), text::kGpxParserSource, "Unable to read the GPX file nodes.");
-    RootWalk walk(context, version, document);
-    ChildWalk children(root);
-    for (NodeView child; children.Next(child);) {
-        dbc::Ensure(!child.IsNull(), text::kGpxParserSource, "Unable to read a GPX child node.");
-        walk.ReadChild(child);
-    }
+    return std::make_unique<RootReader>(context, version, document);
+}
+
+void RequireGpxRoot(const NodeView& root) {
+    if (!Equals(root.LocalName(), u"gpx"))
+        throw dbc::postcondition_error("The GPX document element was not found.");
+}
+
+void ReadDocument(ReadContext& context, const NodeView& root, GpxDocument& document) {
+    ReadChildren(*EnterDocument(context, root, document), root);
 }
 
 } // namespace vexaTransferLib::reader

@@ -6,10 +6,19 @@
 #endif
 
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/reader/ChildReader.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
 
+#include <memory>
+
 namespace vexaTransferLib::reader {
+
+/// \throws dbc::postcondition_error when the root element of a file is no `gpx`, or there is none
+void RequireGpxRoot(const NodeView& root);
+
+/// The reader of the root's children. Of the root only its attributes need be there.
+std::unique_ptr<ChildReader> EnterDocument(ReadContext& context, const NodeView& root, GpxDocument& document);
 
 /// Walks the children of the root element; see GpxParser::ParseGpxNode.
 void ReadDocument(ReadContext& context, const NodeView& root, GpxDocument& document);

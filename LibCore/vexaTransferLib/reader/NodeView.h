@@ -92,8 +92,8 @@ private:
 
 /// Exact comparison of a name that may be null with one that is not.
 inline bool Equals(const char16_t* name, const char16_t* expected) {
-    if (name == nullptr)
-        return false;
+    if (name == nullptr || name == expected)
+        return name != nullptr;
     while (*name == *expected) {
         if (*name == u'\0')
             return true;

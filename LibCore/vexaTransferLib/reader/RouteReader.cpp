@@ -2,10 +2,12 @@
 #include <vexaTransferLib/reader/RouteReader.h>
 
 #include <vexaTransferLib/GpxDocument.h>
-#include <vexaTransferLib/reader/ChildGuard.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
+#include <vexaTransferLib/text/ContractSources.h>
+
+#include <common/dbc.h>
 
 #include <optional>
 #include <utility>
@@ -14,19 +16,22 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-constexpr ChildMessages kMessages = {"Unable to read GPX route child elements.",
-                                     "Unable to read a GPX route child node."};
-
 // A route checks its points against its type, so the type must be known when the route is made: at the first
 // route point, with what stood before it.
-class RouteBuilder {
+class RouteReader final : public ChildReader {
 public:
-    RouteBuilder(ReadContext& context, const GpxVersion& version) : context_(context), version_(version) {}
+    RouteReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
+        : context_(context), version_(version), document_(document) {}
 
-    void ReadChild(const NodeView& child) {
+    bool IsGuarded() const override { return true; }
+    const char* MissingChildMessage() const override { return "Unable to read a GPX route child node."; }
+
+    Way WayOf(const NodeView& child) override {
+        return child.LocalName() != nullptr && IsStandard(version_, child) ? Way::kWhole : Way::kPassOver;
+    }
+
+    void ReadWhole(const NodeView& child) override {
         const char16_t* const name = child.LocalName();
-        if (!IsStandard(version_, child))
-            return;
         if (Equals(name, u"rtept"))
             ReadRoutePoint(child);
         else if (Equals(name, u"name"))
@@ -39,6 +44,9 @@ public:
             ReadRouteType(child, routeType_);
     }
 
+    void Finish() override { document_.AddRoute(std::move(Route())); }
+
+private:
     GpxRoute& Route() {
         if (!route_) {
             GpxRoute route(routeType_);
@@ -53,7 +61,6 @@ public:
         return *route_;
     }
 
-private:
     void ReadRoutePoint(const NodeView& child) {
         GpxRoute& route = Route();
         GpxPoint point(kGpxRoutePoint, 0.0, 0.0);
@@ -62,7 +69,8 @@ private:
     }
 
     ReadContext& context_;
-    const GpxVersion& version_;
+    const GpxVersion version_;
+    GpxDocument& document_;
     icu::UnicodeString name_;
     icu::UnicodeString source_;
     icu::UnicodeString type_;
@@ -72,10 +80,14 @@ private:
 
 } // namespace
 
+std::unique_ptr<ChildReader> EnterRoute(ReadContext& context, const GpxVersion& version, const NodeView& node,
+                                        GpxDocument& document) {
+    dbc::Ensure(node.HasChildList(), text::kGpxParserSource, "Unable to read GPX route child elements.");
+    return std::make_unique<RouteReader>(context, version, document);
+}
+
 void ReadRoute(ReadContext& context, const GpxVersion& version, const NodeView& node, GpxDocument& document) {
-    RouteBuilder builder(context, version);
-    ForEachGuardedChild(node, kMessages, [&](const NodeView& child) { builder.ReadChild(child); });
-    document.AddRoute(std::move(builder.Route()));
+    ReadChildren(*EnterRoute(context, version, node, document), node);
 }
 
 } // namespace vexaTransferLib::reader

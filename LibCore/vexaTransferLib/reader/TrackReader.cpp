@@ -2,22 +2,19 @@
 #include <vexaTransferLib/reader/TrackReader.h>
 
 #include <vexaTransferLib/GpxDocument.h>
-#include <vexaTransferLib/reader/ChildGuard.h>
 #include <vexaTransferLib/reader/CommonElements.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
+#include <vexaTransferLib/text/ContractSources.h>
+
+#include <common/dbc.h>
 
 #include <utility>
 
 namespace vexaTransferLib::reader {
 
 namespace {
-
-constexpr ChildMessages kTrackMessages = {"Unable to read GPX track child elements.",
-                                          "Unable to read a GPX track child node."};
-constexpr ChildMessages kSegmentMessages = {"Unable to read GPX track segment child elements.",
-                                            "Unable to read a GPX track segment child node."};
 
 // What the reader of one child needs.
 struct TrackChild {
@@ -46,7 +43,6 @@ struct TrackElement {
 
 // Unlike those of points, the extensions of a track are read in GPX 1.0 too.
 constexpr TrackElement kElements[] = {
-    {u"trkseg", [](const TrackChild& c) { ReadSegment(c.context, c.version, c.node, c.track); }},
     {u"name", ReadTextInto<&GpxTrack::SetName>},
     {u"cmt", [](const TrackChild& c) { ReadCommentAsDescription(c.node, c.track); }},
     {u"desc", [](const TrackChild& c) { ReadDescription(c.node, c.track); }},
@@ -58,37 +54,93 @@ constexpr TrackElement kElements[] = {
     {u"type", ReadTrackType},
 };
 
-void ReadTrackChild(const TrackChild& child) {
-    if (!IsStandard(child.version, child.node))
-        return;
-    for (const TrackElement& element : kElements) {
-        if (Equals(child.node.LocalName(), element.name)) {
-            element.read(child);
-            return;
+class SegmentReader final : public ChildReader {
+public:
+    SegmentReader(ReadContext& context, const GpxVersion& version, GpxTrack& track)
+        : context_(context), version_(version), track_(track) {}
+
+    bool IsGuarded() const override { return true; }
+    const char* MissingChildMessage() const override {
+        return "Unable to read a GPX track segment child node.";
+    }
+
+    Way WayOf(const NodeView& child) override {
+        const bool isPoint = Equals(child.LocalName(), u"trkpt") && IsStandard(version_, child);
+        return isPoint ? Way::kWhole : Way::kPassOver;
+    }
+
+    void ReadWhole(const NodeView& child) override {
+        GpxPoint point(kGpxTrackPoint, 0.0, 0.0);
+        ReadPoint(context_, version_, kGpxTrackPoint, child, point);
+        track_.AddPoint(std::move(point));
+    }
+
+    void Finish() override {}
+
+private:
+    ReadContext& context_;
+    const GpxVersion version_;
+    GpxTrack& track_;
+};
+
+std::unique_ptr<ChildReader> EnterSegment(ReadContext& context, const GpxVersion& version,
+                                          const NodeView& node, GpxTrack& track) {
+    dbc::Ensure(node.HasChildList(), text::kGpxParserSource,
+                "Unable to read GPX track segment child elements.");
+    track.AddSegment();
+    return std::make_unique<SegmentReader>(context, version, track);
+}
+
+class TrackReader final : public ChildReader {
+public:
+    TrackReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
+        : context_(context), version_(version), document_(document) {}
+
+    bool IsGuarded() const override { return true; }
+    const char* MissingChildMessage() const override { return "Unable to read a GPX track child node."; }
+
+    Way WayOf(const NodeView& child) override {
+        if (child.LocalName() == nullptr || !IsStandard(version_, child))
+            return Way::kPassOver;
+        return Equals(child.LocalName(), u"trkseg") ? Way::kChildByChild : Way::kWhole;
+    }
+
+    std::unique_ptr<ChildReader> Enter(const NodeView& child) override {
+        return EnterSegment(context_, version_, child, track_);
+    }
+
+    void ReadWhole(const NodeView& child) override {
+        for (const TrackElement& element : kElements) {
+            if (Equals(child.LocalName(), element.name)) {
+                element.read({context_, version_, child, track_});
+                return;
+            }
         }
     }
-}
+
+    void Finish() override { document_.AddTrack(std::move(track_)); }
+
+private:
+    ReadContext& context_;
+    const GpxVersion version_;
+    GpxDocument& document_;
+    GpxTrack track_;
+};
 
 } // namespace
 
+std::unique_ptr<ChildReader> EnterTrack(ReadContext& context, const GpxVersion& version, const NodeView& node,
+                                        GpxDocument& document) {
+    dbc::Ensure(node.HasChildList(), text::kGpxParserSource, "Unable to read GPX track child elements.");
+    return std::make_unique<TrackReader>(context, version, document);
+}
+
 void ReadTrack(ReadContext& context, const GpxVersion& version, const NodeView& node, GpxDocument& document) {
-    GpxTrack track;
-    ForEachGuardedChild(node, kTrackMessages, [&](const NodeView& child) {
-        ReadTrackChild({context, version, child, track});
-    });
-    document.AddTrack(std::move(track));
+    ReadChildren(*EnterTrack(context, version, node, document), node);
 }
 
 void ReadSegment(ReadContext& context, const GpxVersion& version, const NodeView& node, GpxTrack& track) {
-    dbc::Ensure(node.HasChildList(), text::kGpxParserSource, kSegmentMessages.noChildren);
-    track.AddSegment();
-    ForEachGuardedChild(node, kSegmentMessages, [&](const NodeView& child) {
-        if (!IsStandard(version, child) || !Equals(child.LocalName(), u"trkpt"))
-            return;
-        GpxPoint point(kGpxTrackPoint, 0.0, 0.0);
-        ReadPoint(context, version, kGpxTrackPoint, child, point);
-        track.AddPoint(std::move(point));
-    });
+    ReadChildren(*EnterSegment(context, version, node, track), node);
 }
 
 } // namespace vexaTransferLib::reader

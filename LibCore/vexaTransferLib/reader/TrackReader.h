@@ -7,14 +7,21 @@
 
 #include <vexaTransferLib/GpxTrack.h>
 #include <vexaTransferLib/GpxVersion.h>
+#include <vexaTransferLib/reader/ChildReader.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
+
+#include <memory>
 
 namespace vexaTransferLib {
 class GpxDocument;
 }
 
 namespace vexaTransferLib::reader {
+
+/// The reader of the children of a `trk`, which appends the track when it finishes.
+std::unique_ptr<ChildReader> EnterTrack(ReadContext& context, const GpxVersion& version, const NodeView& node,
+                                        GpxDocument& document);
 
 /// Reads a `trk` and appends the track; see GpxParser::ParseTrkNode.
 void ReadTrack(ReadContext& context, const GpxVersion& version, const NodeView& node, GpxDocument& document);

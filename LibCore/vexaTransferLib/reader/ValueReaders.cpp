@@ -12,6 +12,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 namespace vexaTransferLib::reader {
@@ -47,16 +48,18 @@ const char16_t* AttributeText(const NodeView& node, const char16_t* name) {
     return NonEmpty(text) ? text : nullptr;
 }
 
-// Nearly all that is narrowed is ASCII; the parser's transcoder costs ten times as much and is left the rest.
+// Nearly all that is narrowed is short and ASCII; the parser's transcoder costs ten times as much and is left the rest.
 bool ToNarrow(const char16_t* text, std::string& out) {
     if (text == nullptr)
         return false;
-    const char16_t* end = text;
-    while (*end != u'\0' && *end < 0x80)
-        ++end;
-    if (*end == u'\0') {
-        out.resize(static_cast<std::size_t>(end - text));
-        std::transform(text, end, out.begin(), [](char16_t unit) { return static_cast<char>(unit); });
+    std::array<char, 64> ascii;
+    std::size_t length = 0;
+    while (length < ascii.size() && text[length] != u'\0' && text[length] < 0x80) {
+        ascii[length] = static_cast<char>(text[length]);
+        ++length;
+    }
+    if (length < ascii.size() && text[length] == u'\0') {
+        out.assign(ascii.data(), length);
         return true;
     }
     const std::unique_ptr<char, TranscodedDeleter> transcoded(xercesc::XMLString::transcode(text));

@@ -10,9 +10,11 @@
 #include <unicode/timezone.h>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -207,6 +209,39 @@ double ToMillis(const TimeFields& fields) {
                                (fields.second + fields.extraSeconds) * kMillisPerSecond + fields.millis);
 }
 
+char* AppendYear(char* out, std::int64_t year, std::ptrdiff_t width) {
+    std::array<char, 24> digits;
+    if (year < 0)
+        *out++ = '-';
+    const char* const end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), year < 0 ? -year : year).ptr;
+    out = std::fill_n(out, std::max<std::ptrdiff_t>(0, width - (end - digits.data())), '0');
+    return std::copy(static_cast<const char*>(digits.data()), end, out);
+}
+
+// A mark and two digits.
+char* AppendPart(char* out, char mark, int value) {
+    *out++ = mark;
+    *out++ = static_cast<char>('0' + value / 10);
+    *out++ = static_cast<char>('0' + value % 10);
+    return out;
+}
+
+// Nearly every field has nothing but digits, for which the C library's function is slow.
+bool ReadDigits(long& out, const char* text, unsigned long length) {
+    constexpr unsigned long kMostDigits = 9;
+    if (length == 0 || length > kMostDigits)
+        return false;
+    long read = 0;
+    for (unsigned long i = 0; i < length; ++i) {
+        if (text[i] < '0' || text[i] > '9')
+            return false;
+        read = read * 10 + (text[i] - '0');
+    }
+    out = read;
+    return true;
+}
+
 } // namespace
 
 TimeText::TimeText(double millis, YearDigits yearDigits) {
@@ -215,21 +250,30 @@ TimeText::TimeText(double millis, YearDigits yearDigits) {
         civil = CivilFromMillis(millis);
     else if (!CivilFromCalendar(millis, civil))
         return;
-    const int yearWidth = yearDigits == YearDigits::kFour ? 4 : 1;
-    const int length = std::snprintf(buffer_.data(), buffer_.size(), "%.*lld-%.2d-%.2dT%.2d:%.2d:%.2dZ",
-                                     yearWidth, static_cast<long long>(civil.year), civil.month, civil.day,
-                                     civil.hour, civil.minute, civil.second);
-    length_ = static_cast<std::size_t>(length);
+    char* end = AppendYear(buffer_.data(), civil.year, yearDigits == YearDigits::kFour ? 4 : 1);
+    end = AppendPart(end, '-', civil.month);
+    end = AppendPart(end, '-', civil.day);
+    end = AppendPart(end, 'T', civil.hour);
+    end = AppendPart(end, ':', civil.minute);
+    end = AppendPart(end, ':', civil.second);
+    *end++ = 'Z';
+    length_ = static_cast<std::size_t>(end - buffer_.data());
 }
 
 bool ReadLongField(long& out, const char* text, unsigned long length, long min, long max) {
-    char field[32] = {};
-    if (!dbc::SoftCheck(text != nullptr && length < sizeof field, kGpxUtilsSource))
+    constexpr unsigned long kFieldSize = 32;
+    if (!dbc::SoftCheck(text != nullptr && length < kFieldSize, kGpxUtilsSource))
         return false;
-    std::strncpy(field, text, length);
-    char* stop = nullptr;
-    const long read = std::strtol(field, &stop, 10);
-    if (*stop != '\0' || read < min || read > max)
+    long read = 0;
+    if (!ReadDigits(read, text, length)) {
+        char field[kFieldSize] = {};
+        std::strncpy(field, text, length);
+        char* stop = nullptr;
+        read = std::strtol(field, &stop, 10);
+        if (*stop != '\0')
+            return false;
+    }
+    if (read < min || read > max)
         return false;
     out = read;
     return true;

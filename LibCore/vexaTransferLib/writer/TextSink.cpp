@@ -2,6 +2,7 @@
 #include <vexaTransferLib/writer/TextSink.h>
 
 #include <vexaTransferLib/text/NumberText.h>
+#include <vexaTransferLib/writer/XmlEntities.h>
 
 #include <common/dbc.h>
 
@@ -9,28 +10,6 @@
 #include <array>
 
 namespace vexaTransferLib::writer {
-
-namespace {
-
-// The entity for a character, or an empty text for one that stands for itself.
-std::u16string_view EntityOf(char16_t unit) {
-    switch (unit) {
-    case u'"':
-        return u"&quot;";
-    case u'&':
-        return u"&amp;";
-    case u'\'':
-        return u"&apos;";
-    case u'<':
-        return u"&lt;";
-    case u'>':
-        return u"&gt;";
-    default:
-        return {};
-    }
-}
-
-} // namespace
 
 void TextSink::Fixed(double number, int decimals) {
     Ascii(text::FixedText(number, decimals).View());
@@ -52,11 +31,10 @@ void UnicodeSink::Escaped(const icu::UnicodeString& text) {
     const std::int32_t length = text.length();
     std::int32_t runStart = 0;
     for (std::int32_t i = 0; i < length; ++i) {
-        const std::u16string_view entity = EntityOf(units[i]);
-        if (entity.empty())
+        if (!IsSpecial(units[i]))
             continue;
         out_.append(units, runStart, i - runStart);
-        out_.append(entity.data(), static_cast<std::int32_t>(entity.size()));
+        Ascii(EntityOf(units[i]));
         runStart = i + 1;
     }
     out_.append(units, runStart, length - runStart);

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/ChildReader.h>
+
+#include <vexaTransferLib/text/ContractSources.h>
+
+#include <common/dbc.h>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+void ReadChild(ChildReader& reader, const NodeView& child) {
+    dbc::Ensure(!child.IsNull(), text::kGpxParserSource, reader.MissingChildMessage());
+    switch (reader.WayOf(child)) {
+    case ChildReader::Way::kPassOver:
+        break;
+    case ChildReader::Way::kWhole:
+        reader.ReadWhole(child);
+        break;
+    case ChildReader::Way::kChildByChild:
+        ReadChildren(*reader.Enter(child), child);
+        break;
+    }
+}
+
+} // namespace
+
+std::unique_ptr<ChildReader> ChildReader::Enter(const NodeView&) {
+    return nullptr;
+}
+
+void ReadChildren(ChildReader& reader, const NodeView& node) {
+    ChildWalk children(node);
+    for (NodeView child; children.Next(child);)
+        Guarded(reader, [&] { ReadChild(reader, child); });
+    reader.Finish();
+}
+
+} // namespace vexaTransferLib::reader

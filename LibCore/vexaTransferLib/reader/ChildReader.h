@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/reader/NodeView.h>
+
+#include <exception>
+#include <memory>
+
+namespace vexaTransferLib::reader {
+
+/// Reads the children of one of the elements that grow long (the root, routes, tracks, segments), one child at
+/// a time: a source of events need not hold more than one child, and a tree is walked the same way.
+class ChildReader {
+public:
+    enum class Way {
+        kPassOver,
+        kWhole,       ///< ReadWhole wants the child with all below it
+        kChildByChild ///< Enter gives the reader of its children
+    };
+
+    virtual ~ChildReader() = default;
+
+    /// True when a child that fails costs no more than itself. Only what derives from std::exception is
+    /// swallowed; the XML parser's own exceptions (out of memory among them) do not and pass through.
+    virtual bool IsGuarded() const = 0;
+    /// Said by the check that a child is there at all.
+    virtual const char* MissingChildMessage() const = 0;
+
+    // What follows is given a child that is not null.
+
+    /// Asked once for each child, in their order. Name, namespace and attributes may be looked at.
+    virtual Way WayOf(const NodeView& child) = 0;
+    virtual void ReadWhole(const NodeView& child) = 0;
+    virtual std::unique_ptr<ChildReader> Enter(const NodeView& child);
+    /// After the last child.
+    virtual void Finish() = 0;
+};
+
+/// Walks a whole tree: all children of the node, then Finish.
+void ReadChildren(ChildReader& reader, const NodeView& node);
+
+/// Calls `read`; swallows its failure when the reader is guarded. True when it did not fail.
+template <class Read>
+bool Guarded(const ChildReader& reader, Read read) {
+    if (!reader.IsGuarded()) {
+        read();
+        return true;
+    }
+    try {
+        read();
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/EventParser.h>
+
+#include <vexaTransferLib/text/GpxNames.h>
+
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/util/RefVectorOf.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include <algorithm>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+using xercesc::XMLUni;
+
+// A namespace that the readers ask for is given by the very pointer that they compare with.
+const char16_t* Known(const char16_t* uri) {
+    for (const char16_t* known : {text::kGpx11Namespace, text::kGpx10Namespace, text::kTarvikNamespace,
+                                  text::kGroundspeak10Namespace, text::kGroundspeak101Namespace})
+        if (Equals(uri, known))
+            return known;
+    return uri;
+}
+
+} // namespace
+
+// The same as for the DOM: validation only where a grammar is named, namespaces, no schema.
+EventParser::EventParser(EventWalk& walk, HeldErrors& errors) : walk_(walk), errors_(errors) {
+    setErrorHandler(&errors);
+    // Without handlers the parser would keep its events to itself.
+    setContentHandler(&handler_);
+    setLexicalHandler(&handler_);
+    setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
+    setFeature(XMLUni::fgSAX2CoreValidation, true);
+    setFeature(XMLUni::fgXercesDynamic, true);
+    setFeature(XMLUni::fgXercesSchema, false);
+    setFeature(XMLUni::fgXercesSchemaFullChecking, false);
+    setFeature(XMLUni::fgXercesCalculateSrcOfs, false);
+}
+
+const char16_t* EventParser::NamespaceUri(unsigned int uriId) {
+    if (uriId >= namespaceUris_.size())
+        namespaceUris_.resize(uriId + std::size_t{1}, nullptr);
+    const char16_t*& uri = namespaceUris_[uriId];
+    if (uri == nullptr) {
+        const char16_t* const text = getURIText(uriId);
+        uri = text != nullptr ? Known(text) : u"";
+    }
+    return *uri != u'\0' ? uri : nullptr;
+}
+
+void EventParser::startDocument() {
+    hasDocument_ = true;
+}
+
+void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
+                               const XMLCh* const prefix,
+                               const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                               const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) {
+    if (isRoot)
+        errors_.Release(); // No declaration can follow that would make the file one for the DOM.
+    if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(), {})) {
+        for (XMLSize_t i = 0; i < attributeCount; ++i)
+            walk_.AddAttribute(attributes.elementAt(i)->getQName(), attributes.elementAt(i)->getValue());
+        walk_.BeginContent();
+    }
+    if (isEmpty)
+        endElement(declaration, uriId, isRoot, prefix);
+}
+
+void EventParser::endElement(const xercesc::XMLElementDecl&, const unsigned int, const bool,
+                             const XMLCh* const) {
+    walk_.EndElement();
+}
+
+void EventParser::docCharacters(const XMLCh* const text, const XMLSize_t length, const bool isCData) {
+    if (isCData)
+        walk_.AddCData({text, length});
+    else
+        walk_.AddText({text, length});
+}
+
+void EventParser::ignorableWhitespace(const XMLCh* const text, const XMLSize_t length, const bool) {
+    walk_.AddText({text, length});
+}
+
+void EventParser::docComment(const XMLCh* const) {
+    walk_.AddOther();
+}
+
+void EventParser::docPI(const XMLCh* const, const XMLCh* const) {
+    walk_.AddOther();
+}
+
+void EventParser::XMLDecl(const XMLCh* const version, const XMLCh* const, const XMLCh* const,
+                          const XMLCh* const) {
+    if (!Equals(version, u"1.0") && !Equals(version, u"1.1"))
+        throw NeedsDom();
+}
+
+void EventParser::doctypeDecl(const xercesc::DTDElementDecl&, const XMLCh* const, const XMLCh* const,
+                              const bool, const bool) {
+    throw NeedsDom();
+}
+
+} // namespace vexaTransferLib::reader

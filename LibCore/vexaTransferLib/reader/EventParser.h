@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/reader/EventWalk.h>
+#include <vexaTransferLib/reader/HeldErrors.h>
+
+#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+
+#include <vector>
+
+namespace vexaTransferLib::reader {
+
+/// Thrown out of the parse of a file that only the DOM sees as a DOM reader would: one with a document type
+/// declaration, or whose XML declaration names a version other than 1.0 and 1.1.
+struct NeedsDom {};
+
+/// The XML parser's SAX2 reader, which hands what it finds to a walk. It takes the parser's events one step
+/// before they become calls of a content handler, where names and namespaces still have their numbers: comparing
+/// those costs nothing.
+class EventParser final : public xercesc::SAX2XMLReaderImpl {
+public:
+    EventParser(EventWalk& walk, HeldErrors& errors);
+
+    /// False after the parse of what could not be opened.
+    bool HasDocument() const { return hasDocument_; }
+
+    void startDocument() override;
+
+    void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
+                      const XMLCh* const prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                      const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) override;
+    void endElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId, const bool isRoot,
+                    const XMLCh* const prefix) override;
+    void docCharacters(const XMLCh* const text, const XMLSize_t length, const bool isCData) override;
+    void ignorableWhitespace(const XMLCh* const text, const XMLSize_t length, const bool isCData) override;
+    void docComment(const XMLCh* const text) override;
+    void docPI(const XMLCh* const target, const XMLCh* const data) override;
+    void XMLDecl(const XMLCh* const version, const XMLCh* const encoding, const XMLCh* const standalone,
+                 const XMLCh* const actualEncoding) override;
+    void doctypeDecl(const xercesc::DTDElementDecl& declaration, const XMLCh* const publicId,
+                     const XMLCh* const systemId, const bool hasInternalSubset,
+                     const bool hasExternalSubset) override;
+
+private:
+    const char16_t* NamespaceUri(unsigned int uriId);
+
+    EventWalk& walk_;
+    HeldErrors& errors_;
+    xercesc::DefaultHandler handler_;
+    bool hasDocument_ = false;
+    /// By the parser's numbers.
+    std::vector<const char16_t*> namespaceUris_;
+};
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,212 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/EventTree.h>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+constexpr std::size_t kBlockSize = 65536;
+/// What one big tree took is not kept for the small ones that follow.
+constexpr std::size_t kKeptBlocks = 16;
+
+enum Kind { kElement, kText, kOther };
+
+} // namespace
+
+void* Arena::AllocateInNextBlock(std::size_t size) {
+    while (nextBlock_ < blocks_.size() && blocks_[nextBlock_].size < size)
+        ++nextBlock_;
+    if (nextBlock_ == blocks_.size()) {
+        const std::size_t blockSize = std::max(kBlockSize, size);
+        blocks_.push_back({std::make_unique_for_overwrite<std::byte[]>(blockSize), blockSize});
+    }
+    bytes_ = blocks_[nextBlock_].bytes.get();
+    size_ = blocks_[nextBlock_].size;
+    used_ = size;
+    ++nextBlock_;
+    return bytes_;
+}
+
+void Arena::Clear() {
+    const bool isBig = blocks_.size() > kKeptBlocks ||
+                       std::any_of(blocks_.begin(), blocks_.end(),
+                                   [](const Block& block) { return block.size > kBlockSize; });
+    if (isBig)
+        blocks_.clear();
+    nextBlock_ = blocks_.empty() ? 0 : 1;
+    bytes_ = blocks_.empty() ? nullptr : blocks_.front().bytes.get();
+    size_ = blocks_.empty() ? 0 : blocks_.front().size;
+    used_ = 0;
+}
+
+struct EventTree::AttributeNode {
+    const char16_t* qualifiedName;
+    const char16_t* value;
+    AttributeNode* next;
+};
+
+struct EventTree::Node {
+    int kind;
+    const char16_t* namespaceUri;
+    const char16_t* localName;
+    const char16_t* text;
+    AttributeNode* attributes;
+    Node* parent;
+    Node* firstChild;
+    Node* lastChild;
+    Node* next;
+    Place place;
+};
+
+const EventTree::Node& EventTree::AsNode(const void* node) {
+    return *static_cast<const Node*>(node);
+}
+
+void EventTree::Clear() {
+    arena_.Clear();
+    root_ = nullptr;
+    open_ = nullptr;
+    depth_ = 0;
+    growing_ = nullptr;
+}
+
+EventTree::Node& EventTree::Append(int kind) {
+    FinishText();
+    Node* const node = new (arena_.Allocate(sizeof(Node), alignof(Node))) Node{};
+    node->kind = kind;
+    node->parent = open_;
+    if (open_ == nullptr)
+        root_ = node;
+    else if (open_->lastChild == nullptr)
+        open_->firstChild = node;
+    else
+        open_->lastChild->next = node;
+    if (open_ != nullptr)
+        open_->lastChild = node;
+    return *node;
+}
+
+const char16_t* EventTree::Copy(std::u16string_view text) {
+    const std::size_t size = text.size() * sizeof(char16_t);
+    auto* const copy = static_cast<char16_t*>(arena_.Allocate(size + sizeof(char16_t), alignof(char16_t)));
+    std::memcpy(copy, text.data(), size);
+    copy[text.size()] = u'\0';
+    return copy;
+}
+
+void EventTree::FinishText() {
+    if (growing_ == nullptr)
+        return;
+    growing_->text = Copy(growingText_);
+    growing_ = nullptr;
+}
+
+void EventTree::StartElement(const char16_t* namespaceUri, const char16_t* localName, Place place) {
+    Node& node = Append(kElement);
+    node.namespaceUri = namespaceUri;
+    node.localName = localName;
+    node.place = place;
+    open_ = &node;
+    ++depth_;
+}
+
+void EventTree::AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
+    auto* const attribute =
+        new (arena_.Allocate(sizeof(AttributeNode), alignof(AttributeNode))) AttributeNode{};
+    attribute->qualifiedName = Copy(qualifiedName);
+    attribute->value = Copy(value);
+    attribute->next = open_->attributes;
+    open_->attributes = attribute;
+}
+
+void EventTree::AddText(std::u16string_view text) {
+    if (growing_ == nullptr) {
+        growing_ = &Append(kText);
+        growingText_.clear();
+    }
+    growingText_.append(text);
+}
+
+void EventTree::AddCData(std::u16string_view text) {
+    Append(kText).text = Copy(text);
+}
+
+void EventTree::AddOther() {
+    Append(kOther);
+}
+
+bool EventTree::EndElement() {
+    FinishText();
+    open_ = open_->parent;
+    return --depth_ == 0;
+}
+
+bool EventTree::IsElement(const void* node) const {
+    return AsNode(node).kind == kElement;
+}
+
+const char16_t* EventTree::LocalName(const void* node) const {
+    return AsNode(node).localName;
+}
+
+const char16_t* EventTree::NamespaceUri(const void* node) const {
+    return AsNode(node).namespaceUri;
+}
+
+const char16_t* EventTree::Attribute(const void* node, const char16_t* qualifiedName) const {
+    for (const AttributeNode* attribute = AsNode(node).attributes; attribute != nullptr;
+         attribute = attribute->next)
+        if (Equals(attribute->qualifiedName, qualifiedName))
+            return attribute->value;
+    return nullptr;
+}
+
+const char16_t* EventTree::FirstChildText(const void* node) const {
+    const Node* const first = AsNode(node).firstChild;
+    return first != nullptr && first->kind == kText ? first->text : nullptr;
+}
+
+// By parent links instead of recursion: the depth is the file's to choose.
+bool EventTree::TextContent(const void* node, icu::UnicodeString& out) const {
+    const Node* const root = &AsNode(node);
+    if (root->kind == kOther)
+        return false;
+    out.remove();
+    if (root->kind == kText) {
+        out.setTo(root->text, -1);
+        return true;
+    }
+    const Node* current = root->firstChild;
+    while (current != nullptr) {
+        if (current->kind == kText)
+            out.append(current->text, -1);
+        if (current->firstChild != nullptr) {
+            current = current->firstChild;
+            continue;
+        }
+        while (current != root && current->next == nullptr)
+            current = current->parent;
+        current = current == root ? nullptr : current->next;
+    }
+    return true;
+}
+
+bool EventTree::HasChildList(const void*) const {
+    return true;
+}
+
+bool EventTree::NextChild(const void* node, ChildPosition& position, const void*& child) const {
+    const Node* const next =
+        position.position == nullptr ? AsNode(node).firstChild : AsNode(position.position).next;
+    if (next == nullptr)
+        return false;
+    position.position = next;
+    child = next;
+    return true;
+}
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/reader/NodeView.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vexaTransferLib::reader {
+
+/// Memory for one tree after another: nothing is freed singly, everything is forgotten at once, and what was
+/// allocated serves the next tree.
+class Arena {
+public:
+    /// \param alignment a power of two
+    void* Allocate(std::size_t size, std::size_t alignment) {
+        const std::size_t start = (used_ + alignment - 1) & ~(alignment - 1);
+        if (start + size > size_)
+            return AllocateInNextBlock(size);
+        used_ = start + size;
+        return bytes_ + start;
+    }
+    void Clear();
+
+private:
+    struct Block {
+        std::unique_ptr<std::byte[]> bytes;
+        std::size_t size;
+    };
+
+    void* AllocateInNextBlock(std::size_t size);
+
+    std::vector<Block> blocks_;
+    std::size_t nextBlock_ = 0;
+    // The block in use.
+    std::byte* bytes_ = nullptr;
+    std::size_t size_ = 0;
+    std::size_t used_ = 0;
+};
+
+/// A small tree that is built from the XML parser's events, for one child of a long element at a time. What the
+/// DOM tells of a node, this tells: adjacent character data is one text, CDATA sections, comments and
+/// processing instructions are nodes of their own.
+class EventTree final : public NodeSource {
+public:
+    struct Place {
+        std::size_t line = 0;
+        std::size_t column = 0;
+    };
+
+    /// Forgets the tree.
+    void Clear();
+    bool IsEmpty() const { return depth_ == 0; }
+
+    // Building. The first element is the root; the others go below the one that is open. Namespace and name
+    // must outlive the tree; other texts are copied.
+
+    void StartElement(const char16_t* namespaceUri, const char16_t* localName, Place place);
+    void AddAttribute(const char16_t* qualifiedName, const char16_t* value);
+    void AddText(std::u16string_view text);
+    void AddCData(std::u16string_view text);
+    /// A comment or a processing instruction, which only keep texts apart.
+    void AddOther();
+    /// True when this was the root's end.
+    bool EndElement();
+
+    NodeView Root() const { return root_ != nullptr ? NodeView(*this, root_) : NodeView(); }
+
+    // Reading.
+
+    bool IsElement(const void* node) const override;
+    const char16_t* LocalName(const void* node) const override;
+    const char16_t* NamespaceUri(const void* node) const override;
+    const char16_t* Attribute(const void* node, const char16_t* qualifiedName) const override;
+    const char16_t* FirstChildText(const void* node) const override;
+    bool TextContent(const void* node, icu::UnicodeString& out) const override;
+    bool HasChildList(const void* node) const override;
+    bool NextChild(const void* node, ChildPosition& position, const void*& child) const override;
+
+private:
+    struct AttributeNode;
+    struct Node;
+
+    static const Node& AsNode(const void* node);
+    Node& Append(int kind);
+    const char16_t* Copy(std::u16string_view text);
+    void FinishText();
+
+    Arena arena_;
+    Node* root_ = nullptr;
+    Node* open_ = nullptr;
+    std::size_t depth_ = 0;
+    /// The text that may still grow; its node is the last child of the open element.
+    Node* growing_ = nullptr;
+    std::u16string growingText_;
+};
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/reader/ChildReader.h>
+#include <vexaTransferLib/reader/EventTree.h>
+#include <vexaTransferLib/reader/ReadContext.h>
+
+#include <exception>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace vexaTransferLib::reader {
+
+/// Reads a document from the events of one parse: the long elements child by child, every other child as a small
+/// tree when it has ended. A failure of the reading is kept, for the file may still prove ill-formed, which comes
+/// first; what is left of the file is then passed over.
+class EventWalk {
+public:
+    EventWalk(ReadContext& context, GpxDocument& document) : context_(context), document_(document) {}
+
+    // The events. An element's attributes come between its start and its Begin.
+
+    /// True when its attributes are wanted.
+    bool StartElement(const char16_t* namespaceUri, const char16_t* localName, EventTree::Place place);
+    void AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
+        tree_.AddAttribute(qualifiedName, value);
+    }
+    void BeginContent();
+    void EndElement();
+    void AddText(std::u16string_view text) {
+        if (state_ == State::kInTree)
+            tree_.AddText(text);
+    }
+    void AddCData(std::u16string_view text) {
+        if (state_ == State::kInTree)
+            tree_.AddCData(text);
+    }
+    void AddOther() {
+        if (state_ == State::kInTree)
+            tree_.AddOther();
+    }
+
+    /// After the parse: ends the elements that it has left open, as those of a file whose host does not mind its
+    /// errors.
+    void Finish();
+    /// Throws what the reading failed with.
+    void RethrowFailure() const;
+
+private:
+    enum class State {
+        kBetween, ///< the children of the innermost reader come next
+        kInTree,  ///< within a child that is read whole
+        kPassing, ///< within a child that is passed over
+        kFailed
+    };
+
+    void BeginRoot(const NodeView& root);
+    void BeginChild(const NodeView& child);
+    void EndWhole();
+    template <class Read>
+    bool Try(Read read);
+
+    ReadContext& context_;
+    GpxDocument& document_;
+    EventTree tree_;
+    std::vector<std::unique_ptr<ChildReader>> readers_;
+    State state_ = State::kBetween;
+    bool rootSeen_ = false;
+    std::size_t passedDepth_ = 0;
+    std::exception_ptr failure_;
+};
+
+} // namespace vexaTransferLib::reader

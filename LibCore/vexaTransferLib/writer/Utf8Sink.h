@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/writer/TextSink.h>
+
+#include <common/UnicodeStrUtils.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+
+namespace vexaTransferLib::writer {
+
+/// Appends UTF-8 to a buffer that becomes the result as it is. Unpaired surrogates come out as ICU's
+/// converter writes them, U+0000 as a zero byte.
+class Utf8Sink final : public TextSink {
+public:
+    /// \param source the class on whose behalf a text that is too large is reported
+    /// \param limit the most bytes that the text may have; beyond, or without the memory, writing or Take throws
+    ///         dbc::postcondition_error
+    explicit Utf8Sink(const char* source, std::size_t limit = std::numeric_limits<std::uint32_t>::max())
+        : source_(source), limit_(limit) {}
+
+    void Ascii(std::string_view text) override;
+    void Raw(const icu::UnicodeString& text) override;
+    void Escaped(const icu::UnicodeString& text) override;
+
+    /// The bytes written, followed by four zero bytes; the sink is empty then.
+    UnicodeStrUtils::ByteString Take();
+
+private:
+    struct Free {
+        void operator()(char* bytes) const { std::free(bytes); }
+    };
+
+    /// Room for so many more bytes, with the zeros behind them.
+    char* Reserve(std::size_t count);
+    void Grow(std::size_t size);
+    void CheckHeld(bool isHeld) const;
+    void Append(const char16_t* units, std::size_t count);
+
+    const char* source_;
+    std::size_t limit_;
+    std::unique_ptr<char, Free> bytes_;
+    std::size_t length_ = 0;
+    std::size_t capacity_ = 0;
+};
+
+} // namespace vexaTransferLib::writer
