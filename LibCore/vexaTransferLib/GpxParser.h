@@ -204,12 +204,14 @@ private:
     friend class GpxModelAccess;
 
     template <class Source>
-    std::unique_ptr<xercesc::XercesDOMParser> ParseTree(const Source& source, const icu::UnicodeString& name);
+    VEXATRANSFERLIB_LOCAL std::unique_ptr<xercesc::XercesDOMParser> ParseTree(const Source& source,
+                                                                              const icu::UnicodeString& name);
     template <class Source>
     VEXATRANSFERLIB_LOCAL bool ReadEvents(const Source& source, const icu::UnicodeString& name,
                                           GpxDocument& document);
     VEXATRANSFERLIB_LOCAL void CheckErrors(const icu::UnicodeString& name) const;
-    void ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name, GpxDocument& document);
+    VEXATRANSFERLIB_LOCAL void ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
+                                        GpxDocument& document);
 
     boost::scoped_ptr<CleanText> cleaner_;
     bool errorsSeen_;
