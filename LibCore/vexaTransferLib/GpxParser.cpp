@@ -7,6 +7,7 @@
 #include <vexaTransferLib/reader/EventParser.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/reader/KeptElements.h>
 #include <vexaTransferLib/reader/LinkReader.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/ReadContext.h>
@@ -14,6 +15,8 @@
 #include <vexaTransferLib/reader/TrackReader.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
+#include <vexaTransferLib/reader/WatchedErrors.h>
+#include <vexaTransferLib/reader/XmlInput.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
@@ -23,26 +26,24 @@
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/dom/DOMException.hpp>
-#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
 #include <cstdlib>
 #include <exception>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace vexaTransferLib {
 
 namespace {
 
+using reader::ReadContext;
 using reader::ViewOf;
 using xercesc::DOMNode;
 
-class ParserContext final : public reader::ReadContext {
+class ParserContext final : public ReadContext {
 public:
-    explicit ParserContext(GpxParser& parser) : parser_(parser) {}
+    ParserContext(GpxParser& parser, GpxReadObserver* observer) : ReadContext(observer), parser_(parser) {}
 
     void CleanText(icu::UnicodeString& text) override { parser_.CleanGroundspeakText(text); }
 
@@ -71,9 +72,14 @@ icu::UnicodeString DefaultName(const icu::UnicodeString& path) {
     return name;
 }
 
-bool IsFile(const icu::UnicodeString& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(UnicodeStrUtils::UnicodeStringToStlString(path), error);
+// Where an observer has thrown or cancelled, that is what the caller gets.
+template <class Action>
+auto Told(Action action) {
+    try {
+        return action();
+    } catch (const reader::ObserverStop& stop) {
+        std::rethrow_exception(stop.reason);
+    }
 }
 
 // What the XML parser throws becomes the library's error.
@@ -126,21 +132,25 @@ void GpxParser::resetErrors() {
     errorsSeen_ = false;
 }
 
-std::unique_ptr<xercesc::XercesDOMParser> GpxParser::GetParser(const icu::UnicodeString& path) {
-    icu::UnicodeString terminated(path);
-    return ParseTree(terminated.getTerminatedBuffer(), path);
+void GpxParser::SetObserver(GpxReadObserver* observer) {
+    observer_ = observer;
 }
 
-template <class Source>
-std::unique_ptr<xercesc::XercesDOMParser> GpxParser::ParseTree(const Source& source,
-                                                               const icu::UnicodeString& name) {
-    dbc::Require(!name.isEmpty(), text::kGpxParserSource, "The GPX file path was empty or invalid.");
+std::unique_ptr<xercesc::XercesDOMParser> GpxParser::GetParser(const icu::UnicodeString& path) {
+    reader::XmlInput input(path, observer_);
+    return Told([&] { return ParseTree(input); });
+}
+
+std::unique_ptr<xercesc::XercesDOMParser> GpxParser::ParseTree(reader::XmlInput& input) {
+    dbc::Require(!input.Name().isEmpty(), text::kGpxParserSource, "The GPX file path was empty or invalid.");
     resetErrors();
+    reader::WatchedErrors errors(*this, observer_);
     auto parser = std::make_unique<xercesc::XercesDOMParser>(
         nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
-    Configure(*parser, *this);
-    RunParser(name, [&] { parser->parse(source); });
-    CheckErrors(name);
+    Configure(*parser, errors);
+    RunParser(input.Name(), [&] { input.Feed(*parser); });
+    CheckErrors(input.Name());
+    parser->setErrorHandler(this);
     return parser;
 }
 
@@ -151,35 +161,34 @@ void GpxParser::CheckErrors(const icu::UnicodeString& name) const {
 }
 
 void GpxParser::Parse(const icu::UnicodeString& path, GpxDocument& document) {
-    icu::UnicodeString terminated(path);
-    const XMLCh* const systemId = terminated.getTerminatedBuffer();
-    // What is no file, such as a pipe or an address, cannot be read a second time if the DOM should be needed.
-    if (!IsFile(path) || !ReadEvents(systemId, path, document))
-        ReadTree(*ParseTree(systemId, path), path, document);
+    reader::XmlInput input(path, observer_);
+    Told([&] { ParseInput(input, document); });
 }
 
 void GpxParser::Parse(std::string_view bytes, const icu::UnicodeString& name, GpxDocument& document) {
-    icu::UnicodeString terminated(name);
-    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(bytes.data()), bytes.size(),
-                                      terminated.getTerminatedBuffer());
-    source.setCopyBufToStream(false);
-    if (name.isEmpty() || !ReadEvents<xercesc::InputSource>(source, name, document))
-        ReadTree(*ParseTree<xercesc::InputSource>(source, name), name, document);
+    reader::XmlInput input(bytes, name, observer_);
+    Told([&] { ParseInput(input, document); });
+}
+
+void GpxParser::ParseInput(reader::XmlInput& input, GpxDocument& document) {
+    const bool mayNeedDom = !input.IsRepeatable() || input.Name().isEmpty();
+    if (mayNeedDom || !ReadEvents(input, document))
+        ReadTree(*ParseTree(input), input.Name(), document);
 }
 
 // False for a file that needs the DOM.
-template <class Source>
-bool GpxParser::ReadEvents(const Source& source, const icu::UnicodeString& name, GpxDocument& document) {
+bool GpxParser::ReadEvents(reader::XmlInput& input, GpxDocument& document) {
     GpxDocument read;
-    GpxModelAccess::SetName(read, DefaultName(name));
-    ParserContext context(*this);
+    GpxModelAccess::SetName(read, DefaultName(input.Name()));
+    ParserContext context(*this, observer_);
     reader::EventWalk walk(context, read);
-    reader::HeldErrors errors(*this);
-    reader::EventParser parser(walk, errors);
+    reader::WatchedErrors watchedErrors(*this, observer_);
+    reader::HeldErrors errors(watchedErrors);
+    reader::EventParser parser(walk, errors, observer_ != nullptr);
     bool needsDom = false;
-    RunParser(name, [&] {
+    RunParser(input.Name(), [&] {
         try {
-            parser.parse(source);
+            input.Feed(parser);
         } catch (const reader::NeedsDom&) {
             needsDom = true;
             return;
@@ -191,31 +200,44 @@ bool GpxParser::ReadEvents(const Source& source, const icu::UnicodeString& name,
     });
     if (needsDom)
         return false;
-    CheckErrors(name);
+    CheckErrors(input.Name());
     walk.Finish();
     document = std::move(read);
     if (!parser.HasDocument())
-        FailWithoutDocument(name);
+        FailWithoutDocument(input.Name());
     walk.RethrowFailure();
     return true;
 }
 
 void GpxParser::ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
                          GpxDocument& document) {
-    document.Clear();
-    GpxModelAccess::SetName(document, DefaultName(name));
-    const xercesc::DOMDocument* const tree = parser.getDocument();
-    if (tree == nullptr)
-        FailWithoutDocument(name);
-    const reader::NodeView root = ViewOf(tree->getDocumentElement());
-    reader::RequireGpxRoot(root);
-    ParserContext context(*this);
-    reader::ReadDocument(context, root, document);
+    GpxDocument read;
+    GpxModelAccess::SetName(read, DefaultName(name));
+    ParserContext context(*this, observer_);
+    try {
+        const xercesc::DOMDocument* const tree = parser.getDocument();
+        if (tree == nullptr)
+            FailWithoutDocument(name);
+        const reader::NodeView root = ViewOf(tree->getDocumentElement());
+        reader::RequireGpxRoot(root);
+        reader::ReadDocument(context, root, read);
+    } catch (const reader::ObserverStop&) {
+        throw;
+    } catch (...) {
+        document = std::move(read);
+        throw;
+    }
+    document = std::move(read);
+}
+
+template <class Read>
+auto GpxParser::Reading(Read read) {
+    ParserContext context(*this, observer_);
+    return Told([&] { return read(context); });
 }
 
 void GpxParser::ParseGpxNode(DOMNode* gpxElement, GpxDocument& document) {
-    ParserContext context(*this);
-    reader::ReadDocument(context, ViewOf(gpxElement), document);
+    Reading([&](ReadContext& context) { reader::ReadDocument(context, ViewOf(gpxElement), document); });
 }
 
 bool GpxParser::IsStdGPXNode(const GpxVersion& version, DOMNode* node) {
@@ -223,32 +245,32 @@ bool GpxParser::IsStdGPXNode(const GpxVersion& version, DOMNode* node) {
 }
 
 void GpxParser::ParseExtensionsElement(DOMNode* extensions, GpxDocument& document) {
-    ParserContext context(*this);
-    reader::ReadDocumentData(context, ViewOf(extensions), document);
+    Reading([&](ReadContext& context) {
+        return reader::ReadDocumentData(context, ViewOf(extensions), document);
+    });
 }
 
 void GpxParser::ParsePointNode(const GpxVersion& version, GpxPointType type, DOMNode* node, GpxPoint& point) {
-    ParserContext context(*this);
-    reader::ReadPoint(context, version, type, ViewOf(node), point);
+    Reading(
+        [&](ReadContext& context) { return reader::ReadPoint(context, version, type, ViewOf(node), point); });
 }
 
 void GpxParser::ParseLinkNode(DOMNode* node, GpxUrl& link) {
-    reader::ReadLink(ViewOf(node), link);
+    Reading([&](ReadContext& context) { reader::ReadLink(context, ViewOf(node), link); });
 }
 
 void GpxParser::ParseRteNode(const GpxVersion& version, DOMNode* node, GpxDocument& document) {
-    ParserContext context(*this);
-    reader::ReadRoute(context, version, ViewOf(node), document);
+    Reading(
+        [&](ReadContext& context) { return reader::ReadRoute(context, version, ViewOf(node), document); });
 }
 
 void GpxParser::ParseTrkNode(const GpxVersion& version, DOMNode* node, GpxDocument& document) {
-    ParserContext context(*this);
-    reader::ReadTrack(context, version, ViewOf(node), document);
+    Reading(
+        [&](ReadContext& context) { return reader::ReadTrack(context, version, ViewOf(node), document); });
 }
 
 void GpxParser::ParseTrkSegNode(const GpxVersion& version, DOMNode* node, GpxTrack& track) {
-    ParserContext context(*this);
-    reader::ReadSegment(context, version, ViewOf(node), track);
+    Reading([&](ReadContext& context) { return reader::ReadSegment(context, version, ViewOf(node), track); });
 }
 
 const XMLCh* GpxParser::GetElementText(DOMNode* node) {
@@ -306,21 +328,24 @@ bool GpxParser::GetFixElement(DOMNode* node, GpxFix& out) {
 }
 
 bool GpxParser::GetTarvikRouteTypeElement(DOMNode* extensions, TarvikRouteType& type) {
-    return reader::ReadRouteType(ViewOf(extensions), type);
+    return Reading(
+        [&](ReadContext& context) { return reader::ReadRouteType(context, ViewOf(extensions), type); });
 }
 
 bool GpxParser::GetTarvikRoutePointTypeElement(DOMNode* extensions, TarvikRoutePointType& type) {
-    return reader::ReadRoutePointType(ViewOf(extensions), type);
+    return Reading(
+        [&](ReadContext& context) { return reader::ReadRoutePointType(context, ViewOf(extensions), type); });
 }
 
 void GpxParser::GetTarvikDataElementsFromWptExtensions(DOMNode* extensions, GpxPoint& point) {
-    ParserContext context(*this);
-    reader::ReadWaypointData(context, ViewOf(extensions), point);
+    Reading([&](ReadContext& context) {
+        reader::KeptElements kept(context.receipt, reader::KeptElements::Elements::kStay);
+        reader::ReadWaypointData(context, kept, ViewOf(extensions), point);
+    });
 }
 
 void GpxParser::GetTarvikDataElementsFromTrkExtensions(DOMNode* extensions, GpxTrack& track) {
-    ParserContext context(*this);
-    reader::ReadTrackData(context, ViewOf(extensions), track);
+    Reading([&](ReadContext& context) { return reader::ReadTrackData(context, ViewOf(extensions), track); });
 }
 
 bool GpxParser::IsGroundspeakNode(DOMNode* node) {
@@ -328,23 +353,24 @@ bool GpxParser::IsGroundspeakNode(DOMNode* node) {
 }
 
 bool GpxParser::GetGroundspeakCacheElementFromExtensions(DOMNode* extensions, GpxGroundspeakCache& cache) {
-    ParserContext context(*this);
-    return reader::ReadGeocacheFromExtensions(context, ViewOf(extensions), cache);
+    return Reading([&](ReadContext& context) {
+        return reader::ReadGeocacheFromExtensions(context, ViewOf(extensions), cache);
+    });
 }
 
 bool GpxParser::GetGroundspeakCacheElement(DOMNode* cacheNode, GpxGroundspeakCache& cache) {
-    ParserContext context(*this);
-    return reader::ReadGeocache(context, ViewOf(cacheNode), cache);
+    return Reading(
+        [&](ReadContext& context) { return reader::ReadGeocache(context, ViewOf(cacheNode), cache); });
 }
 
 bool GpxParser::GetGroundspeakCacheLogs(DOMNode* logsNode, GpxGroundspeakCache& cache) {
-    ParserContext context(*this);
-    return reader::ReadGeocacheLogs(context, ViewOf(logsNode), cache);
+    return Reading(
+        [&](ReadContext& context) { return reader::ReadGeocacheLogs(context, ViewOf(logsNode), cache); });
 }
 
 bool GpxParser::GetGroundspeakTravelBugs(DOMNode* travelbugsNode, GpxGroundspeakCache& cache) {
-    ParserContext context(*this);
-    return reader::ReadTravelBugs(context, ViewOf(travelbugsNode), cache);
+    return Reading(
+        [&](ReadContext& context) { return reader::ReadTravelBugs(context, ViewOf(travelbugsNode), cache); });
 }
 
 bool GpxParser::CleanGroundspeakText(icu::UnicodeString& text) {

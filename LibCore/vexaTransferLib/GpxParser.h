@@ -27,6 +27,11 @@
 namespace vexaTransferLib {
 
 class CleanText;
+class GpxReadObserver;
+
+namespace reader {
+class XmlInput;
+}
 
 /// The reader of GPX files, and the error handler of the XML parsers that it makes.
 ///
@@ -77,6 +82,11 @@ public:
     void fatalError(const xercesc::SAXParseException& exception) override;
     /// Forgets earlier errors; GetParser calls it first.
     void resetErrors() override;
+
+    /// Gives the parser an observer (see GpxReadObserver.h), which stays the caller's and must be there while the
+    /// parser reads; null takes it away. All operations that read tell it what they pass over; GetParser and
+    /// Parse also tell it their progress and the XML parser's messages. Not while the parser reads.
+    void SetObserver(GpxReadObserver* observer);
 
     /// Parses a file into a DOM tree, which the returned parser owns. Everything in memory: about 1.8 kB for
     /// a track point. Parse does without the tree. Any encoding that Xerces knows; external entities are read.
@@ -203,18 +213,18 @@ public:
 private:
     friend class GpxModelAccess;
 
-    template <class Source>
-    VEXATRANSFERLIB_LOCAL std::unique_ptr<xercesc::XercesDOMParser> ParseTree(const Source& source,
-                                                                              const icu::UnicodeString& name);
-    template <class Source>
-    VEXATRANSFERLIB_LOCAL bool ReadEvents(const Source& source, const icu::UnicodeString& name,
-                                          GpxDocument& document);
+    VEXATRANSFERLIB_LOCAL std::unique_ptr<xercesc::XercesDOMParser> ParseTree(reader::XmlInput& input);
+    VEXATRANSFERLIB_LOCAL void ParseInput(reader::XmlInput& input, GpxDocument& document);
+    VEXATRANSFERLIB_LOCAL bool ReadEvents(reader::XmlInput& input, GpxDocument& document);
     VEXATRANSFERLIB_LOCAL void CheckErrors(const icu::UnicodeString& name) const;
     VEXATRANSFERLIB_LOCAL void ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
                                         GpxDocument& document);
+    template <class Read>
+    VEXATRANSFERLIB_LOCAL auto Reading(Read read);
 
     boost::scoped_ptr<CleanText> cleaner_;
     bool errorsSeen_;
+    GpxReadObserver* observer_ = nullptr;
 };
 
 /// Reads a number as `strtod` does in the classic locale, whatever the C locale: leading white space, a full

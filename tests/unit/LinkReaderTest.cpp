@@ -76,15 +76,16 @@ FakeNodePtr Link(std::vector<FakeNodePtr> children) {
 
 TEST(LinkReaderTest, WithoutAChildListTheLinkIsRefusedAndTheOutputUnchanged) {
     GpxUrl link(u"before");
-    EXPECT_FAILURE(reader::ReadLink(WithoutChildList(*Link({}))->View(), link), dbc::postcondition_error,
-                   "Unable to read GPX link child elements.", kParserSource);
+    EXPECT_FAILURE(reader::ReadLink(AnyContext(), WithoutChildList(*Link({}))->View(), link),
+                   dbc::postcondition_error, "Unable to read GPX link child elements.", kParserSource);
     EXPECT_EQ(LinkText(link), "before|-|-");
 }
 
 TEST(LinkReaderTest, AMissingChildIsReportedAndPassedOver) {
     GpxUrl link(u"before");
     EXPECT_REPORT(
-        reader::ReadLink(Link({Gpx11Text(u"text", u"a"), nullptr, Gpx11Text(u"type", u"b")})->View(), link),
+        reader::ReadLink(AnyContext(),
+                         Link({Gpx11Text(u"text", u"a"), nullptr, Gpx11Text(u"type", u"b")})->View(), link),
         kParserSource);
     EXPECT_EQ(LinkText(link), "u|a|b");
 }
@@ -93,20 +94,21 @@ TEST(LinkReaderTest, AChildWithoutALocalNameIsPassedOver) {
     const FakeNodePtr nameless = Gpx11Text(u"text", u"a");
     nameless->localName.reset();
     GpxUrl link(u"before");
-    reader::ReadLink(Link({nameless, Gpx11Text(u"type", u"b")})->View(), link);
+    reader::ReadLink(AnyContext(), Link({nameless, Gpx11Text(u"type", u"b")})->View(), link);
     EXPECT_EQ(LinkText(link), "u|-|b");
 }
 
 TEST(LinkReaderTest, AFailingChildIsPassedOver) {
     const FakeNodePtr failing = Throwing(*Gpx11Text(u"text", u"a"), std::runtime_error("any"));
     GpxUrl link(u"before");
-    reader::ReadLink(Link({failing, Gpx11Text(u"type", u"b")})->View(), link);
+    reader::ReadLink(AnyContext(), Link({failing, Gpx11Text(u"type", u"b")})->View(), link);
     EXPECT_EQ(LinkText(link), "u|-|b");
 }
 
 TEST(LinkReaderTest, WhatIsNoStandardExceptionPassesThrough) {
     GpxUrl link(u"before");
-    EXPECT_THROW(reader::ReadLink(Link({Throwing(*Gpx11Text(u"text", u"a"), 5)})->View(), link), int);
+    EXPECT_THROW(reader::ReadLink(AnyContext(), Link({Throwing(*Gpx11Text(u"text", u"a"), 5)})->View(), link),
+                 int);
     EXPECT_EQ(LinkText(link), "before|-|-");
 }
 

@@ -98,7 +98,7 @@ constexpr ChildMessages kMessages = {"no children", "no child"};
 // The names that arrive; those in `failing` throw after they were noted.
 std::string GuardedNames(const FakeNodePtr& parent, const char16_t* failing = u"") {
     std::string names;
-    ForEachGuardedChild(parent->View(), kMessages, [&](const NodeView& child) {
+    ForEachGuardedChild(AnyContext(), parent->View(), kMessages, [&](const NodeView& child) {
         names += Utf8(child.LocalName()) + " ";
         if (Equals(child.LocalName(), failing))
             throw std::runtime_error("any");

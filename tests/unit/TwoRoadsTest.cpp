@@ -7,6 +7,7 @@
 #include "support/GpxText.h"
 #include "support/ModelCompare.h"
 #include "support/Mutations.h"
+#include "support/NotingObserver.h"
 #include "support/SampleDocument.h"
 #include "support/TestFiles.h"
 
@@ -119,6 +120,24 @@ std::string HeardWhile(const std::function<void(GpxParser&, GpxDocument&)>& read
     return parser.heard;
 }
 
+/// What an observer is told of things passed over and of the XML parser's messages, and how it ended.
+std::string ReceiptOf(const std::function<void(GpxParser&, GpxDocument&)>& read) {
+    static GpxParser parser; // to make one costs more than most files
+    NotingObserver observer;
+    parser.SetObserver(&observer);
+    std::string error;
+    GpxDocument document;
+    try {
+        read(parser, document);
+    } catch (const std::exception& exception) {
+        error = exception.what();
+    }
+    parser.SetObserver(nullptr);
+    // What is passed over of a file that proves to be ill-formed, only one road sees.
+    const bool isIllFormed = error.find("One or more errors") != std::string::npos;
+    return observer.messages + (isIllFormed ? "" : observer.passedOver) + error;
+}
+
 /// Compares the two roads; true when the file was read without an error.
 bool ExpectSameByBothRoads(const std::string& path) {
     const auto byDom = [&path](GpxParser& parser, GpxDocument& document) {
@@ -136,6 +155,7 @@ bool ExpectSameByBothRoads(const std::string& path) {
         EXPECT_EQ(actual.written, expected.written);
     }
     EXPECT_EQ(HeardWhile(byParse), HeardWhile(byDom));
+    EXPECT_EQ(ReceiptOf(byParse), ReceiptOf(byDom));
     if (!expected.error.empty())
         ExpectSameUnheeding(path);
     return actual.error.empty();

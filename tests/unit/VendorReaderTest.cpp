@@ -116,10 +116,10 @@ TEST(VendorTypeReaderTest, WithoutAChildListItFails) {
     const FakeNodePtr node = WithoutChildList(*Gpx11Node(u"extensions"));
     TarvikRouteType routeType = kTarvikRouteDirections;
     TarvikRoutePointType routePointType = kTarvikRoutePointTurn;
-    EXPECT_FAILURE(reader::ReadRouteType(node->View(), routeType), dbc::postcondition_error, kNoChildren,
-                   kParserSource);
-    EXPECT_FAILURE(reader::ReadRoutePointType(node->View(), routePointType), dbc::postcondition_error,
+    EXPECT_FAILURE(reader::ReadRouteType(AnyContext(), node->View(), routeType), dbc::postcondition_error,
                    kNoChildren, kParserSource);
+    EXPECT_FAILURE(reader::ReadRoutePointType(AnyContext(), node->View(), routePointType),
+                   dbc::postcondition_error, kNoChildren, kParserSource);
     GpxParser parser;
     EXPECT_FAILURE(parser.GetTarvikRouteTypeElement(nullptr, routeType), dbc::postcondition_error,
                    kNoChildren, kParserSource);
@@ -140,8 +140,9 @@ TEST(VendorTypeReaderTest, AMissingChildIsReportedAndPassedOver) {
         u"extensions", {nullptr, VendorText(u"routeType", u"points"), VendorText(u"routePointType", u"via")});
     TarvikRouteType routeType = kTarvikRouteStandard;
     TarvikRoutePointType routePointType{};
-    EXPECT_REPORT(EXPECT_TRUE(reader::ReadRouteType(node->View(), routeType)), kParserSource);
-    EXPECT_REPORT(EXPECT_TRUE(reader::ReadRoutePointType(node->View(), routePointType)), kParserSource);
+    EXPECT_REPORT(EXPECT_TRUE(reader::ReadRouteType(AnyContext(), node->View(), routeType)), kParserSource);
+    EXPECT_REPORT(EXPECT_TRUE(reader::ReadRoutePointType(AnyContext(), node->View(), routePointType)),
+                  kParserSource);
     EXPECT_EQ(routeType, kTarvikRoutePoints);
     EXPECT_EQ(routePointType, kTarvikRoutePointVia);
 }
@@ -150,7 +151,7 @@ TEST(VendorTypeReaderTest, AFailingChildIsPassedOverUnlessItsExceptionIsNoStanda
     const FakeNodePtr good = VendorText(u"routeType", u"points");
     const auto read = [&](const FakeNodePtr& bad) {
         TarvikRouteType type = kTarvikRouteStandard;
-        reader::ReadRouteType(Gpx11Node(u"extensions", {good, bad})->View(), type);
+        reader::ReadRouteType(AnyContext(), Gpx11Node(u"extensions", {good, bad})->View(), type);
         return type;
     };
     EXPECT_EQ(read(Throwing(*VendorText(u"routeType", u"directions"), std::runtime_error("any"))),
@@ -315,9 +316,10 @@ TEST(WaypointDataReaderTest, MissingChildrenAndListsArePassedOver) {
     formString->attributes = {{u"key", u"k"}};
     const FakeNodePtr form = Gpx11Node(u"formdata", {nullptr, nameless, formString});
     MarkingContext context;
+    reader::KeptElements kept(context.receipt, reader::KeptElements::Elements::kStay);
     GpxPoint point(kGpxWaypoint, 0.0, 0.0);
     const auto read = [&](const FakeNodePtr& node) {
-        return CaptureStandardError([&] { reader::ReadWaypointData(context, node->View(), point); });
+        return CaptureStandardError([&] { reader::ReadWaypointData(context, kept, node->View(), point); });
     };
     EXPECT_EQ(read(Gpx11Node(u"extensions", {nullptr, nameless, form, Gpx11Text(u"objectid", u"G")})), "");
     EXPECT_EQ(FormOf(point), "k=v@0;");
@@ -329,10 +331,11 @@ TEST(WaypointDataReaderTest, MissingChildrenAndListsArePassedOver) {
 
 TEST(WaypointDataReaderTest, HasNoGuardOfItsOwn) {
     MarkingContext context;
+    reader::KeptElements kept(context.receipt, reader::KeptElements::Elements::kStay);
     GpxPoint point(kGpxWaypoint, 0.0, 0.0);
     const FakeNodePtr node =
         Gpx11Node(u"extensions", {Throwing(*Gpx11Text(u"objectid", u"G"), std::runtime_error("any"))});
-    EXPECT_THROW(reader::ReadWaypointData(context, node->View(), point), std::runtime_error);
+    EXPECT_THROW(reader::ReadWaypointData(context, kept, node->View(), point), std::runtime_error);
 }
 
 std::int16_t ColorFrom(const std::string& children, std::int16_t before = -1) {

@@ -6,6 +6,7 @@
 #endif
 
 #include <vexaTransferLib/reader/NodeView.h>
+#include <vexaTransferLib/reader/ReadContext.h>
 #include <vexaTransferLib/text/ContractSources.h>
 
 #include <common/dbc.h>
@@ -26,7 +27,8 @@ struct ChildMessages {
 /// among them) do not and pass through.
 /// \throws dbc::postcondition_error when the node has no child list
 template <class Read>
-void ForEachGuardedChild(const NodeView& node, const ChildMessages& messages, Read read) {
+void ForEachGuardedChild(ReadContext& context, const NodeView& node, const ChildMessages& messages,
+                         Read read) {
     dbc::Ensure(node.HasChildList(), text::kGpxParserSource, messages.noChildren);
     ChildWalk children(node);
     for (NodeView child; children.Next(child);) {
@@ -34,7 +36,8 @@ void ForEachGuardedChild(const NodeView& node, const ChildMessages& messages, Re
             dbc::Ensure(!child.IsNull(), text::kGpxParserSource, messages.noChild);
             if (child.LocalName() != nullptr)
                 read(child);
-        } catch (const std::exception&) { // NOLINT(bugprone-empty-catch)
+        } catch (const std::exception& failure) {
+            context.receipt.PassOver(child.IsNull() ? node : child, kGpxRefused, failure.what(), true);
         }
     }
 }

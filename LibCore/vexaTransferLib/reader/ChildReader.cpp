@@ -9,7 +9,7 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-void ReadChild(ChildReader& reader, const NodeView& child) {
+void ReadChild(ReadContext& context, ChildReader& reader, const NodeView& child) {
     dbc::Ensure(!child.IsNull(), text::kGpxParserSource, reader.MissingChildMessage());
     switch (reader.WayOf(child)) {
     case ChildReader::Way::kPassOver:
@@ -18,7 +18,7 @@ void ReadChild(ChildReader& reader, const NodeView& child) {
         reader.ReadWhole(child);
         break;
     case ChildReader::Way::kChildByChild:
-        ReadChildren(*reader.Enter(child), child);
+        ReadChildren(context, *reader.Enter(child), child);
         break;
     }
 }
@@ -29,10 +29,14 @@ std::unique_ptr<ChildReader> ChildReader::Enter(const NodeView&) {
     return nullptr;
 }
 
-void ReadChildren(ChildReader& reader, const NodeView& node) {
+void ReadChildren(ReadContext& context, ChildReader& reader, const NodeView& node) {
     ChildWalk children(node);
     for (NodeView child; children.Next(child);)
-        Guarded(reader, [&] { ReadChild(reader, child); });
+        Guarded(
+            reader, [&] { ReadChild(context, reader, child); },
+            [&](const char* message) {
+                context.receipt.PassOver(child.IsNull() ? node : child, kGpxRefused, message, true);
+            });
     reader.Finish();
 }
 

@@ -6,6 +6,7 @@
 #endif
 
 #include <vexaTransferLib/reader/NodeView.h>
+#include <vexaTransferLib/reader/ReadContext.h>
 
 #include <exception>
 #include <memory>
@@ -41,20 +42,19 @@ public:
 };
 
 /// Walks a whole tree: all children of the node, then Finish.
-void ReadChildren(ChildReader& reader, const NodeView& node);
+void ReadChildren(ReadContext& context, ChildReader& reader, const NodeView& node);
 
-/// Calls `read`; swallows its failure when the reader is guarded. True when it did not fail.
-template <class Read>
-bool Guarded(const ChildReader& reader, Read read) {
+/// Calls `read`; when the reader is guarded, its failure is swallowed and `refuse` called with the message.
+template <class Read, class Refuse>
+void Guarded(const ChildReader& reader, Read read, Refuse refuse) {
     if (!reader.IsGuarded()) {
         read();
-        return true;
+        return;
     }
     try {
         read();
-        return true;
-    } catch (const std::exception&) {
-        return false;
+    } catch (const std::exception& failure) {
+        refuse(failure.what());
     }
 }
 

@@ -7,60 +7,89 @@
 
 #include <vexaTransferLib/GpxUrl.h>
 #include <vexaTransferLib/GpxVersion.h>
+#include <vexaTransferLib/reader/KeptElements.h>
 #include <vexaTransferLib/reader/LinkReader.h>
 #include <vexaTransferLib/reader/NodeView.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
+#include <vexaTransferLib/reader/ReadContext.h>
+#include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
 #include <unicode/unistr.h>
 
 namespace vexaTransferLib::reader {
 
-// The elements that points and tracks have in common: description and link. `Owner` is GpxPoint or GpxTrack.
+// The elements that points and tracks have in common: description and link. `Owner` is GpxPoint or GpxTrack. Each
+// returns whether the owner has its value now.
 
 /// A comment becomes the description and wins over any, whatever their order.
 template <class Owner>
-void ReadCommentAsDescription(const NodeView& node, Owner& owner) {
+bool ReadCommentAsDescription(ReadContext& context, const NodeView& node, Owner& owner) {
     icu::UnicodeString text;
-    if (ReadText(node, text))
-        owner.SetDescription(text);
+    if (!ReadText(context, node, text))
+        return false;
+    owner.SetDescription(text);
+    return true;
 }
 
 /// The first description stays.
 template <class Owner>
-void ReadDescription(const NodeView& node, Owner& owner) {
+bool ReadDescription(ReadContext& context, KeptElements& kept, const NodeView& node, Owner& owner) {
     icu::UnicodeString text;
-    if (!owner.GetDescription(text) && ReadText(node, text))
-        owner.SetDescription(text);
+    if (owner.GetDescription(text)) {
+        kept.Refuse(u"desc", node);
+        return false;
+    }
+    if (!ReadText(context, node, text))
+        return false;
+    owner.SetDescription(text);
+    return true;
 }
 
 /// GPX 1.1 `link`: a later one replaces an earlier one.
 template <class Owner>
-void ReadLinkElement(const GpxVersion& version, const NodeView& node, Owner& owner) {
-    if (version.IsGpx10())
-        return;
+bool ReadLinkElement(ReadContext& context, const GpxVersion& version, const NodeView& node, Owner& owner) {
+    if (version.IsGpx10()) {
+        context.receipt.OtherVersion(node, version);
+        return false;
+    }
     GpxUrl link(text::kVendorHomePage);
-    ReadLink(node, link);
+    ReadLink(context, node, link);
     owner.SetURL(link);
+    return true;
 }
 
 /// GPX 1.0 `url`.
 template <class Owner>
-void ReadUrlElement(const GpxVersion& version, const NodeView& node, Owner& owner) {
+bool ReadUrlElement(ReadContext& context, const GpxVersion& version, const NodeView& node, Owner& owner) {
+    if (!version.IsGpx10()) {
+        context.receipt.OtherVersion(node, version);
+        return false;
+    }
     icu::UnicodeString text;
-    if (version.IsGpx10() && ReadText(node, text))
-        owner.SetURL(GpxUrl(text));
+    if (!ReadText(context, node, text))
+        return false;
+    owner.SetURL(GpxUrl(text));
+    return true;
 }
 
 /// GPX 1.0 `urlname`: lost when it stands before its `url`.
 template <class Owner>
-void ReadUrlNameElement(const GpxVersion& version, const NodeView& node, Owner& owner) {
+bool ReadUrlNameElement(ReadContext& context, const GpxVersion& version, const NodeView& node, Owner& owner) {
+    if (!version.IsGpx10()) {
+        context.receipt.OtherVersion(node, version);
+        return false;
+    }
     icu::UnicodeString text;
     GpxUrl link(text::kVendorHomePage);
-    if (!version.IsGpx10() || !owner.GetURL(link) || !ReadText(node, text))
-        return;
+    if (!owner.GetURL(link)) {
+        context.receipt.PassOver(node, kGpxIncomplete, "No url stands before it.", true);
+        return false;
+    }
+    if (!ReadText(context, node, text))
+        return false;
     link.SetUrlText(text);
     owner.SetURL(link);
+    return true;
 }
 
 } // namespace vexaTransferLib::reader

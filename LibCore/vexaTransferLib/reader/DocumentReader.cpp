@@ -3,10 +3,11 @@
 
 #include <vexaTransferLib/reader/ChildGuard.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/reader/KeptElements.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/RouteReader.h>
+#include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/TrackReader.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 
 #include <memory>
@@ -17,26 +18,36 @@ namespace vexaTransferLib::reader {
 namespace {
 
 // GPX 1.0 has these below the root, GPX 1.1 in its metadata; both places are read in both versions.
-bool ReadNameOrTime(const NodeView& child, GpxDocument& document) {
+bool ReadNameOrTime(ReadContext& context, KeptElements& kept, const NodeView& child, GpxDocument& document) {
     if (Equals(child.LocalName(), u"name")) {
         icu::UnicodeString name;
-        if (child.TextContent(name))
+        if (child.TextContent(name)) {
             GpxModelAccess::SetName(document, std::move(name));
+            kept.Keep(u"name", child);
+        }
         return true;
     }
     if (Equals(child.LocalName(), u"time")) {
         double time = 0.0;
-        if (ReadTime(child, time))
+        if (ReadTime(context, child, time)) {
             GpxModelAccess::SetTime(document, time);
+            kept.Keep(u"time", child);
+        }
         return true;
     }
     return false;
 }
 
-void ReadMetaData(ReadContext& context, const NodeView& metadata, GpxDocument& document) {
+void ReadMetaData(ReadContext& context, KeptElements& kept, const NodeView& metadata, GpxDocument& document) {
     ForEachNamedChild(metadata, [&](const NodeView& child) {
-        if (!ReadNameOrTime(child, document) && Equals(child.LocalName(), u"extensions"))
-            ReadDocumentData(context, child, document);
+        if (ReadNameOrTime(context, kept, child, document))
+            return;
+        if (!Equals(child.LocalName(), u"extensions"))
+            context.receipt.Unknown(child);
+        else if (ReadDocumentData(context, child, document))
+            kept.Keep(u"extensions", child);
+        else
+            kept.Drop(u"extensions");
     });
 }
 
@@ -51,22 +62,20 @@ public:
 
     Way WayOf(const NodeView& child) override {
         const char16_t* const name = child.LocalName();
-        if (!IsStandard(version_, child) || name == nullptr)
+        if (!IsStandard(version_, child)) {
+            if (name != nullptr)
+                TellForeignToGpx(context_.receipt, version_, child, IsKnown(name));
             return Way::kPassOver;
-        if (Equals(name, u"wpt"))
-            return routeSeen_ || trackSeen_ ? Way::kPassOver : Way::kWhole;
-        if (Equals(name, u"trk")) {
-            trackSeen_ = true;
-            return Way::kChildByChild;
         }
-        if (Equals(name, u"rte")) {
-            if (trackSeen_)
-                return Way::kPassOver;
-            routeSeen_ = true;
-            return Way::kChildByChild;
+        if (name == nullptr)
+            return Way::kPassOver;
+        if (!IsKnown(name)) {
+            context_.receipt.Unknown(child);
+            return Way::kPassOver;
         }
-        const bool isRead = Equals(name, u"metadata") || Equals(name, u"name") || Equals(name, u"time");
-        return isRead ? Way::kWhole : Way::kPassOver;
+        if (Equals(name, u"wpt") || Equals(name, u"rte") || Equals(name, u"trk"))
+            return WayInOrder(child);
+        return Way::kWhole;
     }
 
     std::unique_ptr<ChildReader> Enter(const NodeView& child) override {
@@ -78,14 +87,36 @@ public:
         if (Equals(child.LocalName(), u"wpt"))
             ReadWaypoint(child);
         else if (Equals(child.LocalName(), u"metadata"))
-            ReadMetaData(context_, child, document_);
+            ReadMetaData(context_, kept_, child, document_);
         else
-            ReadNameOrTime(child, document_);
+            ReadNameOrTime(context_, kept_, child, document_);
     }
 
     void Finish() override {}
 
 private:
+    static bool IsKnown(const char16_t* name) {
+        for (const char16_t* known : {u"wpt", u"rte", u"trk", u"metadata", u"name", u"time"})
+            if (Equals(name, known))
+                return true;
+        return false;
+    }
+
+    // Of a waypoint, a route, or a track.
+    Way WayInOrder(const NodeView& child) {
+        const bool isWaypoint = Equals(child.LocalName(), u"wpt");
+        const bool isTrack = Equals(child.LocalName(), u"trk");
+        if (isWaypoint ? routeSeen_ || trackSeen_ : !isTrack && trackSeen_) {
+            context_.receipt.PassOver(
+                child, kGpxOutOfOrder,
+                isWaypoint ? "It stands behind a route or a track." : "It stands behind a track.", true);
+            return Way::kPassOver;
+        }
+        trackSeen_ = trackSeen_ || isTrack;
+        routeSeen_ = routeSeen_ || !(isTrack || isWaypoint);
+        return isWaypoint ? Way::kWhole : Way::kChildByChild;
+    }
+
     void ReadWaypoint(const NodeView& child) {
         GpxPoint point(kGpxWaypoint, 0.0, 0.0);
         ReadPoint(context_, version_, kGpxWaypoint, child, point);
@@ -97,6 +128,7 @@ private:
     GpxDocument& document_;
     bool routeSeen_ = false;
     bool trackSeen_ = false;
+    KeptElements kept_{context_.receipt, KeptElements::Elements::kGo};
 };
 
 } // namespace
@@ -117,7 +149,7 @@ void RequireGpxRoot(const NodeView& root) {
 }
 
 void ReadDocument(ReadContext& context, const NodeView& root, GpxDocument& document) {
-    ReadChildren(*EnterDocument(context, root, document), root);
+    ReadChildren(context, *EnterDocument(context, root, document), root);
 }
 
 } // namespace vexaTransferLib::reader

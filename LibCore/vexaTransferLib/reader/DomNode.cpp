@@ -3,6 +3,7 @@
 
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 
+#include <string>
 #include <type_traits>
 
 namespace vexaTransferLib::reader {
@@ -84,6 +85,18 @@ public:
     }
 
     bool HasChildList(const void*) const override { return true; }
+
+    std::string Path(const void* node) const override {
+        icu::UnicodeString path;
+        for (const DOMNode* current = &AsDom(node); current != nullptr; current = current->getParentNode()) {
+            if (current->getLocalName() == nullptr)
+                continue;
+            const icu::UnicodeString name(current->getLocalName());
+            path = path.isEmpty() ? name : name + u'/' + path;
+        }
+        std::string narrow;
+        return path.toUTF8String(narrow);
+    }
 
     // By sibling: every access by index walks the list from its start.
     bool NextChild(const void* node, ChildPosition& position, const void*& child) const override {

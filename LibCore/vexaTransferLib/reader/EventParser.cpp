@@ -28,7 +28,8 @@ const char16_t* Known(const char16_t* uri) {
 } // namespace
 
 // The same as for the DOM: validation only where a grammar is named, namespaces, no schema.
-EventParser::EventParser(EventWalk& walk, HeldErrors& errors) : walk_(walk), errors_(errors) {
+EventParser::EventParser(EventWalk& walk, HeldErrors& errors, bool isWatched)
+    : walk_(walk), errors_(errors), isWatched_(isWatched) {
     setErrorHandler(&errors);
     // Without handlers the parser would keep its events to itself.
     setContentHandler(&handler_);
@@ -53,6 +54,7 @@ const char16_t* EventParser::NamespaceUri(unsigned int uriId) {
 }
 
 void EventParser::startDocument() {
+    SAX2XMLReaderImpl::startDocument();
     hasDocument_ = true;
 }
 
@@ -62,7 +64,8 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
                                const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) {
     if (isRoot)
         errors_.Release(); // No declaration can follow that would make the file one for the DOM.
-    if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(), {})) {
+    if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(),
+                           isWatched_ ? handler_.Place() : NodePlace())) {
         for (XMLSize_t i = 0; i < attributeCount; ++i)
             walk_.AddAttribute(attributes.elementAt(i)->getQName(), attributes.elementAt(i)->getValue());
         walk_.BeginContent();

@@ -9,6 +9,7 @@
 #include <vexaTransferLib/reader/HeldErrors.h>
 
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax/Locator.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
 
 #include <vector>
@@ -24,7 +25,8 @@ struct NeedsDom {};
 /// those costs nothing.
 class EventParser final : public xercesc::SAX2XMLReaderImpl {
 public:
-    EventParser(EventWalk& walk, HeldErrors& errors);
+    /// \param isWatched tells the walk where each element stands
+    EventParser(EventWalk& walk, HeldErrors& errors, bool isWatched);
 
     /// False after the parse of what could not be opened.
     bool HasDocument() const { return hasDocument_; }
@@ -47,11 +49,22 @@ public:
                      const bool hasExternalSubset) override;
 
 private:
+    // What the reader tells of itself, it tells a content handler.
+    class Handler final : public xercesc::DefaultHandler {
+    public:
+        void setDocumentLocator(const xercesc::Locator* const locator) override { locator_ = locator; }
+        NodePlace Place() const { return {locator_->getLineNumber(), locator_->getColumnNumber()}; }
+
+    private:
+        const xercesc::Locator* locator_ = nullptr;
+    };
+
     const char16_t* NamespaceUri(unsigned int uriId);
 
     EventWalk& walk_;
     HeldErrors& errors_;
-    xercesc::DefaultHandler handler_;
+    Handler handler_;
+    bool isWatched_;
     bool hasDocument_ = false;
     /// By the parser's numbers.
     std::vector<const char16_t*> namespaceUris_;

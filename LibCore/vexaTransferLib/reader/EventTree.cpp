@@ -59,7 +59,7 @@ struct EventTree::Node {
     Node* firstChild;
     Node* lastChild;
     Node* next;
-    Place place;
+    NodePlace place;
 };
 
 const EventTree::Node& EventTree::AsNode(const void* node) {
@@ -105,7 +105,7 @@ void EventTree::FinishText() {
     growing_ = nullptr;
 }
 
-void EventTree::StartElement(const char16_t* namespaceUri, const char16_t* localName, Place place) {
+void EventTree::StartElement(const char16_t* namespaceUri, const char16_t* localName, NodePlace place) {
     Node& node = Append(kElement);
     node.namespaceUri = namespaceUri;
     node.localName = localName;
@@ -207,6 +207,22 @@ bool EventTree::NextChild(const void* node, ChildPosition& position, const void*
     position.position = next;
     child = next;
     return true;
+}
+
+std::string EventTree::Path(const void* node) const {
+    icu::UnicodeString inner;
+    for (const Node* current = &AsNode(node); current != nullptr; current = current->parent)
+        inner = u'/' + icu::UnicodeString(current->localName) + inner;
+    icu::UnicodeString path;
+    for (const char16_t* name : outerNames_)
+        path.append(u'/').append(name, -1);
+    path.append(inner);
+    std::string narrow;
+    return path.tempSubString(1).toUTF8String(narrow);
+}
+
+NodePlace EventTree::Place(const void* node) const {
+    return AsNode(node).place;
 }
 
 } // namespace vexaTransferLib::reader

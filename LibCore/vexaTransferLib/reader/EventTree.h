@@ -50,10 +50,8 @@ private:
 /// processing instructions are nodes of their own.
 class EventTree final : public NodeSource {
 public:
-    struct Place {
-        std::size_t line = 0;
-        std::size_t column = 0;
-    };
+    /// \param outerNames the names of the elements around every tree, as they are when a path is asked for
+    explicit EventTree(const std::vector<const char16_t*>& outerNames) : outerNames_(outerNames) {}
 
     /// Forgets the tree.
     void Clear();
@@ -62,7 +60,7 @@ public:
     // Building. The first element is the root; the others go below the one that is open. Namespace and name
     // must outlive the tree; other texts are copied.
 
-    void StartElement(const char16_t* namespaceUri, const char16_t* localName, Place place);
+    void StartElement(const char16_t* namespaceUri, const char16_t* localName, NodePlace place);
     void AddAttribute(const char16_t* qualifiedName, const char16_t* value);
     void AddText(std::u16string_view text);
     void AddCData(std::u16string_view text);
@@ -83,6 +81,8 @@ public:
     bool TextContent(const void* node, icu::UnicodeString& out) const override;
     bool HasChildList(const void* node) const override;
     bool NextChild(const void* node, ChildPosition& position, const void*& child) const override;
+    std::string Path(const void* node) const override;
+    NodePlace Place(const void* node) const override;
 
 private:
     struct AttributeNode;
@@ -93,6 +93,7 @@ private:
     const char16_t* Copy(std::u16string_view text);
     void FinishText();
 
+    const std::vector<const char16_t*>& outerNames_;
     Arena arena_;
     Node* root_ = nullptr;
     Node* open_ = nullptr;

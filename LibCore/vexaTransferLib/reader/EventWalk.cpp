@@ -6,23 +6,34 @@
 namespace vexaTransferLib::reader {
 
 // A failure behind a guard costs the child; any other ends the reading.
-template <class Read>
-bool EventWalk::Try(Read read) {
+template <class Read, class Refuse>
+void EventWalk::Try(Read read, Refuse refuse) {
     try {
-        if (readers_.empty()) {
+        if (readers_.empty())
             read();
-            return true;
-        }
-        return Guarded(*readers_.back(), read);
+        else
+            Guarded(*readers_.back().reader, read, refuse);
+    } catch (const ObserverStop&) {
+        throw;
     } catch (...) {
         failure_ = std::current_exception();
         state_ = State::kFailed;
-        return false;
     }
 }
 
-bool EventWalk::StartElement(const char16_t* namespaceUri, const char16_t* localName,
-                             EventTree::Place place) {
+template <class Read>
+void EventWalk::TryChild(const NodeView& child, Read read) {
+    Try(read, [&](const char* message) { context_.receipt.PassOver(child, kGpxRefused, message, true); });
+}
+
+void EventWalk::Enter(const NodeView& node, std::unique_ptr<ChildReader> reader) {
+    readers_.push_back({std::move(reader), {}});
+    if (context_.receipt.IsWanted())
+        readers_.back().ifRefused = Receipt::Describe(node, kGpxRefused, {}, true);
+    names_.push_back(node.LocalName());
+}
+
+bool EventWalk::StartElement(const char16_t* namespaceUri, const char16_t* localName, NodePlace place) {
     switch (state_) {
     case State::kBetween:
         tree_.Clear();
@@ -51,17 +62,17 @@ void EventWalk::BeginContent() {
 
 void EventWalk::BeginRoot(const NodeView& root) {
     rootSeen_ = true;
-    Try([&] {
+    TryChild(root, [&] {
         RequireGpxRoot(root);
-        readers_.push_back(EnterDocument(context_, root, document_));
+        Enter(root, EnterDocument(context_, root, document_));
     });
 }
 
 void EventWalk::BeginChild(const NodeView& child) {
     state_ = State::kPassing;
     passedDepth_ = 1;
-    Try([&] {
-        ChildReader& reader = *readers_.back();
+    TryChild(child, [&] {
+        ChildReader& reader = *readers_.back().reader;
         switch (reader.WayOf(child)) {
         case ChildReader::Way::kPassOver:
             break;
@@ -69,7 +80,7 @@ void EventWalk::BeginChild(const NodeView& child) {
             state_ = State::kInTree;
             break;
         case ChildReader::Way::kChildByChild:
-            readers_.push_back(reader.Enter(child));
+            Enter(child, reader.Enter(child));
             state_ = State::kBetween;
             break;
         }
@@ -78,12 +89,9 @@ void EventWalk::BeginChild(const NodeView& child) {
 
 void EventWalk::EndElement() {
     switch (state_) {
-    case State::kBetween: {
-        const std::unique_ptr<ChildReader> ended = std::move(readers_.back());
-        readers_.pop_back();
-        Try([&] { ended->Finish(); });
+    case State::kBetween:
+        EndReader();
         break;
-    }
     case State::kInTree:
         if (tree_.EndElement())
             EndWhole();
@@ -99,12 +107,23 @@ void EventWalk::EndElement() {
 
 void EventWalk::EndWhole() {
     state_ = State::kBetween;
-    Try([&] { readers_.back()->ReadWhole(tree_.Root()); });
+    TryChild(tree_.Root(), [&] { readers_.back().reader->ReadWhole(tree_.Root()); });
+}
+
+void EventWalk::EndReader() {
+    Open ended = std::move(readers_.back());
+    readers_.pop_back();
+    names_.pop_back();
+    Try([&] { ended.reader->Finish(); },
+        [&](const char* message) {
+            ended.ifRefused.message = message;
+            context_.receipt.Tell(ended.ifRefused);
+        });
 }
 
 void EventWalk::Finish() {
     if (!rootSeen_)
-        Try([] { RequireGpxRoot(NodeView()); });
+        TryChild(NodeView(), [] { RequireGpxRoot(NodeView()); });
     while (state_ != State::kFailed && !readers_.empty())
         EndElement();
 }

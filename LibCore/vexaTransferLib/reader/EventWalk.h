@@ -27,7 +27,7 @@ public:
     // The events. An element's attributes come between its start and its Begin.
 
     /// True when its attributes are wanted.
-    bool StartElement(const char16_t* namespaceUri, const char16_t* localName, EventTree::Place place);
+    bool StartElement(const char16_t* namespaceUri, const char16_t* localName, NodePlace place);
     void AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
         tree_.AddAttribute(qualifiedName, value);
     }
@@ -63,13 +63,24 @@ private:
     void BeginRoot(const NodeView& root);
     void BeginChild(const NodeView& child);
     void EndWhole();
+    void EndReader();
+    void Enter(const NodeView& node, std::unique_ptr<ChildReader> reader);
+    template <class Read, class Refuse>
+    void Try(Read read, Refuse refuse);
     template <class Read>
-    bool Try(Read read);
+    void TryChild(const NodeView& child, Read read);
+
+    struct Open {
+        std::unique_ptr<ChildReader> reader;
+        GpxPassedOver ifRefused; ///< for its end, where its node is gone; empty when nobody watches
+    };
 
     ReadContext& context_;
     GpxDocument& document_;
-    EventTree tree_;
-    std::vector<std::unique_ptr<ChildReader>> readers_;
+    /// The names of the elements that have a reader.
+    std::vector<const char16_t*> names_;
+    std::vector<Open> readers_;
+    EventTree tree_{names_};
     State state_ = State::kBetween;
     bool rootSeen_ = false;
     std::size_t passedDepth_ = 0;

@@ -2,10 +2,12 @@
 #include <vexaTransferLib/reader/GeocacheReader.h>
 
 #include <vexaTransferLib/reader/ChildGuard.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
+#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/NumberText.h>
 
+#include <charconv>
 #include <string>
 #include <utility>
 
@@ -39,40 +41,94 @@ constexpr TextElement<GpxGroundspeakCacheLog> kLogTexts[] = {
 };
 
 bool ReadCleanText(ReadContext& context, const NodeView& node, icu::UnicodeString& text) {
-    if (!ReadText(node, text))
+    if (!ReadText(context, node, text))
         return false;
     context.CleanText(text);
     return true;
 }
 
-// True when the child is one of the record's texts and has one.
 template <class Record, std::size_t Size>
-bool ReadTextOf(ReadContext& context, const NodeView& child, const TextElement<Record> (&elements)[Size],
-                Record& record) {
+const TextElement<Record>* FindText(const TextElement<Record> (&elements)[Size], const NodeView& child) {
     for (const TextElement<Record>& element : elements)
         if (Equals(child.LocalName(), element.name))
-            return ReadCleanText(context, child, record.*element.field);
-    return false;
+            return &element;
+    return nullptr;
+}
+
+// True when the child is one of the record's texts and has one.
+template <class Record, std::size_t Size>
+bool ReadTextOf(ReadContext& context, KeptElements& kept, const NodeView& child,
+                const TextElement<Record> (&elements)[Size], Record& record) {
+    const TextElement<Record>* const element = FindText(elements, child);
+    if (element == nullptr) {
+        context.receipt.Unknown(child);
+        return false;
+    }
+    if (!ReadCleanText(context, child, record.*element->field))
+        return false;
+    kept.Keep(element->name, child);
+    return true;
 }
 
 template <class Read>
-void ForEachGroundspeakChild(const NodeView& node, Read read) {
+void ForEachGroundspeakChild(ReadContext& context, const NodeView& node, Read read) {
     ForEachNamedChild(node, [&](const NodeView& child) {
         if (IsGroundspeak(child))
             read(child);
+        else
+            context.receipt.Foreign(child, "that of geocaches", true);
     });
+}
+
+void ReadLogId(ReadContext& context, const NodeView& node, GpxGroundspeakCacheLog& log) {
+    std::string id;
+    if (!ToNarrow(AttributeText(node, u"id"), id))
+        return;
+    log.id = text::ReadInt32(id.c_str());
+    long long whole = 0;
+    const char* const end = id.data() + id.size();
+    if (std::from_chars(id.data(), end, whole).ptr != end || whole != log.id)
+        context.receipt.PassOver(node, kGpxUnreadable, "Its id is not a number.", true);
 }
 
 bool ReadLog(ReadContext& context, const NodeView& node, GpxGroundspeakCache& cache) {
     GpxGroundspeakCacheLog log;
-    std::string id;
-    if (ToNarrow(AttributeText(node, u"id"), id))
-        log.id = text::ReadInt32(id.c_str());
-    ForEachGroundspeakChild(node, [&](const NodeView& child) { ReadTextOf(context, child, kLogTexts, log); });
-    if (log.date.isEmpty() || log.finder.isEmpty() || log.text.isEmpty())
+    ReadLogId(context, node, log);
+    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
+    ForEachGroundspeakChild(context, node,
+                            [&](const NodeView& child) { ReadTextOf(context, kept, child, kLogTexts, log); });
+    if (log.date.isEmpty() || log.finder.isEmpty() || log.text.isEmpty()) {
+        context.receipt.PassOver(node, kGpxIncomplete, "A log without date, finder or text is not kept.",
+                                 true);
         return false;
+    }
     cache.logs.push_back(std::move(log));
     return true;
+}
+
+bool ReadTravelBug(ReadContext& context, const NodeView& travelBug, GpxGroundspeakCache& cache) {
+    bool found = false;
+    ForEachGroundspeakChild(context, travelBug, [&](const NodeView& child) {
+        icu::UnicodeString name;
+        if (!Equals(child.LocalName(), u"name")) {
+            context.receipt.Unknown(child);
+        } else if (ReadCleanText(context, child, name)) {
+            cache.travelbugs.push_back(name);
+            found = true;
+        }
+    });
+    if (!found)
+        context.receipt.PassOver(travelBug, kGpxIncomplete, "A travel bug without a name is not kept.", true);
+    return found;
+}
+
+// Unlike the rest of the extensions, only the first counts.
+void TellOtherGeocache(ReadContext& context, const NodeView& child, bool isRead) {
+    if (!IsGroundspeak(child))
+        context.receipt.Foreign(child, "that of geocaches", true);
+    else if (isRead)
+        context.receipt.PassOver(child, kGpxReplaced, "The geocache before it is the one that is read.",
+                                 true);
 }
 
 } // namespace
@@ -86,32 +142,47 @@ bool IsGroundspeak(const NodeView& node) {
 
 bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions,
                                 GpxGroundspeakCache& cache) {
+    bool isRead = false;
+    bool found = false;
     ChildWalk children(extensions);
-    for (NodeView child; children.Next(child);)
-        if (Equals(child.LocalName(), u"cache") && IsGroundspeak(child))
-            return ReadGeocache(context, child, cache);
-    return false;
+    for (NodeView child; children.Next(child);) {
+        if (!Equals(child.LocalName(), u"cache"))
+            continue;
+        if (isRead || !IsGroundspeak(child)) {
+            TellOtherGeocache(context, child, isRead);
+            continue;
+        }
+        isRead = true;
+        found = ReadGeocache(context, child, cache);
+    }
+    return found;
 }
 
 // Logs and travel bugs alone do not make a geocache.
 bool ReadGeocache(ReadContext& context, const NodeView& node, GpxGroundspeakCache& cache) {
     cache.Clear();
     bool found = false;
-    ForEachGroundspeakChild(node, [&](const NodeView& child) {
+    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
+    ForEachGroundspeakChild(context, node, [&](const NodeView& child) {
         if (Equals(child.LocalName(), u"logs"))
             ReadGeocacheLogs(context, child, cache);
         else if (Equals(child.LocalName(), u"travelbugs"))
             ReadTravelBugs(context, child, cache);
-        else if (ReadTextOf(context, child, kCacheTexts, cache))
+        else if (ReadTextOf(context, kept, child, kCacheTexts, cache))
             found = true;
     });
+    if (!found && !(cache.logs.empty() && cache.travelbugs.empty()))
+        context.receipt.PassOver(node, kGpxIncomplete,
+                                 "A geocache with nothing but logs and travel bugs is not kept.", true);
     return found;
 }
 
 bool ReadGeocacheLogs(ReadContext& context, const NodeView& logs, GpxGroundspeakCache& cache) {
     bool found = false;
-    ForEachGroundspeakChild(logs, [&](const NodeView& child) {
-        if (Equals(child.LocalName(), u"log") && child.HasChildList())
+    ForEachGroundspeakChild(context, logs, [&](const NodeView& child) {
+        if (!Equals(child.LocalName(), u"log"))
+            context.receipt.Unknown(child);
+        else if (child.HasChildList())
             found = ReadLog(context, child, cache) || found;
     });
     return found;
@@ -119,16 +190,11 @@ bool ReadGeocacheLogs(ReadContext& context, const NodeView& logs, GpxGroundspeak
 
 bool ReadTravelBugs(ReadContext& context, const NodeView& travelBugs, GpxGroundspeakCache& cache) {
     bool found = false;
-    ForEachGroundspeakChild(travelBugs, [&](const NodeView& travelBug) {
-        if (!Equals(travelBug.LocalName(), u"travelbug"))
-            return;
-        ForEachGroundspeakChild(travelBug, [&](const NodeView& child) {
-            icu::UnicodeString name;
-            if (Equals(child.LocalName(), u"name") && ReadCleanText(context, child, name)) {
-                cache.travelbugs.push_back(name);
-                found = true;
-            }
-        });
+    ForEachGroundspeakChild(context, travelBugs, [&](const NodeView& child) {
+        if (Equals(child.LocalName(), u"travelbug"))
+            found = ReadTravelBug(context, child, cache) || found;
+        else
+            context.receipt.Unknown(child);
     });
     return found;
 }

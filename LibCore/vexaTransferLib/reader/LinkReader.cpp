@@ -2,7 +2,8 @@
 #include <vexaTransferLib/reader/LinkReader.h>
 
 #include <vexaTransferLib/reader/ChildGuard.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
+#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/ToldValues.h>
 
 #include <utility>
 
@@ -13,25 +14,33 @@ namespace {
 constexpr ChildMessages kMessages = {"Unable to read GPX link child elements.",
                                      "Unable to read a GPX link child node."};
 
-void ReadLinkChild(const NodeView& child, GpxUrl& link) {
+void ReadLinkChild(ReadContext& context, KeptElements& kept, const NodeView& child, GpxUrl& link) {
     icu::UnicodeString text;
     if (Equals(child.LocalName(), u"text")) {
-        if (ReadText(child, text))
+        if (ReadText(context, child, text)) {
             link.SetUrlText(text);
+            kept.Keep(u"text", child);
+        }
     } else if (Equals(child.LocalName(), u"type")) {
-        if (ReadText(child, text))
+        if (ReadText(context, child, text)) {
             link.SetUrlType(text);
+            kept.Keep(u"type", child);
+        }
+    } else {
+        context.receipt.Unknown(child);
     }
 }
 
 } // namespace
 
-void ReadLink(const NodeView& node, GpxUrl& link) {
+void ReadLink(ReadContext& context, const NodeView& node, GpxUrl& link) {
     icu::UnicodeString href;
     dbc::Ensure(ReadTextAttribute(node, u"href", href), text::kGpxParserSource,
                 "A link element was missing the href attribute.");
     GpxUrl read(href);
-    ForEachGuardedChild(node, kMessages, [&](const NodeView& child) { ReadLinkChild(child, read); });
+    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
+    ForEachGuardedChild(context, node, kMessages,
+                        [&](const NodeView& child) { ReadLinkChild(context, kept, child, read); });
     link = std::move(read);
 }
 

@@ -12,6 +12,6 @@
 namespace vexaTransferLib::reader {
 
 /// Reads a GPX 1.1 `link`; see GpxParser::ParseLinkNode.
-void ReadLink(const NodeView& node, GpxUrl& link);
+void ReadLink(ReadContext& context, const NodeView& node, GpxUrl& link);
 
 } // namespace vexaTransferLib::reader

@@ -7,6 +7,10 @@
 
 #include <unicode/unistr.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
 namespace vexaTransferLib::reader {
 
 class NodeView;
@@ -16,6 +20,12 @@ class NodeView;
 struct ChildPosition {
     const void* position = nullptr;
     std::size_t index = 0;
+};
+
+/// Where an element's start tag ends, from 1; zeros when that is not known.
+struct NodePlace {
+    std::uint64_t line = 0;
+    std::uint64_t column = 0;
 };
 
 /// One kind of tree behind the node view. Nodes are handles that only their source understands; none is null.
@@ -40,6 +50,12 @@ public:
     /// Moves to the next child, from the start for a fresh position; false after the last. \p child is null
     /// for an entry that is missing.
     virtual bool NextChild(const void* node, ChildPosition& position, const void*& child) const = 0;
+
+    // For a host that watches: these may cost, and a source need not know.
+
+    /// Local names from the root of the file to an element, with slashes between them, in UTF-8.
+    virtual std::string Path(const void*) const { return {}; }
+    virtual NodePlace Place(const void*) const { return {}; }
 };
 
 /// A node of any source; null by default. Two pointers: copy it.
@@ -59,6 +75,8 @@ public:
     }
     const char16_t* FirstChildText() const { return IsNull() ? nullptr : source_->FirstChildText(node_); }
     bool TextContent(icu::UnicodeString& out) const { return !IsNull() && source_->TextContent(node_, out); }
+    std::string Path() const { return IsNull() ? std::string() : source_->Path(node_); }
+    NodePlace Place() const { return IsNull() ? NodePlace() : source_->Place(node_); }
     bool HasChildList() const { return !IsNull() && source_->HasChildList(node_); }
 
 private:

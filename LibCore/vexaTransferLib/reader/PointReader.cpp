@@ -4,7 +4,8 @@
 #include <vexaTransferLib/reader/ChildGuard.h>
 #include <vexaTransferLib/reader/CommonElements.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
+#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 
 #include <utility>
@@ -22,98 +23,138 @@ struct PointChild {
     const GpxVersion& version;
     const NodeView& node;
     GpxPoint& point;
+    KeptElements& kept;
 };
 
 template <void (GpxPoint::*Set)(double)>
-void ReadNumberInto(const PointChild& child) {
+bool ReadNumberInto(const PointChild& child) {
     double value = 0.0;
-    if (ReadDouble(child.node, value))
-        (child.point.*Set)(value);
+    if (!ReadDouble(child.context, child.node, value))
+        return false;
+    (child.point.*Set)(value);
+    return true;
 }
 
 template <void (GpxPoint::*Set)(const icu::UnicodeString&)>
-void ReadTextInto(const PointChild& child) {
+bool ReadTextInto(const PointChild& child) {
     icu::UnicodeString text;
-    if (ReadText(child.node, text))
-        (child.point.*Set)(text);
+    if (!ReadText(child.context, child.node, text))
+        return false;
+    (child.point.*Set)(text);
+    return true;
 }
 
-void ReadPointTime(const PointChild& child) {
+bool ReadPointTime(const PointChild& child) {
     double time = 0.0;
-    if (ReadTime(child.node, time))
-        child.point.SetTime(time);
+    if (!ReadTime(child.context, child.node, time))
+        return false;
+    child.point.SetTime(time);
+    return true;
 }
 
-void ReadPointFix(const PointChild& child) {
+bool ReadPointFix(const PointChild& child) {
     GpxFix fix = kGpxFixNone;
-    if (ReadFix(child.node, fix))
-        child.point.SetFix(fix);
+    if (!ReadFix(child.context, child.node, fix))
+        return false;
+    child.point.SetFix(fix);
+    return true;
 }
 
 void ReadGeocacheInto(const PointChild& child) {
     GpxGroundspeakCache cache;
-    if (ReadGeocache(child.context, child.node, cache))
-        child.point.SetGroundspeakCache(cache);
+    if (!ReadGeocache(child.context, child.node, cache))
+        return;
+    child.point.SetGroundspeakCache(cache);
+    child.kept.Keep(u"cache", child.node);
 }
 
 void ReadRoutePointExtensions(const PointChild& child) {
     TarvikRoutePointType type = kTarvikRoutePointStart;
-    if (ReadRoutePointType(child.node, type))
-        child.point.SetTarvikRoutePointType(type);
+    if (!ReadRoutePointType(child.context, child.node, type))
+        return;
+    child.point.SetTarvikRoutePointType(type);
+    child.kept.Keep(u"routePointType", child.node);
 }
 
 void ReadWaypointExtensions(const PointChild& child) {
     GpxGroundspeakCache cache;
-    if (ReadGeocacheFromExtensions(child.context, child.node, cache))
+    if (ReadGeocacheFromExtensions(child.context, child.node, cache)) {
         child.point.SetGroundspeakCache(cache);
-    ReadWaypointData(child.context, child.node, child.point);
+        child.kept.Keep(u"cache", child.node);
+    }
+    ReadWaypointData(child.context, child.kept, child.node, child.point);
 }
 
-void ReadExtensions(const PointChild& child) {
+// Keeps account of the fields itself: one element fills several.
+bool ReadExtensions(const PointChild& child) {
     if (child.version.IsGpx10())
-        return;
-    if (child.point.GetPointType() == kGpxRoutePoint)
+        child.context.receipt.OtherVersion(child.node, child.version);
+    else if (child.point.GetPointType() == kGpxRoutePoint)
         ReadRoutePointExtensions(child);
     else if (child.point.GetPointType() == kGpxWaypoint)
         ReadWaypointExtensions(child);
+    else
+        child.context.receipt.PassOver(child.node, kGpxUnknownElement,
+                                       "The library does not keep the extensions of track points.", false);
+    return false;
 }
 
 struct PointElement {
     const char16_t* name;
-    void (*read)(const PointChild&);
+    const char16_t* field;
+    /// True when the field has the element's value.
+    bool (*read)(const PointChild&);
 };
 
 // The most frequent first: a track point rarely has more than the first two.
 constexpr PointElement kElements[] = {
-    {u"ele", ReadNumberInto<&GpxPoint::SetElevation>},
-    {u"time", ReadPointTime},
-    {u"magvar", ReadNumberInto<&GpxPoint::SetMagneticVariation>},
-    {u"geoidheight", ReadNumberInto<&GpxPoint::SetGeoidHeight>},
-    {u"name", ReadTextInto<&GpxPoint::SetName>},
-    {u"cmt", [](const PointChild& child) { ReadCommentAsDescription(child.node, child.point); }},
-    {u"desc", [](const PointChild& child) { ReadDescription(child.node, child.point); }},
-    {u"src", ReadTextInto<&GpxPoint::SetSource>},
-    {u"link", [](const PointChild& child) { ReadLinkElement(child.version, child.node, child.point); }},
-    {u"url", [](const PointChild& child) { ReadUrlElement(child.version, child.node, child.point); }},
-    {u"urlname", [](const PointChild& child) { ReadUrlNameElement(child.version, child.node, child.point); }},
-    {u"sym", ReadTextInto<&GpxPoint::SetSymbol>},
-    {u"type", ReadTextInto<&GpxPoint::SetType>},
-    {u"fix", ReadPointFix},
-    {u"extensions", ReadExtensions},
+    {u"ele", u"ele", ReadNumberInto<&GpxPoint::SetElevation>},
+    {u"time", u"time", ReadPointTime},
+    {u"magvar", u"magvar", ReadNumberInto<&GpxPoint::SetMagneticVariation>},
+    {u"geoidheight", u"geoidheight", ReadNumberInto<&GpxPoint::SetGeoidHeight>},
+    {u"name", u"name", ReadTextInto<&GpxPoint::SetName>},
+    {u"cmt", u"desc",
+     [](const PointChild& c) { return ReadCommentAsDescription(c.context, c.node, c.point); }},
+    {u"desc", u"desc",
+     [](const PointChild& c) { return ReadDescription(c.context, c.kept, c.node, c.point); }},
+    {u"src", u"src", ReadTextInto<&GpxPoint::SetSource>},
+    {u"link", u"url",
+     [](const PointChild& c) { return ReadLinkElement(c.context, c.version, c.node, c.point); }},
+    {u"url", u"url",
+     [](const PointChild& c) { return ReadUrlElement(c.context, c.version, c.node, c.point); }},
+    {u"urlname", u"urlname",
+     [](const PointChild& c) { return ReadUrlNameElement(c.context, c.version, c.node, c.point); }},
+    {u"sym", u"sym", ReadTextInto<&GpxPoint::SetSymbol>},
+    {u"type", u"type", ReadTextInto<&GpxPoint::SetType>},
+    {u"fix", u"fix", ReadPointFix},
+    {u"extensions", u"extensions", ReadExtensions},
 };
+
+const PointElement* FindElement(const char16_t* name) {
+    for (const PointElement& element : kElements)
+        if (Equals(name, element.name))
+            return &element;
+    return nullptr;
+}
+
+void ReadStandardChild(const PointChild& child) {
+    const PointElement* const element = FindElement(child.node.LocalName());
+    if (element == nullptr)
+        child.context.receipt.Unknown(child.node);
+    else if (element->read(child))
+        child.kept.Keep(element->field, child.node);
+}
 
 void ReadPointChild(const PointChild& child) {
     const char16_t* const name = child.node.LocalName();
-    if (IsStandard(child.version, child.node)) {
-        for (const PointElement& element : kElements) {
-            if (Equals(name, element.name)) {
-                element.read(child);
-                return;
-            }
-        }
-    } else if (IsGroundspeak(child.node) && Equals(name, u"cache")) {
+    if (IsStandard(child.version, child.node))
+        ReadStandardChild(child);
+    else if (!IsGroundspeak(child.node))
+        TellForeignToGpx(child.context.receipt, child.version, child.node, FindElement(name) != nullptr);
+    else if (Equals(name, u"cache"))
         ReadGeocacheInto(child);
-    }
+    else
+        child.context.receipt.Unknown(child.node);
 }
 
 } // namespace
@@ -130,8 +171,9 @@ void ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType typ
     dbc::Ensure(ReadDoubleAttribute(node, u"lon", longitude), text::kGpxParserSource,
                 "Unable to read a GPX point's longitude.");
     GpxPoint read(type, latitude, longitude);
-    ForEachGuardedChild(node, kMessages, [&](const NodeView& child) {
-        ReadPointChild({context, version, child, read});
+    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
+    ForEachGuardedChild(context, node, kMessages, [&](const NodeView& child) {
+        ReadPointChild({context, version, child, read, kept});
     });
     point = std::move(read);
 }

@@ -5,6 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/reader/Receipt.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
 #include <unicode/unistr.h>
@@ -14,11 +15,14 @@ namespace vexaTransferLib::reader {
 /// What the node readers share during one public operation of the parser.
 class ReadContext {
 public:
+    /// \param observer told what is passed over; null for silence
+    explicit ReadContext(GpxReadObserver* observer = nullptr) : receipt(observer) {}
     virtual ~ReadContext() = default;
 
     /// Cleans a geocache text in place; never throws.
     virtual void CleanText(icu::UnicodeString& text) = 0;
 
+    Receipt receipt;
     /// Made on first use: most files hold no vendor number.
     text::UsNumberFormat numberFormat;
 };

@@ -2,8 +2,9 @@
 #include <vexaTransferLib/reader/RouteReader.h>
 
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/reader/KeptElements.h>
 #include <vexaTransferLib/reader/PointReader.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
+#include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/ContractSources.h>
 
@@ -27,26 +28,53 @@ public:
     const char* MissingChildMessage() const override { return "Unable to read a GPX route child node."; }
 
     Way WayOf(const NodeView& child) override {
-        return child.LocalName() != nullptr && IsStandard(version_, child) ? Way::kWhole : Way::kPassOver;
+        if (child.LocalName() == nullptr)
+            return Way::kPassOver;
+        if (IsStandard(version_, child))
+            return Way::kWhole;
+        TellForeignToGpx(context_.receipt, version_, child,
+                         Equals(child.LocalName(), u"rtept") || FieldOf(child) != nullptr);
+        return Way::kPassOver;
     }
 
     void ReadWhole(const NodeView& child) override {
-        const char16_t* const name = child.LocalName();
-        if (Equals(name, u"rtept"))
+        if (Equals(child.LocalName(), u"rtept"))
             ReadRoutePoint(child);
-        else if (Equals(name, u"name"))
-            ReadText(child, name_);
-        else if (Equals(name, u"src"))
-            ReadText(child, source_);
-        else if (version_.IsGpx11() && Equals(name, u"type"))
-            ReadText(child, type_);
-        else if (version_.IsGpx11() && Equals(name, u"extensions"))
-            ReadRouteType(child, routeType_);
+        else if (const char16_t* const field = FieldOf(child); field == nullptr)
+            context_.receipt.Unknown(child);
+        else if (route_)
+            context_.receipt.PassOver(child, kGpxOutOfOrder, "It stands behind the first route point.", true);
+        else if (ReadField(child))
+            kept_.Keep(field, child);
     }
 
     void Finish() override { document_.AddRoute(std::move(Route())); }
 
 private:
+    /// The name, when it is that of something other than a point that a route has.
+    static const char16_t* FieldOf(const NodeView& child) {
+        for (const char16_t* field : {u"name", u"src", u"type", u"extensions"})
+            if (Equals(child.LocalName(), field))
+                return field;
+        return nullptr;
+    }
+
+    /// True when the route will have the element's value.
+    bool ReadField(const NodeView& child) {
+        const char16_t* const name = child.LocalName();
+        if (Equals(name, u"name"))
+            return ReadText(context_, child, name_);
+        if (Equals(name, u"src"))
+            return ReadText(context_, child, source_);
+        if (version_.IsGpx10()) {
+            context_.receipt.OtherVersion(child, version_);
+            return false;
+        }
+        if (Equals(name, u"type"))
+            return ReadText(context_, child, type_);
+        return ReadRouteType(context_, child, routeType_);
+    }
+
     GpxRoute& Route() {
         if (!route_) {
             GpxRoute route(routeType_);
@@ -76,6 +104,7 @@ private:
     icu::UnicodeString type_;
     TarvikRouteType routeType_ = kTarvikRouteStandard;
     std::optional<GpxRoute> route_;
+    KeptElements kept_{context_.receipt, KeptElements::Elements::kGo};
 };
 
 } // namespace
@@ -87,7 +116,7 @@ std::unique_ptr<ChildReader> EnterRoute(ReadContext& context, const GpxVersion& 
 }
 
 void ReadRoute(ReadContext& context, const GpxVersion& version, const NodeView& node, GpxDocument& document) {
-    ReadChildren(*EnterRoute(context, version, node, document), node);
+    ReadChildren(context, *EnterRoute(context, version, node, document), node);
 }
 
 } // namespace vexaTransferLib::reader

@@ -3,13 +3,16 @@
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/reader/CommonElements.h>
+#include <vexaTransferLib/reader/KeptElements.h>
 #include <vexaTransferLib/reader/PointReader.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
+#include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/ContractSources.h>
 
 #include <common/dbc.h>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vexaTransferLib::reader {
@@ -22,37 +25,56 @@ struct TrackChild {
     const GpxVersion& version;
     const NodeView& node;
     GpxTrack& track;
+    KeptElements& kept;
 };
 
 template <void (GpxTrack::*Set)(const icu::UnicodeString&)>
-void ReadTextInto(const TrackChild& child) {
+bool ReadTextInto(const TrackChild& child) {
     icu::UnicodeString text;
-    if (ReadText(child.node, text))
-        (child.track.*Set)(text);
+    if (!ReadText(child.context, child.node, text))
+        return false;
+    (child.track.*Set)(text);
+    return true;
 }
 
-void ReadTrackType(const TrackChild& child) {
+bool ReadTrackType(const TrackChild& child) {
     if (child.version.IsGpx11())
-        ReadTextInto<&GpxTrack::SetType>(child);
+        return ReadTextInto<&GpxTrack::SetType>(child);
+    child.context.receipt.OtherVersion(child.node, child.version);
+    return false;
 }
 
 struct TrackElement {
     const char16_t* name;
-    void (*read)(const TrackChild&);
+    const char16_t* field;
+    /// True when the field has the element's value.
+    bool (*read)(const TrackChild&);
 };
 
 // Unlike those of points, the extensions of a track are read in GPX 1.0 too.
 constexpr TrackElement kElements[] = {
-    {u"name", ReadTextInto<&GpxTrack::SetName>},
-    {u"cmt", [](const TrackChild& c) { ReadCommentAsDescription(c.node, c.track); }},
-    {u"desc", [](const TrackChild& c) { ReadDescription(c.node, c.track); }},
-    {u"src", ReadTextInto<&GpxTrack::SetSource>},
-    {u"extensions", [](const TrackChild& c) { ReadTrackData(c.context, c.node, c.track); }},
-    {u"link", [](const TrackChild& c) { ReadLinkElement(c.version, c.node, c.track); }},
-    {u"url", [](const TrackChild& c) { ReadUrlElement(c.version, c.node, c.track); }},
-    {u"urlname", [](const TrackChild& c) { ReadUrlNameElement(c.version, c.node, c.track); }},
-    {u"type", ReadTrackType},
+    {u"name", u"name", ReadTextInto<&GpxTrack::SetName>},
+    {u"cmt", u"desc",
+     [](const TrackChild& c) { return ReadCommentAsDescription(c.context, c.node, c.track); }},
+    {u"desc", u"desc",
+     [](const TrackChild& c) { return ReadDescription(c.context, c.kept, c.node, c.track); }},
+    {u"src", u"src", ReadTextInto<&GpxTrack::SetSource>},
+    {u"extensions", u"color", [](const TrackChild& c) { return ReadTrackData(c.context, c.node, c.track); }},
+    {u"link", u"url",
+     [](const TrackChild& c) { return ReadLinkElement(c.context, c.version, c.node, c.track); }},
+    {u"url", u"url",
+     [](const TrackChild& c) { return ReadUrlElement(c.context, c.version, c.node, c.track); }},
+    {u"urlname", u"urlname",
+     [](const TrackChild& c) { return ReadUrlNameElement(c.context, c.version, c.node, c.track); }},
+    {u"type", u"type", ReadTrackType},
 };
+
+const TrackElement* FindElement(const char16_t* name) {
+    const auto* const found =
+        std::find_if(std::begin(kElements), std::end(kElements),
+                     [&](const TrackElement& element) { return Equals(name, element.name); });
+    return found != std::end(kElements) ? found : nullptr;
+}
 
 class SegmentReader final : public ChildReader {
 public:
@@ -65,8 +87,11 @@ public:
     }
 
     Way WayOf(const NodeView& child) override {
-        const bool isPoint = Equals(child.LocalName(), u"trkpt") && IsStandard(version_, child);
-        return isPoint ? Way::kWhole : Way::kPassOver;
+        const bool isPoint = Equals(child.LocalName(), u"trkpt");
+        if (isPoint && IsStandard(version_, child))
+            return Way::kWhole;
+        PassOver(child, isPoint);
+        return Way::kPassOver;
     }
 
     void ReadWhole(const NodeView& child) override {
@@ -78,6 +103,15 @@ public:
     void Finish() override {}
 
 private:
+    void PassOver(const NodeView& child, bool isPoint) {
+        if (child.LocalName() == nullptr || !context_.receipt.IsWanted())
+            return;
+        if (IsStandard(version_, child))
+            context_.receipt.Unknown(child);
+        else
+            TellForeignToGpx(context_.receipt, version_, child, isPoint);
+    }
+
     ReadContext& context_;
     const GpxVersion version_;
     GpxTrack& track_;
@@ -100,9 +134,15 @@ public:
     const char* MissingChildMessage() const override { return "Unable to read a GPX track child node."; }
 
     Way WayOf(const NodeView& child) override {
-        if (child.LocalName() == nullptr || !IsStandard(version_, child))
+        const char16_t* const name = child.LocalName();
+        if (name == nullptr)
             return Way::kPassOver;
-        return Equals(child.LocalName(), u"trkseg") ? Way::kChildByChild : Way::kWhole;
+        if (!IsStandard(version_, child)) {
+            TellForeignToGpx(context_.receipt, version_, child,
+                             Equals(name, u"trkseg") || FindElement(name) != nullptr);
+            return Way::kPassOver;
+        }
+        return Equals(name, u"trkseg") ? Way::kChildByChild : Way::kWhole;
     }
 
     std::unique_ptr<ChildReader> Enter(const NodeView& child) override {
@@ -110,12 +150,11 @@ public:
     }
 
     void ReadWhole(const NodeView& child) override {
-        for (const TrackElement& element : kElements) {
-            if (Equals(child.LocalName(), element.name)) {
-                element.read({context_, version_, child, track_});
-                return;
-            }
-        }
+        const TrackElement* const element = FindElement(child.LocalName());
+        if (element == nullptr)
+            context_.receipt.Unknown(child);
+        else if (element->read({context_, version_, child, track_, kept_}))
+            kept_.Keep(element->field, child);
     }
 
     void Finish() override { document_.AddTrack(std::move(track_)); }
@@ -125,6 +164,7 @@ private:
     const GpxVersion version_;
     GpxDocument& document_;
     GpxTrack track_;
+    KeptElements kept_{context_.receipt, KeptElements::Elements::kGo};
 };
 
 } // namespace
@@ -136,11 +176,11 @@ std::unique_ptr<ChildReader> EnterTrack(ReadContext& context, const GpxVersion& 
 }
 
 void ReadTrack(ReadContext& context, const GpxVersion& version, const NodeView& node, GpxDocument& document) {
-    ReadChildren(*EnterTrack(context, version, node, document), node);
+    ReadChildren(context, *EnterTrack(context, version, node, document), node);
 }
 
 void ReadSegment(ReadContext& context, const GpxVersion& version, const NodeView& node, GpxTrack& track) {
-    ReadChildren(*EnterSegment(context, version, node, track), node);
+    ReadChildren(context, *EnterSegment(context, version, node, track), node);
 }
 
 } // namespace vexaTransferLib::reader

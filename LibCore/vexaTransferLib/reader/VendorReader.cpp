@@ -4,7 +4,7 @@
 #include <vexaTransferLib/GpxUtils.h>
 #include <vexaTransferLib/reader/ChildGuard.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
+#include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
 #include <boost/make_shared.hpp>
@@ -21,18 +21,34 @@ namespace {
 constexpr ChildMessages kMessages = {"Unable to read GPX extension child elements.",
                                      "Unable to read a GPX extension child node."};
 
+template <std::size_t Size>
+std::size_t FindType(ReadContext& context, const NodeView& child,
+                     const std::array<std::string_view, Size>& texts) {
+    std::string text;
+    const bool isRead = ReadText(child, text);
+    context.receipt.CheckText(child);
+    const auto match = std::find(texts.begin() + 1, texts.end(), text);
+    if (isRead && match != texts.end())
+        return static_cast<std::size_t>(match - texts.begin());
+    context.receipt.NoSuchValue(child, "a type that the library knows");
+    return 0;
+}
+
 template <class Type, std::size_t Size>
-bool ReadType(const NodeView& extensions, const char16_t* name,
+bool ReadType(ReadContext& context, const NodeView& extensions, const char16_t* name,
               const std::array<std::string_view, Size>& texts, Type& type) {
     std::size_t found = 0;
-    ForEachGuardedChild(extensions, kMessages, [&](const NodeView& child) {
-        std::string text;
-        if (!Equals(child.NamespaceUri(), text::kTarvikNamespace) || !Equals(child.LocalName(), name) ||
-            !ReadText(child, text))
+    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
+    ForEachGuardedChild(context, extensions, kMessages, [&](const NodeView& child) {
+        if (!Equals(child.NamespaceUri(), text::kTarvikNamespace) || !Equals(child.LocalName(), name)) {
+            context.receipt.Unknown(child);
             return;
-        const auto match = std::find(texts.begin() + 1, texts.end(), text);
-        if (match != texts.end())
-            found = static_cast<std::size_t>(match - texts.begin());
+        }
+        const std::size_t match = FindType(context, child, texts);
+        if (match == 0)
+            return;
+        found = match;
+        kept.Keep(name, child);
     });
     if (found != 0)
         type = static_cast<Type>(found);
@@ -45,91 +61,147 @@ bool IsExtensions(const NodeView& node) {
            Equals(node.LocalName(), u"extensions");
 }
 
-void ReadFormString(const NodeView& node, GpxPoint& point) {
-    icu::UnicodeString key;
-    if (!ReadTextAttribute(node, u"key", key))
-        return;
+double ReadModTime(ReadContext& context, const NodeView& node) {
     double modTime = 0.0;
     std::string time;
-    if (ToNarrow(AttributeText(node, u"modtime"), time))
-        ParseGpxTime(time, modTime);
+    if (ToNarrow(AttributeText(node, u"modtime"), time) && !ParseGpxTime(time, modTime))
+        context.receipt.PassOver(node, kGpxUnreadable, "Its modtime is not a time.", true);
+    return modTime;
+}
+
+void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point) {
+    icu::UnicodeString key;
+    if (!ReadTextAttribute(node, u"key", key)) {
+        context.receipt.PassOver(node, kGpxIncomplete, "A form field without a key is not kept.", true);
+        return;
+    }
+    const double modTime = ReadModTime(context, node);
     icu::UnicodeString value;
-    ReadText(node, value);
+    ReadText(context, node, value);
+    if (context.receipt.IsWanted() && GpxModelAccess::GetFormAttributes(point).count(key) != 0)
+        context.receipt.PassOver(node, kGpxReplaced, "It replaces an earlier form field with the same key.",
+                                 true);
     point.SetFormAttribute(key, value, modTime);
 }
 
-void ReadFormData(const NodeView& form, GpxPoint& point) {
+void ReadFormData(ReadContext& context, const NodeView& form, GpxPoint& point) {
     ForEachNamedChild(form, [&](const NodeView& child) {
         if (Equals(child.LocalName(), u"formstring"))
-            ReadFormString(child, point);
+            ReadFormString(context, child, point);
+        else
+            context.receipt.Unknown(child);
     });
+}
+
+// Half a number is read as what it begins with, and none as 0.
+std::int32_t ReadInteger(ReadContext& context, const NodeView& node, const icu::UnicodeString& text) {
+    const std::int32_t number = context.numberFormat.ParseInteger(text);
+    if (context.receipt.IsWanted() && context.numberFormat.Format(number) != text &&
+        icu::UnicodeString(std::to_string(number).c_str()) != text)
+        context.receipt.NoSuchValue(node, "a whole number");
+    return number;
+}
+
+// True when the child is one of the vendor's data of a waypoint.
+bool ReadWaypointDatum(ReadContext& context, KeptElements& kept, const NodeView& child, GpxPoint& point) {
+    icu::UnicodeString text;
+    if (Equals(child.LocalName(), u"tovasymbol")) {
+        if (ReadText(context, child, text)) {
+            GpxModelAccess::SetSymbolNumber(point, ReadInteger(context, child, text));
+            kept.Keep(u"tovasymbol", child);
+        }
+        return true;
+    }
+    if (Equals(child.LocalName(), u"objectid")) {
+        if (ReadText(context, child, text)) {
+            GpxModelAccess::SetGUID(point, text);
+            kept.Keep(u"objectid", child);
+        }
+        return true;
+    }
+    return false;
+}
+
+// True when the child is one of the records' fields and has a value.
+bool ReadDocumentDatum(ReadContext& context, const NodeView& child, GISMetaData& layer,
+                       AnnotateMetaData& annotation) {
+    const char16_t* const name = child.LocalName();
+    icu::UnicodeString* const field = Equals(name, u"layerkey")       ? &layer.layerKey
+                                      : Equals(name, u"layername")    ? &layer.layerName
+                                      : Equals(name, u"form")         ? &layer.form
+                                      : Equals(name, u"waypointGUID") ? &annotation.waypointGUID
+                                      : Equals(name, u"trackGUID")    ? &annotation.trackGUID
+                                                                      : nullptr;
+    if (field != nullptr)
+        return ReadText(context, child, *field);
+    icu::UnicodeString text;
+    if (!Equals(name, u"defaultsymbol"))
+        context.receipt.Unknown(child);
+    else if (ReadText(context, child, text))
+        layer.defaultSymbol = ReadInteger(context, child, text);
+    return !text.isEmpty();
 }
 
 } // namespace
 
-bool ReadRouteType(const NodeView& extensions, TarvikRouteType& type) {
-    return ReadType(extensions, u"routeType", text::kRouteTypeTexts, type);
+bool ReadRouteType(ReadContext& context, const NodeView& extensions, TarvikRouteType& type) {
+    return ReadType(context, extensions, u"routeType", text::kRouteTypeTexts, type);
 }
 
-bool ReadRoutePointType(const NodeView& extensions, TarvikRoutePointType& type) {
-    return ReadType(extensions, u"routePointType", text::kRoutePointTypeTexts, type);
+bool ReadRoutePointType(ReadContext& context, const NodeView& extensions, TarvikRoutePointType& type) {
+    return ReadType(context, extensions, u"routePointType", text::kRoutePointTypeTexts, type);
 }
 
-void ReadWaypointData(ReadContext& context, const NodeView& extensions, GpxPoint& point) {
+void ReadWaypointData(ReadContext& context, KeptElements& kept, const NodeView& extensions, GpxPoint& point) {
     if (!IsExtensions(extensions))
         return;
     NodeView form;
     ForEachNamedChild(extensions, [&](const NodeView& child) {
-        icu::UnicodeString text;
         if (Equals(child.LocalName(), u"formdata")) {
+            if (!form.IsNull())
+                context.receipt.PassOver(form, kGpxReplaced, "The last form is the one that is read.", true);
             form = child;
-        } else if (Equals(child.LocalName(), u"tovasymbol")) {
-            if (ReadText(child, text))
-                GpxModelAccess::SetSymbolNumber(point, context.numberFormat.ParseInteger(text));
-        } else if (Equals(child.LocalName(), u"objectid")) {
-            if (ReadText(child, text))
-                GpxModelAccess::SetGUID(point, text);
+        } else if (!ReadWaypointDatum(context, kept, child, point) && !Equals(child.LocalName(), u"cache")) {
+            context.receipt.Unknown(child);
         }
     });
-    ReadFormData(form, point);
+    ReadFormData(context, form, point);
 }
 
-void ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& track) {
+bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& track) {
     if (!IsExtensions(extensions))
-        return;
+        return false;
+    bool found = false;
+    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
     ForEachNamedChild(extensions, [&](const NodeView& child) {
         icu::UnicodeString text;
-        // The low 16 bits are kept: 65535 reads as -1, no colour.
-        if (Equals(child.LocalName(), u"color") && ReadText(child, text))
-            GpxModelAccess::SetColor(track,
-                                     static_cast<std::int16_t>(context.numberFormat.ParseInteger(text)));
+        if (!Equals(child.LocalName(), u"color")) {
+            context.receipt.Unknown(child);
+        } else if (ReadText(context, child, text)) {
+            // The low 16 bits are kept: 65535 reads as -1, no colour.
+            GpxModelAccess::SetColor(track, static_cast<std::int16_t>(ReadInteger(context, child, text)));
+            kept.Keep(u"color", child);
+            found = true;
+        }
     });
+    return found;
 }
 
-void ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocument& document) {
+bool ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocument& document) {
     dbc::Require(!extensions.IsNull(), text::kGpxParserSource, "Invalid node.");
     const auto layer = boost::make_shared<GISMetaData>();
     const auto annotation = boost::make_shared<AnnotateMetaData>();
     GpxModelAccess::SetGISMetaData(document, layer);
     GpxModelAccess::SetAnnotateMetaData(document, annotation);
+    bool found = false;
+    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
     ForEachNamedChild(extensions, [&](const NodeView& child) {
-        const char16_t* const name = child.LocalName();
-        icu::UnicodeString text;
-        if (!ReadText(child, text))
+        if (!ReadDocumentDatum(context, child, *layer, *annotation))
             return;
-        if (Equals(name, u"layerkey"))
-            layer->layerKey = text;
-        else if (Equals(name, u"layername"))
-            layer->layerName = text;
-        else if (Equals(name, u"form"))
-            layer->form = text;
-        else if (Equals(name, u"defaultsymbol"))
-            layer->defaultSymbol = context.numberFormat.ParseInteger(text);
-        else if (Equals(name, u"waypointGUID"))
-            annotation->waypointGUID = text;
-        else if (Equals(name, u"trackGUID"))
-            annotation->trackGUID = text;
+        kept.Keep(child.LocalName(), child);
+        found = true;
     });
+    return found;
 }
 
 } // namespace vexaTransferLib::reader

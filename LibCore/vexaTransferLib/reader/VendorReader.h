@@ -9,6 +9,7 @@
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxRoute.h>
 #include <vexaTransferLib/GpxTrack.h>
+#include <vexaTransferLib/reader/KeptElements.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
 
@@ -18,14 +19,15 @@ namespace vexaTransferLib::reader {
 // alone, because files with other prefixes and none are about.
 
 /// The last recognised type among the children; false, and `type` untouched, when there is none.
-bool ReadRouteType(const NodeView& extensions, TarvikRouteType& type);
-bool ReadRoutePointType(const NodeView& extensions, TarvikRoutePointType& type);
+bool ReadRouteType(ReadContext& context, const NodeView& extensions, TarvikRouteType& type);
+bool ReadRoutePointType(ReadContext& context, const NodeView& extensions, TarvikRoutePointType& type);
 
-/// Form attributes, symbol number and GUID of a waypoint.
-void ReadWaypointData(ReadContext& context, const NodeView& extensions, GpxPoint& point);
-/// Colour of a track.
-void ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& track);
-/// The metadata block of a document; both records are replaced by fresh ones.
-void ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocument& document);
+/// Form attributes, symbol number and GUID of a waypoint. A geocache is read, and told of, elsewhere.
+void ReadWaypointData(ReadContext& context, KeptElements& kept, const NodeView& extensions, GpxPoint& point);
+/// Colour of a track; false when there is none.
+bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& track);
+/// The metadata block of a document; both records are replaced by fresh ones. True when
+/// there was something in it.
+bool ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocument& document);
 
 } // namespace vexaTransferLib::reader

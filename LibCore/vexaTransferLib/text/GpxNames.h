@@ -17,6 +17,8 @@ inline constexpr char16_t kGpx10Namespace[] = u"http://www.topografix.com/GPX/1/
 inline constexpr char16_t kGpx11Namespace[] = u"http://www.topografix.com/GPX/1/1";
 inline constexpr char16_t kGroundspeak10Namespace[] = u"http://www.groundspeak.com/cache/1/0";
 inline constexpr char16_t kGroundspeak101Namespace[] = u"http://www.groundspeak.com/cache/1/0/1";
+/// What all versions of the geocache namespace have in common.
+inline constexpr char16_t kGroundspeakNamespaceStart[] = u"http://www.groundspeak.com/cache/";
 inline constexpr char16_t kTarvikNamespace[] = u"https://tarvik.example/xmlschemas/gpx-extensions/1/0";
 
 inline constexpr std::string_view kGpx11Uri = "http://www.topografix.com/GPX/1/1";

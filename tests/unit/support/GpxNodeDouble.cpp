@@ -98,4 +98,9 @@ FakeNodePtr WithoutChildList(const FakeNode& node) {
     return copy;
 }
 
+reader::ReadContext& AnyContext() {
+    static MarkingContext context;
+    return context;
+}
+
 } // namespace vexaTransferLib::testing_support

@@ -53,4 +53,7 @@ public:
     void CleanText(icu::UnicodeString& text) override { text = u"<" + text + u">"; }
 };
 
+/// For a reader that is not asked about it.
+reader::ReadContext& AnyContext();
+
 } // namespace vexaTransferLib::testing_support

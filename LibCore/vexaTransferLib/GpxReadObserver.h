@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// What a host may watch, and stop, while a GPX file is read.
+
+#include <common/Export.h>
+
+#include <cstdint>
+#include <string>
+
+namespace vexaTransferLib {
+
+/// How bad the XML parser finds what it complains about. A warning does not fail the parse, the others do.
+enum GpxMessageSeverity : std::uint32_t {
+    kGpxMessageWarning = 0,
+    kGpxMessageError = 1,
+    kGpxMessageFatalError = 2
+};
+
+/// A complaint of the XML parser.
+struct GpxParserMessage {
+    GpxMessageSeverity severity = kGpxMessageError;
+    std::uint64_t line = 0;   ///< from 1; 0 when it is not known, as for a file that cannot be opened
+    std::uint64_t column = 0; ///< from 1; 0 when it is not known
+    std::string text;         ///< in English unless Xerces was initialised otherwise; UTF-8
+    std::string file;         ///< which file it is about, as Xerces names it: an external entity's, perhaps
+};
+
+/// Why something of a file is not in the document.
+enum GpxPassOverReason : std::uint32_t {
+    kGpxForeignNamespace = 1, ///< an element that is in no namespace where its parent is read from
+    kGpxUnknownElement = 2,   ///< an element that the library does not keep
+    kGpxOtherVersion = 3,     ///< an element of the other GPX version than that of the file
+    kGpxOutOfOrder = 4,       ///< a waypoint behind a route, a route's name behind its first point ...
+    kGpxUnreadable = 5,       ///< a number, time, or fix that is none; a text that does not come first
+    kGpxRefused = 6,          ///< reading it failed; the message is the error's
+    kGpxIncomplete = 7, ///< lacks what it needs: a log without a date, a `urlname` without its `url` ...
+    kGpxReplaced = 8    ///< another element was kept in its place: the second link, a `desc` for a `cmt` ...
+};
+
+/// One thing that the reader passed over in silence. What is below a passed-over element is not told again.
+struct GpxPassedOver {
+    std::string element;      ///< local names from the root, UTF-8: "gpx/trk/trkseg/trkpt/ele"
+    std::uint64_t line = 0;   ///< where the element's start tag ends, from 1; 0 when it is not known, as for
+    std::uint64_t column = 0; ///< every file that needs a DOM (see GpxParser::Parse)
+    GpxPassOverReason reason = kGpxUnknownElement;
+    std::string message; ///< for a person, in English, UTF-8
+    bool couldBeHeld =
+        false; ///< a document has a place for such content: data of this library's kind was lost
+};
+
+/// Told what happens while a GpxParser reads; see GpxParser::SetObserver.
+///
+/// Every operation is called by the thread that reads, before the reading operation of the parser returns, and
+/// does nothing unless it is overridden. What it throws ends the reading and leaves the parser's caller, with the
+/// document of GpxParser::Parse unchanged. It must not use the parser that calls it.
+///
+///     class Bar : public GpxReadObserver {
+///     public:
+///         bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override {
+///             Draw(bytesRead, bytesInAll);
+///             return !stopPressed;
+///         }
+///     };
+class VEXATRANSFERLIB_API GpxReadObserver {
+public:
+    GpxReadObserver() = default;
+    GpxReadObserver(const GpxReadObserver&) = default;
+    GpxReadObserver& operator=(const GpxReadObserver&) = default;
+    virtual ~GpxReadObserver();
+
+    /// Called at the start with 0 bytes, then now and again, and with everything read at the end: never more than
+    /// some 300 times a file. Numbers do not fall within a file, except that a file that proves to need a DOM is
+    /// begun anew.
+    /// \param bytesRead how much of the file the XML parser has taken, before decoding
+    /// \param bytesInAll the file's length; 0 when it is not known, as for a pipe or an address
+    /// \return false to cancel: the reading then ends with dbc::postcondition_error "The reading of the GPX file
+    ///         was cancelled: PATH", the document unchanged
+    virtual bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll);
+
+    /// Called before the error handler of the parser is, for each of its calls.
+    virtual void ParserMessage(const GpxParserMessage& message);
+
+    /// Called in the order of the file, more or less: what another element took the place of is told when that
+    /// other one is read. A file that fails to be read may have had some of it told.
+    ///
+    /// Not told: attributes that nothing reads, comments, processing instructions, and text between the children
+    /// of an element that has children.
+    virtual void PassedOver(const GpxPassedOver& what);
+};
+
+} // namespace vexaTransferLib

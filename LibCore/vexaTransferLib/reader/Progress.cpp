@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/Progress.h>
+
+#include <vexaTransferLib/reader/Receipt.h>
+
+#include <common/dbc.h>
+
+#include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include <algorithm>
+#include <memory>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+constexpr std::uint64_t kPlaces = 200;
+// Of a file of unknown length: about 300 places of a terabyte.
+constexpr std::uint64_t kFirstStep = 65536;
+constexpr std::uint64_t kGrowth = 16;
+
+class WatchedStream final : public xercesc::BinInputStream {
+public:
+    WatchedStream(std::unique_ptr<xercesc::BinInputStream> stream, Progress& progress)
+        : stream_(std::move(stream)), progress_(progress) {}
+
+    XMLFilePos curPos() const override { return stream_->curPos(); }
+    const XMLCh* getContentType() const override { return stream_->getContentType(); }
+    const XMLCh* getEncoding() const override { return stream_->getEncoding(); }
+
+    // The XML parser loses memory when it is left by an exception from the first read, as it makes its reader.
+    XMLSize_t readBytes(XMLByte* const bytes, const XMLSize_t capacity) override {
+        if (!isFirst_)
+            progress_.ThrowIfStopped();
+        isFirst_ = false;
+        const XMLSize_t count = stream_->readBytes(bytes, capacity);
+        progress_.Add(count);
+        return count;
+    }
+
+private:
+    std::unique_ptr<xercesc::BinInputStream> stream_;
+    Progress& progress_;
+    bool isFirst_ = true;
+};
+
+} // namespace
+
+void Progress::Begin() {
+    hasBegun_ = true;
+    bytesRead_ = 0;
+    Tell();
+}
+
+void Progress::Add(std::uint64_t bytes) {
+    bytesRead_ += bytes;
+    if (bytesRead_ >= nextTold_)
+        Tell();
+}
+
+void Progress::End() {
+    if (!hasBegun_)
+        return;
+    nextTold_ = bytesRead_;
+    Tell();
+}
+
+void Progress::Tell() noexcept {
+    if (stop_)
+        return;
+    const std::uint64_t step =
+        bytesInAll_ != 0 ? bytesInAll_ / kPlaces + 1 : std::max(kFirstStep, bytesRead_ / kGrowth);
+    nextTold_ = bytesRead_ + step;
+    // A file may grow while it is read.
+    const std::uint64_t bytesInAll = bytesInAll_ != 0 ? std::max(bytesInAll_, bytesRead_) : 0;
+    try {
+        if (!observer_.Progress(bytesRead_, bytesInAll))
+            throw dbc::postcondition_error("The reading of the GPX file was cancelled: " + name_);
+    } catch (...) {
+        stop_ = std::current_exception();
+    }
+}
+
+void Progress::ThrowIfStopped() const {
+    if (stop_)
+        throw ObserverStop{stop_};
+}
+
+WatchedSource::WatchedSource(const xercesc::InputSource& source, Progress& progress)
+    : InputSource(source.getSystemId(), source.getPublicId()), source_(source), progress_(progress) {
+    setEncoding(source.getEncoding());
+    setIssueFatalErrorIfNotFound(source.getIssueFatalErrorIfNotFound());
+}
+
+xercesc::BinInputStream* WatchedSource::makeStream() const {
+    std::unique_ptr<xercesc::BinInputStream> stream(source_.makeStream());
+    if (!stream)
+        return nullptr;
+    progress_.Begin();
+    return new (xercesc::XMLPlatformUtils::fgMemoryManager) WatchedStream(std::move(stream), progress_);
+}
+
+} // namespace vexaTransferLib::reader

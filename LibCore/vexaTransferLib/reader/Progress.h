@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/GpxReadObserver.h>
+
+#include <xercesc/sax/InputSource.hpp>
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace vexaTransferLib::reader {
+
+/// How far a file has been read, told to an observer at some 200 places of the file.
+class Progress {
+public:
+    /// \param bytesInAll 0 when it is not known
+    /// \param name of the file, for the error of a cancelled reading
+    Progress(GpxReadObserver& observer, std::uint64_t bytesInAll, std::string name)
+        : observer_(observer), bytesInAll_(bytesInAll), name_(std::move(name)) {}
+
+    // None of these throws. What the observer throws, and that it cancels, is kept for ThrowIfStopped; it is not
+    // called again.
+
+    /// Nothing is read yet, or not any more.
+    void Begin();
+    void Add(std::uint64_t bytes);
+    /// Everything is read, if it could be opened at all.
+    void End();
+
+    /// \throws ObserverStop
+    void ThrowIfStopped() const;
+
+private:
+    void Tell() noexcept;
+
+    GpxReadObserver& observer_;
+    std::uint64_t bytesInAll_;
+    std::string name_;
+    bool hasBegun_ = false;
+    std::uint64_t bytesRead_ = 0;
+    std::uint64_t nextTold_ = 0;
+    std::exception_ptr stop_;
+};
+
+/// A source of bytes whose reading is told to a Progress. Both stay the caller's.
+class WatchedSource final : public xercesc::InputSource {
+public:
+    WatchedSource(const xercesc::InputSource& source, Progress& progress);
+
+    xercesc::BinInputStream* makeStream() const override;
+
+private:
+    const xercesc::InputSource& source_;
+    Progress& progress_;
+};
+
+} // namespace vexaTransferLib::reader

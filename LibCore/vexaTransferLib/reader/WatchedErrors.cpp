@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/WatchedErrors.h>
+
+#include <vexaTransferLib/reader/Receipt.h>
+
+#include <unicode/unistr.h>
+
+#include <string>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+std::string ToUtf8(const XMLCh* text) {
+    std::string narrow;
+    if (text != nullptr)
+        icu::UnicodeString(text).toUTF8String(narrow);
+    return narrow;
+}
+
+} // namespace
+
+void WatchedErrors::Tell(GpxMessageSeverity severity, const xercesc::SAXParseException& exception) {
+    if (observer_ == nullptr)
+        return;
+    GpxParserMessage message;
+    message.severity = severity;
+    message.line = exception.getLineNumber();
+    message.column = exception.getColumnNumber();
+    message.text = ToUtf8(exception.getMessage());
+    message.file = ToUtf8(exception.getSystemId());
+    CallObserver([&] { observer_->ParserMessage(message); });
+}
+
+void WatchedErrors::warning(const xercesc::SAXParseException& exception) {
+    Tell(kGpxMessageWarning, exception);
+    receiver_.warning(exception);
+}
+
+void WatchedErrors::error(const xercesc::SAXParseException& exception) {
+    Tell(kGpxMessageError, exception);
+    receiver_.error(exception);
+}
+
+void WatchedErrors::fatalError(const xercesc::SAXParseException& exception) {
+    Tell(kGpxMessageFatalError, exception);
+    receiver_.fatalError(exception);
+}
+
+} // namespace vexaTransferLib::reader

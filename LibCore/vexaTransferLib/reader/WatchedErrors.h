@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/GpxReadObserver.h>
+
+#include <xercesc/sax/ErrorHandler.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
+
+namespace vexaTransferLib::reader {
+
+/// Passes on what an XML parser tells its error handler, after telling it to an observer.
+class WatchedErrors final : public xercesc::ErrorHandler {
+public:
+    /// \param observer may be null
+    WatchedErrors(xercesc::ErrorHandler& receiver, GpxReadObserver* observer)
+        : receiver_(receiver), observer_(observer) {}
+
+    void warning(const xercesc::SAXParseException& exception) override;
+    void error(const xercesc::SAXParseException& exception) override;
+    void fatalError(const xercesc::SAXParseException& exception) override;
+    void resetErrors() override { receiver_.resetErrors(); }
+
+private:
+    void Tell(GpxMessageSeverity severity, const xercesc::SAXParseException& exception);
+
+    xercesc::ErrorHandler& receiver_;
+    GpxReadObserver* observer_;
+};
+
+} // namespace vexaTransferLib::reader

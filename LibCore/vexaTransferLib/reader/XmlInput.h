@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/reader/Progress.h>
+
+#include <unicode/unistr.h>
+#include <xercesc/sax/InputSource.hpp>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace vexaTransferLib::reader {
+
+/// One file for an XML parser: a path, an address, or bytes in memory; its reading is watched when there is an
+/// observer.
+class XmlInput {
+public:
+    /// \param observer null when nobody watches
+    XmlInput(const icu::UnicodeString& path, GpxReadObserver* observer);
+    /// \param bytes stay the caller's
+    XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer);
+
+    const icu::UnicodeString& Name() const { return name_; }
+    /// What is no file, such as a pipe or an address, cannot be read a second time.
+    bool IsRepeatable() const { return isRepeatable_; }
+
+    /// \throws what the parser throws; ObserverStop
+    template <class Parser>
+    void Feed(Parser& parser) {
+        Open();
+        if (source_)
+            parser.parse(*source_);
+        else
+            parser.parse(systemId_.getTerminatedBuffer());
+        Close();
+    }
+
+private:
+    void Open();
+    void Close();
+    void Watch(GpxReadObserver& observer, std::uint64_t size);
+
+    icu::UnicodeString name_;
+    icu::UnicodeString systemId_;
+    bool isRepeatable_;
+    std::optional<Progress> progress_;
+    /// What is read, if it is not read by its system id.
+    std::unique_ptr<xercesc::InputSource> source_;
+    /// What `source_` watches.
+    std::unique_ptr<xercesc::InputSource> watched_;
+};
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/GpxReadObserver.h>
+
+#include "support/ContractChecks.h"
+#include "support/GpxFiles.h"
+#include "support/GpxReading.h"
+#include "support/GpxText.h"
+#include "support/ModelCompare.h"
+#include "support/NotingObserver.h"
+
+#include <vexaTransferLib/GpxParser.h>
+
+#include <common/dbc.h>
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <stdexcept>
+#include <string>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace vexaTransferLib {
+namespace {
+
+using namespace testing_support;
+
+/// Of some size, with one thing that is passed over at its start and one at its end.
+std::string BigFile(std::size_t points) {
+    return Gpx11("<extensions/>" + Repeat("<wpt lat='1' lon='2'><ele>100</ele></wpt>", points) +
+                 "<extensions/>");
+}
+
+/// The same, for the DOM.
+std::string BigDomFile(std::size_t points) {
+    return "<!DOCTYPE gpx>" + BigFile(points);
+}
+
+Reading ReadObserved(const GpxFile& file, GpxReadObserver& observer) {
+    return Reading([&](GpxParser& parser, GpxDocument& document) {
+        parser.SetObserver(&observer);
+        parser.Parse(file.Path(), document);
+    });
+}
+
+bool IsUntouched(const GpxDocument& document) {
+    return document.GetTrackCount() == 1 && document.GetWaypointCount() == 0;
+}
+
+std::string CancelledMessage(const GpxFile& file) {
+    return std::string(typeid(dbc::postcondition_error).name()) +
+           ": The reading of the GPX file was cancelled: " + file.NarrowPath();
+}
+
+TEST(GpxReadObserverTest, DoesNothingUnlessOverridden) {
+    GpxReadObserver observer;
+    EXPECT_TRUE(observer.Progress(1, 2));
+    observer.ParserMessage({});
+    observer.PassedOver({});
+    const Reading reading = ReadObserved(GpxFile(BigFile(10)), observer);
+    EXPECT_EQ(reading.error, "");
+    EXPECT_EQ(reading.document.GetWaypointCount(), 10U);
+}
+
+TEST(GpxReadObserverTest, IsToldTheProgressFromNothingToEverything) {
+    const std::string bytes = BigFile(200000);
+    NotingObserver observer;
+    EXPECT_EQ(ReadObserved(GpxFile(bytes), observer).error, "");
+    ASSERT_GE(observer.progress.size(), 50U);
+    EXPECT_LE(observer.progress.size(), 300U);
+    EXPECT_EQ(observer.progress.front().first, 0U);
+    EXPECT_EQ(observer.progress.back().first, bytes.size());
+    std::uint64_t before = 0;
+    for (const auto& [bytesRead, bytesInAll] : observer.progress) {
+        EXPECT_GE(bytesRead, before);
+        EXPECT_EQ(bytesInAll, bytes.size());
+        before = bytesRead;
+    }
+}
+
+TEST(GpxReadObserverTest, IsToldTheProgressOfBytesInMemory) {
+    const std::string bytes = BigFile(20000);
+    NotingObserver observer;
+    GpxParser parser;
+    parser.SetObserver(&observer);
+    GpxDocument document;
+    parser.Parse(bytes, u"walk", document);
+    ASSERT_GE(observer.progress.size(), 2U);
+    EXPECT_EQ(observer.progress.front(), std::make_pair(std::uint64_t{0}, std::uint64_t{bytes.size()}));
+    EXPECT_EQ(observer.progress.back(),
+              std::make_pair(std::uint64_t{bytes.size()}, std::uint64_t{bytes.size()}));
+}
+
+TEST(GpxReadObserverTest, AFileThatNeedsADomIsBegunAnew) {
+    const std::string bytes = BigDomFile(20000);
+    NotingObserver observer;
+    EXPECT_EQ(ReadObserved(GpxFile(bytes), observer).error, "");
+    int begun = 0;
+    for (const auto& [bytesRead, bytesInAll] : observer.progress)
+        begun += bytesRead == 0 ? 1 : 0;
+    EXPECT_EQ(begun, 2);
+    EXPECT_EQ(observer.progress.back().first, bytes.size());
+}
+
+TEST(GpxReadObserverTest, IsToldTheProgressOfGetParser) {
+    const std::string bytes = BigFile(1000);
+    const GpxFile file(bytes);
+    NotingObserver observer;
+    GpxParser parser;
+    parser.SetObserver(&observer);
+    parser.GetParser(file.Path());
+    ASSERT_GE(observer.progress.size(), 2U);
+    EXPECT_EQ(observer.progress.back().first, bytes.size());
+}
+
+TEST(GpxReadObserverTest, OfAPipeTheLengthIsNotKnown) {
+    const TemporaryFolder folder;
+    const std::string path = (folder / "pipe").string();
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    const std::string bytes = BigFile(20000);
+    std::thread writer([&] { WriteBytes(path, bytes); });
+    NotingObserver observer;
+    GpxParser parser;
+    parser.SetObserver(&observer);
+    GpxDocument document;
+    parser.Parse(icu::UnicodeString::fromUTF8(path), document);
+    writer.join();
+    EXPECT_EQ(document.GetWaypointCount(), 20000U);
+    EXPECT_EQ(observer.progress.front(), std::make_pair(std::uint64_t{0}, std::uint64_t{0}));
+    EXPECT_EQ(observer.progress.back(), std::make_pair(std::uint64_t{bytes.size()}, std::uint64_t{0}));
+}
+
+TEST(GpxReadObserverTest, OfAFileThatIsNotThereThereIsNoProgress) {
+    NotingObserver observer;
+    const Reading reading([&](GpxParser& parser, GpxDocument& document) {
+        parser.SetObserver(&observer);
+        parser.Parse(u"/nowhere/walk.gpx", document);
+    });
+    EXPECT_NE(reading.error.find("One or more errors"), std::string::npos);
+    EXPECT_TRUE(observer.progress.empty());
+    EXPECT_NE(observer.messages.find("fatal 0:0"), std::string::npos) << observer.messages;
+}
+
+TEST(GpxReadObserverTest, AnAddressIsReadAsWithoutAnObserver) {
+    const GpxFile file(BigFile(3));
+    NotingObserver observer;
+    GpxParser parser;
+    parser.SetObserver(&observer);
+    GpxDocument document;
+    parser.Parse(u"file://" + file.Path(), document);
+    EXPECT_EQ(document.GetWaypointCount(), 3U);
+    EXPECT_EQ(observer.progress.back(), std::make_pair(std::uint64_t{BigFile(3).size()}, std::uint64_t{0}));
+}
+
+class CancelTest : public testing::TestWithParam<bool> {
+protected:
+    const GpxFile file_{GetParam() ? BigDomFile(20000) : BigFile(20000)};
+};
+
+INSTANTIATE_TEST_SUITE_P(Roads, CancelTest, testing::Bool(), [](const testing::TestParamInfo<bool>& road) {
+    return road.param ? "Dom" : "Events";
+});
+
+TEST_P(CancelTest, EndsTheReadingAtAnyProgressAndLeavesTheDocument) {
+    NotingObserver whole;
+    ReadObserved(file_, whole);
+    for (std::size_t calls = 1; calls <= whole.progress.size(); ++calls) {
+        NotingObserver observer;
+        observer.goesOn = [&] { return observer.progress.size() < calls; };
+        const Reading reading = ReadObserved(file_, observer);
+        EXPECT_EQ(reading.error, CancelledMessage(file_)) << calls;
+        EXPECT_TRUE(IsUntouched(reading.document)) << calls;
+        EXPECT_EQ(observer.progress.size(), calls);
+    }
+}
+
+TEST_P(CancelTest, WhatProgressThrowsIsWhatTheCallerGets) {
+    NotingObserver observer;
+    observer.goesOn = [&]() -> bool {
+        if (observer.progress.size() == 5)
+            throw std::out_of_range("stop");
+        return true;
+    };
+    const Reading reading = ReadObserved(file_, observer);
+    EXPECT_EQ(reading.error, std::string(typeid(std::out_of_range).name()) + ": stop");
+    EXPECT_TRUE(IsUntouched(reading.document));
+}
+
+class ThrowingObserver : public GpxReadObserver {
+public:
+    void PassedOver(const GpxPassedOver&) override {
+        ++calls;
+        throw std::out_of_range("enough");
+    }
+    int calls = 0;
+};
+
+TEST_P(CancelTest, WhatIsThrownOfAPassedOverThingIsWhatTheCallerGets) {
+    ThrowingObserver observer;
+    const Reading reading = ReadObserved(file_, observer);
+    EXPECT_EQ(reading.error, std::string(typeid(std::out_of_range).name()) + ": enough");
+    EXPECT_TRUE(IsUntouched(reading.document));
+    EXPECT_EQ(observer.calls, 1);
+}
+
+TEST(GpxReadObserverTest, WhatItThrowsIsNoFailureOfAChild) {
+    // Behind three guards.
+    const GpxFile file(Gpx11("<trk><trkseg><trkpt lat='1' lon='2'><hdop/></trkpt></trkseg></trk>"));
+    ThrowingObserver observer;
+    EXPECT_EQ(ReadObserved(file, observer).error, std::string(typeid(std::out_of_range).name()) + ": enough");
+    EXPECT_EQ(observer.calls, 1);
+}
+
+TEST(GpxReadObserverTest, AfterACancelledReadingTheParserReadsOn) {
+    const GpxFile file(BigFile(20000));
+    NotingObserver observer;
+    observer.goesOn = [] { return false; };
+    GpxParser parser;
+    GpxDocument document;
+    parser.SetObserver(&observer);
+    EXPECT_THROW(parser.Parse(file.Path(), document), dbc::postcondition_error);
+    parser.SetObserver(nullptr);
+    parser.Parse(file.Path(), document);
+    EXPECT_EQ(document.GetWaypointCount(), 20000U);
+}
+
+TEST(GpxReadObserverTest, IsToldTheParsersMessagesBeforeTheHandlerIs) {
+    class Handler : public GpxParser {
+    public:
+        void fatalError(const xercesc::SAXParseException& exception) override {
+            heardBefore = observer.messages;
+            GpxParser::fatalError(exception);
+        }
+        NotingObserver observer;
+        std::string heardBefore;
+    };
+    const GpxFile file("<gpx version='1.1'>\n<wpt></gpx>");
+    Handler parser;
+    parser.SetObserver(&parser.observer);
+    GpxDocument document;
+    EXPECT_THROW(parser.Parse(file.Path(), document), dbc::postcondition_error);
+    EXPECT_EQ(parser.observer.messages, "fatal 2:8 expected end of tag 'wpt'\n");
+    EXPECT_EQ(parser.heardBefore, parser.observer.messages);
+}
+
+TEST(GpxReadObserverTest, IsToldWarningsAndErrorsOfAValidatingParse) {
+    class Files : public NotingObserver {
+    public:
+        void ParserMessage(const GpxParserMessage& message) override {
+            NotingObserver::ParserMessage(message);
+            file = message.file;
+        }
+        std::string file;
+    };
+    const GpxFile file(
+        "<!DOCTYPE gpx [<!ELEMENT gpx EMPTY><!ATTLIST nobody a CDATA #IMPLIED>]>\n<gpx><wpt/></gpx>");
+    Files observer;
+    EXPECT_NE(ReadObserved(file, observer).error.find("One or more errors"), std::string::npos);
+    EXPECT_NE(observer.messages.find("error 2:"), std::string::npos) << observer.messages;
+    EXPECT_NE(observer.file.find("walk.gpx"), std::string::npos) << observer.file;
+}
+
+TEST(GpxReadObserverTest, ObservedOrNotTheModelIsTheSame) {
+    const GpxFile file(ReadTestData("cli/full.gpx"));
+    NotingObserver observer;
+    const Reading observed = ReadObserved(file, observer);
+    const Reading silent = ReadingOfFile(file.NarrowPath());
+    EXPECT_TRUE(IsSameModel(silent.document, observed.document));
+    EXPECT_EQ(observed.written, silent.written);
+}
+
+} // namespace
+} // namespace vexaTransferLib

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "support/NotingObserver.h"
+
+#include <array>
+
+namespace vexaTransferLib::testing_support {
+
+namespace {
+
+constexpr std::array<const char*, 9> kReasons = {"?",          "foreign", "unknown",    "version", "order",
+                                                 "unreadable", "refused", "incomplete", "replaced"};
+constexpr std::array<const char*, 3> kSeverities = {"warning", "error", "fatal"};
+
+} // namespace
+
+bool NotingObserver::Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) {
+    progress.emplace_back(bytesRead, bytesInAll);
+    return goesOn();
+}
+
+void NotingObserver::ParserMessage(const GpxParserMessage& message) {
+    messages += std::string(kSeverities.at(message.severity)) + " " + std::to_string(message.line) + ":" +
+                std::to_string(message.column) + " " + message.text + "\n";
+}
+
+void NotingObserver::PassedOver(const GpxPassedOver& what) {
+    passedOver += what.element + " " + kReasons.at(what.reason) + (what.couldBeHeld ? " held" : "") + ": " +
+                  what.message + "\n";
+    things.push_back(what);
+}
+
+} // namespace vexaTransferLib::testing_support

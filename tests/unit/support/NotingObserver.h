@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexaTransferLib/GpxReadObserver.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vexaTransferLib::testing_support {
+
+/// Notes everything that it is told.
+class NotingObserver : public GpxReadObserver {
+public:
+    bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override;
+    void ParserMessage(const GpxParserMessage& message) override;
+    void PassedOver(const GpxPassedOver& what) override;
+
+    /// Whether to go on; asked at every progress after it was noted.
+    std::function<bool()> goesOn = [] { return true; };
+
+    std::vector<std::pair<std::uint64_t, std::uint64_t>> progress;
+    std::string messages;   ///< a line each: "error 3:7 text"
+    std::string passedOver; ///< a line each: "gpx/wpt/ele unreadable held: message"
+    std::vector<GpxPassedOver> things;
+};
+
+} // namespace vexaTransferLib::testing_support
