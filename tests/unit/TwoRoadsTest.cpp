@@ -2,6 +2,7 @@
 
 // A file is read from the XML parser's events, or, where these tell less, from a DOM tree. Nobody may notice which.
 
+#include "support/DomRoad.h"
 #include "support/GpxFiles.h"
 #include "support/GpxReading.h"
 #include "support/GpxText.h"
@@ -12,13 +13,8 @@
 #include "support/TestFiles.h"
 
 #include <vexaTransferLib/GpxParser.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
-
-#include <common/dbc.h>
 
 #include <gtest/gtest.h>
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 
 #include <filesystem>
@@ -30,24 +26,6 @@ namespace vexaTransferLib {
 namespace {
 
 using namespace testing_support;
-
-icu::UnicodeString NameFromPath(const std::string& path) {
-    return icu::UnicodeString::fromUTF8(std::filesystem::path(path).stem().string());
-}
-
-/// What Parse does, by the public operations on DOM nodes.
-void ReadByDom(GpxParser& parser, const std::string& path, GpxDocument& document) {
-    const auto tree = parser.GetParser(icu::UnicodeString::fromUTF8(path));
-    document.Clear();
-    GpxModelAccess::SetName(document, NameFromPath(path));
-    if (tree->getDocument() == nullptr)
-        throw dbc::postcondition_error("Unable to interpret the GPX file: " + path +
-                                       ". The document object could not be obtained.");
-    xercesc::DOMElement* const root = tree->getDocument()->getDocumentElement();
-    if (root == nullptr || icu::UnicodeString(root->getLocalName()) != u"gpx")
-        throw dbc::postcondition_error("The GPX document element was not found.");
-    parser.ParseGpxNode(root, document);
-}
 
 /// Everything that reaches the virtual slots of the error handler.
 class ListeningParser : public GpxParser {

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+
+// Reads the input as a file by both roads, the XML parser's events and a DOM, and wants to see no difference: the
+// same model, the same exception.
+
+#include "support/DomRoad.h"
+#include "support/ModelCompare.h"
+
+#include <vexaTransferLib/GpxParser.h>
+
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string>
+#include <sys/mman.h>
+#include <typeinfo>
+#include <unistd.h>
+
+namespace {
+
+using namespace vexaTransferLib;
+
+/// A file in memory, whose name is a path like any other.
+class MemoryFile {
+public:
+    MemoryFile(const std::uint8_t* bytes, std::size_t size) : descriptor_(memfd_create("input", 0)) {
+        if (descriptor_ < 0 || write(descriptor_, bytes, size) != static_cast<ssize_t>(size))
+            std::abort();
+    }
+    ~MemoryFile() { close(descriptor_); }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    std::string Path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+private:
+    int descriptor_;
+};
+
+// A document type takes the DOM road anyhow, and may name other files.
+bool HasDocumentType(const std::uint8_t* bytes, std::size_t size) {
+    std::string text(bytes, bytes + size);
+    text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
+    return text.find("<!D") != std::string::npos;
+}
+
+template <class Read>
+std::string ErrorOf(Read read) {
+    try {
+        read();
+        return "";
+    } catch (const std::exception& exception) {
+        return std::string(typeid(exception).name()) + ": " + exception.what();
+    }
+}
+
+void Compare(const std::string& path) {
+    static GpxParser parser;
+    GpxDocument expected;
+    GpxDocument actual;
+    const std::string expectedError = ErrorOf([&] { testing_support::ReadByDom(parser, path, expected); });
+    const std::string actualError =
+        ErrorOf([&] { parser.Parse(icu::UnicodeString::fromUTF8(path), actual); });
+    const testing::AssertionResult isSame = testing_support::IsSameModel(expected, actual);
+    if (expectedError == actualError && isSame)
+        return;
+    std::fprintf(stdout, "DOM: %s\nevents: %s\n%s\n", expectedError.c_str(), actualError.c_str(),
+                 isSame.message());
+    std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    xercesc::XMLPlatformUtils::Initialize();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    if (HasDocumentType(bytes, size))
+        return -1;
+    Compare(MemoryFile(bytes, size).Path());
+    return 0;
+}
