@@ -55,7 +55,8 @@ class XmlInput;
 /// attribute; a `wpt` after a route or track, and a `rte` after a track; a point child, link, route point,
 /// track point or segment that cannot be read or that the model refuses (the rest of its parent is read); the
 /// extensions of track points and of GPX 1.0; satellites, dilution of precision, numbers. A waypoint without
-/// a usable position is not passed over: it ends the reading.
+/// a usable position is not passed over: it ends the reading. An observer (GpxReadObserver.h) is told each of
+/// these things, with its line.
 ///
 /// **What may surprise.** A `cmt` becomes the *description* of a point or track and wins over any `desc`; the
 /// first of several `desc` stays. Element text is the first child if it is text, else nothing: a comment in
