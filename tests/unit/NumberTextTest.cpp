@@ -2,6 +2,7 @@
 #include <vexaTransferLib/text/NumberText.h>
 
 #include "support/LocaleScopes.h"
+#include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -16,9 +17,11 @@
 #include <string>
 
 using vexaTransferLib::testing_support::CLocaleScope;
+using vexaTransferLib::testing_support::Utf8;
 using vexaTransferLib::text::FixedText;
 using vexaTransferLib::text::ReadDouble;
 using vexaTransferLib::text::ReadInt32;
+using vexaTransferLib::text::ReadShortDecimal;
 
 namespace {
 
@@ -212,6 +215,90 @@ TEST(NumberTextTest, NoCLocaleShows) {
     double number = 0.0;
     EXPECT_STREQ(ReadDouble("1,5", number), ",5");
     EXPECT_EQ(number, 1.0);
+}
+
+TEST(NumberTextTest, ShortDecimalsAreReadAtOnce) {
+    for (const char* text : {"0",
+                             "-0",
+                             "-0.0",
+                             "7",
+                             "45.5",
+                             "-122.25",
+                             "46.0000700",
+                             "400.1",
+                             ".5",
+                             "5.",
+                             "-.5",
+                             "-5.",
+                             "007.50",
+                             "0.1",
+                             "0.3",
+                             "9007199254740992",    // 2^53, the largest that is surely exact
+                             "900719925474099.2",   // the same digits
+                             "0.9007199254740992",  // 17 digits
+                             "0009007199254740992", // 19 digits
+                             "0.000000000000000001" /* 19 digits */}) {
+        const std::string narrow = text;
+        double number = 77.0;
+        EXPECT_TRUE(ReadShortDecimal(std::u16string(narrow.begin(), narrow.end()).c_str(), number)) << text;
+        EXPECT_EQ(Bits(number), Bits(std::strtod(text, nullptr))) << text;
+    }
+}
+
+TEST(NumberTextTest, OtherTextsAreNoShortDecimals) {
+    for (const char16_t* text : {u"",
+                                 u"-",
+                                 u".",
+                                 u"-.",
+                                 u"+1",
+                                 u" 1",
+                                 u"1 ",
+                                 u"1x",
+                                 u"--1",
+                                 u"1.5.5",
+                                 u"1,5",
+                                 u"1e3",
+                                 u"1e",
+                                 u"0x10",
+                                 u"inf",
+                                 u"nan",
+                                 u"-inf",
+                                 u"\u0661",
+                                 u"1\u0661",
+                                 u"\uFF11",
+                                 u"1\u0131",
+                                 u"9007199254740993",     // between two doubles
+                                 u"-900719925474.0993",   // more digits than a double is sure to hold
+                                 u"00009007199254740992", // 20 digits
+                                 u"0.0000000000000000001" /* 20 digits */,
+                                 u"18446744073709551616", // 0 if it wrapped
+                                 u"184467440737095516160",
+                                 u"1844674407370955161.7"}) {
+        double number = 77.0;
+        EXPECT_FALSE(ReadShortDecimal(text, number)) << Utf8(text);
+        EXPECT_EQ(number, 77.0) << "nothing is read";
+    }
+}
+
+TEST(NumberTextTest, ShortDecimalsEqualStrtod) {
+    constexpr char kAlphabet[] = "0123456789012345678901234567890123456789.-e ";
+    std::mt19937 random(3);
+    std::uniform_int_distribution<std::size_t> length(1, 20);
+    std::uniform_int_distribution<std::size_t> letter(0, sizeof kAlphabet - 2);
+    int read = 0;
+    for (int i = 0; i < 200000; ++i) {
+        std::string text(length(random), ' ');
+        for (char& character : text)
+            character = kAlphabet[letter(random)];
+        double number = 77.0;
+        if (!ReadShortDecimal(std::u16string(text.begin(), text.end()).c_str(), number))
+            continue;
+        ++read;
+        char* end = nullptr;
+        ASSERT_EQ(Bits(number), Bits(std::strtod(text.c_str(), &end))) << text;
+        ASSERT_EQ(*end, '\0') << text;
+    }
+    EXPECT_GT(read, 50000);
 }
 
 TEST(NumberTextTest, IntegersSaturateAt32Bits) {

@@ -10,6 +10,7 @@
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -18,11 +19,14 @@
 #include <new>
 #include <random>
 #include <string>
+#include <vector>
 
 using vexaTransferLib::testing_support::CLocaleScope;
 using vexaTransferLib::testing_support::IcuLocaleScope;
 using vexaTransferLib::testing_support::RefusedIcuMemory;
 using vexaTransferLib::testing_support::Utf8;
+using vexaTransferLib::text::ReadPlainTime;
+using vexaTransferLib::text::ReadTime;
 using vexaTransferLib::text::TimeText;
 using vexaTransferLib::text::YearDigits;
 
@@ -80,6 +84,57 @@ void ExpectAsIcu(IcuTimes& icuTimes, double millis) {
 }
 
 } // namespace
+
+TEST(TimeTextTest, PlainTimesAreReadAtOnce) {
+    for (const char* text :
+         {"2009-01-15T10:20:30Z", "1970-01-01T00:00:00Z", "9999-12-31T23:59:59Z", "2000-02-29T00:00:00Z",
+          "2100-02-28T23:59:59Z", "2009-02-31T00:00:00Z", "2009-12-31T24:59:59Z", "2400-03-01T12:00:00Z"}) {
+        const std::string narrow = text;
+        double expected = -1.0;
+        double millis = -2.0;
+        EXPECT_TRUE(ReadTime(narrow, expected)) << text;
+        EXPECT_TRUE(ReadPlainTime(std::u16string(narrow.begin(), narrow.end()).c_str(), millis)) << text;
+        EXPECT_EQ(millis, expected) << text;
+    }
+}
+
+TEST(TimeTextTest, EveryDayIsReadAsByTheOtherRoad) {
+    for (int day = 0; day < 200000; ++day) {
+        const std::string text = Four(day * kDay + day % 86400 * 1000.0);
+        double expected = -1.0;
+        double millis = -2.0;
+        ASSERT_TRUE(ReadTime(text, expected)) << text;
+        ASSERT_TRUE(ReadPlainTime(std::u16string(text.begin(), text.end()).c_str(), millis)) << text;
+        ASSERT_EQ(millis, expected) << text;
+    }
+}
+
+TEST(TimeTextTest, OtherTextsAreNoPlainTimes) {
+    for (const char16_t* text :
+         {u"2009-01-15T10:20:30",       u"2009-01-15T10:20:30z",     u"2009-01-15T10:20:30Z ",
+          u"2009-01-15T10:20:30ZZ",     u" 2009-01-15T10:20:30Z",    u"2009-01-15 10:20:30Z",
+          u"2009-01-15T10:20:30.5Z",    u"2009-01-15T10:20:30+00Z",  u"2009-01-15T10:20Z",
+          u"20090115T102030Z",          u"1969-12-31T23:59:59Z",     u"0000-01-01T00:00:00Z",
+          u"2009-00-15T10:20:30Z",      u"2009-13-15T10:20:30Z",     u"2009-01-00T10:20:30Z",
+          u"2009-01-32T10:20:30Z",      u"2009-01-15T25:20:30Z",     u"2009-01-15T10:60:30Z",
+          u"2009-01-15T10:20:60Z",      u"12009-01-15T10:20:30Z",    u"+209-01-15T10:20:30Z",
+          u"2009-01-15T10:20:3\u0660Z", u"2009-01-15T10:20:30\u015A"}) {
+        double millis = -2.0;
+        EXPECT_FALSE(ReadPlainTime(text, millis)) << Utf8(text);
+        EXPECT_EQ(millis, -2.0) << "nothing is read";
+    }
+}
+
+TEST(TimeTextTest, NoPartOfAPlainTimeIsOne) {
+    const std::u16string whole = u"2009-01-15T10:20:30Z";
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        // Of exactly its size, so that a sanitizer sees a look past the end.
+        std::vector<char16_t> text(length + 1);
+        std::copy_n(whole.begin(), length, text.begin());
+        double millis = -2.0;
+        EXPECT_FALSE(ReadPlainTime(text.data(), millis)) << length;
+    }
+}
 
 TEST(TimeTextTest, WholeSecondsOfTheGregorianCalendar) {
     const struct {

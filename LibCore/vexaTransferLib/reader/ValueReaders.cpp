@@ -5,6 +5,7 @@
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/NumberText.h>
+#include <vexaTransferLib/text/TimeText.h>
 
 #include <common/UnicodeStrUtils.h>
 #include <common/dbc.h>
@@ -28,6 +29,10 @@ bool NonEmpty(const char16_t* text) {
 }
 
 bool ParseNumber(const char16_t* text, double& out) {
+    if (text == nullptr)
+        return false;
+    if (text::ReadShortDecimal(text, out))
+        return true;
     std::string narrow;
     return ToNarrow(text, narrow) && ReadNumber(narrow.c_str(), out);
 }
@@ -98,8 +103,13 @@ bool ReadDoubleAttribute(const NodeView& node, const char16_t* name, double& out
 }
 
 bool ReadTime(const NodeView& node, double& out) {
-    std::string text;
-    return ReadText(node, text) && !text.empty() && ParseGpxTime(text, out);
+    const char16_t* const text = ElementText(node);
+    if (text == nullptr)
+        return false;
+    if (text::ReadPlainTime(text, out))
+        return true;
+    std::string narrow;
+    return ToNarrow(text, narrow) && !narrow.empty() && ParseGpxTime(narrow, out);
 }
 
 bool ReadFix(const NodeView& node, GpxFix& out) {

@@ -28,6 +28,11 @@ private:
 /// What `strtod` of the classic locale makes of a zero-terminated text. Returns the end of what was read.
 const char* ReadDouble(const char* text, double& number);
 
+/// Reads a text that is nothing but a number of up to 19 digits without exponent, such as "-122.25", for which it
+/// is much faster than ReadDouble and gives the same. False, and nothing read, for any other text, be it a number
+/// or not.
+bool ReadShortDecimal(const char16_t* text, double& number);
+
 /// What a 32-bit `strtol` in base 10 makes of a zero-terminated text: saturates, never wraps.
 std::int32_t ReadInt32(const char* text);
 

@@ -33,6 +33,8 @@ constexpr std::int64_t kMillisPerDay = 24 * kMillisPerHour;
 constexpr double kFirstGregorianMillis = -12219292800000.0;
 constexpr double kLastArithmeticMillis = 1.8e17;
 
+constexpr long kFirstYear = 1970;
+
 struct CivilTime {
     std::int64_t year;
     int month;
@@ -134,6 +136,10 @@ private:
     const char* end_;
 };
 
+bool IsDigit(char16_t unit) {
+    return unit >= u'0' && unit <= u'9';
+}
+
 struct TimeFields {
     long year = 0;
     long month = 0;
@@ -147,7 +153,7 @@ struct TimeFields {
 };
 
 bool ReadDate(TimeReader& text, TimeFields& fields) {
-    if (!text.Field(fields.year, 4, 1970, 9999))
+    if (!text.Field(fields.year, 4, kFirstYear, 9999))
         return false;
     text.Skip('-');
     if (text.Remaining() < 4 || !text.Field(fields.month, 2, 1, 12))
@@ -199,6 +205,15 @@ bool ReadZone(TimeReader& text, TimeFields& fields) {
         return false;
     fields.offsetMinutes = (sign == '-' ? -1 : 1) * (hours * 60 + minutes);
     return true;
+}
+
+// Reads a two-digit field and the mark that must follow it; never past the zero that ends the text.
+bool PlainField(const char16_t*& text, long& field, long max, char16_t mark) {
+    if (!IsDigit(text[0]) || !IsDigit(text[1]) || text[2] != mark)
+        return false;
+    field = (text[0] - u'0') * 10 + (text[1] - u'0');
+    text += 3;
+    return field <= max;
 }
 
 // Lenient: days past the end of the month, hour 24 and 1000 ms run on.
@@ -295,6 +310,24 @@ unsigned long ReadFraction(long& out, const char* text, double scale) {
     constexpr double kLongBound = 9.2e18;
     out = static_cast<long>(std::fmin(std::fmax(value * scale + 0.5, -kLongBound), kLongBound));
     return digits;
+}
+
+bool ReadPlainTime(const char16_t* text, double& millis) {
+    if (!IsDigit(text[0]) || !IsDigit(text[1]))
+        return false;
+    const long century = (text[0] - u'0') * 10 + (text[1] - u'0');
+    text += 2;
+    TimeFields fields;
+    if (!PlainField(text, fields.year, 99, u'-') || !PlainField(text, fields.month, 12, u'-') ||
+        !PlainField(text, fields.day, 31, u'T') || !PlainField(text, fields.hour, 24, u':') ||
+        !PlainField(text, fields.minute, 59, u':') || !PlainField(text, fields.second, 59, u'Z') ||
+        *text != u'\0')
+        return false;
+    fields.year += century * 100;
+    if (fields.year < kFirstYear || fields.month == 0 || fields.day == 0)
+        return false;
+    millis = ToMillis(fields);
+    return true;
 }
 
 bool ReadTime(const std::string& text, double& millis) {

@@ -32,4 +32,8 @@ bool ReadLongField(long& out, const char* text, unsigned long length, long min, 
 unsigned long ReadFraction(long& out, const char* text, double scale);
 bool ReadTime(const std::string& text, double& millis);
 
+/// Reads a time of the usual form, "2009-01-15T10:20:30Z" and nothing behind, for which it is much faster than
+/// ReadTime and gives the same. False, and nothing read, for any other text, be it a time or not.
+bool ReadPlainTime(const char16_t* text, double& millis);
+
 } // namespace vexaTransferLib::text
