@@ -9,7 +9,6 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-constexpr std::size_t kBlockSize = 65536;
 /// What one big tree took is not kept for the small ones that follow.
 constexpr std::size_t kKeptBlocks = 16;
 
@@ -31,7 +30,7 @@ void* Arena::AllocateInNextBlock(std::size_t size) {
     return bytes_;
 }
 
-void Arena::Clear() {
+void Arena::Rewind() {
     const bool isBig = blocks_.size() > kKeptBlocks ||
                        std::any_of(blocks_.begin(), blocks_.end(),
                                    [](const Block& block) { return block.size > kBlockSize; });
@@ -40,13 +39,14 @@ void Arena::Clear() {
     nextBlock_ = blocks_.empty() ? 0 : 1;
     bytes_ = blocks_.empty() ? nullptr : blocks_.front().bytes.get();
     size_ = blocks_.empty() ? 0 : blocks_.front().size;
-    used_ = 0;
 }
 
+// The name follows behind.
 struct EventTree::AttributeNode {
-    const char16_t* qualifiedName;
-    const char16_t* value;
     AttributeNode* next;
+    const char16_t* value;
+
+    const char16_t* QualifiedName() const { return reinterpret_cast<const char16_t*>(this + 1); }
 };
 
 struct EventTree::Node {
@@ -57,7 +57,6 @@ struct EventTree::Node {
     AttributeNode* attributes;
     Node* parent;
     Node* firstChild;
-    Node* lastChild;
     Node* next;
     NodePlace place;
 };
@@ -70,8 +69,10 @@ void EventTree::Clear() {
     arena_.Clear();
     root_ = nullptr;
     open_ = nullptr;
+    next_ = &root_;
     depth_ = 0;
     growing_ = nullptr;
+    growingText_.clear();
 }
 
 EventTree::Node& EventTree::Append(int kind) {
@@ -79,14 +80,8 @@ EventTree::Node& EventTree::Append(int kind) {
     Node* const node = new (arena_.Allocate(sizeof(Node), alignof(Node))) Node{};
     node->kind = kind;
     node->parent = open_;
-    if (open_ == nullptr)
-        root_ = node;
-    else if (open_->lastChild == nullptr)
-        open_->firstChild = node;
-    else
-        open_->lastChild->next = node;
-    if (open_ != nullptr)
-        open_->lastChild = node;
+    *next_ = node;
+    next_ = &node->next;
     return *node;
 }
 
@@ -101,7 +96,10 @@ const char16_t* EventTree::Copy(std::u16string_view text) {
 void EventTree::FinishText() {
     if (growing_ == nullptr)
         return;
-    growing_->text = Copy(growingText_);
+    if (!growingText_.empty()) {
+        growing_->text = Copy(growingText_);
+        growingText_.clear();
+    }
     growing_ = nullptr;
 }
 
@@ -111,23 +109,38 @@ void EventTree::StartElement(const char16_t* namespaceUri, const char16_t* local
     node.localName = localName;
     node.place = place;
     open_ = &node;
+    next_ = &node.firstChild;
     ++depth_;
 }
 
 void EventTree::AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
-    auto* const attribute =
-        new (arena_.Allocate(sizeof(AttributeNode), alignof(AttributeNode))) AttributeNode{};
-    attribute->qualifiedName = Copy(qualifiedName);
-    attribute->value = Copy(value);
-    attribute->next = open_->attributes;
-    open_->attributes = attribute;
+    // Both with the zero that ends them.
+    const std::size_t nameSize = (std::char_traits<char16_t>::length(qualifiedName) + 1) * sizeof(char16_t);
+    const std::size_t valueSize = (std::char_traits<char16_t>::length(value) + 1) * sizeof(char16_t);
+    auto* const bytes = static_cast<std::byte*>(
+        arena_.Allocate(sizeof(AttributeNode) + nameSize + valueSize, alignof(AttributeNode)));
+    std::byte* const nameBytes = bytes + sizeof(AttributeNode);
+    std::byte* const valueBytes = nameBytes + nameSize;
+    std::memcpy(nameBytes, qualifiedName, nameSize);
+    std::memcpy(valueBytes, value, valueSize);
+    open_->attributes =
+        new (bytes) AttributeNode{open_->attributes, reinterpret_cast<const char16_t*>(valueBytes)};
 }
 
 void EventTree::AddText(std::u16string_view text) {
-    if (growing_ == nullptr) {
-        growing_ = &Append(kText);
-        growingText_.clear();
+    if (growing_ != nullptr) {
+        GrowText(text);
+        return;
     }
+    Node& node = Append(kText);
+    node.text = Copy(text);
+    growing_ = &node;
+    growingLength_ = text.size();
+}
+
+void EventTree::GrowText(std::u16string_view text) {
+    if (growingText_.empty())
+        growingText_.assign(growing_->text, growingLength_);
     growingText_.append(text);
 }
 
@@ -141,6 +154,7 @@ void EventTree::AddOther() {
 
 bool EventTree::EndElement() {
     FinishText();
+    next_ = &open_->next;
     open_ = open_->parent;
     return --depth_ == 0;
 }
@@ -160,7 +174,7 @@ const char16_t* EventTree::NamespaceUri(const void* node) const {
 const char16_t* EventTree::Attribute(const void* node, const char16_t* qualifiedName) const {
     for (const AttributeNode* attribute = AsNode(node).attributes; attribute != nullptr;
          attribute = attribute->next)
-        if (Equals(attribute->qualifiedName, qualifiedName))
+        if (Equals(attribute->QualifiedName(), qualifiedName))
             return attribute->value;
     return nullptr;
 }

@@ -27,15 +27,22 @@ public:
         used_ = start + size;
         return bytes_ + start;
     }
-    void Clear();
+    void Clear() {
+        if (nextBlock_ > 1 || size_ > kBlockSize)
+            Rewind();
+        used_ = 0;
+    }
 
 private:
+    static constexpr std::size_t kBlockSize = 65536;
+
     struct Block {
         std::unique_ptr<std::byte[]> bytes;
         std::size_t size;
     };
 
     void* AllocateInNextBlock(std::size_t size);
+    void Rewind();
 
     std::vector<Block> blocks_;
     std::size_t nextBlock_ = 0;
@@ -91,15 +98,20 @@ private:
     static const Node& AsNode(const void* node);
     Node& Append(int kind);
     const char16_t* Copy(std::u16string_view text);
+    void GrowText(std::u16string_view text);
     void FinishText();
 
     const std::vector<const char16_t*>& outerNames_;
     Arena arena_;
     Node* root_ = nullptr;
     Node* open_ = nullptr;
+    /// Where the next node is hung.
+    Node** next_ = &root_;
     std::size_t depth_ = 0;
-    /// The text that may still grow; its node is the last child of the open element.
+    /// The text that may still grow; its node is the last child of the open element. It is complete unless
+    /// growingText_ holds more: nearly every text comes in one piece.
     Node* growing_ = nullptr;
+    std::size_t growingLength_ = 0;
     std::u16string growingText_;
 };
 
