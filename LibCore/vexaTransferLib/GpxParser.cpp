@@ -251,8 +251,8 @@ void GpxParser::ParseExtensionsElement(DOMNode* extensions, GpxDocument& documen
 }
 
 void GpxParser::ParsePointNode(const GpxVersion& version, GpxPointType type, DOMNode* node, GpxPoint& point) {
-    Reading(
-        [&](ReadContext& context) { return reader::ReadPoint(context, version, type, ViewOf(node), point); });
+    point = Reading(
+        [&](ReadContext& context) { return reader::ReadPoint(context, version, type, ViewOf(node)); });
 }
 
 void GpxParser::ParseLinkNode(DOMNode* node, GpxUrl& link) {

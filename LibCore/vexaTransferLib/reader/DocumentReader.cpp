@@ -118,9 +118,7 @@ private:
     }
 
     void ReadWaypoint(const NodeView& child) {
-        GpxPoint point(kGpxWaypoint, 0.0, 0.0);
-        ReadPoint(context_, version_, kGpxWaypoint, child, point);
-        document_.AddWaypoint(std::move(point));
+        document_.AddWaypoint(ReadPoint(context_, version_, kGpxWaypoint, child));
     }
 
     ReadContext& context_;

@@ -8,8 +8,6 @@
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 
-#include <utility>
-
 namespace vexaTransferLib::reader {
 
 namespace {
@@ -159,8 +157,7 @@ void ReadPointChild(const PointChild& child) {
 
 } // namespace
 
-void ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType type, const NodeView& node,
-               GpxPoint& point) {
+GpxPoint ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType type, const NodeView& node) {
     const auto number = static_cast<std::uint32_t>(type);
     dbc::Require(number >= kGpxWaypoint && number <= kGpxTrackPoint, text::kGpxParserSource,
                  "Unable to read a GPX point due to an invalid GPX point type.");
@@ -170,12 +167,12 @@ void ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType typ
                 "Unable to read a GPX point's latitude.");
     dbc::Ensure(ReadDoubleAttribute(node, u"lon", longitude), text::kGpxParserSource,
                 "Unable to read a GPX point's longitude.");
-    GpxPoint read(type, latitude, longitude);
+    GpxPoint point(type, latitude, longitude);
     KeptElements kept(context.receipt, KeptElements::Elements::kStay);
     ForEachGuardedChild(context, node, kMessages, [&](const NodeView& child) {
-        ReadPointChild({context, version, child, read, kept});
+        ReadPointChild({context, version, child, point, kept});
     });
-    point = std::move(read);
+    return point;
 }
 
 } // namespace vexaTransferLib::reader

@@ -13,7 +13,6 @@
 namespace vexaTransferLib::reader {
 
 /// Reads a `wpt`, `rtept` or `trkpt`; see GpxParser::ParsePointNode.
-void ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType type, const NodeView& node,
-               GpxPoint& point);
+GpxPoint ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType type, const NodeView& node);
 
 } // namespace vexaTransferLib::reader

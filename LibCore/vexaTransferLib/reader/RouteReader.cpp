@@ -91,9 +91,7 @@ private:
 
     void ReadRoutePoint(const NodeView& child) {
         GpxRoute& route = Route();
-        GpxPoint point(kGpxRoutePoint, 0.0, 0.0);
-        ReadPoint(context_, version_, kGpxRoutePoint, child, point);
-        route.AddPoint(std::move(point));
+        route.AddPoint(ReadPoint(context_, version_, kGpxRoutePoint, child));
     }
 
     ReadContext& context_;

@@ -95,9 +95,7 @@ public:
     }
 
     void ReadWhole(const NodeView& child) override {
-        GpxPoint point(kGpxTrackPoint, 0.0, 0.0);
-        ReadPoint(context_, version_, kGpxTrackPoint, child, point);
-        track_.AddPoint(std::move(point));
+        track_.AddPoint(ReadPoint(context_, version_, kGpxTrackPoint, child));
     }
 
     void Finish() override {}
