@@ -92,12 +92,12 @@ private:
 ///     for (NodeView child; children.Next(child);) ...
 class ChildWalk {
 public:
-    explicit ChildWalk(const NodeView& parent) : parent_(parent) {}
+    explicit ChildWalk(const NodeView& parent) : parent_(parent), hasChildren_(parent.HasChildList()) {}
 
     /// False after the last child, and for a node without a child list. \p child may be null.
     bool Next(NodeView& child) {
         const void* next = nullptr;
-        if (!parent_.HasChildList() || !parent_.source_->NextChild(parent_.node_, position_, next))
+        if (!hasChildren_ || !parent_.source_->NextChild(parent_.node_, position_, next))
             return false;
         child = NodeView(*parent_.source_, next);
         return true;
@@ -105,6 +105,7 @@ public:
 
 private:
     NodeView parent_;
+    bool hasChildren_;
     ChildPosition position_;
 };
 
