@@ -66,8 +66,10 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
         errors_.Release(); // No declaration can follow that would make the file one for the DOM.
     if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(),
                            isWatched_ ? handler_.Place() : NodePlace())) {
-        for (XMLSize_t i = 0; i < attributeCount; ++i)
-            walk_.AddAttribute(attributes.elementAt(i)->getQName(), attributes.elementAt(i)->getValue());
+        for (XMLSize_t i = 0; i < attributeCount; ++i) {
+            const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
+            walk_.AddAttribute(attribute.getQName(), attribute.getValue());
+        }
         walk_.BeginContent();
     }
     if (isEmpty)

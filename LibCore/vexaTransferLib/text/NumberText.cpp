@@ -19,11 +19,17 @@ locale_t ClassicLocale() {
     return classic;
 }
 
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+                                   1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+
 // Reads on while there are digits; more than 19 of them overflow.
 const char16_t* ReadDigits(const char16_t* text, std::uint64_t& number) {
-    for (; *text >= u'0' && *text <= u'9'; ++text)
-        number = number * 10 + static_cast<std::uint64_t>(*text - u'0');
-    return text;
+    for (;; ++text) {
+        const std::uint32_t digit = std::uint32_t{*text} - u'0'; // wraps below '0'
+        if (digit > 9)
+            return text;
+        number = number * 10 + digit;
+    }
 }
 
 } // namespace
@@ -51,8 +57,6 @@ const char* ReadDouble(const char* text, double& number) {
 
 // Digits and power of ten are exact as doubles, so the division rounds once, to what strtod gives.
 bool ReadShortDecimal(const char16_t* text, double& number) {
-    constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
-                                       1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
     constexpr std::ptrdiff_t kMostDigits = std::size(kPowersOfTen) - 1;
     constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<double>::digits;
     const bool isNegative = *text == u'-';
