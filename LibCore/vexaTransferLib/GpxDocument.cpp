@@ -255,7 +255,7 @@ void GpxDocument::AppendMetaData(writer::TextSink& sink) const {
     // A time alone stands without a metadata element around it.
     if (time_ > 0.0) {
         sink.Ascii("\t");
-        writer::AppendAsciiElement(sink, "time", text::TimeText(time_, text::YearDigits::kFour).View());
+        writer::AppendAsciiElement(sink, "time", sink.TimeText(time_, text::YearDigits::kFour));
     }
     if (HasExtensionData())
         AppendExtensionData(sink);

@@ -284,17 +284,16 @@ void GpxPoint::AppendTo(const GpxVersion& version, writer::TextSink& sink) const
     AppendStandardElements(version, sink);
     if (version.IsGpx11() && ContainsExtensions())
         AppendExtensions(sink);
-    writer::AppendClose(sink, name);
-    sink.Ascii(writer::kEndOfLine);
+    writer::AppendLineEnd(sink, name);
 }
 
 void GpxPoint::AppendStandardElements(const GpxVersion& version, writer::TextSink& sink) const {
     if (hasElevation_)
         writer::AppendFixedElement(sink, "ele", elevation_, writer::kHeightDecimals);
     if (hasTime_) {
-        const text::TimeText time(time_, text::YearDigits::kBare);
-        if (!time.View().empty())
-            writer::AppendAsciiElement(sink, "time", time.View());
+        const std::string_view time = sink.TimeText(time_, text::YearDigits::kBare);
+        if (!time.empty())
+            writer::AppendAsciiElement(sink, "time", time);
     }
     if (rare_) {
         if (rare_->magneticVariation)
@@ -344,12 +343,9 @@ void GpxPoint::AppendFormAttributes(writer::TextSink& sink) const {
         sink.Ascii("\t\t<tarvik:formstring key=\"");
         sink.Raw(key);
         sink.Ascii("\"");
-        const text::TimeText modTime(record->modTime, text::YearDigits::kFour);
-        if (record->modTime != 0.0 && !modTime.View().empty()) {
-            sink.Ascii(" modtime=\"");
-            sink.Ascii(modTime.View());
-            sink.Ascii("\"");
-        }
+        const std::string_view modTime = sink.TimeText(record->modTime, text::YearDigits::kFour);
+        if (record->modTime != 0.0 && !modTime.empty())
+            sink.Ascii(" modtime=\"", modTime, "\"");
         sink.Ascii(">");
         sink.Escaped(record->value);
         sink.Ascii("</tarvik:formstring>\r\n");

@@ -85,7 +85,7 @@ TEST(TextSinkTest, ElementsAreLines) {
         const char* expected;
     } rows[] = {
         {[](UnicodeSink& sink) { writer::AppendOpen(sink, "a"); }, "<a>"},
-        {[](UnicodeSink& sink) { writer::AppendClose(sink, "a"); }, "</a>"},
+        {[](UnicodeSink& sink) { writer::AppendLineEnd(sink, "a"); }, "</a>\r\n"},
         {[](UnicodeSink& sink) { writer::AppendTextElement(sink, "a", u"<&>"); }, "<a>&lt;&amp;&gt;</a>\r\n"},
         {[](UnicodeSink& sink) { writer::AppendTextElement(sink, "a", u""); }, ""},
         {[](UnicodeSink& sink) { writer::AppendRawElement(sink, "\t", "a", u"<&>"); }, "\t<a><&></a>\r\n"},

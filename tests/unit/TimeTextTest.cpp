@@ -227,6 +227,41 @@ TEST(TimeTextTest, EqualsIcuOnRandomTimes) {
     }
 }
 
+// One object for all times, so that each finds the date of another in the buffer.
+TEST(TimeTextTest, SettingItAgainGivesTheTextOfANewOne) {
+    constexpr double kTimes[] = {0.0,
+                                 kDay - 1.0,
+                                 kDay,
+                                 -1.0,
+                                 kFirstGregorian,
+                                 kFirstGregorian - 1.0,
+                                 -30610224000000.0,
+                                 253402300800000.0,
+                                 1.8e17,
+                                 kInfinity,
+                                 kNan};
+    TimeText text;
+    EXPECT_EQ(text.View(), "");
+    for (const double first : kTimes) {
+        for (const double second : kTimes) {
+            for (const YearDigits digits : {YearDigits::kBare, YearDigits::kFour, YearDigits::kBare}) {
+                text.Set(first, digits);
+                EXPECT_EQ(text.View(), TimeText(first, digits).View()) << first;
+                text.Set(second, digits);
+                EXPECT_EQ(text.View(), TimeText(second, digits).View()) << first << ", " << second;
+            }
+        }
+    }
+    std::mt19937_64 random(7);
+    std::uniform_real_distribution<double> days(kFirstGregorian - 3 * kDay, kFirstGregorian + 3 * kDay);
+    for (int i = 0; i < 10000; ++i) {
+        const double millis = days(random);
+        const YearDigits digits = random() % 2 == 0 ? YearDigits::kBare : YearDigits::kFour;
+        text.Set(millis, digits);
+        ASSERT_EQ(text.View(), TimeText(millis, digits).View()) << std::hexfloat << millis;
+    }
+}
+
 TEST(TimeTextTest, NoLocaleShows) {
     constexpr double kJulian = -30610224000000.0;
     const std::string expected = Four(1232014830000.0) + Bare(kJulian) + Four(kJulian);

@@ -34,11 +34,8 @@ const char16_t* ReadDigits(const char16_t* text, std::uint64_t& number) {
 
 } // namespace
 
-FixedText::FixedText(double number, int decimals) {
-    char* const begin = buffer_.data();
-    const std::to_chars_result result =
-        std::to_chars(begin, begin + buffer_.size(), number, std::chars_format::fixed, decimals);
-    length_ = static_cast<std::size_t>(result.ptr - begin);
+char* WriteFixed(char* out, double number, int decimals) {
+    return std::to_chars(out, out + kLongestFixed, number, std::chars_format::fixed, decimals).ptr;
 }
 
 const char* ReadDouble(const char* text, double& number) {

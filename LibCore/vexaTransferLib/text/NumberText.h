@@ -12,16 +12,23 @@
 
 namespace vexaTransferLib::text {
 
-/// A number in fixed notation with a full stop, whatever the C locale: what `printf("%.*f")` writes in the
-/// classic one.
+/// The most characters of a number in fixed notation with up to 40 decimals: -DBL_MAX has a sign and 309
+/// digits before the point.
+inline constexpr std::size_t kLongestFixed = 352;
+
+/// Writes a number in fixed notation with a full stop, whatever the C locale: what `printf("%.*f")` writes in
+/// the classic one. Returns the end of it; there must be room for `kLongestFixed` characters.
+char* WriteFixed(char* out, double number, int decimals);
+
+/// The same as a text of its own.
 class FixedText {
 public:
-    FixedText(double number, int decimals);
+    FixedText(double number, int decimals)
+        : length_(static_cast<std::size_t>(WriteFixed(buffer_.data(), number, decimals) - buffer_.data())) {}
     std::string_view View() const { return {buffer_.data(), length_}; }
 
 private:
-    // -DBL_MAX has a sign and 309 digits before the point.
-    std::array<char, 352> buffer_;
+    std::array<char, kLongestFixed> buffer_;
     std::size_t length_;
 };
 

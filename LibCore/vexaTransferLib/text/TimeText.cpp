@@ -35,13 +35,10 @@ constexpr double kLastArithmeticMillis = 1.8e17;
 
 constexpr long kFirstYear = 1970;
 
-struct CivilTime {
+struct CivilDate {
     std::int64_t year;
     int month;
     int day;
-    int hour;
-    int minute;
-    int second;
 };
 
 // Days from 1970-01-01 to a date of the Gregorian calendar and back, by eras of 400 years that begin in
@@ -58,14 +55,7 @@ std::int64_t DaysFromCivil(std::int64_t year, int month, int day) {
     return era * kDaysPerEra + dayOfEra - kDaysToEpoch;
 }
 
-CivilTime CivilFromMillis(double millis) {
-    const auto whole = static_cast<std::int64_t>(std::floor(millis));
-    std::int64_t days = whole / kMillisPerDay;
-    std::int64_t rest = whole % kMillisPerDay;
-    if (rest < 0) {
-        rest += kMillisPerDay;
-        --days;
-    }
+CivilDate CivilFromDays(std::int64_t days) {
     days += kDaysToEpoch;
     const std::int64_t era = (days >= 0 ? days : days - (kDaysPerEra - 1)) / kDaysPerEra;
     const std::int64_t dayOfEra = days - era * kDaysPerEra;
@@ -74,31 +64,11 @@ CivilTime CivilFromMillis(double millis) {
     const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
     const std::int64_t shiftedMonth = (5 * dayOfYear + 2) / 153;
 
-    CivilTime civil = {};
-    civil.day = static_cast<int>(dayOfYear - (153 * shiftedMonth + 2) / 5 + 1);
-    civil.month = static_cast<int>(shiftedMonth < 10 ? shiftedMonth + 3 : shiftedMonth - 9);
-    civil.year = yearOfEra + era * 400 + (civil.month <= 2 ? 1 : 0);
-    civil.hour = static_cast<int>(rest / kMillisPerHour);
-    civil.minute = static_cast<int>(rest / kMillisPerMinute % 60);
-    civil.second = static_cast<int>(rest / kMillisPerSecond % 60);
-    return civil;
-}
-
-// The locale is fixed: the default one may count other years. False for a NaN, which no calendar takes.
-bool CivilFromCalendar(double millis, CivilTime& civil) {
-    UErrorCode status = U_ZERO_ERROR;
-    icu::GregorianCalendar calendar(*icu::TimeZone::getGMT(), icu::Locale::getUS(), status);
-    calendar.setTime(millis, status);
-    civil.year = calendar.get(UCAL_YEAR, status);
-    civil.month = calendar.get(UCAL_MONTH, status) + 1;
-    civil.day = calendar.get(UCAL_DAY_OF_MONTH, status);
-    civil.hour = calendar.get(UCAL_HOUR_OF_DAY, status);
-    civil.minute = calendar.get(UCAL_MINUTE, status);
-    civil.second = calendar.get(UCAL_SECOND, status);
-    // Without memory no time is no NaN: a line must not be lost for it.
-    if (status == U_MEMORY_ALLOCATION_ERROR)
-        throw std::bad_alloc();
-    return U_SUCCESS(status);
+    CivilDate date = {};
+    date.day = static_cast<int>(dayOfYear - (153 * shiftedMonth + 2) / 5 + 1);
+    date.month = static_cast<int>(shiftedMonth < 10 ? shiftedMonth + 3 : shiftedMonth - 9);
+    date.year = yearOfEra + era * 400 + (date.month <= 2 ? 1 : 0);
+    return date;
 }
 
 // What is left of a time text. Never points past the zero that ends it.
@@ -234,12 +204,25 @@ char* AppendYear(char* out, std::int64_t year, std::ptrdiff_t width) {
     return std::copy(static_cast<const char*>(digits.data()), end, out);
 }
 
-// A mark and two digits.
-char* AppendPart(char* out, char mark, int value) {
-    *out++ = mark;
+// Two digits and a mark.
+char* AppendPart(char* out, int value, char mark) {
     *out++ = static_cast<char>('0' + value / 10);
     *out++ = static_cast<char>('0' + value % 10);
+    *out++ = mark;
     return out;
+}
+
+char* AppendDate(char* out, const CivilDate& date, YearDigits yearDigits) {
+    out = AppendYear(out, date.year, yearDigits == YearDigits::kFour ? 4 : 1);
+    *out++ = '-';
+    out = AppendPart(out, date.month, '-');
+    return AppendPart(out, date.day, 'T');
+}
+
+char* AppendClock(char* out, int hour, int minute, int second) {
+    out = AppendPart(out, hour, ':');
+    out = AppendPart(out, minute, ':');
+    return AppendPart(out, second, 'Z');
 }
 
 // Nearly every field has nothing but digits, for which the C library's function is slow.
@@ -259,20 +242,58 @@ bool ReadDigits(long& out, const char* text, unsigned long length) {
 
 } // namespace
 
-TimeText::TimeText(double millis, YearDigits yearDigits) {
-    CivilTime civil = {};
-    if (millis >= kFirstGregorianMillis && millis <= kLastArithmeticMillis)
-        civil = CivilFromMillis(millis);
-    else if (!CivilFromCalendar(millis, civil))
+void TimeText::Set(double millis, YearDigits yearDigits) {
+    if (!(millis >= kFirstGregorianMillis && millis <= kLastArithmeticMillis)) {
+        SetFromCalendar(millis, yearDigits);
         return;
-    char* end = AppendYear(buffer_.data(), civil.year, yearDigits == YearDigits::kFour ? 4 : 1);
-    end = AppendPart(end, '-', civil.month);
-    end = AppendPart(end, '-', civil.day);
-    end = AppendPart(end, 'T', civil.hour);
-    end = AppendPart(end, ':', civil.minute);
-    end = AppendPart(end, ':', civil.second);
-    *end++ = 'Z';
-    length_ = static_cast<std::size_t>(end - buffer_.data());
+    }
+    const auto whole = static_cast<std::int64_t>(std::floor(millis));
+    std::int64_t day = whole / kMillisPerDay;
+    std::int64_t rest = whole % kMillisPerDay;
+    if (rest < 0) {
+        rest += kMillisPerDay;
+        --day;
+    }
+    if (day != day_ || yearDigits != yearDigits_)
+        SetDay(day, yearDigits);
+    const int second = static_cast<int>(rest / kMillisPerSecond);
+    SetClock(second / 3600, second / 60 % 60, second % 60);
+}
+
+void TimeText::SetDay(std::int64_t day, YearDigits yearDigits) {
+    char* const date = buffer_.data();
+    dateLength_ = static_cast<std::size_t>(AppendDate(date, CivilFromDays(day), yearDigits) - date);
+    day_ = day;
+    yearDigits_ = yearDigits;
+}
+
+void TimeText::SetClock(int hour, int minute, int second) {
+    char* const clock = buffer_.data() + dateLength_;
+    length_ = dateLength_ + static_cast<std::size_t>(AppendClock(clock, hour, minute, second) - clock);
+}
+
+// The locale is fixed: the default one may count other years. Fails for a NaN, which no calendar takes.
+void TimeText::SetFromCalendar(double millis, YearDigits yearDigits) {
+    UErrorCode status = U_ZERO_ERROR;
+    icu::GregorianCalendar calendar(*icu::TimeZone::getGMT(), icu::Locale::getUS(), status);
+    calendar.setTime(millis, status);
+    CivilDate date = {};
+    date.year = calendar.get(UCAL_YEAR, status);
+    date.month = calendar.get(UCAL_MONTH, status) + 1;
+    date.day = calendar.get(UCAL_DAY_OF_MONTH, status);
+    const int hour = calendar.get(UCAL_HOUR_OF_DAY, status);
+    const int minute = calendar.get(UCAL_MINUTE, status);
+    const int second = calendar.get(UCAL_SECOND, status);
+    // Without memory no time is no NaN: a line must not be lost for it.
+    if (status == U_MEMORY_ALLOCATION_ERROR)
+        throw std::bad_alloc();
+    length_ = 0;
+    if (U_FAILURE(status))
+        return;
+    char* const start = buffer_.data();
+    day_ = kNoDay;
+    dateLength_ = static_cast<std::size_t>(AppendDate(start, date, yearDigits) - start);
+    SetClock(hour, minute, second);
 }
 
 bool ReadLongField(long& out, const char* text, unsigned long length, long min, long max) {

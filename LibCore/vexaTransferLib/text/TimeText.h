@@ -7,6 +7,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -17,14 +19,30 @@ enum class YearDigits { kBare, kFour };
 
 /// GPX time text of milliseconds since 1970 UTC, whole seconds, in the Gregorian calendar (Julian before
 /// 1582-10-15, as ICU has it) with ASCII digits. Empty for a NaN.
+///
+/// One object can be set to many times. The date is worked out once for those in a row that share a day, as
+/// those of a track do.
 class TimeText {
 public:
-    TimeText(double millis, YearDigits yearDigits);
+    TimeText() = default;
+    TimeText(double millis, YearDigits yearDigits) { Set(millis, yearDigits); }
+
+    void Set(double millis, YearDigits yearDigits);
     std::string_view View() const { return {buffer_.data(), length_}; }
 
 private:
+    static constexpr std::int64_t kNoDay = std::numeric_limits<std::int64_t>::min();
+
+    void SetDay(std::int64_t day, YearDigits yearDigits);
+    void SetClock(int hour, int minute, int second);
+    void SetFromCalendar(double millis, YearDigits yearDigits);
+
     std::array<char, 64> buffer_;
     std::size_t length_ = 0;
+    // The day since 1970 whose date stands in the buffer, with its year's digits and the date's length.
+    std::int64_t day_ = kNoDay;
+    YearDigits yearDigits_ = YearDigits::kBare;
+    std::size_t dateLength_ = 0;
 };
 
 /// See the public functions of the same names in GpxUtils.h.

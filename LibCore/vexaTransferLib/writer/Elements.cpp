@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/writer/Elements.h>
 
-#include <vexaTransferLib/text/NumberText.h>
-
 #include <limits>
 
 namespace vexaTransferLib::writer {
@@ -11,11 +9,9 @@ namespace {
 
 template <class Number>
 void AppendGrouped(TextSink& sink, std::string_view indent, std::string_view name, Number number) {
-    sink.Ascii(indent);
-    AppendOpen(sink, name);
+    sink.Ascii(indent, "<", name, ">");
     sink.Grouped(number);
-    AppendClose(sink, name);
-    sink.Ascii(kEndOfLine);
+    AppendLineEnd(sink, name);
 }
 
 double SnapTo(double value, double limit) {
@@ -25,47 +21,21 @@ double SnapTo(double value, double limit) {
 
 } // namespace
 
-void AppendOpen(TextSink& sink, std::string_view name) {
-    sink.Ascii("<");
-    sink.Ascii(name);
-    sink.Ascii(">");
-}
-
-void AppendClose(TextSink& sink, std::string_view name) {
-    sink.Ascii("</");
-    sink.Ascii(name);
-    sink.Ascii(">");
-}
-
 void AppendTextElement(TextSink& sink, std::string_view name, const icu::UnicodeString& text) {
     if (text.isEmpty())
         return;
     AppendOpen(sink, name);
     sink.Escaped(text);
-    AppendClose(sink, name);
-    sink.Ascii(kEndOfLine);
+    AppendLineEnd(sink, name);
 }
 
 void AppendRawElement(TextSink& sink, std::string_view indent, std::string_view name,
                       const icu::UnicodeString& text) {
     if (text.isEmpty())
         return;
-    sink.Ascii(indent);
-    AppendOpen(sink, name);
+    sink.Ascii(indent, "<", name, ">");
     sink.Raw(text);
-    AppendClose(sink, name);
-    sink.Ascii(kEndOfLine);
-}
-
-void AppendAsciiElement(TextSink& sink, std::string_view name, std::string_view text) {
-    AppendOpen(sink, name);
-    sink.Ascii(text);
-    AppendClose(sink, name);
-    sink.Ascii(kEndOfLine);
-}
-
-void AppendFixedElement(TextSink& sink, std::string_view name, double number, int decimals) {
-    AppendAsciiElement(sink, name, text::FixedText(number, decimals).View());
+    AppendLineEnd(sink, name);
 }
 
 void AppendGroupedElement(TextSink& sink, std::string_view indent, std::string_view name,
@@ -78,9 +48,7 @@ void AppendGroupedElement(TextSink& sink, std::string_view indent, std::string_v
 }
 
 void AppendPointStart(TextSink& sink, std::string_view name, double latitude, double longitude) {
-    sink.Ascii("<");
-    sink.Ascii(name);
-    sink.Ascii(" lat=\"");
+    sink.Ascii("<", name, " lat=\"");
     sink.Fixed(SnapTo(SnapTo(latitude, -90.0), 90.0), kCoordinateDecimals);
     sink.Ascii("\" lon=\"");
     sink.Fixed(SnapTo(longitude, -180.0), kCoordinateDecimals);

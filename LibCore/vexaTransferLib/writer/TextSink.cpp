@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/writer/TextSink.h>
 
-#include <vexaTransferLib/text/NumberText.h>
 #include <vexaTransferLib/writer/XmlEntities.h>
 
 #include <common/dbc.h>
@@ -11,11 +10,7 @@
 
 namespace vexaTransferLib::writer {
 
-void TextSink::Fixed(double number, int decimals) {
-    Ascii(text::FixedText(number, decimals).View());
-}
-
-void UnicodeSink::Ascii(std::string_view text) {
+void UnicodeSink::AppendAscii(std::string_view text) {
     std::array<char16_t, 256> units;
     while (!text.empty()) {
         const std::size_t count = std::min(text.size(), units.size());

@@ -5,10 +5,14 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/text/NumberText.h>
+#include <vexaTransferLib/text/TimeText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
 #include <unicode/unistr.h>
 
+#include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -16,25 +20,70 @@ namespace vexaTransferLib::writer {
 
 /// Where GPX text goes. The text of the model is written once, against this; an implementation decides on the
 /// encoding. One sink serves one call of a writer, so the number format inside is made at most once per call.
+///
+/// Nearly all of a track is ASCII in small pieces. An implementation whose encoding keeps ASCII as it is lends
+/// its buffer for them (see `next_`), so that they cost no virtual call.
 class TextSink {
 public:
+    TextSink() = default;
+    TextSink(const TextSink&) = delete;
+    TextSink& operator=(const TextSink&) = delete;
     virtual ~TextSink() = default;
 
-    /// Fixed text and digits, ASCII only.
-    virtual void Ascii(std::string_view text) = 0;
+    /// Fixed text and digits, ASCII only: the pieces one behind the other.
+    template <std::convertible_to<std::string_view>... Pieces>
+    void Ascii(const Pieces&... pieces) {
+        AppendPieces(std::string_view(pieces)...);
+    }
     /// Text of the model as it stands.
     virtual void Raw(const icu::UnicodeString& text) = 0;
     /// Text of the model with the five XML special characters escaped.
     virtual void Escaped(const icu::UnicodeString& text) = 0;
 
     /// A number in fixed notation.
-    void Fixed(double number, int decimals);
+    void Fixed(double number, int decimals) {
+        if (Room() >= text::kLongestFixed)
+            next_ = text::WriteFixed(next_, number, decimals);
+        else
+            AppendAscii(text::FixedText(number, decimals).View());
+    }
     /// A number with thousands separators, as the vendor's extensions have them.
     void Grouped(std::int32_t number) { Raw(numberFormat_.Format(number)); }
     void Grouped(double number) { Raw(numberFormat_.Format(number)); }
 
+    /// The GPX text of a time, empty for a NaN; valid until the next call. Appends nothing.
+    std::string_view TimeText(double millis, text::YearDigits yearDigits) {
+        timeText_.Set(millis, yearDigits);
+        return timeText_.View();
+    }
+
+protected:
+    /// Appends ASCII for which there is no room between `next_` and `end_`.
+    virtual void AppendAscii(std::string_view text) = 0;
+
+    std::size_t Room() const { return static_cast<std::size_t>(end_ - next_); }
+
+    /// Where the next ASCII character goes and where the room for more of them ends; equal when the
+    /// implementation lends no buffer.
+    char* next_ = nullptr;
+    char* end_ = nullptr;
+
 private:
+    template <class... Views>
+    void AppendPieces(Views... pieces) {
+        if (Room() < (pieces.size() + ...)) {
+            (AppendAscii(pieces), ...);
+            return;
+        }
+        // A copy, because the characters stored could be those of the member itself for all the compiler
+        // knows.
+        char* next = next_;
+        ((next += pieces.copy(next, pieces.size())), ...);
+        next_ = next;
+    }
+
     text::UsNumberFormat numberFormat_;
+    text::TimeText timeText_;
 };
 
 /// Appends to a UnicodeString. A string that ICU cannot hold turns bogus and stays so; whoever finishes the
@@ -43,11 +92,12 @@ class UnicodeSink final : public TextSink {
 public:
     explicit UnicodeSink(icu::UnicodeString& out) : out_(out) {}
 
-    void Ascii(std::string_view text) override;
     void Raw(const icu::UnicodeString& text) override { out_.append(text); }
     void Escaped(const icu::UnicodeString& text) override;
 
 private:
+    void AppendAscii(std::string_view text) override;
+
     icu::UnicodeString& out_;
 };
 

@@ -45,34 +45,36 @@ char* AppendCharacter(char* out, UChar32 character) {
 
 } // namespace
 
-char* Utf8Sink::Reserve(std::size_t count) {
-    if (capacity_ - length_ < count + kZeros)
-        Grow(length_ + count + kZeros);
-    return bytes_.get() + length_;
+void Utf8Sink::Reserve(std::size_t count) {
+    if (Room() < count)
+        Grow(count);
 }
 
-void Utf8Sink::Grow(std::size_t size) {
-    CheckHeld(length_ <= limit_);
-    const std::size_t capacity = std::max({size, capacity_ * 2, kFirstCapacity});
+void Utf8Sink::Grow(std::size_t count) {
+    const std::size_t length = Length();
+    CheckHeld(length <= limit_);
+    const std::size_t capacity =
+        std::max({length + count + kZeros, (length + Room() + kZeros) * 2, kFirstCapacity});
     char* const grown = static_cast<char*>(std::realloc(bytes_.get(), capacity));
     CheckHeld(grown != nullptr);
     static_cast<void>(bytes_.release());
     bytes_.reset(grown);
-    capacity_ = capacity;
+    next_ = grown + length;
+    end_ = grown + capacity - kZeros;
 }
 
 void Utf8Sink::CheckHeld(bool isHeld) const {
     dbc::Ensure(isHeld, source_, "The GPX text is too large to be held in memory.");
 }
 
-void Utf8Sink::Ascii(std::string_view text) {
-    std::memcpy(Reserve(text.size()), text.data(), text.size());
-    length_ += text.size();
+void Utf8Sink::AppendAscii(std::string_view text) {
+    Reserve(text.size());
+    next_ += text.copy(next_, text.size());
 }
 
 void Utf8Sink::Append(const char16_t* units, std::size_t count) {
-    char* const start = Reserve(count * kMostBytesPerUnit);
-    char* out = start;
+    Reserve(count * kMostBytesPerUnit);
+    char* out = next_;
     for (std::size_t i = 0; i < count; ++i) {
         UChar32 character = units[i];
         if (U16_IS_SURROGATE(character)) {
@@ -82,7 +84,7 @@ void Utf8Sink::Append(const char16_t* units, std::size_t count) {
         }
         out = AppendCharacter(out, character);
     }
-    length_ += static_cast<std::size_t>(out - start);
+    next_ = out;
 }
 
 void Utf8Sink::Raw(const icu::UnicodeString& text) {
@@ -106,13 +108,16 @@ void Utf8Sink::Escaped(const icu::UnicodeString& text) {
 }
 
 UnicodeStrUtils::ByteString Utf8Sink::Take() {
-    std::memset(Reserve(0), 0, kZeros);
-    CheckHeld(length_ <= limit_);
+    if (bytes_ == nullptr)
+        Grow(0);
+    const std::size_t length = Length();
+    CheckHeld(length <= limit_);
+    std::memset(next_, 0, kZeros);
     UnicodeStrUtils::ByteString result{icu::UnicodeString()};
-    result.length = static_cast<std::uint32_t>(length_);
+    result.length = static_cast<std::uint32_t>(length);
     result.buffer = boost::shared_array<char>(bytes_.release(), Free());
-    length_ = 0;
-    capacity_ = 0;
+    next_ = nullptr;
+    end_ = nullptr;
     return result;
 }
 

@@ -27,7 +27,6 @@ public:
     explicit Utf8Sink(const char* source, std::size_t limit = std::numeric_limits<std::uint32_t>::max())
         : source_(source), limit_(limit) {}
 
-    void Ascii(std::string_view text) override;
     void Raw(const icu::UnicodeString& text) override;
     void Escaped(const icu::UnicodeString& text) override;
 
@@ -39,17 +38,17 @@ private:
         void operator()(char* bytes) const { std::free(bytes); }
     };
 
-    /// Room for so many more bytes, with the zeros behind them.
-    char* Reserve(std::size_t count);
-    void Grow(std::size_t size);
+    void AppendAscii(std::string_view text) override;
+    std::size_t Length() const { return static_cast<std::size_t>(next_ - bytes_.get()); }
+    /// Makes room for so many more bytes, with the zeros behind them.
+    void Reserve(std::size_t count);
+    void Grow(std::size_t count);
     void CheckHeld(bool isHeld) const;
     void Append(const char16_t* units, std::size_t count);
 
     const char* source_;
     std::size_t limit_;
     std::unique_ptr<char, Free> bytes_;
-    std::size_t length_ = 0;
-    std::size_t capacity_ = 0;
 };
 
 } // namespace vexaTransferLib::writer
