@@ -112,6 +112,34 @@ TEST(NumberTextTest, FixedEqualsPrintfOnAnyDouble) {
     }
 }
 
+TEST(NumberTextTest, FixedEqualsPrintfAtEverySizeAndTie) {
+    std::mt19937_64 random(11);
+    for (int exponent = -90; exponent <= 90; ++exponent) {
+        for (int decimals = 0; decimals <= 12; ++decimals) {
+            const double power = std::ldexp(1.0, exponent);
+            // A few bits make ties, all of them make numbers next to none.
+            const double tie = std::ldexp(static_cast<double>(random() % 4096), exponent);
+            const double any = std::ldexp(static_cast<double>(random() >> 11U), exponent - 52);
+            for (const double number : {power, std::nextafter(power, 0.0), std::nextafter(power, kMax), tie,
+                                        std::nextafter(tie, 0.0), std::nextafter(tie, kMax), any}) {
+                ASSERT_EQ(Fixed(number, decimals), Printed(number, decimals)) << std::hexfloat << number;
+                ASSERT_EQ(Fixed(-number, decimals), Printed(-number, decimals)) << std::hexfloat << number;
+            }
+        }
+    }
+}
+
+TEST(NumberTextTest, FixedCarriesIntoEveryDigit) {
+    for (int decimals = 1; decimals <= 9; ++decimals) {
+        for (const double whole : {0.0, 9.0, 99.0, 179.0, 4294967295.0, 8589934590.0, 8589934591.0}) {
+            const double halfUnit = 0.5 * std::pow(10.0, -decimals);
+            for (const double number : {whole + 1.0 - halfUnit, std::nextafter(whole + 1.0 - halfUnit, 0.0),
+                                        std::nextafter(whole + 1.0, 0.0)})
+                EXPECT_EQ(Fixed(number, decimals), Printed(number, decimals)) << std::hexfloat << number;
+        }
+    }
+}
+
 TEST(NumberTextTest, ReadsWhatStrtodReads) {
     for (const char* text : {"",
                              "0",
