@@ -3,6 +3,7 @@
 
 #include <vexagpx/EntryName.h>
 #include <vexagpx/Posix.h>
+#include <vexagpx/ProgressBar.h>
 
 #include <common/dbc.h>
 
@@ -146,12 +147,16 @@ void Archive::Read(const std::function<void(std::string_view)>& take) {
         take({buffer.data(), count});
 }
 
-std::string Archive::ReadAll() {
+std::string Archive::ReadAll(const std::string& name) {
     // What the archive states may be false.
     constexpr std::uint64_t kMostInAdvance = std::uint64_t{1} << 26;
     std::string bytes;
     bytes.reserve(std::min(info_.size, kMostInAdvance));
-    Read([&bytes](std::string_view piece) { bytes.append(piece); });
+    ProgressBar bar(name);
+    Read([&](std::string_view piece) {
+        bytes.append(piece);
+        bar.Update({bytes.size(), info_.size});
+    });
     return bytes;
 }
 

@@ -48,7 +48,8 @@ public:
     std::size_t Read(char* buffer, std::size_t size);
     /// The whole current entry, in pieces.
     void Read(const std::function<void(std::string_view)>& take);
-    std::string ReadAll();
+    /// \param name shown with the progress
+    std::string ReadAll(const std::string& name);
 
 private:
     [[noreturn]] void Fail(const std::string& message) const;

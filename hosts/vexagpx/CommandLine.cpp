@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/CommandLine.h>
 
+#include <vexagpx/Check.h>
 #include <vexagpx/Clean.h>
 #include <vexagpx/Dump.h>
 #include <vexagpx/Info.h>
@@ -26,6 +27,14 @@ constexpr char kDumpExamples[] = "Examples:\n"
                                  "  vexagpx dump walk.gpx\n"
                                  "  vexagpx dump *.gpx > models.jsonl\n"
                                  "  curl -s https://example.org/walk.gpx | vexagpx dump -\n";
+constexpr char kCheckExamples[] =
+    "\"(lost)\" marks what a document could have held; with any of it, and when a\n"
+    "file cannot be read, the exit status is 1.\n"
+    "\n"
+    "Examples:\n"
+    "  vexagpx check walk.gpx\n"
+    "  vexagpx check --all walk.gpx | less\n"
+    "  vexagpx check --json *.gpx > receipts.jsonl\n";
 constexpr char kConvertExamples[] =
     "Examples:\n"
     "  vexagpx convert old.gpx new.gpx\n"
@@ -58,10 +67,15 @@ CLI::App* AddCommand(CLI::App& app, Request& request, const std::string& name, c
     return command;
 }
 
+void AddProgress(CLI::App& command, Request& request) {
+    command.add_flag("--no-progress", request.noProgress, "Show no progress while long files are read");
+}
+
 void AddFiles(CLI::App& command, Request& request) {
     command.add_option("FILE", request.files, "GPX files or ZIP archives; - is standard input")
         ->required()
         ->type_name("");
+    AddProgress(command, request);
 }
 
 /// A unit may follow the number of bytes.
@@ -133,10 +147,25 @@ void AddInfo(CLI::App& app, Request& request) {
     });
 }
 
+void AddCheck(CLI::App& app, Request& request) {
+    CLI::App* command =
+        AddCommand(app, request, "check", "Tell what of GPX files is read and what is not", kCheckExamples);
+    AddFiles(*command, request);
+    AddLimits(*command, request);
+    command->add_flag("--all", request.all, "List equal things one by one, not with a count");
+    command->add_flag("--json", request.json, "Print a line of JSON for each document");
+    command->callback([&request] {
+        request.command = [&request](Output& out) {
+            return Check(request.files, request.limits, {request.json, request.all}, out);
+        };
+    });
+}
+
 void AddConvert(CLI::App& app, Request& request) {
     ConvertRequest& convert = request.convert;
     CLI::App* command =
         AddCommand(app, request, "convert", "Read a GPX file and write it again", kConvertExamples);
+    AddProgress(*command, request);
     AddLimits(*command, request);
     command->add_option("IN", convert.in, "GPX file or ZIP archive; - is standard input")
         ->required()
@@ -185,6 +214,7 @@ CLI::App* AddZipCommand(CLI::App& zip, Request& request, const std::string& name
     command->add_option("ARCHIVE", request.archive, "ZIP archive; - is standard input")
         ->required()
         ->type_name("");
+    AddProgress(*command, request);
     AddLimits(*command, request);
     command->callback(
         [&request, run] { request.command = [&request, run](Output& out) { return run(request, out); }; });
@@ -223,19 +253,23 @@ void AddCommands(CLI::App& app, Request& request) {
     app.set_version_flag("--version", "vexagpx " VEXAGPX_VERSION, "Print the version and leave");
     app.add_option("--debug-log", request.debugLog, "Keep the library's contract report in this file")
         ->type_name("FILE");
+    AddProgress(app, request);
     app.require_subcommand(1);
     AddShow(app, request);
     AddDump(app, request);
     AddInfo(app, request);
+    AddCheck(app, request);
     AddConvert(app, request);
     AddClean(app, request);
     AddZip(app, request);
-    app.footer("Exit status: 0 fine, 1 input or output failed, 2 wrong usage.\n"
+    app.footer("Exit status: 0 fine, 1 input or output failed, or check found something lost, 2\n"
+               "wrong usage. Ctrl-C stops the reading of a file and leaves no half result.\n"
                "\n"
                "Examples:\n"
                "  vexagpx show walk.gpx\n"
                "  vexagpx dump *.gpx > models.jsonl\n"
                "  vexagpx info pocket-query.zip\n"
+               "  vexagpx check walk.gpx\n"
                "  vexagpx convert --gpx 1.1 old.gpx new.gpx\n"
                "  vexagpx clean description.html\n"
                "  vexagpx zip list pocket-query.zip\n"

@@ -23,6 +23,7 @@ struct Request {
     std::vector<std::string> files;
     bool all = false;
     bool json = false;
+    bool noProgress = false;
     bool overwrite = false;
     std::string archive;
     std::string entry;

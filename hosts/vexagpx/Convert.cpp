@@ -5,9 +5,11 @@
 #include <vexagpx/Documents.h>
 #include <vexagpx/EntryPlaces.h>
 #include <vexagpx/Messages.h>
+#include <vexagpx/ShellText.h>
 #include <vexagpx/Target.h>
 #include <vexagpx/WellFormed.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
@@ -24,7 +26,7 @@ icu::UnicodeString FromUtf8(const std::string& text) {
 }
 
 /// Writes one document as the request says, to a path instead of the request's.
-bool WriteResult(const ConvertRequest& request, const GpxDocument& document, const std::string& path,
+void WriteResult(const ConvertRequest& request, const GpxDocument& document, const std::string& path,
                  Output& standardOutput) {
     const GpxVersion version(FromUtf8(request.version));
     const icu::UnicodeString name = FromUtf8(request.applicationName);
@@ -36,7 +38,6 @@ bool WriteResult(const ConvertRequest& request, const GpxDocument& document, con
                                  FindCulprit(document, version, name, url, target.TemporaryPath()) + ". " +
                                  path + " was not written. (" + *complaint + ")");
     target.Commit(standardOutput);
-    return true;
 }
 
 void NoteGpx10(const ConvertRequest& request) {
@@ -58,40 +59,103 @@ bool IsSameFile(const std::string& path, const std::string& other) {
     return std::filesystem::equivalent(path, other, error);
 }
 
-bool ConvertArchive(const ConvertRequest& request, const InputFile& file, Output& standardOutput) {
-    const std::size_t count = CountGpxEntries(file, request.limits);
+/// Counts what the documents do not hold of the files that they were read from.
+class LossCount final : public GpxReadObserver {
+public:
+    void PassedOver(const GpxPassedOver&) override { ++ofDocument_; }
+
+    void BeginDocument() { ofDocument_ = 0; }
+    /// The document has been written.
+    void EndDocument() { inAll_ += ofDocument_; }
+    std::uint64_t InAll() const { return inAll_; }
+
+private:
+    std::uint64_t ofDocument_ = 0;
+    std::uint64_t inAll_ = 0;
+};
+
+void NoteLosses(const ConvertRequest& request, std::uint64_t count, bool isStream) {
+    if (count == 0)
+        return;
+    const bool isOne = count == 1;
+    const std::string note = "Note: " + std::to_string(count) + (isOne ? " thing in " : " things in ") +
+                             (request.in == kStandardInput ? "standard input" : request.in) +
+                             (isOne ? " was" : " were") + " not carried over";
+    const std::string command = "\"vexagpx check " + ShellText(request.in) + "\"";
+    const std::string lists = isOne ? "lists it." : "lists them.";
+    if (IsSameFile(request.in, request.out))
+        Complain(note + ", and the file that held " + (isOne ? "it" : "them") + " was replaced.");
+    else if (isStream)
+        Complain(note + "; " + command + " with the same input " + lists);
+    else
+        Complain(note + "; " + command + ' ' + lists);
+}
+
+class Converter {
+public:
+    Converter(const ConvertRequest& request, Output& standardOutput)
+        : request_(request), standardOutput_(standardOutput) {
+        parser_.Watch(&losses_);
+    }
+
+    bool Run() {
+        const InputFile file = OpenDocument(request_.in);
+        isStream_ = file.IsCopy();
+        return IsArchive(file) ? ConvertArchive(file) : ConvertFile(file);
+    }
+
+    void NoteLosses() const { vexagpx::NoteLosses(request_, losses_.InAll(), isStream_); }
+
+private:
+    bool ConvertFile(const InputFile& file);
+    bool ConvertArchive(const InputFile& file);
+    void Write(const GpxDocument& document, const std::string& path);
+
+    const ConvertRequest& request_;
+    Output& standardOutput_;
+    FileParser parser_;
+    LossCount losses_;
+    bool isStream_ = false;
+};
+
+bool Converter::ConvertFile(const InputFile& file) {
+    GpxDocument document;
+    losses_.BeginDocument();
+    parser_.ReadFile(file, document);
+    Write(document, request_.out);
+    return true;
+}
+
+bool Converter::ConvertArchive(const InputFile& file) {
+    const std::size_t count = CountGpxEntries(file, request_.limits);
     const bool intoFolder = count != 1;
-    if (count > 1 && request.out == kStandardOutput)
+    if (count > 1 && request_.out == kStandardOutput)
         throw std::runtime_error("Standard output takes one GPX file, and the archive holds more. (" +
-                                 request.in + ")");
-    if (!intoFolder && IsSameFile(request.out, file.FilePath()))
-        throw std::runtime_error("The result would replace the archive. (" + request.in + ")");
-    FileParser parser;
-    EntryPlaces places(request.out);
-    return ForEachGpxEntry(file, request.limits, [&](Archive& archive) {
+                                 request_.in + ")");
+    if (!intoFolder && IsSameFile(request_.out, file.FilePath()))
+        throw std::runtime_error("The result would replace the archive. (" + request_.in + ")");
+    EntryPlaces places(request_.out);
+    return ForEachGpxEntry(file, request_.limits, [&](Archive& archive) {
         GpxDocument document;
-        if (!ReadEntry(parser, archive, request.in, document))
-            return false;
-        return WriteResult(request, document, intoFolder ? places.PlaceOf(archive) : request.out,
-                           standardOutput);
+        losses_.BeginDocument();
+        ReadEntry(parser_, archive, request_.in, document);
+        Write(document, intoFolder ? places.PlaceOf(archive) : request_.out);
     });
 }
 
-bool ConvertInput(const ConvertRequest& request, Output& standardOutput) {
-    const InputFile file(request.in);
-    if (IsArchive(file))
-        return ConvertArchive(request, file, standardOutput);
-    GpxDocument document;
-    return FileParser().ReadFile(file, document) &&
-           WriteResult(request, document, request.out, standardOutput);
+void Converter::Write(const GpxDocument& document, const std::string& path) {
+    WriteResult(request_, document, path, standardOutput_);
+    losses_.EndDocument();
 }
 
 } // namespace
 
 bool Convert(const ConvertRequest& request, Output& standardOutput) {
-    const bool fine = Told(request.in, [&] { return ConvertInput(request, standardOutput); });
+    Converter converter(request, standardOutput);
+    const bool fine = Told(request.in, [&] { return converter.Run(); });
     if (fine)
         NoteGpx10(request);
+    converter.NoteLosses();
     return fine;
 }
 

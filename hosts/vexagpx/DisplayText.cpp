@@ -125,6 +125,17 @@ icu::UnicodeString HeightText(double metres) {
     return FromAscii(std::string(digits.data(), result.ptr) + " m");
 }
 
+icu::UnicodeString SizeText(std::uint64_t bytes) {
+    constexpr const char* kUnits[] = {" kB", " MB", " GB", " TB", " PB", " EB"};
+    if (bytes < 1000)
+        return FromAscii(std::to_string(bytes) + " B");
+    std::size_t unit = 0;
+    double number = static_cast<double>(bytes) / 1000.0;
+    for (; number >= 999.95; number /= 1000.0)
+        ++unit;
+    return FromAscii(Fixed(number, 1) + kUnits[unit]);
+}
+
 icu::UnicodeString DegreesText(double degrees) {
     return FromAscii(Fixed(degrees, 6));
 }

@@ -4,6 +4,7 @@
 #include <unicode/unistr.h>
 
 #include <cstddef>
+#include <cstdint>
 
 namespace vexagpx {
 
@@ -24,6 +25,8 @@ icu::UnicodeString FittedAtEnd(const icu::UnicodeString& text, std::size_t width
 icu::UnicodeString LengthText(double metres);
 /// "35 m", also for what is not finite.
 icu::UnicodeString HeightText(double metres);
+/// "999 B", "12.3 MB".
+icu::UnicodeString SizeText(std::uint64_t bytes);
 /// Degrees with six decimals.
 icu::UnicodeString DegreesText(double degrees);
 /// "45 s", "1 h 39 min", "2 d 3 h".

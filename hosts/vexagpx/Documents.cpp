@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/Documents.h>
 
+#include <vexagpx/Interruption.h>
 #include <vexagpx/Messages.h>
 
 #include <stdexcept>
@@ -8,6 +9,11 @@
 namespace vexagpx {
 
 using vexaTransferLib::GpxDocument;
+
+InputFile OpenDocument(const std::string& argument) {
+    const LastWords words(CancelledMessage(argument));
+    return InputFile(argument);
+}
 
 bool ForEachGpxEntry(const InputFile& file, const ArchiveLimits& limits, const TakeEntry& take) {
     Archive archive(file, limits);
@@ -22,7 +28,10 @@ bool ForEachGpxEntry(const InputFile& file, const ArchiveLimits& limits, const T
         if (!archive.IsGpx())
             continue;
         ++count;
-        const bool taken = Told(file.Argument(), [&] { return take(archive); });
+        const bool taken = Told(file.Argument(), [&] {
+            take(archive);
+            return true;
+        });
         fine = fine && taken;
     }
     if (count == 0)
@@ -30,9 +39,11 @@ bool ForEachGpxEntry(const InputFile& file, const ArchiveLimits& limits, const T
     return fine;
 }
 
-bool ReadEntry(FileParser& parser, Archive& archive, const std::string& argument, GpxDocument& document) {
-    const std::string bytes = archive.ReadAll();
-    return parser.ReadBytes(bytes, argument + "/" + archive.Name(), document);
+void ReadEntry(FileParser& parser, Archive& archive, const std::string& argument, GpxDocument& document) {
+    const std::string name = argument + "/" + archive.Name();
+    const LastWords words(CancelledMessage(name));
+    const std::string bytes = archive.ReadAll(name);
+    parser.ReadBytes(bytes, name, document);
 }
 
 namespace {
@@ -41,22 +52,19 @@ bool ReadArchive(FileParser& parser, const InputFile& file, const ArchiveLimits&
                  const TakeDocument& take) {
     return ForEachGpxEntry(file, limits, [&](Archive& archive) {
         GpxDocument document;
-        if (!ReadEntry(parser, archive, file.Argument(), document))
-            return false;
+        ReadEntry(parser, archive, file.Argument(), document);
         const std::string entry = archive.Name();
         take({file.Argument(), &entry}, document);
-        return true;
     });
 }
 
 bool ReadArgument(FileParser& parser, const std::string& argument, const ArchiveLimits& limits,
                   const TakeDocument& take) {
-    const InputFile file(argument);
+    const InputFile file = OpenDocument(argument);
     if (IsArchive(file))
         return ReadArchive(parser, file, limits, take);
     GpxDocument document;
-    if (!parser.ReadFile(file, document))
-        return false;
+    parser.ReadFile(file, document);
     take({argument, nullptr}, document);
     return true;
 }

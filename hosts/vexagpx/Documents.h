@@ -20,16 +20,21 @@ struct Origin {
 };
 
 using TakeDocument = std::function<void(const Origin&, vexaTransferLib::GpxDocument&)>;
-/// With the archive at an entry that is GPX by its name. False after a failure that has been told.
-using TakeEntry = std::function<bool(Archive&)>;
+/// With the archive at an entry that is GPX by its name.
+using TakeEntry = std::function<void(Archive&)>;
+
+/// The file of an argument, for reading it as a document. Waits for what comes through a pipe.
+/// \throws what InputFile throws
+InputFile OpenDocument(const std::string& argument);
 
 /// Reads the files one after another, and of archives every entry that is GPX by its name. False when
 /// something could not be read; that has been told, and the rest was read all the same.
 bool ReadDocuments(const std::vector<std::string>& arguments, const ArchiveLimits& limits,
                    const TakeDocument& take);
 
-/// The document of the current entry. False after a failure that has been told.
-bool ReadEntry(FileParser& parser, Archive& archive, const std::string& argument,
+/// The document of the current entry.
+/// \throws what FileParser::ReadBytes throws, and the archive
+void ReadEntry(FileParser& parser, Archive& archive, const std::string& argument,
                vexaTransferLib::GpxDocument& document);
 
 /// Goes through the entries that are GPX by their name. An error that `take` throws is told, and the next

@@ -1,13 +1,87 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/FileParser.h>
 
+#include <vexagpx/Interruption.h>
 #include <vexagpx/Messages.h>
+#include <vexagpx/ProgressBar.h>
 
+#include <cstdint>
 #include <exception>
+#include <filesystem>
 #include <new>
 #include <stdexcept>
 
 namespace vexagpx {
+
+using vexaTransferLib::GpxParserMessage;
+using vexaTransferLib::GpxPassedOver;
+using vexaTransferLib::GpxReadObserver;
+
+namespace {
+
+/// Shows the progress of one reading, ends it when that is wanted, and passes on what else is told.
+class ReadingObserver final : public GpxReadObserver {
+public:
+    /// \param path by which the XML parser knows the document
+    ReadingObserver(const std::string& name, const icu::UnicodeString& path, GpxReadObserver* next)
+        : bar_(name), next_(next) {
+        path.toUTF8String(path_);
+    }
+
+    bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override {
+        bar_.Update({bytesRead, bytesInAll});
+        return NotedInterruption() == 0;
+    }
+
+    void ParserMessage(const GpxParserMessage& message) override {
+        if (next_ == nullptr)
+            return;
+        GpxParserMessage passedOn = message;
+        if (IsDocument(message.file))
+            passedOn.file.clear();
+        next_->ParserMessage(passedOn);
+    }
+
+    void PassedOver(const GpxPassedOver& what) override {
+        if (next_ != nullptr)
+            next_->PassedOver(what);
+    }
+
+private:
+    bool IsDocument(const std::string& file) const {
+        // The XML parser makes a relative path absolute.
+        const std::filesystem::path path = file;
+        return file == path_ ||
+               path.lexically_normal() == std::filesystem::absolute(path_).lexically_normal();
+    }
+
+    ProgressBar bar_;
+    std::string path_;
+    GpxReadObserver* next_;
+};
+
+class Observed {
+public:
+    Observed(vexaTransferLib::GpxParser& parser, GpxReadObserver& observer) : parser_(parser) {
+        parser.SetObserver(&observer);
+    }
+    ~Observed() { parser_.SetObserver(nullptr); }
+    Observed(const Observed&) = delete;
+    Observed& operator=(const Observed&) = delete;
+
+private:
+    vexaTransferLib::GpxParser& parser_;
+};
+
+void StopWhenInterrupted(const std::string& name) {
+    const int signal = NotedInterruption();
+    if (signal == 0)
+        return;
+    Complain(CancelledMessage(name));
+    throw Interruption{signal};
+}
+
+} // namespace
 
 std::string Describe(const xercesc::SAXParseException& exception) {
     std::string text;
@@ -35,8 +109,8 @@ void FileParser::Note(const xercesc::SAXParseException& exception) {
         complaint_ = Describe(exception);
 }
 
-bool FileParser::ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document) {
-    return Try(file.Argument(), [&] {
+void FileParser::ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document) {
+    Read(file.Argument(), file.Path(), [&] {
         try {
             Parse(file.Path(), document);
         } catch (const std::logic_error& failure) {
@@ -46,22 +120,38 @@ bool FileParser::ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& d
     });
 }
 
-bool FileParser::ReadBytes(std::string_view bytes, const std::string& name,
+void FileParser::ReadBytes(std::string_view bytes, const std::string& name,
                            vexaTransferLib::GpxDocument& document) {
-    return Try(name, [&] { Parse(bytes, icu::UnicodeString::fromUTF8(name), document); });
+    const icu::UnicodeString path = icu::UnicodeString::fromUTF8(name);
+    Read(name, path, [&] { Parse(bytes, path, document); });
 }
 
-bool FileParser::Try(const std::string& name, const std::function<void()>& parse) {
+void FileParser::Read(const std::string& name, const icu::UnicodeString& path,
+                      const std::function<void()>& parse) {
+    try {
+        Try(name, path, parse);
+    } catch (const std::runtime_error&) {
+        StopWhenInterrupted(name);
+        throw;
+    }
+    // It may have come after the library had asked for the last time.
+    StopWhenInterrupted(name);
+}
+
+void FileParser::Try(const std::string& name, const icu::UnicodeString& path,
+                     const std::function<void()>& parse) {
+    const LastWords words(CancelledMessage(name));
+    const InterruptionDelay delay;
+    ReadingObserver observer(name, path, watcher_);
+    const Observed observed(*this, observer);
     complaint_.clear();
     try {
         parse();
-        return true;
     } catch (const std::bad_alloc&) {
-        Complain("Out of memory. (" + name + ")");
+        throw std::runtime_error("Out of memory. (" + name + ")");
     } catch (const std::exception& failure) {
-        Complain(WithDetails(failure.what(), name));
+        throw std::runtime_error(WithDetails(failure.what(), name));
     }
-    return false;
 }
 
 std::string FileParser::WithDetails(const std::string& message, const std::string& argument) const {

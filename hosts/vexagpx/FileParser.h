@@ -5,6 +5,7 @@
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxParser.h>
+#include <vexaTransferLib/GpxReadObserver.h>
 
 #include <functional>
 #include <string>
@@ -21,17 +22,23 @@ public:
     void error(const xercesc::SAXParseException& exception) override;
     void fatalError(const xercesc::SAXParseException& exception) override;
 
-    /// Both are false after a failure, which has been told on standard error; the document is then no result.
-    bool ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document);
+    /// Told, from now on, what the readings pass over and what the XML parser says; null takes it away.
+    void Watch(vexaTransferLib::GpxReadObserver* watcher) { watcher_ = watcher; }
+
+    /// Both show their progress and stop at SIGINT and SIGTERM, which is told.
+    /// \throws std::runtime_error when the document is no result; Interruption
+    void ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document);
     /// \param name stands in messages where the path of a file would, and the document is named after it
-    bool ReadBytes(std::string_view bytes, const std::string& name, vexaTransferLib::GpxDocument& document);
+    void ReadBytes(std::string_view bytes, const std::string& name, vexaTransferLib::GpxDocument& document);
 
 private:
-    bool Try(const std::string& name, const std::function<void()>& parse);
+    void Read(const std::string& name, const icu::UnicodeString& path, const std::function<void()>& parse);
+    void Try(const std::string& name, const icu::UnicodeString& path, const std::function<void()>& parse);
     void Note(const xercesc::SAXParseException& exception);
     std::string WithDetails(const std::string& message, const std::string& argument) const;
 
     std::string complaint_;
+    vexaTransferLib::GpxReadObserver* watcher_ = nullptr;
 };
 
 } // namespace vexagpx

@@ -147,7 +147,7 @@ void ScanEntry(GpxTarvikExtParser& scanner, Archive& archive, const std::string&
 
 bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, const ArchiveLimits& limits,
                     InfoForm form, Output& out) {
-    const InputFile file(argument);
+    const InputFile file = OpenDocument(argument);
     if (!IsArchive(file)) {
         ScanFile(scanner, file);
         WriteInfo(scanner, argument, nullptr, form, out);
@@ -157,7 +157,6 @@ bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, co
         ScanEntry(scanner, archive, argument);
         const std::string entry = archive.Name();
         WriteInfo(scanner, argument, &entry, form, out);
-        return true;
     });
 }
 

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/Input.h>
 
+#include <vexagpx/ProgressBar.h>
+
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <stdexcept>
 #include <system_error>
 
@@ -37,6 +40,13 @@ std::string WithoutScheme(const std::string& path) {
     return mark != std::string::npos && path[mark] == ':' ? "./" + path : path;
 }
 
+/// 0 when it is not known.
+std::uint64_t FileSize(int fd) {
+    struct stat status {};
+    return ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size)
+                                                                : 0;
+}
+
 } // namespace
 
 InputFile::InputFile(const std::string& argument) : argument_(argument) {
@@ -59,6 +69,9 @@ void InputFile::Copy(int from, const std::string& fileName) {
     folder_ = std::make_unique<TemporaryFolder>(fileName);
     Descriptor copy = OpenFile(folder_->FilePath(), O_WRONLY | O_CREAT | O_EXCL, 0600);
     std::array<char, 1 << 16> buffer;
+    const bool isTyped = ::isatty(from) != 0;
+    ProgressBar bar(argument_);
+    Progress progress{0, FileSize(from)};
     for (;;) {
         const long count = ReadSome(from, buffer.data(), buffer.size());
         if (count < 0)
@@ -67,6 +80,10 @@ void InputFile::Copy(int from, const std::string& fileName) {
             break;
         if (!WriteAll(copy.Get(), {buffer.data(), static_cast<std::size_t>(count)}))
             throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));
+        progress.done += static_cast<std::uint64_t>(count);
+        // Who types the file in sees how far it is.
+        if (!isTyped)
+            bar.Update(progress);
     }
     if (!copy.Close())
         throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));

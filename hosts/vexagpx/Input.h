@@ -25,6 +25,8 @@ public:
     /// Where the file is, for the library and for the system.
     const icu::UnicodeString& Path() const { return path_; }
     const std::string& FilePath() const { return filePath_; }
+    /// True for what can be read only once.
+    bool IsCopy() const { return folder_ != nullptr; }
     /// A message with the name as the command line had it in place of the path.
     std::string Presented(std::string message) const;
 

@@ -42,6 +42,14 @@ void JsonWriter::Number(std::int32_t number) {
     Value(std::to_string(number));
 }
 
+void JsonWriter::Number(std::uint64_t number) {
+    Value(std::to_string(number));
+}
+
+void JsonWriter::Bool(bool value) {
+    Value(value ? "true" : "false");
+}
+
 void JsonWriter::Begin(char bracket) {
     Separate();
     out_.Write({&bracket, 1});

@@ -28,6 +28,8 @@ public:
     /// has no such numbers.
     void Number(double number);
     void Number(std::int32_t number);
+    void Number(std::uint64_t number);
+    void Bool(bool value);
 
 private:
     void Begin(char bracket);

@@ -7,6 +7,7 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include <atomic>
 #include <cstdint>
 #include <exception>
 #include <new>
@@ -17,7 +18,9 @@ namespace vexagpx {
 
 namespace {
 
-int complaintDescriptor = STDERR_FILENO;
+// Atomic, because a signal handler reads them.
+std::atomic<int> complaintDescriptor{STDERR_FILENO};
+std::atomic<bool> statusShown{false};
 
 std::string WithoutControls(const std::string& message) {
     const icu::UnicodeString text = icu::UnicodeString::fromUTF8(message);
@@ -32,9 +35,13 @@ std::string WithoutControls(const std::string& message) {
 } // namespace
 
 void Complain(const std::string& message) {
-    const std::string line = "vexagpx: " + WithoutControls(message);
+    ClearStatus();
     // There is nowhere left to tell that this failed.
-    static_cast<void>(WriteAll(complaintDescriptor, line + '\n'));
+    static_cast<void>(WriteAll(complaintDescriptor, ComplaintLine(message)));
+}
+
+std::string ComplaintLine(const std::string& message) {
+    return "vexagpx: " + WithoutControls(message) + '\n';
 }
 
 bool Told(const std::string& about, const std::function<bool()>& work) {
@@ -52,6 +59,23 @@ bool Told(const std::string& about, const std::function<bool()>& work) {
 
 void SetComplaintDescriptor(int fd) {
     complaintDescriptor = fd;
+}
+
+int ComplaintDescriptor() {
+    return complaintDescriptor;
+}
+
+void ShowStatus(const std::string& line) {
+    // First, so that a signal does not find a status that it knows nothing of.
+    statusShown = true;
+    static_cast<void>(WriteAll(complaintDescriptor, '\r' + line + "\x1B[K"));
+}
+
+void ClearStatus() {
+    if (!statusShown)
+        return;
+    static_cast<void>(WriteAll(complaintDescriptor, "\r\x1B[K"));
+    statusShown = false;
 }
 
 } // namespace vexagpx

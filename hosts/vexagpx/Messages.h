@@ -9,6 +9,8 @@ namespace vexagpx {
 /// Writes "vexagpx: ", the message and a line feed to standard error. Control characters, which a file name
 /// may hold, do not reach the terminal.
 void Complain(const std::string& message);
+/// What Complain writes.
+std::string ComplaintLine(const std::string& message);
 
 /// Does the work; what it throws is told, and false returned. A failure of standard output passes.
 /// \param about named when memory runs out; other failures name what they are about
@@ -17,5 +19,12 @@ bool Told(const std::string& about, const std::function<bool()>& work);
 /// Where Complain writes; standard error at first. The report filter hands over the one behind it, so that
 /// messages keep their place between the lines of standard output.
 void SetComplaintDescriptor(int fd);
+int ComplaintDescriptor();
+
+/// Replaces the last line of the terminal that standard error is, until it is cleared or something is
+/// complained about.
+void ShowStatus(const std::string& line);
+/// Leaves the line empty when there is a status. Fit for a signal handler.
+void ClearStatus();
 
 } // namespace vexagpx

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/Target.h>
 
+#include <vexagpx/Interruption.h>
 #include <vexagpx/Posix.h>
 
 #include <array>
@@ -82,6 +83,7 @@ void Target::MakeTemporaryFile(mode_t mode) {
     replaces_ = true;
     resolvedPath_ = FollowLinks(path_);
     temporaryPath_ = FolderOf(resolvedPath_) + ".vexagpx-XXXXXX";
+    const SignalsHeld held;
     Descriptor file(::mkostemp(temporaryPath_.data(), O_CLOEXEC));
     if (!file.IsOpen())
         Fail(errno);

@@ -4,7 +4,6 @@
 #include <atomic>
 #include <cerrno>
 #include <climits>
-#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <system_error>
@@ -25,34 +24,14 @@ constexpr int kSlotCount = 8;
 Slot slots[kSlotCount];
 
 void Remove(Slot& slot) {
-    if (!slot.used.exchange(false))
+    if (!slot.used)
         return;
+    // Forgotten only then: a signal in between removes it once more, which does no harm.
     if (slot.kind == Leftover::Kind::kFile)
         ::unlink(slot.path);
     else
         ::rmdir(slot.path);
-}
-
-extern "C" void RemoveLeftovers(int signal) {
-    for (int i = kSlotCount; i-- > 0;)
-        Remove(slots[i]);
-    // The handler was reset on entry: this time the signal does what it does by default.
-    ::raise(signal);
-}
-
-void CatchDeadlySignals() {
-    static bool caught = false;
-    if (caught)
-        return;
-    caught = true;
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGABRT, SIGXCPU}) {
-        struct sigaction action {};
-        if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler != SIG_DFL)
-            continue;
-        action.sa_handler = RemoveLeftovers;
-        action.sa_flags = static_cast<int>(SA_RESETHAND);
-        ::sigaction(signal, &action, nullptr);
-    }
+    slot.used = false;
 }
 
 std::string MakeFolder() {
@@ -65,8 +44,12 @@ std::string MakeFolder() {
 
 } // namespace
 
+void RemoveLeftovers() {
+    for (int i = kSlotCount; i-- > 0;)
+        Remove(slots[i]);
+}
+
 Leftover::Leftover(Kind kind, const std::string& path) : slot_(0) {
-    CatchDeadlySignals();
     while (slot_ < kSlotCount && slots[slot_].used)
         ++slot_;
     if (slot_ == kSlotCount || path.size() >= PATH_MAX)
@@ -87,7 +70,7 @@ void Leftover::Keep() {
     slot_ = -1;
 }
 
-TemporaryFolder::TemporaryFolder(const std::string& fileName)
+TemporaryFolder::TemporaryFolder(const std::string& fileName, const SignalsHeld&)
     : folderPath_(MakeFolder()), filePath_(folderPath_ + '/' + fileName),
       folder_(Leftover::Kind::kFolder, folderPath_), file_(Leftover::Kind::kFile, filePath_) {}
 

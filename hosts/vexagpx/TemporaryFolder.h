@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/Interruption.h>
+
 #include <string>
 
 namespace vexagpx {
@@ -22,12 +24,16 @@ private:
     int slot_;
 };
 
+/// Removes all of them. Fit for a signal handler.
+void RemoveLeftovers();
+
 /// A folder of our own in the system's place for temporary files, with one file in it.
 class TemporaryFolder {
 public:
     /// \param fileName name of the file, which is not made yet
+    /// \param held only there so that no signal comes between making the folder and noting it as left over
     /// \throws std::system_error
-    explicit TemporaryFolder(const std::string& fileName);
+    explicit TemporaryFolder(const std::string& fileName, const SignalsHeld& held = SignalsHeld());
 
     /// Where the file belongs.
     const std::string& FilePath() const { return filePath_; }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/CommandLine.h>
+#include <vexagpx/Interruption.h>
 #include <vexagpx/Messages.h>
 #include <vexagpx/Posix.h>
+#include <vexagpx/ProgressBar.h>
 #include <vexagpx/ReportFilter.h>
 
 #include <xercesc/util/OutOfMemoryException.hpp>
@@ -45,6 +47,8 @@ vexagpx::Descriptor OpenLog(const std::string& path) {
 }
 
 int Run(const vexagpx::Request& request, Output& out) {
+    if (request.noProgress)
+        vexagpx::HideProgress();
     vexagpx::ReportFilter filter(OpenLog(request.debugLog));
     bool fine;
     {
@@ -66,6 +70,7 @@ int main(int argc, char** argv) {
     // A failed write is told, not died of.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
+    vexagpx::CatchDeadlySignals();
     try {
         Output out(STDOUT_FILENO);
         vexagpx::Request request;
@@ -73,6 +78,8 @@ int main(int argc, char** argv) {
         return status ? *status : Run(request, out);
     } catch (const std::exception& failure) {
         Complain(failure.what());
+    } catch (const vexagpx::Interruption& interruption) {
+        vexagpx::EndBy(interruption);
     } catch (const xercesc::XMLException&) {
         Complain("The XML library could not be started.");
     } catch (const xercesc::OutOfMemoryException&) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/Tool.h"
 
+#include <tests/support/ZipBuilder.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <thread>
@@ -303,6 +305,54 @@ TEST(ConvertTest, ATargetWhoseNameStartsWithADashOrLooksLikeAnAddress) {
     for (const char* name : {"-out.gpx", "http:x"})
         EXPECT_EQ(RunTool({"convert", "--", Data("empty.gpx"), name}, folder.Path()).status, 0);
     EXPECT_THAT(folder.Names(), ElementsAre("-out.gpx", "http:x"));
+}
+
+const std::string kPartlyRead = "<wpt lat='1' lon='2'><ele>x</ele><hdop>1</hdop></wpt>";
+
+TEST(ConvertTest, WhatWasNotCarriedOverIsCountedAtTheEnd) {
+    const Folder folder;
+    folder.Write("a b.gpx", Gpx(kPartlyRead));
+    folder.Write("one.gpx", Gpx("<wpt lat='1' lon='2'><hdop>1</hdop></wpt>"));
+    const Result two = RunTool({"convert", "a b.gpx", "out.gpx"}, folder.Path());
+    EXPECT_EQ(two.status, 0);
+    EXPECT_EQ(two.err, "vexagpx: Note: 2 things in a b.gpx were not carried over; "
+                       "\"vexagpx check 'a b.gpx'\" lists them.\n");
+    EXPECT_EQ(
+        RunTool({"convert", "one.gpx", "out.gpx"}, folder.Path()).err,
+        "vexagpx: Note: 1 thing in one.gpx was not carried over; \"vexagpx check one.gpx\" lists it.\n");
+    const Result old = RunTool({"convert", "--gpx", "1.0", "one.gpx", "out.gpx"}, folder.Path());
+    ASSERT_EQ(Lines(old.err).size(), 2U);
+    EXPECT_THAT(Lines(old.err)[1], StartsWith("vexagpx: Note: 1 thing "));
+}
+
+TEST(ConvertTest, WhatIsGoneAfterwardsIsNotSaidToBeListed) {
+    const Folder folder;
+    folder.Write("a.gpx", Gpx(kPartlyRead));
+    EXPECT_EQ(Tool({"convert", "-", "out.gpx"}).In(folder.Path()).Stdin(Gpx(kPartlyRead)).Run().err,
+              "vexagpx: Note: 2 things in standard input were not carried over; "
+              "\"vexagpx check -\" with the same input lists them.\n");
+    EXPECT_EQ(RunTool({"convert", "a.gpx", "a.gpx"}, folder.Path()).err,
+              "vexagpx: Note: 2 things in a.gpx were not carried over, and the file that held them was "
+              "replaced.\n");
+}
+
+TEST(ConvertTest, TheCountOfAnArchiveIsThatOfItsWrittenDocuments) {
+    const Folder folder;
+    folder.Write("a.zip",
+                 testing_support::BuildZip({{.name = "one.gpx", .content = Gpx(kPartlyRead)},
+                                            {.name = "two.gpx", .content = Gpx(kPartlyRead)},
+                                            {.name = "bad.gpx", .content = Gpx(kPartlyRead) + "<"}}));
+    const Result result = RunTool({"convert", "a.zip", "out"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    ASSERT_EQ(Lines(result.err).size(), 2U);
+    EXPECT_EQ(Lines(result.err)[1], "vexagpx: Note: 4 things in a.zip were not carried over; "
+                                    "\"vexagpx check a.zip\" lists them.");
+}
+
+TEST(ConvertTest, AFailedConversionCountsNothing) {
+    const Folder folder;
+    folder.Write("a.gpx", Gpx(kPartlyRead) + "<");
+    EXPECT_EQ(Lines(RunTool({"convert", "a.gpx", "out.gpx"}, folder.Path()).err).size(), 1U);
 }
 
 TEST(ConvertTest, TheCorpusConvertsAndReadsBack) {

@@ -10,7 +10,7 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"}, {"dump"},        {"info"},       {"convert"},     {"clean"},
+    {"show"}, {"dump"},        {"info"},       {"check"},       {"convert"},       {"clean"},
     {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
@@ -45,6 +45,9 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"show", "dump", "--gpx", "1.1"},
         {"info"},
         {"info", "--all", "a.gpx"},
+        {"check"},
+        {"check", "--gpx", "1.1", "a.gpx"},
+        {"clean", "--no-progress", "a.html"},
         {"clean", "--max-ratio", "5", "a.html"},
         {"zip"},
         {"zip", "a.zip"},
@@ -81,7 +84,7 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     const Result result = RunTool({"--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* command : {"show", "dump", "info", "convert", "clean", "zip"})
+    for (const char* command : {"show", "dump", "info", "check", "convert", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexagpx/Collapsed.h>
+
+#include <vexaTransferLib/GpxReadObserver.h>
+
+#include <compare>
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace vexagpx {
+
+struct PassedThing {
+    std::string element;
+    vexaTransferLib::GpxPassOverReason reason;
+    std::string message;
+    bool couldBeHeld;
+
+    auto operator<=>(const PassedThing&) const = default;
+};
+
+struct ParserComplaint {
+    vexaTransferLib::GpxMessageSeverity severity;
+    std::string text;
+    std::string file;
+
+    auto operator<=>(const ParserComplaint&) const = default;
+};
+
+/// The same word for a person and for a machine: "unknown-element".
+std::string_view Word(vexaTransferLib::GpxPassOverReason reason);
+/// "error".
+std::string_view Word(vexaTransferLib::GpxMessageSeverity severity);
+
+/// What the reading of one document tells.
+class Receipt final : public vexaTransferLib::GpxReadObserver {
+public:
+    /// \param each keeps every thing by itself instead of counting equal ones
+    explicit Receipt(bool each) : each_(each), complaints_(each), passed_(each) {}
+
+    void ParserMessage(const vexaTransferLib::GpxParserMessage& message) override;
+    void PassedOver(const vexaTransferLib::GpxPassedOver& what) override;
+
+    const Collapsed<ParserComplaint>& Complaints() const { return complaints_; }
+    const Collapsed<PassedThing>& Passed() const { return passed_; }
+    /// How many of them a document could have held.
+    std::uint64_t LostCount() const { return lost_; }
+
+private:
+    using Messages = std::set<std::string>;
+    struct Kind {
+        std::string element;
+        vexaTransferLib::GpxPassOverReason reason;
+        bool couldBeHeld;
+
+        auto operator<=>(const Kind&) const = default;
+    };
+
+    std::string Collapse(const vexaTransferLib::GpxPassedOver& what);
+
+    bool each_;
+    std::map<Kind, Messages> messages_;
+    Collapsed<ParserComplaint> complaints_;
+    Collapsed<PassedThing> passed_;
+    std::uint64_t lost_ = 0;
+};
+
+} // namespace vexagpx

@@ -1,0 +1,373 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/Collapsed.h>
+#include <vexagpx/ReceiptText.h>
+#include <vexagpx/ShellText.h>
+
+#include "support/Tool.h"
+
+#include <tests/support/ZipBuilder.h>
+
+#include <nlohmann/json.hpp>
+
+#include <fcntl.h>
+
+namespace {
+
+using cli::Data;
+using cli::Folder;
+using cli::Gpx;
+using cli::Lines;
+using cli::Result;
+using cli::RunTool;
+using cli::Tool;
+using nlohmann::json;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+using namespace vexaTransferLib;
+using vexagpx::CheckTotals;
+using vexagpx::Collapsed;
+using vexagpx::Place;
+
+// The line and column of an element stand where its start tag ends.
+const std::string kMixed = "<wpt lat='1' lon='2'><ele>high</ele><hdop>1</hdop><time>noon</time></wpt>\n"
+                           "<trk><trkseg>\n"
+                           "<trkpt lat='1' lon='2'><t:hr>99</t:hr></trkpt>\n"
+                           "<trkpt lat='1' lon='2'><t:hr>98</t:hr></trkpt>\n"
+                           "</trkseg></trk>\n"
+                           "<wpt lat='1' lon='2'/>";
+
+TEST(CheckTest, TellsWhatWasReadAndWhatWasPassedOver) {
+    const Folder folder;
+    folder.Write("walk.gpx", Gpx(kMixed));
+    const Result result = RunTool({"check", "walk.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, "walk.gpx\n"
+                          "  Waypoints  1\n"
+                          "  Routes     0\n"
+                          "  Tracks     1 (1 segment, 2 points)\n"
+                          "\n"
+                          "Passed over\n"
+                          "  2:27  gpx/wpt/ele (lost)\n"
+                          "      unreadable: \"high\" is not a number.\n"
+                          "  2:43  gpx/wpt/hdop\n"
+                          "      unknown-element: The library does not keep this element.\n"
+                          "  2:57  gpx/wpt/time (lost)\n"
+                          "      unreadable: \"noon\" is not a time.\n"
+                          "  4:30  gpx/trk/trkseg/trkpt/hr\n"
+                          "      foreign-namespace: Its namespace is "
+                          "\"https://tarvik.example/xmlschemas/gpx-extensions/1/0\", not that of GPX 1.1.\n"
+                          "      2 times, at 4:30, 5:30\n"
+                          "  7:23  gpx/wpt (lost)\n"
+                          "      out-of-order: It stands behind a route or a track.\n"
+                          "\n"
+                          "6 things were passed over, 3 of which a document could have held.\n");
+}
+
+TEST(CheckTest, AFileThatIsReadWholeIsFine) {
+    const Folder folder;
+    folder.Write("walk.gpx", Gpx("<rte><rtept lat='1' lon='2'/></rte>"));
+    const Result result = RunTool({"check", "walk.gpx", "walk.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 0);
+    const std::string receipt = "walk.gpx\n  Waypoints  0\n  Routes     1 (1 point)\n  Tracks     0\n\n";
+    EXPECT_EQ(result.out, receipt + receipt + "Everything was read.\n");
+}
+
+TEST(CheckTest, WhatNoDocumentCouldHoldIsNoFailure) {
+    const Folder folder;
+    folder.Write("walk.gpx", Gpx("<wpt lat='1' lon='2'><hdop>1</hdop></wpt>"));
+    const Result result = RunTool({"check", "walk.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(Lines(result.out).back(),
+              "Everything that a document can hold was read. 1 other thing was passed over.");
+}
+
+TEST(CheckTest, CountsGeocachesTheirLogsAndTravelBugs) {
+    EXPECT_THAT(RunTool({"check", Data("full.gpx")}).out,
+                HasSubstr("\n  Waypoints  2 (1 geocache, 2 logs, 2 travel bugs)\n"
+                          "  Routes     2 (2 points)\n"
+                          "  Tracks     2 (3 segments, 4 points)\n"));
+}
+
+std::string Points(int count, const std::function<std::string(int)>& content) {
+    std::string points = "<trk><trkseg>\n";
+    for (int i = 0; i < count; ++i)
+        points += "<trkpt lat='1' lon='2'>" + content(i) + "</trkpt>\n";
+    return points + "</trkseg></trk>";
+}
+
+TEST(CheckTest, EqualThingsAreOneEntryWithItsFirstTenPlaces) {
+    const Folder folder;
+    folder.Write("a.gpx", Gpx(Points(1000, [](int) { return "<ele>x</ele>"; })));
+    const Result result = RunTool({"check", "a.gpx"}, folder.Path());
+    EXPECT_THAT(result.out, HasSubstr("\nPassed over\n"
+                                      "  3:29  gpx/trk/trkseg/trkpt/ele (lost)\n"
+                                      "      unreadable: \"x\" is not a number.\n"
+                                      "      1000 times, first at 3:29, 4:29, 5:29, 6:29, 7:29, 8:29, 9:29, "
+                                      "10:29, 11:29, 12:29\n"
+                                      "\n"
+                                      "1000 things were passed over, all of which a document could have "
+                                      "held.\n"));
+}
+
+TEST(CheckTest, AllListsEachByItself) {
+    const Folder folder;
+    folder.Write("a.gpx", Gpx(Points(1000, [](int) { return "<ele>x</ele>"; })));
+    const std::string out = RunTool({"check", "--all", "a.gpx"}, folder.Path()).out;
+    for (const int line : {3, 500, 1002})
+        EXPECT_THAT(out, HasSubstr("\n  " + std::to_string(line) +
+                                   ":29  gpx/trk/trkseg/trkpt/ele (lost)\n      unreadable: \"x\""));
+    EXPECT_THAT(out, Not(HasSubstr(" times")));
+    EXPECT_EQ(Lines(out).back(), "1000 things were passed over, all of which a document could have held.");
+}
+
+TEST(CheckTest, ManyTextsOfOneKindAreNotAllListed) {
+    const Folder folder;
+    folder.Write("a.gpx", Gpx(Points(1000, [](int i) { return "<ele>x" + std::to_string(i) + "</ele>"; })));
+    const std::string out = RunTool({"check", "a.gpx"}, folder.Path()).out;
+    EXPECT_THAT(out, HasSubstr("  12:29  gpx/trk/trkseg/trkpt/ele (lost)\n"
+                               "      unreadable: \"x9\" is not a number.\n"
+                               "  13:29  gpx/trk/trkseg/trkpt/ele (lost)\n"
+                               "      unreadable: More of this kind, which --all lists.\n"
+                               "      990 times, first at 13:29, "));
+    EXPECT_THAT(RunTool({"check", "--all", "a.gpx"}, folder.Path()).out,
+                HasSubstr("  1002:29  gpx/trk/trkseg/trkpt/ele (lost)\n"
+                          "      unreadable: \"x999\" is not a number.\n"));
+}
+
+TEST(CheckTest, AFileWithADocumentTypeHasNoPlaces) {
+    const Folder folder;
+    folder.Write("a.gpx", "<!DOCTYPE gpx>" + Gpx("<wpt lat='1' lon='2'><hdop>1</hdop><hdop>1</hdop></wpt>"));
+    EXPECT_THAT(RunTool({"check", "a.gpx"}, folder.Path()).out,
+                HasSubstr("  -  gpx/wpt/hdop\n"
+                          "      unknown-element: The library does not keep this element.\n"
+                          "      2 times\n"));
+    const json receipt = json::parse(RunTool({"check", "--json", "a.gpx"}, folder.Path()).out);
+    EXPECT_EQ(receipt["passedOver"][0]["places"], json::array());
+}
+
+TEST(CheckTest, AFileThatCannotBeReadShowsOnlyWhatTheParserSaid) {
+    const Folder folder;
+    folder.Write("good.gpx", Gpx(""));
+    folder.Write("bad.gpx", "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'>\n"
+                            "<wpt lat='1' lon='2'><ele>x</ele></wpt><wpt");
+    folder.Write("other.gpx", Gpx("<wpt/>"));
+    const Result result =
+        RunTool({"check", "bad.gpx", "good.gpx", "other.gpx", "missing.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, StartsWith("bad.gpx\n"
+                                       "  It could not be read.\n"
+                                       "\n"
+                                       "Messages of the XML parser\n"
+                                       "  2:44  fatal-error: "));
+    EXPECT_THAT(result.out, Not(HasSubstr("other.gpx")));
+    EXPECT_THAT(result.out, Not(HasSubstr("Passed over")));
+    EXPECT_EQ(Lines(result.out).back(), "3 files could not be read. Everything else was read.");
+    EXPECT_THAT(Lines(result.err), ElementsAre(HasSubstr("bad.gpx (line 2, column 44: "),
+                                               "vexagpx: Unable to read a GPX point's latitude. (other.gpx)",
+                                               HasSubstr("missing.gpx")));
+}
+
+TEST(CheckTest, AMessageAboutAnotherFileNamesIt) {
+    const Folder folder;
+    folder.Write("bad.xml", "<a>");
+    folder.Write("a.gpx", "<!DOCTYPE gpx [<!ENTITY e SYSTEM 'bad.xml'>]>" + Gpx("&e;"));
+    const Result result = RunTool({"check", "a.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out, HasSubstr("/bad.xml\n"));
+}
+
+TEST(CheckTest, EntriesOfArchivesAndStandardInput) {
+    const Folder folder;
+    folder.Write("a.zip", testing_support::BuildZip({{.name = "one.gpx", .content = Gpx(kMixed)},
+                                                     {.name = "bad.gpx", .content = "<gpx"},
+                                                     {.name = "notes.txt", .content = "<gpx"}}));
+    const Result archive = RunTool({"check", "a.zip"}, folder.Path());
+    EXPECT_EQ(archive.status, 1);
+    EXPECT_THAT(archive.out, StartsWith("a.zip: one.gpx\n  Waypoints  1\n"));
+    EXPECT_THAT(archive.out, HasSubstr("\na.zip: bad.gpx\n  It could not be read.\n"));
+    EXPECT_EQ(Lines(archive.out).back(), "1 file could not be read. 6 things were passed over, 3 of which a "
+                                         "document could have held.");
+    const Result input = Tool({"check", "-"}).Stdin(Gpx("")).Run();
+    EXPECT_EQ(input.status, 0);
+    EXPECT_EQ(input.out, "-\n  Waypoints  0\n  Routes     0\n  Tracks     0\n\nEverything was read.\n");
+}
+
+TEST(CheckTest, JsonIsALineForEachDocument) {
+    const Folder folder;
+    folder.Write("a.gpx", Gpx("<wpt lat='1' lon='2'><ele>x</ele><hdop>1</hdop></wpt>\n"
+                              "<wpt lat='1' lon='2'><ele>x</ele></wpt>"));
+    folder.Write("b.zip", testing_support::BuildZip({{.name = "c.gpx", .content = Gpx("")}}));
+    const Result result = RunTool({"check", "--json", "a.gpx", "b.zip"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    const std::string none = R"("routes":0,"routePoints":0,"tracks":0,"segments":0,"trackPoints":0,)"
+                             R"("geocaches":0,"logs":0,"travelBugs":0},"messages":[],)";
+    EXPECT_THAT(Lines(result.out),
+                ElementsAre(R"({"file":"a.gpx","contents":{"waypoints":2,)" + none +
+                                R"("passedOverCount":3,"lostCount":2,"passedOver":[)"
+                                R"({"element":"gpx/wpt/ele","reason":"unreadable",)"
+                                R"("message":"\"x\" is not a number.","couldBeHeld":true,"count":2,)"
+                                R"("places":[{"line":2,"column":27},{"line":3,"column":27}]},)"
+                                R"({"element":"gpx/wpt/hdop","reason":"unknown-element",)"
+                                R"("message":"The library does not keep this element.","couldBeHeld":false,)"
+                                R"("count":1,"places":[{"line":2,"column":40}]}]})",
+                            R"({"entry":"c.gpx","file":"b.zip","contents":{"waypoints":0,)" + none +
+                                R"("passedOverCount":0,"lostCount":0,"passedOver":[]})"));
+}
+
+TEST(CheckTest, JsonHasTheErrorOfWhatCannotBeRead) {
+    const Folder folder;
+    folder.Write("bad.gpx", "<gpx>\n<");
+    folder.Write("empty.zip", testing_support::BuildZip({}));
+    const Result result =
+        RunTool({"check", "--json", "bad.gpx", ".", "empty.zip", "missing.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    const std::vector<std::string> lines = Lines(result.out);
+    ASSERT_EQ(lines.size(), 4U);
+    const json bad = json::parse(lines[0]);
+    EXPECT_EQ(bad["file"], "bad.gpx");
+    EXPECT_EQ("vexagpx: " + bad["error"].get<std::string>(), Lines(result.err)[0]);
+    EXPECT_EQ(bad["messages"][0]["severity"], "fatal-error");
+    EXPECT_EQ(bad["messages"][0]["places"][0]["line"], 2);
+    EXPECT_FALSE(bad["messages"][0].contains("file"));
+    EXPECT_FALSE(bad.contains("contents"));
+    EXPECT_EQ(json::parse(lines[1])["error"], "Unable to read the file: . (Is a directory)");
+    EXPECT_THAT(lines[2], HasSubstr("The archive holds no GPX file."));
+    EXPECT_EQ(json::parse(lines[3])["file"], "missing.gpx");
+}
+
+TEST(CheckTest, HostileTextsDoNotReachTheTerminalRaw) {
+    const Folder folder;
+    folder.Write("a\x1B[2J.gpx", Gpx("<wpt lat='1' lon='2'><ele>\xC2\x9B"
+                                     "2J\xE2\x80\xAE</ele><b\xC2\xB7\xE3\x80\x87/></wpt>"));
+    const Result result = RunTool({"check", "a\x1B[2J.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 1) << result.err;
+    for (const char* bytes : {"\x1B", "\xC2\x9B", "\xE2\x80\xAE"})
+        EXPECT_THAT(result.out, Not(HasSubstr(bytes)));
+}
+
+TEST(CheckTest, EveryFileOfTheCorpusHasAReceipt) {
+    const std::vector<std::string> files = cli::Corpus("gpx");
+    if (files.empty())
+        GTEST_SKIP() << "the shared corpus is not beside the repository";
+    for (const std::string& file : files) {
+        const Result result = RunTool({"check", "--json", file});
+        const json receipt = json::parse(result.out);
+        const bool lost = receipt.contains("error") || receipt["lostCount"] > 0;
+        EXPECT_EQ(result.status, lost ? 1 : 0) << file;
+        EXPECT_EQ(receipt.contains("error"), RunTool({"dump", file}).status == 1) << file;
+    }
+}
+
+TEST(CheckSummaryTest, SaysInPlainWordsWhatTheReceiptsComeTo) {
+    const std::vector<std::pair<CheckTotals, const char*>> rows = {
+        {{1, 0, 0, 0}, "Everything was read."},
+        {{1, 0, 1, 0}, "Everything that a document can hold was read. 1 other thing was passed over."},
+        {{1, 0, 5, 0}, "Everything that a document can hold was read. 5 other things were passed over."},
+        {{1, 0, 1, 1}, "1 thing was passed over, and a document could have held it."},
+        {{1, 0, 3, 2}, "3 things were passed over, 2 of which a document could have held."},
+        {{1, 0, 3, 3}, "3 things were passed over, all of which a document could have held."},
+        {{0, 1, 0, 0}, "1 file could not be read."},
+        {{1, 2, 0, 0}, "2 files could not be read. Everything else was read."},
+        {{1, 1, 2, 0},
+         "1 file could not be read. Everything else that a document can hold was read. 2 other "
+         "things were passed over."},
+        {{1, 1, 2, 1},
+         "1 file could not be read. 2 things were passed over, 1 of which a document could have "
+         "held."},
+    };
+    for (const auto& [totals, expected] : rows)
+        EXPECT_EQ(vexagpx::SummaryText(totals), expected);
+}
+
+TEST(CollapsedTest, EntriesComeInTheOrderOfTheirFirstPlace) {
+    Collapsed<std::string> things(false);
+    things.Add("b", {5, 1});
+    things.Add("a", {2, 9});
+    things.Add("c", {2, 3});
+    things.Add("b", {1, 7});
+    std::vector<std::string> order;
+    for (const auto* entry : things.Sorted())
+        order.push_back(entry->thing);
+    EXPECT_THAT(order, ElementsAre("b", "c", "a"));
+    EXPECT_EQ(things.Count(), 4U);
+    EXPECT_THAT(things.Sorted()[0]->places, ElementsAre(Place{1, 7}, Place{5, 1}));
+}
+
+TEST(CollapsedTest, OnlyTheFirstTenPlacesAreKept) {
+    Collapsed<std::string> things(false);
+    for (std::uint64_t line = 1000; line > 0; --line)
+        things.Add("a", {line, 1});
+    const auto* entry = things.Sorted()[0];
+    EXPECT_EQ(entry->count, 1000U);
+    ASSERT_EQ(entry->places.size(), 10U);
+    EXPECT_EQ(entry->places.front(), (Place{1, 1}));
+    EXPECT_EQ(entry->places.back(), (Place{10, 1}));
+}
+
+TEST(CollapsedTest, EachMayBeAnEntry) {
+    Collapsed<std::string> things(true);
+    for (int i = 0; i < 3; ++i)
+        things.Add("a", {1, 1});
+    EXPECT_EQ(things.Sorted().size(), 3U);
+    EXPECT_EQ(things.Count(), 3U);
+}
+
+TEST(ReceiptTest, EveryReasonAndSeverityHasItsWord) {
+    const std::vector<std::pair<GpxPassOverReason, const char*>> reasons = {
+        {kGpxForeignNamespace, "foreign-namespace"},
+        {kGpxUnknownElement, "unknown-element"},
+        {kGpxOtherVersion, "other-version"},
+        {kGpxOutOfOrder, "out-of-order"},
+        {kGpxUnreadable, "unreadable"},
+        {kGpxRefused, "refused"},
+        {kGpxIncomplete, "incomplete"},
+        {kGpxReplaced, "replaced"},
+    };
+    for (const auto& [reason, word] : reasons)
+        EXPECT_EQ(vexagpx::Word(reason), word);
+    EXPECT_EQ(vexagpx::Word(kGpxMessageWarning), "warning");
+    EXPECT_EQ(vexagpx::Word(kGpxMessageError), "error");
+    EXPECT_EQ(vexagpx::Word(kGpxMessageFatalError), "fatal-error");
+}
+
+TEST(ReceiptTextTest, MessagesOfTheParserHavePlaceSeverityAndFile) {
+    vexagpx::Receipt receipt(false);
+    receipt.ParserMessage({kGpxMessageWarning, 3, 7, "odd", ""});
+    receipt.ParserMessage({kGpxMessageError, 0, 0, "gone", "other.xml"});
+    const Folder folder;
+    vexagpx::Output out(::open(folder.Write("out", "").c_str(), O_WRONLY));
+    vexagpx::WriteReceiptText("walk.gpx", nullptr, receipt, out);
+    out.Close();
+    EXPECT_EQ(cli::ReadFile(folder.File("out")), "walk.gpx\n"
+                                                 "  It could not be read.\n"
+                                                 "\n"
+                                                 "Messages of the XML parser\n"
+                                                 "  -  error: gone\n"
+                                                 "      in other.xml\n"
+                                                 "  3:7  warning: odd\n");
+}
+
+TEST(ShellTextTest, QuotesWhereAShellNeedsIt) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"walk.gpx", "walk.gpx"},
+        {"/a/b-c_d/1.gpx", "/a/b-c_d/1.gpx"},
+        {"höhe 日本.gpx", "'höhe 日本.gpx'"},
+        {"höhe.gpx", "höhe.gpx"},
+        {"-", "-"},
+        {"-x.gpx", "./-x.gpx"},
+        {"", "''"},
+        {"~/a", "'~/a'"},
+        {"a'b", "'a'\\''b'"},
+        {"$(x)`y`;z&\"*?[a]#!\\", "'$(x)`y`;z&\"*?[a]#!\\'"},
+        {"a\nb'c\\", "$'a\\012b\\'c\\\\'"},
+        {"\x1B[2J\x7F", "$'\\033[2J\\177'"},
+        {"c1\xC2\x9Bx", "$'c1\\302\\233x'"},
+    };
+    for (const auto& [argument, expected] : rows)
+        EXPECT_EQ(vexagpx::ShellText(argument), expected);
+}
+
+} // namespace

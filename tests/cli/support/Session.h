@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "support/Tool.h"
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace cli {
+
+/// A run of vexagpx that goes on while the test looks at it. Its standard input and error are a terminal, its
+/// standard output a file.
+class Session {
+public:
+    explicit Session(std::vector<std::string> arguments);
+    /// Ends a run that has not ended.
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    Session& In(const std::string& folder);
+    Session& Set(const std::string& name, const std::string& value);
+    Session& Columns(unsigned short columns);
+    /// As a job behind the one that the terminal belongs to.
+    Session& InBackground();
+    Session& Ignoring(int signal);
+    Session& Start();
+
+    /// Waits until the condition holds. False when it does not within a minute, or the run has ended before.
+    bool Until(const std::function<bool()>& condition);
+    /// Lets the run go on in small steps, with long rests in between, until the condition holds in a rest.
+    bool StepUntil(const std::function<bool()>& condition);
+    /// Waits for the end.
+    void Finish();
+
+    void Type(const std::string& keys) const;
+    void Send(int signal) const;
+    /// The same, and waits until the run has taken it.
+    void SendAndWait(int signal);
+    void Stop();
+    void Continue() const;
+
+    /// What came to the terminal until now.
+    const std::string& Screen() const { return screen_; }
+    bool HasEnded() const { return ended_; }
+    /// As that of Result, when the run has ended.
+    int Status() const { return status_; }
+    std::string Out() const { return ReadFile(files_.File("out")); }
+
+private:
+    [[noreturn]] void Become() const;
+    void Pump(std::chrono::milliseconds patience);
+    void CheckEnd();
+    bool HasPending(int signal) const;
+
+    Folder files_;
+    std::vector<std::string> arguments_;
+    std::map<std::string, std::string> environment_;
+    std::string folder_ = ".";
+    unsigned short columns_ = 80;
+    bool background_ = false;
+    int ignored_ = 0;
+    pid_t child_ = -1;
+    int terminal_ = -1;
+    std::string screen_;
+    bool ended_ = false;
+    int status_ = 0;
+};
+
+} // namespace cli
