@@ -2,10 +2,10 @@
 #pragma once
 
 #include <algorithm>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <tuple>
 #include <vector>
 
 namespace vexagpx {
@@ -15,7 +15,10 @@ struct Place {
     std::uint64_t line = 0;
     std::uint64_t column = 0;
 
-    auto operator<=>(const Place&) const = default;
+    bool operator==(const Place&) const = default;
+    bool operator<(const Place& other) const {
+        return std::tie(line, column) < std::tie(other.line, other.column);
+    }
 };
 
 /// Things with the places where they are in a file, in the order of their first place. Equal things are one

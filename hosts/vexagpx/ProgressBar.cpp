@@ -64,7 +64,7 @@ bool IsInForeground(int terminal) {
 
 icu::UnicodeString ProgressLine(const icu::UnicodeString& name, const Progress& progress, std::size_t width) {
     const bool isShare = progress.inAll > 0;
-    const icu::UnicodeString amount = isShare ? PercentText(progress) : SizeText(progress.done);
+    icu::UnicodeString amount = isShare ? PercentText(progress) : SizeText(progress.done);
     const std::size_t amountWidth = DisplayWidth(amount);
     if (width < amountWidth)
         return {};

@@ -5,12 +5,12 @@
 
 #include <vexaTransferLib/GpxReadObserver.h>
 
-#include <compare>
 #include <cstdint>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 namespace vexagpx {
 
@@ -20,7 +20,10 @@ struct PassedThing {
     std::string message;
     bool couldBeHeld;
 
-    auto operator<=>(const PassedThing&) const = default;
+    bool operator<(const PassedThing& other) const {
+        return std::tie(element, reason, message, couldBeHeld) <
+               std::tie(other.element, other.reason, other.message, other.couldBeHeld);
+    }
 };
 
 struct ParserComplaint {
@@ -28,7 +31,9 @@ struct ParserComplaint {
     std::string text;
     std::string file;
 
-    auto operator<=>(const ParserComplaint&) const = default;
+    bool operator<(const ParserComplaint& other) const {
+        return std::tie(severity, text, file) < std::tie(other.severity, other.text, other.file);
+    }
 };
 
 /// The same word for a person and for a machine: "unknown-element".
@@ -52,13 +57,8 @@ public:
 
 private:
     using Messages = std::set<std::string>;
-    struct Kind {
-        std::string element;
-        vexaTransferLib::GpxPassOverReason reason;
-        bool couldBeHeld;
-
-        auto operator<=>(const Kind&) const = default;
-    };
+    /// Element, reason, and whether a document could have held it.
+    using Kind = std::tuple<std::string, vexaTransferLib::GpxPassOverReason, bool>;
 
     std::string Collapse(const vexaTransferLib::GpxPassedOver& what);
 
