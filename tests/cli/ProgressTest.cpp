@@ -97,7 +97,7 @@ TEST(ProgressLineTest, ALongNameLeavesRoomForABarAndItsEndIsShown) {
 TEST(ProgressLineTest, IsNeverWiderThanAllowed) {
     for (std::size_t width = 0; width < 120; ++width)
         for (const char16_t* name : {u"", u"w", u"walk.gpx", u"日本日本日本日本日本日本日本日本日本日本.gpx"})
-            for (const std::uint64_t inAll : {0, 7000})
+            for (const std::uint64_t inAll : {0U, 7000U})
                 EXPECT_LE(vexagpx::DisplayWidth(ProgressLine(name, {4999, inAll}, width)), width);
 }
 
