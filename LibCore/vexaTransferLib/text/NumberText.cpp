@@ -35,6 +35,7 @@ const char16_t* ReadDigits(const char16_t* text, std::uint64_t& number) {
     }
 }
 
+#ifdef __SIZEOF_INT128__
 // The last decimal's units that make 1.
 constexpr std::array<std::uint32_t, 10> kUnits = {1,      10,      100,      1000,      10000,
                                                   100000, 1000000, 10000000, 100000000, 1000000000};
@@ -79,12 +80,15 @@ char* WriteSmallFixed(char* out, double number, int decimals) {
     *out++ = '.';
     return WriteDecimals(out, static_cast<std::uint32_t>(units % unitsOfOne), decimals);
 }
+#endif
 
 } // namespace
 
 char* WriteFixed(char* out, double number, int decimals) {
+#ifdef __SIZEOF_INT128__
     if (std::fabs(number) < kFirstTooLarge && decimals > 0 && decimals < static_cast<int>(kUnits.size()))
         return WriteSmallFixed(out, number, decimals);
+#endif
     return std::to_chars(out, out + kLongestFixed, number, std::chars_format::fixed, decimals).ptr;
 }
 
