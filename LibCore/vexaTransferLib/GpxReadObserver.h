@@ -41,9 +41,11 @@ enum GpxPassOverReason : std::uint32_t {
 
 /// One thing that the reader passed over in silence. What is below a passed-over element is not told again.
 struct GpxPassedOver {
-    std::string element;      ///< local names from the root, UTF-8: "gpx/trk/trkseg/trkpt/ele"
-    std::uint64_t line = 0;   ///< where the element's start tag ends, from 1; 0 when it is not known, as for
-    std::uint64_t column = 0; ///< every file that needs a DOM (see GpxParser::Parse)
+    std::string element; ///< local names from the root, UTF-8: "gpx/trk/trkseg/trkpt/ele"
+    /// Line and column, from 1, of what follows the element's start tag; 0 when they are not known, as for every
+    /// file that needs a DOM (see GpxParser::Parse).
+    std::uint64_t line = 0;
+    std::uint64_t column = 0;
     GpxPassOverReason reason = kGpxUnknownElement;
     std::string message; ///< for a person, in English, UTF-8
     bool couldBeHeld =
