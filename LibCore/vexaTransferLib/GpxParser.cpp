@@ -7,6 +7,8 @@
 #include <vexaTransferLib/reader/EventParser.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/reader/GuardedParser.h>
+#include <vexaTransferLib/reader/InputGuard.h>
 #include <vexaTransferLib/reader/KeptElements.h>
 #include <vexaTransferLib/reader/LinkReader.h>
 #include <vexaTransferLib/reader/PointReader.h>
@@ -77,7 +79,7 @@ template <class Action>
 auto Told(Action action) {
     try {
         return action();
-    } catch (const reader::ObserverStop& stop) {
+    } catch (const reader::ReadingStop& stop) {
         std::rethrow_exception(stop.reason);
     }
 }
@@ -136,17 +138,42 @@ void GpxParser::SetObserver(GpxReadObserver* observer) {
     observer_ = observer;
 }
 
+void GpxParser::SetUntrusted(const GpxInputLimits& limits) {
+    limits_ = limits;
+}
+
+void GpxParser::SetTrusted() {
+    limits_.reset();
+}
+
+std::optional<reader::InputGuard> GpxParser::MakeGuard(const icu::UnicodeString& name) const {
+    if (!limits_)
+        return std::nullopt;
+    return reader::InputGuard(*limits_, UnicodeStrUtils::UnicodeStringToStlString(name));
+}
+
+reader::XmlInput GpxParser::MakeInput(const icu::UnicodeString& path) const {
+    using Places = reader::XmlInput::Places;
+    return reader::XmlInput(path, limits_ ? Places::kFiles : Places::kFilesAndAddresses, observer_);
+}
+
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::GetParser(const icu::UnicodeString& path) {
-    reader::XmlInput input(path, observer_);
+    reader::XmlInput input = MakeInput(path);
     return Told([&] { return ParseTree(input); });
+}
+
+std::unique_ptr<xercesc::XercesDOMParser> GpxParser::MakeDomParser(const icu::UnicodeString& name) const {
+    if (const std::optional<reader::InputGuard> guard = MakeGuard(name))
+        return std::make_unique<reader::GuardedParser<xercesc::XercesDOMParser>>(*guard);
+    return std::make_unique<xercesc::XercesDOMParser>(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager,
+                                                      nullptr);
 }
 
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::ParseTree(reader::XmlInput& input) {
     dbc::Require(!input.Name().isEmpty(), text::kGpxParserSource, "The GPX file path was empty or invalid.");
     resetErrors();
     reader::WatchedErrors errors(*this, observer_);
-    auto parser = std::make_unique<xercesc::XercesDOMParser>(
-        nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
+    std::unique_ptr<xercesc::XercesDOMParser> parser = MakeDomParser(input.Name());
     Configure(*parser, errors);
     RunParser(input.Name(), [&] { input.Feed(*parser); });
     CheckErrors(input.Name());
@@ -161,7 +188,7 @@ void GpxParser::CheckErrors(const icu::UnicodeString& name) const {
 }
 
 void GpxParser::Parse(const icu::UnicodeString& path, GpxDocument& document) {
-    reader::XmlInput input(path, observer_);
+    reader::XmlInput input = MakeInput(path);
     Told([&] { ParseInput(input, document); });
 }
 
@@ -180,11 +207,13 @@ void GpxParser::ParseInput(reader::XmlInput& input, GpxDocument& document) {
 bool GpxParser::ReadEvents(reader::XmlInput& input, GpxDocument& document) {
     GpxDocument read;
     GpxModelAccess::SetName(read, DefaultName(input.Name()));
+    std::optional<reader::InputGuard> guard = MakeGuard(input.Name());
     ParserContext context(*this, observer_);
+    context.guard = guard ? &*guard : nullptr;
     reader::EventWalk walk(context, read);
     reader::WatchedErrors watchedErrors(*this, observer_);
     reader::HeldErrors errors(watchedErrors);
-    reader::EventParser parser(walk, errors, observer_ != nullptr);
+    reader::EventParser parser(walk, errors, observer_ != nullptr, context.guard);
     bool needsDom = false;
     RunParser(input.Name(), [&] {
         try {
@@ -213,7 +242,9 @@ void GpxParser::ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeStr
                          GpxDocument& document) {
     GpxDocument read;
     GpxModelAccess::SetName(read, DefaultName(name));
+    std::optional<reader::InputGuard> guard = MakeGuard(name);
     ParserContext context(*this, observer_);
+    context.guard = guard ? &*guard : nullptr;
     try {
         const xercesc::DOMDocument* const tree = parser.getDocument();
         if (tree == nullptr)
@@ -221,7 +252,7 @@ void GpxParser::ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeStr
         const reader::NodeView root = ViewOf(tree->getDocumentElement());
         reader::RequireGpxRoot(root);
         reader::ReadDocument(context, root, read);
-    } catch (const reader::ObserverStop&) {
+    } catch (const reader::ReadingStop&) {
         throw;
     } catch (...) {
         document = std::move(read);

@@ -7,6 +7,7 @@
 #include <common/Export.h>
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxGroundspeakCache.h>
+#include <vexaTransferLib/GpxInputLimits.h>
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxRoute.h>
 #include <vexaTransferLib/GpxTrack.h>
@@ -21,6 +22,7 @@
 #include <xercesc/sax/SAXParseException.hpp>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,8 +32,9 @@ class CleanText;
 class GpxReadObserver;
 
 namespace reader {
+class InputGuard;
 class XmlInput;
-}
+} // namespace reader
 
 /// The reader of GPX files, and the error handler of the XML parsers that it makes.
 ///
@@ -62,8 +65,10 @@ class XmlInput;
 /// first of several `desc` stays. Element text is the first child if it is text, else nothing: a comment in
 /// front hides it. Numbers may start with blanks but not end with them.
 ///
-/// **A warning.** XML lets a file name other files and servers (external entities, document types), and they
-/// are read. Do not read files from strangers where that matters.
+/// **A warning.** By default a file may name other files and servers (external entities, document types), and
+/// they are read: what a local file holds can end up in the document, and servers are asked. Nothing limits what
+/// the expansion of entities takes, and Xerces 3.2.4 has a known use after free with external document types.
+/// SetUntrusted refuses all that: use it wherever files may come from strangers.
 ///
 /// The public operations on nodes take any node of a Xerces DOM, a null one included; nodes stay the
 /// caller's.
@@ -88,6 +93,21 @@ public:
     /// parser reads; null takes it away. All operations that read tell it what they pass over; GetParser and
     /// Parse also tell it their progress and the XML parser's messages. Not while the parser reads.
     void SetObserver(GpxReadObserver* observer);
+
+    /// Takes files from now on as coming from strangers. GetParser and Parse then refuse, with
+    /// dbc::postcondition_error and the document of Parse unchanged:
+    /// - a document type declaration, before anything that it names is opened: "The untrusted GPX file was
+    ///   refused: PATH. It has a document type declaration."
+    /// - a file beyond one of the limits: "... Its elements are nested deeper than N (limit of element depth).",
+    ///   "... One of its texts is longer than N (limit of text length).", "... One of its elements has more
+    ///   attributes than N (limit of attributes).", "... It has more points than N (limit of points)."
+    /// - a path that is an address ("http:...", "file:...") and not the name of a file: "An untrusted GPX file is
+    ///   not read from an address: PATH"
+    ///
+    /// So no file but the one that is asked for is opened, and no server. Not while the parser reads.
+    void SetUntrusted(const GpxInputLimits& limits = GpxInputLimits());
+    /// The default: document types and addresses are read, and nothing has a limit.
+    void SetTrusted();
 
     /// Parses a file into a DOM tree, which the returned parser owns. Everything in memory: about 1.8 kB for
     /// a track point. Parse does without the tree. Any encoding that Xerces knows; external entities are read.
@@ -218,6 +238,10 @@ private:
     VEXATRANSFERLIB_LOCAL void ParseInput(reader::XmlInput& input, GpxDocument& document);
     VEXATRANSFERLIB_LOCAL bool ReadEvents(reader::XmlInput& input, GpxDocument& document);
     VEXATRANSFERLIB_LOCAL void CheckErrors(const icu::UnicodeString& name) const;
+    VEXATRANSFERLIB_LOCAL std::optional<reader::InputGuard> MakeGuard(const icu::UnicodeString& name) const;
+    VEXATRANSFERLIB_LOCAL std::unique_ptr<xercesc::XercesDOMParser>
+    MakeDomParser(const icu::UnicodeString& name) const;
+    VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const icu::UnicodeString& path) const;
     VEXATRANSFERLIB_LOCAL void ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
                                         GpxDocument& document);
     template <class Read>
@@ -226,6 +250,7 @@ private:
     boost::scoped_ptr<CleanText> cleaner_;
     bool errorsSeen_;
     GpxReadObserver* observer_ = nullptr;
+    std::optional<GpxInputLimits> limits_; ///< of untrusted files
 };
 
 /// Reads a number as `strtod` does in the classic locale, whatever the C locale: leading white space, a full

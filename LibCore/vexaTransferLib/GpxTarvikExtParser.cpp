@@ -2,6 +2,8 @@
 #include <vexaTransferLib/GpxTarvikExtParser.h>
 
 #include <vexaTransferLib/GpxUtils.h>
+#include <vexaTransferLib/reader/GuardedParser.h>
+#include <vexaTransferLib/reader/XmlInput.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
@@ -11,6 +13,8 @@
 
 #include <boost/make_shared.hpp>
 #include <unicode/uchar.h>
+#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/sax2/XMLReaderFactory.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
@@ -18,6 +22,7 @@
 #include <cstdint>
 #include <new>
 #include <stdexcept>
+#include <string>
 
 namespace vexaTransferLib {
 
@@ -41,6 +46,25 @@ bool IsGpxNamespace(const icu::UnicodeString& uri) {
 bool EndsHead(const icu::UnicodeString& name) {
     return EqualsIgnoringCase(name, u"wpt") || EqualsIgnoringCase(name, u"trk") ||
            EqualsIgnoringCase(name, u"rte");
+}
+
+/// The event parser for a file from a stranger.
+class UntrustedReader final : public reader::GuardedParser<xercesc::SAX2XMLReaderImpl> {
+public:
+    explicit UntrustedReader(const reader::InputGuard& guard) : GuardedParser(guard) {
+        // Without one the parser would keep document types to itself.
+        setLexicalHandler(&lexicalHandler_);
+    }
+
+private:
+    xercesc::DefaultHandler lexicalHandler_;
+};
+
+std::unique_ptr<xercesc::SAX2XMLReader> MakeReader(const std::optional<GpxInputLimits>& limits) {
+    if (!limits)
+        return std::unique_ptr<xercesc::SAX2XMLReader>(xercesc::XMLReaderFactory::createXMLReader());
+    // No message of it is ever seen.
+    return std::make_unique<UntrustedReader>(reader::InputGuard(*limits, std::string()));
 }
 
 // Nothing but an exception stops the XML parser in the middle of a file.
@@ -119,28 +143,37 @@ void GpxTarvikExtParser::Parse(const icu::UnicodeString& path) {
         return;
     icu::UnicodeString terminated(path);
     const XMLCh* const systemId = terminated.getTerminatedBuffer();
-    if (systemId != nullptr)
-        Scan(systemId);
-    else // ICU's memory ran out: a scan that found nothing
+    if (systemId == nullptr) // ICU's memory ran out: a scan that found nothing
         Reset();
+    else if (limits_)
+        Scan([&] { reader::XmlInput(path, reader::XmlInput::Places::kFiles, nullptr).Feed(*reader_); });
+    else
+        Scan([&] { reader_->parse(systemId); });
 }
 
 void GpxTarvikExtParser::ParseSource(const xercesc::InputSource& source) {
-    Scan<xercesc::InputSource>(source);
+    Scan([&] { reader_->parse(source); });
 }
 
-template <class Source>
-void GpxTarvikExtParser::Scan(const Source& source) {
+void GpxTarvikExtParser::SetUntrusted(const GpxInputLimits& limits) {
+    limits_ = limits;
+}
+
+void GpxTarvikExtParser::SetTrusted() {
+    limits_.reset();
+}
+
+void GpxTarvikExtParser::Scan(const std::function<void()>& feed) {
     Reset();
     try {
-        reader_.reset(xercesc::XMLReaderFactory::createXMLReader());
+        reader_ = MakeReader(limits_);
         reader_->setContentHandler(this);
         reader_->setFeature(XMLUni::fgSAX2CoreValidation, false);
         reader_->setFeature(XMLUni::fgXercesLoadExternalDTD, false);
         reader_->setFeature(XMLUni::fgXercesSkipDTDValidation, true);
         reader_->setFeature(XMLUni::fgXercesSchema, false);
         reader_->setFeature(XMLUni::fgXercesSchemaFullChecking, false);
-        reader_->parse(source);
+        feed();
     } catch (...) {
         // The regular end of a scan is an exception too; whatever ended it, the results so far are the results.
     }

@@ -6,6 +6,7 @@
 
 #include <common/Export.h>
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/GpxInputLimits.h>
 
 #include <boost/shared_ptr.hpp>
 #include <unicode/unistr.h>
@@ -13,7 +14,9 @@
 #include <xercesc/sax2/ContentHandler.hpp>
 #include <xercesc/sax2/SAX2XMLReader.hpp>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace vexaTransferLib {
 
@@ -44,8 +47,8 @@ class UsNumberFormat;
 /// number near 6e-323, and a count with one ("7.9") as -1717986918. "time" elements in a GPX namespace all
 /// count, the last one wins.
 ///
-/// **A warning.** XML lets a file name other files and servers in entities, and they are read. Do not scan
-/// files from strangers where that matters.
+/// **A warning.** XML lets a file name other files and servers in entities, and they are read. SetUntrusted
+/// refuses that: use it wherever files may come from strangers.
 class VEXATRANSFERLIB_API GpxTarvikExtParser : public xercesc::ContentHandler {
 public:
     GpxTarvikExtParser();
@@ -61,6 +64,13 @@ public:
     /// entry of an archive. The source gives a stream, which is read as far as the head goes and not at all
     /// beyond what Xerces reads ahead (48 KiB).
     void ParseSource(const xercesc::InputSource& source);
+
+    /// Takes files from now on as coming from strangers: a document type declaration, a text, attributes or a depth
+    /// beyond the limits (that of points does not matter here), and a path that is an address end the scan, as an
+    /// ill-formed file does. No file but the one that is asked for is opened, and no server.
+    void SetUntrusted(const GpxInputLimits& limits = GpxInputLimits());
+    /// The default.
+    void SetTrusted();
 
     /// The results of the last scan; null when the head has none of the record's elements. A record stays
     /// valid when the scanner scans again or is gone.
@@ -87,8 +97,7 @@ public:
     void skippedEntity(const XMLCh* const name) override;
 
 private:
-    template <class Source>
-    void Scan(const Source& source);
+    void Scan(const std::function<void()>& feed);
     void Reset();
     void TakeVendorElement(const icu::UnicodeString& name);
     void TakeTime();
@@ -96,6 +105,7 @@ private:
 
     icu::UnicodeString buffer_;
     std::unique_ptr<xercesc::SAX2XMLReader> reader_;
+    std::optional<GpxInputLimits> limits_; ///< of untrusted files
     boost::shared_ptr<GPXStats> stats_;
     boost::shared_ptr<AnnotateMetaData> annotateMetaData_;
     boost::shared_ptr<GISMetaData> gisMetaData_;

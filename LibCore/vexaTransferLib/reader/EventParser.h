@@ -7,6 +7,7 @@
 
 #include <vexaTransferLib/reader/EventWalk.h>
 #include <vexaTransferLib/reader/HeldErrors.h>
+#include <vexaTransferLib/reader/InputGuard.h>
 
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax/Locator.hpp>
@@ -26,7 +27,8 @@ struct NeedsDom {};
 class EventParser final : public xercesc::SAX2XMLReaderImpl {
 public:
     /// \param isWatched tells the walk where each element stands
-    EventParser(EventWalk& walk, HeldErrors& errors, bool isWatched);
+    /// \param guard null when the file is trusted
+    EventParser(EventWalk& walk, HeldErrors& errors, bool isWatched, InputGuard* guard);
 
     /// False after the parse of what could not be opened.
     bool HasDocument() const { return hasDocument_; }
@@ -65,6 +67,7 @@ private:
     HeldErrors& errors_;
     Handler handler_;
     bool isWatched_;
+    InputGuard* guard_;
     bool hasDocument_ = false;
     /// By the parser's numbers.
     std::vector<const char16_t*> namespaceUris_;

@@ -13,7 +13,7 @@ void EventWalk::Try(Read read, Refuse refuse) {
             read();
         else
             Guarded(*readers_.back().reader, read, refuse);
-    } catch (const ObserverStop&) {
+    } catch (const ReadingStop&) {
         throw;
     } catch (...) {
         failure_ = std::current_exception();

@@ -161,6 +161,8 @@ GpxPoint ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType
     const auto number = static_cast<std::uint32_t>(type);
     dbc::Require(number >= kGpxWaypoint && number <= kGpxTrackPoint, text::kGpxParserSource,
                  "Unable to read a GPX point due to an invalid GPX point type.");
+    if (context.guard != nullptr)
+        context.guard->AddPoint();
     double latitude = 0.0;
     double longitude = 0.0;
     dbc::Ensure(ReadDoubleAttribute(node, u"lat", latitude), text::kGpxParserSource,

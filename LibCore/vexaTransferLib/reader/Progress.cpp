@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/Progress.h>
 
-#include <vexaTransferLib/reader/Receipt.h>
+#include <vexaTransferLib/reader/ReadingStop.h>
 
 #include <common/dbc.h>
 
@@ -84,7 +84,7 @@ void Progress::Tell() noexcept {
 
 void Progress::ThrowIfStopped() const {
     if (stop_)
-        throw ObserverStop{stop_};
+        throw ReadingStop{stop_};
 }
 
 WatchedSource::WatchedSource(const xercesc::InputSource& source, Progress& progress)

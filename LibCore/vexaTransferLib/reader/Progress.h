@@ -33,7 +33,7 @@ public:
     /// Everything is read, if it could be opened at all.
     void End();
 
-    /// \throws ObserverStop
+    /// \throws ReadingStop
     void ThrowIfStopped() const;
 
 private:

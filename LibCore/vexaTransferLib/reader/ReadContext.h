@@ -5,6 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/reader/InputGuard.h>
 #include <vexaTransferLib/reader/Receipt.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
@@ -23,6 +24,8 @@ public:
     virtual void CleanText(icu::UnicodeString& text) = 0;
 
     Receipt receipt;
+    /// Of a file from a stranger; null when the file is trusted.
+    InputGuard* guard = nullptr;
     /// Made on first use: most files hold no vendor number.
     text::UsNumberFormat numberFormat;
 };

@@ -8,6 +8,7 @@
 #include <vexaTransferLib/GpxReadObserver.h>
 #include <vexaTransferLib/GpxVersion.h>
 #include <vexaTransferLib/reader/NodeView.h>
+#include <vexaTransferLib/reader/ReadingStop.h>
 
 #include <unicode/unistr.h>
 
@@ -16,19 +17,13 @@
 
 namespace vexaTransferLib::reader {
 
-/// Thrown through readers and XML parser when an observer has thrown or cancelled. No std::exception: the guard of
-/// a child must not swallow it.
-struct ObserverStop {
-    std::exception_ptr reason;
-};
-
-/// Calls an observer; what it throws leaves as ObserverStop.
+/// Calls an observer; what it throws leaves as ReadingStop.
 template <class Call>
 auto CallObserver(Call call) {
     try {
         return call();
     } catch (...) {
-        throw ObserverStop{std::current_exception()};
+        throw ReadingStop{std::current_exception()};
     }
 }
 

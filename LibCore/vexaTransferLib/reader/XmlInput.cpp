@@ -2,6 +2,7 @@
 #include <vexaTransferLib/reader/XmlInput.h>
 
 #include <common/UnicodeStrUtils.h>
+#include <common/dbc.h>
 
 #include <xercesc/framework/LocalFileInputSource.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -29,16 +30,14 @@ std::optional<std::uint64_t> FileSize(const icu::UnicodeString& path) {
 }
 
 // As the XML parser's scanner decides when it is given a path.
-std::unique_ptr<xercesc::InputSource> MakeSource(const XMLCh* path) {
-    xercesc::XMLURL url(xercesc::XMLPlatformUtils::fgMemoryManager);
-    if (xercesc::XMLURL::parse(path, url) && !url.isRelative())
-        return std::make_unique<xercesc::URLInputSource>(url);
-    return std::make_unique<xercesc::LocalFileInputSource>(path);
+bool IsAddress(const XMLCh* path, xercesc::XMLURL& url) {
+    return xercesc::XMLURL::parse(path, url) && !url.isRelative();
 }
 
 } // namespace
 
-XmlInput::XmlInput(const icu::UnicodeString& path, GpxReadObserver* observer) : name_(path), systemId_(path) {
+XmlInput::XmlInput(const icu::UnicodeString& path, Places places, GpxReadObserver* observer)
+    : name_(path), systemId_(path), places_(places) {
     const std::optional<std::uint64_t> size = FileSize(path);
     isRepeatable_ = size.has_value();
     if (observer != nullptr)
@@ -59,10 +58,26 @@ void XmlInput::Watch(GpxReadObserver& observer, std::uint64_t size) {
     progress_.emplace(observer, size, UnicodeStrUtils::UnicodeStringToStlString(name_));
 }
 
+std::unique_ptr<xercesc::InputSource> XmlInput::MakeSource() {
+    const XMLCh* const path = systemId_.getTerminatedBuffer();
+    xercesc::XMLURL url(xercesc::XMLPlatformUtils::fgMemoryManager);
+    if (!IsAddress(path, url))
+        return std::make_unique<xercesc::LocalFileInputSource>(path);
+    if (places_ == Places::kFilesAndAddresses)
+        return std::make_unique<xercesc::URLInputSource>(url);
+    // Whatever the path looks like, a file of that name is a file.
+    if (isRepeatable_)
+        return std::make_unique<xercesc::LocalFileInputSource>(path);
+    throw dbc::postcondition_error("An untrusted GPX file is not read from an address: " +
+                                   UnicodeStrUtils::UnicodeStringToStlString(name_));
+}
+
 void XmlInput::Open() {
+    if (!source_ && (progress_ || places_ == Places::kFiles))
+        source_ = MakeSource();
     if (!progress_ || watched_)
         return;
-    watched_ = source_ ? std::move(source_) : MakeSource(systemId_.getTerminatedBuffer());
+    watched_ = std::move(source_);
     source_ = std::make_unique<WatchedSource>(*watched_, *progress_);
 }
 

@@ -21,8 +21,11 @@ namespace vexaTransferLib::reader {
 /// observer.
 class XmlInput {
 public:
+    /// What may be behind a path. An address is read by the XML parser from a server or from a file.
+    enum class Places { kFilesAndAddresses, kFiles };
+
     /// \param observer null when nobody watches
-    XmlInput(const icu::UnicodeString& path, GpxReadObserver* observer);
+    XmlInput(const icu::UnicodeString& path, Places places, GpxReadObserver* observer);
     /// \param bytes stay the caller's
     XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer);
 
@@ -30,7 +33,7 @@ public:
     /// What is no file, such as a pipe or an address, cannot be read a second time.
     bool IsRepeatable() const { return isRepeatable_; }
 
-    /// \throws what the parser throws; ObserverStop
+    /// \throws what the parser throws; ReadingStop; dbc::postcondition_error for an address where it is not read
     template <class Parser>
     void Feed(Parser& parser) {
         Open();
@@ -42,12 +45,14 @@ public:
     }
 
 private:
+    std::unique_ptr<xercesc::InputSource> MakeSource();
     void Open();
     void Close();
     void Watch(GpxReadObserver& observer, std::uint64_t size);
 
     icu::UnicodeString name_;
     icu::UnicodeString systemId_;
+    Places places_ = Places::kFilesAndAddresses;
     bool isRepeatable_;
     std::optional<Progress> progress_;
     /// What is read, if it is not read by its system id.

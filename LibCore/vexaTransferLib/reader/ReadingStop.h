@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <exception>
+
+namespace vexaTransferLib::reader {
+
+/// Thrown through readers and XML parser to end the reading of a file for a reason of its own: an observer has
+/// thrown or cancelled, a limit is passed. No std::exception: the guard of a child must not swallow it.
+struct ReadingStop {
+    std::exception_ptr reason;
+};
+
+} // namespace vexaTransferLib::reader
