@@ -19,8 +19,8 @@ namespace {
 
 class Checker {
 public:
-    Checker(const ArchiveLimits& limits, CheckForm form, Output& out)
-        : limits_(limits), form_(form), out_(out) {}
+    Checker(const InputRules& rules, CheckForm form, Output& out)
+        : rules_(rules), form_(form), out_(out), parser_(rules.isTrusted) {}
 
     bool Run(const std::vector<std::string>& files);
 
@@ -33,7 +33,7 @@ private:
     void WriteFailure(const Origin& origin, const std::string& error, const Receipt& receipt);
     void WriteText(const Origin& origin, const Contents* contents, const Receipt& receipt);
 
-    ArchiveLimits limits_;
+    InputRules rules_;
     CheckForm form_;
     Output& out_;
     FileParser parser_;
@@ -57,7 +57,7 @@ bool Checker::CheckFile(const std::string& argument) {
     try {
         const InputFile file = OpenDocument(argument);
         if (IsArchive(file))
-            return ForEachGpxEntry(file, limits_, [&](Archive& archive) {
+            return ForEachGpxEntry(file, rules_.archives, [&](Archive& archive) {
                 const std::string entry = archive.Name();
                 CheckDocument({argument, &entry}, [&](GpxDocument& document) {
                     ReadEntry(parser_, archive, argument, document);
@@ -118,8 +118,8 @@ void Checker::WriteText(const Origin& origin, const Contents* contents, const Re
 
 } // namespace
 
-bool Check(const std::vector<std::string>& files, const ArchiveLimits& limits, CheckForm form, Output& out) {
-    return Checker(limits, form, out).Run(files);
+bool Check(const std::vector<std::string>& files, const InputRules& rules, CheckForm form, Output& out) {
+    return Checker(rules, form, out).Run(files);
 }
 
 } // namespace vexagpx

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexagpx/Archive.h>
+#include <vexagpx/InputRules.h>
 #include <vexagpx/Output.h>
 
 #include <string>
@@ -16,6 +16,6 @@ struct CheckForm {
 
 /// The `check` command: tells what of the files was read and what was passed over. False when a file could not
 /// be read, or when something was passed over that a document could have held.
-bool Check(const std::vector<std::string>& files, const ArchiveLimits& limits, CheckForm form, Output& out);
+bool Check(const std::vector<std::string>& files, const InputRules& rules, CheckForm form, Output& out);
 
 } // namespace vexagpx

@@ -71,11 +71,18 @@ void AddProgress(CLI::App& command, Request& request) {
     command.add_flag("--no-progress", request.noProgress, "Show no progress while long files are read");
 }
 
+void AddTrust(CLI::App& command, Request& request) {
+    command.add_flag("--trust", request.rules.isTrusted,
+                     "Follow document types and entities and set\n"
+                     "no limits: not for files from strangers");
+}
+
 void AddFiles(CLI::App& command, Request& request) {
     command.add_option("FILE", request.files, "GPX files or ZIP archives; - is standard input")
         ->required()
         ->type_name("");
     AddProgress(command, request);
+    AddTrust(command, request);
 }
 
 /// A unit may follow the number of bytes.
@@ -92,7 +99,7 @@ std::string RequireNumber(const std::string& text) {
 
 void AddLimits(CLI::App& command, Request& request) {
     const std::string group = "Limits for archives";
-    ArchiveLimits& limits = request.limits;
+    ArchiveLimits& limits = request.rules.archives;
     command.add_option("--max-entry-size", limits.entrySize, "Bytes that an entry may have; 500MB, 2GB")
         ->check(CLI::Validator(RequireSize, ""))
         ->transform(CLI::AsSizeValue(false).description(""))
@@ -118,7 +125,7 @@ void AddShow(CLI::App& app, Request& request) {
     command->add_flag("--all", request.all, "List every waypoint, route, track and geocache");
     command->callback([&request] {
         request.command = [&request](Output& out) {
-            return Show(request.files, request.all, request.limits, out);
+            return Show(request.files, request.all, request.rules, out);
         };
     });
 }
@@ -129,7 +136,7 @@ void AddDump(CLI::App& app, Request& request) {
     AddFiles(*command, request);
     AddLimits(*command, request);
     command->callback([&request] {
-        request.command = [&request](Output& out) { return Dump(request.files, request.limits, out); };
+        request.command = [&request](Output& out) { return Dump(request.files, request.rules, out); };
     });
 }
 
@@ -142,7 +149,7 @@ void AddInfo(CLI::App& app, Request& request) {
     command->callback([&request] {
         request.command = [&request](Output& out) {
             const auto form = request.json ? InfoForm::kJson : InfoForm::kLine;
-            return Info(request.files, request.limits, form, out);
+            return Info(request.files, request.rules, form, out);
         };
     });
 }
@@ -156,7 +163,7 @@ void AddCheck(CLI::App& app, Request& request) {
     command->add_flag("--json", request.json, "Print a line of JSON for each document");
     command->callback([&request] {
         request.command = [&request](Output& out) {
-            return Check(request.files, request.limits, {request.json, request.all}, out);
+            return Check(request.files, request.rules, {request.json, request.all}, out);
         };
     });
 }
@@ -166,6 +173,7 @@ void AddConvert(CLI::App& app, Request& request) {
     CLI::App* command =
         AddCommand(app, request, "convert", "Read a GPX file and write it again", kConvertExamples);
     AddProgress(*command, request);
+    AddTrust(*command, request);
     AddLimits(*command, request);
     command->add_option("IN", convert.in, "GPX file or ZIP archive; - is standard input")
         ->required()
@@ -191,7 +199,7 @@ void AddConvert(CLI::App& app, Request& request) {
         ->capture_default_str();
     command->callback([&request] {
         request.command = [&request](Output& out) {
-            request.convert.limits = request.limits;
+            request.convert.rules = request.rules;
             return Convert(request.convert, out);
         };
     });
@@ -227,20 +235,20 @@ void AddZip(CLI::App& app, Request& request) {
     zip->require_subcommand(1);
     AddZipCommand(
         *zip, request, "list", "Print the names of the entries",
-        [](const Request& asked, Output& out) { return ZipList(asked.archive, asked.limits, out); });
+        [](const Request& asked, Output& out) { return ZipList(asked.archive, asked.rules.archives, out); });
     AddZipCommand(*zip, request, "cat", "Print the content of an entry",
                   [](const Request& asked, Output& out) {
-                      return ZipCat(asked.archive, asked.entry, asked.limits, out);
+                      return ZipCat(asked.archive, asked.entry, asked.rules.archives, out);
                   })
         ->add_option("ENTRY", request.entry, "Name as zip list prints it")
         ->required()
         ->type_name("");
     AddZipCommand(
         *zip, request, "test", "Read every entry and tell which are bad",
-        [](const Request& asked, Output& out) { return ZipTest(asked.archive, asked.limits, out); });
+        [](const Request& asked, Output& out) { return ZipTest(asked.archive, asked.rules.archives, out); });
     CLI::App* extract = AddZipCommand(
         *zip, request, "extract", "Write the entries below a folder", [](const Request& asked, Output& out) {
-            return ZipExtract(asked.archive, asked.folder, asked.overwrite, asked.limits, out);
+            return ZipExtract(asked.archive, asked.folder, asked.overwrite, asked.rules.archives, out);
         });
     extract->add_option("DIR", request.folder, "Folder, made when it is not there")
         ->required()

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexagpx/Archive.h>
 #include <vexagpx/Convert.h>
+#include <vexagpx/InputRules.h>
 #include <vexagpx/Output.h>
 
 #include <functional>
@@ -28,7 +28,7 @@ struct Request {
     std::string archive;
     std::string entry;
     std::string folder;
-    ArchiveLimits limits;
+    InputRules rules;
     ConvertRequest convert;
     std::string cleanFile = "-";
     /// Does the work; false after a failure that has been told.

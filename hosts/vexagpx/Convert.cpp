@@ -94,7 +94,7 @@ void NoteLosses(const ConvertRequest& request, std::uint64_t count, bool isStrea
 class Converter {
 public:
     Converter(const ConvertRequest& request, Output& standardOutput)
-        : request_(request), standardOutput_(standardOutput) {
+        : request_(request), standardOutput_(standardOutput), parser_(request.rules.isTrusted) {
         parser_.Watch(&losses_);
     }
 
@@ -127,7 +127,7 @@ bool Converter::ConvertFile(const InputFile& file) {
 }
 
 bool Converter::ConvertArchive(const InputFile& file) {
-    const std::size_t count = CountGpxEntries(file, request_.limits);
+    const std::size_t count = CountGpxEntries(file, request_.rules.archives);
     const bool intoFolder = count != 1;
     if (count > 1 && request_.out == kStandardOutput)
         throw std::runtime_error("Standard output takes one GPX file, and the archive holds more. (" +
@@ -135,7 +135,7 @@ bool Converter::ConvertArchive(const InputFile& file) {
     if (!intoFolder && IsSameFile(request_.out, file.FilePath()))
         throw std::runtime_error("The result would replace the archive. (" + request_.in + ")");
     EntryPlaces places(request_.out);
-    return ForEachGpxEntry(file, request_.limits, [&](Archive& archive) {
+    return ForEachGpxEntry(file, request_.rules.archives, [&](Archive& archive) {
         GpxDocument document;
         losses_.BeginDocument();
         ReadEntry(parser_, archive, request_.in, document);

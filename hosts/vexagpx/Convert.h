@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexagpx/Archive.h>
+#include <vexagpx/InputRules.h>
 #include <vexagpx/Output.h>
 
 #include <string>
@@ -14,7 +14,7 @@ struct ConvertRequest {
     std::string version = "1.1";
     std::string applicationName = "vexagpx";
     std::string applicationUrl = "https://tarvik.example/";
-    ArchiveLimits limits;
+    InputRules rules;
 };
 
 /// The `convert` command. False after a failure, which has been told on standard error; the target is then as

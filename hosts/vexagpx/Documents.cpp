@@ -71,12 +71,12 @@ bool ReadArgument(FileParser& parser, const std::string& argument, const Archive
 
 } // namespace
 
-bool ReadDocuments(const std::vector<std::string>& arguments, const ArchiveLimits& limits,
+bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
                    const TakeDocument& take) {
     bool fine = true;
-    FileParser parser;
+    FileParser parser(rules.isTrusted);
     for (const std::string& argument : arguments)
-        fine = Told(argument, [&] { return ReadArgument(parser, argument, limits, take); }) && fine;
+        fine = Told(argument, [&] { return ReadArgument(parser, argument, rules.archives, take); }) && fine;
     return fine;
 }
 

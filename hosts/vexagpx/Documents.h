@@ -3,6 +3,7 @@
 
 #include <vexagpx/Archive.h>
 #include <vexagpx/FileParser.h>
+#include <vexagpx/InputRules.h>
 
 #include <functional>
 #include <string>
@@ -29,7 +30,7 @@ InputFile OpenDocument(const std::string& argument);
 
 /// Reads the files one after another, and of archives every entry that is GPX by its name. False when
 /// something could not be read; that has been told, and the rest was read all the same.
-bool ReadDocuments(const std::vector<std::string>& arguments, const ArchiveLimits& limits,
+bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
                    const TakeDocument& take);
 
 /// The document of the current entry.

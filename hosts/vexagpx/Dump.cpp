@@ -280,8 +280,8 @@ void DumpDocument(const GpxDocument& document, const std::string* entry, Output&
     out.Write("\n");
 }
 
-bool Dump(const std::vector<std::string>& files, const ArchiveLimits& limits, Output& out) {
-    const bool fine = ReadDocuments(files, limits, [&out](const Origin& origin, const GpxDocument& document) {
+bool Dump(const std::vector<std::string>& files, const InputRules& rules, Output& out) {
+    const bool fine = ReadDocuments(files, rules, [&out](const Origin& origin, const GpxDocument& document) {
         DumpDocument(document, origin.entry, out);
         out.Flush();
     });

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexagpx/Archive.h>
+#include <vexagpx/InputRules.h>
 #include <vexagpx/Output.h>
 
 #include <vexaTransferLib/GpxDocument.h>
@@ -19,7 +19,7 @@ namespace vexagpx {
 void DumpDocument(const vexaTransferLib::GpxDocument& document, const std::string* entry, Output& out);
 
 /// The `dump` command. False when a file could not be read.
-bool Dump(const std::vector<std::string>& files, const ArchiveLimits& limits, Output& out);
+bool Dump(const std::vector<std::string>& files, const InputRules& rules, Output& out);
 
 // What the other commands need of the fields that have no public accessor.
 

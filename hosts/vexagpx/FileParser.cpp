@@ -73,6 +73,12 @@ private:
     vexaTransferLib::GpxParser& parser_;
 };
 
+/// What the user can do about a message of the library.
+std::string Advice(std::string_view message) {
+    const bool isRefusal = message.starts_with("The untrusted GPX file was refused: ");
+    return isRefusal ? " If you know where it comes from, --trust reads it." : "";
+}
+
 void StopWhenInterrupted(const std::string& name) {
     const int signal = NotedInterruption();
     if (signal == 0)
@@ -92,6 +98,11 @@ std::string Describe(const xercesc::SAXParseException& exception) {
     if (exception.getMessage() != nullptr)
         icu::UnicodeString(exception.getMessage()).toUTF8String(text);
     return text;
+}
+
+FileParser::FileParser(bool isTrusted) {
+    if (!isTrusted)
+        SetUntrusted();
 }
 
 void FileParser::error(const xercesc::SAXParseException& exception) {
@@ -150,7 +161,7 @@ void FileParser::Try(const std::string& name, const icu::UnicodeString& path,
     } catch (const std::bad_alloc&) {
         throw std::runtime_error("Out of memory. (" + name + ")");
     } catch (const std::exception& failure) {
-        throw std::runtime_error(WithDetails(failure.what(), name));
+        throw std::runtime_error(WithDetails(failure.what(), name) + Advice(failure.what()));
     }
 }
 

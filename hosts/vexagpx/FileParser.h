@@ -19,6 +19,8 @@ std::string Describe(const xercesc::SAXParseException& exception);
 /// The library's reader, which remembers the first complaint of the XML parser.
 class FileParser final : public vexaTransferLib::GpxParser {
 public:
+    explicit FileParser(bool isTrusted);
+
     void error(const xercesc::SAXParseException& exception) override;
     void fatalError(const xercesc::SAXParseException& exception) override;
 

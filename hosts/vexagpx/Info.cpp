@@ -145,7 +145,7 @@ void ScanEntry(GpxTarvikExtParser& scanner, Archive& archive, const std::string&
     source.RethrowFailure();
 }
 
-bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, const ArchiveLimits& limits,
+bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, const InputRules& rules,
                     InfoForm form, Output& out) {
     const InputFile file = OpenDocument(argument);
     if (!IsArchive(file)) {
@@ -153,7 +153,7 @@ bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, co
         WriteInfo(scanner, argument, nullptr, form, out);
         return true;
     }
-    return ForEachGpxEntry(file, limits, [&](Archive& archive) {
+    return ForEachGpxEntry(file, rules.archives, [&](Archive& archive) {
         ScanEntry(scanner, archive, argument);
         const std::string entry = archive.Name();
         WriteInfo(scanner, argument, &entry, form, out);
@@ -170,11 +170,13 @@ void WriteInfo(const GpxTarvikExtParser& scanner, const std::string& file, const
         WriteLine(scanner, Origin{file, entry}.Text(), out);
 }
 
-bool Info(const std::vector<std::string>& files, const ArchiveLimits& limits, InfoForm form, Output& out) {
+bool Info(const std::vector<std::string>& files, const InputRules& rules, InfoForm form, Output& out) {
     bool fine = true;
     GpxTarvikExtParser scanner;
+    if (!rules.isTrusted)
+        scanner.SetUntrusted();
     for (const std::string& file : files) {
-        fine = Told(file, [&] { return InfoOfArgument(scanner, file, limits, form, out); }) && fine;
+        fine = Told(file, [&] { return InfoOfArgument(scanner, file, rules, form, out); }) && fine;
         out.Flush();
     }
     return fine;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexagpx/Archive.h>
+#include <vexagpx/InputRules.h>
 #include <vexagpx/Output.h>
 
 #include <vexaTransferLib/GpxTarvikExtParser.h>
@@ -19,6 +19,6 @@ void WriteInfo(const vexaTransferLib::GpxTarvikExtParser& scanner, const std::st
                const std::string* entry, InfoForm form, Output& out);
 
 /// The `info` command: reads only the heads of the files. False when one could not be opened.
-bool Info(const std::vector<std::string>& files, const ArchiveLimits& limits, InfoForm form, Output& out);
+bool Info(const std::vector<std::string>& files, const InputRules& rules, InfoForm form, Output& out);
 
 } // namespace vexagpx

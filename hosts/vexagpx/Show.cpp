@@ -221,9 +221,9 @@ void ShowDocument(const GpxDocument& document, const std::string& heading, bool 
     Summary(document, all).Write(document, out);
 }
 
-bool Show(const std::vector<std::string>& files, bool all, const ArchiveLimits& limits, Output& out) {
+bool Show(const std::vector<std::string>& files, bool all, const InputRules& rules, Output& out) {
     bool first = true;
-    return ReadDocuments(files, limits, [&](const Origin& origin, const GpxDocument& document) {
+    return ReadDocuments(files, rules, [&](const Origin& origin, const GpxDocument& document) {
         if (!first)
             out.Write("\n");
         first = false;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexagpx/Archive.h>
+#include <vexagpx/InputRules.h>
 #include <vexagpx/Output.h>
 
 #include <vexaTransferLib/GpxDocument.h>
@@ -17,6 +17,6 @@ void ShowDocument(const vexaTransferLib::GpxDocument& document, const std::strin
                   Output& out);
 
 /// The `show` command. False when a file could not be read.
-bool Show(const std::vector<std::string>& files, bool all, const ArchiveLimits& limits, Output& out);
+bool Show(const std::vector<std::string>& files, bool all, const InputRules& rules, Output& out);
 
 } // namespace vexagpx

@@ -158,7 +158,7 @@ struct Stuck {
 
 TEST(InterruptTest, ASecondControlCEndsAtOnce) {
     Stuck stuck;
-    Session session({"dump", "stuck.gpx"});
+    Session session({"dump", "--trust", "stuck.gpx"});
     // Without the alarm that would end the wait.
     session.In(stuck.folder.Path()).Ignoring(SIGALRM).Start();
     stuck.pipe.Open();
@@ -173,7 +173,7 @@ TEST(InterruptTest, ASecondControlCEndsAtOnce) {
 TEST(InterruptTest, AReadingThatDoesNotHeedItEndsAfterAWhile) {
     for (const int signal : {SIGINT, SIGTERM}) {
         Stuck stuck;
-        Session session({"dump", "stuck.gpx"});
+        Session session({"dump", "--trust", "stuck.gpx"});
         session.In(stuck.folder.Path()).Start();
         stuck.pipe.Open();
         session.Send(signal);

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexagpx/Archive.h>
+
+namespace vexagpx {
+
+/// What the files of a command line may do.
+struct InputRules {
+    ArchiveLimits archives;
+    bool isTrusted = false; ///< a GPX file may name other files and servers, and may be of any size
+};
+
+} // namespace vexagpx
