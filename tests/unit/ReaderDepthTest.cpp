@@ -7,14 +7,10 @@
 #include "support/GpxFiles.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
+#include "support/SmallStack.h"
 
 #include <gtest/gtest.h>
 
-#include <pthread.h>
-
-#include <exception>
-#include <functional>
-#include <stdexcept>
 #include <string>
 
 namespace vexaTransferLib {
@@ -22,49 +18,12 @@ namespace {
 
 using namespace testing_support;
 
-constexpr std::size_t kSmallStack = 512 * 1024;
 constexpr std::size_t kLevels = 1000000;
 static_assert(kLevels * 2 * sizeof(void*) > kSmallStack, "a recursion would overflow it");
 
-class SmallStackThread {
-public:
-    /// Runs the action to its end on a thread with a small stack; an exception of it is rethrown here.
-    static void Run(const std::function<void()>& action) {
-        SmallStackThread state{action, nullptr};
-        pthread_attr_t attributes;
-        pthread_attr_init(&attributes);
-        pthread_t thread;
-        const bool started = pthread_attr_setstacksize(&attributes, kSmallStack) == 0 &&
-                             pthread_create(&thread, &attributes, &SmallStackThread::Start, &state) == 0;
-        pthread_attr_destroy(&attributes);
-        if (!started)
-            throw std::runtime_error("no thread with a small stack");
-        pthread_join(thread, nullptr);
-        if (state.exception_)
-            std::rethrow_exception(state.exception_);
-    }
-
-private:
-    SmallStackThread(const std::function<void()>& action, std::exception_ptr exception)
-        : action_(action), exception_(std::move(exception)) {}
-
-    static void* Start(void* argument) {
-        auto& state = *static_cast<SmallStackThread*>(argument);
-        try {
-            state.action_();
-        } catch (...) {
-            state.exception_ = std::current_exception();
-        }
-        return nullptr;
-    }
-
-    const std::function<void()>& action_;
-    std::exception_ptr exception_;
-};
-
 GpxDocument ReadOnASmallStack(const std::string& gpx) {
     GpxDocument document;
-    SmallStackThread::Run([&] { document = ReadGpx(gpx); });
+    RunOnASmallStack([&] { document = ReadGpx(gpx); });
     return document;
 }
 

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+// Files whose shape costs the XML parser more than its length: depth, attributes, namespaces. What grows with the
+// square of the number is the parser's own; GpxParser::SetUntrusted stops it at the limits.
+#include <vexaTransferLib/GpxParser.h>
+#include <vexaTransferLib/GpxTarvikExtParser.h>
+
+#include <benchmark/benchmark.h>
+#include <xercesc/framework/MemBufInputSource.hpp>
+
+#include <string>
+
+namespace {
+
+using namespace vexaTransferLib;
+
+using MakeShape = std::string (*)(std::int64_t);
+using Read = void (*)(const std::string&);
+
+std::string Levels(std::int64_t count) {
+    std::string text;
+    for (std::int64_t i = 0; i < count; ++i)
+        text += "<x>";
+    for (std::int64_t i = 0; i < count; ++i)
+        text += "</x>";
+    return text;
+}
+
+std::string Attributes(std::int64_t count) {
+    std::string text = "<x";
+    for (std::int64_t i = 0; i < count; ++i)
+        text += " a" + std::to_string(i) + "='v'";
+    return text + "/>";
+}
+
+std::string Namespaces(std::int64_t count) {
+    std::string text = "<x";
+    for (std::int64_t i = 0; i < count; ++i)
+        text += " xmlns:n" + std::to_string(i) + "='u" + std::to_string(i) + "'";
+    return text + "/>";
+}
+
+std::string Names(std::int64_t count) {
+    std::string text;
+    for (std::int64_t i = 0; i < count; ++i)
+        text += "<n" + std::to_string(i) + "/>";
+    return text;
+}
+
+std::string Children(std::int64_t count) {
+    std::string text;
+    for (std::int64_t i = 0; i < count; ++i)
+        text += "<x/>";
+    return text;
+}
+
+std::string Gpx(const std::string& declaration, const std::string& shape) {
+    return declaration + "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'><metadata>" + shape +
+           "</metadata></gpx>";
+}
+
+void ReadEvents(const std::string& shape) {
+    GpxDocument document;
+    GpxParser().Parse(Gpx("", shape), u"shape", document);
+}
+
+void ReadDom(const std::string& shape) {
+    GpxDocument document;
+    GpxParser().Parse(Gpx("<!DOCTYPE gpx>", shape), u"shape", document);
+}
+
+void Scan(const std::string& shape) {
+    const std::string bytes = Gpx("", shape);
+    GpxTarvikExtParser().ParseSource(
+        xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(bytes.data()), bytes.size(), "shape"));
+}
+
+void ReadShape(benchmark::State& state, MakeShape make, Read read) {
+    const std::string shape = make(state.range(0));
+    for (auto _ : state)
+        read(shape);
+    state.SetComplexityN(state.range(0));
+}
+
+void Doubling(benchmark::internal::Benchmark* bench) {
+    bench->ArgName("n")->Arg(4000)->Arg(8000)->Arg(16000)->Unit(benchmark::kMillisecond);
+    bench->Complexity();
+}
+
+#define SHAPE(make)                                                                                          \
+    BENCHMARK_CAPTURE(ReadShape, make##_events, make, ReadEvents)->Apply(Doubling);                          \
+    BENCHMARK_CAPTURE(ReadShape, make##_dom, make, ReadDom)->Apply(Doubling);                                \
+    BENCHMARK_CAPTURE(ReadShape, make##_scan, make, Scan)->Apply(Doubling)
+SHAPE(Levels);
+SHAPE(Attributes);
+SHAPE(Namespaces);
+SHAPE(Names);
+SHAPE(Children);
+#undef SHAPE
+
+} // namespace
