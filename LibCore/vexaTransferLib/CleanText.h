@@ -17,14 +17,15 @@ namespace vexaTransferLib {
 /// Text pipelines that give what the vendor's Tova products take: printable characters, CR LF line breaks,
 /// single spaces, no markup.
 ///
-/// Built once (16 regular expressions, about 2 ms), used for any number of texts; no state is carried from
-/// one text to the next. One cleaner serves one thread at a time; it can be neither copied nor moved.
+/// Built once (it compiles the 16 regular expressions that define its steps, in about 2 ms), used for any
+/// number of texts; no state is carried from one text to the next. One cleaner serves one thread at a time;
+/// it can be neither copied nor moved.
 ///
-/// All operations rewrite the caller's text in place. They fail with a `dbc::postcondition_error` when the
-/// regular expression engine gives up, as it does on some texts of hundreds of thousands of spaces or line
-/// breaks. The text then holds what the steps before left, with the failed step done as far as the engine
-/// came, except where an operation says that it is left untouched. A plain replacement for which there is no
-/// memory leaves the text untouched and throws `std::bad_alloc`.
+/// All operations rewrite the caller's text in place. But for RegexReplaceAll they scan instead of running
+/// the expressions: in time that grows with the length of the text, whatever is in it. They fail only when
+/// there is no memory for the result of a step, with a `dbc::postcondition_error`, or with a `std::bad_alloc`
+/// where the step replaces named symbols, dashes or ellipses. The text is then as the steps before left it. A
+/// step that has nothing to do needs no memory.
 ///
 ///     CleanText cleaner;
 ///     icu::UnicodeString text(u"<p>Hello&nbsp;&amp; [b]welcome[/b]</p>");
@@ -89,13 +90,15 @@ public:
 
     /// Replaces every match by \p replacement (in ICU's replacement syntax) and assigns the result to \p
     /// text. Stops the process when \p matcher is empty.
-    /// \throws dbc::postcondition_error with \p message when the engine fails
+    /// \throws dbc::postcondition_error with \p message when the engine fails, also when it gives up on a
+    ///         text; what it had come to is replaced then
     void RegexReplaceAll(const boost::scoped_ptr<icu::RegexMatcher>& matcher, icu::UnicodeString& text,
                          const icu::UnicodeString& replacement, const char* message);
 
 private:
     static constexpr std::size_t kMatcherCount = 16;
 
+    // Only built: a cleaner whose steps cannot be stated does not come to be.
     boost::scoped_ptr<icu::RegexMatcher> matchers_[kMatcherCount];
 };
 

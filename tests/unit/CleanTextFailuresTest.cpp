@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/CleanText.h>
 
+#include <vexaTransferLib/cleaner/Blanks.h>
+#include <vexaTransferLib/cleaner/HtmlElements.h>
+#include <vexaTransferLib/cleaner/HtmlTags.h>
+#include <vexaTransferLib/cleaner/Punctuation.h>
+#include <vexaTransferLib/cleaner/References.h>
+
 #include <common/dbc.h>
 
 #include "support/ContractChecks.h"
@@ -163,93 +169,6 @@ TEST(CleanTextReplaceDeathTest, AnEmptyHolderStopsTheProcess) {
         "^ASSERT failed at LibCore/vexaTransferLib/CleanText\\.h:[1-9][0-9]*\n$");
 }
 
-struct GiveUpRow {
-    Operation operation;
-    icu::UnicodeString text;
-    const char* message;
-    icu::UnicodeString left;
-    const char* reason;
-};
-
-void ExpectGivesUp(const GiveUpRow& row) {
-    icu::UnicodeString text(row.text);
-    EXPECT_FAILURE((Cleaner().*row.operation)(text), dbc::postcondition_error, row.message, kSource)
-        << row.reason;
-    EXPECT_TRUE(text == row.left) << row.reason << ": " << text.length() << " units instead of "
-                                  << row.left.length() << ", beginning \"" << Utf8(text.tempSubString(0, 40))
-                                  << '"';
-    icu::UnicodeString next(u"<p>\t \u2018a\u2019 [b]&#65;");
-    Cleaner().CleanWebTextForTova(next);
-    EXPECT_EQ(Utf8(next), "\r\n\r\n'a' A") << row.reason << ": the cleaner can be used again";
-}
-
-TEST(CleanTextGiveUpTest, HtmlToPlainTextLeavesTheTextAsFarAsItCame) {
-    constexpr Operation kHtmlToText = &CleanText::HTMLToPlainText;
-    const icu::UnicodeString spaces = Repeated(u" ", 600'000);
-    const icu::UnicodeString breaks = Repeated(u"\r\n", 300'000);
-    const icu::UnicodeString tabs = Repeated(u"\t", 1'200'000);
-    const GiveUpRow rows[] = {
-        {kHtmlToText, spaces, kLineEdges, spaces, "spaces"},
-        {kHtmlToText, u"<p>  a  \n b\n" + spaces + u" \n c ", kLineEdges,
-         u"\r\n\r\na\r\nb\r\n" + spaces + u" \r\n c ", "the lines before are trimmed"},
-        {kHtmlToText, u"<i>" + breaks, kLineBreaks, breaks, "line breaks"},
-        {kHtmlToText, u"a\n\n\nb" + breaks + u"c\n\n\nd", kLineBreaks,
-         u"a\r\n\r\nb" + breaks + u"c\r\n\r\n\r\nd", "the line breaks before are reduced"},
-        {kHtmlToText, u"<!-- x -->a\t\tb<br>" + tabs + u"\tc\t", kTabs, u"a b<br>" + tabs + u"\tc\t",
-         "tabs: comments have gone, tags have not"},
-    };
-    for (const GiveUpRow& row : rows)
-        ExpectGivesUp(row);
-}
-
-TEST(CleanTextGiveUpTest, CleanPlainTextForTovaLeavesTheTextAsFarAsItCame) {
-    constexpr Operation kClean = &CleanText::CleanPlainTextForTova;
-    const icu::UnicodeString spaces = Repeated(u" ", 600'000);
-    const icu::UnicodeString tabs = Repeated(u"\t", 1'200'000);
-    const icu::UnicodeString mixed = Repeated(u"\t ", 300'000);
-    const GiveUpRow rows[] = {
-        {kClean, spaces, kLineEdges, spaces, "spaces"},
-        {kClean, u" \u2018 \n " + spaces, kLineEdges, u"\u2018\n " + spaces, "quotes come later"},
-        {kClean, u" \u2018\u2026\t\tb" + tabs + u"\t\u2014 ", kTabs, u"'... b" + tabs + u"\t--", "tabs"},
-        {kClean, u"x\t \u201Ca" + mixed + u"\t\u2013", kSpaces, u"x \"a" + Repeated(u"  ", 300'000) + u" -",
-         "a run of spaces that tabs made"},
-    };
-    for (const GiveUpRow& row : rows)
-        ExpectGivesUp(row);
-}
-
-TEST(CleanTextGiveUpTest, CleanWebTextForTovaStopsAtTheFirstFailure) {
-    const icu::UnicodeString spaces = Repeated(u" ", 600'000);
-    ExpectGivesUp({&CleanText::CleanWebTextForTova, u"[b]&#8230;\u2026\n" + spaces, kLineEdges,
-                   u"[b]...\u2026\r\n" + spaces, "the later pipelines do not run"});
-}
-
-TEST(CleanTextGiveUpTest, LongTextsThatTheEngineMasters) {
-    struct LongRow {
-        Operation operation;
-        icu::UnicodeString text;
-        icu::UnicodeString expected;
-        const char* reason;
-    };
-    const icu::UnicodeString letters = Repeated(u"a", 1'000'000);
-    const LongRow rows[] = {
-        {&CleanText::StripBBCode, u"[url=" + letters + u"]b", u"b", "a long parameter"},
-        {&CleanText::HTMLToPlainText, u"<!--" + letters + u"-->b", u"b", "a long comment"},
-        {&CleanText::HTMLToPlainText, u"<style>" + letters + u"</style>b", u"b", "a long style"},
-        {&CleanText::HTMLToPlainText, u"<p" + letters + u">b", u"\r\n\r\nb", "a long tag"},
-        {&CleanText::CleanPlainTextForTova, letters, letters, "a long word"},
-        {&CleanText::ConvertToDosLineBreaks, Repeated(u"\n", 500'000), Repeated(u"\r\n", 500'000), "LF"},
-        {&CleanText::ConvertToDosLineBreaks, Repeated(u"\r", 500'000), u"", "CR"},
-        {&CleanText::CleanPlainTextForTova, Repeated(u"\u2019\u201D", 200'000), Repeated(u"'\"", 200'000),
-         "quotes"},
-    };
-    for (const LongRow& row : rows) {
-        icu::UnicodeString text(row.text);
-        (Cleaner().*row.operation)(text);
-        EXPECT_TRUE(text == row.expected) << row.reason;
-    }
-}
-
 TEST(CleanTextMemoryTest, ATextThatFindsNoRoomStaysAsItWas) {
     struct MemoryRow {
         Operation operation;
@@ -259,7 +178,7 @@ TEST(CleanTextMemoryTest, ATextThatFindsNoRoomStaysAsItWas) {
     const MemoryRow rows[] = {
         {&CleanText::HTMLToPlainText, Repeated(u"<!--a-->b", 5'000), kHtml},
         {&CleanText::StripBBCode, Repeated(u"[b]a", 10'000), kBBCode},
-        {&CleanText::CleanPlainTextForTova, Repeated(u"ab", 10'000), kLineEdges},
+        {&CleanText::CleanPlainTextForTova, Repeated(u"ab \n", 10'000), kLineEdges},
         {&CleanText::ConvertToDosLineBreaks, Repeated(u"a\r", 10'000), kRemoveReturns},
         {&CleanText::ConvertToDosLineBreaks, Repeated(u"\n", 3'000), kInsertReturns},
         {&CleanText::ReplaceNumericCharacterReferences, Repeated(u"&#65;b", 10'000), kSymbols},
@@ -285,6 +204,52 @@ TEST(CleanTextMemoryTest, APlainReplacementThatFindsNoRoomIsOutOfMemory) {
     const RefusedIcuMemory refused = RefusedIcuMemory::Above(8'192);
     EXPECT_THROW(Cleaner().CleanPlainTextForTova(text), std::bad_alloc);
     EXPECT_TRUE(text == dashes);
+}
+
+using Step = bool (*)(icu::UnicodeString&);
+
+// The text before the first step, after it, after the second ...
+std::vector<icu::UnicodeString> States(icu::UnicodeString text, const std::vector<Step>& steps) {
+    std::vector<icu::UnicodeString> states{text};
+    for (const Step step : steps) {
+        EXPECT_TRUE(step(text));
+        if (text != states.back())
+            states.push_back(text);
+    }
+    return states;
+}
+
+bool FailsWithRequest(std::size_t number, Operation operation, icu::UnicodeString& text, bool& refused) {
+    const RefusedIcuMemory memory = RefusedIcuMemory::AtCall(number);
+    bool failed = false;
+    CaptureStandardError([&] {
+        try {
+            (Cleaner().*operation)(text);
+        } catch (const std::exception&) {
+            failed = true;
+        }
+    });
+    refused = memory.Refused() > 0;
+    return failed;
+}
+
+// Each request for memory is refused in its turn: the text is left as one step after the other found it.
+void ExpectAllStatesAreLeft(Operation operation, const icu::UnicodeString& text,
+                            const std::vector<Step>& steps) {
+    const std::vector<icu::UnicodeString> states = States(text, steps);
+    std::size_t reached = 0;
+    bool refused = true;
+    for (std::size_t number = 1; refused; ++number) {
+        icu::UnicodeString left(text);
+        if (!FailsWithRequest(number, operation, left, refused)) {
+            EXPECT_TRUE(left == states.back()) << "request " << number;
+            continue;
+        }
+        if (reached + 1 < states.size() && left == states[reached + 1])
+            ++reached;
+        EXPECT_TRUE(left == states[reached]) << "request " << number << " left\n" << Utf8(left);
+    }
+    EXPECT_EQ(reached + 2, states.size()) << "every state but the last is left by a failure";
 }
 
 // ICU's memory inside a child process, where it can be replaced without a trace in the tests' own process.
@@ -473,9 +438,23 @@ std::string Lines(const std::vector<const char*>& messages) {
 // Longer than the short strings that need no memory, and with work for every step.
 icu::UnicodeString WorkForAllSteps() {
     return Repeated(
-        u" <!--c--><style>x</style><p>\ta<br>\u2018b\u2019 <i>\u201Cc\u201D &#65;\r\n\n\n\n&lt;&amp;  "
-        u"\r\u2026\u2013\u2014 d [b]e[/b]\t \tf ",
+        u"\t <!--c--><style>x</style><p>\ta<br>\u2018b\u2019 <i>\u201Cc\u201D &#65;\r\n\n\n\n&lt;&amp;  "
+        u"\r\u2026\u2013\u2014 d [b]e [/b] f\t \tg\n[b] h ",
         20);
+}
+
+TEST(CleanTextMemoryTest, AFailedStepLeavesTheTextAsTheStepsBeforeLeftIt) {
+    Cleaner();
+    ExpectAllStatesAreLeft(&CleanText::HTMLToPlainText, WorkForAllSteps(),
+                           {cleaner::RemoveComments, cleaner::RemoveStylesAndScripts, cleaner::ReplaceTabs,
+                            cleaner::ReplaceBlockTags, cleaner::ReplaceBreakTags, cleaner::RemoveTags,
+                            cleaner::ReplaceNumericReferences, cleaner::ReplaceNamedReferences,
+                            cleaner::RemoveLoneCarriageReturns, cleaner::CompleteLineFeeds,
+                            cleaner::TrimLines, cleaner::CollapseSpaces, cleaner::CollapseLineBreaks});
+    ExpectAllStatesAreLeft(&CleanText::CleanPlainTextForTova, WorkForAllSteps(),
+                           {cleaner::TrimLines, cleaner::ReplaceEllipses, cleaner::StraightenSingleQuotes,
+                            cleaner::StraightenDoubleQuotes, cleaner::ReplaceDashes, cleaner::ReplaceTabs,
+                            cleaner::CollapseSpaces, cleaner::TrimText});
 }
 
 TEST(CleanTextMemoryTest, EveryStepReportsWithItsOwnMessage) {
@@ -495,8 +474,8 @@ TEST(CleanTextMemoryTest, EveryStepReportsWithItsOwnMessage) {
          {kLineEdges, kOutOfMemory, kSingleQuotes, kDoubleQuotes, kOutOfMemory, kTabs, kSpaces, kTextEdges}},
         {&CleanText::CleanWebTextForTova,
          {kHtml, kTabs, kHtml, kSymbols, kOutOfMemory, kRemoveReturns, kInsertReturns, kLineEdges, kSpaces,
-          kLineBreaks, kBBCode, kLineEdges, kOutOfMemory, kSingleQuotes, kDoubleQuotes, kOutOfMemory, kTabs,
-          kSpaces, kTextEdges}},
+          kLineBreaks, kBBCode, kLineEdges, kOutOfMemory, kSingleQuotes, kDoubleQuotes, kOutOfMemory,
+          kSpaces}}, // no tabs are left for the last pipeline, and none that would become spaces at its ends
     };
     Cleaner();
     for (const StepsRow& row : rows)
