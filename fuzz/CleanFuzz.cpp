@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+
+// Cleans the input, as UTF-8, by the library's scans and by the plain pipelines, one regular expression after
+// the other, and wants to see no difference.
+
+#include "support/PlainCleaner.h"
+
+#include <vexaTransferLib/CleanText.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+using vexaTransferLib::CleanText;
+using vexaTransferLib::testing_support::PlainCleaner;
+
+struct Pipeline {
+    const char* name;
+    void (CleanText::*scanned)(icu::UnicodeString&);
+    void (PlainCleaner::*plain)(icu::UnicodeString&);
+};
+
+// The first runs most steps on what the steps before left, the others on the input itself.
+constexpr Pipeline kPipelines[] = {
+    {"CleanWebTextForTova", &CleanText::CleanWebTextForTova, &PlainCleaner::CleanWebTextForTova},
+    {"StripBBCode", &CleanText::StripBBCode, &PlainCleaner::StripBBCode},
+    {"CleanPlainTextForTova", &CleanText::CleanPlainTextForTova, &PlainCleaner::CleanPlainTextForTova},
+    {"ConvertToDosLineBreaks", &CleanText::ConvertToDosLineBreaks, &PlainCleaner::ConvertToDosLineBreaks},
+    {"ReplaceHTMLSymbols", &CleanText::ReplaceHTMLSymbols, &PlainCleaner::ReplaceHTMLSymbols},
+};
+
+std::string Utf8(const icu::UnicodeString& text) {
+    std::string bytes;
+    return text.toUTF8String(bytes);
+}
+
+void Compare(const Pipeline& pipeline, const icu::UnicodeString& text) {
+    static CleanText cleaner;
+    static PlainCleaner plainCleaner;
+    icu::UnicodeString scanned(text);
+    icu::UnicodeString plain(text);
+    (cleaner.*pipeline.scanned)(scanned);
+    (plainCleaner.*pipeline.plain)(plain);
+    if (scanned == plain)
+        return;
+    std::fprintf(stdout, "%s of\n%s\nmakes\n%s\nand not\n%s\n", pipeline.name, Utf8(text).c_str(),
+                 Utf8(scanned).c_str(), Utf8(plain).c_str());
+    std::abort();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    const icu::StringPiece utf8(reinterpret_cast<const char*>(bytes), static_cast<std::int32_t>(size));
+    const icu::UnicodeString text = icu::UnicodeString::fromUTF8(utf8);
+    for (const Pipeline& pipeline : kPipelines)
+        Compare(pipeline, text);
+    return 0;
+}
