@@ -15,6 +15,7 @@ namespace vexaTransferLib {
 template <class Action>
 class [[nodiscard]] ScopeGuard {
 public:
+    /// Takes the action, and calls it in the destructor.
     explicit ScopeGuard(Action action) : action_(std::move(action)) {}
 
     ~ScopeGuard() {

@@ -51,21 +51,25 @@ public:
     /// \throws std::runtime_error as `Converter` does, or "Unable to convert the UnicodeString." when the
     ///         conversion fails or its result is longer than INT32_MAX - 4 bytes
     explicit ByteString(const icu::UnicodeString& text, const char* codePageName = nullptr);
+    /// \{
+    /// The copy shares the buffer.
     ByteString(const ByteString&) = default;
     ByteString& operator=(const ByteString&) = default;
+    /// \}
     virtual ~ByteString();
 
     /// Lets go of the bytes: `length` is 0 and `buffer` a new array of four zero bytes. Copies keep theirs.
     void Clear();
 
-    boost::shared_array<char> buffer;
-    std::uint32_t length = 0; ///< bytes in `buffer`, the four zero bytes not counted
+    boost::shared_array<char> buffer; ///< the bytes and four zero bytes; never null
+    std::uint32_t length = 0;         ///< bytes in `buffer`, the four zero bytes not counted
 };
 
 /// Orders texts without regard to case (ICU's `caseCompare` with default case folding): a strict weak order
 /// in which "Color" and "COLOR" are equal. Compares by UTF-16 code unit after folding.
 class VEXATRANSFERLIB_API UnicodeStringCaseInsensitiveComp {
 public:
+    /// True when \p first comes before \p second.
     bool operator()(const icu::UnicodeString& first, const icu::UnicodeString& second) const;
 };
 

@@ -29,27 +29,36 @@ namespace dbc {
 /// A caller's argument was refused. `what()` is the message that the operation documents.
 class VEXATRANSFERLIB_API precondition_error : public std::logic_error {
 public:
+    /// \{
+    /// An error with its message; copies have the same.
     explicit precondition_error(const std::string& message);
     precondition_error(const precondition_error&) = default;
     precondition_error& operator=(const precondition_error&) = default;
+    /// \}
     ~precondition_error() override;
 };
 
 /// Input could not be read, output could not be written, or text could not be cleaned.
 class VEXATRANSFERLIB_API postcondition_error : public std::logic_error {
 public:
+    /// \{
+    /// An error with its message; copies have the same.
     explicit postcondition_error(const std::string& message);
     postcondition_error(const postcondition_error&) = default;
     postcondition_error& operator=(const postcondition_error&) = default;
+    /// \}
     ~postcondition_error() override;
 };
 
 /// An operation was asked of an object of the wrong kind, or an object holds a value outside its range.
 class VEXATRANSFERLIB_API invariant_error : public std::logic_error {
 public:
+    /// \{
+    /// An error with its message; copies have the same.
     explicit invariant_error(const std::string& message);
     invariant_error(const invariant_error&) = default;
     invariant_error& operator=(const invariant_error&) = default;
+    /// \}
     ~invariant_error() override;
 };
 
@@ -57,13 +66,16 @@ public:
 /// \param source path from the repository root, with its extension
 VEXATRANSFERLIB_API void ReportFailure(const char* source, int line) noexcept;
 
+/// \{
 /// Each writes the contract report and throws the error of its name with \p message as its `what()`.
 [[noreturn]] VEXATRANSFERLIB_API void FailPrecondition(const char* source, int line,
                                                        const std::string& message);
 [[noreturn]] VEXATRANSFERLIB_API void FailPostcondition(const char* source, int line,
                                                         const std::string& message);
 [[noreturn]] VEXATRANSFERLIB_API void FailInvariant(const char* source, int line, const std::string& message);
+/// \}
 
+/// \{
 /// Checks: nothing happens while \p holds is true; otherwise the report is written and the error is thrown.
 /// \p source is passed by the caller because `__FILE__` would show the path of the machine that built the
 ///         library.
@@ -81,6 +93,7 @@ inline void Invariant(bool holds, const char* source, const char* message, int l
     if (!holds)
         FailInvariant(source, line, message);
 }
+/// \}
 
 /// The check that does not throw: writes the report when \p holds is false, and returns \p holds.
 inline bool SoftCheck(bool holds, const char* source, int line = __builtin_LINE()) noexcept {

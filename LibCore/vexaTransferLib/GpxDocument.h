@@ -27,23 +27,23 @@ class TextSink;
 
 /// Vendor metadata: the file as a layer of a mapping application.
 struct VEXATRANSFERLIB_API GISMetaData {
-    icu::UnicodeString layerKey;
-    icu::UnicodeString layerName;
-    icu::UnicodeString form;
-    std::int32_t defaultSymbol = 1;
+    icu::UnicodeString layerKey;    ///< the layer's identifier
+    icu::UnicodeString layerName;   ///< the layer's name
+    icu::UnicodeString form;        ///< the form's name
+    std::int32_t defaultSymbol = 1; ///< the vendor's number of the symbol
 };
 
 /// Vendor metadata: the identifiers of the file's track and waypoint.
 struct VEXATRANSFERLIB_API AnnotateMetaData {
-    icu::UnicodeString trackGUID;
-    icu::UnicodeString waypointGUID;
+    icu::UnicodeString trackGUID;    ///< of the file's track
+    icu::UnicodeString waypointGUID; ///< of the file's waypoint
 };
 
 /// Vendor metadata: the file's summary as the file states it. The library neither counts nor measures.
 struct VEXATRANSFERLIB_API GPXStats {
-    std::int32_t wptcount = 0;
-    std::int32_t trkcount = 0;
-    std::int32_t trksegcount = 0;
+    std::int32_t wptcount = 0;       ///< waypoints
+    std::int32_t trkcount = 0;       ///< tracks
+    std::int32_t trksegcount = 0;    ///< segments of tracks
     double trktotalkm = 0.0;         ///< kilometres
     std::int32_t geocachecount = -1; ///< -1 when the file states none
 };
@@ -63,20 +63,27 @@ struct VEXATRANSFERLIB_API GPXStats {
 ///     document.WriteToFile(GpxVersion::GetLatestVersion(), "MyApp", "https://example.org/", "out.gpx");
 class VEXATRANSFERLIB_API GpxDocument {
 public:
+    /// \{
+    /// What a document is made of.
     typedef std::vector<GpxPoint> Waypoints;
     typedef std::vector<GpxRoute> Routes;
     typedef std::vector<GpxTrack> Tracks;
     typedef Waypoints::const_iterator WaypointIterator;
     typedef Routes::const_iterator RouteIterator;
     typedef Tracks::const_iterator TrackIterator;
+    /// \}
 
     GpxDocument();
+    /// \{
+    /// Copies share the metadata records, moves do not throw.
     GpxDocument(const GpxDocument&) = default;
     GpxDocument(GpxDocument&&) noexcept = default;
     GpxDocument& operator=(const GpxDocument& other);
     GpxDocument& operator=(GpxDocument&&) noexcept = default;
+    /// \}
     virtual ~GpxDocument();
 
+    /// \{
     /// Each appends a copy, or the object itself when it is an rvalue. Amortised constant time; iterators of
     /// the list become invalid.
     /// \throws dbc::precondition_error "Only waypoints can be added the GPX waypoint list."
@@ -86,10 +93,13 @@ public:
     void AddRoute(GpxRoute&& route);
     void AddTrack(const GpxTrack& track);
     void AddTrack(GpxTrack&& track);
+    /// \}
 
     /// Back to the state of a new document. Other documents keep the metadata records that they share.
     void Clear();
 
+    /// \{
+    /// The waypoints, routes and tracks, each in the order added.
     WaypointIterator GetWaypointIter() const;
     WaypointIterator GetWaypointEndIter() const;
     std::size_t GetWaypointCount() const;
@@ -101,6 +111,7 @@ public:
     TrackIterator GetTrackIter() const;
     TrackIterator GetTrackEndIter() const;
     std::size_t GetTrackCount() const;
+    /// \}
 
     /// Milliseconds since 1970-01-01T00:00:00 UTC; false, and \p time untouched, when the time is exactly 0:
     /// the epoch itself cannot be a document's time.

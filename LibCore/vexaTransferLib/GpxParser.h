@@ -80,12 +80,14 @@ public:
     GpxParser(const GpxParser&) = delete;
     GpxParser& operator=(const GpxParser&) = delete;
 
+    /// \{
     /// Called by Xerces while a file is parsed. A host that wants the parser's complaints with their line and
     /// column derives, notes them, and calls the base. A warning does nothing; an error or fatal error makes
     /// the parse fail at its end.
     void warning(const xercesc::SAXParseException& exception) override;
     void error(const xercesc::SAXParseException& exception) override;
     void fatalError(const xercesc::SAXParseException& exception) override;
+    /// \}
     /// Forgets earlier errors; GetParser calls it first.
     void resetErrors() override;
 
@@ -192,28 +194,38 @@ public:
     std::string GetTranscodedElementText(xercesc::DOMNode* node);
     /// Converts to the local code page of Xerces (UTF-8 on Linux); false for null.
     bool XMLChToStdString(const XMLCh* text, std::string& out);
+    /// \{
+    /// A copy of GetElementText.
     bool GetStringElement(xercesc::DOMNode* node, std::string& out);
     bool GetStringElement(xercesc::DOMNode* node, icu::UnicodeString& out);
+    /// \}
     /// The non-empty value of the attribute with that qualified name. The text belongs to the DOM tree.
     const XMLCh* GetAttributeText(xercesc::DOMNode* node, const char* name);
+    /// A copy of GetAttributeText.
     bool GetStringAttribute(xercesc::DOMNode* node, const char* name, icu::UnicodeString& out);
+    /// \{
     /// A number as StrToDouble reads it.
     bool GetDoubleAttribute(xercesc::DOMNode* node, const char* name, double& out);
     bool GetDoubleElement(xercesc::DOMNode* node, double& out);
+    /// \}
     /// GPX time text (see ParseGpxTime), in milliseconds since 1970 UTC.
     bool GetTimeElement(xercesc::DOMNode* node, double& out);
     /// "none", "2d", "3d", "dgps" or "pps", exactly.
     bool GetFixElement(xercesc::DOMNode* node, GpxFix& out);
 
+    /// \{
     /// The vendor's `routeType` or `routePointType` among the children, which must be in the vendor's
     /// namespace; the last recognised one counts. False, and \p type untouched, when there is none.
     /// \throws dbc::postcondition_error "Unable to read GPX extension child elements."
     bool GetTarvikRouteTypeElement(xercesc::DOMNode* extensions, TarvikRouteType& type);
     bool GetTarvikRoutePointTypeElement(xercesc::DOMNode* extensions, TarvikRoutePointType& type);
+    /// \}
+    /// \{
     /// The vendor's data of a waypoint (form attributes, symbol number, GUID) and of a track (colour),
     /// matched by local name in any namespace. A null node writes the contract report and is passed over.
     void GetTarvikDataElementsFromWptExtensions(xercesc::DOMNode* extensions, GpxPoint& point);
     void GetTarvikDataElementsFromTrkExtensions(xercesc::DOMNode* extensions, GpxTrack& track);
+    /// \}
 
     /// True when the node is in the namespace of Groundspeak cache 1.0 or 1.0.1. A null node writes the
     /// contract report and gives false.

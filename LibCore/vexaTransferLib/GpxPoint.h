@@ -25,12 +25,14 @@ namespace writer {
 class TextSink;
 }
 
+/// What a point is: it stays that all its life.
 enum GpxPointType : std::uint32_t {
     kGpxWaypoint = 1,   ///< written as `wpt`
     kGpxRoutePoint = 2, ///< written as `rtept`
     kGpxTrackPoint = 3  ///< written as `trkpt`
 };
 
+/// How a receiver found the position (`fix`).
 enum GpxFix : std::uint32_t {
     kGpxFixNone = 1, ///< "none": the receiver had no fix
     kGpxFix2D = 2,   ///< "2d"
@@ -50,9 +52,9 @@ enum TarvikRoutePointType : std::uint32_t {
 
 /// One keyed attribute of a point's form (vendor extension `formstring`). Shared between copies of a point.
 struct VEXATRANSFERLIB_API FormData {
-    icu::UnicodeString key;
-    icu::UnicodeString value;
-    double modTime = 0.0; ///< milliseconds since 1970-01-01T00:00:00 UTC; 0 means unknown
+    icu::UnicodeString key;   ///< as it was last spelled
+    icu::UnicodeString value; ///< may be empty
+    double modTime = 0.0;     ///< milliseconds since 1970-01-01T00:00:00 UTC; 0 means unknown
 };
 
 /// One location, with the standard GPX data, the vendor's extension data and, on a waypoint, a geocache.
@@ -88,10 +90,13 @@ public:
     /// \throws dbc::precondition_error, tested in this order: "The GPX point type is invalid.", "The GPX
     ///         point's latitude is invalid.", "The GPX point's longitude is invalid." (a NaN is invalid)
     GpxPoint(GpxPointType type, double latitude, double longitude);
+    /// \{
+    /// Copies share the FormData records; a point that was moved from may only be assigned to or destroyed.
     GpxPoint(const GpxPoint& other);
     GpxPoint(GpxPoint&& other) noexcept;
     GpxPoint& operator=(const GpxPoint& other);
     GpxPoint& operator=(GpxPoint&& other) noexcept;
+    /// \}
     virtual ~GpxPoint();
 
     /// Appends the point as one GPX element with its children; lines end in CR LF, those of the geocache in
@@ -106,15 +111,20 @@ public:
     ///         bogus
     virtual void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
+    /// The kind of point.
     GpxPointType GetPointType() const;
+    /// The position in degrees.
     void GetPoint(double& latitude, double& longitude) const;
 
+    /// \{
+    /// False, and the output untouched, when there is no such text.
     bool GetName(icu::UnicodeString& name) const;
     bool GetComment(icu::UnicodeString& comment) const; ///< GPX `cmt`; the reader never fills it
     bool GetDescription(icu::UnicodeString& description) const;
     bool GetSource(icu::UnicodeString& source) const;
     bool GetSymbol(icu::UnicodeString& symbol) const;
     bool GetType(icu::UnicodeString& type) const; ///< GPX `type`: free text, not the kind of point
+    /// \}
 
     /// Each text setter replaces the text, and refuses an empty one.
     /// \throws dbc::precondition_error "The GPX point name cannot be empty."
@@ -130,21 +140,31 @@ public:
     /// \throws dbc::precondition_error "The GPX point type cannot be empty."
     void SetType(const icu::UnicodeString& type);
 
+    /// \{
+    /// False, and the output untouched, when there is no such value.
     bool GetElevation(double& elevation) const;
     bool GetTime(double& time) const;
     bool GetMagneticVariation(double& variation) const;
     bool GetGeoidHeight(double& height) const;
     bool GetURL(GpxUrl& url) const;
+    /// \}
 
+    /// \{
+    /// Replaces the value.
     void SetElevation(double elevation);
     void SetTime(double const& time);
+    /// \}
     /// \param variation at least 0 and less than 360
     /// \throws dbc::precondition_error "The GPX point's magnetic variation must be greater than or equal to
     ///         zero and less than 360." (a NaN is refused)
     void SetMagneticVariation(double variation);
+    /// \{
+    /// Replaces the value.
     void SetGeoidHeight(double height);
     void SetURL(const GpxUrl& url);
+    /// \}
 
+    /// False, and \p fix untouched, when the point has none.
     bool GetFix(GpxFix& fix) const;
     /// \throws dbc::precondition_error "The GPX point's fix type was unknown." outside 1 to 5
     void SetFix(GpxFix fix);

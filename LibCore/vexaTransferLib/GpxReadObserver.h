@@ -20,7 +20,7 @@ enum GpxMessageSeverity : std::uint32_t {
 
 /// A complaint of the XML parser.
 struct GpxParserMessage {
-    GpxMessageSeverity severity = kGpxMessageError;
+    GpxMessageSeverity severity = kGpxMessageError; ///< how bad it is
     std::uint64_t line = 0;   ///< from 1; 0 when it is not known, as for a file that cannot be opened
     std::uint64_t column = 0; ///< from 1; 0 when it is not known
     std::string text;         ///< in English unless Xerces was initialised otherwise; UTF-8
@@ -42,12 +42,14 @@ enum GpxPassOverReason : std::uint32_t {
 /// One thing that the reader passed over in silence. What is below a passed-over element is not told again.
 struct GpxPassedOver {
     std::string element; ///< local names from the root, UTF-8: "gpx/trk/trkseg/trkpt/ele"
+    /// \{
     /// Line and column, from 1, of what follows the element's start tag; 0 when they are not known, as for every
     /// file that needs a DOM (see GpxParser::Parse).
     std::uint64_t line = 0;
     std::uint64_t column = 0;
-    GpxPassOverReason reason = kGpxUnknownElement;
-    std::string message; ///< for a person, in English, UTF-8
+    /// \}
+    GpxPassOverReason reason = kGpxUnknownElement; ///< why it is not in the document
+    std::string message;                           ///< for a person, in English, UTF-8
     bool couldBeHeld =
         false; ///< a document has a place for such content: data of this library's kind was lost
 };
@@ -68,8 +70,11 @@ struct GpxPassedOver {
 class VEXATRANSFERLIB_API GpxReadObserver {
 public:
     GpxReadObserver() = default;
+    /// \{
+    /// For the copies of a derived class: there is nothing here to copy.
     GpxReadObserver(const GpxReadObserver&) = default;
     GpxReadObserver& operator=(const GpxReadObserver&) = default;
+    /// \}
     virtual ~GpxReadObserver();
 
     /// Called at the start with 0 bytes, then now and again, and with everything read at the end: never more than

@@ -42,20 +42,29 @@ enum TarvikRouteType : std::uint32_t {
 /// the route unchanged. Const operations may run on several threads at once.
 class VEXATRANSFERLIB_API GpxRoute {
 public:
+    /// \{
+    /// What a route is made of.
     typedef std::vector<GpxPoint> Points;
     typedef Points::const_iterator PointIterator;
+    /// \}
 
     /// \throws dbc::precondition_error "The GPX route type is invalid."
     explicit GpxRoute(TarvikRouteType routeType);
+    /// \{
+    /// Copies are deep, moves do not throw.
     GpxRoute(const GpxRoute&) = default;
     GpxRoute(GpxRoute&&) noexcept = default;
     GpxRoute& operator=(const GpxRoute& other);
     GpxRoute& operator=(GpxRoute&&) noexcept = default;
+    /// \}
     virtual ~GpxRoute();
 
+    /// \{
+    /// False, and the output untouched, when there is no such text.
     bool GetName(icu::UnicodeString& name) const;
     bool GetSource(icu::UnicodeString& source) const;
     bool GetType(icu::UnicodeString& type) const; ///< GPX `type`: free text, not the vendor's route type
+    /// \}
 
     /// \throws dbc::precondition_error "The GPX route name cannot be empty."
     void SetName(const icu::UnicodeString& name);
@@ -67,16 +76,20 @@ public:
     /// False, and \p routeType untouched, for a standard route.
     bool GetTarvikRouteType(TarvikRouteType& routeType) const;
 
+    /// \{
     /// Appends a copy of the point, or the point itself when it is an rvalue. Amortised constant time.
     /// \throws dbc::precondition_error "Only route points can be added to GPX routes.", then "The route point
     ///         type cannot be used with this route type."
     void AddPoint(const GpxPoint& point);
     void AddPoint(GpxPoint&& point);
+    /// \}
 
+    /// \{
     /// The points in the order added. Adding a point invalidates iterators.
     PointIterator GetPointIter() const;
     PointIterator GetPointEndIter() const;
     std::size_t GetPointCount() const;
+    /// \}
 
     /// Appends the route as GPX text; lines end in CR LF. Version 1.0 has no place for the type and the route
     /// type. The rules of GpxPoint::AppendToString hold for the points.

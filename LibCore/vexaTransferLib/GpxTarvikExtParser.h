@@ -72,14 +72,17 @@ public:
     /// The default.
     void SetTrusted();
 
+    /// \{
     /// The results of the last scan; null when the head has none of the record's elements. A record stays
     /// valid when the scanner scans again or is gone.
     boost::shared_ptr<GPXStats> GetStats() const;
     boost::shared_ptr<AnnotateMetaData> GetAnnotateMetaData() const;
     boost::shared_ptr<GISMetaData> GetGISMetaData() const;
+    /// \}
     /// Milliseconds since 1970-01-01T00:00:00 UTC; 0 when the head has no time.
     double GetDocumentTime() const;
 
+    /// \{
     /// Called by Xerces during a scan.
     void characters(const XMLCh* const chars, const XMLSize_t length) override;
     void endDocument() override;
@@ -95,6 +98,7 @@ public:
     void startPrefixMapping(const XMLCh* const prefix, const XMLCh* const uri) override;
     void endPrefixMapping(const XMLCh* const prefix) override;
     void skippedEntity(const XMLCh* const name) override;
+    /// \}
 
 private:
     void Scan(const std::function<void()>& feed);

@@ -37,22 +37,31 @@ class TextSink;
 ///         total += track.GetPointCount(segment);
 class VEXATRANSFERLIB_API GpxTrack {
 public:
+    /// \{
+    /// What a track is made of.
     typedef std::vector<GpxPoint> Segment;
     typedef std::vector<Segment> Segments;
     typedef Segments::const_iterator SegmentIterator;
     typedef Segment::const_iterator PointIterator;
+    /// \}
 
     GpxTrack();
+    /// \{
+    /// Copies are deep, moves do not throw.
     GpxTrack(const GpxTrack& other);
     GpxTrack(GpxTrack&&) noexcept = default;
     GpxTrack& operator=(const GpxTrack& other);
     GpxTrack& operator=(GpxTrack&&) noexcept = default;
+    /// \}
     virtual ~GpxTrack();
 
+    /// \{
+    /// False, and the output untouched, when there is no such text.
     bool GetName(icu::UnicodeString& name) const;
     bool GetDescription(icu::UnicodeString& description) const;
     bool GetSource(icu::UnicodeString& source) const;
     bool GetType(icu::UnicodeString& type) const;
+    /// \}
 
     /// \throws dbc::precondition_error "The GPX track name cannot be empty."
     void SetName(const icu::UnicodeString& name);
@@ -63,27 +72,35 @@ public:
     /// \throws dbc::precondition_error "The GPX track type cannot be empty."
     void SetType(const icu::UnicodeString& type);
 
+    /// False, and \p url untouched, when there is no link.
     bool GetURL(GpxUrl& url) const;
+    /// Replaces the link.
     void SetURL(const GpxUrl& url);
 
     /// Appends a new, empty segment.
     void AddSegment();
+    /// \{
     /// Appends a copy of the point, or the point itself when it is an rvalue, to the newest segment.
     /// Amortised constant time.
     /// \throws dbc::precondition_error "Only track points can be added to GPX tracks.", then "A GPX track
     ///         needs a segment before points can be added."
     void AddPoint(const GpxPoint& point);
     void AddPoint(GpxPoint&& point);
+    /// \}
 
+    /// \{
     /// The segments in order. Adding a segment or a point invalidates iterators.
     SegmentIterator GetSegmentIter() const;
     SegmentIterator GetSegmentEndIter() const;
     std::size_t GetSegmentCount() const;
+    /// \}
 
+    /// \{
     /// The points of the segment that the iterator designates, and their number.
     PointIterator GetPointIter(SegmentIterator segment) const;
     PointIterator GetPointEndIter(SegmentIterator segment) const;
     std::size_t GetPointCount(SegmentIterator segment) const;
+    /// \}
 
     /// Appends the track as GPX text; lines end in CR LF. The colour is written in both versions, the type in
     /// 1.1 only. The rules of GpxPoint::AppendToString hold for the points.

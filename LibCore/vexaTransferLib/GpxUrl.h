@@ -24,12 +24,16 @@ class VEXATRANSFERLIB_API GpxUrl {
 public:
     /// \throws dbc::precondition_error "GPX URLs must not be empty."
     explicit GpxUrl(const icu::UnicodeString& url);
+    /// \{
+    /// Copies are independent, moves do not throw.
     GpxUrl(const GpxUrl&) = default;
     GpxUrl(GpxUrl&&) noexcept = default;
     GpxUrl& operator=(const GpxUrl&);
     GpxUrl& operator=(GpxUrl&&) noexcept = default;
+    /// \}
     virtual ~GpxUrl();
 
+    /// The address.
     icu::UnicodeString GetUrl() const;
 
     /// The link's text (GPX 1.0 `urlname`); false, and \p text untouched, when there is none.

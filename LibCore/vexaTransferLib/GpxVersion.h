@@ -31,10 +31,14 @@ public:
     /// GPX 1.1.
     static GpxVersion GetLatestVersion();
 
+    /// The two numbers: 1 and 0, or 1 and 1.
     void GetVersion(unsigned long& major, unsigned long& minor) const;
 
+    /// \{
+    /// True for the version of its name.
     bool IsGpx10() const noexcept { return major_ == 1 && minor_ == 0; }
     bool IsGpx11() const noexcept { return major_ == 1 && minor_ == 1; }
+    /// \}
 
     /// "1.0" or "1.1".
     icu::UnicodeString GetVersionString() const;

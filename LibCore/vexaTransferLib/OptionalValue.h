@@ -10,6 +10,7 @@
 
 namespace vexaTransferLib {
 
+/// \{
 /// False, and \p out untouched, when the holder is empty; otherwise assigns the held value to \p out.
 template <class T>
 bool GetAutoPtrValue(T& out, const std::unique_ptr<T>& holder) {
@@ -26,7 +27,9 @@ bool GetAutoPtrValue(T& out, const std::optional<T>& holder) {
     out = *holder;
     return true;
 }
+/// \}
 
+/// \{
 /// Assigns to the held object when there is one (no new object is made), otherwise makes the holder own a
 /// copy.
 template <class T>
@@ -44,7 +47,9 @@ void SetAutoPtrValue(std::optional<T>& holder, const T& value) {
     else
         holder.emplace(value);
 }
+/// \}
 
+/// \{
 /// Empties \p target when \p source is empty, otherwise sets it to a copy of the source's value.
 template <class T>
 void AssignAutoPtrValue(std::unique_ptr<T>& target, const std::unique_ptr<T>& source) {
@@ -61,5 +66,6 @@ void AssignAutoPtrValue(std::optional<T>& target, const std::optional<T>& source
     else
         target.reset();
 }
+/// \}
 
 } // namespace vexaTransferLib

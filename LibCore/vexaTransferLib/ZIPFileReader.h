@@ -67,11 +67,13 @@ public:
     /// Closes the archive and an entry that is open. Harmless when it is closed.
     void Close();
 
+    /// \{
     /// Makes the first or the next entry the current one. An open entry is closed first, without a check of
     /// its content. False when there is no such entry, or when the archive's directory cannot be read there:
     /// GetFileCount tells the two apart.
     bool GoToFirstFile();
     bool GoToNextFile();
+    /// \}
 
     /// The number of entries that the archive states. 65535 may also mean more than that; the walk then finds
     /// them all.
