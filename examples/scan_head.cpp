@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// Shows the vendor's metadata and the time of a GPX file without reading its points: scan_head FILE
+#include <iostream>
+#include <string>
+#include <unicode/gregocal.h>
+#include <vexaTransferLib/GpxTarvikExtParser.h>
+#include <vexaTransferLib/GpxUtils.h>
+#include <xercesc/util/PlatformUtils.hpp>
+
+using namespace vexaTransferLib;
+
+void Print(const char* label, const icu::UnicodeString& text) {
+    std::string utf8;
+    std::cout << label << text.toUTF8String(utf8) << '\n';
+}
+
+void Show(const icu::UnicodeString& path) {
+    GpxTarvikExtParser scanner; // deleted before Xerces is terminated
+    scanner.Parse(path);
+    if (const auto layer = scanner.GetGISMetaData())
+        Print("Layer   ", layer->layerName);
+    if (const auto stats = scanner.GetStats())
+        std::cout << "Counts  " << stats->wptcount << " waypoints, " << stats->trkcount << " tracks, "
+                  << stats->trktotalkm << " km\n";
+    if (scanner.GetDocumentTime() > 0.0) {
+        UErrorCode status = U_ZERO_ERROR;
+        icu::GregorianCalendar calendar(status);
+        calendar.setTime(scanner.GetDocumentTime(), status);
+        Print("Time    ", ToGpxTime(&calendar));
+    }
+}
+
+int main(int argc, char** argv) {
+    if (argc != 2)
+        return 2;
+    xercesc::XMLPlatformUtils::Initialize();
+    Show(argv[1]);
+    xercesc::XMLPlatformUtils::Terminate();
+}

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// Reads a GPX file, tells what is lost of it, and gives up at too many losses: watch_reading FILE MOST
+#include <iostream>
+#include <string>
+#include <vexaTransferLib/GpxParser.h>
+#include <vexaTransferLib/GpxReadObserver.h>
+#include <xercesc/util/PlatformUtils.hpp>
+
+using namespace vexaTransferLib;
+
+class Watcher : public GpxReadObserver {
+public:
+    explicit Watcher(unsigned long most) : most_(most) {}
+
+    // A host with a window draws its bar here, and looks whether "Cancel" was pressed.
+    bool Progress(std::uint64_t, std::uint64_t) override { return losses_ <= most_; }
+
+    void ParserMessage(const GpxParserMessage& message) override {
+        std::cout << message.line << ':' << message.column << "  " << message.text << '\n';
+    }
+
+    void PassedOver(const GpxPassedOver& what) override {
+        if (what.couldBeHeld)
+            ++losses_;
+        std::cout << what.line << ':' << what.column << "  " << what.element << ": " << what.message << '\n';
+    }
+
+private:
+    unsigned long most_;
+    unsigned long losses_ = 0;
+};
+
+int main(int argc, char** argv) {
+    if (argc != 3)
+        return 2;
+    xercesc::XMLPlatformUtils::Initialize();
+    try {
+        Watcher watcher(std::stoul(argv[2]));
+        GpxParser parser;
+        parser.SetObserver(&watcher);
+        GpxDocument document;
+        parser.Parse(argv[1], document);
+        std::cout << document.GetWaypointCount() << " waypoints read\n";
+    } catch (const std::exception& error) {
+        std::cout << error.what() << '\n';
+    }
+    xercesc::XMLPlatformUtils::Terminate();
+}
