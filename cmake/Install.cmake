@@ -1,3 +1,4 @@
+# Three components: "runtime" is the shared library, "development" what a host is built with, "tool" the tool.
 include(CMakePackageConfigHelpers)
 
 set(VEXA_INSTALL_INCLUDEDIR "${CMAKE_INSTALL_INCLUDEDIR}/vexaTransferLib")
@@ -6,12 +7,16 @@ set(VEXA_INSTALL_PKGCONFIGDIR "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
 list(TRANSFORM VEXA_PUBLIC_HEADERS PREPEND "${PROJECT_SOURCE_DIR}/LibCore/" OUTPUT_VARIABLE public_headers)
 list(TRANSFORM VEXA_COMMON_HEADERS PREPEND "${PROJECT_SOURCE_DIR}/LibCore/" OUTPUT_VARIABLE common_headers)
-install(FILES ${public_headers} DESTINATION "${VEXA_INSTALL_INCLUDEDIR}/vexaTransferLib")
-install(FILES ${common_headers} DESTINATION "${VEXA_INSTALL_INCLUDEDIR}/common")
+install(FILES ${public_headers}
+    DESTINATION "${VEXA_INSTALL_INCLUDEDIR}/vexaTransferLib" COMPONENT development)
+install(FILES ${common_headers} DESTINATION "${VEXA_INSTALL_INCLUDEDIR}/common" COMPONENT development)
 
 set_target_properties(vexa_interface PROPERTIES EXPORT_NAME headers)
-install(TARGETS vexaTransferLib vexa_interface EXPORT vexaTransferLibTargets)
-install(EXPORT vexaTransferLibTargets NAMESPACE vexaTransferLib:: DESTINATION "${VEXA_INSTALL_CMAKEDIR}")
+install(TARGETS vexaTransferLib vexa_interface EXPORT vexaTransferLibTargets
+    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE COMPONENT development)
+install(EXPORT vexaTransferLibTargets NAMESPACE vexaTransferLib::
+    DESTINATION "${VEXA_INSTALL_CMAKEDIR}" COMPONENT development)
 
 configure_package_config_file(
     "${CMAKE_CURRENT_LIST_DIR}/vexaTransferLibConfig.cmake.in"
@@ -25,22 +30,44 @@ install(
     FILES
         "${PROJECT_BINARY_DIR}/vexaTransferLibConfig.cmake"
         "${PROJECT_BINARY_DIR}/vexaTransferLibConfigVersion.cmake"
-    DESTINATION "${VEXA_INSTALL_CMAKEDIR}")
+    DESTINATION "${VEXA_INSTALL_CMAKEDIR}" COMPONENT development)
 
 # The pkg-config file finds its prefix from where it lies, so that an installed tree may be moved.
 file(RELATIVE_PATH VEXA_PREFIX_FROM_PKGCONFIG
     "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 string(REGEX REPLACE "/$" "" VEXA_PREFIX_FROM_PKGCONFIG "${VEXA_PREFIX_FROM_PKGCONFIG}")
+# There is no shared library to bring minizip along.
+set(VEXA_PKGCONFIG_STATIC_REQUIRES "")
+if(VEXATRANSFERLIB_STATIC)
+    set(VEXA_PKGCONFIG_STATIC_REQUIRES " minizip")
+endif()
 configure_file(
     "${CMAKE_CURRENT_LIST_DIR}/vexaTransferLib.pc.in" "${PROJECT_BINARY_DIR}/vexaTransferLib.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/vexaTransferLib.pc" DESTINATION "${VEXA_INSTALL_PKGCONFIGDIR}")
+install(FILES "${PROJECT_BINARY_DIR}/vexaTransferLib.pc"
+    DESTINATION "${VEXA_INSTALL_PKGCONFIGDIR}" COMPONENT development)
 
 install(FILES "${PROJECT_SOURCE_DIR}/schemas/tarvik-extensions.xsd"
-    DESTINATION "${CMAKE_INSTALL_DATADIR}/vexaTransferLib")
-install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/vexaTransferLib" COMPONENT development)
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 
 if(TARGET vexagpx)
     # The installed tool finds the library beside it, wherever the prefix is moved.
     file(RELATIVE_PATH libdir_from_bindir "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
     set_target_properties(vexagpx PROPERTIES INSTALL_RPATH "$ORIGIN/${libdir_from_bindir}")
+    install(TARGETS vexagpx RUNTIME COMPONENT tool)
+
+    install(FILES "${VEXAGPX_MANUAL_DIR}/vexagpx.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tool)
+    install(FILES "${VEXAGPX_MANUAL_DIR}/vexagpx.bash"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME vexagpx COMPONENT tool)
+    install(FILES "${VEXAGPX_MANUAL_DIR}/_vexagpx"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions" COMPONENT tool)
+    install(FILES "${VEXAGPX_MANUAL_DIR}/vexagpx.fish"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d" COMPONENT tool)
+endif()
+
+if(PROJECT_IS_TOP_LEVEL)
+    add_custom_target(uninstall
+        COMMAND "${CMAKE_COMMAND}" "-DMANIFEST=${PROJECT_BINARY_DIR}/install_manifest.txt"
+            -P "${CMAKE_CURRENT_LIST_DIR}/Uninstall.cmake"
+        VERBATIM)
 endif()

@@ -256,8 +256,11 @@ void AddZip(CLI::App& app, Request& request) {
     extract->add_flag("--overwrite", request.overwrite, "Replace files that are there");
 }
 
+} // namespace
+
 void AddCommands(CLI::App& app, Request& request) {
     app.name("vexagpx");
+    app.description("Reads, shows and rewrites GPX files.");
     app.set_version_flag("--version", "vexagpx " VEXAGPX_VERSION, "Print the version and leave");
     app.add_option("--debug-log", request.debugLog, "Keep the library's contract report in this file")
         ->type_name("FILE");
@@ -284,6 +287,8 @@ void AddCommands(CLI::App& app, Request& request) {
                "\n"
                "vexagpx COMMAND --help tells more about a command.");
 }
+
+namespace {
 
 // What CLI11 would misread is hidden behind a mark: it takes a file called "[a]" for a list, and what stands
 // behind "--" for options when files stand before it.
@@ -324,7 +329,7 @@ void Unmark(Request& request) {
 } // namespace
 
 std::optional<int> ParseArguments(int argc, char** argv, Request& request, Output& out) {
-    CLI::App app("Reads, shows and rewrites GPX files.");
+    CLI::App app;
     AddCommands(app, request);
     try {
         app.parse(Marked(argc, argv));

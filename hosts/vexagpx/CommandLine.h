@@ -10,6 +10,10 @@
 #include <string>
 #include <vector>
 
+namespace CLI {
+class App;
+}
+
 namespace vexagpx {
 
 // Exit statuses.
@@ -34,6 +38,9 @@ struct Request {
     /// Does the work; false after a failure that has been told.
     std::function<bool(Output&)> command;
 };
+
+/// Gives \p app the tool's commands and options, which write into \p request.
+void AddCommands(CLI::App& app, Request& request);
 
 /// The exit status when there is nothing more to do: help was asked for, or the arguments are wrong.
 std::optional<int> ParseArguments(int argc, char** argv, Request& request, Output& out);

@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Compares an installed tree with installed-files.txt: an internal header, or a file forgotten, is a difference.
-#   installed-files.sh PREFIX LIBDIR [FILE NOT INSTALLED]
+#   installed-files.sh PREFIX LIBDIR shared|static [without-tool]
 set -euo pipefail
-prefix=$1 libdir=$2 without=${3:-none}
+prefix=$1 libdir=$2 kind=$3 without=${4-}
 list=$(dirname "${BASH_SOURCE[0]}")/installed-files.txt
 
-expected=$(sed "s|^lib/|$libdir/|; \|^$without\$|d" "$list" | LC_ALL=C sort)
+edits="s|^lib/|$libdir/|"
+[ "$kind" = shared ] || edits+='; s|\.so$|.a|; /\.so\./d'
+[ -z "$without" ] || edits+='; \|/_\?vexagpx[^/]*$|d'
+expected=$(sed "$edits" "$list" | LC_ALL=C sort)
 found=$(cd "$prefix" && find . \( -type f -o -type l \) -printf '%P\n' |
     sed 's|Targets-[a-z]*\.cmake$|Targets-BUILDTYPE.cmake|' | LC_ALL=C sort)
 diff --label installed-files.txt --label "$prefix" -u <(echo "$expected") <(echo "$found")

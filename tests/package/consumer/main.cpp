@@ -16,6 +16,9 @@
 
 using namespace vexaTransferLib;
 
+// The library leaves the host's language standard as it is.
+static_assert(__cplusplus / 100 == CONSUMER_STANDARD);
+
 namespace {
 
 int failures = 0;

@@ -1,0 +1,86 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Asks a shell what it would complete, and holds that against the help of the tool.
+#   completion.sh SHELL TOOL COMPLETION
+# shellcheck disable=SC2086 # a command such as "zip list" is two words
+set -euo pipefail
+shell=$1 TOOL=$2 completion=$3
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+# shellcheck source=tests/manual/help.sh
+. "$here/help.sh"
+
+# In an empty home, in a folder of known content.
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+mkdir "$folder/home" "$folder/work" "$folder/work/caches"
+touch "$folder/work/walk.gpx"
+export HOME=$folder/home XDG_CONFIG_HOME=$folder/home XDG_DATA_HOME=$folder/home XDG_CACHE_HOME=$folder/home
+cd "$folder/work"
+
+# What the shell offers at the end of each line of input, one word a line, and an empty line behind each.
+offered() {
+    case $shell in
+    bash) bash --norc "$here/ask-bash.sh" "$completion" ;;
+    zsh) zsh -f "$here/ask-zsh.zsh" "$completion" ;;
+    fish) fish --no-config "$here/ask-fish.fish" "$completion" ;;
+    esac
+}
+
+lines=() wanted=()
+expect() {
+    lines+=("$1")
+    wanted+=("$(sort -u <<<"$2")")
+}
+
+files=$'caches/\nwalk.gpx'
+while read -r command; do
+    line="vexagpx${command:+ $command}"
+    expect "$line --" "$(options_of $command | grep -e '^--')"
+    while read -r option; do
+        case $option in
+        --debug-log) expect "$line $option " "$files" ;;
+        --gpx) expect "$line $option 1" $'1.0\n1.1' ;;
+        *) expect "$line $option " '' ;;
+        esac
+    done < <(value_options_of $command)
+    [ -z "$(commands_of $command)" ] || expect "$line " "$(commands_of $command)"
+done < <(all_commands)
+
+while read -r command; do
+    before="vexagpx $command"
+    for argument in $(arguments_of $command); do
+        case $argument in
+        FILE | IN | OUT | ARCHIVE) expect "$before " "$files" ;;
+        DIR) expect "$before " 'caches/' ;;
+        ENTRY) expect "$before " '' ;;
+        *) expect "$before " "an entry in completion.sh for the argument $argument" ;;
+        esac
+        before+=' walk.gpx'
+    done
+done < <(leaf_commands)
+
+expect 'vexagpx show walk.gpx ' "$files"
+expect 'vexagpx show walk.gpx caches walk.gpx ' "$files"
+expect 'vexagpx --debug-log show z' 'zip'
+expect 'vexagpx --no-progress zip --debug-log list e' 'extract'
+expect 'vexagpx zip --debug-log log extract --overwrite a.zip ' 'caches/'
+expect 'vexagpx convert --gpx 1.0 wa' 'walk.gpx'
+expect 'vexagpx dump -- wa' 'walk.gpx'
+expect 'vexagpx frobnicate --g' ''
+
+mapfile -t answers < <(printf '%s\n' "${lines[@]}" | offered)
+answer=0
+for i in "${!lines[@]}"; do
+    found=''
+    while [ -n "${answers[answer]-}" ]; do
+        found+=${answers[answer]}$'\n'
+        answer=$((answer + 1))
+    done
+    answer=$((answer + 1))
+    same "${lines[i]}" "${wanted[i]}" "$(sort -u <<<"${found%$'\n'}")"
+done
+[ "$answer" -eq "${#answers[@]}" ] || {
+    echo "$shell gave ${#answers[@]} lines, not $answer"
+    failed=1
+}
+finish

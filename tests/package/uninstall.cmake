@@ -1,0 +1,30 @@
+# Installs the build BUILD into the folder WORK/prefix, which holds a file already, and uninstalls it.
+include("${CMAKE_CURRENT_LIST_DIR}/manifest.cmake")
+
+file(REMOVE_RECURSE "${WORK}")
+set(others "${WORK}/prefix/include/other.h" "${WORK}/prefix/share/vexaTransferLib/other.xsd")
+foreach(other IN LISTS others)
+    file(WRITE "${other}" "")
+endforeach()
+
+vexa_keep_manifest()
+execute_process(
+    COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --prefix "${WORK}/prefix" OUTPUT_VARIABLE output
+    RESULT_VARIABLE installed)
+file(GLOB_RECURSE before "${WORK}/prefix/*")
+execute_process(COMMAND "${CMAKE_COMMAND}" --build "${BUILD}" --target uninstall RESULT_VARIABLE uninstalled)
+vexa_restore_manifest()
+if(installed OR uninstalled)
+    message(FATAL_ERROR "Installing ended with ${installed}, uninstalling with ${uninstalled}: ${output}")
+endif()
+
+file(GLOB_RECURSE left "${WORK}/prefix/*")
+list(LENGTH before count)
+if(count LESS 10 OR NOT left STREQUAL others)
+    message(FATAL_ERROR "Of ${count} files these are left: ${left}")
+endif()
+file(GLOB_RECURSE folders LIST_DIRECTORIES true "${WORK}/prefix/*")
+list(FILTER folders INCLUDE REGEX "/vexaTransferLib$")
+if(NOT folders STREQUAL "${WORK}/prefix/share/vexaTransferLib")
+    message(FATAL_ERROR "These folders are left: ${folders}")
+endif()
