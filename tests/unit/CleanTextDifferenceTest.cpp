@@ -404,6 +404,34 @@ TEST(CleanTextDifferenceTest, CharactersOfAllKindsAreWhatTheEngineTakesThemFor) 
     EXPECT_EQ(comparison.Different(), 0);
 }
 
+// Whole, without the last letter, and with one more.
+void CompareNames(Comparison& comparison, std::span<const Step> steps, const icu::UnicodeString& name) {
+    const icu::UnicodeString shorter(name, 0, name.length() - 1);
+    for (const icu::UnicodeString& written : {name, shorter, name + u"x"}) {
+        for (const Step& step : steps) {
+            for (const char16_t* const form : {u"<@>", u"</@ x>", u"[@]", u"[/@=x]", u"<@>x</@>"}) {
+                icu::UnicodeString text(form);
+                comparison.Of(step, text.findAndReplace(u"@", written));
+            }
+        }
+    }
+}
+
+TEST(CleanTextDifferenceTest, TheSameNamesAreTagsAsInTheExpressions) {
+    static constexpr const char16_t* kNames[] = {
+        u"b",      u"blockquote", u"br",    u"code", u"color", u"dd", u"div", u"dl",    u"dt",
+        u"email",  u"h1",         u"h2",    u"h3",   u"h4",    u"h5", u"h6",  u"h7",    u"hr",
+        u"i",      u"img",        u"li",    u"list", u"ol",    u"p",  u"pre", u"quote", u"size",
+        u"script", u"style",      u"table", u"td",   u"tr",    u"u",  u"ul",  u"url",   u"*",
+    };
+    static constexpr Step kTagSteps[] = {kScripts, kBlockTags, kBreakTags, kBBCode};
+    Comparison comparison;
+    for (const icu::UnicodeString name : kNames)
+        CompareNames(comparison, kTagSteps, name);
+    EXPECT_EQ(comparison.Different(), 0);
+    EXPECT_GT(comparison.Changed(), 0);
+}
+
 bool ChangesWhenFolded(UChar32 character) {
     const icu::UnicodeString whole(character);
     icu::UnicodeString folded(whole);
