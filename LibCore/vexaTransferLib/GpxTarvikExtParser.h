@@ -101,7 +101,7 @@ public:
     /// \}
 
 private:
-    void Scan(const std::function<void()>& feed);
+    VEXATRANSFERLIB_LOCAL void Scan(const std::function<void()>& feed);
     void Reset();
     void TakeVendorElement(const icu::UnicodeString& name);
     void TakeTime();
