@@ -20,6 +20,7 @@
 #include <vexaTransferLib/reader/WatchedErrors.h>
 #include <vexaTransferLib/reader/XmlInput.h>
 #include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/HeldText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
 #include <common/UnicodeStrUtils.h>
@@ -33,6 +34,7 @@
 
 #include <cstdlib>
 #include <exception>
+#include <new>
 #include <utility>
 
 namespace vexaTransferLib {
@@ -71,6 +73,7 @@ icu::UnicodeString DefaultName(const icu::UnicodeString& path) {
     const std::int32_t dot = name.lastIndexOf(u'.');
     if (dot >= 0)
         name.truncate(dot);
+    text::CheckHeld(name);
     return name;
 }
 
@@ -330,14 +333,18 @@ const XMLCh* GpxParser::GetAttributeText(DOMNode* node, const char* name) {
     if (!dbc::SoftCheck(name != nullptr, text::kGpxParserSource))
         return nullptr;
     icu::UnicodeString wideName(name);
-    return reader::AttributeText(ViewOf(node), wideName.getTerminatedBuffer());
+    text::CheckHeld(wideName);
+    const char16_t* const terminated = wideName.getTerminatedBuffer();
+    if (terminated == nullptr) // ICU's memory ran out
+        throw std::bad_alloc();
+    return reader::AttributeText(ViewOf(node), terminated);
 }
 
 bool GpxParser::GetStringAttribute(DOMNode* node, const char* name, icu::UnicodeString& out) {
-    const XMLCh* const text = GetAttributeText(node, name);
-    if (text == nullptr)
+    const XMLCh* const units = GetAttributeText(node, name);
+    if (units == nullptr)
         return false;
-    out.setTo(text, -1);
+    out = text::Held(units);
     return true;
 }
 

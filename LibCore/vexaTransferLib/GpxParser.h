@@ -65,6 +65,14 @@ class XmlInput;
 /// first of several `desc` stays. Element text is the first child if it is text, else nothing: a comment in
 /// front hides it. Numbers may start with blanks but not end with them.
 ///
+/// **When memory runs out** a reading ends with std::bad_alloc or, where it is the XML parser's, with
+/// xercesc::OutOfMemoryException, which is no std::exception; a name for which ICU has no memory cannot be converted
+/// (std::runtime_error, see UnicodeStrUtils.h), nor perhaps the file ("One or more errors ..."). Two things differ:
+/// where it runs out within what is passed over when it cannot be read, that is passed over (an observer is told
+/// "std::bad_alloc"; where even that is refused the reading ends or, from a DOM, the parent is passed over and
+/// told), and a geocache text stays as the cleaner left it. Without memory for ICU's number format, which the
+/// vendor's numbers need, the process stops. The parser can be used again.
+///
 /// **A warning.** By default a file may name other files and servers (external entities, document types), and
 /// they are read: what a local file holds can end up in the document, and servers are asked. Nothing limits what
 /// the expansion of entities takes, and Xerces 3.2.4 has a known use after free with external document types.

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -102,9 +103,10 @@ ZipFileReader::ZipFileReader(const icu::UnicodeString& path)
     dbc::Require(!path.isEmpty(), kSource, "No file specified for reading.");
     boost::shared_array<char> utf8;
     UnicodeStrUtils::UnicodeStringToUTF8(path, utf8);
-    archive_ = unzOpen(utf8.get());
     // minizip takes no archive without entries, and what is cut off at the end of any other for zeros.
     const Tail tail = ReadTail(utf8.get());
+    // Last of what may fail by itself: without a whole object nothing would close the archive.
+    archive_ = unzOpen(utf8.get());
     if (archive_ == nullptr ? !IsEmptyArchive(tail) : !HasWholeEndRecord(tail)) {
         Close();
         Fail("Could not open ZIP for reading.");
@@ -172,6 +174,8 @@ icu::UnicodeString ZipFileReader::GetCurrentFileName() const {
     icu::UnicodeString name;
     for (const char* byte = bytes.data(); *byte != '\0'; ++byte)
         name.append(static_cast<char16_t>(static_cast<unsigned char>(*byte)));
+    if (name.isBogus()) // ICU's memory ran out
+        throw std::bad_alloc();
     return name;
 }
 

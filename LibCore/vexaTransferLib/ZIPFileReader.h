@@ -57,6 +57,7 @@ public:
     ///         report; "Could not open ZIP for reading." when there is no archive at the path, a comment of
     ///         more than 65,513 bytes or a cut end included; "Could not obtain global information table for
     ///         ZIP file."
+    /// \throws std::bad_alloc when memory runs out; minizip then says perhaps only that it could not open
     /// \throws std::runtime_error when the path cannot be converted to UTF-8; see
     ///         UnicodeStrUtils::UnicodeStringToUTF8
     explicit ZipFileReader(const icu::UnicodeString& path);
@@ -82,6 +83,7 @@ public:
     /// The entry's stored name, each byte the code unit of its value: neither UTF-8 nor any code page is
     /// decoded. At most 1023 bytes, the rest is cut off. A folder's name ends with "/".
     /// \throws dbc::precondition_error "Could not obtain file info for current file."
+    /// \throws std::bad_alloc when ICU cannot hold the name
     icu::UnicodeString GetCurrentFileName() const;
 
     /// \throws what GetCurrentFileName throws

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/DomNode.h>
 
+#include <vexaTransferLib/text/HeldText.h>
+
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 
 #include <string>
@@ -71,7 +73,7 @@ public:
         if (!HasTextContent(root)) {
             const XMLCh* value = root.getTextContent();
             if (value != nullptr)
-                out.setTo(value, -1);
+                out = text::Held(value);
             return value != nullptr;
         }
         out.remove();
@@ -81,6 +83,7 @@ public:
             const DOMNode* child = HasTextContent(*current) ? current->getFirstChild() : nullptr;
             current = child != nullptr ? child : NextOutside(current, &root);
         }
+        text::CheckHeld(out);
         return true;
     }
 
@@ -94,6 +97,7 @@ public:
             const icu::UnicodeString name(current->getLocalName());
             path = path.isEmpty() ? name : name + u'/' + path;
         }
+        text::CheckHeld(path);
         std::string narrow;
         return path.toUTF8String(narrow);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/EventTree.h>
 
+#include <vexaTransferLib/text/HeldText.h>
+
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -191,7 +193,7 @@ bool EventTree::TextContent(const void* node, icu::UnicodeString& out) const {
         return false;
     out.remove();
     if (root->kind == kText) {
-        out.setTo(root->text, -1);
+        out = text::Held(root->text);
         return true;
     }
     const Node* current = root->firstChild;
@@ -206,6 +208,7 @@ bool EventTree::TextContent(const void* node, icu::UnicodeString& out) const {
             current = current->parent;
         current = current == root ? nullptr : current->next;
     }
+    text::CheckHeld(out);
     return true;
 }
 
@@ -231,6 +234,8 @@ std::string EventTree::Path(const void* node) const {
     for (const char16_t* name : outerNames_)
         path.append(u'/').append(name, -1);
     path.append(inner);
+    text::CheckHeld(inner);
+    text::CheckHeld(path);
     std::string narrow;
     return path.tempSubString(1).toUTF8String(narrow);
 }

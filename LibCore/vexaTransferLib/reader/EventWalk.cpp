@@ -26,10 +26,16 @@ void EventWalk::TryChild(const NodeView& child, Read read) {
     Try(read, [&](const char* message) { context_.receipt.PassOver(child, kGpxRefused, message, true); });
 }
 
-void EventWalk::Enter(const NodeView& node, std::unique_ptr<ChildReader> reader) {
-    readers_.push_back({std::move(reader), {}});
+// All of it or nothing: where memory runs out the element is passed over, and its parent's reader goes on.
+template <class Make>
+void EventWalk::Enter(const NodeView& node, Make makeReader) {
+    Open open;
     if (context_.receipt.IsWanted())
-        readers_.back().ifRefused = Receipt::Describe(node, kGpxRefused, {}, true);
+        open.ifRefused = Receipt::Describe(node, kGpxRefused, {}, true);
+    names_.reserve(names_.size() + 1);
+    readers_.reserve(readers_.size() + 1);
+    open.reader = makeReader();
+    readers_.push_back(std::move(open));
     names_.push_back(node.LocalName());
 }
 
@@ -64,7 +70,7 @@ void EventWalk::BeginRoot(const NodeView& root) {
     rootSeen_ = true;
     TryChild(root, [&] {
         RequireGpxRoot(root);
-        Enter(root, EnterDocument(context_, root, document_));
+        Enter(root, [&] { return EnterDocument(context_, root, document_); });
     });
 }
 
@@ -80,7 +86,7 @@ void EventWalk::BeginChild(const NodeView& child) {
             state_ = State::kInTree;
             break;
         case ChildReader::Way::kChildByChild:
-            Enter(child, reader.Enter(child));
+            Enter(child, [&] { return reader.Enter(child); });
             state_ = State::kBetween;
             break;
         }

@@ -64,7 +64,8 @@ private:
     void BeginChild(const NodeView& child);
     void EndWhole();
     void EndReader();
-    void Enter(const NodeView& node, std::unique_ptr<ChildReader> reader);
+    template <class Make>
+    void Enter(const NodeView& node, Make makeReader);
     template <class Read, class Refuse>
     void Try(Read read, Refuse refuse);
     template <class Read>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/KeptElements.h>
 
+#include <vexaTransferLib/text/HeldText.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -14,6 +16,7 @@ icu::UnicodeString ContentOf(const NodeView& element) {
     element.TextContent(content);
     if (const char16_t* const href = element.Attribute(u"href"))
         content.append(u'\n').append(href, -1);
+    text::CheckHeld(content);
     return content;
 }
 

@@ -2,6 +2,7 @@
 #include <vexaTransferLib/reader/Receipt.h>
 
 #include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/text/HeldText.h>
 
 #include <utility>
 
@@ -12,13 +13,11 @@ namespace {
 constexpr std::int32_t kQuotedUnits = 60;
 
 // Names and values come from the file, and may be of any length.
-std::string Quoted(const char16_t* text) {
-    icu::UnicodeString wide(text);
-    const bool isCut = wide.length() > kQuotedUnits;
-    if (isCut)
-        wide.truncate(wide.getChar32Start(kQuotedUnits));
+std::string Quoted(const char16_t* units) {
+    const icu::UnicodeString whole = text::Alias(units);
+    const bool isCut = whole.length() > kQuotedUnits;
     std::string quoted = "\"";
-    wide.toUTF8String(quoted);
+    whole.tempSubString(0, isCut ? whole.getChar32Start(kQuotedUnits) : whole.length()).toUTF8String(quoted);
     return quoted + (isCut ? "...\"" : "\"");
 }
 
@@ -30,7 +29,7 @@ bool HasOnlyOneChild(const NodeView& element) {
 
 bool IsGpxNamespace(const char16_t* uri) {
     return uri == nullptr || Equals(uri, text::kGpx10Namespace) || Equals(uri, text::kGpx11Namespace) ||
-           icu::UnicodeString(uri).startsWith(text::kGroundspeakNamespaceStart);
+           text::Alias(uri).startsWith(text::kGroundspeakNamespaceStart);
 }
 
 } // namespace
@@ -72,7 +71,7 @@ void Receipt::TellUnreadText(const NodeView& element) {
     if (first == nullptr || *first == u'\0')
         Tell(Describe(element, kGpxUnreadable, "Its text stands behind something else and is not read.",
                       true));
-    else if (whole != icu::UnicodeString(first))
+    else if (whole != text::Alias(first))
         Tell(Describe(element, kGpxUnreadable, "Only the first piece of its text is read.", true));
 }
 

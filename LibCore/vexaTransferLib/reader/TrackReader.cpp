@@ -119,8 +119,9 @@ std::unique_ptr<ChildReader> EnterSegment(ReadContext& context, const GpxVersion
                                           const NodeView& node, GpxTrack& track) {
     dbc::Ensure(node.HasChildList(), text::kGpxParserSource,
                 "Unable to read GPX track segment child elements.");
+    std::unique_ptr<ChildReader> reader = std::make_unique<SegmentReader>(context, version, track);
     track.AddSegment();
-    return std::make_unique<SegmentReader>(context, version, track);
+    return reader;
 }
 
 class TrackReader final : public ChildReader {

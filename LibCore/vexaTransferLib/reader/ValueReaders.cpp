@@ -4,6 +4,7 @@
 #include <vexaTransferLib/GpxUtils.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/text/HeldText.h>
 #include <vexaTransferLib/text/NumberText.h>
 #include <vexaTransferLib/text/TimeText.h>
 
@@ -75,10 +76,10 @@ bool ToNarrow(const char16_t* text, std::string& out) {
 }
 
 bool ReadText(const NodeView& node, icu::UnicodeString& out) {
-    const char16_t* const text = ElementText(node);
-    if (text == nullptr)
+    const char16_t* const units = ElementText(node);
+    if (units == nullptr)
         return false;
-    out.setTo(text, -1);
+    out = text::Held(units);
     return true;
 }
 
@@ -87,10 +88,10 @@ bool ReadText(const NodeView& node, std::string& out) {
 }
 
 bool ReadTextAttribute(const NodeView& node, const char16_t* name, icu::UnicodeString& out) {
-    const char16_t* const text = AttributeText(node, name);
-    if (text == nullptr)
+    const char16_t* const units = AttributeText(node, name);
+    if (units == nullptr)
         return false;
-    out.setTo(text, -1);
+    out = text::Held(units);
     return true;
 }
 

@@ -2,8 +2,7 @@
 #include <vexaTransferLib/reader/WatchedErrors.h>
 
 #include <vexaTransferLib/reader/Receipt.h>
-
-#include <unicode/unistr.h>
+#include <vexaTransferLib/text/HeldText.h>
 
 #include <string>
 
@@ -11,10 +10,10 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-std::string ToUtf8(const XMLCh* text) {
+std::string ToUtf8(const XMLCh* units) {
     std::string narrow;
-    if (text != nullptr)
-        icu::UnicodeString(text).toUTF8String(narrow);
+    if (units != nullptr)
+        text::Alias(units).toUTF8String(narrow);
     return narrow;
 }
 

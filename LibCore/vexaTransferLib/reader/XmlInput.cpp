@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/XmlInput.h>
 
+#include <vexaTransferLib/text/OptionalText.h>
+
 #include <common/UnicodeStrUtils.h>
 #include <common/dbc.h>
 
@@ -11,6 +13,7 @@
 #include <xercesc/util/XMLURL.hpp>
 
 #include <filesystem>
+#include <new>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -37,7 +40,7 @@ bool IsAddress(const XMLCh* path, xercesc::XMLURL& url) {
 } // namespace
 
 XmlInput::XmlInput(const icu::UnicodeString& path, Places places, GpxReadObserver* observer)
-    : name_(path), systemId_(path), places_(places) {
+    : name_(text::Copied(path)), systemId_(name_), places_(places) {
     const std::optional<std::uint64_t> size = FileSize(path);
     isRepeatable_ = size.has_value();
     if (observer != nullptr)
@@ -45,9 +48,9 @@ XmlInput::XmlInput(const icu::UnicodeString& path, Places places, GpxReadObserve
 }
 
 XmlInput::XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer)
-    : name_(name), systemId_(name), isRepeatable_(true) {
+    : name_(text::Copied(name)), systemId_(name_), isRepeatable_(true) {
     auto source = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte*>(bytes.data()),
-                                                               bytes.size(), systemId_.getTerminatedBuffer());
+                                                               bytes.size(), SystemId());
     source->setCopyBufToStream(false);
     source_ = std::move(source);
     if (observer != nullptr)
@@ -58,8 +61,15 @@ void XmlInput::Watch(GpxReadObserver& observer, std::uint64_t size) {
     progress_.emplace(observer, size, UnicodeStrUtils::UnicodeStringToStlString(name_));
 }
 
+const XMLCh* XmlInput::SystemId() {
+    const XMLCh* const systemId = systemId_.getTerminatedBuffer();
+    if (systemId == nullptr && !name_.isBogus()) // ICU's memory ran out
+        throw std::bad_alloc();
+    return systemId;
+}
+
 std::unique_ptr<xercesc::InputSource> XmlInput::MakeSource() {
-    const XMLCh* const path = systemId_.getTerminatedBuffer();
+    const XMLCh* const path = SystemId();
     xercesc::XMLURL url(xercesc::XMLPlatformUtils::fgMemoryManager);
     if (!IsAddress(path, url))
         return std::make_unique<xercesc::LocalFileInputSource>(path);

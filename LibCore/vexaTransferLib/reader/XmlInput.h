@@ -33,18 +33,21 @@ public:
     /// What is no file, such as a pipe or an address, cannot be read a second time.
     bool IsRepeatable() const { return isRepeatable_; }
 
-    /// \throws what the parser throws; ReadingStop; dbc::postcondition_error for an address where it is not read
+    /// \throws what the parser throws; ReadingStop; std::bad_alloc; dbc::postcondition_error for an address where
+    ///         it is not read
     template <class Parser>
     void Feed(Parser& parser) {
         Open();
         if (source_)
             parser.parse(*source_);
         else
-            parser.parse(systemId_.getTerminatedBuffer());
+            parser.parse(SystemId());
         Close();
     }
 
 private:
+    /// With a zero behind it; null when the name is bogus.
+    const XMLCh* SystemId();
     std::unique_ptr<xercesc::InputSource> MakeSource();
     void Open();
     void Close();

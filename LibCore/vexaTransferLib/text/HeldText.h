@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <unicode/unistr.h>
+
+#include <new>
+
+namespace vexaTransferLib::text {
+
+/// \throws std::bad_alloc for a text that ICU could not hold: it is bogus, and would pass for an empty one
+inline void CheckHeld(const icu::UnicodeString& text) {
+    if (text.isBogus())
+        throw std::bad_alloc();
+}
+
+/// A copy of zero-terminated text.
+/// \throws std::bad_alloc when ICU cannot hold it
+inline icu::UnicodeString Held(const char16_t* text) {
+    icu::UnicodeString held(text);
+    CheckHeld(held);
+    return held;
+}
+
+/// The text itself, not a copy: valid as long as the units are.
+inline icu::UnicodeString Alias(const char16_t* text) {
+    return icu::UnicodeString(true, text, -1);
+}
+
+} // namespace vexaTransferLib::text
