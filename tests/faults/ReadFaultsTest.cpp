@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+
+// Reading while one request for memory, or all from one on, is refused: each of them in turn.
+
+#include <vexaTransferLib/GpxParser.h>
+
+#include "support/Attempts.h"
+#include "support/FaultReading.h"
+#include "support/FaultSample.h"
+#include "support/GpxReading.h"
+#include "support/GpxValues.h"
+#include "support/IcuMemory.h"
+#include "support/Memory.h"
+#include "support/ModelCompare.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vexaTransferLib {
+namespace {
+
+using namespace testing_support;
+
+using Read = void (*)(GpxParser&, const FaultFile&, GpxDocument&);
+
+void ReadFromFile(GpxParser& parser, const FaultFile& file, GpxDocument& document) {
+    parser.Parse(file.Path(), document);
+}
+
+void ReadUntrusted(GpxParser& parser, const FaultFile& file, GpxDocument& document) {
+    parser.SetUntrusted();
+    parser.Parse(file.Path(), document);
+}
+
+void ReadFromBytes(GpxParser& parser, const FaultFile& file, GpxDocument& document) {
+    parser.Parse(file.Bytes(), file.Path(), document);
+}
+
+struct Road {
+    const char* name;
+    const char* documentType;
+    Read read;
+    bool isWatched;
+};
+
+void PrintTo(const Road& road, std::ostream* out) {
+    *out << road.name;
+}
+
+/// What a reading may fail with for want of memory; see GpxParser.
+testing::AssertionResult IsOutOfMemory(std::string_view failure, const FaultFile& file) {
+    const std::string others[] = {
+        kBadAlloc,
+        kXercesOutOfMemory,
+        "runtime: Unable to open the converter: UTF-8 (default)",
+        "runtime: Unable to convert the UnicodeString.",
+        "postcondition: " + ParseErrorsMessage(file.NarrowPath()),
+    };
+    for (const std::string& other : others)
+        if (failure == other)
+            return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "not for want of memory: " << failure;
+}
+
+class ReadFaultsTest : public testing::TestWithParam<Road> {
+protected:
+    /// Reads with the request refused that `refuse` chooses, then without a refusal.
+    template <class Refuse>
+    Attempt ReadTwice(FaultFile& file, Refuse refuse) {
+        const long blocks = CppMemory::Blocks();
+        long blocksOfChecks = 0;
+        Attempt attempt;
+        {
+            GpxDocument document = UsedDocument();
+            attempt = AttemptWith(refuse, [&] { GetParam().read(parser_, file, document); });
+            blocksOfChecks = -CppMemory::Blocks();
+            CheckDocument(file, attempt, document);
+            blocksOfChecks += CppMemory::Blocks();
+            observer_.Forget();
+            document = UsedDocument();
+            GetParam().read(parser_, file, document);
+            EXPECT_TRUE(IsSameModel(file.Whole(), document)) << "without a refusal";
+            observer_.Forget();
+        }
+        EXPECT_EQ(CppMemory::Blocks(), blocks + blocksOfChecks)
+            << "blocks of memory are lost; " << attempt.Failure();
+        return attempt;
+    }
+
+    /// The same, for each request in turn.
+    template <class Refuse>
+    void ReadWithEachRefused(const std::string& what, SampleNumbers numbers, Refuse refuse) {
+        FaultFile file(GetParam().documentType + FaultSample(numbers));
+        if (GetParam().isWatched)
+            parser_.SetObserver(&observer_);
+        ReadTwice(file, [&] { return refuse(0); });
+        const std::size_t calls =
+            ForEachCall([&](std::size_t call) { return ReadTwice(file, [&] { return refuse(call); }); });
+        EXPECT_GT(calls, 20U);
+        Record(what, calls);
+    }
+
+private:
+    void CheckDocument(FaultFile& file, const Attempt& attempt, const GpxDocument& document) {
+        if (!attempt.Failure().empty()) {
+            EXPECT_TRUE(IsOutOfMemory(attempt.Failure(), file));
+            EXPECT_TRUE(DifferencesOf(UsedDocument(), document).empty() || file.IsPart(document))
+                << attempt.Failure();
+        } else if (GetParam().isWatched) {
+            EXPECT_TRUE(file.HasAllBut(observer_.things, document));
+            EXPECT_TRUE(file.IsToldAll(observer_.things));
+        } else if (attempt.refused <= 1) {
+            EXPECT_TRUE(file.HasAllButOne(document));
+        } else {
+            EXPECT_TRUE(file.IsPart(document));
+        }
+    }
+
+    GpxParser parser_;
+    UnrefusedObserver observer_;
+};
+
+TEST_P(ReadFaultsTest, OneRequestToOperatorNew) {
+    ReadWithEachRefused("new", SampleNumbers::kAll,
+                        [](std::size_t call) { return RefusedNew::AtCall(call); });
+}
+
+TEST_P(ReadFaultsTest, AllFurtherRequestsToOperatorNew) {
+    ReadWithEachRefused("new_on", SampleNumbers::kAll,
+                        [](std::size_t call) { return RefusedNew::FromCall(call); });
+}
+
+TEST_P(ReadFaultsTest, OneRequestOfXerces) {
+    ReadWithEachRefused("xerces", SampleNumbers::kAll,
+                        [](std::size_t call) { return RefusedXercesMemory::AtCall(call); });
+}
+
+TEST_P(ReadFaultsTest, AllFurtherRequestsOfXerces) {
+    ReadWithEachRefused("xerces_on", SampleNumbers::kAll,
+                        [](std::size_t call) { return RefusedXercesMemory::FromCall(call); });
+}
+
+TEST_P(ReadFaultsTest, OneRequestOfIcu) {
+    ReadWithEachRefused("icu", SampleNumbers::kNoneOfIcu,
+                        [](std::size_t call) { return RefusedIcuMemory::AtCall(call); });
+}
+
+INSTANTIATE_TEST_SUITE_P(Roads, ReadFaultsTest,
+                         testing::Values(Road{"Events", "", ReadFromFile, false},
+                                         Road{"WatchedEvents", "", ReadFromFile, true},
+                                         Road{"WatchedUntrustedEvents", "", ReadUntrusted, true},
+                                         Road{"WatchedEventsOfBytes", "", ReadFromBytes, true},
+                                         Road{"Dom", "<!DOCTYPE gpx>", ReadFromFile, false},
+                                         Road{"WatchedDom", "<!DOCTYPE gpx>", ReadFromFile, true}),
+                         [](const auto& road) { return std::string(road.param.name); });
+
+} // namespace
+} // namespace vexaTransferLib

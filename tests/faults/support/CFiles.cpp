@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+
+// The C library's file functions in front of themselves, for the shared libraries too.
+
+#include "support/CFiles.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <stdexcept>
+
+#include <algorithm>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace vexaTransferLib::testing_support {
+
+namespace {
+
+thread_local constinit CFileFaults* active = nullptr;
+
+} // namespace
+
+CFileFaultsScope::CFileFaultsScope(CFileFaults& faults) {
+    if (active != nullptr)
+        throw std::logic_error("files have their faults already");
+    active = &faults;
+}
+
+CFileFaultsScope::~CFileFaultsScope() {
+    active = nullptr;
+}
+
+namespace {
+
+template <class Function>
+Function* Next(const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+// What is behind the file is exchanged, so that all that follows is the system's own doing.
+void Break(std::FILE* file, CFileFaults::Read read) {
+    const int other = open("/dev/null", read == CFileFaults::Read::kFails ? O_WRONLY : O_RDONLY);
+    dup2(other, fileno(file));
+    close(other);
+}
+
+} // namespace
+
+#define VEXA_EXPORTED __attribute__((visibility("default")))
+
+extern "C" {
+
+VEXA_EXPORTED std::FILE* fopen(const char* path, const char* mode) {
+    static auto* const next = Next<std::FILE*(const char*, const char*)>("fopen");
+    if (active != nullptr && active->openError != 0) {
+        errno = active->openError;
+        return nullptr;
+    }
+    std::FILE* const file = next(path, mode);
+    if (active != nullptr && file != nullptr)
+        ++active->opened;
+    return file;
+}
+
+VEXA_EXPORTED int fclose(std::FILE* file) {
+    static auto* const next = Next<int(std::FILE*)>("fclose");
+    const int result = next(file);
+    if (active == nullptr)
+        return result;
+    ++active->closed;
+    return active->failsToClose ? EOF : result;
+}
+
+VEXA_EXPORTED int setvbuf(std::FILE* file, char* buffer, int mode, std::size_t size) noexcept {
+    static auto* const next = Next<int(std::FILE*, char*, int, std::size_t)>("setvbuf");
+    return active != nullptr && active->failsToUnbuffer ? -1 : next(file, buffer, mode, size);
+}
+
+VEXA_EXPORTED std::size_t fwrite(const void* bytes, std::size_t size, std::size_t count, std::FILE* file) {
+    static auto* const next = Next<std::size_t(const void*, std::size_t, std::size_t, std::FILE*)>("fwrite");
+    if (active == nullptr || size == 0)
+        return next(bytes, size, count, file);
+    const std::size_t written = next(bytes, size, std::min(count, active->room / size), file);
+    active->room -= written * size;
+    return written;
+}
+
+VEXA_EXPORTED std::size_t fread(void* bytes, std::size_t size, std::size_t count, std::FILE* file) {
+    static auto* const next = Next<std::size_t(void*, std::size_t, std::size_t, std::FILE*)>("fread");
+    if (active != nullptr && ++active->reads == active->faultyRead)
+        Break(file, active->read);
+    return next(bytes, size, count, file);
+}
+
+} // extern "C"
+
+} // namespace vexaTransferLib::testing_support

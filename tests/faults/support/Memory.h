@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define VEXA_FAULTS_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define VEXA_FAULTS_ASAN 1
+#endif
+#endif
+
+// The C library's functions are replaced only where nobody else has replaced them.
+#if defined(__GLIBC__) && !defined(VEXA_FAULTS_ASAN)
+#define VEXA_FAULTS_MALLOC 1
+#endif
+
+namespace vexaTransferLib::testing_support {
+
+/// The requests of one thread to one source of memory.
+struct MemoryRequests {
+    bool isArmed = false;
+    bool isPaused = false;
+    std::size_t firstRefused = 0; ///< counted from 1; 0 for none
+    bool allFromThere = false;
+    std::size_t calls = 0;
+    std::size_t refused = 0;
+
+    /// Counts a request; true when it is to be refused.
+    bool Refuse() noexcept {
+        if (!isArmed || isPaused)
+            return false;
+        ++calls;
+        const bool isRefused = calls == firstRefused || (allFromThere && calls > firstRefused);
+        refused += isRefused ? 1 : 0;
+        return isRefused;
+    }
+};
+
+/// operator new in all its forms, which this executable replaces. Neither Xerces nor ICU use it here.
+struct CppMemory {
+    static MemoryRequests& Requests() noexcept;
+    /// How many blocks all threads hold.
+    static long Blocks() noexcept;
+};
+
+/// Xerces' memory manager from its initialisation to its end; see XercesMemory.cpp.
+struct XercesMemoryManager {
+    static MemoryRequests& Requests() noexcept;
+    static long Blocks() noexcept;
+    static void Initialize();
+};
+
+/// malloc, calloc and realloc, of whomever: of operator new, zlib and minizip among them. Replaced where
+/// VEXA_FAULTS_MALLOC is defined.
+struct CMemory {
+    static MemoryRequests& Requests() noexcept;
+};
+
+/// Counts the requests of this thread to a source of memory and refuses some while it lives. One at a time for
+/// each source. For ICU there is RefusedIcuMemory, of the same form.
+template <class Source>
+class [[nodiscard]] RefusedMemory {
+public:
+    /// The one request with this number, counted from 1.
+    static RefusedMemory AtCall(std::size_t number) { return RefusedMemory(number, false); }
+    /// That one and all later ones.
+    static RefusedMemory FromCall(std::size_t number) { return RefusedMemory(number, true); }
+    /// None: only counts.
+    static RefusedMemory None() { return RefusedMemory(0, false); }
+
+    ~RefusedMemory() { Source::Requests().isArmed = false; }
+    RefusedMemory(const RefusedMemory&) = delete;
+    RefusedMemory& operator=(const RefusedMemory&) = delete;
+
+    std::size_t Calls() const { return Source::Requests().calls; }
+    std::size_t Refused() const { return Source::Requests().refused; }
+
+private:
+    RefusedMemory(std::size_t number, bool allFromThere) {
+        Source::Requests() = MemoryRequests{true, false, number, allFromThere, 0, 0};
+    }
+};
+
+using RefusedNew = RefusedMemory<CppMemory>;
+using RefusedXercesMemory = RefusedMemory<XercesMemoryManager>;
+using RefusedMalloc = RefusedMemory<CMemory>;
+
+/// While it lives the thread gets all memory, and its requests are not counted: for what a test's own code does in
+/// the middle of an operation.
+class MemoryPause {
+public:
+    MemoryPause() { Set(true); }
+    ~MemoryPause() { Set(false); }
+    MemoryPause(const MemoryPause&) = delete;
+    MemoryPause& operator=(const MemoryPause&) = delete;
+
+private:
+    static void Set(bool isPaused) noexcept {
+        CppMemory::Requests().isPaused = isPaused;
+        XercesMemoryManager::Requests().isPaused = isPaused;
+        CMemory::Requests().isPaused = isPaused;
+    }
+};
+
+} // namespace vexaTransferLib::testing_support
