@@ -27,16 +27,18 @@ endif()
 
 set(runtime_package "libvexatransferlib${VEXATRANSFERLIB_SOVERSION}")
 set(CPACK_COMPONENTS_ALL development)
+# Each package has its own.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 string(CONCAT about
-    " GPX is the format in which GPS devices and programs exchange waypoints,\n"
-    " routes and tracks.\n .\n")
+    "GPX is the format in which GPS devices and programs exchange waypoints,\n"
+    "routes and tracks.\n\n")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvexatransferlib-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libicu-dev, libxerces-c-dev (>= 3.2), libboost-dev (>= 1.74)")
 string(CONCAT CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
     "library that reads, holds and writes GPX files (development)\n${about}"
-    " This package holds what programs that use the library are built with.")
+    "This package holds what programs that use the library are built with.")
 if(VEXATRANSFERLIB_STATIC)
     string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libminizip-dev, zlib1g-dev")
 else()
@@ -46,7 +48,7 @@ else()
     set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
     string(CONCAT CPACK_DEBIAN_RUNTIME_DESCRIPTION
         "library that reads, holds and writes GPX files\n${about}"
-        " This package holds the shared library.")
+        "This package holds the shared library.")
 endif()
 
 if(TARGET vexagpx)
@@ -59,9 +61,9 @@ if(TARGET vexagpx)
     endif()
     string(CONCAT CPACK_DEBIAN_TOOL_DESCRIPTION
         "tool that shows, checks and converts GPX files\n${about}"
-        " vexagpx shows what is in GPX files, tells what of them is passed over,\n"
-        " writes them again as GPX 1.0 or 1.1, prints them as JSON, and reads them\n"
-        " out of ZIP archives too.")
+        "vexagpx shows what is in GPX files, tells what of them is passed over,\n"
+        "writes them again as GPX 1.0 or 1.1, prints them as JSON, and reads them\n"
+        "out of ZIP archives too.")
 endif()
 
 set(CPACK_VEXA_SOURCE_DIR "${PROJECT_SOURCE_DIR}")
