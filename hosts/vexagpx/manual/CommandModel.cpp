@@ -107,6 +107,7 @@ std::map<std::string, Value> OptionValues(const Command& tool) {
 
 std::string NamesOf(const std::map<std::string, Value>& options, const std::string& separator) {
     std::vector<std::string> names;
+    names.reserve(options.size());
     for (const auto& option : options)
         names.push_back(option.first);
     return Join(names, separator);
