@@ -12,10 +12,10 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # In an empty home, in a folder of known content.
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-mkdir "$folder/home" "$folder/work" "$folder/work/caches"
-touch "$folder/work/walk.gpx"
+mkdir "$folder/home" "$folder/here" "$folder/here/caches"
+touch "$folder/here/walk.gpx"
 export HOME=$folder/home XDG_CONFIG_HOME=$folder/home XDG_DATA_HOME=$folder/home XDG_CACHE_HOME=$folder/home
-cd "$folder/work"
+cd "$folder/here"
 
 # What the shell offers at the end of each line of input, one word a line, and an empty line behind each.
 offered() {
