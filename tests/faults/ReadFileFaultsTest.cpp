@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Reading files that break, become shorter, vanish or change while they are read, and those whose names are no text.
+// Reading files that break, become shorter, vanish or change while they are read, and those whose names are
+// no text.
 
 #include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/GpxTarvikExtParser.h>

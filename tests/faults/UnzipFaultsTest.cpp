@@ -46,7 +46,8 @@ const std::string& Archive() {
     return archive;
 }
 
-/// Names and contents, in memory that is never refused, up to a read that fails. Returns what that gives, else 0.
+/// Names and contents, in memory that is never refused, up to a read that fails. Returns what that gives,
+/// else 0.
 int ReadInto(std::string& all, ZipFileReader& reader) {
     std::array<char, 4096> buffer;
     for (bool found = reader.GoToFirstFile(); found; found = reader.GoToNextFile()) {
@@ -68,8 +69,8 @@ int ReadInto(std::string& all, ZipFileReader& reader) {
     return 0;
 }
 
-/// \param lostDescriptors how many minizip loses in all: it does not close the file when there is no memory for its
-///        handle
+/// \param lostDescriptors how many minizip loses in all: it does not close the file when there is no memory
+///        for its handle
 template <class Refuse>
 void UnzipWithEachRefused(const std::string& what, std::size_t lostDescriptors, Refuse refuse) {
     const ArchiveFile file(Archive(), "an archive whose name has more units than ICU holds.zip");

@@ -51,8 +51,8 @@ Attempt AttemptWith(Refuse refuse, Action action) {
     return attempt;
 }
 
-/// Calls `attempt` with 1, 2, 3 ... until it says that nothing was refused, or a check fails. Each call gets the
-/// number of the request to refuse and returns an Attempt. Returns how many were refused.
+/// Calls `attempt` with 1, 2, 3 ... until it says that nothing was refused, or a check fails. Each call gets
+/// the number of the request to refuse and returns an Attempt. Returns how many were refused.
 template <class TryIt>
 std::size_t ForEachCall(TryIt attempt) {
     for (std::size_t call = 1;; ++call) {

@@ -6,8 +6,8 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// What goes wrong with the C library's files: those that the writer writes, and those that Xerces and minizip
-/// read.
+/// What goes wrong with the C library's files: those that the writer writes, and those that Xerces and
+/// minizip read.
 struct CFileFaults {
     // Writing.
     int openError = 0;                               ///< errno of every fopen; 0 to open

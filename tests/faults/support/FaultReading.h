@@ -35,12 +35,11 @@ public:
     const icu::UnicodeString& Path() const { return path_; }
     std::string NarrowPath() const { return file_.NarrowPath(); }
 
-    /// What is read of it, and told, when nothing is refused.
+    /// What is read of it when nothing is refused.
     const GpxDocument& Whole() const { return whole_; }
-    const std::vector<GpxPassedOver>& Told() const { return told_; }
 
-    /// True when the document lacks nothing of the file but what one of the told elements had given: those that
-    /// were refused.
+    /// True when the document lacks nothing of the file but what one of the told elements had given: those
+    /// that were refused.
     testing::AssertionResult HasAllBut(const std::vector<GpxPassedOver>& told, const GpxDocument& document);
     /// True when it lacks nothing but what any one element had given.
     testing::AssertionResult HasAllButOne(const GpxDocument& document);

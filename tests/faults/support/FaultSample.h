@@ -8,13 +8,13 @@ namespace vexaTransferLib::testing_support {
 /// What a sample holds.
 enum class SampleNumbers {
     kAll,
-    /// None that ICU's number format reads or writes: ICU 72 crashes or stops the process where it cannot have the memory to
-    /// make one (see UsNumberFormatDeathTest).
+    /// None that ICU's number format reads or writes: ICU 72 crashes or stops the process where it cannot
+    /// have the memory to make one (see UsNumberFormatDeathTest).
     kNoneOfIcu
 };
 
-/// A GPX 1.1 document with about every element that is read. Most texts are so long that neither a string nor ICU
-/// holds them without memory; the geocache's are already as the cleaner would leave them.
+/// A GPX 1.1 document with about every element that is read. Most texts are so long that neither a string nor
+/// ICU holds them without memory; the geocache's are already as the cleaner would leave them.
 std::string FaultSample(SampleNumbers numbers);
 
 } // namespace vexaTransferLib::testing_support

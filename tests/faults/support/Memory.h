@@ -58,8 +58,8 @@ struct CMemory {
     static MemoryRequests& Requests() noexcept;
 };
 
-/// Counts the requests of this thread to a source of memory and refuses some while it lives. One at a time for
-/// each source. For ICU there is RefusedIcuMemory, of the same form.
+/// Counts the requests of this thread to a source of memory and refuses some while it lives. One at a time
+/// for each source. For ICU there is RefusedIcuMemory, of the same form.
 template <class Source>
 class [[nodiscard]] RefusedMemory {
 public:
@@ -87,8 +87,8 @@ using RefusedNew = RefusedMemory<CppMemory>;
 using RefusedXercesMemory = RefusedMemory<XercesMemoryManager>;
 using RefusedMalloc = RefusedMemory<CMemory>;
 
-/// While it lives the thread gets all memory, and its requests are not counted: for what a test's own code does in
-/// the middle of an operation.
+/// While it lives the thread gets all memory, and its requests are not counted: for what a test's own code
+/// does in the middle of an operation.
 class MemoryPause {
 public:
     MemoryPause() { Set(true); }
