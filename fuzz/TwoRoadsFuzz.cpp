@@ -3,6 +3,7 @@
 // Reads the input as a file by both roads, the XML parser's events and a DOM, and wants to see no difference: the
 // same model, the same exception.
 
+#include "MemoryFile.h"
 #include "support/DomRoad.h"
 #include "support/ModelCompare.h"
 
@@ -16,30 +17,11 @@
 #include <cstdlib>
 #include <exception>
 #include <string>
-#include <sys/mman.h>
 #include <typeinfo>
-#include <unistd.h>
 
 namespace {
 
 using namespace vexaTransferLib;
-
-/// A file in memory, whose name is a path like any other.
-class MemoryFile {
-public:
-    MemoryFile(const std::uint8_t* bytes, std::size_t size) : descriptor_(memfd_create("input", 0)) {
-        if (descriptor_ < 0 || write(descriptor_, bytes, size) != static_cast<ssize_t>(size))
-            std::abort();
-    }
-    ~MemoryFile() { close(descriptor_); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-
-    std::string Path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
-
-private:
-    int descriptor_;
-};
 
 // A document type takes the DOM road anyhow, and may name other files.
 bool HasDocumentType(const std::uint8_t* bytes, std::size_t size) {

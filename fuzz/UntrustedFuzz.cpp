@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+
+// Reads the input as coming from a stranger, with low limits, and wants what the trusting reader makes of it or a
+// refusal that names its reason; scans its head in both ways; writes what was read in both versions.
+
+#include "support/ModelCompare.h"
+
+#include <vexaTransferLib/GpxParser.h>
+#include <vexaTransferLib/GpxTarvikExtParser.h>
+
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string>
+#include <string_view>
+
+namespace {
+
+using namespace vexaTransferLib;
+
+constexpr GpxInputLimits kLowLimits{8, 400, 6, 12};
+
+[[noreturn]] void Fail(const std::string& why) {
+    std::fprintf(stdout, "%s\n", why.c_str());
+    std::abort();
+}
+
+// A trusting reader would open what a document type names.
+bool HasDocumentType(std::string_view bytes) {
+    std::string text(bytes);
+    text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
+    return text.find("<!D") != std::string::npos;
+}
+
+std::string ErrorOf(GpxParser& parser, std::string_view bytes, GpxDocument& document) {
+    try {
+        parser.Parse(bytes, "input", document);
+        return "";
+    } catch (const std::exception& exception) {
+        return exception.what();
+    }
+}
+
+bool IsRefusal(const std::string& error) {
+    if (error.find("The untrusted GPX file was refused: input. It") == std::string::npos &&
+        error.find("The untrusted GPX file was refused: input. One of its") == std::string::npos)
+        return false;
+    return error.find("document type declaration.") != std::string::npos ||
+           error.find("(limit of ") != std::string::npos;
+}
+
+void WriteInBothVersions(const GpxDocument& document) {
+    for (const GpxVersion& version : {GpxVersion(1, 0), GpxVersion(1, 1)})
+        document.GetAsByteString(version, "fuzz", "https://example.org/");
+}
+
+void Read(std::string_view bytes) {
+    static GpxParser trusting;
+    static GpxParser limited;
+    limited.SetUntrusted(kLowLimits);
+    GpxDocument actual;
+    const std::string error = ErrorOf(limited, bytes, actual);
+    if (IsRefusal(error))
+        return;
+    WriteInBothVersions(actual);
+    if (HasDocumentType(bytes))
+        return;
+    GpxDocument expected;
+    const std::string expectedError = ErrorOf(trusting, bytes, expected);
+    const testing::AssertionResult isSame = testing_support::IsSameModel(expected, actual);
+    if (error != expectedError || !isSame)
+        Fail("trusted: " + expectedError + "\nuntrusted: " + error + "\n" + isSame.message());
+}
+
+double TimeFound(GpxTarvikExtParser& scanner, std::string_view bytes) {
+    const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(bytes.data()), bytes.size(),
+                                            "input");
+    scanner.ParseSource(source);
+    return scanner.GetDocumentTime();
+}
+
+// What lies within the default limits is found in both ways.
+void Scan(std::string_view bytes) {
+    static GpxTarvikExtParser trusting;
+    static GpxTarvikExtParser limited;
+    limited.SetUntrusted();
+    const double time = TimeFound(limited, bytes);
+    if (HasDocumentType(bytes))
+        return;
+    const double expectedTime = TimeFound(trusting, bytes);
+    const bool isSame = time == expectedTime || (std::isnan(time) && std::isnan(expectedTime));
+    if (!isSame || !limited.GetStats() != !trusting.GetStats() ||
+        !limited.GetGISMetaData() != !trusting.GetGISMetaData() ||
+        !limited.GetAnnotateMetaData() != !trusting.GetAnnotateMetaData())
+        Fail("The scans differ.");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    xercesc::XMLPlatformUtils::Initialize();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    const std::string_view input(reinterpret_cast<const char*>(bytes), size);
+    Read(input);
+    Scan(input);
+    return 0;
+}
