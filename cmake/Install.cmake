@@ -68,6 +68,6 @@ endif()
 if(PROJECT_IS_TOP_LEVEL)
     add_custom_target(uninstall
         COMMAND "${CMAKE_COMMAND}" "-DMANIFEST=${PROJECT_BINARY_DIR}/install_manifest.txt"
-            -P "${CMAKE_CURRENT_LIST_DIR}/Uninstall.cmake"
+            "-DLICENSE=${CMAKE_INSTALL_DOCDIR}/LICENSE" -P "${CMAKE_CURRENT_LIST_DIR}/Uninstall.cmake"
         VERBATIM)
 endif()

@@ -1,9 +1,31 @@
-# Removes the files that the last installation of a build wrote, MANIFEST being its list of them, and the folders of
-# the library's own that are empty then.
+# Removes the files that the last installation of a build wrote, MANIFEST being its list of them, and the folders that
+# are empty then: all below a prefix of its own, but only the library's own below a prefix of the system's. LICENSE is
+# where the licence lies below the prefix, which tells the prefix.
 if(NOT EXISTS "${MANIFEST}")
     message(FATAL_ERROR "Nothing was installed from this build: there is no ${MANIFEST}")
 endif()
 file(STRINGS "${MANIFEST}" files ENCODING UTF-8)
+
+set(prefix "")
+foreach(file IN LISTS files)
+    string(REGEX REPLACE "/+${LICENSE}$" "" folder "${file}")
+    if(NOT folder STREQUAL file AND NOT folder MATCHES "^(|/usr|/usr/local|/opt)$")
+        set(prefix "$ENV{DESTDIR}${folder}")
+    endif()
+endforeach()
+
+function(vexa_may_go folder out)
+    set(may_go FALSE)
+    if(folder MATCHES "/vexaTransferLib(/|$)")
+        set(may_go TRUE)
+    elseif(NOT prefix STREQUAL "")
+        string(FIND "${folder}/" "${prefix}/" at)
+        if(at EQUAL 0)
+            set(may_go TRUE)
+        endif()
+    endif()
+    set(${out} ${may_go} PARENT_SCOPE)
+endfunction()
 
 set(folders "")
 foreach(file IN LISTS files)
@@ -15,11 +37,12 @@ foreach(file IN LISTS files)
         message(STATUS "Not there: ${file}")
     endif()
 
-    # include/vexaTransferLib/common and include/vexaTransferLib, but not include.
     get_filename_component(folder "${file}" DIRECTORY)
-    while(folder MATCHES "/vexaTransferLib(/|$)")
+    vexa_may_go("${folder}" may_go)
+    while(may_go)
         list(APPEND folders "${folder}")
         get_filename_component(folder "${folder}" DIRECTORY)
+        vexa_may_go("${folder}" may_go)
     endwhile()
 endforeach()
 
