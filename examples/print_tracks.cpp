@@ -31,7 +31,9 @@ int main(int argc, char** argv) {
     xercesc::XMLPlatformUtils::Initialize();
     try {
         GpxDocument document;
-        GpxParser().Parse(argv[1], document);
+        GpxParser parser;
+        parser.SetUntrusted();
+        parser.Parse(argv[1], document);
         std::for_each(document.GetTrackIter(), document.GetTrackEndIter(), Print);
     } catch (const std::exception& error) {
         std::cerr << error.what() << '\n';

@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
     xercesc::XMLPlatformUtils::Initialize();
     try {
         GpxParser parser;
+        parser.SetUntrusted();
         ZipFileReader archive(argv[1]);
         for (bool found = archive.GoToFirstFile(); found; found = archive.GoToNextFile()) {
             const icu::UnicodeString name = archive.GetCurrentFileName();
