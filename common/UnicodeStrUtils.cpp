@@ -5,7 +5,6 @@
 
 #include <cstring>
 #include <limits>
-#include <stdexcept>
 
 namespace UnicodeStrUtils {
 

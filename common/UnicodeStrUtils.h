@@ -14,6 +14,7 @@
 #include <unicode/unistr.h>
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 
 namespace UnicodeStrUtils {

@@ -134,9 +134,9 @@ public:
     /// usable version, a waypoint without a position) leaves it cleared and partly filled.
     ///
     /// Costs about the time of the XML parser, and the memory of the document; the DOM tree of GetParser is
-    /// needed, and its memory, for a file with a document type declaration or with an XML declaration of a
-    /// version other than 1.0 and 1.1. Contract reports of what was read may stand on standard error before a
-    /// later part of the file proves to be ill-formed.
+    /// needed, and its memory, for a file with a document type declaration. A file whose XML declaration
+    /// names a version other than 1.0 and 1.1 ends in "DOM error code: 9". Contract reports of what was read
+    /// may stand on standard error before a later part of the file proves to be ill-formed.
     ///
     /// \throws what GetParser throws
     /// \throws dbc::postcondition_error "Unable to interpret the GPX file: PATH. The document object could
