@@ -3,6 +3,7 @@
 // Reads the input as coming from a stranger, with low limits, and wants what the trusting reader makes of it or a
 // refusal that names its reason; scans its head in both ways; writes what was read in both versions.
 
+#include "DocumentType.h"
 #include "support/ModelCompare.h"
 
 #include <vexaTransferLib/GpxParser.h>
@@ -11,7 +12,6 @@
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -31,13 +31,6 @@ constexpr GpxInputLimits kLowLimits{8, 400, 6, 12};
     std::abort();
 }
 
-// A trusting reader would open what a document type names.
-bool HasDocumentType(std::string_view bytes) {
-    std::string text(bytes);
-    text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
-    return text.find("<!D") != std::string::npos;
-}
-
 std::string ErrorOf(GpxParser& parser, std::string_view bytes, GpxDocument& document) {
     try {
         parser.Parse(bytes, "input", document);
@@ -48,11 +41,9 @@ std::string ErrorOf(GpxParser& parser, std::string_view bytes, GpxDocument& docu
 }
 
 bool IsRefusal(const std::string& error) {
-    if (error.find("The untrusted GPX file was refused: input. It") == std::string::npos &&
-        error.find("The untrusted GPX file was refused: input. One of its") == std::string::npos)
-        return false;
-    return error.find("document type declaration.") != std::string::npos ||
-           error.find("(limit of ") != std::string::npos;
+    return error.find("The untrusted GPX file was refused: input. ") != std::string::npos &&
+           (error.find("document type declaration.") != std::string::npos ||
+            error.find("(limit of ") != std::string::npos);
 }
 
 void WriteInBothVersions(const GpxDocument& document) {

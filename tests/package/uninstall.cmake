@@ -29,3 +29,17 @@ list(TRANSFORM folders REPLACE "^${WORK}/prefix/" "")
 if(NOT folders STREQUAL "include;share;share/vexaTransferLib")
     message(FATAL_ERROR "These folders are left: ${folders}")
 endif()
+
+# Below a prefix of the system's the folders that everything shares stay, empty or not.
+vexa_keep_manifest()
+set(ENV{DESTDIR} "${WORK}/staged")
+execute_process(
+    COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --prefix /usr/local OUTPUT_VARIABLE output
+    RESULT_VARIABLE installed)
+execute_process(COMMAND "${CMAKE_COMMAND}" --build "${BUILD}" --target uninstall RESULT_VARIABLE uninstalled)
+vexa_restore_manifest()
+file(GLOB_RECURSE folders LIST_DIRECTORIES true "${WORK}/staged/*")
+list(FILTER folders INCLUDE REGEX "/usr/local/include$|/vexaTransferLib(/|$)")
+if(installed OR uninstalled OR NOT folders STREQUAL "${WORK}/staged/usr/local/include")
+    message(FATAL_ERROR "Installing ended with ${installed}, uninstalling with ${uninstalled}, leaving ${folders}")
+endif()
