@@ -9,7 +9,8 @@ shift 3
 
 export PKG_CONFIG_PATH=$libdir/pkgconfig
 read -ra flags <<<"$(pkg-config ${STATIC:+--static} --cflags --libs vexaTransferLib)"
+definition=-DCONSUMER_VERSION="\"$(pkg-config --modversion vexaTransferLib)\""
 for standard in 17 20; do
-    "$@" -std=c++$standard -DCONSUMER_STANDARD=20$standard "$source" "${flags[@]}" -o "$output-$standard"
+    "$@" -std=c++$standard -DCONSUMER_STANDARD=20$standard "$definition" "$source" "${flags[@]}" -o "$output-$standard"
     LD_LIBRARY_PATH=$libdir "$output-$standard" "$output-$standard.gpx"
 done

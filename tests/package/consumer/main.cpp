@@ -7,6 +7,7 @@
 #include <common/dbc.h>
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxParser.h>
+#include <vexaTransferLib/Version.h>
 
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -18,6 +19,13 @@ using namespace vexaTransferLib;
 
 // The library leaves the host's language standard as it is.
 static_assert(__cplusplus / 100 == CONSUMER_STANDARD);
+
+// Its headers give its version to the preprocessor.
+#if VEXATRANSFERLIB_VERSION_NUMBER < VEXATRANSFERLIB_MAKE_VERSION(0, 1, 0)
+#error "0.1.0 is the first version"
+#endif
+static_assert(VEXATRANSFERLIB_MAKE_VERSION(0, 2, 0) > VEXATRANSFERLIB_MAKE_VERSION(0, 1, 999));
+static_assert(VEXATRANSFERLIB_MAKE_VERSION(1, 0, 0) > VEXATRANSFERLIB_MAKE_VERSION(0, 999, 999));
 
 namespace {
 
@@ -62,6 +70,15 @@ void ExpectError(Caught caught, const std::string& message, Action action) {
     const Outcome outcome = Run(action);
     Expect(outcome.caught == caught && outcome.message == message,
            message + (outcome.message == message ? "" : ", not: " + outcome.message));
+}
+
+/// The package that the build found states the same version as the headers, whole and in parts.
+void ExpectVersion() {
+    const std::string parts = std::to_string(VEXATRANSFERLIB_VERSION_MAJOR) + '.' +
+                              std::to_string(VEXATRANSFERLIB_VERSION_MINOR) + '.' +
+                              std::to_string(VEXATRANSFERLIB_VERSION_PATCH);
+    Expect(std::string(VEXATRANSFERLIB_VERSION) == CONSUMER_VERSION && parts == CONSUMER_VERSION,
+           "the version of headers and package: " CONSUMER_VERSION);
 }
 
 GpxDocument MakeDocument() {
@@ -144,6 +161,7 @@ void ExpectErrors(const GpxDocument& document) {
 int main(int argc, char** argv) {
     if (argc != 2)
         return 2;
+    ExpectVersion();
     xercesc::XMLPlatformUtils::Initialize();
     const Outcome outcome = Run([path = icu::UnicodeString::fromUTF8(argv[1])] {
         const GpxDocument document = MakeDocument();
