@@ -23,7 +23,8 @@ void* Arena::AllocateInNextBlock(std::size_t size) {
         ++nextBlock_;
     if (nextBlock_ == blocks_.size()) {
         const std::size_t blockSize = std::max(kBlockSize, size);
-        blocks_.push_back({std::make_unique_for_overwrite<std::byte[]>(blockSize), blockSize});
+        // Not zeroed, as std::make_unique_for_overwrite has it, which libc++ 14 lacks.
+        blocks_.push_back({std::unique_ptr<std::byte[]>(new std::byte[blockSize]), blockSize});
     }
     bytes_ = blocks_[nextBlock_].bytes.get();
     size_ = blocks_[nextBlock_].size;

@@ -12,6 +12,7 @@
 #include <iterator>
 #include <limits>
 #include <locale.h>
+#include <version>
 
 namespace vexaTransferLib::text {
 
@@ -93,6 +94,7 @@ char* WriteFixed(char* out, double number, int decimals) {
 }
 
 const char* ReadDouble(const char* text, double& number) {
+#ifdef __cpp_lib_to_chars // from_chars is faster, but reads no doubles in libc++ 14
     const char* const end = text + std::strlen(text);
     double read = 0.0;
     const std::from_chars_result result = std::from_chars(text, end, read);
@@ -100,6 +102,7 @@ const char* ReadDouble(const char* text, double& number) {
         number = read;
         return end;
     }
+#endif
     // from_chars knows no leading blank, no plus sign, no hexadecimal and no overflow.
     char* stop = nullptr;
     number = strtod_l(text, &stop, ClassicLocale());
