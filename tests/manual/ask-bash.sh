@@ -1,24 +1,45 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# Completes the lines of standard input as bash does when the tab key is pressed at their ends.
-#   ask-bash.sh COMPLETION
-# shellcheck disable=SC1091
-. /usr/share/bash-completion/bash_completion
-# shellcheck disable=SC1090
-. "$1"
+# Lets a bash complete the lines of standard input at their ends, as if a key was pressed there, and prints what it
+# offers for each.
+#   ask-bash.sh COMPLETION [PACKAGE]    PACKAGE is the bash-completion package's own script
+set -euo pipefail
+mapfile -t lines
 
-# shellcheck disable=SC2034 # the COMP_ variables are what a completion reads
-while IFS= read -r COMP_LINE; do
-    COMP_POINT=${#COMP_LINE}
-    read -ra COMP_WORDS <<<"$COMP_LINE"
-    [[ $COMP_LINE != *' ' ]] || COMP_WORDS+=('')
-    COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
-    COMP_TYPE=9 COMPREPLY=()
-    _vexagpx vexagpx "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}" 2>/dev/null
-    for reply in "${COMPREPLY[@]}"; do
-        # The shell itself puts the slash behind a folder.
-        [[ ! -d $reply || $reply == */ ]] || reply+=/
-        printf '%s\n' "$reply"
+# Control-X puts all that is offered into the line, control-Y prints the line and empties it.
+# shellcheck disable=SC2016 # expanded by the other bash
+setup='
+    bind "set completion-query-items 0" "set bell-style none"
+    bind "\"\C-x\": insert-completions"
+    shown() { printf "%s\n" "$READLINE_LINE" >&3; READLINE_LINE="" READLINE_POINT=0; }
+    bind -x "\"\C-y\": shown"'
+for script in "${@:2}" "$1"; do
+    setup+=$'\n'". $(printf %q "$script")"
+done
+mapfile -t answers < <(printf '%s\x18\x19' "${lines[@]}" |
+    bash --noprofile --rcfile <(echo "$setup") -i 3>&1 >/dev/null 2>&1)
+[ "${#answers[@]}" -eq "${#lines[@]}" ]
+
+# The words of a line, one a line, without their quotes, the last of which may be open.
+words() {
+    local quote found
+    for quote in '' '"' "'"; do
+        if found=$(xargs printf '%s\n' <<<"$1$quote" 2>/dev/null); then
+            echo "$found"
+            return
+        fi
     done
+    return 1
+}
+
+for i in "${!lines[@]}"; do
+    if [ "${answers[i]}" != "${lines[i]}" ]; then
+        # "x" makes a word of what is to be completed.
+        words "${answers[i]}" | tail -n "+$(words "${lines[i]}x" | wc -l)" | while IFS= read -r offer; do
+            # The key puts no slash after a folder.
+            [[ ! -d $offer || $offer == */ ]] || offer+=/
+            printf '%s\n' "$offer"
+        done
+    fi
     echo
 done

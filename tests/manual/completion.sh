@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Asks a shell what it would complete, and holds that against the help of the tool.
-#   completion.sh SHELL TOOL COMPLETION
+#   completion.sh SHELL TOOL COMPLETION [PACKAGE]    PACKAGE is the bash-completion package's own script
 # shellcheck disable=SC2086 # a command such as "zip list" is two words
 set -euo pipefail
-shell=$1 TOOL=$2 completion=$3
+shell=$1 TOOL=$2 completion=$3 package=${4-}
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=tests/manual/help.sh
 . "$here/help.sh"
@@ -20,7 +20,7 @@ cd "$folder/here"
 # What the shell offers at the end of each line of input, one word a line, and an empty line behind each.
 offered() {
     case $shell in
-    bash) bash --norc "$here/ask-bash.sh" "$completion" ;;
+    bash) bash --norc "$here/ask-bash.sh" "$completion" ${package:+"$package"} ;;
     zsh) zsh -f "$here/ask-zsh.zsh" "$completion" ;;
     fish) fish --no-config "$here/ask-fish.fish" "$completion" ;;
     esac
@@ -68,6 +68,29 @@ expect 'vexagpx convert --gpx 1.0 wa' 'walk.gpx'
 expect 'vexagpx dump -- wa' 'walk.gpx'
 expect 'vexagpx frobnicate --g' ''
 
+# Names with blanks and quotes, and what bash takes for several words.
+if [ "$shell" = bash ]; then
+    mkdir 'caches/old ones'
+    touch 'caches/two words.gpx' 'caches/a:b.gpx' "caches/it's.gpx"
+    expect 'vexagpx show caches/two' 'caches/two words.gpx'
+    expect 'vexagpx show caches/two\ w' 'caches/two words.gpx'
+    expect 'vexagpx show "caches/two w' 'caches/two words.gpx'
+    expect 'vexagpx show caches/it' "caches/it's.gpx"
+    expect 'vexagpx show caches/a' 'caches/a:b.gpx'
+    expect 'vexagpx zip extract a.zip caches/' 'caches/old ones/'
+    expect 'vexagpx zip extract a:b=c.zip caches/' 'caches/old ones/'
+    expect 'vexagpx zip extract "a b.zip" caches/o' 'caches/old ones/'
+    expect 'vexagpx convert --gpx=1.' $'--gpx=1.0\n1.1'
+    expect 'vexagpx convert --gpx=1.1' '--gpx=1.1'
+    expect 'vexagpx convert --gpx=' $'--gpx=1.0\n1.1'
+    expect 'vexagpx convert --gpx=1.0 wa' 'walk.gpx'
+    expect 'vexagpx convert --app=' ''
+    expect 'vexagpx show --debug-log=wa' '--debug-log=walk.gpx'
+    expect 'vexagpx zip extract a.zip > wa' 'walk.gpx'
+    expect 'vexagpx zip extract 2>log a.zip ' 'caches/'
+    expect 'vexagpx zip extract 2> log a.zip ' 'caches/'
+fi
+
 mapfile -t answers < <(printf '%s\n' "${lines[@]}" | offered)
 answer=0
 for i in "${!lines[@]}"; do
@@ -83,4 +106,11 @@ done
     echo "$shell gave ${#answers[@]} lines, not $answer"
     failed=1
 }
+if [ "$shell" = bash ]; then
+    # Some set what splits words, so that "=" does not.
+    # shellcheck disable=SC2016 # expanded by the other bash
+    echo 'COMP_WORDBREAKS=${COMP_WORDBREAKS//=/}' >"$folder/breaks"
+    same 'an option with "=" in one word' '--gpx=1.1' \
+        "$(echo 'vexagpx convert --gpx=1.1' | bash --norc "$here/ask-bash.sh" "$completion" "$folder/breaks")"
+fi
 finish

@@ -17,16 +17,42 @@ _vexagpx_command() {
 constexpr char kWalk[] = R"(    esac
 }
 
+# Sets the words of the line up to the cursor as the tool gets them, for bash splits them at "=" and ":" too.
+_vexagpx_words() {
+    local line=${COMP_LINE:0:COMP_POINT} word i
+    words=()
+    for ((i = 0; i <= COMP_CWORD; i++)); do
+        word=${COMP_WORDS[i]}
+        if ((i == 0)) || [[ $line == [[:space:]]* ]]; then
+            words+=('')
+            line=${line#"${line%%[![:space:]]*}"}
+        fi
+        ((i < COMP_CWORD)) || word=$line
+        words[-1]+=$word
+        line=${line#"$word"}
+    done
+}
+
+# bash itself completes the names of files and folders, with blanks and quotes in them.
+_vexagpx_file() { compopt -o bashdefault -o default; }
+_vexagpx_folder() { compopt -o dirnames; }
+
 _vexagpx() {
-    local cur prev words cword split
-    _init_completion -s || return
+    local words
+    _vexagpx_words
+    local last=$((${#words[@]} - 1)) redirection='?([0-9&])[<>]*'
+    ((last > 0)) || return
+    local cur=${words[last]} prev=${words[last - 1]}
+    COMPREPLY=()
 
     local command='' count=0 dashes='' word i
     local commands options arguments
     _vexagpx_command ''
-    for ((i = 1; i < cword; i++)); do
+    for ((i = 1; i < last; i++)); do
         word=${words[i]}
-        if [[ ! $dashes && $word == -?* ]]; then
+        if [[ $word == $redirection ]]; then
+            [[ $word != *[\<\>\&\|] ]] || ((i++))
+        elif [[ ! $dashes && $word == -?* ]]; then
             case $word in
             --) dashes=yes ;;
             @VALUE_OPTIONS@) ((i++)) ;;
@@ -39,12 +65,20 @@ _vexagpx() {
         fi
     done
 
+    if [[ $cur == $redirection || $prev == $redirection && $prev == *[\<\>\&\|] ]]; then
+        _vexagpx_file
+        return
+    fi
     if [[ ! $dashes ]]; then
+        local split=''
+        if [[ $cur == --*=* ]]; then
+            prev=${cur%%=*} cur=${cur#*=} split=yes
+        fi
         case $prev in
 )";
 
 constexpr char kTail[] = R"(        esac
-        if [[ $split == true ]]; then
+        if [[ $split ]]; then
             return
         elif [[ $cur == -* ]]; then
             mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
@@ -61,8 +95,8 @@ constexpr char kTail[] = R"(        esac
         kind=${arguments[-2]}
     fi
     case $kind in
-    file) _filedir ;;
-    folder) _filedir -d ;;
+    file) _vexagpx_file ;;
+    folder) _vexagpx_folder ;;
     esac
 }
 complete -F _vexagpx vexagpx
@@ -97,12 +131,12 @@ std::string CommandCase(const Command& command) {
 std::string ValueCase(const std::string& option, const Value& value) {
     std::string action = "return";
     if (value.completion == Completion::kFile)
-        action = "_filedir; return";
+        action = "_vexagpx_file; return";
     else if (value.completion == Completion::kFolder)
-        action = "_filedir -d; return";
+        action = "_vexagpx_folder; return";
     else if (value.completion == Completion::kWords)
-        action =
-            "mapfile -t COMPREPLY < <(compgen -W " + Quoted(Join(value.words, " ")) + " -- \"$cur\"); return";
+        action = "mapfile -t COMPREPLY < <(compgen -P \"${2%\"$cur\"}\" -W " +
+                 Quoted(Join(value.words, " ")) + " -- \"$cur\"); return";
     return "        " + option + ") " + action + " ;;\n";
 }
 
