@@ -31,7 +31,7 @@ depends() {
         fi
     done
 }
-depends libvexatransferlib1 libc6 'libicu[0-9]+' 'libxerces-c[0-9.]+' 'libminizip[0-9a-z]+' 'libstdc\+\+6'
+depends libvexatransferlib1 libc6 'libicu[0-9]+' 'libxerces-c[0-9.]+(t64)?' 'libminizip[0-9a-z]+' 'libstdc\+\+6'
 depends libvexatransferlib-dev "libvexatransferlib1 \(= $version\)" libicu-dev libxerces-c-dev libboost-dev
 depends vexagpx "libvexatransferlib1 \(= $version\)" libc6 'libgeographic[a-z]*[0-9]+'
 
@@ -43,11 +43,16 @@ done
 same 'files that only one package holds' "$count" "$(find "$root" \( -type f -o -type l \) | wc -l)"
 same 'files' "$(sed "s|^lib/|$libdir/|; s|\.1$|&.gz|; s|\.so\.1\.gz$|.so.1|; s|site-functions|vendor-completions|; /^share\/doc\//d" \
     "$source/tests/package/installed-files.txt" | LC_ALL=C sort)" \
-    "$(cd "$root/usr" && find . \( -type f -o -type l \) -printf '%P\n' | grep -v -e '^share/doc/' -e '^lib/debug/' |
+    "$(cd "$root/usr" && find . \( -type f -o -type l \) -printf '%P\n' | grep -v -e '^share/doc/' -e '^share/lintian/' -e '^lib/debug/' |
         sed 's|Targets-[a-z]*\.cmake$|Targets-BUILDTYPE.cmake|' | LC_ALL=C sort)"
 for package in "${expected[@]}"; do
-    [ -s "$root/usr/share/doc/$package/copyright" ] || { echo "$package has no copyright" && failed=1; }
+    for document in copyright changelog.gz CHANGELOG.md.gz; do
+        [ -s "$root/usr/share/doc/$package/$document" ] || { echo "$package has no $document" && failed=1; }
+    done
 done
+
+same 'how the library is made known' 'activate-noawait ldconfig' \
+    "$(dpkg-deb -I "$packages/libvexatransferlib1_${version}_$architecture.deb" triggers)"
 
 # The debug symbols that the packages hold are those of the files in them.
 if compgen -G "$packages/*.ddeb" >/dev/null; then
