@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <memory>
 #include <system_error>
 
 namespace vexagpx {
@@ -53,6 +54,23 @@ constexpr char kZipExamples[] = "Examples:\n"
                                 "  vexagpx zip cat pocket-query.zip 9000001.gpx | head\n"
                                 "  vexagpx zip test pocket-query.zip\n"
                                 "  vexagpx zip extract pocket-query.zip caches\n";
+
+/// Writes `SIZE=1GB` for a default value, which versions of CLI11 write in different ways.
+class HelpFormatter : public CLI::Formatter {
+public:
+    std::string make_option_opts(const CLI::Option* option) const override {
+        std::string text;
+        if (!option->get_type_name().empty())
+            text += " " + option->get_type_name();
+        if (!option->get_default_str().empty())
+            text += "=" + option->get_default_str();
+        if (option->get_type_size() == 0)
+            return "";
+        if (option->get_expected_max() == CLI::detail::expected_max_vector_size)
+            text += " ...";
+        return option->get_required() ? text + " REQUIRED" : text;
+    }
+};
 
 std::string RequireText(const std::string& text) {
     return text.empty() ? "must not be empty" : "";
@@ -260,6 +278,7 @@ void AddZip(CLI::App& app, Request& request) {
 
 void AddCommands(CLI::App& app, Request& request) {
     app.name("vexagpx");
+    app.formatter(std::make_shared<HelpFormatter>());
     app.description("Reads, shows and rewrites GPX files.");
     app.set_version_flag("--version", "vexagpx " VEXAGPX_VERSION, "Print the version and leave");
     app.add_option("--debug-log", request.debugLog, "Keep the library's contract report in this file")

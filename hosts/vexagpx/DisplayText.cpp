@@ -31,6 +31,13 @@ std::string Fixed(double number, int decimals) {
     return std::string(digits.data(), result.ptr);
 }
 
+// Stored, so that what lies just below a limit is rounded to it also where the processor computes with more digits
+// than a double has.
+double Thousandth(double number) {
+    const volatile double rounded = number / 1000.0;
+    return rounded;
+}
+
 bool IsSpace(UChar32 character) {
     return u_isUWhiteSpace(character) || u_charType(character) == U_CONTROL_CHAR;
 }
@@ -109,7 +116,7 @@ icu::UnicodeString FittedAtEnd(const icu::UnicodeString& text, std::size_t width
 icu::UnicodeString LengthText(double metres) {
     if (metres < 999.5)
         return FromAscii(Fixed(metres, 0) + " m");
-    const double kilometres = metres / 1000.0;
+    const double kilometres = Thousandth(metres);
     const int decimals = kilometres < 9.995 ? 2 : kilometres < 999.95 ? 1 : 0;
     return FromAscii(Fixed(kilometres, decimals) + " km");
 }
@@ -130,8 +137,8 @@ icu::UnicodeString SizeText(std::uint64_t bytes) {
     if (bytes < 1000)
         return FromAscii(std::to_string(bytes) + " B");
     std::size_t unit = 0;
-    double number = static_cast<double>(bytes) / 1000.0;
-    for (; number >= 999.95; number /= 1000.0)
+    double number = Thousandth(static_cast<double>(bytes));
+    for (; number >= 999.95; number = Thousandth(number))
         ++unit;
     return FromAscii(Fixed(number, 1) + kUnits[unit]);
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "support/Signals.h"
 #include "support/Tool.h"
 
 #include <chrono>
@@ -147,7 +148,7 @@ TEST(InputTest, ASignalRemovesTheCopyOfStandardInput) {
         if (child == 0) {
             ::dup2(ends[0], STDIN_FILENO);
             ::setenv("TMPDIR", temporary.Path().c_str(), 1);
-            std::signal(signal, SIG_DFL);
+            cli::ResetSignals();
             ::execl(VEXAGPX_TOOL, "vexagpx", "dump", "-", nullptr);
             ::_exit(127);
         }

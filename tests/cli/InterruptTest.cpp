@@ -49,7 +49,9 @@ void InterruptReading(Session& session, Act act) {
     session.Finish();
 }
 
-TEST(InterruptTest, ControlCCancelsTheReadingAndTheFilesThatFollow) {
+class InterruptTest : public cli::TerminalTest {};
+
+TEST_F(InterruptTest, ControlCCancelsTheReadingAndTheFilesThatFollow) {
     const Folder folder;
     folder.Write("long.gpx", ManyWaypoints());
     folder.Write("next.gpx", Gpx(""));
@@ -63,7 +65,7 @@ TEST(InterruptTest, ControlCCancelsTheReadingAndTheFilesThatFollow) {
     }
 }
 
-TEST(InterruptTest, SigtermDoesTheSame) {
+TEST_F(InterruptTest, SigtermDoesTheSame) {
     const Folder folder;
     folder.Write("long.gpx", ManyWaypoints());
     Session session({"show", "long.gpx"});
@@ -74,7 +76,7 @@ TEST(InterruptTest, SigtermDoesTheSame) {
     EXPECT_THAT(session.Screen(), EndsWith(Cancelled("long.gpx")));
 }
 
-TEST(InterruptTest, DocumentsBeforeItHaveBeenPrinted) {
+TEST_F(InterruptTest, DocumentsBeforeItHaveBeenPrinted) {
     const Folder folder;
     folder.Write("first.gpx", Gpx(""));
     folder.Write("long.gpx", ManyWaypoints());
@@ -84,7 +86,7 @@ TEST(InterruptTest, DocumentsBeforeItHaveBeenPrinted) {
     EXPECT_EQ(session.Out(), "{\"name\":\"first\",\"waypoints\":[],\"routes\":[],\"tracks\":[]}\n");
 }
 
-TEST(InterruptTest, AConversionLeavesTheTargetAsItWas) {
+TEST_F(InterruptTest, AConversionLeavesTheTargetAsItWas) {
     const Folder folder;
     const std::string before = ManyWaypoints();
     for (const char* out : {"long.gpx", "old.gpx", "new.gpx"}) {
@@ -101,7 +103,7 @@ TEST(InterruptTest, AConversionLeavesTheTargetAsItWas) {
     }
 }
 
-TEST(InterruptTest, AnEntryOfAnArchiveIsNamed) {
+TEST_F(InterruptTest, AnEntryOfAnArchiveIsNamed) {
     const Folder folder;
     folder.Write("a.zip", testing_support::BuildZip({{.name = "long.gpx", .content = ManyWaypoints()},
                                                      {.name = "next.gpx", .content = Gpx("")}}));
@@ -113,7 +115,7 @@ TEST(InterruptTest, AnEntryOfAnArchiveIsNamed) {
     EXPECT_THAT(session.Screen(), EndsWith(Cancelled("a.zip/long.gpx")));
 }
 
-TEST(InterruptTest, WhatComesThroughAPipeIsCancelledAndItsCopyRemoved) {
+TEST_F(InterruptTest, WhatComesThroughAPipeIsCancelledAndItsCopyRemoved) {
     for (const int signal : {SIGINT, SIGTERM}) {
         const Folder folder;
         const Folder temporary;
@@ -134,7 +136,7 @@ TEST(InterruptTest, WhatComesThroughAPipeIsCancelledAndItsCopyRemoved) {
     }
 }
 
-TEST(InterruptTest, StandardInputIsCancelledToo) {
+TEST_F(InterruptTest, StandardInputIsCancelledToo) {
     const Folder temporary;
     Session session({"show", "-"});
     session.Set("TMPDIR", temporary.Path()).Start();
@@ -156,7 +158,7 @@ struct Stuck {
     }
 };
 
-TEST(InterruptTest, ASecondControlCEndsAtOnce) {
+TEST_F(InterruptTest, ASecondControlCEndsAtOnce) {
     Stuck stuck;
     Session session({"dump", "--trust", "stuck.gpx"});
     // Without the alarm that would end the wait.
@@ -170,7 +172,7 @@ TEST(InterruptTest, ASecondControlCEndsAtOnce) {
     EXPECT_EQ(session.Screen(), "vexagpx: The reading of the GPX file was cancelled: stuck.gpx\r\n");
 }
 
-TEST(InterruptTest, AReadingThatDoesNotHeedItEndsAfterAWhile) {
+TEST_F(InterruptTest, AReadingThatDoesNotHeedItEndsAfterAWhile) {
     for (const int signal : {SIGINT, SIGTERM}) {
         Stuck stuck;
         Session session({"dump", "--trust", "stuck.gpx"});
@@ -183,7 +185,7 @@ TEST(InterruptTest, AReadingThatDoesNotHeedItEndsAfterAWhile) {
     }
 }
 
-TEST(InterruptTest, ASignalThatTheCallerIgnoresIsIgnored) {
+TEST_F(InterruptTest, ASignalThatTheCallerIgnoresIsIgnored) {
     const Folder folder;
     SlowPipe pipe(folder.File("walk.gpx"));
     Session session({"dump", "walk.gpx"});
@@ -197,7 +199,7 @@ TEST(InterruptTest, ASignalThatTheCallerIgnoresIsIgnored) {
     EXPECT_THAT(session.Out(), HasSubstr("\"name\":\"walk\""));
 }
 
-TEST(InterruptTest, CommandsThatReadNoDocumentEndWithoutWords) {
+TEST_F(InterruptTest, CommandsThatReadNoDocumentEndWithoutWords) {
     for (const std::vector<std::string>& arguments :
          std::vector<std::vector<std::string>>{{"clean"}, {"zip", "list", "-"}, {"zip", "test", "-"}}) {
         const Folder temporary;
@@ -215,7 +217,7 @@ TEST(InterruptTest, CommandsThatReadNoDocumentEndWithoutWords) {
     }
 }
 
-TEST(InterruptTest, UnpackingLeavesNoPartOfAFile) {
+TEST_F(InterruptTest, UnpackingLeavesNoPartOfAFile) {
     const Folder folder;
     const std::string content(100'000'000, 'x');
     folder.Write("a.zip", testing_support::BuildZip({{.name = "small", .content = "whole"},
@@ -237,7 +239,7 @@ TEST(InterruptTest, UnpackingLeavesNoPartOfAFile) {
     EXPECT_EQ(ReadFile(folder.File("out/small")), "whole");
 }
 
-TEST(InterruptTest, WritingLeavesNoPartOfAFile) {
+TEST_F(InterruptTest, WritingLeavesNoPartOfAFile) {
     const Folder folder;
     folder.Write("long.gpx", ManyWaypoints());
     folder.Write("out.gpx", "as it was");

@@ -71,7 +71,7 @@ TEST(JsonWriterTest, DoublesTakeTheirShortestForm) {
         {-std::numeric_limits<double>::infinity(), "\"-Infinity\""},
     };
     for (const auto& [number, expected] : rows)
-        EXPECT_EQ(JsonOf([number = number](JsonWriter& json) { json.Number(number); }), expected);
+        EXPECT_EQ(JsonOf([value = number](JsonWriter& json) { json.Number(value); }), expected);
 }
 
 TEST(JsonWriterTest, DoublesReadBackTheSame) {
@@ -126,6 +126,7 @@ TEST(DisplayTextTest, LengthsHaveUnits) {
     const std::vector<std::pair<double, std::string>> rows = {
         {0, "0 m"},         {999.4, "999 m"},     {999.6, "1.00 km"},  {1234, "1.23 km"},
         {12345, "12.3 km"}, {999940, "999.9 km"}, {999960, "1000 km"}, {40007863, "40008 km"},
+        {9995, "10.0 km"},  {999950, "1000 km"},
     };
     for (const auto& [metres, expected] : rows)
         EXPECT_EQ(Utf8(LengthText(metres)), expected);

@@ -140,7 +140,9 @@ std::function<bool()> After(std::chrono::milliseconds time) {
     return [start, time] { return std::chrono::steady_clock::now() - start > time; };
 }
 
-TEST(ProgressTest, APipeShowsItsBytesAndNothingRemains) {
+class ProgressTest : public cli::TerminalTest {};
+
+TEST_F(ProgressTest, APipeShowsItsBytesAndNothingRemains) {
     const Folder folder;
     SlowPipe pipe(folder.File("walk.gpx"));
     Session session({"show", "walk.gpx"});
@@ -153,7 +155,7 @@ TEST(ProgressTest, APipeShowsItsBytesAndNothingRemains) {
         EXPECT_THAT(line, testing::MatchesRegex("walk\\.gpx  [0-9.]+ k?B"));
 }
 
-TEST(ProgressTest, NoMoreThanTenTimesASecond) {
+TEST_F(ProgressTest, NoMoreThanTenTimesASecond) {
     const Folder folder;
     SlowPipe pipe(folder.File("walk.gpx"));
     Session session({"dump", "walk.gpx"});
@@ -164,7 +166,7 @@ TEST(ProgressTest, NoMoreThanTenTimesASecond) {
     EXPECT_LE(Drawn(session.Screen()).size(), static_cast<std::size_t>(tenths) + 1);
 }
 
-TEST(ProgressTest, AMessageStandsOnAClearedLine) {
+TEST_F(ProgressTest, AMessageStandsOnAClearedLine) {
     const Folder folder;
     SlowPipe pipe(folder.File("walk.gpx"));
     Session session({"show", "walk.gpx"});
@@ -181,7 +183,7 @@ TEST(ProgressTest, AMessageStandsOnAClearedLine) {
     EXPECT_THAT(session.Screen(), EndsWith("\r\n"));
 }
 
-TEST(ProgressTest, TheWidthIsThatOfTheTerminal) {
+TEST_F(ProgressTest, TheWidthIsThatOfTheTerminal) {
     for (const unsigned short columns : std::initializer_list<unsigned short>{12, 30}) {
         const Folder folder;
         SlowPipe pipe(folder.File("a-rather-long-name.gpx"));
@@ -193,7 +195,7 @@ TEST(ProgressTest, TheWidthIsThatOfTheTerminal) {
     }
 }
 
-TEST(ProgressTest, ANameWithControlCharactersDoesNotReachTheTerminalRaw) {
+TEST_F(ProgressTest, ANameWithControlCharactersDoesNotReachTheTerminalRaw) {
     const Folder folder;
     SlowPipe pipe(folder.File("a\x1B[2Jb.gpx"));
     Session session({"dump", "a\x1B[2Jb.gpx"});
@@ -202,7 +204,7 @@ TEST(ProgressTest, ANameWithControlCharactersDoesNotReachTheTerminalRaw) {
     EXPECT_THAT(session.Screen(), Not(HasSubstr("\x1B[2J")));
 }
 
-TEST(ProgressTest, NothingIsShownWhereItIsNotWanted) {
+TEST_F(ProgressTest, NothingIsShownWhereItIsNotWanted) {
     struct Row {
         const char* name;
         std::vector<std::string> arguments;
@@ -231,7 +233,7 @@ TEST(ProgressTest, NothingIsShownWhereItIsNotWanted) {
     }
 }
 
-TEST(ProgressTest, NothingIsWrittenToWhatIsNoTerminal) {
+TEST(ProgressWithoutTerminalTest, NothingIsWritten) {
     const Folder folder;
     SlowPipe pipe(folder.File("walk.gpx"));
     std::thread writer([&] {
@@ -249,7 +251,7 @@ TEST(ProgressTest, NothingIsWrittenToWhatIsNoTerminal) {
     EXPECT_EQ(result.err, "");
 }
 
-TEST(ProgressTest, WhatTakesLessThanHalfASecondShowsNothing) {
+TEST_F(ProgressTest, WhatTakesLessThanHalfASecondShowsNothing) {
     const Folder folder;
     folder.Write("a.gpx", Gpx("<wpt lat='1' lon='2'/>"));
     for (int i = 0; i < 20; ++i) {
@@ -269,7 +271,7 @@ std::string ManyWaypoints() {
     return Gpx(Repeated("<wpt lat='47.5' lon='-122.25'><ele>35.5</ele><name>a name</name></wpt>\n", 60000));
 }
 
-TEST(ProgressTest, AFileShowsItsShareInPercent) {
+TEST_F(ProgressTest, AFileShowsItsShareInPercent) {
     const Folder folder;
     folder.Write("long.gpx", ManyWaypoints());
     Session session({"check", "long.gpx"});
@@ -284,7 +286,7 @@ TEST(ProgressTest, AFileShowsItsShareInPercent) {
         EXPECT_THAT(line, testing::MatchesRegex("long\\.gpx  \\[=* *\\]  [ 0-9][ 0-9][0-9]%"));
 }
 
-TEST(ProgressTest, AnEntryOfAnArchiveShowsItsShareInPercent) {
+TEST_F(ProgressTest, AnEntryOfAnArchiveShowsItsShareInPercent) {
     const Folder folder;
     folder.Write("a.zip", testing_support::BuildZip({{.name = "long.gpx", .content = ManyWaypoints()}}));
     Session session({"check", "a.zip", "--max-ratio", "5000"});

@@ -22,7 +22,8 @@ offered() {
     case $shell in
     bash) bash --norc "$here/ask-bash.sh" "$completion" ${package:+"$package"} ;;
     zsh) zsh -f "$here/ask-zsh.zsh" "$completion" ;;
-    fish) fish --no-config "$here/ask-fish.fish" "$completion" ;;
+    # In fish 4 the question mark is no wildcard.
+    fish) fish --no-config --features=qmark-noglob "$here/ask-fish.fish" "$completion" ;;
     esac
 }
 
@@ -66,6 +67,7 @@ expect 'vexagpx --no-progress zip --debug-log list e' 'extract'
 expect 'vexagpx zip --debug-log log extract --overwrite a.zip ' 'caches/'
 expect 'vexagpx convert --gpx 1.0 wa' 'walk.gpx'
 expect 'vexagpx dump -- wa' 'walk.gpx'
+expect 'vexagpx zip extract - ' 'caches/'
 expect 'vexagpx frobnicate --g' ''
 
 # Names with blanks and quotes, and what bash takes for several words.

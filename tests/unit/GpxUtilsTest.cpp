@@ -11,6 +11,7 @@
 #include <unicode/gregocal.h>
 #include <unicode/timezone.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -233,6 +234,8 @@ TEST(GpxUtilsTest, ReportsAFieldOf32AndMoreAndANullText) {
 }
 
 TEST(GpxUtilsTest, ReadsAndScalesFractionDigits) {
+    constexpr long kBound =
+        static_cast<long>(std::min<long long>(9200000000000000000, std::numeric_limits<long>::max()));
     const struct {
         const char* text;
         double scale;
@@ -247,6 +250,10 @@ TEST(GpxUtilsTest, ReadsAndScalesFractionDigits) {
         {"1235", 1000.0, 4, 124, "half goes up"},
         {"0005", 1000.0, 4, 1, "half goes up"},
         {"0004", 1000.0, 4, 0, "rounded down"},
+        {"5465", 1000.0, 4, 547, "the product is rounded to the half before the half is added"},
+        {"0065", 1000.0, 4, 7, "the product is rounded to the half before the half is added"},
+        {"95375", 3600.0, 5, 3434, "the product is rounded to the half before the half is added"},
+        {"0416666666666666643537", 60.0, 22, 3, "the sum is rounded to the whole"},
         {"9995", 1000.0, 4, 1000, "half goes up to the whole"},
         {"9996", 1000.0, 4, 1000, "up to the whole"},
         {"0", 1000.0, 1, 0, "zero"},
@@ -257,8 +264,8 @@ TEST(GpxUtilsTest, ReadsAndScalesFractionDigits) {
         {"99999999999999999999999999999", 1000.0, 29, 1000, "29 digits"},
         {"5", -1000.0, 1, -499, "cut towards zero after the half is added"},
         {"5", 0.0, 1, 0, "scale 0"},
-        {"5", 1e300, 1, 9200000000000000000, "bounded, not undefined"},
-        {"5", -1e300, 1, -9200000000000000000, "bounded, not undefined"},
+        {"5", 1e300, 1, kBound, "bounded, not undefined"},
+        {"5", -1e300, 1, -kBound, "bounded, not undefined"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.text << ": " << row.reason);

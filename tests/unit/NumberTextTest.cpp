@@ -19,6 +19,7 @@
 using vexaTransferLib::testing_support::CLocaleScope;
 using vexaTransferLib::testing_support::Utf8;
 using vexaTransferLib::text::FixedText;
+using vexaTransferLib::text::Multiply;
 using vexaTransferLib::text::ReadDouble;
 using vexaTransferLib::text::ReadInt32;
 using vexaTransferLib::text::ReadShortDecimal;
@@ -271,6 +272,55 @@ TEST(NumberTextTest, ShortDecimalsAreReadAtOnce) {
         EXPECT_TRUE(ReadShortDecimal(std::u16string(narrow.begin(), narrow.end()).c_str(), number)) << text;
         EXPECT_EQ(Bits(number), Bits(std::strtod(text, nullptr))) << text;
     }
+}
+
+// Texts whose value lies so close to the middle between two doubles that 64 bits cannot tell the side.
+TEST(NumberTextTest, IsRoundedOnceWhereTheProcessorComputesWithMoreDigits) {
+    for (const char* text :
+         {"-48.064838065", "-63.768401420", "-21.794135700", "-138.073783186", "-14.061873866",
+          "51.421173778", "100.655729805", "143.253531658", "-54.542875102", "-81.160665367", "87.851661",
+          "-111.382714", "7386.554551958508", "3906.062293495115", "6828191825589310e8",
+          "8455639467363371e15", "2330651685538494e12", "8998401905976183e13"}) {
+        const std::string narrow = text;
+        const std::uint64_t expected = Bits(std::strtod(text, nullptr));
+        double number = 77.0;
+        ReadDouble(text, number);
+        EXPECT_EQ(Bits(number), expected) << text;
+        if (narrow.find('e') != std::string::npos)
+            continue;
+        number = 77.0;
+        EXPECT_TRUE(ReadShortDecimal(std::u16string(narrow.begin(), narrow.end()).c_str(), number)) << text;
+        EXPECT_EQ(Bits(number), expected) << text;
+    }
+}
+
+TEST(NumberTextTest, NineDecimalsAreReadAsStrtodReadsThem) {
+    std::mt19937_64 random(12);
+    for (int i = 0; i < 100000; ++i) {
+        const auto billionths = static_cast<long long>(random() % 180000000000U);
+        const std::string digits = std::to_string(1000000000 + billionths % 1000000000);
+        const std::string text = std::to_string(billionths / 1000000000) + '.' + digits.substr(1);
+        double number = 77.0;
+        ASSERT_TRUE(ReadShortDecimal(std::u16string(text.begin(), text.end()).c_str(), number)) << text;
+        ASSERT_EQ(Bits(number), Bits(std::strtod(text.c_str(), nullptr))) << text;
+    }
+}
+
+TEST(NumberTextTest, AProductIsRoundedOnce) {
+    const struct {
+        double a;
+        double b;
+        double expected;
+    } rows[] = {
+        {0x1.be56f6afd7c54p-2, 0x1.93fc3e866b0f4p+8, 0x1.602d587a88d85p+7},
+        {0x1.2a3b4262c8804p-1, 0x1.bebccd46469aep+9, 0x1.04379828163c5p+9},
+        {0x1.6373f6e654ceep-1, 0x1.c045b33474839p+9, 0x1.3735db93c5bbbp+9},
+        {-0x1.6eb17367837dcp-1, 0x1.2bf3401450431p+9, -0x1.ada5b003e7841p+8},
+        {0x1.56e4fc6d94dd6p+0, 0x1.83725d6be6bcfp+8, 0x1.037aac59e3a79p+9},
+        {-0.0, 60.0, -0.0},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Bits(Multiply(row.a, row.b)), Bits(row.expected)) << std::hexfloat << row.a << ' ' << row.b;
 }
 
 TEST(NumberTextTest, OtherTextsAreNoShortDecimals) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cfloat>
 #include <charconv>
 #include <clocale>
 #include <cmath>
@@ -18,6 +19,9 @@ namespace vexaTransferLib::text {
 
 namespace {
 
+// x87, which 32-bit x86 computes with, rounds what it has computed to 64 bits and once more when it is stored.
+constexpr bool kRoundsTwice = FLT_EVAL_METHOD != 0;
+
 locale_t ClassicLocale() {
     static const locale_t classic = newlocale(LC_ALL_MASK, "C", locale_t());
     return classic;
@@ -25,6 +29,15 @@ locale_t ClassicLocale() {
 
 constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
                                    1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+
+constexpr std::ptrdiff_t kMostDigits = std::size(kPowersOfTen) - 1;
+
+// Of up to kMostDigits ASCII digits, a sign and a point.
+double ReadNarrowed(const char16_t* begin, const char16_t* end) {
+    std::array<char, kMostDigits + 3> text = {};
+    std::transform(begin, end, text.begin(), [](char16_t unit) { return static_cast<char>(unit); });
+    return strtod_l(text.data(), nullptr, ClassicLocale());
+}
 
 // Reads on while there are digits; more than 19 of them overflow.
 const char16_t* ReadDigits(const char16_t* text, std::uint64_t& number) {
@@ -94,7 +107,8 @@ char* WriteFixed(char* out, double number, int decimals) {
 }
 
 const char* ReadDouble(const char* text, double& number) {
-#ifdef __cpp_lib_to_chars // from_chars is faster, but reads no doubles in libc++ 14
+// from_chars is faster. It reads no doubles in libc++ 14; and some multiply doubles, which would round twice on x87.
+#if defined(__cpp_lib_to_chars) && FLT_EVAL_METHOD == 0
     const char* const end = text + std::strlen(text);
     double read = 0.0;
     const std::from_chars_result result = std::from_chars(text, end, read);
@@ -109,9 +123,14 @@ const char* ReadDouble(const char* text, double& number) {
     return stop;
 }
 
+double Multiply(double a, double b) {
+    if constexpr (kRoundsTwice)
+        return std::fma(a, b, -0.0);
+    return a * b;
+}
+
 // Digits and power of ten are exact as doubles, so the division rounds once, to what strtod gives.
 bool ReadShortDecimal(const char16_t* text, double& number) {
-    constexpr std::ptrdiff_t kMostDigits = std::size(kPowersOfTen) - 1;
     constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<double>::digits;
     const bool isNegative = *text == u'-';
     const char16_t* const begin = isNegative ? text + 1 : text;
@@ -127,6 +146,10 @@ bool ReadShortDecimal(const char16_t* text, double& number) {
     }
     if (*end != u'\0' || digits == 0 || digits > kMostDigits || read > kLargestExact)
         return false;
+    if constexpr (kRoundsTwice) {
+        number = ReadNarrowed(text, end);
+        return true;
+    }
     const double magnitude = static_cast<double>(read) / kPowersOfTen[decimals];
     number = isNegative ? -magnitude : magnitude;
     return true;

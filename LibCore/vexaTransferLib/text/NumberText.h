@@ -35,6 +35,9 @@ private:
 /// What `strtod` of the classic locale makes of a zero-terminated text. Returns the end of what was read.
 const char* ReadDouble(const char* text, double& number);
 
+/// The product rounded once, to the nearest double, also where the processor computes with more digits.
+double Multiply(double a, double b);
+
 /// Reads a text that is nothing but a number of up to 19 digits without exponent, such as "-122.25", for which it
 /// is much faster than ReadDouble and gives the same. False, and nothing read, for any other text, be it a number
 /// or not.

@@ -328,8 +328,10 @@ unsigned long ReadFraction(long& out, const char* text, double scale) {
     double value = 0.0;
     ReadDouble(fraction, value);
     // The bounds only matter to a caller with a scale of its own: the library's are 60 to 3600.
-    constexpr double kLongBound = 9.2e18;
-    out = static_cast<long>(std::fmin(std::fmax(value * scale + 0.5, -kLongBound), kLongBound));
+    constexpr double kLongBound = sizeof(long) > sizeof(std::int32_t) ? 9.2e18 : 2147483647.0;
+    // Stored, so that a sum just below a whole number is rounded to it on every processor.
+    const volatile double rounded = Multiply(value, scale) + 0.5;
+    out = static_cast<long>(std::fmin(std::fmax(rounded, -kLongBound), kLongBound));
     return digits;
 }
 

@@ -22,7 +22,9 @@ function __vexagpx_place
                 break
             case @VALUE_OPTIONS@
                 set -q words[1]; and set -e words[1]
-            case '-?*'
+            case -
+                set count (math $count + 1)
+            case '-*'
             case '*'
                 if test $count -eq 0; and contains -- (string join ' ' $command $word) @COMMANDS@
                     set -a command $word

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "support/Session.h"
 
+#include "support/Signals.h"
+
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <stdexcept>
 #include <thread>
@@ -28,6 +31,14 @@ constexpr auto kRest = 40ms;
 using Clock = std::chrono::steady_clock;
 
 } // namespace
+
+void TerminalTest::SetUp() {
+    int ends[2];
+    if (::openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr) != 0)
+        GTEST_SKIP() << "no terminal can be made here: " << std::strerror(errno);
+    for (const int end : ends)
+        ::close(end);
+}
 
 Session::Session(std::vector<std::string> arguments) : arguments_(std::move(arguments)) {
     environment_["TERM"] = "xterm";
@@ -68,8 +79,7 @@ Session& Session::Ignoring(int signal) {
 }
 
 void Session::Become() const {
-    for (const int signal : {SIGINT, SIGTERM, SIGQUIT, SIGALRM})
-        std::signal(signal, signal == ignored_ ? SIG_IGN : SIG_DFL);
+    ResetSignals(ignored_);
     if (background_) {
         const pid_t job = ::fork();
         if (job != 0) {
@@ -98,6 +108,7 @@ Session& Session::Start() {
     struct winsize size {};
     size.ws_row = 24;
     size.ws_col = columns_;
+    const SignalsHeld held;
     child_ = ::forkpty(&terminal_, nullptr, nullptr, &size);
     if (child_ < 0)
         throw std::runtime_error("cannot make a terminal");

@@ -13,6 +13,12 @@
 
 namespace cli {
 
+/// Of what runs in a terminal. Skipped where none can be made, as without /dev/pts.
+class TerminalTest : public testing::Test {
+protected:
+    void SetUp() override;
+};
+
 /// A run of vexagpx that goes on while the test looks at it. Its standard input and error are a terminal, its
 /// standard output a file.
 class Session {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/Tool.h"
 
+#include "support/Signals.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -70,6 +72,7 @@ Tool& Tool::Set(const std::string& name, const std::string& value) {
 }
 
 void Tool::Become(int in, int out, int err) const {
+    ResetSignals();
     ::dup2(in, STDIN_FILENO);
     ::dup2(out, STDOUT_FILENO);
     ::dup2(merge_ ? out : err, STDERR_FILENO);

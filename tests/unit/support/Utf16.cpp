@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/Utf16.h"
 
+#include <cstdint>
+
 namespace vexaTransferLib::testing_support {
 
 std::string InUtf16(const icu::UnicodeString& text, bool bigEndian) {

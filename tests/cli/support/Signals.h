@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <csignal>
+
+namespace cli {
+
+/// Holds all signals back while it lives, so that a child which is started meanwhile takes none before it has set
+/// what to do with them.
+class SignalsHeld {
+public:
+    SignalsHeld() {
+        sigset_t all;
+        ::sigfillset(&all);
+        ::sigprocmask(SIG_SETMASK, &all, &before_);
+    }
+    ~SignalsHeld() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
+    SignalsHeld(const SignalsHeld&) = delete;
+    SignalsHeld& operator=(const SignalsHeld&) = delete;
+
+private:
+    sigset_t before_;
+};
+
+/// For a child that becomes another program: no signal is ignored or held back, but \p ignored where it is given,
+/// whatever the caller of the tests ignores.
+inline void ResetSignals(int ignored = 0) {
+    for (int signal = 1; signal < NSIG; ++signal)
+        std::signal(signal, signal == ignored ? SIG_IGN : SIG_DFL);
+    sigset_t none;
+    ::sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+} // namespace cli
