@@ -48,6 +48,12 @@ TEST_F(LargeFilesTest, TheHeadOfADocumentIsRead) {
     EXPECT_EQ(result.out, "{\"file\":\"walk.gpx\",\"time\":1577836800000}\n");
 }
 
+TEST_F(LargeFilesTest, ADocumentIsReadToWhereItIsWrong) {
+    Grow(folder_.Write("walk.gpx", "<gpx version='1.1'>"));
+    const Result result = RunTool({"show", "walk.gpx"}, folder_.Path());
+    EXPECT_TRUE(cli::Failed(result, "(line 1, column "));
+}
+
 TEST_F(LargeFilesTest, AnArchiveIsRead) {
     const std::string bytes = testing_support::BuildZip({{.name = "walk.gpx", .content = Gpx("")}});
     // What stands before an archive, such as a program that unpacks it, does not matter.
