@@ -517,18 +517,16 @@ TEST(GpxUtilsTest, ReadsEveryAcceptedTimeAsIcuDoes) {
         else
             append("%c%02d:%02d", sign > 0 ? '+' : '-', offset / 60, offset % 60);
 
-        const auto scaled = [fraction](double scale) {
-            return static_cast<int>(fraction / 10000.0 * scale + 0.5);
-        };
+        const auto scaled = [fraction](int scale) { return (fraction * scale + 5000) / 10000; };
         UErrorCode status = U_ZERO_ERROR;
         const auto calendar = GmtCalendar();
         calendar->set(year, month - 1, day, hour == 24 ? 23 : hour, form <= 2 ? minute : 0,
                       form <= 1 ? second : 0);
-        calendar->set(UCAL_MILLISECOND, form == 1 ? scaled(1000.0) : 0);
+        calendar->set(UCAL_MILLISECOND, form == 1 ? scaled(1000) : 0);
         calendar->add(UCAL_HOUR_OF_DAY, hour == 24 ? 1 : 0, status);
         calendar->add(UCAL_MINUTE, -sign * offset, status);
         if (form >= 2)
-            calendar->add(UCAL_SECOND, scaled(form == 2 ? 60.0 : 3600.0), status);
+            calendar->add(UCAL_SECOND, scaled(form == 2 ? 60 : 3600), status);
         const double expected = calendar->getTime(status);
         ASSERT_TRUE(U_SUCCESS(status));
 
