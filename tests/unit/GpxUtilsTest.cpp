@@ -250,6 +250,7 @@ TEST(GpxUtilsTest, ReadsAndScalesFractionDigits) {
         {"1235", 1000.0, 4, 124, "half goes up"},
         {"0005", 1000.0, 4, 1, "half goes up"},
         {"0004", 1000.0, 4, 0, "rounded down"},
+        {"5005", 1000.0, 4, 500, "the product is rounded to just below the half"},
         {"5465", 1000.0, 4, 547, "the product is rounded to the half before the half is added"},
         {"0065", 1000.0, 4, 7, "the product is rounded to the half before the half is added"},
         {"95375", 3600.0, 5, 3434, "the product is rounded to the half before the half is added"},
@@ -517,16 +518,22 @@ TEST(GpxUtilsTest, ReadsEveryAcceptedTimeAsIcuDoes) {
         else
             append("%c%02d:%02d", sign > 0 ? '+' : '-', offset / 60, offset % 60);
 
-        const auto scaled = [fraction](int scale) { return (fraction * scale + 5000) / 10000; };
+        const auto scaled = [fraction](double scale) {
+            // Stored, so that each step is rounded to a double on every processor.
+            const volatile double share = fraction / 10000.0;
+            const volatile double product = share * scale;
+            const volatile double sum = product + 0.5;
+            return static_cast<int>(sum);
+        };
         UErrorCode status = U_ZERO_ERROR;
         const auto calendar = GmtCalendar();
         calendar->set(year, month - 1, day, hour == 24 ? 23 : hour, form <= 2 ? minute : 0,
                       form <= 1 ? second : 0);
-        calendar->set(UCAL_MILLISECOND, form == 1 ? scaled(1000) : 0);
+        calendar->set(UCAL_MILLISECOND, form == 1 ? scaled(1000.0) : 0);
         calendar->add(UCAL_HOUR_OF_DAY, hour == 24 ? 1 : 0, status);
         calendar->add(UCAL_MINUTE, -sign * offset, status);
         if (form >= 2)
-            calendar->add(UCAL_SECOND, scaled(form == 2 ? 60 : 3600), status);
+            calendar->add(UCAL_SECOND, scaled(form == 2 ? 60.0 : 3600.0), status);
         const double expected = calendar->getTime(status);
         ASSERT_TRUE(U_SUCCESS(status));
 
