@@ -63,8 +63,11 @@ ByteString::ByteString(const icu::UnicodeString& text, const char* codePageName)
     boost::shared_array<char> bytes = AllocateTerminated(count);
 
     UErrorCode status = U_ZERO_ERROR;
-    text.extract(bytes.get(), count + kTerminatorLength, converter.Get(), status);
-    if (U_FAILURE(status))
+    const std::int32_t written =
+        text.extract(bytes.get(), count + kTerminatorLength, converter.Get(), status);
+    // The converter may have kept a state from the counting, as that of X11's compound text does: with more bytes
+    // the text would be cut, with fewer it would end in bytes that nobody wrote.
+    if (U_FAILURE(status) || written != count)
         throw std::runtime_error(kConversionFailed);
     // The conversion ends in one zero byte only; a wide text needs all four.
     std::memset(bytes.get() + count, 0, kTerminatorLength);

@@ -49,6 +49,8 @@ public:
     /// An empty or bogus text gives `length` 0 whatever the code page name, which is then not looked at.
     /// Unpaired surrogates become the converter's substitution (EF BF BD in UTF-8), U+0000 becomes a zero
     /// byte.
+    /// The text is converted twice, first to count its bytes. A converter that keeps a state from one conversion
+    /// to the next (ICU's x11-compound-text) may come to another number the second time: the conversion fails.
     /// \throws std::runtime_error as `Converter` does, or "Unable to convert the UnicodeString." when the
     ///         conversion fails or its result is longer than INT32_MAX - 4 bytes
     explicit ByteString(const icu::UnicodeString& text, const char* codePageName = nullptr);

@@ -129,14 +129,15 @@ public:
     /// readers and writers of points, links, routes and tracks. (GpxParser takes elements only in the
     /// namespace of the file's own version: from a file written as 1.0 it reads no waypoint, route or track.)
     /// Layer name and key, form, GUIDs and form keys are written unescaped: with "<" or "&" in them the text
-    /// is ill-formed.
+    /// is ill-formed. Control characters are written as the model holds them: with one of U+0000 to U+001F other
+    /// than tab, line feed and carriage return, or with U+FFFE or U+FFFF, no XML parser reads the text.
     ///
     /// \throws dbc::precondition_error, in this order: "Cannot write to unknown GPX schema version.", "The
     ///         application name is required to write a GPX document.", "The application URL is required to
     ///         write a GPX document."
     /// \throws dbc::invariant_error what the points and routes throw
-    /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."
-    /// \throws std::runtime_error "Unable to convert the UnicodeString." when the bytes exceed INT32_MAX - 4
+    /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory.", also when the bytes
+    ///         exceed 2^32 - 1
     UnicodeStrUtils::ByteString GetAsByteString(const GpxVersion& version,
                                                 const icu::UnicodeString& applicationName,
                                                 const icu::UnicodeString& applicationUrl) const;
@@ -148,9 +149,12 @@ public:
 
     /// Writes the bytes of GetAsByteString to a file, which is created or truncated. The name is converted to
     /// ICU's default code page. Nothing is touched until all bytes stand; a file whose writing failed is left
-    /// as far as it got. When this returns, every byte has been handed to the operating system.
+    /// as far as it got. When this returns, every byte has been handed to the operating system. As
+    /// GetAsByteString says, a control character or markup in a text can make a file that no XML parser reads; the
+    /// file is written all the same.
     ///
     /// \throws what GetAsByteString throws, before the file is touched
+    /// \throws std::runtime_error when the name cannot be converted (see ByteString), before the file is touched
     /// \throws dbc::postcondition_error "Unable to create the GPX file. Target could be write protected or
     ///         full." and "Unable to write the GPX file. Target could be write protected or full."
     void WriteToFile(const GpxVersion& version, const icu::UnicodeString& applicationName,

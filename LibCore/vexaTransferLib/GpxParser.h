@@ -110,7 +110,8 @@ public:
     ///   refused: PATH. It has a document type declaration."
     /// - a file beyond one of the limits: "... Its elements are nested deeper than N (limit of element depth).",
     ///   "... One of its texts is longer than N (limit of text length).", "... One of its elements has more
-    ///   attributes than N (limit of attributes).", "... It has more points than N (limit of points)."
+    ///   attributes than N (limit of attributes).", and from Parse alone "... It has more points than N (limit of
+    ///   points)."
     /// - a path that is an address ("http:...", "file:...") and not the name of a file: "An untrusted GPX file is
     ///   not read from an address: PATH"
     ///
@@ -121,6 +122,7 @@ public:
 
     /// Parses a file into a DOM tree, which the returned parser owns. Everything in memory: about 1.8 kB for
     /// a track point. Parse does without the tree. Any encoding that Xerces knows; external entities are read.
+    /// Of an untrusted file nobody counts the points here: the limit of points does not hold for a tree.
     /// \throws dbc::precondition_error "The GPX file path was empty or invalid."
     /// \throws dbc::postcondition_error "Error parsing the GPX file: PATH. Error message: ...", "Error
     ///         parsing GPX file: PATH. DOM error code: N", or, for whatever else made the file unreadable,
@@ -133,10 +135,14 @@ public:
     /// A file that is not well-formed leaves the document untouched. A failure after that (no `gpx` root, no
     /// usable version, a waypoint without a position) leaves it cleared and partly filled.
     ///
-    /// Costs about the time of the XML parser, and the memory of the document; the DOM tree of GetParser is
-    /// needed, and its memory, for a file with a document type declaration. A file whose XML declaration
-    /// names a version other than 1.0 and 1.1 ends in "DOM error code: 9". Contract reports of what was read
-    /// may stand on standard error before a later part of the file proves to be ill-formed.
+    /// Costs about the time of the XML parser, and the memory of the document. The DOM tree of GetParser is
+    /// needed, and its memory, for a file with a document type declaration, and for a path that names no file to
+    /// read twice: a pipe or an address. While a file is read, the former content of \p document stays in memory
+    /// beside the new one; Clear first avoids that.
+    ///
+    /// A file whose XML declaration names a version other than 1.0 and 1.1 ends in "DOM error code: 9". Contract
+    /// reports of what was read may stand on standard error before a later part of the file proves to be
+    /// ill-formed.
     ///
     /// \throws what GetParser throws
     /// \throws dbc::postcondition_error "Unable to interpret the GPX file: PATH. The document object could

@@ -71,8 +71,8 @@ struct VEXATRANSFERLIB_API FormData {
 /// does not change the other. A moved-from point may only be assigned to or destroyed. An operation that
 /// throws leaves the point unchanged. Const operations may run on several threads at once.
 ///
-/// A point that has only a position, an elevation and a time takes at most 64 bytes; the first of any other
-/// value allocates one block.
+/// A point takes at most 64 bytes while it has only a position, an elevation, a time, a fix and a route point
+/// type; the first of any other value allocates one block.
 ///
 ///     GpxPoint point(kGpxWaypoint, 47.5, -122.25);
 ///     point.SetName("Home");
@@ -187,6 +187,9 @@ public:
     /// \param modTime milliseconds since 1970 UTC; 0 writes none
     void SetFormAttribute(const icu::UnicodeString& key, const icu::UnicodeString& value, double modTime);
     /// The record under \p key, case ignored; a null pointer when there is none. O(log n) in the attributes.
+    /// It is the point's own record and not a copy, though the point is const: what the caller writes into it
+    /// changes this point and every copy of the point that shares the record. Nothing protects such writing from
+    /// other threads. SetFormAttribute puts a new record in its place and changes this point only.
     boost::shared_ptr<FormData> GetFormAttribute(const icu::UnicodeString& key) const;
 
     /// True when the point has anything for the extensions of GPX 1.1: a route point type, form attributes, a

@@ -19,13 +19,15 @@ class TextSink;
 ///
 /// The address is given at construction and never empty; text and type are absent while empty. A link is
 /// built whole and only grows: nothing can be taken away again. A text of blanks counts as present. Copies
-/// are independent. A failed operation leaves the link unchanged.
+/// are independent. A moved-from link may only be assigned to or destroyed. A failed operation leaves the link
+/// unchanged.
 class VEXATRANSFERLIB_API GpxUrl {
 public:
     /// \throws dbc::precondition_error "GPX URLs must not be empty."
     explicit GpxUrl(const icu::UnicodeString& url);
     /// \{
-    /// Copies are independent, moves do not throw.
+    /// Copies are independent, moves do not throw; a link that was moved from may only be assigned to or
+    /// destroyed.
     GpxUrl(const GpxUrl&) = default;
     GpxUrl(GpxUrl&&) noexcept = default;
     GpxUrl& operator=(const GpxUrl&);

@@ -12,7 +12,10 @@ namespace vexaTransferLib {
 
 icu::UnicodeString EscapeXMLValueString(const icu::UnicodeString& text) {
     icu::UnicodeString escaped;
-    writer::UnicodeSink(escaped).Escaped(text);
+    if (text.isBogus())
+        escaped.setToBogus();
+    else
+        writer::UnicodeSink(escaped).Escaped(text);
     return escaped;
 }
 

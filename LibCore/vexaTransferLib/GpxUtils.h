@@ -17,7 +17,7 @@ namespace vexaTransferLib {
 
 /// The text with `"`, `&`, `'`, `<` and `>` replaced by their XML entities; fit for element content and for
 /// attribute values. Nothing else changes (control characters stay), and entities that the text already holds
-/// are escaped again. Linear time. Bogus when ICU cannot hold it.
+/// are escaped again. Linear time. Bogus when \p text is, and when ICU cannot hold the result.
 VEXATRANSFERLIB_API icu::UnicodeString EscapeXMLValueString(const icu::UnicodeString& text);
 
 /// Appends `<name>value</name>` and CR LF, the value escaped; nothing when the value is empty. No

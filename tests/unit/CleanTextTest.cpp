@@ -112,6 +112,8 @@ TEST(CleanTextTest, HtmlToPlainTextRemovesCommentsStylesAndScripts) {
         {u"<STYLE>a</\u017Ftyle>b", u"b", "at the closing tag too"},
         {u"<\uFB06yle>a</\uFB06yle>b", u"b", "the st ligature is st"},
         {u"<\u017Fcript>a</SCRIPT>b", u"b", "a script with a long s"},
+        {u"<b>x</b><script>y</script>", u"x", "an element before it does not save it"},
+        {u"<b>x</b><style>y</style>", u"x", "so for styles"},
     };
     ExpectRows(&CleanText::HTMLToPlainText, kRows);
 }

@@ -99,6 +99,13 @@ TEST(GpxUtilsTest, EscapesTheFiveSpecialCharactersAndNothingElse) {
         EXPECT_EQ(EscapeXMLValueString(row.text), row.expected) << row.reason;
 }
 
+TEST(GpxUtilsTest, ABogusTextIsEscapedToABogusOne) {
+    icu::UnicodeString bogus;
+    bogus.setToBogus();
+    EXPECT_TRUE(EscapeXMLValueString(bogus).isBogus());
+    EXPECT_FALSE(EscapeXMLValueString(u"").isBogus());
+}
+
 TEST(GpxUtilsTest, EscapesInLinearTime) {
     constexpr std::int32_t kUnits = 2000000;
     const auto start = std::chrono::steady_clock::now();
@@ -395,6 +402,7 @@ TEST(GpxUtilsTest, RefusesTimeTextAndLeavesTheOutput) {
         {"2009-01-15TZ", "no hour"},
         {"2009-01-15T", "no hour"},
         {"2009-115T10:20:30Z", "one digit"},
+        {"2020-T12:34:56Z", "neither month nor day"},
         {"2009-01-15T25:00:00Z", "hour 25"},
         {"2009-01-15T-1:00:00Z", "negative hour"},
         {"2009-01-15T1:20:30Z", "one digit"},

@@ -102,6 +102,24 @@ TEST(ReadWriteTest, WhatCameBackOnceComesBackTheSame) {
     EXPECT_TRUE(IsSameModel(once, WrittenAndRead(once)));
 }
 
+TEST(ReadWriteTest, LongTextsBeyondAsciiComeBack) {
+    const icu::UnicodeString longest = icu::UnicodeString(50000, 0x20AC, 50000) + u"&" +
+                                       icu::UnicodeString(100000, 0x1F30D, 50000) + u"<" +
+                                       icu::UnicodeString(50000, 0xE9, 50000);
+    for (const std::int32_t length : {63, 64, 65, 1365, 4096, 200002}) {
+        const icu::UnicodeString text(longest, 0, length);
+        GpxPoint point = kOrigin;
+        point.SetName(text);
+        point.SetFormAttribute(u"key", text, 0.0);
+        GpxUrl url(text);
+        url.SetUrlText(text);
+        point.SetURL(url);
+        GpxDocument document = With(point);
+        GpxModelAccess::SetName(document, text);
+        EXPECT_TRUE(IsSameModel(ReadBack().Of(document, u"out"), WrittenAndRead(document))) << length;
+    }
+}
+
 TEST(ReadWriteTest, AnEmptyDocumentComesBackWithTheFilesName) {
     const GpxDocument read = WrittenAndRead(GpxDocument());
     EXPECT_EQ(NameOf(read), "out");

@@ -118,11 +118,17 @@ TEST(TimeTextTest, OtherTextsAreNoPlainTimes) {
           u"2009-00-15T10:20:30Z",      u"2009-13-15T10:20:30Z",     u"2009-01-00T10:20:30Z",
           u"2009-01-32T10:20:30Z",      u"2009-01-15T25:20:30Z",     u"2009-01-15T10:60:30Z",
           u"2009-01-15T10:20:60Z",      u"12009-01-15T10:20:30Z",    u"+209-01-15T10:20:30Z",
-          u"2009-01-15T10:20:3\u0660Z", u"2009-01-15T10:20:30\u015A"}) {
+          u"2009-01-15T10:20:3\u0660Z", u"2009-01-15T10:20:30\u015A", u"20a0-01-01T00:00:00Z"}) {
         double millis = -2.0;
         EXPECT_FALSE(ReadPlainTime(text, millis)) << Utf8(text);
         EXPECT_EQ(millis, -2.0) << "nothing is read";
     }
+}
+
+TEST(TimeTextTest, AYearAloneIsNoTime) {
+    double millis = -2.0;
+    EXPECT_FALSE(ReadTime("2020-T12:34:56Z", millis));
+    EXPECT_EQ(millis, -2.0) << "nothing is read";
 }
 
 TEST(TimeTextTest, NoPartOfAPlainTimeIsOne) {

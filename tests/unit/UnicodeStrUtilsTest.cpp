@@ -135,6 +135,29 @@ TEST(UnicodeStrUtilsTest, TextWhoseByteCountOverflowsIsRefused) {
     EXPECT_FAILURE(ByteString(text, "utf-8"), std::runtime_error, kConversionFailed, "");
 }
 
+TEST(UnicodeStrUtilsTest, AConverterThatCountsOtherBytesThanItWritesIsRefused) {
+    constexpr char kCompoundText[] = "x11-compound-text";
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_close(ucnv_open(kCompoundText, &status));
+    if (U_FAILURE(status))
+        GTEST_SKIP() << "this ICU has no converter x11-compound-text";
+    const struct {
+        const char16_t* text;
+        const char* reason;
+    } rows[] = {
+        {u"a\u0416", "three bytes more than counted: the text would be cut"},
+        {u"\n\u05D0\u4E2D", "three bytes more than counted, within the room for the zeros"},
+        {u"\u0416", "three bytes fewer than counted: the last three would be nobody's"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.reason);
+        EXPECT_FAILURE(ByteString(row.text, kCompoundText), std::runtime_error, kConversionFailed, "");
+        EXPECT_FAILURE(UnicodeStringToStlString(row.text, kCompoundText), std::runtime_error,
+                       kConversionFailed, "");
+    }
+    EXPECT_EQ(UnicodeStringToStlString(u"abc", kCompoundText), "abc");
+}
+
 TEST(UnicodeStrUtilsTest, CopiesShareTheBuffer) {
     const ByteString bytes(u"abc", "utf-8");
     const ByteString copy(bytes);

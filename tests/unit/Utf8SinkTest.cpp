@@ -76,6 +76,24 @@ TEST(Utf8SinkTest, EscapesAsTheOtherSinkDoes) {
     }
 }
 
+// The lengths lie at and beyond the first capacity, so that a sanitizer sees a byte written past the room.
+TEST(Utf8SinkTest, LongTextsOfOneWidthAreWrittenAsTheConverterDoes) {
+    for (const UChar32 character : {0x7F, 0xE9, 0x7FF, 0x20AC, 0xFFFD, 0x1F30D, 0xD800}) {
+        for (const std::int32_t count : {1022, 1023, 1024, 1364, 1365, 1366, 2046, 4092, 4093, 100000}) {
+            const icu::UnicodeString text(count * U16_LENGTH(character), character, count);
+            const std::string expected = Converted(text);
+            EXPECT_TRUE(Written(text) == expected) << character << " " << count;
+            Utf8Sink sink(kSource);
+            sink.Escaped(text);
+            sink.Escaped(u"<" + text);
+            EXPECT_TRUE(Bytes(sink.Take()) == expected + "&lt;" + expected) << character << " " << count;
+            icu::UnicodeString collected;
+            UnicodeSink(collected).Escaped(text + u"<" + text);
+            EXPECT_TRUE(Converted(collected) == expected + "&lt;" + expected) << character << " " << count;
+        }
+    }
+}
+
 TEST(Utf8SinkTest, TakesPiecesOfEveryKind) {
     Utf8Sink sink(kSource);
     sink.Ascii("<a>");
