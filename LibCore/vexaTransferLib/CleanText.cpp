@@ -67,7 +67,7 @@ Replaced ReplaceMatches(icu::RegexMatcher& matcher, const icu::UnicodeString& te
 }
 
 // A step cannot fail but for want of memory; the text is then as the steps before left it.
-void EnsureDone(bool done, const char* message, int line = __builtin_LINE()) {
+void EnsureDone(bool done, const char* message, int line) {
     dbc::Ensure(done, text::kCleanTextSource, message, line);
 }
 
@@ -87,7 +87,7 @@ CleanText::CleanText() {
             new icu::RegexMatcher(icu::UnicodeString(pattern.expression), pattern.flags, status));
         // ICU's operator new gives null when memory runs out.
         dbc::Ensure(matchers_[index].get() != nullptr && U_SUCCESS(status), text::kCleanTextSource,
-                    pattern.message);
+                    pattern.message, kPatternLine);
     }
 }
 
@@ -102,42 +102,42 @@ void CleanText::CleanWebTextForTova(icu::UnicodeString& text) {
 void CleanText::HTMLToPlainText(icu::UnicodeString& text) {
     if (text.isEmpty())
         return;
-    EnsureDone(cleaner::RemoveComments(text), kHtmlNotConverted);
-    EnsureDone(cleaner::RemoveStylesAndScripts(text), kHtmlNotConverted);
-    EnsureDone(cleaner::ReplaceTabs(text), kTabsNotReplaced);
-    EnsureDone(cleaner::ReplaceBlockTags(text), kHtmlNotConverted);
-    EnsureDone(cleaner::ReplaceBreakTags(text), kHtmlNotConverted);
-    EnsureDone(cleaner::RemoveTags(text), kHtmlNotConverted);
+    EnsureDone(cleaner::RemoveComments(text), kHtmlNotConverted, kCommentsLine);
+    EnsureDone(cleaner::RemoveStylesAndScripts(text), kHtmlNotConverted, kElementsLine);
+    EnsureDone(cleaner::ReplaceTabs(text), kTabsNotReplaced, kHtmlTabsLine);
+    EnsureDone(cleaner::ReplaceBlockTags(text), kHtmlNotConverted, kBlockTagsLine);
+    EnsureDone(cleaner::ReplaceBreakTags(text), kHtmlNotConverted, kBreakTagsLine);
+    EnsureDone(cleaner::RemoveTags(text), kHtmlNotConverted, kTagsLine);
     // After the tags: an escaped tag is text.
     ReplaceHTMLSymbols(text);
     ConvertToDosLineBreaks(text);
-    EnsureDone(cleaner::TrimLines(text), kLinesNotTrimmed);
-    EnsureDone(cleaner::CollapseSpaces(text), kSpacesNotRemoved);
-    EnsureDone(cleaner::CollapseLineBreaks(text), kLineBreaksNotRemoved);
+    EnsureDone(cleaner::TrimLines(text), kLinesNotTrimmed, kHtmlLinesLine);
+    EnsureDone(cleaner::CollapseSpaces(text), kSpacesNotRemoved, kHtmlSpacesLine);
+    EnsureDone(cleaner::CollapseLineBreaks(text), kLineBreaksNotRemoved, kLineBreaksLine);
 }
 
 void CleanText::StripBBCode(icu::UnicodeString& text) {
     if (text.isEmpty())
         return;
-    EnsureDone(cleaner::RemoveBBCodeTags(text), kBBCodeNotReplaced);
+    EnsureDone(cleaner::RemoveBBCodeTags(text), kBBCodeNotReplaced, kBBCodeLine);
 }
 
 void CleanText::CleanPlainTextForTova(icu::UnicodeString& text) {
     if (text.isEmpty())
         return;
-    EnsureDone(cleaner::TrimLines(text), kLinesNotTrimmed);
+    EnsureDone(cleaner::TrimLines(text), kLinesNotTrimmed, kLinesLine);
     EnsureMemory(cleaner::ReplaceEllipses(text));
-    EnsureDone(cleaner::StraightenSingleQuotes(text), kSingleQuotesNotReplaced);
-    EnsureDone(cleaner::StraightenDoubleQuotes(text), kDoubleQuotesNotReplaced);
+    EnsureDone(cleaner::StraightenSingleQuotes(text), kSingleQuotesNotReplaced, kSingleQuotesLine);
+    EnsureDone(cleaner::StraightenDoubleQuotes(text), kDoubleQuotesNotReplaced, kDoubleQuotesLine);
     EnsureMemory(cleaner::ReplaceDashes(text));
-    EnsureDone(cleaner::ReplaceTabs(text), kTabsNotReplaced);
-    EnsureDone(cleaner::CollapseSpaces(text), kSpacesNotRemoved);
-    EnsureDone(cleaner::TrimText(text), kTextNotTrimmed);
+    EnsureDone(cleaner::ReplaceTabs(text), kTabsNotReplaced, kTabsLine);
+    EnsureDone(cleaner::CollapseSpaces(text), kSpacesNotRemoved, kSpacesLine);
+    EnsureDone(cleaner::TrimText(text), kTextNotTrimmed, kTextLine);
 }
 
 void CleanText::ConvertToDosLineBreaks(icu::UnicodeString& text) {
-    EnsureDone(cleaner::RemoveLoneCarriageReturns(text), kCarriageReturnsNotRemoved);
-    EnsureDone(cleaner::CompleteLineFeeds(text), kCarriageReturnsNotInserted);
+    EnsureDone(cleaner::RemoveLoneCarriageReturns(text), kCarriageReturnsNotRemoved, kCarriageReturnsLine);
+    EnsureDone(cleaner::CompleteLineFeeds(text), kCarriageReturnsNotInserted, kLineFeedsLine);
 }
 
 void CleanText::ReplaceHTMLSymbols(icu::UnicodeString& text) {
@@ -148,7 +148,7 @@ void CleanText::ReplaceHTMLSymbols(icu::UnicodeString& text) {
 }
 
 void CleanText::ReplaceNumericCharacterReferences(icu::UnicodeString& text) {
-    EnsureDone(cleaner::ReplaceNumericReferences(text), kSymbolsNotReplaced);
+    EnsureDone(cleaner::ReplaceNumericReferences(text), kSymbolsNotReplaced, kNumericReferencesLine);
 }
 
 icu::UnicodeString CleanText::GetCharReplacementString(int codePoint) const {
@@ -158,13 +158,13 @@ icu::UnicodeString CleanText::GetCharReplacementString(int codePoint) const {
 void CleanText::RegexReplaceAll(const boost::scoped_ptr<icu::RegexMatcher>& matcher, icu::UnicodeString& text,
                                 const icu::UnicodeString& replacement, const char* message) {
     if (matcher.get() == nullptr) {
-        dbc::ReportFailure(text::kCleanTextSource, __LINE__);
+        dbc::ReportFailure(text::kCleanTextSource, kNoMatcherLine);
         std::abort();
     }
     Replaced replaced = ReplaceMatches(*matcher, text, replacement);
     if (!replaced.text.isBogus())
         text = std::move(replaced.text);
-    dbc::Ensure(U_SUCCESS(replaced.status), text::kCleanTextSource, message);
+    dbc::Ensure(U_SUCCESS(replaced.status), text::kCleanTextSource, message, kReplaceLine);
 }
 
 } // namespace vexaTransferLib

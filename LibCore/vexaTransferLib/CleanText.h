@@ -96,6 +96,32 @@ public:
                          const icu::UnicodeString& replacement, const char* message);
 
 private:
+    // The lines that contract reports name, one for each check: what could not be done.
+    enum CheckLine : int {
+        kPatternLine = __LINE__,           // the constructor: one of the 16 expressions
+        kCommentsLine = __LINE__,          // HTMLToPlainText: comments
+        kElementsLine = __LINE__,          // HTMLToPlainText: style and script elements
+        kHtmlTabsLine = __LINE__,          // HTMLToPlainText: tabs
+        kBlockTagsLine = __LINE__,         // HTMLToPlainText: tags of blocks
+        kBreakTagsLine = __LINE__,         // HTMLToPlainText: tags that break the line
+        kTagsLine = __LINE__,              // HTMLToPlainText: all other tags
+        kHtmlLinesLine = __LINE__,         // HTMLToPlainText: spaces at the edges of lines
+        kHtmlSpacesLine = __LINE__,        // HTMLToPlainText: runs of spaces
+        kLineBreaksLine = __LINE__,        // HTMLToPlainText: runs of line breaks
+        kBBCodeLine = __LINE__,            // StripBBCode
+        kLinesLine = __LINE__,             // CleanPlainTextForTova: spaces at the edges of lines
+        kSingleQuotesLine = __LINE__,      // CleanPlainTextForTova: single quotes
+        kDoubleQuotesLine = __LINE__,      // CleanPlainTextForTova: double quotes
+        kTabsLine = __LINE__,              // CleanPlainTextForTova: tabs
+        kSpacesLine = __LINE__,            // CleanPlainTextForTova: runs of spaces
+        kTextLine = __LINE__,              // CleanPlainTextForTova: spaces at the edges of the text
+        kCarriageReturnsLine = __LINE__,   // ConvertToDosLineBreaks: carriage returns alone
+        kLineFeedsLine = __LINE__,         // ConvertToDosLineBreaks: line feeds alone
+        kNumericReferencesLine = __LINE__, // ReplaceNumericCharacterReferences
+        kNoMatcherLine = __LINE__,         // RegexReplaceAll: an empty matcher
+        kReplaceLine = __LINE__,           // RegexReplaceAll: the engine
+    };
+
     static constexpr std::size_t kMatcherCount = 16;
 
     // Only built: a cleaner whose steps cannot be stated does not come to be.

@@ -19,6 +19,7 @@
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/reader/WatchedErrors.h>
 #include <vexaTransferLib/reader/XmlInput.h>
+#include <vexaTransferLib/text/ContractPlaces.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/HeldText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
@@ -38,6 +39,40 @@
 #include <utility>
 
 namespace vexaTransferLib {
+
+// Contract reports name these lines for the checks of the readers (in reader/), which run on behalf of the parser.
+namespace text::places {
+
+static constexpr Place Here(int line = __builtin_LINE()) {
+    return {kGpxParserSource, line};
+}
+
+constinit const Place kGpxVersion = Here();         // DocumentReader.cpp: the root has no version
+constinit const Place kGpxChildren = Here();        // DocumentReader.cpp: the root has no child list
+constinit const Place kGpxChild = Here();           // DocumentReader.cpp: a child of the root is missing
+constinit const Place kPointType = Here();          // PointReader.cpp: a point of an unknown kind
+constinit const Place kPointLatitude = Here();      // PointReader.cpp: a point has no latitude
+constinit const Place kPointLongitude = Here();     // PointReader.cpp: a point has no longitude
+constinit const Place kPointChildren = Here();      // PointReader.cpp: a point has no child list
+constinit const Place kPointChild = Here();         // PointReader.cpp: a child of a point is missing
+constinit const Place kLinkHref = Here();           // LinkReader.cpp: a link has no href
+constinit const Place kLinkChildren = Here();       // LinkReader.cpp: a link has no child list
+constinit const Place kLinkChild = Here();          // LinkReader.cpp: a child of a link is missing
+constinit const Place kRouteChildren = Here();      // RouteReader.cpp: a route has no child list
+constinit const Place kRouteChild = Here();         // RouteReader.cpp: a child of a route is missing
+constinit const Place kTrackChildren = Here();      // TrackReader.cpp: a track has no child list
+constinit const Place kTrackChild = Here();         // TrackReader.cpp: a child of a track is missing
+constinit const Place kSegmentChildren = Here();    // TrackReader.cpp: a segment has no child list
+constinit const Place kSegmentChild = Here();       // TrackReader.cpp: a child of a segment is missing
+constinit const Place kExtensionChildren = Here();  // VendorReader.cpp: extensions have no child list
+constinit const Place kExtensionChild = Here();     // VendorReader.cpp: a child of extensions is missing
+constinit const Place kDocumentExtensions = Here(); // VendorReader.cpp: the document's extensions are null
+constinit const Place kVendorExtensions = Here();   // VendorReader.cpp: extensions that are no element
+constinit const Place kElementText = Here();        // ValueReaders.cpp: the text of a null node
+constinit const Place kAttributeText = Here();      // ValueReaders.cpp: an attribute of a null node
+constinit const Place kGroundspeakNode = Here();    // GeocacheReader.cpp: the namespace of a null node
+
+} // namespace text::places
 
 namespace {
 

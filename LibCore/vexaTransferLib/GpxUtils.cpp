@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxUtils.h>
 
+#include <vexaTransferLib/text/ContractPlaces.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/OptionalText.h>
 #include <vexaTransferLib/text/TimeText.h>
@@ -9,6 +10,21 @@
 #include <common/dbc.h>
 
 namespace vexaTransferLib {
+
+// Contract reports name these lines for the checks of other files that run on behalf of this one.
+namespace text::places {
+
+static constexpr Place Here(int line = __builtin_LINE()) {
+    return {kGpxUtilsSource, line};
+}
+
+constinit const Place kTextSetter = Here();   // text/OptionalText.h: a text to set is empty
+constinit const Place kLongField = Here();    // text/TimeText.cpp: a field without text or too wide
+constinit const Place kFraction = Here();     // text/TimeText.cpp: a fraction without text or too long
+constinit const Place kGpxTime = Here();      // text/TimeText.cpp: an empty time text
+constinit const Place kNumberFormat = Here(); // text/UsNumberFormat.cpp: ICU has no number format
+
+} // namespace text::places
 
 icu::UnicodeString EscapeXMLValueString(const icu::UnicodeString& text) {
     icu::UnicodeString escaped;

@@ -9,16 +9,18 @@
 
 using vexaTransferLib::testing_support::CaptureStandardError;
 using vexaTransferLib::testing_support::IsOneReport;
+using vexaTransferLib::testing_support::ReportedLine;
 using vexaTransferLib::testing_support::ReportsOnly;
 using vexaTransferLib::testing_support::Throws;
 
 namespace {
 
-constexpr char kSource[] = "LibCore/vexaTransferLib/GpxPoint.cpp";
+constexpr char kSource[] = "tests/unit/ContractChecksTest.cpp";
+constexpr char kPointSource[] = "LibCore/vexaTransferLib/GpxPoint.cpp";
 constexpr char kOtherSource[] = "LibCore/vexaTransferLib/GpxUtils.cpp";
 
 void FailAsExpected() {
-    dbc::FailPrecondition(kSource, 7, "message");
+    dbc::FailPrecondition(kSource, __LINE__, "message");
 }
 
 void Write(const char* text) {
@@ -63,7 +65,7 @@ TEST(ContractChecksTest, OneReportIsOneWholeLineOfTheSource) {
         {"ASSERT failed at LibCore/vexaTransferLib/GpxPoint.cpp:-7\n", false, "no number"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(static_cast<bool>(IsOneReport(row.text, kSource)), row.expected) << row.reason;
+        EXPECT_EQ(static_cast<bool>(IsOneReport(row.text, kPointSource)), row.expected) << row.reason;
 }
 
 TEST(ContractChecksTest, ThrowsHoldsWhenTypeMessageAndReportAgree) {
@@ -73,8 +75,8 @@ TEST(ContractChecksTest, ThrowsHoldsWhenTypeMessageAndReportAgree) {
 
 TEST(ContractChecksTest, ThrowsFailsWhenAnythingDiffers) {
     EXPECT_FALSE(Throws([] {}, typeid(dbc::precondition_error), "message", kSource)) << "nothing thrown";
-    EXPECT_FALSE(
-        Throws([] { dbc::ReportFailure(kSource, 7); }, typeid(dbc::precondition_error), "message", kSource))
+    EXPECT_FALSE(Throws([] { dbc::ReportFailure(kSource, __LINE__); }, typeid(dbc::precondition_error),
+                        "message", kSource))
         << "only reported";
     EXPECT_FALSE(Throws(FailAsExpected, typeid(dbc::postcondition_error), "message", kSource))
         << "another type";
@@ -93,7 +95,7 @@ TEST(ContractChecksTest, ThrowsFailsWhenAnythingDiffers) {
         << "no report";
     EXPECT_FALSE(Throws(
         [] {
-            dbc::ReportFailure(kSource, 6);
+            dbc::ReportFailure(kSource, __LINE__);
             FailAsExpected();
         },
         typeid(dbc::precondition_error), "message", kSource))
@@ -113,20 +115,38 @@ TEST(ContractChecksTest, ThrowsLetsForeignExceptionsThrough) {
 }
 
 TEST(ContractChecksTest, ReportsOnlyWantsOneReportAndNoException) {
-    EXPECT_TRUE(ReportsOnly([] { dbc::ReportFailure(kSource, 7); }, kSource));
+    EXPECT_TRUE(ReportsOnly([] { dbc::ReportFailure(kSource, __LINE__); }, kSource));
     EXPECT_TRUE(ReportsOnly([] {}, ""));
 
     EXPECT_FALSE(ReportsOnly([] {}, kSource)) << "no report";
-    EXPECT_FALSE(ReportsOnly([] { dbc::ReportFailure(kOtherSource, 7); }, kSource)) << "another source";
-    EXPECT_FALSE(ReportsOnly([] { dbc::ReportFailure(kSource, 7); }, "")) << "a report where none may be";
+    EXPECT_FALSE(ReportsOnly([] { dbc::ReportFailure(kOtherSource, __LINE__); }, kSource))
+        << "another source";
+    EXPECT_FALSE(ReportsOnly([] { dbc::ReportFailure(kSource, __LINE__); }, ""))
+        << "a report where none may be";
     EXPECT_FALSE(ReportsOnly(
         [] {
-            dbc::ReportFailure(kSource, 7);
-            dbc::ReportFailure(kSource, 8);
+            dbc::ReportFailure(kSource, __LINE__);
+            dbc::ReportFailure(kSource, __LINE__);
         },
         kSource))
         << "two reports";
     EXPECT_FALSE(ReportsOnly(FailAsExpected, kSource)) << "thrown as well";
+}
+
+TEST(ContractChecksTest, AReportMustNameALineThatHasACheck) {
+    const std::string first = "ASSERT failed at tests/unit/ContractChecksTest.cpp:1\n";
+    EXPECT_EQ(ReportedLine(first), "// SPDX-License-Identifier: MIT");
+    EXPECT_EQ(ReportedLine("ASSERT failed at tests/unit/ContractChecksTest.cpp:1000000\n"), "");
+    EXPECT_EQ(ReportedLine("ASSERT failed at no/such/file.cpp:1\n"), "");
+    EXPECT_EQ(ReportedLine("nothing"), "");
+
+    EXPECT_FALSE(ReportsOnly([] { dbc::ReportFailure(kSource, 1); }, kSource)) << "a line without a check";
+    EXPECT_FALSE(ReportsOnly([] { dbc::ReportFailure(kSource, 1000000); }, kSource)) << "past the file's end";
+    EXPECT_FALSE(Throws([] { dbc::FailInvariant(kSource, 1, "message"); }, typeid(dbc::invariant_error),
+                        "message", kSource))
+        << "a line without a check";
+    EXPECT_FALSE(ReportsOnly([] { dbc::ReportFailure("no/such/file.cpp", __LINE__); }, "no/such/file.cpp"))
+        << "no such file";
 }
 
 TEST(ContractChecksTest, MacrosTakeAnyStatement) {

@@ -11,7 +11,7 @@ using vexaTransferLib::testing_support::CaptureStandardError;
 
 namespace {
 
-constexpr char kSource[] = "LibCore/vexaTransferLib/GpxPoint.cpp";
+constexpr char kSource[] = "tests/unit/DbcTest.cpp";
 
 template <class Error>
 constexpr bool kIsALogicErrorOfItsOwn =
@@ -73,9 +73,9 @@ TEST(DbcTest, ReportNamesSourceAndLine) {
 }
 
 TEST(DbcTest, FailuresReportAndThrowTheErrorOfTheirName) {
-    EXPECT_FAILURE(dbc::FailPrecondition(kSource, 1, "m"), dbc::precondition_error, "m", kSource);
-    EXPECT_FAILURE(dbc::FailPostcondition(kSource, 2, "m"), dbc::postcondition_error, "m", kSource);
-    EXPECT_FAILURE(dbc::FailInvariant(kSource, 3, "m"), dbc::invariant_error, "m", kSource);
+    EXPECT_FAILURE(dbc::FailPrecondition(kSource, __LINE__, "m"), dbc::precondition_error, "m", kSource);
+    EXPECT_FAILURE(dbc::FailPostcondition(kSource, __LINE__, "m"), dbc::postcondition_error, "m", kSource);
+    EXPECT_FAILURE(dbc::FailInvariant(kSource, __LINE__, "m"), dbc::invariant_error, "m", kSource);
     EXPECT_EQ(Written([] { dbc::FailPrecondition(kSource, 1, "m"); }), ReportOfLine(1));
     EXPECT_EQ(Written([] { dbc::FailPostcondition(kSource, 2, "m"); }), ReportOfLine(2));
     EXPECT_EQ(Written([] { dbc::FailInvariant(kSource, 3, "m"); }), ReportOfLine(3));

@@ -93,7 +93,8 @@ TEST(ChildWalkTest, ANodeWithoutAChildListHasNoChildren) {
     EXPECT_FALSE(ChildWalk(WithoutChildList(*Gpx11Node(u"p", {Gpx11Node(u"a")}))->View()).Next(child));
 }
 
-constexpr ChildMessages kMessages = {"no children", "no child"};
+constexpr ChildMessages kMessages = {"no children", "no child", text::places::kLinkChildren,
+                                     text::places::kLinkChild};
 
 // The names that arrive; those in `failing` throw after they were noted.
 std::string GuardedNames(const FakeNodePtr& parent, const char16_t* failing = u"") {

@@ -20,7 +20,7 @@ using writer::UnicodeSink;
 
 namespace {
 
-constexpr char kSource[] = "LibCore/vexaTransferLib/GpxDocument.cpp";
+constexpr char kSource[] = "tests/unit/TextSinkTest.cpp";
 
 std::string Sunk(const std::function<void(UnicodeSink&)>& write) {
     icu::UnicodeString out;

@@ -20,7 +20,7 @@ namespace {
 
 using namespace testing_support;
 
-constexpr char kSource[] = "LibCore/vexaTransferLib/GpxDocument.cpp";
+constexpr char kSource[] = "tests/unit/Utf8SinkTest.cpp";
 
 std::string Bytes(const UnicodeStrUtils::ByteString& bytes) {
     return std::string(bytes.buffer.get(), bytes.length);

@@ -7,19 +7,20 @@
 
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
-#include <vexaTransferLib/text/ContractSources.h>
-
-#include <common/dbc.h>
+#include <vexaTransferLib/text/ContractPlaces.h>
 
 #include <exception>
 #include <utility>
 
 namespace vexaTransferLib::reader {
 
-/// The messages for a node without a child list and for a missing entry of one.
+/// The messages for a node without a child list and for a missing entry of one, and the places that the contract
+/// reports name.
 struct ChildMessages {
     const char* noChildren;
     const char* noChild;
+    const text::Place& noChildrenPlace;
+    const text::Place& noChildPlace;
 };
 
 /// Calls `read` for every child that has a local name, each behind a guard: one bad child never costs its
@@ -29,11 +30,11 @@ struct ChildMessages {
 template <class Read>
 void ForEachGuardedChild(ReadContext& context, const NodeView& node, const ChildMessages& messages,
                          Read read) {
-    dbc::Ensure(node.HasChildList(), text::kGpxParserSource, messages.noChildren);
+    text::Ensure(node.HasChildList(), messages.noChildrenPlace, messages.noChildren);
     ChildWalk children(node);
     for (NodeView child; children.Next(child);) {
         try {
-            dbc::Ensure(!child.IsNull(), text::kGpxParserSource, messages.noChild);
+            text::Ensure(!child.IsNull(), messages.noChildPlace, messages.noChild);
             if (child.LocalName() != nullptr)
                 read(child);
         } catch (const std::exception& failure) {

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/ChildReader.h>
 
-#include <vexaTransferLib/text/ContractSources.h>
-
-#include <common/dbc.h>
-
 namespace vexaTransferLib::reader {
 
 namespace {
 
 void ReadChild(ReadContext& context, ChildReader& reader, const NodeView& child) {
-    dbc::Ensure(!child.IsNull(), text::kGpxParserSource, reader.MissingChildMessage());
+    text::Ensure(!child.IsNull(), reader.MissingChildPlace(), reader.MissingChildMessage());
     switch (reader.WayOf(child)) {
     case ChildReader::Way::kPassOver:
         break;

@@ -7,6 +7,7 @@
 
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
+#include <vexaTransferLib/text/ContractPlaces.h>
 
 #include <exception>
 #include <memory>
@@ -30,6 +31,8 @@ public:
     virtual bool IsGuarded() const = 0;
     /// Said by the check that a child is there at all.
     virtual const char* MissingChildMessage() const = 0;
+    /// Named by its contract report.
+    virtual const text::Place& MissingChildPlace() const = 0;
 
     // What follows is given a child that is not null.
 

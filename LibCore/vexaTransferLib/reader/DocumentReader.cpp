@@ -59,6 +59,7 @@ public:
 
     bool IsGuarded() const override { return false; }
     const char* MissingChildMessage() const override { return "Unable to read a GPX child node."; }
+    const text::Place& MissingChildPlace() const override { return text::places::kGpxChild; }
 
     Way WayOf(const NodeView& child) override {
         const char16_t* const name = child.LocalName();
@@ -134,10 +135,10 @@ private:
 std::unique_ptr<ChildReader> EnterDocument(ReadContext& context, const NodeView& root,
                                            GpxDocument& document) {
     icu::UnicodeString versionText;
-    dbc::Ensure(ReadTextAttribute(root, u"version", versionText), text::kGpxParserSource,
-                "Unable to read the GPX version.");
+    text::Ensure(ReadTextAttribute(root, u"version", versionText), text::places::kGpxVersion,
+                 "Unable to read the GPX version.");
     const GpxVersion version(versionText);
-    dbc::Ensure(root.HasChildList(), text::kGpxParserSource, "Unable to read the GPX file nodes.");
+    text::Ensure(root.HasChildList(), text::places::kGpxChildren, "Unable to read the GPX file nodes.");
     return std::make_unique<RootReader>(context, version, document);
 }
 

@@ -134,7 +134,7 @@ void TellOtherGeocache(ReadContext& context, const NodeView& child, bool isRead)
 } // namespace
 
 bool IsGroundspeak(const NodeView& node) {
-    if (!dbc::SoftCheck(!node.IsNull(), text::kGpxParserSource))
+    if (!text::SoftCheck(!node.IsNull(), text::places::kGroundspeakNode))
         return false;
     const char16_t* const uri = node.NamespaceUri();
     return Equals(uri, text::kGroundspeak10Namespace) || Equals(uri, text::kGroundspeak101Namespace);

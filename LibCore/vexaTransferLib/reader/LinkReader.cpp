@@ -12,7 +12,8 @@ namespace vexaTransferLib::reader {
 namespace {
 
 constexpr ChildMessages kMessages = {"Unable to read GPX link child elements.",
-                                     "Unable to read a GPX link child node."};
+                                     "Unable to read a GPX link child node.", text::places::kLinkChildren,
+                                     text::places::kLinkChild};
 
 void ReadLinkChild(ReadContext& context, KeptElements& kept, const NodeView& child, GpxUrl& link) {
     icu::UnicodeString text;
@@ -35,8 +36,8 @@ void ReadLinkChild(ReadContext& context, KeptElements& kept, const NodeView& chi
 
 void ReadLink(ReadContext& context, const NodeView& node, GpxUrl& link) {
     icu::UnicodeString href;
-    dbc::Ensure(ReadTextAttribute(node, u"href", href), text::kGpxParserSource,
-                "A link element was missing the href attribute.");
+    text::Ensure(ReadTextAttribute(node, u"href", href), text::places::kLinkHref,
+                 "A link element was missing the href attribute.");
     GpxUrl read(href);
     KeptElements kept(context.receipt, KeptElements::Elements::kStay);
     ForEachGuardedChild(context, node, kMessages,

@@ -13,7 +13,8 @@ namespace vexaTransferLib::reader {
 namespace {
 
 constexpr ChildMessages kMessages = {"Unable to read GPX point child elements.",
-                                     "Unable to read a GPX point child node."};
+                                     "Unable to read a GPX point child node.", text::places::kPointChildren,
+                                     text::places::kPointChild};
 
 // What the reader of one child needs.
 struct PointChild {
@@ -159,16 +160,16 @@ void ReadPointChild(const PointChild& child) {
 
 GpxPoint ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType type, const NodeView& node) {
     const auto number = static_cast<std::uint32_t>(type);
-    dbc::Require(number >= kGpxWaypoint && number <= kGpxTrackPoint, text::kGpxParserSource,
-                 "Unable to read a GPX point due to an invalid GPX point type.");
+    text::Require(number >= kGpxWaypoint && number <= kGpxTrackPoint, text::places::kPointType,
+                  "Unable to read a GPX point due to an invalid GPX point type.");
     if (context.guard != nullptr)
         context.guard->AddPoint();
     double latitude = 0.0;
     double longitude = 0.0;
-    dbc::Ensure(ReadDoubleAttribute(node, u"lat", latitude), text::kGpxParserSource,
-                "Unable to read a GPX point's latitude.");
-    dbc::Ensure(ReadDoubleAttribute(node, u"lon", longitude), text::kGpxParserSource,
-                "Unable to read a GPX point's longitude.");
+    text::Ensure(ReadDoubleAttribute(node, u"lat", latitude), text::places::kPointLatitude,
+                 "Unable to read a GPX point's latitude.");
+    text::Ensure(ReadDoubleAttribute(node, u"lon", longitude), text::places::kPointLongitude,
+                 "Unable to read a GPX point's longitude.");
     GpxPoint point(type, latitude, longitude);
     KeptElements kept(context.receipt, KeptElements::Elements::kStay);
     ForEachGuardedChild(context, node, kMessages, [&](const NodeView& child) {

@@ -6,9 +6,7 @@
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
-#include <vexaTransferLib/text/ContractSources.h>
-
-#include <common/dbc.h>
+#include <vexaTransferLib/text/ContractPlaces.h>
 
 #include <optional>
 #include <utility>
@@ -26,6 +24,7 @@ public:
 
     bool IsGuarded() const override { return true; }
     const char* MissingChildMessage() const override { return "Unable to read a GPX route child node."; }
+    const text::Place& MissingChildPlace() const override { return text::places::kRouteChild; }
 
     Way WayOf(const NodeView& child) override {
         if (child.LocalName() == nullptr)
@@ -109,7 +108,8 @@ private:
 
 std::unique_ptr<ChildReader> EnterRoute(ReadContext& context, const GpxVersion& version, const NodeView& node,
                                         GpxDocument& document) {
-    dbc::Ensure(node.HasChildList(), text::kGpxParserSource, "Unable to read GPX route child elements.");
+    text::Ensure(node.HasChildList(), text::places::kRouteChildren,
+                 "Unable to read GPX route child elements.");
     return std::make_unique<RouteReader>(context, version, document);
 }
 

@@ -7,9 +7,7 @@
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
-#include <vexaTransferLib/text/ContractSources.h>
-
-#include <common/dbc.h>
+#include <vexaTransferLib/text/ContractPlaces.h>
 
 #include <algorithm>
 #include <iterator>
@@ -85,6 +83,7 @@ public:
     const char* MissingChildMessage() const override {
         return "Unable to read a GPX track segment child node.";
     }
+    const text::Place& MissingChildPlace() const override { return text::places::kSegmentChild; }
 
     Way WayOf(const NodeView& child) override {
         const bool isPoint = Equals(child.LocalName(), u"trkpt");
@@ -117,8 +116,8 @@ private:
 
 std::unique_ptr<ChildReader> EnterSegment(ReadContext& context, const GpxVersion& version,
                                           const NodeView& node, GpxTrack& track) {
-    dbc::Ensure(node.HasChildList(), text::kGpxParserSource,
-                "Unable to read GPX track segment child elements.");
+    text::Ensure(node.HasChildList(), text::places::kSegmentChildren,
+                 "Unable to read GPX track segment child elements.");
     std::unique_ptr<ChildReader> reader = std::make_unique<SegmentReader>(context, version, track);
     track.AddSegment();
     return reader;
@@ -131,6 +130,7 @@ public:
 
     bool IsGuarded() const override { return true; }
     const char* MissingChildMessage() const override { return "Unable to read a GPX track child node."; }
+    const text::Place& MissingChildPlace() const override { return text::places::kTrackChild; }
 
     Way WayOf(const NodeView& child) override {
         const char16_t* const name = child.LocalName();
@@ -170,7 +170,8 @@ private:
 
 std::unique_ptr<ChildReader> EnterTrack(ReadContext& context, const GpxVersion& version, const NodeView& node,
                                         GpxDocument& document) {
-    dbc::Ensure(node.HasChildList(), text::kGpxParserSource, "Unable to read GPX track child elements.");
+    text::Ensure(node.HasChildList(), text::places::kTrackChildren,
+                 "Unable to read GPX track child elements.");
     return std::make_unique<TrackReader>(context, version, document);
 }
 

@@ -2,7 +2,7 @@
 #include <vexaTransferLib/reader/ValueReaders.h>
 
 #include <vexaTransferLib/GpxUtils.h>
-#include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/ContractPlaces.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/HeldText.h>
 #include <vexaTransferLib/text/NumberText.h>
@@ -41,14 +41,14 @@ bool ParseNumber(const char16_t* text, double& out) {
 } // namespace
 
 const char16_t* ElementText(const NodeView& node) {
-    if (!dbc::SoftCheck(!node.IsNull(), text::kGpxParserSource) || !node.IsElement())
+    if (!text::SoftCheck(!node.IsNull(), text::places::kElementText) || !node.IsElement())
         return nullptr;
     const char16_t* const text = node.FirstChildText();
     return NonEmpty(text) ? text : nullptr;
 }
 
 const char16_t* AttributeText(const NodeView& node, const char16_t* name) {
-    if (!dbc::SoftCheck(!node.IsNull(), text::kGpxParserSource))
+    if (!text::SoftCheck(!node.IsNull(), text::places::kAttributeText))
         return nullptr;
     const char16_t* const text = node.Attribute(name);
     return NonEmpty(text) ? text : nullptr;

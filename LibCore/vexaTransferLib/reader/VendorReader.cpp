@@ -19,7 +19,8 @@ namespace vexaTransferLib::reader {
 namespace {
 
 constexpr ChildMessages kMessages = {"Unable to read GPX extension child elements.",
-                                     "Unable to read a GPX extension child node."};
+                                     "Unable to read a GPX extension child node.",
+                                     text::places::kExtensionChildren, text::places::kExtensionChild};
 
 template <std::size_t Size>
 std::size_t FindType(ReadContext& context, const NodeView& child,
@@ -57,7 +58,7 @@ bool ReadType(ReadContext& context, const NodeView& extensions, const char16_t* 
 
 // False, with a report where the node is no element at all, when there is nothing to read.
 bool IsExtensions(const NodeView& node) {
-    return dbc::SoftCheck(node.LocalName() != nullptr, text::kGpxParserSource) &&
+    return text::SoftCheck(node.LocalName() != nullptr, text::places::kVendorExtensions) &&
            Equals(node.LocalName(), u"extensions");
 }
 
@@ -188,7 +189,7 @@ bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& t
 }
 
 bool ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocument& document) {
-    dbc::Require(!extensions.IsNull(), text::kGpxParserSource, "Invalid node.");
+    text::Require(!extensions.IsNull(), text::places::kDocumentExtensions, "Invalid node.");
     const auto layer = boost::make_shared<GISMetaData>();
     const auto annotation = boost::make_shared<AnnotateMetaData>();
     GpxModelAccess::SetGISMetaData(document, layer);

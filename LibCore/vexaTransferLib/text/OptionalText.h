@@ -5,9 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
-#include <vexaTransferLib/text/ContractSources.h>
-
-#include <common/dbc.h>
+#include <vexaTransferLib/text/ContractPlaces.h>
 
 #include <unicode/unistr.h>
 
@@ -34,7 +32,7 @@ inline icu::UnicodeString Copied(const icu::UnicodeString& value) {
 /// The body of every setter of an optional text. The message is no std::string because one would be built on
 /// every call.
 inline void AssignText(const char* message, icu::UnicodeString& target, const icu::UnicodeString& value) {
-    dbc::Require(!value.isEmpty(), kGpxUtilsSource, message);
+    Require(!value.isEmpty(), places::kTextSetter, message);
     icu::UnicodeString copy = Copied(value);
     target.swap(copy);
 }

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/text/TimeText.h>
 
-#include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/ContractPlaces.h>
 #include <vexaTransferLib/text/NumberText.h>
-
-#include <common/dbc.h>
 
 #include <unicode/gregocal.h>
 #include <unicode/timezone.h>
@@ -298,7 +296,7 @@ void TimeText::SetFromCalendar(double millis, YearDigits yearDigits) {
 
 bool ReadLongField(long& out, const char* text, unsigned long length, long min, long max) {
     constexpr unsigned long kFieldSize = 32;
-    if (!dbc::SoftCheck(text != nullptr && length < kFieldSize, kGpxUtilsSource))
+    if (!SoftCheck(text != nullptr && length < kFieldSize, places::kLongField))
         return false;
     long read = 0;
     if (!ReadDigits(read, text, length)) {
@@ -317,7 +315,7 @@ bool ReadLongField(long& out, const char* text, unsigned long length, long min, 
 
 unsigned long ReadFraction(long& out, const char* text, double scale) {
     constexpr std::size_t kLimit = 30;
-    if (!dbc::SoftCheck(text != nullptr && std::strlen(text) < kLimit, kGpxUtilsSource))
+    if (!SoftCheck(text != nullptr && std::strlen(text) < kLimit, places::kFraction))
         return 0;
     char fraction[kLimit + 2] = "0.";
     const std::size_t digits = std::strspn(text, "0123456789");
@@ -355,7 +353,7 @@ bool ReadPlainTime(const char16_t* text, double& millis) {
 
 bool ReadTime(const std::string& text, double& millis) {
     constexpr std::size_t kLongestRefused = 10;
-    if (!dbc::SoftCheck(!text.empty(), kGpxUtilsSource) || text.size() <= kLongestRefused)
+    if (!SoftCheck(!text.empty(), places::kGpxTime) || text.size() <= kLongestRefused)
         return false;
     TimeReader reader(text);
     TimeFields fields;

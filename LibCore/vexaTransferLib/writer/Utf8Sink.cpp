@@ -64,7 +64,7 @@ void Utf8Sink::Grow(std::size_t count) {
 }
 
 void Utf8Sink::CheckHeld(bool isHeld) const {
-    dbc::Ensure(isHeld, source_, "The GPX text is too large to be held in memory.");
+    dbc::Ensure(isHeld, source_, "The GPX text is too large to be held in memory.", line_);
 }
 
 void Utf8Sink::AppendAscii(std::string_view text) {

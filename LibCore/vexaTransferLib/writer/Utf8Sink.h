@@ -21,11 +21,13 @@ namespace vexaTransferLib::writer {
 /// converter writes them, U+0000 as a zero byte.
 class Utf8Sink final : public TextSink {
 public:
-    /// \param source the class on whose behalf a text that is too large is reported
+    /// \param source the class on whose behalf a text that is too large is reported, with the line there that makes
+    ///         the sink
     /// \param limit the most bytes that the text may have; beyond, or without the memory, writing or Take throws
     ///         dbc::postcondition_error
-    explicit Utf8Sink(const char* source, std::size_t limit = std::numeric_limits<std::uint32_t>::max())
-        : source_(source), limit_(limit) {}
+    explicit Utf8Sink(const char* source, std::size_t limit = std::numeric_limits<std::uint32_t>::max(),
+                      int line = __builtin_LINE())
+        : source_(source), line_(line), limit_(limit) {}
 
     void Raw(const icu::UnicodeString& text) override;
     void Escaped(const icu::UnicodeString& text) override;
@@ -47,6 +49,7 @@ private:
     void Append(const char16_t* units, std::size_t count);
 
     const char* source_;
+    int line_;
     std::size_t limit_;
     std::unique_ptr<char, Free> bytes_;
 };

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "support/ContractChecks.h"
 
+#include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <exception>
+#include <fstream>
 #include <string_view>
 
 namespace vexaTransferLib::testing_support {
@@ -12,9 +16,22 @@ bool IsLineNumber(std::string_view text) {
     return !text.empty() && text.front() != '0' && text.find_first_not_of("0123456789") == text.npos;
 }
 
+// What a line has that makes a check, or that stands for one of another file.
+bool HasACheck(std::string_view line) {
+    constexpr std::array<std::string_view, 5> kChecks = {"dbc::", "Here()", "__LINE__", "RequireHeld(",
+                                                         "Utf8Sink "};
+    return std::any_of(kChecks.begin(), kChecks.end(),
+                       [&](std::string_view check) { return line.find(check) != line.npos; });
+}
+
 testing::AssertionResult HasReport(const std::string& written, const std::string& source) {
-    if (!source.empty())
-        return IsOneReport(written, source);
+    if (!source.empty()) {
+        const testing::AssertionResult isOne = IsOneReport(written, source);
+        const std::string line = isOne ? ReportedLine(written) : "";
+        if (!isOne || HasACheck(line))
+            return isOne;
+        return testing::AssertionFailure() << written << "no check is there: \"" << line << "\"";
+    }
     if (written.empty())
         return testing::AssertionSuccess();
     return testing::AssertionFailure() << "nothing may be written, but this was: " << written;
@@ -43,6 +60,20 @@ testing::AssertionResult IsOneReport(const std::string& text, const std::string&
             return testing::AssertionSuccess();
     }
     return testing::AssertionFailure() << "expected one report of " << source << ", got: \"" << text << "\"";
+}
+
+std::string ReportedLine(const std::string& text) {
+    constexpr std::string_view kStart = "ASSERT failed at ";
+    const std::size_t colon = text.find(':');
+    if (!text.starts_with(kStart) || colon == text.npos)
+        return "";
+    std::ifstream file(std::string(VEXA_TEST_DATA) + "/../../" +
+                       text.substr(kStart.size(), colon - kStart.size()));
+    std::string line;
+    for (long left = std::atol(text.c_str() + colon + 1); left > 0; --left)
+        if (!std::getline(file, line))
+            return "";
+    return line.substr(std::min(line.find_first_not_of(' '), line.size()));
 }
 
 testing::AssertionResult Throws(const std::function<void()>& action, const std::type_info& type,

@@ -16,12 +16,18 @@ std::string CaptureStandardError(const std::function<void()>& action);
 /// root).
 testing::AssertionResult IsOneReport(const std::string& text, const std::string& source);
 
+/// The line of our sources that the first report of `text` names, without the blanks before it; empty when there is no
+/// such line.
+std::string ReportedLine(const std::string& text);
+
 /// True when `action` throws exactly the given type, with exactly this `what()`, and writes exactly one
-/// contract report that names `source`; an empty `source` means that nothing at all may be written.
+/// contract report that names `source` and a line there that has a check; an empty `source` means that nothing at all
+/// may be written.
 testing::AssertionResult Throws(const std::function<void()>& action, const std::type_info& type,
                                 const std::string& message, const std::string& source);
 
-/// True when `action` does not throw and writes exactly one contract report that names `source`.
+/// True when `action` does not throw and writes exactly one contract report that names `source` and a line there that
+/// has a check.
 testing::AssertionResult ReportsOnly(const std::function<void()>& action, const std::string& source);
 
 } // namespace vexaTransferLib::testing_support
