@@ -11,7 +11,7 @@
 
 #ifdef VEXA_THREAD_SANITIZER
 
-extern "C" const char* __tsan_default_options();
+extern "C" __attribute__((visibility("default"))) const char* __tsan_default_options();
 
 extern "C" const char* __tsan_default_options() {
     return "suppressions=" VEXA_TSAN_SUPPRESSIONS;
