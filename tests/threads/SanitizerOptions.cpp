@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What ThreadSanitizer is told when the tests were built with it; read before main.
 
-#if defined(__has_feature)
+#ifdef __SANITIZE_THREAD__
+#define VEXA_THREAD_SANITIZER
+#elif defined(__has_feature)
 #if __has_feature(thread_sanitizer)
 #define VEXA_THREAD_SANITIZER
 #endif
-#elif defined(__SANITIZE_THREAD__)
-#define VEXA_THREAD_SANITIZER
 #endif
 
 #ifdef VEXA_THREAD_SANITIZER
