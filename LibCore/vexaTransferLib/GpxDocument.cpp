@@ -2,6 +2,7 @@
 #include <vexaTransferLib/GpxDocument.h>
 
 #include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/FileName.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/writer/Elements.h>
 #include <vexaTransferLib/writer/Utf8Sink.h>
@@ -184,7 +185,7 @@ void GpxDocument::WriteToFile(const GpxVersion& version, const icu::UnicodeStrin
                               const icu::UnicodeString& fileName) const {
     const UnicodeStrUtils::ByteString bytes = GetAsByteString(version, applicationName, applicationUrl);
     const UnicodeStrUtils::ByteString path(fileName);
-    std::FILE* const file = std::fopen(path.buffer.get(), "w+b");
+    std::FILE* const file = text::IsFileName(fileName) ? std::fopen(path.buffer.get(), "w+b") : nullptr;
     dbc::Ensure(file != nullptr, text::kGpxDocumentSource,
                 "Unable to create the GPX file. Target could be write protected or full.");
     WriteBytes(file, bytes);

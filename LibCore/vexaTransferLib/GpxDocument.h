@@ -156,7 +156,7 @@ public:
     /// \throws what GetAsByteString throws, before the file is touched
     /// \throws std::runtime_error when the name cannot be converted (see ByteString), before the file is touched
     /// \throws dbc::postcondition_error "Unable to create the GPX file. Target could be write protected or
-    ///         full." and "Unable to write the GPX file. Target could be write protected or full."
+    ///         full.", also for a name that no file can have (empty, with a U+0000 or a lone surrogate), and "Unable to write the GPX file. Target could be write protected or full."
     void WriteToFile(const GpxVersion& version, const icu::UnicodeString& applicationName,
                      const icu::UnicodeString& applicationUrl, const icu::UnicodeString& fileName) const;
 

@@ -21,6 +21,7 @@
 #include <vexaTransferLib/reader/XmlInput.h>
 #include <vexaTransferLib/text/ContractPlaces.h>
 #include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/FileName.h>
 #include <vexaTransferLib/text/HeldText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
@@ -79,6 +80,8 @@ namespace {
 using reader::ReadContext;
 using reader::ViewOf;
 using xercesc::DOMNode;
+
+constexpr char kNoPath[] = "The GPX file path was empty or invalid.";
 
 class ParserContext final : public ReadContext {
 public:
@@ -192,7 +195,15 @@ std::optional<reader::InputGuard> GpxParser::MakeGuard(const icu::UnicodeString&
 
 reader::XmlInput GpxParser::MakeInput(const icu::UnicodeString& path) const {
     using Places = reader::XmlInput::Places;
-    return reader::XmlInput(path, limits_ ? Places::kFiles : Places::kFilesAndAddresses, observer_);
+    dbc::Require(text::IsFileName(path), text::kGpxParserSource, kNoPath);
+    return reader::XmlInput(path, UnicodeStrUtils::UnicodeStringToStlString(path),
+                            limits_ ? Places::kFiles : Places::kFilesAndAddresses, observer_);
+}
+
+reader::XmlInput GpxParser::MakeInput(const std::string& fileName) const {
+    dbc::Require(text::IsFileName(fileName), text::kGpxParserSource, kNoPath);
+    return reader::XmlInput(icu::UnicodeString::fromUTF8(fileName), fileName,
+                            reader::XmlInput::Places::kNamedFile, observer_);
 }
 
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::GetParser(const icu::UnicodeString& path) {
@@ -208,7 +219,7 @@ std::unique_ptr<xercesc::XercesDOMParser> GpxParser::MakeDomParser(const icu::Un
 }
 
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::ParseTree(reader::XmlInput& input) {
-    dbc::Require(!input.Name().isEmpty(), text::kGpxParserSource, "The GPX file path was empty or invalid.");
+    dbc::Require(!input.Name().isEmpty(), text::kGpxParserSource, kNoPath);
     resetErrors();
     reader::WatchedErrors errors(*this, observer_);
     std::unique_ptr<xercesc::XercesDOMParser> parser = MakeDomParser(input.Name());
@@ -226,6 +237,11 @@ void GpxParser::CheckErrors(const icu::UnicodeString& name) const {
 }
 
 void GpxParser::Parse(const icu::UnicodeString& path, GpxDocument& document) {
+    reader::XmlInput input = MakeInput(path);
+    Told([&] { ParseInput(input, document); });
+}
+
+void GpxParser::ParseFile(const std::string& path, GpxDocument& document) {
     reader::XmlInput input = MakeInput(path);
     Told([&] { ParseInput(input, document); });
 }

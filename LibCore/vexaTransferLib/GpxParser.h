@@ -123,7 +123,12 @@ public:
     /// Parses a file into a DOM tree, which the returned parser owns. Everything in memory: about 1.8 kB for
     /// a track point. Parse does without the tree. Any encoding that Xerces knows; external entities are read.
     /// Of an untrusted file nobody counts the points here: the limit of points does not hold for a tree.
-    /// \throws dbc::precondition_error "The GPX file path was empty or invalid."
+    ///
+    /// The system is given the path in ICU's default code page, as it stands: "way/../walk.gpx" is looked for above
+    /// the folder that a link `way` leads to. The XML parser makes it absolute and removes "/./" and, of a
+    /// relative path, ".." as text; so messages name the file, and so names of other files in it are resolved.
+    /// \throws dbc::precondition_error "The GPX file path was empty or invalid.", which one with a U+0000 or a lone
+    ///         surrogate is
     /// \throws dbc::postcondition_error "Error parsing the GPX file: PATH. Error message: ...", "Error
     ///         parsing GPX file: PATH. DOM error code: N", or, for whatever else made the file unreadable,
     ///         "One or more errors encountered while parsing the GPX file: PATH"
@@ -148,6 +153,11 @@ public:
     /// \throws dbc::postcondition_error "Unable to interpret the GPX file: PATH. The document object could
     ///         not be obtained.", "The GPX document element was not found.", and what ParseGpxNode throws
     void Parse(const icu::UnicodeString& path, GpxDocument& document);
+
+    /// The same of a file whose name need not be text: \p path is the very bytes that the system is given, and never
+    /// an address. What of them is not UTF-8 is U+FFFD in messages and in the document's name.
+    /// \throws what Parse throws; the path is invalid when it has a zero byte
+    void ParseFile(const std::string& path, GpxDocument& document);
 
     /// The same from bytes in memory, which are not copied. \p name stands where the path would: the document
     /// is named after it, messages quote it, relative names of other files are resolved against it. No file
@@ -268,6 +278,7 @@ private:
     VEXATRANSFERLIB_LOCAL std::unique_ptr<xercesc::XercesDOMParser>
     MakeDomParser(const icu::UnicodeString& name) const;
     VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const icu::UnicodeString& path) const;
+    VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const std::string& fileName) const;
     VEXATRANSFERLIB_LOCAL void ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
                                         GpxDocument& document);
     template <class Read>

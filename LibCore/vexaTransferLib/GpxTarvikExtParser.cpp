@@ -5,6 +5,7 @@
 #include <vexaTransferLib/reader/GuardedParser.h>
 #include <vexaTransferLib/reader/XmlInput.h>
 #include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/FileName.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
@@ -28,6 +29,7 @@ namespace vexaTransferLib {
 
 namespace {
 
+using reader::XmlInput;
 using xercesc::XMLUni;
 
 // Wraps the text instead of copying it; a null one counts as empty.
@@ -139,16 +141,21 @@ double GpxTarvikExtParser::GetDocumentTime() const {
 }
 
 void GpxTarvikExtParser::Parse(const icu::UnicodeString& path) {
-    if (!dbc::SoftCheck(!path.isEmpty(), text::kGpxTarvikExtParserSource))
+    if (!dbc::SoftCheck(text::IsFileName(path), text::kGpxTarvikExtParserSource))
         return;
-    icu::UnicodeString terminated(path);
-    const XMLCh* const systemId = terminated.getTerminatedBuffer();
-    if (systemId == nullptr) // ICU's memory ran out: a scan that found nothing
-        Reset();
-    else if (limits_)
-        Scan([&] { reader::XmlInput(path, reader::XmlInput::Places::kFiles, nullptr).Feed(*reader_); });
-    else
-        Scan([&] { reader_->parse(systemId); });
+    const auto places = limits_ ? XmlInput::Places::kFiles : XmlInput::Places::kFilesAndAddresses;
+    Scan([&] {
+        XmlInput(path, UnicodeStrUtils::UnicodeStringToStlString(path), places, nullptr).Feed(*reader_);
+    });
+}
+
+void GpxTarvikExtParser::ParseFile(const std::string& path) {
+    if (!dbc::SoftCheck(text::IsFileName(path), text::kGpxTarvikExtParserSource))
+        return;
+    Scan([&] {
+        XmlInput(icu::UnicodeString::fromUTF8(path), path, XmlInput::Places::kNamedFile, nullptr)
+            .Feed(*reader_);
+    });
 }
 
 void GpxTarvikExtParser::ParseSource(const xercesc::InputSource& source) {

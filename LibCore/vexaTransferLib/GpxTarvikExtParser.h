@@ -17,6 +17,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace vexaTransferLib {
 
@@ -56,9 +57,12 @@ public:
     GpxTarvikExtParser(const GpxTarvikExtParser&) = delete;
     GpxTarvikExtParser& operator=(const GpxTarvikExtParser&) = delete;
 
-    /// Forgets the results of an earlier scan and scans the file. Never throws. An empty path only writes the
-    /// contract report; the earlier results then stay.
+    /// Forgets the results of an earlier scan and scans the file. Never throws. An empty path, and one with a U+0000
+    /// or a lone surrogate, only writes the contract report; the earlier results then stay.
     void Parse(const icu::UnicodeString& path);
+    /// The same of a file whose name need not be text: \p path is the very bytes that the system is given, and never
+    /// an address. One that is empty or has a zero byte only writes the contract report.
+    void ParseFile(const std::string& path);
 
     /// The same from wherever the host has the bytes: a buffer in memory (`xercesc::MemBufInputSource`), an
     /// entry of an archive. The source gives a stream, which is read as far as the head goes and not at all

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/XmlInput.h>
 
+#include <vexaTransferLib/reader/FileSource.h>
 #include <vexaTransferLib/text/OptionalText.h>
 
 #include <common/UnicodeStrUtils.h>
 #include <common/dbc.h>
 
-#include <xercesc/framework/LocalFileInputSource.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/URLInputSource.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLURL.hpp>
 
 #include <filesystem>
@@ -23,8 +24,7 @@ namespace vexaTransferLib::reader {
 namespace {
 
 /// Of a regular file.
-std::optional<std::uint64_t> FileSize(const icu::UnicodeString& path) {
-    const std::filesystem::path file = UnicodeStrUtils::UnicodeStringToStlString(path);
+std::optional<std::uint64_t> FileSize(const std::filesystem::path& file) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error))
         return std::nullopt;
@@ -39,9 +39,10 @@ bool IsAddress(const XMLCh* path, xercesc::XMLURL& url) {
 
 } // namespace
 
-XmlInput::XmlInput(const icu::UnicodeString& path, Places places, GpxReadObserver* observer)
-    : name_(text::Copied(path)), systemId_(name_), places_(places) {
-    const std::optional<std::uint64_t> size = FileSize(path);
+XmlInput::XmlInput(const icu::UnicodeString& path, std::string fileName, Places places,
+                   GpxReadObserver* observer)
+    : name_(text::Copied(path)), systemId_(name_), fileName_(std::move(fileName)), places_(places) {
+    const std::optional<std::uint64_t> size = FileSize(fileName_);
     isRepeatable_ = size.has_value();
     if (observer != nullptr)
         Watch(*observer, size.value_or(0));
@@ -71,20 +72,26 @@ const XMLCh* XmlInput::SystemId() {
 std::unique_ptr<xercesc::InputSource> XmlInput::MakeSource() {
     const XMLCh* const path = SystemId();
     xercesc::XMLURL url(xercesc::XMLPlatformUtils::fgMemoryManager);
-    if (!IsAddress(path, url))
-        return std::make_unique<xercesc::LocalFileInputSource>(path);
+    if (places_ == Places::kNamedFile || !IsAddress(path, url))
+        return std::make_unique<FileSource>(path, fileName_);
     if (places_ == Places::kFilesAndAddresses)
         return std::make_unique<xercesc::URLInputSource>(url);
     // Whatever the path looks like, a file of that name is a file.
     if (isRepeatable_)
-        return std::make_unique<xercesc::LocalFileInputSource>(path);
+        return std::make_unique<FileSource>(path, fileName_);
     throw dbc::postcondition_error("An untrusted GPX file is not read from an address: " +
                                    UnicodeStrUtils::UnicodeStringToStlString(name_));
 }
 
 void XmlInput::Open() {
-    if (!source_ && (progress_ || places_ == Places::kFiles))
-        source_ = MakeSource();
+    try {
+        if (!source_)
+            source_ = MakeSource();
+    } catch (const xercesc::XMLException&) {
+        // Given the path, the XML parser tells its error handler what is wrong: there is no current folder.
+        if (progress_ || places_ != Places::kFilesAndAddresses)
+            throw;
+    }
     if (!progress_ || watched_)
         return;
     watched_ = std::move(source_);

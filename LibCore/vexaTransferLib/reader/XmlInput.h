@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace vexaTransferLib::reader {
@@ -21,11 +22,15 @@ namespace vexaTransferLib::reader {
 /// observer.
 class XmlInput {
 public:
-    /// What may be behind a path. An address is read by the XML parser from a server or from a file.
-    enum class Places { kFilesAndAddresses, kFiles };
+    /// What may be behind a path. An address is read by the XML parser from a server or from a file, or refused
+    /// where only files are read, unless there is a file of that name. The path of a named file is not even looked
+    /// at.
+    enum class Places { kFilesAndAddresses, kFiles, kNamedFile };
 
+    /// \param path for messages
+    /// \param fileName by which the system knows the file of that path
     /// \param observer null when nobody watches
-    XmlInput(const icu::UnicodeString& path, Places places, GpxReadObserver* observer);
+    XmlInput(const icu::UnicodeString& path, std::string fileName, Places places, GpxReadObserver* observer);
     /// \param bytes stay the caller's
     XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer);
 
@@ -55,10 +60,11 @@ private:
 
     icu::UnicodeString name_;
     icu::UnicodeString systemId_;
+    std::string fileName_;
     Places places_ = Places::kFilesAndAddresses;
     bool isRepeatable_;
     std::optional<Progress> progress_;
-    /// What is read, if it is not read by its system id.
+    /// What is read; null where the XML parser is to say why it cannot be.
     std::unique_ptr<xercesc::InputSource> source_;
     /// What `source_` watches.
     std::unique_ptr<xercesc::InputSource> watched_;
