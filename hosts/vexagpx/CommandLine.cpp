@@ -15,7 +15,9 @@
 #include <charconv>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace vexagpx {
 
@@ -310,21 +312,34 @@ void AddCommands(CLI::App& app, Request& request) {
 namespace {
 
 // What CLI11 would misread is hidden behind a mark: it takes a file called "[a]" for a list, and what stands
-// behind "--" for options when files stand before it.
+// behind "--" for options when files stand before it. What begins with the mark itself gets another.
 constexpr char kMark = '\x01';
+
+bool NeedsMark(std::string_view value) {
+    return value.starts_with(kMark) || (value.starts_with('[') && value.ends_with(']'));
+}
+
+/// Where the value in "--option=value" begins; 0 in anything else.
+std::size_t ValueBegin(const std::string& argument) {
+    return argument.starts_with("--") ? argument.find('=') + 1 : 0;
+}
 
 /// The arguments as CLI11 wants them: the last one first, the program's name left out.
 std::vector<std::string> Marked(int argc, char** argv) {
     std::vector<std::string> arguments;
     bool marksAll = false;
     for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        if (marksAll || (argument.starts_with('[') && argument.ends_with(']')))
-            arguments.push_back(kMark + argument);
-        else if (argument == "--")
+        std::string argument = argv[i];
+        const std::size_t value = ValueBegin(argument);
+        if (!marksAll && argument == "--") {
             marksAll = true;
-        else
-            arguments.push_back(argument);
+            continue;
+        }
+        if (marksAll)
+            argument.insert(0, 1, kMark);
+        else if (NeedsMark(std::string_view(argument).substr(value)))
+            argument.insert(value, 1, kMark);
+        arguments.push_back(std::move(argument));
     }
     std::reverse(arguments.begin(), arguments.end());
     return arguments;

@@ -5,15 +5,19 @@
 #include <vexagpx/Documents.h>
 #include <vexagpx/EntryPlaces.h>
 #include <vexagpx/Messages.h>
+#include <vexagpx/Posix.h>
 #include <vexagpx/ShellText.h>
 #include <vexagpx/Target.h>
 #include <vexagpx/WellFormed.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
+
+#include <fcntl.h>
 
 namespace vexagpx {
 
@@ -25,6 +29,19 @@ icu::UnicodeString FromUtf8(const std::string& text) {
     return icu::UnicodeString::fromUTF8(text);
 }
 
+/// \param path named in messages
+void WriteBytes(const UnicodeStrUtils::ByteString& bytes, const std::string& path,
+                const std::string& temporaryPath) {
+    try {
+        Descriptor file = OpenFile(temporaryPath, O_WRONLY | O_CREAT | O_TRUNC);
+        if (!WriteAll(file.Get(), {bytes.buffer.get(), bytes.length}) || !file.Close())
+            throw std::system_error(errno, std::generic_category());
+    } catch (const std::system_error& error) {
+        throw std::runtime_error("Unable to write the file: " + path + " (" +
+                                 ErrorText(error.code().value()) + ")");
+    }
+}
+
 /// Writes one document as the request says, to a path instead of the request's.
 void WriteResult(const ConvertRequest& request, const GpxDocument& document, const std::string& path,
                  Output& standardOutput) {
@@ -32,7 +49,7 @@ void WriteResult(const ConvertRequest& request, const GpxDocument& document, con
     const icu::UnicodeString name = FromUtf8(request.applicationName);
     const icu::UnicodeString url = FromUtf8(request.applicationUrl);
     Target target(path);
-    document.WriteToFile(version, name, url, FromUtf8(target.TemporaryPath()));
+    WriteBytes(document.GetAsByteString(version, name, url), path, target.TemporaryPath());
     if (const std::optional<std::string> complaint = FindXmlError(target.TemporaryPath()))
         throw std::runtime_error("The result would not be well-formed XML because of the " +
                                  FindCulprit(document, version, name, url, target.TemporaryPath()) + ". " +

@@ -123,7 +123,7 @@ void FileParser::Note(const xercesc::SAXParseException& exception) {
 void FileParser::ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document) {
     Read(file.Argument(), file.Path(), [&] {
         try {
-            Parse(file.Path(), document);
+            ParseFile(file.FilePath(), document);
         } catch (const std::logic_error& failure) {
             complaint_ = file.Presented(complaint_);
             throw std::runtime_error(file.Presented(failure.what()));

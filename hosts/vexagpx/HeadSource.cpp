@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/HeadSource.h>
 
+#include <unicode/unistr.h>
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -38,9 +39,10 @@ private:
 
 } // namespace
 
-HeadSource::HeadSource(const icu::UnicodeString& name, Read read) : read_(std::move(read)) {
-    icu::UnicodeString terminated(name);
-    setSystemId(terminated.getTerminatedBuffer());
+HeadSource::HeadSource(const std::string& path, Read read) : read_(std::move(read)) {
+    // A relative path can look like an address.
+    icu::UnicodeString name = icu::UnicodeString::fromUTF8(path.starts_with('/') ? path : "./" + path);
+    setSystemId(name.getTerminatedBuffer());
 }
 
 xercesc::BinInputStream* HeadSource::makeStream() const {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <unicode/unistr.h>
 #include <xercesc/sax/InputSource.hpp>
 
 #include <cstddef>
 #include <exception>
 #include <functional>
+#include <string>
 
 namespace vexagpx {
 
@@ -16,8 +16,8 @@ public:
     /// The next bytes into a buffer of that size; 0 at the end. May throw.
     using Read = std::function<std::size_t(char*, std::size_t)>;
 
-    /// \param name against which the parser resolves relative names of other files
-    HeadSource(const icu::UnicodeString& name, Read read);
+    /// \param path against which the parser resolves relative names of other files
+    HeadSource(const std::string& path, Read read);
 
     xercesc::BinInputStream* makeStream() const override;
 

@@ -119,13 +119,9 @@ void WriteJson(const GpxTarvikExtParser& scanner, const std::string& file, const
 }
 
 void ScanFile(GpxTarvikExtParser& scanner, const InputFile& file) {
-    const Descriptor descriptor = OpenInput(file);
-    const HeadSource source(file.Path(), [&](char* buffer, std::size_t size) {
-        const long count = ReadSome(descriptor.Get(), buffer, size);
-        if (count < 0)
-            throw std::runtime_error("Unable to read the file: " + file.Argument() + " (" + ErrorText(errno) +
-                                     ")");
-        return static_cast<std::size_t>(count);
+    const Descriptor descriptor = OpenInput(file.FilePath(), file.Argument());
+    const HeadSource source(file.FilePath(), [&](char* buffer, std::size_t size) {
+        return ReadPiece(descriptor, file.Argument(), buffer, size);
     });
     scanner.ParseSource(source);
     source.RethrowFailure();
@@ -134,13 +130,12 @@ void ScanFile(GpxTarvikExtParser& scanner, const InputFile& file) {
 void ScanEntry(GpxTarvikExtParser& scanner, Archive& archive, const std::string& file) {
     archive.Open();
     bool ended = false;
-    const HeadSource source(icu::UnicodeString::fromUTF8(file + "/" + archive.Name()),
-                            [&](char* buffer, std::size_t size) {
-                                // An entry that has ended is closed and cannot be read again.
-                                const std::size_t count = ended ? 0 : archive.Read(buffer, size);
-                                ended = count == 0;
-                                return count;
-                            });
+    const HeadSource source(file + "/" + archive.Name(), [&](char* buffer, std::size_t size) {
+        // An entry that has ended is closed and cannot be read again.
+        const std::size_t count = ended ? 0 : archive.Read(buffer, size);
+        ended = count == 0;
+        return count;
+    });
     scanner.ParseSource(source);
     source.RethrowFailure();
 }

@@ -33,13 +33,6 @@ bool IsStream(const std::string& path) {
     return !S_ISREG(status.st_mode);
 }
 
-/// A name whose first colon stands before any slash looks like an address to the XML parser, which would ask
-/// the network for it.
-std::string WithoutScheme(const std::string& path) {
-    const std::size_t mark = path.find_first_of(":/");
-    return mark != std::string::npos && path[mark] == ':' ? "./" + path : path;
-}
-
 /// 0 when it is not known.
 std::uint64_t FileSize(int fd) {
     struct stat status {};
@@ -60,8 +53,9 @@ InputFile::InputFile(const std::string& argument) : argument_(argument) {
             FailToRead(argument, error.code().value());
         }
     } else {
-        filePath_ = WithoutScheme(argument);
+        filePath_ = argument;
     }
+    // As the library shows it.
     path_ = icu::UnicodeString::fromUTF8(filePath_);
 }
 
@@ -100,12 +94,19 @@ std::string InputFile::Presented(std::string message) const {
     return message;
 }
 
-Descriptor OpenInput(const InputFile& file) {
+Descriptor OpenInput(const std::string& path, const std::string& argument) {
     try {
-        return OpenFile(file.FilePath(), O_RDONLY);
+        return OpenFile(path, O_RDONLY);
     } catch (const std::system_error& error) {
-        FailToRead(file.Argument(), error.code().value());
+        FailToRead(argument, error.code().value());
     }
+}
+
+std::size_t ReadPiece(const Descriptor& file, const std::string& argument, char* buffer, std::size_t size) {
+    const long count = ReadSome(file.Get(), buffer, size);
+    if (count < 0)
+        FailToRead(argument, errno);
+    return static_cast<std::size_t>(count);
 }
 
 std::string ReadInput(const std::string& argument) {

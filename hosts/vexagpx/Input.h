@@ -6,6 +6,7 @@
 
 #include <unicode/unistr.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -13,7 +14,7 @@ namespace vexagpx {
 
 inline constexpr char kStandardInput[] = "-";
 
-/// A file named on the command line, as the library can open it by name. Standard input, named "-", and what
+/// A file named on the command line, whose name is any bytes, as the library can open it. Standard input, named "-", and what
 /// can be read only once, such as a pipe, is copied to a temporary file of the same name.
 class InputFile {
 public:
@@ -22,9 +23,10 @@ public:
 
     /// The name as the command line had it.
     const std::string& Argument() const { return argument_; }
-    /// Where the file is, for the library and for the system.
-    const icu::UnicodeString& Path() const { return path_; }
+    /// The bytes by which library and system open the file.
     const std::string& FilePath() const { return filePath_; }
+    /// The same as text, for messages: of bytes that are no UTF-8 another name.
+    const icu::UnicodeString& Path() const { return path_; }
     /// True for what can be read only once.
     bool IsCopy() const { return folder_ != nullptr; }
     /// A message with the name as the command line had it in place of the path.
@@ -39,8 +41,13 @@ private:
     icu::UnicodeString path_;
 };
 
+/// \param argument how messages name the file
 /// \throws std::runtime_error when the file cannot be opened for reading
-Descriptor OpenInput(const InputFile& file);
+Descriptor OpenInput(const std::string& path, const std::string& argument);
+
+/// The next bytes of a file; 0 at its end.
+/// \throws std::runtime_error
+std::size_t ReadPiece(const Descriptor& file, const std::string& argument, char* buffer, std::size_t size);
 
 /// All bytes of a file or of standard input.
 /// \throws std::runtime_error

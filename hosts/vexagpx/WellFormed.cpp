@@ -2,9 +2,10 @@
 #include <vexagpx/WellFormed.h>
 
 #include <vexagpx/FileParser.h>
+#include <vexagpx/HeadSource.h>
+#include <vexagpx/Input.h>
 
 #include <unicode/unistr.h>
-#include <xercesc/framework/LocalFileInputSource.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/sax2/SAX2XMLReader.hpp>
@@ -90,8 +91,11 @@ void Parse(const xercesc::InputSource& source, FirstComplaint& complaint) {
 }
 
 void ParseFile(const std::string& path, FirstComplaint& complaint) {
-    icu::UnicodeString name = icu::UnicodeString::fromUTF8(path);
-    Parse(xercesc::LocalFileInputSource(name.getTerminatedBuffer()), complaint);
+    const Descriptor file = OpenInput(path, path);
+    const HeadSource source(
+        path, [&](char* buffer, std::size_t size) { return ReadPiece(file, path, buffer, size); });
+    Parse(source, complaint);
+    source.RethrowFailure();
 }
 
 } // namespace

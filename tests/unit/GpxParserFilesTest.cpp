@@ -25,20 +25,6 @@ using namespace testing_support;
 
 const std::string kGoodFile = Gpx11("<wpt lat='1' lon='2'/>");
 
-// The current folder of the process while this lives.
-class CurrentFolder {
-public:
-    explicit CurrentFolder(const std::filesystem::path& folder) : former_(std::filesystem::current_path()) {
-        std::filesystem::current_path(folder);
-    }
-    ~CurrentFolder() { std::filesystem::current_path(former_); }
-    CurrentFolder(const CurrentFolder&) = delete;
-    CurrentFolder& operator=(const CurrentFolder&) = delete;
-
-private:
-    std::filesystem::path former_;
-};
-
 std::string NameReadFrom(const std::string& path) {
     GpxParser parser;
     GpxDocument document;

@@ -10,6 +10,7 @@
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 #include "support/ModelCompare.h"
+#include "support/SystemFiles.h"
 #include "support/TestFiles.h"
 #include "support/XercesDoubles.h"
 
@@ -156,7 +157,8 @@ TEST(GpxParserMemoryTest, NothingLeaks) {
 TEST(GpxParserMemoryTest, ANameOpensNothing) {
     const TemporaryFolder folder;
     WriteBytes(folder / "other.gpx", Gpx11("<trk/>"));
-    const XercesFiles files;
+    const XercesFiles xercesFiles;
+    const SystemFiles files;
     const XercesNet net;
     for (const std::string& name :
          {std::string("http://missing.invalid/walk.gpx"), std::string("ftp://x/y"),
@@ -168,6 +170,7 @@ TEST(GpxParserMemoryTest, ANameOpensNothing) {
         EXPECT_FALSE(ReadingOfBytes("<bad", name).error.empty()) << name;
     }
     EXPECT_EQ(files.Opened(), 0U);
+    EXPECT_EQ(xercesFiles.Opened(), 0U);
     EXPECT_EQ(net.Requests(), 0U);
 }
 

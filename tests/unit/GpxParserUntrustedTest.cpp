@@ -7,6 +7,7 @@
 #include "support/GpxReading.h"
 #include "support/GpxText.h"
 #include "support/ModelCompare.h"
+#include "support/SystemFiles.h"
 #include "support/XercesDoubles.h"
 
 #include <vexaTransferLib/GpxInputLimits.h>
@@ -71,19 +72,22 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_P(DocumentTypeTest, IsRefusedBeforeAnythingElseIsOpened) {
     const GpxFile file(GetParam().text + Gpx11("<wpt lat='1' lon='2'><name>n</name></wpt>"));
-    const XercesFiles files;
+    const XercesFiles xercesFiles;
+    const SystemFiles files;
     const XercesNet net;
     const Reading reading = ReadUntrusted(file.NarrowPath());
     EXPECT_EQ(reading.error, Refusal(file.NarrowPath(), kDocumentType));
     EXPECT_TRUE(IsUntouched(reading.document));
     EXPECT_EQ(files.Opened(), 1U);
     EXPECT_EQ(files.StillOpen(), 0U);
+    EXPECT_EQ(xercesFiles.Opened(), 0U);
     EXPECT_EQ(net.Requests(), 0U);
 }
 
 TEST_P(DocumentTypeTest, IsRefusedByGetParserToo) {
     const GpxFile file(GetParam().text + Gpx11(""));
-    const XercesFiles files;
+    const XercesFiles xercesFiles;
+    const SystemFiles files;
     const XercesNet net;
     GpxParser parser;
     parser.SetUntrusted();
@@ -95,6 +99,7 @@ TEST_P(DocumentTypeTest, IsRefusedByGetParserToo) {
                   "The untrusted GPX file was refused: " + file.NarrowPath() + ". " + kDocumentType);
     }
     EXPECT_EQ(files.Opened(), 1U);
+    EXPECT_EQ(xercesFiles.Opened(), 0U);
     EXPECT_EQ(net.Requests(), 0U);
 }
 
@@ -119,11 +124,13 @@ TEST(GpxParserUntrustedTest, APathIsNeverTakenForAnAddress) {
     for (const std::string& address :
          {std::string("http://localhost:1/walk.gpx"), "file://" + file.NarrowPath()}) {
         const XercesNet net;
-        const XercesFiles files;
+        const XercesFiles xercesFiles;
+        const SystemFiles files;
         const Reading reading = ReadUntrusted(address);
         EXPECT_EQ(reading.error, std::string(typeid(dbc::postcondition_error).name()) +
                                      ": An untrusted GPX file is not read from an address: " + address);
         EXPECT_TRUE(IsUntouched(reading.document));
+        EXPECT_EQ(xercesFiles.Opened(), 0U);
         EXPECT_EQ(net.Requests(), 0U);
         EXPECT_EQ(files.Opened(), 0U);
     }

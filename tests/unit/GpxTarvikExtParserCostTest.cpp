@@ -8,6 +8,7 @@
 #include "support/GpxText.h"
 #include "support/HeadScan.h"
 #include "support/IcuMemory.h"
+#include "support/SystemFiles.h"
 #include "support/TestFiles.h"
 #include "support/XercesDoubles.h"
 
@@ -64,7 +65,7 @@ std::size_t BytesReadOfFile(std::size_t waypoints) {
     const TemporaryFolder folder;
     WriteLargeFile(folder / "large.gpx", waypoints);
     EXPECT_GE(std::filesystem::file_size(folder / "large.gpx"), waypoints * 100);
-    const XercesFiles files;
+    const SystemFiles files;
     GpxTarvikExtParser scanner;
     ScanFile(scanner, (folder / "large.gpx").string());
     EXPECT_EQ(FoundBy(scanner), kHeadFound);

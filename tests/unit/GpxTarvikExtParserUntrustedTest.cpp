@@ -4,6 +4,7 @@
 
 #include "support/GpxFiles.h"
 #include "support/GpxText.h"
+#include "support/SystemFiles.h"
 #include "support/XercesDoubles.h"
 
 #include <vexaTransferLib/GpxTarvikExtParser.h>
@@ -55,7 +56,8 @@ TEST(GpxTarvikExtParserUntrustedTest, ADocumentTypeEndsTheScanBeforeAnythingElse
                                     "<!DOCTYPE gpx [<!ENTITY e SYSTEM 'file:///etc/hostname'>]>",
                                     "<!DOCTYPE gpx [<!ENTITY % p SYSTEM 'http://localhost:1/x'>%p;]>"}) {
         const GpxFile file(declaration + Metadata(kLayer));
-        const XercesFiles files;
+        const XercesFiles xercesFiles;
+        const SystemFiles files;
         const XercesNet net;
         GpxTarvikExtParser scanner;
         scanner.SetUntrusted();
@@ -63,13 +65,15 @@ TEST(GpxTarvikExtParserUntrustedTest, ADocumentTypeEndsTheScanBeforeAnythingElse
         EXPECT_EQ(LayerOf(scanner), "") << declaration;
         EXPECT_EQ(files.Opened(), 1U) << declaration;
         EXPECT_EQ(files.StillOpen(), 0U) << declaration;
+        EXPECT_EQ(xercesFiles.Opened(), 0U) << declaration;
         EXPECT_EQ(net.Requests(), 0U) << declaration;
     }
 }
 
 TEST(GpxTarvikExtParserUntrustedTest, APathIsNeverTakenForAnAddress) {
     const GpxFile file(Metadata(kLayer));
-    const XercesFiles files;
+    const XercesFiles xercesFiles;
+    const SystemFiles files;
     const XercesNet net;
     GpxTarvikExtParser scanner;
     scanner.SetUntrusted();
@@ -77,6 +81,7 @@ TEST(GpxTarvikExtParserUntrustedTest, APathIsNeverTakenForAnAddress) {
     scanner.Parse(u"http://localhost:1/walk.gpx");
     EXPECT_EQ(LayerOf(scanner), "");
     EXPECT_EQ(files.Opened(), 0U);
+    EXPECT_EQ(xercesFiles.Opened(), 0U);
     EXPECT_EQ(net.Requests(), 0U);
     scanner.SetTrusted();
     scanner.Parse(u"file://" + file.Path());

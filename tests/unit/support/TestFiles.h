@@ -32,4 +32,18 @@ private:
     std::filesystem::path path_;
 };
 
+/// The current folder of the process while this lives.
+class CurrentFolder {
+public:
+    explicit CurrentFolder(const std::filesystem::path& folder) : former_(std::filesystem::current_path()) {
+        std::filesystem::current_path(folder);
+    }
+    ~CurrentFolder() { std::filesystem::current_path(former_); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+private:
+    std::filesystem::path former_;
+};
+
 } // namespace vexaTransferLib::testing_support
