@@ -15,9 +15,8 @@
 #include <charconv>
 #include <cstdint>
 #include <memory>
-#include <string_view>
+#include <string>
 #include <system_error>
-#include <utility>
 
 namespace vexagpx {
 
@@ -313,15 +312,19 @@ namespace {
 
 // What CLI11 would misread is hidden behind a mark: it takes a file called "[a]" for a list, and what stands
 // behind "--" for options when files stand before it. What begins with the mark itself gets another.
-constexpr char kMark = '\x01';
+constexpr char kMark[] = "\x01";
 
-bool NeedsMark(std::string_view value) {
-    return value.starts_with(kMark) || (value.starts_with('[') && value.ends_with(']'));
-}
-
-/// Where the value in "--option=value" begins; 0 in anything else.
+/// Where the value of "--option=value" begins; 0 of anything else.
 std::size_t ValueBegin(const std::string& argument) {
     return argument.starts_with("--") ? argument.find('=') + 1 : 0;
+}
+
+std::string Marked(std::string argument, bool isFile) {
+    const bool isList = argument.starts_with('[') && argument.ends_with(']');
+    const std::size_t value = isFile ? 0 : ValueBegin(argument);
+    if (isFile || isList || argument.compare(value, 1, kMark) == 0)
+        argument.insert(value, kMark);
+    return argument;
 }
 
 /// The arguments as CLI11 wants them: the last one first, the program's name left out.
@@ -329,17 +332,11 @@ std::vector<std::string> Marked(int argc, char** argv) {
     std::vector<std::string> arguments;
     bool marksAll = false;
     for (int i = 1; i < argc; ++i) {
-        std::string argument = argv[i];
-        const std::size_t value = ValueBegin(argument);
-        if (!marksAll && argument == "--") {
+        const std::string argument = argv[i];
+        if (argument == "--" && !marksAll)
             marksAll = true;
-            continue;
-        }
-        if (marksAll)
-            argument.insert(0, 1, kMark);
-        else if (NeedsMark(std::string_view(argument).substr(value)))
-            argument.insert(value, 1, kMark);
-        arguments.push_back(std::move(argument));
+        else
+            arguments.push_back(Marked(argument, marksAll));
     }
     std::reverse(arguments.begin(), arguments.end());
     return arguments;

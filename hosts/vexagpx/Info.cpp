@@ -9,10 +9,8 @@
 #include <vexagpx/MetaDataJson.h>
 
 #include <bit>
-#include <cerrno>
 #include <cmath>
 #include <cstdint>
-#include <system_error>
 
 namespace vexagpx {
 

@@ -390,6 +390,18 @@ TEST(GpxDocumentWriterTest, AFileThatCannotBeCreatedIsReportedAndNotThere) {
                    kCreateFailed, kSource);
 }
 
+TEST(GpxDocumentWriterTest, ANameThatNoFileCanHaveWritesNoOther) {
+    const TemporaryFolder folder;
+    const icu::UnicodeString start = FileName(folder / "a");
+    const char16_t zero[] = {0, u'x'};
+    for (const icu::UnicodeString& end :
+         {icu::UnicodeString(char16_t{0}), icu::UnicodeString(zero, 2), icu::UnicodeString(char16_t{0xD800}),
+          icu::UnicodeString(char16_t{0xDC00})})
+        EXPECT_FAILURE(FullDocument().WriteToFile(kGpx11, u"App", u"x", start + end),
+                       dbc::postcondition_error, kCreateFailed, kSource);
+    EXPECT_TRUE(std::filesystem::is_empty(folder / ""));
+}
+
 TEST(GpxDocumentWriterTest, AFullDiskIsReportedWhateverTheSize) {
     const std::filesystem::path full = "/dev/full";
     if (!std::filesystem::exists(full))

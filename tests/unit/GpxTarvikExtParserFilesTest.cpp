@@ -252,6 +252,84 @@ TEST(GpxTarvikExtParserFilesTest, PathsMayHaveAnyCharacters) {
     }
 }
 
+// The bytes of the path, or the path as text; trusted or not.
+using ScanWay = void (*)(GpxTarvikExtParser&, const std::string&);
+
+void ScanNamed(GpxTarvikExtParser& scanner, const std::string& path) {
+    scanner.ParseFile(path);
+}
+
+struct ScanRow {
+    ScanWay scan;
+    bool isTrusted;
+};
+
+constexpr ScanRow kScanRows[] = {{ScanFile, true}, {ScanFile, false}, {ScanNamed, true}, {ScanNamed, false}};
+
+std::string ScanBy(const ScanRow& row, const std::string& path) {
+    GpxTarvikExtParser scanner;
+    if (!row.isTrusted)
+        scanner.SetUntrusted();
+    row.scan(scanner, path);
+    return FoundBy(scanner);
+}
+
+TEST(GpxTarvikExtParserFilesTest, TwoDotsLeadWhereTheSystemSays) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder / "far/away");
+    std::filesystem::create_directory(folder / "here");
+    std::filesystem::create_directory_symlink(folder / "far/away", folder / "here/way");
+    WriteBytes(folder / "far/x.gpx", WithExtensions(kForm));
+    WriteBytes(folder / "here/x.gpx", WithExtensions("<tarvik:form>another</tarvik:form>"));
+    const CurrentFolder current(folder / "here");
+    for (const ScanRow& row : kScanRows) {
+        const SystemFiles files;
+        EXPECT_EQ(ScanBy(row, "way/../x.gpx"), kFormFound);
+        EXPECT_EQ(files.Opened(), 1U);
+        EXPECT_EQ(files.StillOpen(), 0U);
+    }
+}
+
+TEST(GpxTarvikExtParserFilesTest, BytesThatAreNoTextNameAFile) {
+    const TemporaryFolder folder;
+    WriteBytes(folder / "caf\xE9.gpx", WithExtensions(kForm));
+    WriteBytes(folder / "caf\uFFFD.gpx", WithExtensions("<tarvik:form>look-alike</tarvik:form>"));
+    for (const bool isTrusted : {true, false})
+        EXPECT_EQ(ScanBy({ScanNamed, isTrusted}, (folder / "caf\xE9.gpx").string()), kFormFound);
+}
+
+TEST(GpxTarvikExtParserFilesTest, BytesAreNeverAnAddress) {
+    const TemporaryFolder folder;
+    const CurrentFolder current(folder / "");
+    std::filesystem::create_directories("http:/localhost:1");
+    WriteBytes("http:/localhost:1/walk.gpx", WithExtensions(kForm));
+    const GpxFile other(WithExtensions(kForm));
+    const XercesNet net;
+    for (const bool isTrusted : {true, false}) {
+        EXPECT_EQ(ScanBy({ScanNamed, isTrusted}, "http://localhost:1/walk.gpx"), kFormFound);
+        EXPECT_EQ(ScanBy({ScanNamed, isTrusted}, "http://localhost:1/x.gpx"), kNothing);
+        EXPECT_EQ(ScanBy({ScanNamed, isTrusted}, "file://" + other.NarrowPath()), kNothing);
+    }
+    EXPECT_EQ(net.Requests(), 0U);
+}
+
+TEST(GpxTarvikExtParserFilesTest, APathThatNoFileCanHaveIsReportedAndNothingForgotten) {
+    const GpxFile file(WithExtensions(kForm));
+    const std::string path = file.NarrowPath();
+    for (const ScanRow& row : kScanRows)
+        for (const std::string& bad : {std::string(), path + '\0', path + '\0' + "x"}) {
+            GpxTarvikExtParser scanner;
+            ScanFile(scanner, path);
+            EXPECT_REPORT(row.scan(scanner, bad), kScannerSource);
+            EXPECT_EQ(FoundBy(scanner), kFormFound);
+        }
+    GpxTarvikExtParser scanner;
+    ScanFile(scanner, path);
+    EXPECT_REPORT(scanner.Parse(file.Path() + char16_t{0xD800}), kScannerSource);
+    EXPECT_REPORT(scanner.Parse(char16_t{0xDC00} + file.Path()), kScannerSource);
+    EXPECT_EQ(FoundBy(scanner), kFormFound);
+}
+
 TEST(GpxTarvikExtParserFilesTest, ThePathNeedNotEndWithAZero) {
     const GpxFile file(WithExtensions(kForm));
     const std::string path = file.NarrowPath();

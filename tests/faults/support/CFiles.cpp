@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// The C library's file functions in front of themselves, for the shared libraries too.
+// The file functions of the C library and of the system in front of themselves, for the shared libraries too.
 
 #include "support/CFiles.h"
 
@@ -40,9 +40,9 @@ Function* Next(const char* name) {
 }
 
 // What is behind the file is exchanged, so that all that follows is the system's own doing.
-void Break(std::FILE* file, CFileFaults::Read read) {
+void Break(int file, CFileFaults::Read read) {
     const int other = open("/dev/null", read == CFileFaults::Read::kFails ? O_WRONLY : O_RDONLY);
-    dup2(other, fileno(file));
+    dup2(other, file);
     close(other);
 }
 
@@ -90,8 +90,23 @@ VEXA_EXPORTED std::size_t fwrite(const void* bytes, std::size_t size, std::size_
 VEXA_EXPORTED std::size_t fread(void* bytes, std::size_t size, std::size_t count, std::FILE* file) {
     static auto* const next = Next<std::size_t(void*, std::size_t, std::size_t, std::FILE*)>("fread");
     if (active != nullptr && ++active->reads == active->faultyRead)
-        Break(file, active->read);
+        Break(fileno(file), active->read);
     return next(bytes, size, count, file);
+}
+
+VEXA_EXPORTED ssize_t read(int file, void* bytes, std::size_t size) {
+    static auto* const next = Next<ssize_t(int, void*, std::size_t)>("read");
+    if (active == nullptr)
+        return next(file, bytes, size);
+    if (++active->reads == active->faultyRead)
+        Break(file, active->read);
+    if (!active->interruptsReads)
+        return next(file, bytes, size);
+    if (active->reads % 2 == 1)
+        return next(file, bytes, std::min<std::size_t>(size, 1000));
+    ++active->interruptions;
+    errno = EINTR;
+    return -1;
 }
 
 } // extern "C"

@@ -6,8 +6,8 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// What goes wrong with the C library's files: those that the writer writes, and those that Xerces and
-/// minizip read.
+/// What goes wrong with files: those that the writer writes and minizip reads, by the C library, and those that
+/// the GPX reader reads, by the system.
 struct CFileFaults {
     // Writing.
     int openError = 0;                               ///< errno of every fopen; 0 to open
@@ -20,12 +20,15 @@ struct CFileFaults {
         kFails, ///< as from a disk that is broken
         kEnds   ///< as in a file that has become shorter
     };
-    std::size_t faultyRead = 0; ///< which fread, counted from 1; that one and all later ones of the file
+    std::size_t faultyRead =
+        0; ///< which read or fread, counted from 1; that one and all later ones of the file
     Read read = Read::kFails;
+    bool interruptsReads = false; ///< every other read is interrupted by a signal, and the others give little
 
     std::size_t opened = 0;
     std::size_t closed = 0;
     std::size_t reads = 0;
+    std::size_t interruptions = 0;
 };
 
 /// The faults of all files of this thread while this lives; the counts are kept in them. One at a time.
