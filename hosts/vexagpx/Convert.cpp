@@ -5,19 +5,16 @@
 #include <vexagpx/Documents.h>
 #include <vexagpx/EntryPlaces.h>
 #include <vexagpx/Messages.h>
-#include <vexagpx/Posix.h>
 #include <vexagpx/ShellText.h>
 #include <vexagpx/Target.h>
 #include <vexagpx/WellFormed.h>
 
-#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
-
-#include <fcntl.h>
 
 namespace vexagpx {
 
@@ -29,32 +26,29 @@ icu::UnicodeString FromUtf8(const std::string& text) {
     return icu::UnicodeString::fromUTF8(text);
 }
 
-/// \param path named in messages
-void WriteBytes(const UnicodeStrUtils::ByteString& bytes, const std::string& path,
-                const std::string& temporaryPath) {
-    try {
-        Descriptor file = OpenFile(temporaryPath, O_WRONLY | O_CREAT | O_TRUNC);
-        if (!WriteAll(file.Get(), {bytes.buffer.get(), bytes.length}) || !file.Close())
-            throw std::system_error(errno, std::generic_category());
-    } catch (const std::system_error& error) {
-        throw std::runtime_error("Unable to write the file: " + path + " (" +
-                                 ErrorText(error.code().value()) + ")");
-    }
-}
-
-/// Writes one document as the request says, to a path instead of the request's.
-void WriteResult(const ConvertRequest& request, const GpxDocument& document, const std::string& path,
-                 Output& standardOutput) {
+/// Writes one document as the request says.
+/// \param source what the document was read from
+/// \throws std::runtime_error when the result is no GPX file, or none that says what the document says
+void WriteResult(const ConvertRequest& request, const GpxDocument& document, const std::string& source,
+                 Target& target, Output& standardOutput) {
     const GpxVersion version(FromUtf8(request.version));
     const icu::UnicodeString name = FromUtf8(request.applicationName);
     const icu::UnicodeString url = FromUtf8(request.applicationUrl);
-    Target target(path);
-    WriteBytes(document.GetAsByteString(version, name, url), path, target.TemporaryPath());
-    if (const std::optional<std::string> complaint = FindXmlError(target.TemporaryPath()))
+    const UnicodeStrUtils::ByteString bytes = document.GetAsByteString(version, name, url);
+    const std::string_view xml(bytes.buffer.get(), bytes.length);
+    if (const std::optional<std::string> complaint = FindXmlError(xml))
         throw std::runtime_error("The result would not be well-formed XML because of the " +
-                                 FindCulprit(document, version, name, url, target.TemporaryPath()) + ". " +
-                                 path + " was not written. (" + *complaint + ")");
-    target.Commit(standardOutput);
+                                 FindCulprit(document, version, name, url, xml) + ". " + target.Path() +
+                                 " was not written. (" + *complaint + ")");
+    if (const std::optional<std::string> field = FindChangedText(document, version))
+        throw std::runtime_error("The result would not say what the input says: the " + *field +
+                                 " is written without escapes and would be read as something else. " +
+                                 target.Path() + " was not written. (" + source + ")");
+    target.Commit(xml, standardOutput);
+}
+
+std::string SourceName(const ConvertRequest& request) {
+    return request.in == kStandardInput ? "standard input" : request.in;
 }
 
 void NoteGpx10(const ConvertRequest& request) {
@@ -96,8 +90,7 @@ void NoteLosses(const ConvertRequest& request, std::uint64_t count, bool isStrea
         return;
     const bool isOne = count == 1;
     const std::string note = "Note: " + std::to_string(count) + (isOne ? " thing in " : " things in ") +
-                             (request.in == kStandardInput ? "standard input" : request.in) +
-                             (isOne ? " was" : " were") + " not carried over";
+                             SourceName(request) + (isOne ? " was" : " were") + " not carried over";
     const std::string command = "\"vexagpx check " + ShellText(request.in) + "\"";
     const std::string lists = isOne ? "lists it." : "lists them.";
     if (IsSameFile(request.in, request.out))
@@ -126,7 +119,7 @@ public:
 private:
     bool ConvertFile(const InputFile& file);
     bool ConvertArchive(const InputFile& file);
-    void Write(const GpxDocument& document, const std::string& path);
+    void Write(const GpxDocument& document, const std::string& source, Target target);
 
     const ConvertRequest& request_;
     Output& standardOutput_;
@@ -139,7 +132,7 @@ bool Converter::ConvertFile(const InputFile& file) {
     GpxDocument document;
     losses_.BeginDocument();
     parser_.ReadFile(file, document);
-    Write(document, request_.out);
+    Write(document, SourceName(request_), Target(request_.out));
     return true;
 }
 
@@ -156,12 +149,13 @@ bool Converter::ConvertArchive(const InputFile& file) {
         GpxDocument document;
         losses_.BeginDocument();
         ReadEntry(parser_, archive, request_.in, document);
-        Write(document, intoFolder ? places.PlaceOf(archive) : request_.out);
+        Write(document, SourceName(request_) + "/" + archive.Name(),
+              intoFolder ? Target(places.PlaceOf(archive)) : Target(request_.out));
     });
 }
 
-void Converter::Write(const GpxDocument& document, const std::string& path) {
-    WriteResult(request_, document, path, standardOutput_);
+void Converter::Write(const GpxDocument& document, const std::string& source, Target target) {
+    WriteResult(request_, document, source, target, standardOutput_);
     losses_.EndDocument();
 }
 

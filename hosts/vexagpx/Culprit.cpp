@@ -16,17 +16,29 @@ namespace {
 bool BreaksElement(const icu::UnicodeString& text) {
     std::string xml = "<x>";
     text.toUTF8String(xml);
-    return !IsWellFormed(xml + "</x>");
+    return FindXmlError(xml + "</x>").has_value();
 }
 
 bool BreaksAttribute(const icu::UnicodeString& text) {
     std::string xml = "<x key=\"";
     text.toUTF8String(xml);
-    return !IsWellFormed(xml + "\"/>");
+    return FindXmlError(xml + "\"/>").has_value();
 }
 
-bool Breaks(const RawText& raw) {
-    return raw.place == RawText::Place::kAttribute ? BreaksAttribute(raw.text) : BreaksElement(raw.text);
+bool Breaks(const icu::UnicodeString& text, RawText::Place place) {
+    return place == RawText::Place::kAttribute ? BreaksAttribute(text) : BreaksElement(text);
+}
+
+/// True when XML that contains the text unescaped contains another text, or more than a text. Line ends become
+/// line feeds in an element; in an attribute, which stands in double quotes, all white space becomes spaces.
+bool IsReadOtherwise(const icu::UnicodeString& text, RawText::Place place) {
+    static const icu::UnicodeString kOfElements(u"<&\r");
+    static const icu::UnicodeString kOfAttributes(u"<&\"\t\n\r");
+    const icu::UnicodeString& changed = place == RawText::Place::kAttribute ? kOfAttributes : kOfElements;
+    for (std::int32_t i = 0; i < text.length(); ++i)
+        if (changed.indexOf(text[i]) >= 0)
+            return true;
+    return false;
 }
 
 std::string Named(const std::string& field, const icu::UnicodeString& text) {
@@ -40,15 +52,19 @@ std::string Named(const std::string& field, const icu::UnicodeString& text) {
 
 std::string FindCulprit(const GpxDocument& document, const GpxVersion& version,
                         const icu::UnicodeString& applicationName, const icu::UnicodeString& applicationUrl,
-                        const std::string& path) {
+                        std::string_view xml) {
     if (BreaksAttribute(EscapeXMLValueString(applicationName)))
         return Named("application name", applicationName);
     if (BreaksAttribute(EscapeXMLValueString(applicationUrl)))
         return Named("application URL", applicationUrl);
-    for (const RawText& raw : ListRawTexts(document, version))
-        if (Breaks(raw))
-            return Named(raw.field, raw.text);
-    return "text of " + PlaceOfXmlError(path);
+    if (const std::optional<RawText> raw = FindRawText(document, version, Breaks))
+        return Named(raw->field, raw->text);
+    return "text of " + PlaceOfXmlError(xml);
+}
+
+std::optional<std::string> FindChangedText(const GpxDocument& document, const GpxVersion& version) {
+    const std::optional<RawText> raw = FindRawText(document, version, IsReadOtherwise);
+    return raw ? std::optional(Named(raw->field, raw->text)) : std::nullopt;
 }
 
 } // namespace vexagpx

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/DisplayText.h>
 
+#include <vexagpx/TerminalControl.h>
+
 #include <vexaTransferLib/GpxUtils.h>
 
 #include <unicode/gregocal.h>
@@ -42,9 +44,10 @@ bool IsSpace(UChar32 character) {
     return u_isUWhiteSpace(character) || u_charType(character) == U_CONTROL_CHAR;
 }
 
-/// Nothing to see, but terminals disagree about it.
+/// Nothing to see. That holds for joiners and variation selectors too, whose width terminals disagree about.
 bool IsInvisible(UChar32 character) {
-    return u_charType(character) == U_FORMAT_CHAR || u_hasBinaryProperty(character, UCHAR_VARIATION_SELECTOR);
+    return IsTerminalControl(character) || u_charType(character) == U_FORMAT_CHAR ||
+           u_hasBinaryProperty(character, UCHAR_VARIATION_SELECTOR);
 }
 
 std::size_t CharacterWidth(UChar32 character) {

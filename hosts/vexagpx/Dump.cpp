@@ -247,31 +247,59 @@ void Dumper::WriteLog(const GpxGroundspeakCacheLog& log) {
     json_.EndObject();
 }
 
-/// Collects the texts of one document in the order in which they are written.
-class RawTextList {
+/// Looks for a raw text in the order in which they are written. The name of a field is made when it is found.
+class RawTextSearch {
 public:
-    void Add(const std::string& field, const icu::UnicodeString& text,
-             RawText::Place place = RawText::Place::kElement) {
-        if (!text.isEmpty())
-            texts.push_back({field, text, place});
+    using Wanted = std::function<bool(const icu::UnicodeString&, RawText::Place)>;
+
+    explicit RawTextSearch(const Wanted& wanted) : wanted_(wanted) {}
+
+    bool IsOver() const { return found.has_value(); }
+
+    void Look(const std::string& field, const icu::UnicodeString& text) {
+        Look(text, RawText::Place::kElement, [&field] { return field; });
     }
 
+    /// \param owner what the points belong to: " of route 2"
     template <class Iterator>
-    void AddPoints(const std::string& kind, Iterator begin, Iterator end) {
+    void LookAtPoints(const std::string& kind, const std::string& owner, Iterator begin, Iterator end) {
         std::size_t number = 0;
-        for (Iterator point = begin; point != end; ++point) {
+        for (Iterator point = begin; point != end && !IsOver(); ++point) {
             ++number;
             if (!point->ContainsExtensions())
                 continue;
-            const std::string owner = " of " + kind + " " + std::to_string(number);
+            const auto Named = [&](const char* field) {
+                return field + kind + " " + std::to_string(number) + owner;
+            };
             for (const auto& attribute : GpxModelAccess::GetFormAttributes(*point))
-                Add("form key" + owner, attribute.first, RawText::Place::kAttribute);
-            Add("GUID" + owner, GpxModelAccess::GetGUID(*point));
+                Look(attribute.first, RawText::Place::kAttribute, [&] { return Named("form key of "); });
+            Look(GpxModelAccess::GetGUID(*point), RawText::Place::kElement,
+                 [&] { return Named("GUID of "); });
         }
     }
 
-    std::vector<RawText> texts;
+    std::optional<RawText> found;
+
+private:
+    template <class MakeName>
+    void Look(const icu::UnicodeString& text, RawText::Place place, MakeName makeName) {
+        if (!IsOver() && !text.isEmpty() && wanted_(text, place))
+            found = RawText{makeName(), text, place};
+    }
+
+    const Wanted& wanted_;
 };
+
+void LookAtTracks(RawTextSearch& search, const GpxDocument& document) {
+    std::size_t trackNumber = 0;
+    for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
+        const std::string owner = " of track " + std::to_string(++trackNumber);
+        std::size_t segmentNumber = 0;
+        for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment)
+            search.LookAtPoints("point", " of segment " + std::to_string(++segmentNumber) + owner,
+                                segment->begin(), segment->end());
+    }
+}
 
 } // namespace
 
@@ -293,26 +321,27 @@ icu::UnicodeString DocumentName(const GpxDocument& document) {
     return GpxModelAccess::GetName(document);
 }
 
-std::vector<RawText> ListRawTexts(const GpxDocument& document, const GpxVersion& version) {
-    RawTextList list;
+std::optional<RawText> FindRawText(const GpxDocument& document, const GpxVersion& version,
+                                   const RawTextSearch::Wanted& wanted) {
+    RawTextSearch search(wanted);
     if (const auto& record = GpxModelAccess::GetGISMetaData(document)) {
-        list.Add("layer name", record->layerName);
-        list.Add("layer key", record->layerKey);
-        list.Add("form", record->form);
+        search.Look("layer name", record->layerName);
+        search.Look("layer key", record->layerKey);
+        search.Look("form", record->form);
     }
     if (const auto& record = GpxModelAccess::GetAnnotateMetaData(document)) {
-        list.Add("track GUID", record->trackGUID);
-        list.Add("waypoint GUID", record->waypointGUID);
+        search.Look("track GUID", record->trackGUID);
+        search.Look("waypoint GUID", record->waypointGUID);
     }
     if (version.IsGpx10())
-        return std::move(list.texts);
-    list.AddPoints("waypoint", document.GetWaypointIter(), document.GetWaypointEndIter());
+        return std::move(search.found);
+    search.LookAtPoints("waypoint", "", document.GetWaypointIter(), document.GetWaypointEndIter());
+    std::size_t routeNumber = 0;
     for (auto route = document.GetRouteIter(); route != document.GetRouteEndIter(); ++route)
-        list.AddPoints("route point", route->GetPointIter(), route->GetPointEndIter());
-    for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track)
-        for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment)
-            list.AddPoints("track point", segment->begin(), segment->end());
-    return std::move(list.texts);
+        search.LookAtPoints("point", " of route " + std::to_string(++routeNumber), route->GetPointIter(),
+                            route->GetPointEndIter());
+    LookAtTracks(search, document);
+    return std::move(search.found);
 }
 
 } // namespace vexagpx

@@ -9,6 +9,8 @@
 
 #include <unicode/unistr.h>
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,13 +31,14 @@ icu::UnicodeString DocumentName(const vexaTransferLib::GpxDocument& document);
 struct RawText {
     enum class Place { kElement, kAttribute };
 
-    std::string field; ///< for a person: "GUID of waypoint 3"
+    std::string field; ///< for a person: "GUID of waypoint 3", "form key of point 7 of route 1"
     icu::UnicodeString text;
     Place place;
 };
 
-/// In the order in which they are written.
-std::vector<RawText> ListRawTexts(const vexaTransferLib::GpxDocument& document,
-                                  const vexaTransferLib::GpxVersion& version);
+/// The first of these texts, in the order in which they are written, that `wanted` says it is.
+std::optional<RawText>
+FindRawText(const vexaTransferLib::GpxDocument& document, const vexaTransferLib::GpxVersion& version,
+            const std::function<bool(const icu::UnicodeString&, RawText::Place)>& wanted);
 
 } // namespace vexagpx

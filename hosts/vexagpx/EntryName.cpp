@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/EntryName.h>
 
+#include <vexagpx/TerminalControl.h>
+
 #include <unicode/localpointer.h>
 #include <unicode/uchar.h>
 #include <unicode/ucnv.h>
@@ -38,15 +40,6 @@ std::string Decoded(std::string_view bytes) {
     return ToUtf8(FromUtf8(bytes)) == bytes ? std::string(bytes) : FromCodePage437(bytes);
 }
 
-/// What a terminal would obey instead of showing it. The joiners hold emoji and some scripts together.
-bool IsControl(UChar32 character) {
-    constexpr UChar32 kZeroWidthNonJoiner = 0x200C;
-    constexpr UChar32 kZeroWidthJoiner = 0x200D;
-    const int type = u_charType(character);
-    return type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR ||
-           (type == U_FORMAT_CHAR && character != kZeroWidthNonJoiner && character != kZeroWidthJoiner);
-}
-
 void AppendEscaped(std::string_view bytes, std::string& out) {
     constexpr char kDigits[] = "0123456789ABCDEF";
     for (const char byte : bytes) {
@@ -67,7 +60,7 @@ std::string Escaped(std::string_view utf8) {
     for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
         const UChar32 character = text.char32At(i);
         const std::string bytes = ToUtf8(icu::UnicodeString(character));
-        if (IsControl(character) || LooksLikeEscape(text, i))
+        if (IsTerminalControl(character) || LooksLikeEscape(text, i))
             AppendEscaped(bytes, result);
         else
             result += bytes;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vexagpx/Archive.h>
+#include <vexagpx/FilePlace.h>
 
 #include <set>
 #include <string>
@@ -11,16 +12,17 @@ namespace vexagpx {
 /// Where below a folder the entries of one archive belong.
 class EntryPlaces {
 public:
-    /// \param folder made with the first entry, when it is not there
-    explicit EntryPlaces(std::string folder) : folder_(std::move(folder)) {}
+    /// \param folder made with the first entry, when it is not there. A link to it is followed then, once.
+    explicit EntryPlaces(std::string folder) : path_(std::move(folder)) {}
 
     /// The place of the archive's current entry, the folders above it made; no two entries get the same one.
     /// An entry that is a link, or whose name would lead elsewhere, is refused.
     /// \throws std::runtime_error
-    std::string PlaceOf(const Archive& archive);
+    FilePlace PlaceOf(const Archive& archive);
 
 private:
-    std::string folder_;
+    std::string path_;
+    Descriptor folder_;
     std::set<std::string> taken_;
 };
 

@@ -1,14 +1,53 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/JsonWriter.h>
 
+#include <vexagpx/TerminalControl.h>
+
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 #include <string>
 
 namespace vexagpx {
+
+namespace {
+
+/// Two escapes for a character beyond U+FFFF.
+void AppendEscape(UChar32 character, std::string& out) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    const icu::UnicodeString units(character);
+    for (std::int32_t i = 0; i < units.length(); ++i) {
+        out += "\\u";
+        for (int shift = 12; shift >= 0; shift -= 4)
+            out += kDigits[(units[i] >> shift) & 0xF];
+    }
+}
+
+bool IsPlain(char byte) {
+    return byte >= ' ' && byte <= '~';
+}
+
+/// Of JSON text, where only strings contain such characters.
+std::string WithoutTerminalControls(const std::string& json) {
+    if (std::all_of(json.begin(), json.end(), IsPlain))
+        return json;
+    std::string escaped;
+    escaped.reserve(json.size());
+    for (std::size_t at = 0; at < json.size();) {
+        const std::size_t begin = at;
+        const UChar32 character = NextCharacter(json, at);
+        if (IsTerminalControl(character))
+            AppendEscape(character, escaped);
+        else
+            escaped.append(json, begin, at - begin);
+    }
+    return escaped;
+}
+
+} // namespace
 
 void JsonWriter::Key(std::string_view name) {
     Separate();
@@ -25,7 +64,7 @@ void JsonWriter::String(const icu::UnicodeString& text) {
 }
 
 void JsonWriter::String(std::string_view utf8) {
-    Value(nlohmann::json(utf8).dump());
+    Value(WithoutTerminalControls(nlohmann::json(utf8).dump()));
 }
 
 void JsonWriter::Number(double number) {

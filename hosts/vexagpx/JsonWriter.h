@@ -22,6 +22,8 @@ public:
     void EndArray() { End(']'); }
     /// A name that needs no escape.
     void Key(std::string_view name);
+    /// What a terminal would obey (IsTerminalControl) is escaped, "\\u009b", wherever the output goes: the
+    /// bytes are the same on a terminal and in a pipe, and mean the same.
     void String(const icu::UnicodeString& text);
     void String(std::string_view utf8);
     /// The shortest form that reads back the same; "NaN", "Infinity" and "-Infinity" are strings, for JSON

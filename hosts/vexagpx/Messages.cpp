@@ -3,8 +3,8 @@
 
 #include <vexagpx/Output.h>
 #include <vexagpx/Posix.h>
+#include <vexagpx/TerminalControl.h>
 
-#include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
 #include <atomic>
@@ -27,7 +27,7 @@ std::string WithoutControls(const std::string& message) {
     std::string clean;
     for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
         const UChar32 character = text.char32At(i);
-        icu::UnicodeString(u_iscntrl(character) ? UChar32{'?'} : character).toUTF8String(clean);
+        icu::UnicodeString(IsTerminalControl(character) ? UChar32{'?'} : character).toUTF8String(clean);
     }
     return clean;
 }

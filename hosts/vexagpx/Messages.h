@@ -6,8 +6,8 @@
 
 namespace vexagpx {
 
-/// Writes "vexagpx: ", the message and a line feed to standard error. Control characters, which a file name
-/// may hold, do not reach the terminal.
+/// Writes "vexagpx: ", the message and a line feed to standard error. What a terminal would obey
+/// (IsTerminalControl), which a file name may contain, becomes a question mark.
 void Complain(const std::string& message);
 /// What Complain writes.
 std::string ComplaintLine(const std::string& message);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/PlaceBelow.h>
 
-#include <vexagpx/Posix.h>
-
 #include <cerrno>
 #include <filesystem>
 #include <stdexcept>
@@ -16,56 +14,68 @@ namespace {
 
 constexpr mode_t kNothing = 0;
 
-/// The kind of what is at the path, links not followed.
-mode_t KindAt(const std::string& path) {
-    struct stat status {};
-    if (::lstat(path.c_str(), &status) == 0)
-        return status.st_mode & S_IFMT;
-    if (errno != ENOENT)
-        throw std::runtime_error(path + ": " + ErrorText(errno));
-    return kNothing;
+[[noreturn]] void Fail(const FilePlace& place, int error) {
+    throw std::runtime_error(place.path + ": " + ErrorText(error));
 }
 
-void EnterFolder(const std::string& path) {
-    if (::mkdir(path.c_str(), 0777) == 0)
-        return;
-    const int error = errno;
-    if (error != EEXIST)
-        throw std::runtime_error(path + ": " + ErrorText(error));
-    const mode_t kind = KindAt(path);
-    if (kind == S_IFLNK)
-        throw std::runtime_error(path + " is a link");
-    if (kind != S_IFDIR)
-        throw std::runtime_error(path + " is no folder");
+/// The kind of what is at the place, links not followed.
+mode_t KindAt(const FilePlace& place) {
+    try {
+        const std::optional<struct stat> status = StatusAt(place);
+        return status ? status->st_mode & S_IFMT : kNothing;
+    } catch (const std::system_error& error) {
+        Fail(place, error.code().value());
+    }
+}
+
+Descriptor EnterFolder(const FilePlace& place) {
+    if (::mkdirat(place.folder.Get(), place.name.c_str(), 0777) != 0 && errno != EEXIST)
+        Fail(place, errno);
+    try {
+        return OpenFolderIn(place.folder, place.name);
+    } catch (const std::system_error& error) {
+        const int cause = error.code().value();
+        if (cause != ENOTDIR && cause != ELOOP)
+            Fail(place, cause);
+    }
+    throw std::runtime_error(place.path + (KindAt(place) == S_IFLNK ? " is a link" : " is no folder"));
 }
 
 } // namespace
 
-void MakeFolder(const std::string& folder) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error)
-        throw std::runtime_error("Unable to make the folder: " + folder + " (" + ErrorText(error.value()) +
-                                 ")");
+Descriptor MakeFolder(const std::string& path) {
+    try {
+        std::error_code error;
+        std::filesystem::create_directories(path, error);
+        if (error)
+            throw std::system_error(error);
+        return OpenFolder(path);
+    } catch (const std::system_error& error) {
+        throw std::runtime_error("Unable to make the folder: " + path + " (" +
+                                 ErrorText(error.code().value()) + ")");
+    }
 }
 
-std::string PlaceBelow(const std::string& folder, const std::vector<std::string>& parts) {
-    std::string path = folder;
+FilePlace PlaceBelow(const Descriptor& folder, const std::string& path,
+                     const std::vector<std::string>& parts) {
+    FilePlace place{Duplicate(folder), {}, path};
     for (std::size_t i = 0; i + 1 < parts.size(); ++i) {
-        path += "/" + parts[i];
-        EnterFolder(path);
+        place.name = parts[i];
+        place.path += "/" + parts[i];
+        place.folder = EnterFolder(place);
     }
-    if (parts.back().empty())
-        return path;
-    path += "/" + parts.back();
-    switch (KindAt(path)) {
+    place.name = parts.back();
+    if (place.name.empty())
+        return place;
+    place.path += "/" + place.name;
+    switch (KindAt(place)) {
     case kNothing:
     case S_IFREG:
-        return path;
+        return place;
     case S_IFLNK:
-        throw std::runtime_error(path + " is a link");
+        throw std::runtime_error(place.path + " is a link");
     default:
-        throw std::runtime_error(path + " is no file");
+        throw std::runtime_error(place.path + " is no file");
     }
 }
 

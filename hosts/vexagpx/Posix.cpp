@@ -10,6 +10,16 @@
 
 namespace vexagpx {
 
+namespace {
+
+Descriptor Opened(int fd) {
+    if (fd < 0)
+        throw std::system_error(errno, std::generic_category());
+    return Descriptor(fd);
+}
+
+} // namespace
+
 bool Descriptor::Close() {
     const int fd = std::exchange(fd_, -1);
     // After EINTR the number is free again on Linux: a second try could hit somebody else's file.
@@ -21,9 +31,19 @@ Descriptor OpenFile(const std::string& path, int flags, unsigned mode) {
     do
         fd = ::open(path.c_str(), flags | O_CLOEXEC, mode);
     while (fd < 0 && errno == EINTR);
-    if (fd < 0)
-        throw std::system_error(errno, std::generic_category());
-    return Descriptor(fd);
+    return Opened(fd);
+}
+
+Descriptor OpenFolder(const std::string& path) {
+    return Opened(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
+Descriptor OpenFolderIn(const Descriptor& folder, const std::string& name) {
+    return Opened(::openat(folder.Get(), name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+Descriptor Duplicate(const Descriptor& descriptor) {
+    return Opened(::fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, 0));
 }
 
 bool WriteAll(int fd, std::string_view bytes) {

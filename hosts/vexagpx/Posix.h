@@ -31,6 +31,18 @@ private:
 /// \throws std::system_error
 Descriptor OpenFile(const std::string& path, int flags, unsigned mode = 0666);
 
+/// Opens a folder as the place of names, which needs no right to read it. Links are followed.
+/// \throws std::system_error
+Descriptor OpenFolder(const std::string& path);
+
+/// Opens a folder in another one by its name alone. A link is no folder.
+/// \throws std::system_error
+Descriptor OpenFolderIn(const Descriptor& folder, const std::string& name);
+
+/// A second descriptor of the same file.
+/// \throws std::system_error
+Descriptor Duplicate(const Descriptor& descriptor);
+
 /// False, and errno set, when not everything was written.
 bool WriteAll(int fd, std::string_view bytes);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/ShellText.h>
 
+#include <vexagpx/TerminalControl.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -17,16 +19,14 @@ bool IsPlain(char c) {
            kPlain.find(c) != std::string_view::npos;
 }
 
-/// True for bytes that terminals act on: those of ASCII, and those that UTF-8 writes as C2 80 to C2 9F.
-bool IsControl(const std::string& text, std::size_t at) {
-    const auto byte = static_cast<unsigned char>(text[at]);
-    return byte < 0x20 || byte == 0x7F ||
-           (byte >= 0x80 && byte < 0xA0 && at > 0 && static_cast<unsigned char>(text[at - 1]) == 0xC2);
+/// True for what would not reach the shell through a terminal as it is.
+bool NeedsEscape(UChar32 character) {
+    return character < 0 || IsTerminalControl(character);
 }
 
-bool HasControls(const std::string& text) {
-    for (std::size_t i = 0; i < text.size(); ++i)
-        if (IsControl(text, i))
+bool NeedsEscapes(const std::string& text) {
+    for (std::size_t at = 0; at < text.size();)
+        if (NeedsEscape(NextCharacter(text, at)))
             return true;
     return false;
 }
@@ -38,21 +38,24 @@ std::string InQuotes(const std::string& text) {
     return quoted + '\'';
 }
 
+void AppendEscape(char byte, std::string& out) {
+    std::array<char, 8> digits;
+    std::snprintf(digits.data(), digits.size(), "\\%03o", static_cast<unsigned char>(byte));
+    out += digits.data();
+}
+
 /// The form with escapes, which keeps control characters off the terminal.
 std::string Escaped(const std::string& text) {
     std::string escaped = "$'";
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        // Both bytes of a control character of UTF-8.
-        if (IsControl(text, i) || (i + 1 < text.size() && c == '\xC2' && IsControl(text, i + 1))) {
-            std::array<char, 8> digits;
-            std::snprintf(digits.data(), digits.size(), "\\%03o", static_cast<unsigned char>(c));
-            escaped += digits.data();
-        } else if (c == '\'' || c == '\\') {
-            escaped += '\\';
-            escaped += c;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = at;
+        const UChar32 character = NextCharacter(text, at);
+        if (NeedsEscape(character)) {
+            for (const char byte : text.substr(begin, at - begin))
+                AppendEscape(byte, escaped);
         } else {
-            escaped += c;
+            escaped += character == '\'' || character == '\\' ? "\\" : "";
+            escaped.append(text, begin, at - begin);
         }
     }
     return escaped + '\'';
@@ -63,7 +66,7 @@ std::string Escaped(const std::string& text) {
 std::string ShellText(const std::string& argument) {
     // Otherwise an option.
     const std::string path = argument.size() > 1 && argument.front() == '-' ? "./" + argument : argument;
-    if (HasControls(path))
+    if (NeedsEscapes(path))
         return Escaped(path);
     return !path.empty() && std::all_of(path.begin(), path.end(), IsPlain) ? path : InQuotes(path);
 }

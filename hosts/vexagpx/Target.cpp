@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/Target.h>
 
-#include <vexagpx/Interruption.h>
-#include <vexagpx/Posix.h>
-
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
-#include <cstdlib>
 #include <stdexcept>
 #include <system_error>
 
@@ -45,92 +40,60 @@ std::string FollowLinks(std::string path) {
     return path;
 }
 
-mode_t DefaultMode() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
+/// \throws std::system_error
+FilePlace PlaceOf(const std::string& path) {
+    const std::string resolved = FollowLinks(path);
+    const std::string name = resolved.substr(resolved.rfind('/') + 1);
+    if (name.empty())
+        throw std::system_error(ENOENT, std::generic_category());
+    return {OpenFolder(FolderOf(resolved)), name, path};
 }
 
 } // namespace
 
-Target::Target(const std::string& path, Existing existing)
-    : path_(path), resolvedPath_(path), existing_(existing) {
+Target::Target(const std::string& path) : path_(path) {
+    if (IsStandardOutput(path))
+        return;
     struct stat status {};
-    if (existing == Existing::kKept && ::lstat(path.c_str(), &status) == 0)
-        Fail(EEXIST);
+    // The system has its say about links in folders that everybody may write to.
     const bool exists = ::stat(path.c_str(), &status) == 0;
-    const int statError = exists ? 0 : errno;
-    if (IsStandardOutput(path) || (exists && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode))) {
-        MakeTemporaryFolder();
-    } else if (!exists) {
-        if (statError != ENOENT)
-            Fail(statError);
-        MakeTemporaryFile(DefaultMode());
-    } else if (S_ISDIR(status.st_mode)) {
-        Fail(EISDIR);
-    } else if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) {
+    if (!exists && errno != ENOENT)
         Fail(errno);
-    } else {
-        MakeTemporaryFile(status.st_mode & 07777);
+    if (exists && S_ISDIR(status.st_mode))
+        Fail(EISDIR);
+    if (exists && !S_ISREG(status.st_mode))
+        return;
+    try {
+        file_.emplace(PlaceOf(path), AtomicFile::Existing::kReplaced);
+    } catch (const std::system_error& error) {
+        Fail(error.code().value());
     }
+}
+
+Target::Target(FilePlace place) : path_(place.path) {
+    file_.emplace(std::move(place), AtomicFile::Existing::kReplaced);
 }
 
 void Target::Fail(int error) const {
     throw std::runtime_error("Unable to write the file: " + path_ + " (" + ErrorText(error) + ")");
 }
 
-void Target::MakeTemporaryFile(mode_t mode) {
-    replaces_ = true;
-    resolvedPath_ = FollowLinks(path_);
-    temporaryPath_ = FolderOf(resolvedPath_) + ".vexagpx-XXXXXX";
-    const SignalsHeld held;
-    Descriptor file(::mkostemp(temporaryPath_.data(), O_CLOEXEC));
-    if (!file.IsOpen())
-        Fail(errno);
-    temporaryFile_ = std::make_unique<Leftover>(Leftover::Kind::kFile, temporaryPath_);
-    if (::fchmod(file.Get(), mode) != 0)
-        Fail(errno);
-}
-
-void Target::MakeTemporaryFolder() {
-    temporaryFolder_ = std::make_unique<TemporaryFolder>("out.gpx");
-    temporaryPath_ = temporaryFolder_->FilePath();
-}
-
-void Target::Commit(Output& standardOutput) {
-    if (IsStandardOutput(path_)) {
-        CopyTo(standardOutput);
-    } else if (!replaces_) {
-        CopyToStream();
+void Target::Commit(std::string_view bytes, Output& standardOutput) {
+    if (file_) {
+        file_->Write(bytes);
+        file_->Commit();
+    } else if (IsStandardOutput(path_)) {
+        standardOutput.Write(bytes);
+        standardOutput.Flush();
     } else {
-        if (!Rename())
-            Fail(errno);
-        temporaryFile_->Keep();
+        WriteToStream(bytes);
     }
 }
 
-bool Target::Rename() const {
-    const char* const from = temporaryPath_.c_str();
-    const char* const to = resolvedPath_.c_str();
-    if (existing_ == Existing::kReplaced)
-        return std::rename(from, to) == 0;
-    if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0)
-        return true;
-    // Some file systems cannot do both in one step; nothing was there a moment ago.
-    return errno == EINVAL && std::rename(from, to) == 0;
-}
-
-void Target::CopyTo(Output& out) const {
-    const Descriptor source = OpenFile(temporaryPath_, O_RDONLY);
-    out.Write(ReadAll(source.Get()));
-    out.Flush();
-}
-
-void Target::CopyToStream() const {
+void Target::WriteToStream(std::string_view bytes) const {
     try {
-        const Descriptor source = OpenFile(temporaryPath_, O_RDONLY);
-        Descriptor sink = OpenFile(resolvedPath_, O_WRONLY);
-        if (!WriteAll(sink.Get(), ReadAll(source.Get())) || !sink.Close())
+        Descriptor sink = OpenFile(path_, O_WRONLY);
+        if (!WriteAll(sink.Get(), bytes) || !sink.Close())
             Fail(errno);
     } catch (const std::system_error& error) {
         Fail(error.code().value());

@@ -1,51 +1,42 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/AtomicFile.h>
 #include <vexagpx/Output.h>
-#include <vexagpx/TemporaryFolder.h>
 
-#include <memory>
+#include <optional>
 #include <string>
-
-#include <sys/types.h>
+#include <string_view>
 
 namespace vexagpx {
 
 inline constexpr char kStandardOutput[] = "-";
 
-/// The file that a command replaces as a whole or not at all: it is written under another name beside the
-/// target, which it replaces when it is complete. What is no regular file, such as a pipe, takes the bytes
-/// instead.
+/// What the result of a command goes to. A file is replaced as a whole or not at all. What is no regular file,
+/// such as a pipe, takes the bytes instead.
 class Target {
 public:
-    enum class Existing { kReplaced, kKept };
+    /// \param path a file, which need not exist, or "-" for standard output. A link stays, and the file that it
+    /// leads to is written.
+    /// \throws std::runtime_error when nothing can be written there
+    explicit Target(const std::string& path);
 
-    /// \param path a file, which need not exist, or "-" for standard output
-    /// \param existing kKept makes it an error that there is something at the path
-    /// \throws std::runtime_error
-    explicit Target(const std::string& path, Existing existing = Existing::kReplaced);
+    /// A file below a folder, no link followed; a file that is there is replaced.
+    /// \throws std::runtime_error when nothing can be written there
+    explicit Target(FilePlace place);
 
-    /// Where to write; removed unless Commit succeeds.
-    const std::string& TemporaryPath() const { return temporaryPath_; }
+    const std::string& Path() const { return path_; } ///< for messages
 
+    /// Writes all of the result. Without this nothing is changed.
     /// \throws std::runtime_error, OutputError when the target is standard output
-    void Commit(Output& standardOutput);
+    void Commit(std::string_view bytes, Output& standardOutput);
 
 private:
     [[noreturn]] void Fail(int error) const;
-    void MakeTemporaryFile(mode_t mode);
-    void MakeTemporaryFolder();
-    bool Rename() const;
-    void CopyTo(Output& out) const;
-    void CopyToStream() const;
+    void WriteToStream(std::string_view bytes) const;
 
     std::string path_;
-    std::string resolvedPath_;
-    Existing existing_;
-    bool replaces_ = false;
-    std::string temporaryPath_;
-    std::unique_ptr<TemporaryFolder> temporaryFolder_;
-    std::unique_ptr<Leftover> temporaryFile_;
+    std::optional<AtomicFile> file_; ///< nothing for what takes the bytes itself
 };
 
 } // namespace vexagpx

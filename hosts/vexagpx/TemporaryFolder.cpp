@@ -8,6 +8,7 @@
 #include <cstring>
 #include <system_error>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace vexagpx {
@@ -17,8 +18,9 @@ namespace {
 // Plain memory, because a signal handler walks it. Filled from the front, emptied from the back.
 struct Slot {
     std::atomic<bool> used;
-    Leftover::Kind kind;
-    char path[PATH_MAX];
+    int folder;
+    int flags;
+    char name[NAME_MAX + 1];
 };
 constexpr int kSlotCount = 8;
 Slot slots[kSlotCount];
@@ -27,19 +29,36 @@ void Remove(Slot& slot) {
     if (!slot.used)
         return;
     // Forgotten only then: a signal in between removes it once more, which does no harm.
-    if (slot.kind == Leftover::Kind::kFile)
-        ::unlink(slot.path);
-    else
-        ::rmdir(slot.path);
+    ::unlinkat(slot.folder, slot.name, slot.flags);
     slot.used = false;
 }
 
-std::string MakeFolder() {
+[[noreturn]] void Fail(int error) {
+    throw std::system_error(error, std::generic_category(), "Unable to create a temporary folder");
+}
+
+std::string TemporaryPlace() {
     const char* place = std::getenv("TMPDIR");
-    std::string path = std::string(place != nullptr && *place != '\0' ? place : "/tmp") + "/vexagpx-XXXXXX";
+    return place != nullptr && *place != '\0' ? place : "/tmp";
+}
+
+Descriptor OpenTemporaryPlace() {
+    try {
+        return OpenFolder(TemporaryPlace());
+    } catch (const std::system_error& error) {
+        Fail(error.code().value());
+    }
+}
+
+std::string MakeFolder() {
+    std::string path = TemporaryPlace() + "/vexagpx-XXXXXX";
     if (::mkdtemp(path.data()) == nullptr)
-        throw std::system_error(errno, std::generic_category(), "Unable to create a temporary folder");
+        Fail(errno);
     return path;
+}
+
+std::string NameOf(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
 }
 
 } // namespace
@@ -49,14 +68,17 @@ void RemoveLeftovers() {
         Remove(slots[i]);
 }
 
-Leftover::Leftover(Kind kind, const std::string& path) : slot_(0) {
+Leftover::Leftover(Kind kind, Descriptor folder, const std::string& name)
+    : folder_(std::move(folder)), slot_(0) {
     while (slot_ < kSlotCount && slots[slot_].used)
         ++slot_;
-    if (slot_ == kSlotCount || path.size() >= PATH_MAX)
-        throw std::system_error(ENAMETOOLONG, std::generic_category(), path);
-    slots[slot_].kind = kind;
-    std::memcpy(slots[slot_].path, path.c_str(), path.size() + 1);
-    slots[slot_].used = true;
+    if (slot_ == kSlotCount || name.size() > NAME_MAX)
+        throw std::system_error(ENAMETOOLONG, std::generic_category(), name);
+    Slot& slot = slots[slot_];
+    slot.folder = folder_.Get();
+    slot.flags = kind == Kind::kFolder ? AT_REMOVEDIR : 0;
+    std::memcpy(slot.name, name.c_str(), name.size() + 1);
+    slot.used = true;
 }
 
 Leftover::~Leftover() {
@@ -71,7 +93,8 @@ void Leftover::Keep() {
 }
 
 TemporaryFolder::TemporaryFolder(const std::string& fileName, const SignalsHeld&)
-    : folderPath_(MakeFolder()), filePath_(folderPath_ + '/' + fileName),
-      folder_(Leftover::Kind::kFolder, folderPath_), file_(Leftover::Kind::kFile, filePath_) {}
+    : parent_(OpenTemporaryPlace()), folderPath_(MakeFolder()), filePath_(folderPath_ + '/' + fileName),
+      folder_(Leftover::Kind::kFolder, Duplicate(parent_), NameOf(folderPath_)),
+      file_(Leftover::Kind::kFile, OpenFolderIn(parent_, NameOf(folderPath_)), fileName) {}
 
 } // namespace vexagpx

@@ -2,17 +2,20 @@
 #pragma once
 
 #include <vexagpx/Interruption.h>
+#include <vexagpx/Posix.h>
 
 #include <string>
 
 namespace vexagpx {
 
-/// A file or an empty folder that is removed when this goes, also when a signal ends the program.
+/// A file or an empty folder that is removed when this goes, also when a signal ends the program. It is known
+/// by its name in an open folder: a link that somebody puts into the path is not followed to another file.
 class Leftover {
 public:
     enum class Kind { kFile, kFolder };
 
-    Leftover(Kind kind, const std::string& path);
+    /// \throws std::system_error when the name is too long, or too many are left over
+    Leftover(Kind kind, Descriptor folder, const std::string& name);
     ~Leftover();
     Leftover(const Leftover&) = delete;
     Leftover& operator=(const Leftover&) = delete;
@@ -21,6 +24,7 @@ public:
     void Keep();
 
 private:
+    Descriptor folder_;
     int slot_;
 };
 
@@ -39,6 +43,7 @@ public:
     const std::string& FilePath() const { return filePath_; }
 
 private:
+    Descriptor parent_;
     std::string folderPath_;
     std::string filePath_;
     Leftover folder_;

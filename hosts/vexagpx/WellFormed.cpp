@@ -2,8 +2,6 @@
 #include <vexagpx/WellFormed.h>
 
 #include <vexagpx/FileParser.h>
-#include <vexagpx/HeadSource.h>
-#include <vexagpx/Input.h>
 
 #include <unicode/unistr.h>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -73,7 +71,9 @@ private:
     std::vector<Level> levels_;
 };
 
-void Parse(const xercesc::InputSource& source, FirstComplaint& complaint) {
+void Parse(std::string_view xml, FirstComplaint& complaint) {
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(xml.data()), xml.size(), "text");
+    source.setCopyBufToStream(false);
     const std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
     reader->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
     reader->setFeature(xercesc::XMLUni::fgXercesDynamic, false);
@@ -90,33 +90,18 @@ void Parse(const xercesc::InputSource& source, FirstComplaint& complaint) {
     }
 }
 
-void ParseFile(const std::string& path, FirstComplaint& complaint) {
-    const Descriptor file = OpenInput(path, path);
-    const HeadSource source(
-        path, [&](char* buffer, std::size_t size) { return ReadPiece(file, path, buffer, size); });
-    Parse(source, complaint);
-    source.RethrowFailure();
-}
-
 } // namespace
 
-std::optional<std::string> FindXmlError(const std::string& path) {
+std::optional<std::string> FindXmlError(std::string_view xml) {
     FirstComplaint complaint;
-    ParseFile(path, complaint);
+    Parse(xml, complaint);
     return complaint.text;
 }
 
-std::string PlaceOfXmlError(const std::string& path) {
+std::string PlaceOfXmlError(std::string_view xml) {
     PlaceOfComplaint complaint;
-    ParseFile(path, complaint);
+    Parse(xml, complaint);
     return complaint.place;
-}
-
-bool IsWellFormed(std::string_view xml) {
-    FirstComplaint complaint;
-    Parse(xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(xml.data()), xml.size(), "text"),
-          complaint);
-    return !complaint.text;
 }
 
 } // namespace vexagpx

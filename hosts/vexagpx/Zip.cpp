@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/Zip.h>
 
+#include <vexagpx/AtomicFile.h>
 #include <vexagpx/EntryPlaces.h>
 #include <vexagpx/Messages.h>
-#include <vexagpx/Posix.h>
-#include <vexagpx/Target.h>
 
-#include <cerrno>
-#include <filesystem>
 #include <stdexcept>
-#include <system_error>
-
-#include <fcntl.h>
 
 namespace vexagpx {
 
@@ -21,31 +15,17 @@ std::string Counted(std::size_t count, const std::string& singular, const std::s
     return std::to_string(count) + " " + (count == 1 ? singular : plural);
 }
 
-void WriteEntry(Archive& archive, const std::string& path, Target::Existing existing, Output& out) {
-    Target target(path, existing);
-    try {
-        Descriptor file = OpenFile(target.TemporaryPath(), O_WRONLY);
-        archive.Read([&](std::string_view piece) {
-            if (!WriteAll(file.Get(), piece))
-                throw std::system_error(errno, std::generic_category());
-        });
-        if (!file.Close())
-            throw std::system_error(errno, std::generic_category());
-    } catch (const std::system_error& error) {
-        throw std::runtime_error("Unable to write the file: " + path + " (" +
-                                 ErrorText(error.code().value()) + ")");
-    }
-    target.Commit(out);
-}
-
 /// The number of files written: none for a folder, which is made.
-std::size_t ExtractEntry(Archive& archive, EntryPlaces& places, bool overwrite, Output& out) {
-    const std::string path = places.PlaceOf(archive);
+std::size_t ExtractEntry(Archive& archive, EntryPlaces& places, bool overwrite) {
+    FilePlace place = places.PlaceOf(archive);
     if (archive.IsFolder())
         return 0;
-    if (!overwrite && std::filesystem::exists(path))
-        throw std::runtime_error("There is a file already: " + path + " (--overwrite replaces it)");
-    WriteEntry(archive, path, overwrite ? Target::Existing::kReplaced : Target::Existing::kKept, out);
+    if (!overwrite && StatusAt(place))
+        throw std::runtime_error("There is a file already: " + place.path + " (--overwrite replaces it)");
+    AtomicFile file(std::move(place),
+                    overwrite ? AtomicFile::Existing::kReplaced : AtomicFile::Existing::kKept);
+    archive.Read([&file](std::string_view piece) { file.Write(piece); });
+    file.Commit();
     return 1;
 }
 
@@ -103,7 +83,7 @@ bool ZipExtract(const std::string& archive, const std::string& folder, bool over
         bool fine = true;
         while (opened.Next()) {
             const bool extracted = Told(archive, [&] {
-                written += ExtractEntry(opened, places, overwrite, out);
+                written += ExtractEntry(opened, places, overwrite);
                 return true;
             });
             fine = fine && extracted;
