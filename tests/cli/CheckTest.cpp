@@ -365,6 +365,9 @@ TEST(ShellTextTest, QuotesWhereAShellNeedsIt) {
         {"a\nb'c\\", "$'a\\012b\\'c\\\\'"},
         {"\x1B[2J\x7F", "$'\\033[2J\\177'"},
         {"c1\xC2\x9Bx", "$'c1\\302\\233x'"},
+        {"x\xE2\x80\xAEy", "$'x\\342\\200\\256y'"},
+        {"no\xFFutf8 \xC3", "$'no\\377utf8 \\303'"},
+        {"a\xE2\x80\x8Dz", "a\xE2\x80\x8Dz"},
     };
     for (const auto& [argument, expected] : rows)
         EXPECT_EQ(vexagpx::ShellText(argument), expected);

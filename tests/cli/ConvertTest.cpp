@@ -171,11 +171,117 @@ TEST(ConvertTest, InAndOutTheSameStaysAsItWasWhenTheResultIsIllFormed) {
     EXPECT_EQ(ReadFile(folder.File("a.gpx")), document);
 }
 
-TEST(ConvertTest, UnescapedMarkupThatStaysWellFormedIsWritten) {
+std::string Changed(const std::string& field, const std::string& in) {
+    return "vexagpx: The result would not say what the input says: the " + field +
+           " is written without escapes and would be read as something else. out.gpx was not written. (" +
+           in + ")\n";
+}
+
+/// Texts of every kind that is written unescaped, each with what XML would make something else of.
+const std::vector<IllFormed> kChanged = {
+    {"layer name", Metadata("<t:layername>a &amp;amp; b</t:layername>"), "\"a &amp; b\""},
+    {"layer name", Metadata("<t:layername>a &lt;i>c&lt;/i></t:layername>"), "\"a <i>c</i>\""},
+    {"layer key", Metadata("<t:layername>fine</t:layername><t:layerkey>&lt;!-- gone --></t:layerkey>"),
+     "\"<!-- gone -->\""},
+    {"form", Metadata("<t:form>&lt;![CDATA[x]]&gt;</t:form>"), "\"<![CDATA[x]]>\""},
+    {"form", Metadata("<t:form>&lt;?pi?></t:form>"), "\"<?pi?>\""},
+    {"track GUID", Metadata("<t:trackGUID>&amp;#65;</t:trackGUID>"), "\"&#65;\""},
+    {"waypoint GUID",
+     Metadata("<t:waypointGUID>g&lt;/tarvik:waypointGUID>&lt;tarvik:waypointGUID>"
+              "h</t:waypointGUID>"),
+     "\"g</tarvik:waypointGUID><tarvik:waypointGUID>h\""},
+    {"layer name", Metadata("<t:layername>a&#13;b</t:layername>"), "\"a b\""},
+    {"GUID of waypoint 2",
+     Extensions("<t:objectid>x&lt;/tarvik:objectid>&lt;/extensions>&lt;/wpt>&lt;wpt lat=\"9\" lon=\"9\">"
+                "&lt;extensions>&lt;tarvik:objectid></t:objectid>"),
+     "\"x</tarvik:objectid></extensions></wpt><wpt lat=\"9\" lon=\"9\">…\""},
+    {"form key of waypoint 2", Extensions("<t:formdata><t:formstring key='a&amp;lt;b'/></t:formdata>"),
+     "\"a&lt;b\""},
+    {"form key of waypoint 2",
+     Extensions("<t:formdata><t:formstring key='a&quot; modtime=&quot;2020-01-01T00:00:00Z'/></t:formdata>"),
+     "\"a\" modtime=\"2020-01-01T00:00:00Z\""},
+    {"form key of waypoint 2", Extensions("<t:formdata><t:formstring key='a&#10;b'/></t:formdata>"),
+     "\"a b\""},
+    {"form key of waypoint 2", Extensions("<t:formdata><t:formstring key='a&#9;b'/></t:formdata>"),
+     "\"a b\""},
+};
+
+TEST(ConvertTest, ATextThatWouldBeReadAsSomethingElseIsNamedAndNothingWritten) {
+    for (const IllFormed& row : kChanged) {
+        const Folder folder;
+        folder.Write("in.gpx", Gpx(row.elements));
+        folder.Write("out.gpx", "as it was");
+        const Result result = RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path());
+        EXPECT_EQ(result.status, 1) << row.field;
+        EXPECT_EQ(result.out, "") << row.field;
+        EXPECT_EQ(result.err, Changed(row.field + std::string(" ") + row.text, "in.gpx"));
+        EXPECT_EQ(ReadFile(folder.File("out.gpx")), "as it was") << row.field;
+        EXPECT_THAT(folder.Names(), ElementsAre("in.gpx", "out.gpx")) << row.field;
+    }
+}
+
+TEST(ConvertTest, SuchATextMakesNoNewFileAndReachesNoStandardOutput) {
+    for (const IllFormed& row : {kChanged.front(), kChanged.back()}) {
+        const Folder folder;
+        folder.Write("in.gpx", Gpx(row.elements));
+        EXPECT_EQ(RunTool({"convert", "in.gpx", "new.gpx"}, folder.Path()).status, 1);
+        EXPECT_EQ(RunTool({"convert", "in.gpx", "in.gpx"}, folder.Path()).status, 1);
+        EXPECT_EQ(ReadFile(folder.File("in.gpx")), Gpx(row.elements));
+        EXPECT_THAT(folder.Names(), ElementsAre("in.gpx"));
+        for (const char* out : {"-", "/dev/stdout"}) {
+            const Result result = RunTool({"convert", "in.gpx", out}, folder.Path());
+            EXPECT_EQ(result.status, 1) << out;
+            EXPECT_EQ(result.out, "") << out;
+        }
+    }
+}
+
+TEST(ConvertTest, SuchATextOfStandardInputOrAnArchiveIsNamedWithItsSource) {
     const Folder folder;
-    folder.Write("in.gpx", Gpx(Metadata("<t:layername>a &amp;amp; b &lt;i>c&lt;/i></t:layername>")));
-    EXPECT_EQ(RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path()).status, 0);
-    EXPECT_THAT(ReadFile(folder.File("out.gpx")), HasSubstr(">a &amp; b <i>c</i></"));
+    const std::string bad = Gpx(Extensions("<t:objectid>&lt;x/></t:objectid>"));
+    const std::string field = "GUID of waypoint 2 \"<x/>\"";
+    EXPECT_EQ(Tool({"convert", "-", "out.gpx"}).In(folder.Path()).Stdin(bad).Run().err,
+              Changed(field, "standard input"));
+    folder.Write("one.zip", testing_support::BuildZip({{.name = "d/a.gpx", .content = bad}}));
+    EXPECT_EQ(RunTool({"convert", "one.zip", "out.gpx"}, folder.Path()).err,
+              Changed(field, "one.zip/d/a.gpx"));
+    folder.Write("two.zip", testing_support::BuildZip({{.name = "out.gpx", .content = bad},
+                                                       {.name = "good.gpx", .content = Gpx(kWaypoint)}}));
+    const Result result = RunTool({"convert", "two.zip", "folder"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("folder/out.gpx was not written. (two.zip/out.gpx)\n"));
+    EXPECT_THAT(folder.Tree(), ElementsAre("folder/", "folder/good.gpx", "one.zip", "two.zip"));
+}
+
+TEST(ConvertTest, AnyOtherTextIsWrittenAndReadBackAsItIs) {
+    // Also what is markup only elsewhere, and markup in texts that are escaped.
+    const std::vector<std::string> rows = {
+        Metadata("<t:layername>a > b \"c\" 'd'\n\te\xC2\x85\xE2\x80\xA8</t:layername>"),
+        Metadata("<t:layerkey> ]] > amp; lt; #65; --> </t:layerkey><t:form>日本</t:form>"),
+        Metadata("<t:trackGUID>{a-b}</t:trackGUID><t:waypointGUID>?></t:waypointGUID>"),
+        Extensions("<t:objectid>a\nb>\"'\t</t:objectid>"),
+        Extensions("<t:formdata><t:formstring key=\"a>b'c]]>d\">&lt;&amp;amp;></t:formstring></t:formdata>"),
+        "<metadata><name>&lt;i>&amp;amp;&lt;/i></name></metadata>"
+        "<wpt lat='1' lon='2'><name>&lt;x/>&amp;lt;\"</name></wpt>",
+    };
+    for (const std::string& elements : rows) {
+        const Folder folder;
+        folder.Write("in.gpx", Gpx(elements));
+        const Result result = RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path());
+        EXPECT_EQ(result.status, 0) << elements;
+        EXPECT_EQ(result.err, "") << elements;
+        const std::string before = RunTool({"dump", "in.gpx"}, folder.Path()).out;
+        folder.Write("in.gpx", ReadFile(folder.File("out.gpx")));
+        EXPECT_EQ(RunTool({"dump", "in.gpx"}, folder.Path()).out, before) << elements;
+    }
+}
+
+TEST(ConvertTest, PointDataIsNotWrittenAs10AndCannotChangeIt) {
+    const Folder folder;
+    folder.Write("points.gpx", Gpx(Extensions("<t:objectid>&lt;x/></t:objectid>")));
+    folder.Write("metadata.gpx", Gpx(Metadata("<t:form>&lt;x/></t:form>")));
+    EXPECT_EQ(RunTool({"convert", "--gpx", "1.0", "points.gpx", "out.gpx"}, folder.Path()).status, 0);
+    EXPECT_EQ(RunTool({"convert", "--gpx", "1.0", "metadata.gpx", "out.gpx"}, folder.Path()).status, 1);
 }
 
 TEST(ConvertTest, CharactersThatNoXmlCanHoldNameTheirField) {

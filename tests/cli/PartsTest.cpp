@@ -90,6 +90,28 @@ TEST(JsonWriterTest, AnUnpairedSurrogateBecomesTheReplacementCharacter) {
                                                                                          "b\"");
 }
 
+TEST(JsonWriterTest, WhatATerminalWouldObeyIsEscapedAndNothingElse) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"plain ~", "plain ~"},
+        {"\x7F", "\\u007f"},
+        {"\xC2\x80\xC2\x85\xC2\x9B\xC2\x9F", "\\u0080\\u0085\\u009b\\u009f"},
+        {"\xC2\xA0\xC3\xA9", "\xC2\xA0\xC3\xA9"},
+        {"\xD8\x9C", "\\u061c"},
+        {"\xE2\x80\x8E\xE2\x80\x8F", "\\u200e\\u200f"},
+        {"\xE2\x80\xAA\xE2\x80\xAB\xE2\x80\xAC\xE2\x80\xAD\xE2\x80\xAE",
+         "\\u202a\\u202b\\u202c\\u202d\\u202e"},
+        {"\xE2\x81\xA6\xE2\x81\xA7\xE2\x81\xA8\xE2\x81\xA9", "\\u2066\\u2067\\u2068\\u2069"},
+        {"\xE2\x80\xA8\xE2\x80\xA9", "\\u2028\\u2029"},
+        {"\xEF\xBB\xBF", "\\ufeff"},
+        {"\xF3\xA0\x81\x81", "\\udb40\\udc41"},
+        {"\x1B[31m\n\"\\", "\\u001b[31m\\n\\\"\\\\"},
+        {"日本 👩\xE2\x80\x8D🚀", "日本 👩\xE2\x80\x8D🚀"},
+    };
+    for (const auto& [text, expected] : rows)
+        EXPECT_EQ(JsonOf([text = text](JsonWriter& json) { json.String(std::string_view(text)); }),
+                  '"' + expected + '"');
+}
+
 TEST(DisplayTextTest, PrintableStaysOnOneLineWithoutControls) {
     const std::vector<std::pair<const char16_t*, const char16_t*>> rows = {
         {u"plain", u"plain"},
@@ -98,6 +120,7 @@ TEST(DisplayTextTest, PrintableStaysOnOneLineWithoutControls) {
         {u"c1\u009Bx", u"c1 x"},
         {u"\u202Eabc\u202C", u"abc"},
         {u"zero\u200Bwidth\uFEFF", u"zerowidth"},
+        {u"joined\u200D\u200C\uFE0F", u"joined"},
         {u"line\u2028separator", u"line separator"},
         {u"", u""},
     };

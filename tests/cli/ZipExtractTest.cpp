@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
+#include "support/ResourceLimit.h"
 #include "support/Tool.h"
 
 #include <tests/support/ZipBuilder.h>
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
-#include <sys/resource.h>
+#include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -165,6 +169,46 @@ TEST(ZipExtractTest, LinksThatLieInTheFolderAreNotFollowed) {
         }
 }
 
+/// A process that swaps a folder for a link to another place and back, as fast as it can, until this goes.
+class Swapper {
+public:
+    Swapper(const std::string& folder, const std::string& link) : child_(::fork()) {
+        if (child_ == 0)
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        while (child_ == 0)
+            ::renameat2(AT_FDCWD, folder.c_str(), AT_FDCWD, link.c_str(), RENAME_EXCHANGE);
+    }
+    ~Swapper() {
+        ::kill(child_, SIGKILL);
+        ::waitpid(child_, nullptr, 0);
+    }
+    Swapper(const Swapper&) = delete;
+    Swapper& operator=(const Swapper&) = delete;
+
+private:
+    pid_t child_;
+};
+
+TEST(ZipExtractTest, NothingIsWrittenElsewhereWhileFoldersAreSwappedForLinks) {
+    constexpr int kRuns = 15;
+    std::vector<ZipEntry> entries;
+    for (int i = 0; i < 200; ++i)
+        entries.push_back({.name = "sub/" + std::to_string(i), .content = "x"});
+    const Extraction extraction(entries);
+    const Folder& folder = extraction.folder;
+    fs::create_directories(folder.File("out/sub"));
+    fs::create_directory(folder.File("elsewhere"));
+    fs::create_directory_symlink("../elsewhere", folder.File("out/link"));
+    {
+        const Swapper swapper(folder.File("out/sub"), folder.File("out/link"));
+        for (int run = 0; run < kRuns; ++run) {
+            const int status = extraction.Run({"--overwrite"}).status;
+            EXPECT_TRUE(status == 0 || status == 1) << status;
+        }
+    }
+    EXPECT_TRUE(fs::is_empty(folder.File("elsewhere")));
+}
+
 TEST(ZipExtractTest, TheFolderItselfMayBeALinkOrDeep) {
     const Extraction extraction({kGood});
     fs::create_directory(extraction.folder.File("real"));
@@ -274,29 +318,14 @@ TEST(ZipExtractTest, NamesThatAreTooLongToBeReadAreRefused) {
     extraction.ExpectTree({"last.gpx"});
 }
 
-/// Lets no file grow larger while it lives, as on a disk that is full.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t size) {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{size, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &before_); }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit before_{};
-};
-
 TEST(ZipExtractTest, AFileThatCannotBeWrittenWholeIsToldAndLeavesNothing) {
     // Above what a build that counts coverage writes about itself.
     constexpr rlim_t kLimit = rlim_t{4} << 20;
     const Extraction extraction(
         {{.name = "large.gpx", .content = std::string(kLimit + 1, 'l'), .method = 0}, kGood});
     const Result result = [&] {
-        const FileSizeLimit limit(kLimit);
+        // As on a disk that is full.
+        const cli::ResourceLimit limit(RLIMIT_FSIZE, kLimit);
         return extraction.Run();
     }();
     EXPECT_TRUE(Failed(result, "large.gpx (File too large)"));
