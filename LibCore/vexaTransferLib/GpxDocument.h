@@ -129,8 +129,9 @@ public:
     /// readers and writers of points, links, routes and tracks. (GpxParser takes elements only in the
     /// namespace of the file's own version: from a file written as 1.0 it reads no waypoint, route or track.)
     /// Layer name and key, form, GUIDs and form keys are written unescaped: with "<" or "&" in them the text
-    /// is ill-formed. Control characters are written as the model holds them: with one of U+0000 to U+001F other
-    /// than tab, line feed and carriage return, or with U+FFFE or U+FFFF, no XML parser reads the text.
+    /// is ill-formed, or what they contain is read as elements. Control characters are written as the model holds
+    /// them: with one of U+0000 to U+001F other than tab, line feed and carriage return, or with U+FFFE or U+FFFF,
+    /// no XML parser reads the text.
     ///
     /// \throws dbc::precondition_error, in this order: "Cannot write to unknown GPX schema version.", "The
     ///         application name is required to write a GPX document.", "The application URL is required to

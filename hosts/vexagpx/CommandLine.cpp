@@ -200,7 +200,8 @@ void AddConvert(CLI::App& app, Request& request) {
     command
         ->add_option("OUT", convert.out,
                      "GPX file to write, IN too; - is standard output.\n"
-                     "Replaced only by a complete, well-formed result.\n"
+                     "Replaced only by a complete, well-formed result\n"
+                     "that says what IN says.\n"
                      "A folder for an archive of several GPX files")
         ->required()
         ->type_name("");

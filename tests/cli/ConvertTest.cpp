@@ -116,6 +116,20 @@ struct IllFormed {
     const char* text = nullptr;
 };
 
+/// What is said when the document is refused, which leaves the target as it was.
+std::string ComplaintAbout(const IllFormed& row) {
+    const Folder folder;
+    folder.Write("in.gpx", Gpx(row.elements));
+    folder.Write("out.gpx", "as it was");
+    const Result result = RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 1) << row.field;
+    EXPECT_EQ(result.out, "") << row.field;
+    EXPECT_EQ(Lines(result.err).size(), 1U) << result.err;
+    EXPECT_EQ(ReadFile(folder.File("out.gpx")), "as it was") << row.field;
+    EXPECT_THAT(folder.Names(), ElementsAre("in.gpx", "out.gpx")) << row.field;
+    return result.err;
+}
+
 TEST(ConvertTest, AnIllFormedResultNamesTheFieldAndLeavesTheTargetAsItWas) {
     const std::vector<IllFormed> rows = {
         {"layer name", Metadata("<t:layername>a &amp; b</t:layername>"), "\"a & b\""},
@@ -134,18 +148,10 @@ TEST(ConvertTest, AnIllFormedResultNamesTheFieldAndLeavesTheTargetAsItWas) {
          "\"a<b\""},
     };
     for (const IllFormed& row : rows) {
-        const Folder folder;
-        folder.Write("in.gpx", Gpx(row.elements));
-        folder.Write("out.gpx", "as it was");
-        const Result result = RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path());
-        EXPECT_EQ(result.status, 1) << row.field;
-        EXPECT_EQ(result.out, "") << row.field;
-        ASSERT_EQ(Lines(result.err).size(), 1U) << result.err;
-        EXPECT_THAT(result.err, StartsWith("vexagpx: ")) << row.field;
-        EXPECT_THAT(result.err, HasSubstr("because of the " + std::string(row.field) + " " + row.text + "."));
-        EXPECT_THAT(result.err, HasSubstr("out.gpx was not written. (line ")) << row.field;
-        EXPECT_EQ(ReadFile(folder.File("out.gpx")), "as it was") << row.field;
-        EXPECT_THAT(folder.Names(), ElementsAre("in.gpx", "out.gpx")) << row.field;
+        const std::string complaint = ComplaintAbout(row);
+        EXPECT_THAT(complaint, StartsWith("vexagpx: ")) << row.field;
+        EXPECT_THAT(complaint, HasSubstr("because of the " + std::string(row.field) + " " + row.text + "."));
+        EXPECT_THAT(complaint, HasSubstr("out.gpx was not written. (line ")) << row.field;
     }
 }
 
@@ -207,17 +213,8 @@ const std::vector<IllFormed> kChanged = {
 };
 
 TEST(ConvertTest, ATextThatWouldBeReadAsSomethingElseIsNamedAndNothingWritten) {
-    for (const IllFormed& row : kChanged) {
-        const Folder folder;
-        folder.Write("in.gpx", Gpx(row.elements));
-        folder.Write("out.gpx", "as it was");
-        const Result result = RunTool({"convert", "in.gpx", "out.gpx"}, folder.Path());
-        EXPECT_EQ(result.status, 1) << row.field;
-        EXPECT_EQ(result.out, "") << row.field;
-        EXPECT_EQ(result.err, Changed(row.field + std::string(" ") + row.text, "in.gpx"));
-        EXPECT_EQ(ReadFile(folder.File("out.gpx")), "as it was") << row.field;
-        EXPECT_THAT(folder.Names(), ElementsAre("in.gpx", "out.gpx")) << row.field;
-    }
+    for (const IllFormed& row : kChanged)
+        EXPECT_EQ(ComplaintAbout(row), Changed(row.field + std::string(" ") + row.text, "in.gpx"));
 }
 
 TEST(ConvertTest, SuchATextMakesNoNewFileAndReachesNoStandardOutput) {

@@ -8,15 +8,14 @@
 #include <optional>
 #include <system_error>
 
-namespace {
-
-namespace fs = std::filesystem;
-
-using namespace vexagpx;
-
 using cli::Folder;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using vexagpx::TemporaryFolder;
+
+namespace fs = std::filesystem;
+
+namespace {
 
 class TemporaryFolderTest : public testing::Test {
 protected:
