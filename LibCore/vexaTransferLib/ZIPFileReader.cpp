@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <new>
 #include <string>
 #include <string_view>
@@ -25,11 +26,22 @@ namespace {
 constexpr char kSource[] = "LibCore/vexaTransferLib/ZIPFileReader.cpp";
 constexpr std::size_t kNameBufferSize = 1024;
 
+constexpr char kNoArchive[] = "Could not open ZIP for reading.";
+constexpr char kNotOpened[] = "Could not open file at the current position within the zip file.";
+
 [[noreturn]] void Fail(const char* message) {
     throw dbc::precondition_error(message);
 }
 
-// Of an archive's last record, which holds the number of entries and the length of the comment behind it.
+/// None when the text cannot be the name of a file: the system would see another one.
+std::string PathBytes(const icu::UnicodeString& path) {
+    for (std::int32_t i = 0; i < path.length(); i = path.moveIndex32(i, 1))
+        if (const UChar32 character = path.char32At(i); character == 0 || U_IS_SURROGATE(character))
+            return {};
+    return UnicodeStrUtils::UnicodeStringToStlString(path, "utf-8");
+}
+
+// Of an archive's last record, which holds the number of entries and the length of the comment after it.
 constexpr std::string_view kEndSignature = "PK\5\6";
 constexpr std::size_t kEndRecordSize = 22;
 constexpr std::size_t kLongestComment = 0xFFFF;
@@ -46,7 +58,8 @@ Tail ReadTail(const char* path) {
     if (!std::filesystem::is_regular_file(path, error))
         return {};
     const std::uintmax_t fileSize = std::filesystem::file_size(path, error);
-    std::string bytes(std::min<std::uintmax_t>(fileSize, kEndRecordSize + kLongestComment), '\0');
+    constexpr std::uintmax_t kLongestEnd = kEndRecordSize + kLongestComment;
+    std::string bytes(static_cast<std::size_t>(std::min(fileSize, kLongestEnd)), '\0');
     std::ifstream file(path, std::ios::binary);
     file.seekg(static_cast<std::streamoff>(fileSize - bytes.size()));
     if (error || !file.read(bytes.data(), static_cast<std::streamsize>(bytes.size())))
@@ -68,15 +81,19 @@ bool IsEmptyArchive(const Tail& tail) {
     return entriesOnThisDisk == 0 && entries == 0 && bytes.size() == kEndRecordSize + commentLength;
 }
 
-bool HasWholeEndRecord(const Tail& tail) {
+/// minizip takes what is cut off at the end of a record for zeros. Its versions differ about a record at the
+/// start of the file, which belongs to an archive without entries or to none.
+bool MayHaveEntries(const Tail& tail) {
     const std::size_t at = tail.bytes.rfind(kEndSignature);
-    return at != std::string::npos && tail.bytes.size() - at >= kEndRecordSize;
+    return at != std::string::npos && tail.bytes.size() - at >= kEndRecordSize &&
+           !(tail.isWholeFile && at == 0);
 }
+
+constexpr uLong kEncrypted = 1;
 
 // minizip hands out the packed bytes of a method that it does not know, and those of an encrypted entry. Some
 // versions (1.1 among them) do not find sizes and places in zip64 form and would read whatever follows.
 bool IsReadable(const unz_file_info64& info) {
-    constexpr uLong kEncrypted = 1;
     constexpr uLong kStored = 0;
     constexpr ZPOS64_T kInZip64Form = 0xFFFFFFFF;
     return (info.flag & kEncrypted) == 0 &&
@@ -98,27 +115,28 @@ unz_file_info64 RequireFileInfo(void* archive, char* name, std::size_t nameSize)
 
 } // namespace
 
-ZipFileReader::ZipFileReader(const icu::UnicodeString& path)
-    : archive_(nullptr), fileCount_(0), commentLength_(0), isOpen_(false), isKnownReadable_(false) {
-    dbc::Require(!path.isEmpty(), kSource, "No file specified for reading.");
-    boost::shared_array<char> utf8;
-    UnicodeStrUtils::UnicodeStringToUTF8(path, utf8);
-    // minizip takes no archive without entries, and what is cut off at the end of any other for zeros.
-    const Tail tail = ReadTail(utf8.get());
-    // Last of what may fail by itself: without a whole object nothing would close the archive.
-    archive_ = unzOpen(utf8.get());
-    if (archive_ == nullptr ? !IsEmptyArchive(tail) : !HasWholeEndRecord(tail)) {
-        Close();
-        Fail("Could not open ZIP for reading.");
-    }
-    isOpen_ = true;
-    if (archive_ == nullptr)
+ZipFileReader::ZipFileReader(const icu::UnicodeString& path) : ZipFileReader(FilePath{PathBytes(path)}) {}
+
+ZipFileReader ZipFileReader::OpenFile(const std::string& path) {
+    return ZipFileReader(FilePath{path.find('\0') == std::string::npos ? path : ""});
+}
+
+ZipFileReader::ZipFileReader(const FilePath& path) {
+    dbc::Require(!path.bytes.empty(), kSource, "No file specified for reading.");
+    const Tail tail = ReadTail(path.bytes.c_str());
+    isOpen_ = IsEmptyArchive(tail);
+    if (isOpen_)
         return;
+    // Last of what may fail by itself: without a whole object nothing would close the archive.
+    archive_ = MayHaveEntries(tail) ? unzOpen(path.bytes.c_str()) : nullptr;
+    if (archive_ == nullptr)
+        Fail(kNoArchive);
     unz_global_info info;
     if (unzGetGlobalInfo(archive_, &info) != UNZ_OK) {
         Close();
         Fail("Could not obtain global information table for ZIP file.");
     }
+    isOpen_ = true;
     fileCount_ = info.number_entry;
     commentLength_ = info.size_comment;
 }
@@ -145,6 +163,8 @@ void ZipFileReader::RequireOpen(int line) const {
 // A move would leave minizip reading the entry that was open before.
 void ZipFileReader::LeaveCurrentFile() {
     isKnownReadable_ = false;
+    isReadToEnd_ = false;
+    readCount_ = 0;
     static_cast<void>(unzCloseCurrentFile(archive_));
 }
 
@@ -168,7 +188,9 @@ unsigned long ZipFileReader::GetFileCount() const {
 icu::UnicodeString ZipFileReader::GetCurrentFileName() const {
     RequireOpen(__LINE__);
     std::array<char, kNameBufferSize> bytes{};
-    isKnownReadable_ = IsReadable(RequireFileInfo(archive_, bytes.data(), bytes.size()));
+    const unz_file_info64 info = RequireFileInfo(archive_, bytes.data(), bytes.size());
+    isKnownReadable_ = IsReadable(info);
+    statedSize_ = info.uncompressed_size;
     // A longer name fills the buffer and leaves no terminator.
     bytes.back() = '\0';
     icu::UnicodeString name;
@@ -182,6 +204,7 @@ icu::UnicodeString ZipFileReader::GetCurrentFileName() const {
 ZipEntryInfo ZipFileReader::GetCurrentFileInfo() const {
     constexpr uLong kFileTypeMask = 0170000;
     constexpr uLong kSymbolicLink = 0120000;
+    constexpr uLong kUtf8 = 1 << 11;
     RequireOpen(__LINE__);
     const unz_file_info64 info = RequireFileInfo(archive_, nullptr, 0);
     ZipEntryInfo result;
@@ -189,30 +212,71 @@ ZipEntryInfo ZipFileReader::GetCurrentFileInfo() const {
     result.compressedSize = info.compressed_size;
     result.nameLength = static_cast<std::uint32_t>(info.size_filename);
     result.isSymbolicLink = ((info.external_fa >> 16) & kFileTypeMask) == kSymbolicLink;
+    result.isEncrypted = (info.flag & kEncrypted) != 0;
+    result.isNameUtf8 = (info.flag & kUtf8) != 0;
+    result.method = static_cast<std::uint16_t>(info.compression_method);
+    result.flags = static_cast<std::uint16_t>(info.flag);
+    result.crc = static_cast<std::uint32_t>(info.crc);
     return result;
+}
+
+void ZipFileReader::RequireReadable() {
+    unz_file_info64 info;
+    if (isKnownReadable_)
+        return;
+    if (!GetFileInfo(archive_, info, nullptr, 0) || !IsReadable(info))
+        Fail(kNotOpened);
+    isKnownReadable_ = true;
+    statedSize_ = info.uncompressed_size;
+}
+
+ZipEntryRange ZipFileReader::GetCurrentFileRange() {
+    constexpr int kRaw = 1;
+    constexpr std::uint64_t kLocalHeaderSize = 30;
+    RequireOpen(__LINE__);
+    LeaveCurrentFile();
+    unz_file_info64 info;
+    if (!GetFileInfo(archive_, info, nullptr, 0) || !IsReadable(info) ||
+        unzOpenCurrentFile2(archive_, nullptr, nullptr, kRaw) != UNZ_OK)
+        Fail(kNotOpened);
+    // Opening has found name and extra field of the local header before the data.
+    const std::uint64_t data = unzGetCurrentFileZStreamPos64(archive_);
+    const auto extraLength = static_cast<std::uint64_t>(unzGetLocalExtrafield(archive_, nullptr, 0));
+    LeaveCurrentFile();
+    const std::uint64_t most = std::numeric_limits<std::uint64_t>::max() - data;
+    return {data - kLocalHeaderSize - info.size_filename - extraLength,
+            data + std::min<std::uint64_t>(info.compressed_size, most)};
 }
 
 void ZipFileReader::OpenCurrentFile() {
     RequireOpen(__LINE__);
-    unz_file_info64 info;
-    const bool isReadable = isKnownReadable_ || (GetFileInfo(archive_, info, nullptr, 0) && IsReadable(info));
-    if (!isReadable || unzOpenCurrentFile(archive_) != UNZ_OK)
-        Fail("Could not open file at the current position within the zip file.");
+    RequireReadable();
+    isReadToEnd_ = false;
+    readCount_ = 0;
+    if (unzOpenCurrentFile(archive_) != UNZ_OK)
+        Fail(kNotOpened);
 }
 
 int ZipFileReader::ReadFromCurrentFile(char* buffer, unsigned int size) {
     RequireOpen(__LINE__);
     if (buffer == nullptr && size > 0)
         return UNZ_PARAMERROR;
-    return unzReadCurrentFile(archive_, buffer, std::min(size, static_cast<unsigned int>(INT_MAX)));
+    const int count =
+        unzReadCurrentFile(archive_, buffer, std::min(size, static_cast<unsigned int>(INT_MAX)));
+    isReadToEnd_ = count == 0 && size > 0;
+    readCount_ += static_cast<std::uint64_t>(std::max(count, 0));
+    return count;
 }
 
 void ZipFileReader::CloseCurrentFile() {
     RequireOpen(__LINE__);
+    // minizip compares checksums only of what has its stated size.
+    const bool endsEarly = isReadToEnd_ && readCount_ < statedSize_;
+    isReadToEnd_ = false;
     const int result = unzCloseCurrentFile(archive_);
     if (result == UNZ_CRCERROR)
         Fail("Encountered CRC error in current file.");
-    if (result != UNZ_OK)
+    if (result != UNZ_OK || endsEarly)
         Fail("Could not close file at the current position within the zip file.");
 }
 

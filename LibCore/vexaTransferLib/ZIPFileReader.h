@@ -9,6 +9,7 @@
 #include <unicode/unistr.h>
 
 #include <cstdint>
+#include <string>
 
 namespace vexaTransferLib {
 
@@ -19,12 +20,23 @@ struct VEXATRANSFERLIB_API ZipEntryInfo {
     std::uint64_t compressedSize = 0; ///< bytes that it takes in the archive
     std::uint32_t nameLength = 0;     ///< bytes of the stored name, of which GetCurrentFileName gives 1023
     bool isSymbolicLink = false;      ///< the content is where the link leads
+    bool isEncrypted = false;         ///< a password is needed, which no operation takes (bit 0 of `flags`)
+    bool isNameUtf8 = false;          ///< the archive says so of the name and the comment (bit 11 of `flags`)
+    std::uint16_t method = 0;         ///< of compression: 0 stored, 8 deflated; others cannot be read
+    std::uint16_t flags = 0;          ///< the general purpose bits
+    std::uint32_t crc = 0;            ///< CRC-32 of the content
+};
+
+/// Which bytes of the archive's file an entry claims: its local header and its packed bytes.
+struct VEXATRANSFERLIB_API ZipEntryRange {
+    std::uint64_t begin = 0; ///< where the local header starts
+    std::uint64_t end = 0;   ///< after the last packed byte; may state a place after the end of the file
 };
 
 /// Walks the entries of a ZIP archive on disk and reads them, one at a time. Data descriptors, comments and
-/// bytes in front of the archive are understood; stored and deflated entries can be read. zip64 archives are
-/// walked; with minizip 1.1 (Debian 12) an entry whose sizes stand in zip64 form cannot be opened, later
-/// versions read it.
+/// bytes before the archive are understood; stored and deflated entries can be read. zip64 archives are
+/// walked; bytes before one of those only where its offsets count them. With minizip 1.1 (Debian 12) an entry
+/// whose sizes stand in zip64 form cannot be opened, later versions read it.
 ///
 ///     ZipFileReader archive("pocket-query.zip");
 ///     for (bool found = archive.GoToFirstFile(); found; found = archive.GoToNextFile()) {
@@ -49,18 +61,27 @@ struct VEXATRANSFERLIB_API ZipEntryInfo {
 /// readers on different threads are independent, also on the same archive.
 ///
 /// **A warning.** A few kilobytes can hold gigabytes: a host that takes archives from strangers counts what
-/// it reads. Nor are names to be trusted: they may be absolute, hold "..", occur twice.
+/// it reads, of each entry and of all together. Many entries can claim the same bytes of the file: then the
+/// sizes that the directory states are each plausible and their sum is not. GetCurrentFileRange shows that.
+/// Nor are names to be trusted: they may be absolute, hold "..", occur twice.
 class VEXATRANSFERLIB_API ZipFileReader {
 public:
     /// Opens the archive; it stays open until Close or the destructor. Reads only its directory's end.
-    /// \throws dbc::precondition_error "No file specified for reading." for an empty path, with the contract
-    ///         report; "Could not open ZIP for reading." when there is no archive at the path, a comment of
-    ///         more than 65,513 bytes or a cut end included; "Could not obtain global information table for
-    ///         ZIP file."
+    /// \throws dbc::precondition_error "No file specified for reading." for an empty path and for one with
+    ///         U+0000 or an unpaired surrogate in it, with the contract report; "Could not open ZIP for
+    ///         reading." when there is no archive at the path, a comment of more than 65,513 bytes or a cut
+    ///         end included; "Could not obtain global information table for ZIP file."
     /// \throws std::bad_alloc when memory runs out; minizip then says perhaps only that it could not open
     /// \throws std::runtime_error when the path cannot be converted to UTF-8; see
     ///         UnicodeStrUtils::UnicodeStringToUTF8
     explicit ZipFileReader(const icu::UnicodeString& path);
+
+    /// Opens the archive whose path is these bytes, which no encoding changes: of a name that is not UTF-8 as
+    /// well.
+    /// \throws dbc::precondition_error and std::bad_alloc as the constructor does; "No file specified for
+    ///         reading." for an empty path and for one with a zero byte in it
+    static ZipFileReader OpenFile(const std::string& path);
+
     virtual ~ZipFileReader();
     ZipFileReader(const ZipFileReader&) = delete;
     ZipFileReader& operator=(const ZipFileReader&) = delete;
@@ -89,6 +110,11 @@ public:
     /// \throws what GetCurrentFileName throws
     ZipEntryInfo GetCurrentFileInfo() const;
 
+    /// Reads the entry's local header to find which bytes of the file the entry claims. An open entry is
+    /// closed, without a check of its content. In a sound archive no two ranges overlap.
+    /// \throws what OpenCurrentFile throws
+    ZipEntryRange GetCurrentFileRange();
+
     /// Opens the current entry for reading from its beginning. One that was open is closed.
     /// \throws dbc::precondition_error "Could not open file at the current position within the zip file.",
     ///         also for one that is encrypted, neither stored nor deflated, or of unknown size
@@ -99,22 +125,31 @@ public:
     ///         no entry is open, -5 or -3 for damaged data, -1 when the file could not be read
     int ReadFromCurrentFile(char* buffer, unsigned int size);
 
-    /// Closes the open entry. Its checksum is compared when as many bytes were read as the archive states;
-    /// data that end before that pass, so compare the count with GetCurrentFileInfo.
+    /// Closes the open entry. Its checksum is compared when as many bytes were read as the archive states. An
+    /// entry that was read only in part, or whose reading failed, is closed without a check.
     /// \throws dbc::precondition_error "Encountered CRC error in current file."; "Could not close file at the
-    ///         current position within the zip file.", also when none is open. The entry is closed all the
-    ///         same.
+    ///         current position within the zip file." when none is open, and when a read gave 0 before as
+    ///         many bytes as the archive states. The entry is closed all the same.
     void CloseCurrentFile();
 
 private:
+    struct FilePath {
+        std::string bytes; ///< none when there is no such path
+    };
+    explicit ZipFileReader(const FilePath& path);
+
     void RequireOpen(int line) const;
+    void RequireReadable();
     void LeaveCurrentFile();
 
-    void* archive_; ///< minizip's handle; null when closed, and for an archive without entries
-    unsigned long fileCount_;
-    unsigned long commentLength_;
-    bool isOpen_;
-    mutable bool isKnownReadable_; ///< spares OpenCurrentFile a second look into the directory
+    void* archive_ = nullptr; ///< minizip's handle; null when closed, and for an archive without entries
+    unsigned long fileCount_ = 0;
+    unsigned long commentLength_ = 0;
+    bool isOpen_ = false;
+    mutable bool isKnownReadable_ = false; ///< spares OpenCurrentFile a second look into the directory
+    mutable std::uint64_t statedSize_ = 0; ///< of the current entry, when it is known to be readable
+    std::uint64_t readCount_ = 0;          ///< bytes read of the open entry
+    bool isReadToEnd_ = false;             ///< a read of the open entry gave 0
 };
 
 } // namespace vexaTransferLib

@@ -2,6 +2,7 @@
 #include <vexagpx/Archive.h>
 
 #include <vexagpx/EntryName.h>
+#include <vexagpx/EntryOverlaps.h>
 #include <vexagpx/Posix.h>
 #include <vexagpx/ProgressBar.h>
 
@@ -11,6 +12,7 @@
 #include <array>
 #include <climits>
 #include <filesystem>
+#include <map>
 #include <stdexcept>
 #include <system_error>
 
@@ -22,7 +24,7 @@ namespace {
 
 vexaTransferLib::ZipFileReader OpenArchive(const InputFile& file, const std::string& argument) {
     try {
-        return vexaTransferLib::ZipFileReader(file.Path());
+        return vexaTransferLib::ZipFileReader::OpenFile(file.FilePath());
     } catch (const dbc::precondition_error& error) {
         throw std::runtime_error(std::string(error.what()) + " (" + argument + ")");
     }
@@ -32,6 +34,20 @@ std::uint64_t FileSize(const std::string& path) {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(path, error);
     return error ? 0 : size;
+}
+
+bool GrowsBeyond(std::uint64_t ratio, std::uint64_t size, std::uint64_t packedSize) {
+    return size / ratio > packedSize || (size / ratio == packedSize && size % ratio != 0);
+}
+
+/// The number of a method of compression, and its name where it has one that people know.
+std::string MethodText(unsigned method) {
+    static const std::map<unsigned, std::string> names = {
+        {1, "shrink"}, {6, "implode"},    {9, "deflate64"}, {12, "bzip2"},
+        {14, "LZMA"},  {93, "Zstandard"}, {95, "XZ"},       {98, "PPMd"},
+    };
+    const auto name = names.find(method);
+    return std::to_string(method) + (name == names.end() ? "" : " (" + name->second + ")");
 }
 
 } // namespace
@@ -93,16 +109,28 @@ void Archive::FailEntry(const std::string& message) const {
 }
 
 void Archive::Open() {
-    constexpr std::uint64_t kUnknown = 0xFFFFFFFF;
     bytesRead_ = 0;
-    if (info_.size == kUnknown && info_.compressedSize == kUnknown)
-        FailEntry("The size of the entry is in zip64 form, which cannot be read here.");
+    CheckPacking();
     CheckSize(info_.size);
+    CheckTotal(info_.size);
+    CheckOverlap();
     try {
         reader_.OpenCurrentFile();
     } catch (const dbc::precondition_error& error) {
         FailEntry(error.what());
     }
+}
+
+void Archive::CheckPacking() const {
+    constexpr std::uint64_t kUnknown = 0xFFFFFFFF;
+    constexpr unsigned kStored = 0;
+    constexpr unsigned kDeflated = 8;
+    if (info_.isEncrypted)
+        FailEntry("The entry is protected by a password and cannot be read.");
+    if (info_.method != kStored && info_.method != kDeflated)
+        FailEntry("The entry is packed with method " + MethodText(info_.method) + ", which cannot be read.");
+    if (info_.size == kUnknown && info_.compressedSize == kUnknown)
+        FailEntry("The size of the entry is in zip64 form, which cannot be read here.");
 }
 
 void Archive::CheckSize(std::uint64_t size) const {
@@ -111,10 +139,30 @@ void Archive::CheckSize(std::uint64_t size) const {
                   " bytes (--max-entry-size).");
     // What the archive states of itself may be false, the size of its file is not.
     const std::uint64_t packedSize = std::min(info_.compressedSize, fileSize_);
-    if (size / limits_.ratio > packedSize ||
-        (size / limits_.ratio == packedSize && size % limits_.ratio != 0))
+    if (GrowsBeyond(limits_.ratio, size, packedSize))
         FailEntry("The entry grows to more than " + std::to_string(limits_.ratio) +
                   " times its size in the archive (--max-ratio).");
+}
+
+void Archive::CheckTotal(std::uint64_t more) const {
+    if (totalRead_ > limits_.totalSize || more > limits_.totalSize - totalRead_)
+        FailEntry("With this entry the archive unpacks to more than " + std::to_string(limits_.totalSize) +
+                  " bytes (--max-total-size).");
+    if (GrowsBeyond(limits_.ratio, totalRead_ + more, fileSize_))
+        FailEntry("With this entry the archive grows to more than " + std::to_string(limits_.ratio) +
+                  " times its size (--max-ratio).");
+}
+
+// Not before an entry is opened: the local headers are spread over the whole file.
+void Archive::CheckOverlap() {
+    if (!overlaps_) {
+        overlaps_ = FindOverlaps(EntryRanges(reader_, limits_.entries));
+        bool found = reader_.GoToFirstFile();
+        for (std::size_t i = 1; found && i < entryCount_; ++i)
+            found = reader_.GoToNextFile();
+    }
+    if (entryCount_ > overlaps_->size() || (*overlaps_)[entryCount_ - 1])
+        FailEntry("The entry claims bytes that belong to another entry of the archive.");
 }
 
 std::size_t Archive::Read(char* buffer, std::size_t size) {
@@ -123,21 +171,22 @@ std::size_t Archive::Read(char* buffer, std::size_t size) {
     if (count < 0)
         FailEntry("The data of the entry cannot be read (error " + std::to_string(count) + ").");
     bytesRead_ += static_cast<std::uint64_t>(count);
+    totalRead_ += static_cast<std::uint64_t>(count);
     CheckSize(bytesRead_);
+    CheckTotal(0);
     if (count == 0 && size > 0)
         Close();
     return static_cast<std::size_t>(count);
 }
 
 void Archive::Close() {
+    if (bytesRead_ != info_.size)
+        FailEntry("The entry ends before the size that the archive states.");
     try {
         reader_.CloseCurrentFile();
     } catch (const dbc::precondition_error& error) {
         FailEntry(error.what());
     }
-    // The reader compares checksums only of what has its full size.
-    if (bytesRead_ != info_.size)
-        FailEntry("The entry ends before the size that the archive states.");
 }
 
 void Archive::Read(const std::function<void(std::string_view)>& take) {
@@ -151,7 +200,7 @@ std::string Archive::ReadAll(const std::string& name) {
     // What the archive states may be false.
     constexpr std::uint64_t kMostInAdvance = std::uint64_t{1} << 26;
     std::string bytes;
-    bytes.reserve(std::min(info_.size, kMostInAdvance));
+    bytes.reserve(static_cast<std::size_t>(std::min(info_.size, kMostInAdvance)));
     ProgressBar bar(name);
     Read([&](std::string_view piece) {
         bytes.append(piece);

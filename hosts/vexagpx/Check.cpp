@@ -55,7 +55,7 @@ bool Checker::CheckFile(const std::string& argument) {
     // What goes wrong with the file as a whole; with a document that is told by the time it arrives here.
     bool isTold = false;
     try {
-        const InputFile file = OpenDocument(argument);
+        const InputFile file = OpenDocument(argument, rules_.archives);
         if (IsArchive(file))
             return ForEachGpxEntry(file, rules_.archives, [&](Archive& archive) {
                 const std::string entry = archive.Name();

@@ -56,6 +56,8 @@ constexpr char kZipExamples[] = "Examples:\n"
                                 "  vexagpx zip test pocket-query.zip\n"
                                 "  vexagpx zip extract pocket-query.zip caches\n";
 
+constexpr char kLimits[] = "Limits for archives and streams";
+
 /// Writes `SIZE=1GB` for a default value, which versions of CLI11 write in different ways.
 class HelpFormatter : public CLI::Formatter {
 public:
@@ -116,25 +118,36 @@ std::string RequireNumber(const std::string& text) {
     return isNumber ? RequireSize(text) : "must be a number above 0";
 }
 
-void AddLimits(CLI::App& command, Request& request) {
-    const std::string group = "Limits for archives";
-    ArchiveLimits& limits = request.rules.archives;
-    command.add_option("--max-entry-size", limits.entrySize, "Bytes that an entry may have; 500MB, 2GB")
+void AddSize(CLI::App& command, const std::string& name, std::uint64_t& size, const std::string& description,
+             const std::string& defaultText) {
+    command.add_option(name, size, description)
         ->check(CLI::Validator(RequireSize, ""))
         ->transform(CLI::AsSizeValue(false).description(""))
         ->type_name("SIZE")
-        ->default_str("1GB")
-        ->group(group);
-    command.add_option("--max-ratio", limits.ratio, "How many times its size in the archive it may have")
+        ->default_str(defaultText)
+        ->group(kLimits);
+}
+
+void AddNumber(CLI::App& command, const std::string& name, std::uint64_t& number,
+               const std::string& description) {
+    command.add_option(name, number, description)
         ->check(CLI::Validator(RequireNumber, ""))
         ->type_name("NUMBER")
         ->capture_default_str()
-        ->group(group);
-    command.add_option("--max-entries", limits.entries, "Entries that an archive may have")
-        ->check(CLI::Validator(RequireNumber, ""))
-        ->type_name("NUMBER")
-        ->capture_default_str()
-        ->group(group);
+        ->group(kLimits);
+}
+
+void AddLimits(CLI::App& command, Request& request) {
+    ArchiveLimits& limits = request.rules.archives;
+    AddSize(command, "--max-entry-size", limits.entrySize, "Bytes that an entry may have; 500MB, 2GB", "1GB");
+    AddSize(command, "--max-total-size", limits.totalSize, "Bytes that all entries read may have together",
+            "4GB");
+    AddNumber(command, "--max-ratio", limits.ratio,
+              "How many times its size in the archive it may\n"
+              "have, and all together the archive's size");
+    AddNumber(command, "--max-entries", limits.entries, "Entries that an archive may have");
+    AddSize(command, "--max-stream-size", limits.streamSize, "Bytes that standard input or a pipe may have",
+            "4GB");
 }
 
 void AddShow(CLI::App& app, Request& request) {

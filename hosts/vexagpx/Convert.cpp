@@ -109,7 +109,7 @@ public:
     }
 
     bool Run() {
-        const InputFile file = OpenDocument(request_.in);
+        const InputFile file = OpenDocument(request_.in, request_.rules.archives);
         isStream_ = file.IsCopy();
         return IsArchive(file) ? ConvertArchive(file) : ConvertFile(file);
     }

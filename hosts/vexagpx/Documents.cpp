@@ -10,9 +10,9 @@ namespace vexagpx {
 
 using vexaTransferLib::GpxDocument;
 
-InputFile OpenDocument(const std::string& argument) {
+InputFile OpenDocument(const std::string& argument, const ArchiveLimits& limits) {
     const LastWords words(CancelledMessage(argument));
-    return InputFile(argument);
+    return InputFile(argument, limits.streamSize);
 }
 
 bool ForEachGpxEntry(const InputFile& file, const ArchiveLimits& limits, const TakeEntry& take) {
@@ -60,7 +60,7 @@ bool ReadArchive(FileParser& parser, const InputFile& file, const ArchiveLimits&
 
 bool ReadArgument(FileParser& parser, const std::string& argument, const ArchiveLimits& limits,
                   const TakeDocument& take) {
-    const InputFile file = OpenDocument(argument);
+    const InputFile file = OpenDocument(argument, limits);
     if (IsArchive(file))
         return ReadArchive(parser, file, limits, take);
     GpxDocument document;

@@ -26,7 +26,7 @@ using TakeEntry = std::function<void(Archive&)>;
 
 /// The file of an argument, for reading it as a document. Waits for what comes through a pipe.
 /// \throws what InputFile throws
-InputFile OpenDocument(const std::string& argument);
+InputFile OpenDocument(const std::string& argument, const ArchiveLimits& limits);
 
 /// Reads the files one after another, and of archives every entry that is GPX by its name. False when
 /// something could not be read; that has been told, and the rest was read all the same.

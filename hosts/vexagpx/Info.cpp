@@ -140,7 +140,7 @@ void ScanEntry(GpxTarvikExtParser& scanner, Archive& archive, const std::string&
 
 bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, const InputRules& rules,
                     InfoForm form, Output& out) {
-    const InputFile file = OpenDocument(argument);
+    const InputFile file = OpenDocument(argument, rules.archives);
     if (!IsArchive(file)) {
         ScanFile(scanner, file);
         WriteInfo(scanner, argument, nullptr, form, out);

@@ -6,11 +6,13 @@
 #include <array>
 #include <cerrno>
 #include <cstdint>
+#include <limits>
 #include <stdexcept>
 #include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace vexagpx {
@@ -40,15 +42,39 @@ std::uint64_t FileSize(int fd) {
                                                                 : 0;
 }
 
+/// Of the file system that the descriptor's file is in, for a user who is not root.
+std::uint64_t FreeSpace(int fd) {
+    struct statvfs status {};
+    if (::fstatvfs(fd, &status) != 0)
+        return std::numeric_limits<std::uint64_t>::max();
+    return static_cast<std::uint64_t>(status.f_bavail) * status.f_frsize;
+}
+
+struct StreamLimits {
+    std::uint64_t most; ///< asked for
+    std::uint64_t room; ///< for temporary files; other programs need the rest
+
+    void Check(std::uint64_t size, const std::string& argument) const {
+        if (size > most)
+            throw std::runtime_error("The stream has more than " + std::to_string(most) +
+                                     " bytes (--max-stream-size). (" + argument + ")");
+        if (size > room)
+            throw std::runtime_error(
+                "The stream takes more than half of the space that is free for temporary "
+                "files; TMPDIR can name another folder for them. (" +
+                argument + ")");
+    }
+};
+
 } // namespace
 
-InputFile::InputFile(const std::string& argument) : argument_(argument) {
+InputFile::InputFile(const std::string& argument, std::uint64_t mostOfStream) : argument_(argument) {
     if (argument == kStandardInput) {
-        Copy(STDIN_FILENO, kStandardInput);
+        Copy(STDIN_FILENO, kStandardInput, mostOfStream);
     } else if (IsStream(argument)) {
         try {
             const Descriptor stream = OpenFile(argument, O_RDONLY);
-            Copy(stream.Get(), argument.substr(argument.rfind('/') + 1));
+            Copy(stream.Get(), argument.substr(argument.rfind('/') + 1), mostOfStream);
         } catch (const std::system_error& error) {
             FailToRead(argument, error.code().value());
         }
@@ -59,9 +85,10 @@ InputFile::InputFile(const std::string& argument) : argument_(argument) {
     path_ = icu::UnicodeString::fromUTF8(filePath_);
 }
 
-void InputFile::Copy(int from, const std::string& fileName) {
+void InputFile::Copy(int from, const std::string& fileName, std::uint64_t mostOfStream) {
     folder_ = std::make_unique<TemporaryFolder>(fileName);
     Descriptor copy = OpenFile(folder_->FilePath(), O_WRONLY | O_CREAT | O_EXCL, 0600);
+    const StreamLimits limits{mostOfStream, FreeSpace(copy.Get()) / 2};
     std::array<char, 1 << 16> buffer;
     const bool isTyped = ::isatty(from) != 0;
     ProgressBar bar(argument_);
@@ -72,9 +99,10 @@ void InputFile::Copy(int from, const std::string& fileName) {
             FailToRead(argument_, errno);
         if (count == 0)
             break;
+        progress.done += static_cast<std::uint64_t>(count);
+        limits.Check(progress.done, argument_);
         if (!WriteAll(copy.Get(), {buffer.data(), static_cast<std::size_t>(count)}))
             throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));
-        progress.done += static_cast<std::uint64_t>(count);
         // Who types the file in sees how far it is.
         if (!isTyped)
             bar.Update(progress);

@@ -7,6 +7,7 @@
 #include <unicode/unistr.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -14,12 +15,16 @@ namespace vexagpx {
 
 inline constexpr char kStandardInput[] = "-";
 
-/// A file named on the command line, whose name is any bytes, as the library can open it. Standard input, named "-", and what
-/// can be read only once, such as a pipe, is copied to a temporary file of the same name.
+/// Bytes that a stream may have, when no other limit is asked for.
+inline constexpr std::uint64_t kMostOfStream = std::uint64_t{1} << 32;
+
+/// A file named on the command line, whose name is any bytes, as the library can open it. Standard input, named "-",
+/// and what can be read only once, such as a pipe, is copied to a temporary file of the same name.
 class InputFile {
 public:
+    /// \param mostOfStream bytes that are copied at most; more than half of the free space is refused, too
     /// \throws std::runtime_error
-    explicit InputFile(const std::string& argument);
+    explicit InputFile(const std::string& argument, std::uint64_t mostOfStream = kMostOfStream);
 
     /// The name as the command line had it.
     const std::string& Argument() const { return argument_; }
@@ -33,7 +38,7 @@ public:
     std::string Presented(std::string message) const;
 
 private:
-    void Copy(int from, const std::string& fileName);
+    void Copy(int from, const std::string& fileName, std::uint64_t mostOfStream);
 
     std::string argument_;
     std::unique_ptr<TemporaryFolder> folder_;

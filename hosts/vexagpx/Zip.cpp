@@ -33,7 +33,7 @@ std::size_t ExtractEntry(Archive& archive, EntryPlaces& places, bool overwrite) 
 
 bool ZipList(const std::string& archive, const ArchiveLimits& limits, Output& out) {
     return Told(archive, [&] {
-        const InputFile file(archive);
+        const InputFile file(archive, limits.streamSize);
         Archive opened(file, limits);
         while (opened.Next())
             out.Write(opened.Name() + "\n");
@@ -43,7 +43,7 @@ bool ZipList(const std::string& archive, const ArchiveLimits& limits, Output& ou
 
 bool ZipCat(const std::string& archive, const std::string& entry, const ArchiveLimits& limits, Output& out) {
     return Told(archive, [&] {
-        const InputFile file(archive);
+        const InputFile file(archive, limits.streamSize);
         Archive opened(file, limits);
         while (opened.Next()) {
             if (opened.Name() == entry) {
@@ -57,7 +57,7 @@ bool ZipCat(const std::string& archive, const std::string& entry, const ArchiveL
 
 bool ZipTest(const std::string& archive, const ArchiveLimits& limits, Output& out) {
     return Told(archive, [&] {
-        const InputFile file(archive);
+        const InputFile file(archive, limits.streamSize);
         Archive opened(file, limits);
         std::size_t bad = 0;
         while (opened.Next()) {
@@ -76,7 +76,7 @@ bool ZipTest(const std::string& archive, const ArchiveLimits& limits, Output& ou
 bool ZipExtract(const std::string& archive, const std::string& folder, bool overwrite,
                 const ArchiveLimits& limits, Output& out) {
     return Told(archive, [&] {
-        const InputFile file(archive);
+        const InputFile file(archive, limits.streamSize);
         Archive opened(file, limits);
         EntryPlaces places(folder);
         std::size_t written = 0;
