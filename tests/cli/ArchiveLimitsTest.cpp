@@ -92,6 +92,71 @@ TEST(ArchiveLimitsTest, AnEntryMayHaveAGibibyteByDefault) {
                "--max-ratio"));
 }
 
+TEST(ArchiveLimitsTest, WhatAllEntriesUnpackToIsAnOption) {
+    const ZipEntry first = {.name = "a", .content = Zeros(600), .method = 0};
+    const ZipEntry second = {.name = "b", .content = Zeros(400), .method = 0};
+    ExpectFine(TestZip({first, second, {.name = "none"}}, {"--max-total-size=1000"}));
+    const Result result = TestZip({first, second, {.name = "c", .content = "x"}}, {"--max-total-size=1000"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "vexagpx: With this entry the archive unpacks to more than 1000 bytes "
+                          "(--max-total-size). (a.zip, c)\n");
+    EXPECT_EQ(result.out, "3 entries tested, 1 bad.\n");
+}
+
+// It is refused for the size that it states; what does fit is read all the same.
+TEST(ArchiveLimitsTest, AnEntryThatDoesNotFitIntoTheTotalIsNotCounted) {
+    const Result result = TestZip({{.name = "a", .content = Zeros(900), .method = 0},
+                                   {.name = "large", .content = Zeros(101), .method = 0},
+                                   {.name = "c", .content = Zeros(100), .method = 0}},
+                                  {"--max-total-size=1000"});
+    EXPECT_TRUE(Failed(result, "1000 bytes (--max-total-size). (a.zip, large)"));
+    EXPECT_EQ(result.out, "3 entries tested, 1 bad.\n");
+}
+
+// What was unpacked of an entry before it proved bad has been unpacked.
+TEST(ArchiveLimitsTest, BadEntriesCountAsFarAsTheyAreUnpacked) {
+    const Result result = TestZip({{.name = "bad", .content = Zeros(600), .method = 0, .crc = 1},
+                                   {.name = "b", .content = Zeros(401), .method = 0}},
+                                  {"--max-total-size=1000"});
+    EXPECT_TRUE(Failed(result, "CRC error"));
+    EXPECT_TRUE(Failed(result, "(--max-total-size). (a.zip, b)"));
+}
+
+TEST(ArchiveLimitsTest, AnArchiveMayUnpackTo4GibibytesByDefault) {
+    // No entry has so many bytes here: it is refused for the total, or found too short.
+    constexpr std::uint64_t kMost = 0xFFFFFFFE;
+    const ZipEntry large = {.name = "large", .content = "x", .size = kMost};
+    const std::vector<std::string> options = {"--max-entry-size=8GB", "--max-ratio=9999999999"};
+    const auto twoEntries = [&](const std::string& content) {
+        return TestZip({{.name = "a", .content = content, .method = 0}, large}, options);
+    };
+    EXPECT_TRUE(
+        Failed(twoEntries("12"), "The entry ends before the size that the archive states. (a.zip, large)"));
+    EXPECT_TRUE(Failed(twoEntries("123"), "more than 4294967296 bytes (--max-total-size). (a.zip, large)"));
+}
+
+// The last entry states a packed size that is larger than the whole archive, so that its own ratio looks small.
+TEST(ArchiveLimitsTest, TheRatioHoldsForAllEntriesTogether) {
+    const ZipEntry first = GrowingEntry(200, 0);
+    const auto archiveOf = [&first](std::size_t lastSize) {
+        return BuildZip({first, {.name = "last", .content = Zeros(lastSize), .compressedSize = 1000000}},
+                        {.comment = std::string(30000, 'c')});
+    };
+    const std::size_t most = 200 * archiveOf(7700000).size();
+    const auto test = [&](std::size_t lastSize) {
+        const Folder folder;
+        folder.Write("a.zip", archiveOf(lastSize));
+        return RunTool({"zip", "test", "a.zip"}, folder.Path());
+    };
+    const std::size_t half = first.content.size() / 2;
+    ExpectFine(test(most - 3 * half));
+    const Result result = test(most - half);
+    EXPECT_TRUE(Failed(result, "With this entry the archive grows to more than 200 times its size "
+                               "(--max-ratio). (a.zip, last)"));
+    EXPECT_EQ(result.out, "2 entries tested, 1 bad.\n");
+    EXPECT_TRUE(Failed(test(most + half), "The entry grows to more than 200 times its size in the archive"));
+}
+
 TEST(ArchiveLimitsTest, StatedSizesThatAreFalseAreTold) {
     std::string text;
     for (int i = 0; text.size() < 5000; ++i)
@@ -192,9 +257,14 @@ const std::vector<std::vector<std::string>> kCommands = {
 TEST(ArchiveLimitsTest, EveryCommandKeepsEveryLimit) {
     for (std::vector<std::string> command : kCommands) {
         const bool listsOnly = command[1] == "list";
-        const std::vector<std::pair<std::string, bool>> rows = {
-            {"--max-entry-size=100", !listsOnly}, {"--max-ratio=1", !listsOnly}, {"--max-entries=1", true},
-            {"--max-entry-size=1MB", false},      {"--max-ratio=50", false},     {"--max-entries=2", false}};
+        const std::vector<std::pair<std::string, bool>> rows = {{"--max-entry-size=100", !listsOnly},
+                                                                {"--max-total-size=100", !listsOnly},
+                                                                {"--max-ratio=1", !listsOnly},
+                                                                {"--max-entries=1", true},
+                                                                {"--max-entry-size=1MB", false},
+                                                                {"--max-total-size=1MB", false},
+                                                                {"--max-ratio=50", false},
+                                                                {"--max-entries=2", false}};
         for (const auto& [option, refused] : rows) {
             const Folder folder;
             folder.Write("a.zip", BuildZip({kGood, {.name = "none"}}));
@@ -215,7 +285,8 @@ void ExpectWrongUsage(const std::vector<std::string>& values) {
     const Folder folder;
     folder.Write("a.zip", BuildZip({kGood}));
     for (const std::vector<std::string>& command : kCommands)
-        for (const char* option : {"--max-entry-size=", "--max-ratio=", "--max-entries="})
+        for (const char* option : {"--max-entry-size=", "--max-total-size=", "--max-ratio=", "--max-entries=",
+                                   "--max-stream-size="})
             for (const std::string& value : values) {
                 std::vector<std::string> arguments = command;
                 arguments.push_back(option + value);

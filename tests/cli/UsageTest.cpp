@@ -115,7 +115,7 @@ TEST(UsageTest, HelpFitsATerminal) {
     }
 }
 
-TEST(UsageTest, HelpTellsTheLimitsForArchives) {
+TEST(UsageTest, HelpTellsTheLimitsForArchivesAndStreams) {
     for (const std::vector<std::string>& command : kCommands) {
         if (command == std::vector<std::string>{"clean"} || command == std::vector<std::string>{"zip"})
             continue;
@@ -123,7 +123,8 @@ TEST(UsageTest, HelpTellsTheLimitsForArchives) {
         arguments.push_back("--help");
         const Result result = RunTool(arguments);
         for (const char* limit :
-             {"--max-entry-size SIZE=1GB", "--max-ratio NUMBER=200", "--max-entries NUMBER=100000"})
+             {"--max-entry-size SIZE=1GB", "--max-total-size SIZE=4GB", "--max-ratio NUMBER=200",
+              "--max-entries NUMBER=100000", "--max-stream-size SIZE=4GB"})
             EXPECT_THAT(result.out, HasSubstr(limit)) << Joined(command);
     }
 }

@@ -207,6 +207,31 @@ TEST(ZipTest, TestReadsEveryEntryAndNamesTheBadOnes) {
     }
 }
 
+TEST(ZipTest, WhatNeedsAPasswordOrAnotherMethodIsToldSo) {
+    const std::vector<std::pair<ZipEntry, std::string>> rows = {
+        {{.flags = testing_support::kZipEncryptedFlag}, "protected by a password and cannot be read"},
+        {{.method = 99, .flags = testing_support::kZipEncryptedFlag, .packed = "x"},
+         "protected by a password and cannot be read"},
+        {{.method = 1, .packed = "x"}, "packed with method 1 (shrink), which cannot be read"},
+        {{.method = 9, .packed = "x"}, "packed with method 9 (deflate64), which cannot be read"},
+        {{.method = 12, .packed = "x"}, "packed with method 12 (bzip2), which cannot be read"},
+        {{.method = 14, .packed = "x"}, "packed with method 14 (LZMA), which cannot be read"},
+        {{.method = 93, .packed = "x"}, "packed with method 93 (Zstandard), which cannot be read"},
+        {{.method = 7, .packed = "x"}, "packed with method 7, which cannot be read"},
+        {{.method = 65535, .packed = "x"}, "packed with method 65535, which cannot be read"},
+    };
+    for (auto [entry, words] : rows) {
+        entry.name = "a.gpx";
+        const std::string archive = BuildZip({entry});
+        const std::string message = "vexagpx: The entry is " + words + ". (a.zip, a.gpx)\n";
+        EXPECT_EQ(Zip("test", archive).err, message);
+        EXPECT_EQ(Zip("cat", archive, {"a.gpx"}).err, message);
+        const Folder folder;
+        folder.Write("a.zip", archive);
+        EXPECT_EQ(RunTool({"show", "a.zip"}, folder.Path()).err, message);
+    }
+}
+
 TEST(ZipTest, ASoundArchiveIsTold) {
     ExpectOutput(Zip("test", BuildZip({{.name = "a"}, {.name = "d/"}, {.name = "b", .content = kLong}})),
                  "3 entries tested, 0 bad.\n");
@@ -295,7 +320,9 @@ TEST(ZipTest, AFullDeviceIsTold) {
 TEST(ZipTest, NamesOfArchivesAreTakenAsTheyAre) {
     const Folder folder;
     const std::string archive = BuildZip({{.name = "-e", .content = "x"}, {.name = "[e]", .content = "y"}});
-    for (const char* name : {"a b.zip", "Größe 日本.zip", "-a.zip", "--help", "[a]", "a:b", "list", "50%"}) {
+    for (const char* name : {"a b.zip", "Größe 日本.zip", "-a.zip", "--help", "[a]", "a:b", "list", "50%",
+                             "Gr\xF6\xDF"
+                             "e.zip"}) {
         folder.Write(name, archive);
         ExpectOutput(RunTool({"zip", "list", "--", name}, folder.Path()), "-e\n[e]\n");
         ExpectOutput(RunTool({"zip", "cat", "--", name, "-e"}, folder.Path()), "x");

@@ -12,12 +12,16 @@
 #include <tests/support/ZipBuilder.h>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
+#include <optional>
 #include <random>
 #include <set>
 #include <string>
@@ -31,6 +35,7 @@ using namespace ::testing_support;
 
 constexpr char kSource[] = "LibCore/vexaTransferLib/ZIPFileReader.cpp";
 constexpr char kClosed[] = "Zip file not opened for reading.";
+constexpr char kNoFile[] = "No file specified for reading.";
 constexpr char kNoArchive[] = "Could not open ZIP for reading.";
 constexpr char kNoInfo[] = "Could not obtain file info for current file.";
 constexpr char kNotOpened[] = "Could not open file at the current position within the zip file.";
@@ -52,17 +57,37 @@ TEST(ZipFileReaderFailuresTest, RefusesAnEmptyPathWithAReport) {
     icu::UnicodeString bogus;
     bogus.setToBogus();
     for (const icu::UnicodeString& path : {icu::UnicodeString(), bogus})
-        EXPECT_FAILURE(ZipFileReader{path}, dbc::precondition_error, "No file specified for reading.",
-                       kSource);
+        EXPECT_FAILURE(ZipFileReader{path}, dbc::precondition_error, kNoFile, kSource);
+    EXPECT_FAILURE(ZipFileReader::OpenFile(""), dbc::precondition_error, kNoFile, kSource);
+}
+
+// The system would open another file: the one whose name ends there, or one with other characters in it.
+TEST(ZipFileReaderFailuresTest, RefusesAPathThatNoFileCanHaveWithAReport) {
+    const ArchiveFile file(BuildZip(ThreeEntries()));
+    const ArchiveFile replaced(BuildZip(ThreeEntries()), "\xEF\xBF\xBD.zip");
+    icu::UnicodeString lone = replaced.Path();
+    lone.findAndReplace(u"\uFFFD", icu::UnicodeString(char16_t{0xD800}));
+    const icu::UnicodeString paths[] = {file.Path() + char16_t{0}, file.Path() + char16_t{0} + u"x", lone,
+                                        file.Path() + char16_t{0xDC00}, char16_t{0xD83D} + file.Path()};
+    for (const icu::UnicodeString& path : paths)
+        EXPECT_FAILURE(ZipFileReader{path}, dbc::precondition_error, kNoFile, kSource);
+    for (const char* end : {"", "x"})
+        EXPECT_FAILURE(ZipFileReader::OpenFile(Utf8(file.Path()) + '\0' + end), dbc::precondition_error,
+                       kNoFile, kSource);
 }
 
 TEST(ZipFileReaderFailuresTest, AnArchiveWithoutEntriesOpensAndHasNone) {
-    const std::string archives[] = {BuildZip({}), BuildZip({}, {.comment = "nothing in here"}),
+    const std::string archives[] = {BuildZip({}),
+                                    BuildZip({}, {.comment = "nothing in here"}),
                                     BuildZip({}, {.comment = "PK\5\6 in the comment of nothing at all"}),
                                     BuildZip({}, {.stub = "a stub"}),
-                                    BuildZip({}, {.stub = "a stub", .offsetsCountStub = false})};
+                                    BuildZip({}, {.stub = "a stub", .offsetsCountStub = false}),
+                                    BuildZip({}, {.comment = std::string(300, 'c')}),
+                                    BuildZip({}, {.comment = std::string(65535, 'c')}),
+                                    BuildZip({}, {.comment = BuildZip({})}),
+                                    BuildZip({}, {.comment = BuildZip(ThreeEntries())})};
     for (const std::string& archive : archives) {
-        SCOPED_TRACE(archive);
+        SCOPED_TRACE(testing::PrintToString(archive.substr(0, 100)));
         const ArchiveFile file(archive);
         ZipFileReader reader(file.Path());
         char byte = 'x';
@@ -71,6 +96,7 @@ TEST(ZipFileReaderFailuresTest, AnArchiveWithoutEntriesOpensAndHasNone) {
         EXPECT_FALSE(reader.GoToNextFile());
         EXPECT_FAILURE(reader.GetCurrentFileName(), dbc::precondition_error, kNoInfo, "");
         EXPECT_FAILURE(reader.GetCurrentFileInfo(), dbc::precondition_error, kNoInfo, "");
+        EXPECT_FAILURE(reader.GetCurrentFileRange(), dbc::precondition_error, kNotOpened, "");
         EXPECT_FAILURE(reader.OpenCurrentFile(), dbc::precondition_error, kNotOpened, "");
         EXPECT_FAILURE(reader.CloseCurrentFile(), dbc::precondition_error, kNotClosed, "");
         EXPECT_EQ(reader.ReadFromCurrentFile(&byte, 1), kNoEntryOpen);
@@ -92,6 +118,7 @@ TEST(ZipFileReaderFailuresTest, AClosedReaderRefusesEveryOperation) {
         EXPECT_FAILURE(reader.GetFileCount(), dbc::precondition_error, kClosed, kSource);
         EXPECT_FAILURE(reader.GetCurrentFileName(), dbc::precondition_error, kClosed, kSource);
         EXPECT_FAILURE(reader.GetCurrentFileInfo(), dbc::precondition_error, kClosed, kSource);
+        EXPECT_FAILURE(reader.GetCurrentFileRange(), dbc::precondition_error, kClosed, kSource);
         EXPECT_FAILURE(reader.OpenCurrentFile(), dbc::precondition_error, kClosed, kSource);
         EXPECT_FAILURE(reader.ReadFromCurrentFile(&byte, 1), dbc::precondition_error, kClosed, kSource);
         EXPECT_FAILURE(reader.ReadFromCurrentFile(nullptr, 1), dbc::precondition_error, kClosed, kSource);
@@ -109,6 +136,7 @@ TEST(ZipFileReaderFailuresTest, RefusesWhatIsNoArchive) {
         "P",
         "PK\5\6",
         "this is no archive",
+        std::string(kEndRecordSize, '\0'),
         std::string(100000, '\0'),
         archive.substr(0, archive.find("PK\1\2")),
         endRecord.substr(0, 21),
@@ -119,6 +147,8 @@ TEST(ZipFileReaderFailuresTest, RefusesWhatIsNoArchive) {
         BuildZip({}, {.entryCount = 1, .entriesOnDisk = 0}),
         BuildZip(ThreeEntries(), {.comment = std::string(65514, 'c')}),
         BuildZip(ThreeEntries(), {.comment = std::string(65535, 'c')}),
+        BuildZip({}, {.comment = std::string(65535, 'c'), .stub = "a stub"}),
+        BuildZip({}, {.comment = std::string(65535, 'c'), .stub = "a stub", .offsetsCountStub = false}),
         BuildZip(ThreeEntries(), {.diskNumber = 1}),
         BuildZip(ThreeEntries(), {.entriesOnDisk = 2}),
         BuildZip(ThreeEntries(), {.directorySize = 100000}),
@@ -145,8 +175,43 @@ TEST(ZipFileReaderFailuresTest, RefusesPathsThatHoldNoReadableFile) {
     for (const std::filesystem::path& path : paths) {
         SCOPED_TRACE(path.string());
         EXPECT_FAILURE(ZipFileReader(AsPath(path)), dbc::precondition_error, kNoArchive, "");
+        EXPECT_FAILURE(ZipFileReader::OpenFile(path.string()), dbc::precondition_error, kNoArchive, "");
     }
     EXPECT_EQ(OpenDescriptors(), before);
+}
+
+// Nobody writes into the pipe: who opened it would wait.
+TEST(ZipFileReaderFailuresTest, RefusesAPipeWithoutWaitingForIt) {
+    const TemporaryFolder folder;
+    const std::filesystem::path pipe = folder / "pipe.zip";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FAILURE(ZipFileReader(AsPath(pipe)), dbc::precondition_error, kNoArchive, "");
+}
+
+/// Bytes that this process has read from files so far; none where the system does not count them.
+std::optional<std::uint64_t> BytesRead() {
+    std::ifstream counters("/proc/self/io");
+    std::string name;
+    std::uint64_t value = 0;
+    while (counters >> name >> value)
+        if (name == "rchar:")
+            return value;
+    return std::nullopt;
+}
+
+TEST(ZipFileReaderFailuresTest, OpeningReadsTheEndOfTheFileAndNotAllOfIt) {
+    constexpr std::size_t kSize = std::size_t{1} << 26;
+    constexpr std::uint64_t kEnough = kSize / 16;
+    const ArchiveFile archive(BuildZip(ThreeEntries(), {.stub = std::string(kSize, '\0')}));
+    const ArchiveFile none(std::string(kSize, '\0'));
+    const std::optional<std::uint64_t> before = BytesRead();
+    if (!before)
+        GTEST_SKIP() << "the system does not count the bytes that are read";
+    { const ZipFileReader reader(archive.Path()); }
+    EXPECT_THROW(ZipFileReader(none.Path()), dbc::precondition_error);
+    const std::uint64_t read = *BytesRead() - *before;
+    EXPECT_GT(read, 22u);
+    EXPECT_LT(read, kEnough);
 }
 
 TEST(ZipFileReaderFailuresTest, RefusesAFileWithoutThePermissionToReadIt) {
@@ -233,6 +298,7 @@ TEST(ZipFileReaderFailuresTest, RefusesEntriesThatItCannotRead) {
     char byte = 'x';
     for (std::size_t i = 0; i + 1 < entries.size(); ++i) {
         SCOPED_TRACE(entries[i].name + " " + std::to_string(entries[i].method));
+        EXPECT_FAILURE(reader.GetCurrentFileRange(), dbc::precondition_error, kNotOpened, "");
         EXPECT_FAILURE(reader.OpenCurrentFile(), dbc::precondition_error, kNotOpened, "");
         EXPECT_EQ(reader.ReadFromCurrentFile(&byte, 1), kNoEntryOpen);
         EXPECT_FAILURE(reader.CloseCurrentFile(), dbc::precondition_error, kNotClosed, "");
@@ -339,29 +405,74 @@ TEST(ZipFileReaderFailuresTest, AReadTellsDamageAndTheEntryCanStillBeClosed) {
     }
 }
 
-// The checksum is not looked at then: a host compares the count of the bytes with the size.
-TEST(ZipFileReaderFailuresTest, DataThatEndEarlyGiveFewerBytesThanStated) {
+struct EndsEarly {
+    ZipEntry entry;
+    std::string content; ///< that can be read
+};
+
+std::vector<EndsEarly> EntriesThatEndEarly() {
     const std::string content = Lines(300);
     const std::string half = content.substr(0, content.size() / 2);
-    const ZipEntry rows[] = {
-        {.name = "stream ends", .content = content, .packed = Deflated(half)},
-        {.name = "more stated", .content = content, .size = content.size() + 1},
-        {.name = "less stored", .content = content, .method = kZipStored, .compressedSize = half.size()},
+    const std::size_t more = content.size() + 1;
+    return {
+        {{.name = "stream ends", .content = content, .packed = Deflated(half)}, half},
+        {{.name = "more stated", .content = content, .size = more}, content},
+        {{.name = "more stated, stored", .content = content, .method = kZipStored, .size = more}, content},
+        {{.name = "less stored", .content = content, .method = kZipStored, .compressedSize = half.size()},
+         half},
+        {{.name = "nothing", .content = "x", .packed = Deflated("")}, ""},
+        {{.name = "nothing stored", .method = kZipStored, .size = 1}, ""},
     };
-    const std::string bytes[] = {half, content, half};
-    const ArchiveFile file(BuildZip({std::begin(rows), std::end(rows)}));
-    ZipFileReader reader(file.Path());
-    for (const std::string& expected : bytes) {
-        SCOPED_TRACE(Utf8(reader.GetCurrentFileName()));
-        const EntryRead read = ReadEntry(reader);
-        EXPECT_FALSE(read.IsFlagged());
-        EXPECT_EQ(read.bytes, expected);
-        EXPECT_LT(read.bytes.size(), reader.GetCurrentFileInfo().size);
-        reader.GoToNextFile();
+}
+
+// The checksum is not looked at then.
+TEST(ZipFileReaderFailuresTest, AnEntryThatEndsBeforeItsStatedSizeDoesNotClose) {
+    for (const auto& [entry, content] : EntriesThatEndEarly()) {
+        SCOPED_TRACE(entry.name);
+        const ArchiveFile file(BuildZip({entry, {.name = "next", .content = "good words"}}));
+        ZipFileReader reader(file.Path());
+        for (const bool asksForTheName : {false, true}) {
+            if (asksForTheName)
+                static_cast<void>(reader.GetCurrentFileName());
+            const EntryRead read = ReadEntry(reader);
+            EXPECT_EQ(read.bytes, content);
+            EXPECT_EQ(read.end, 0);
+            EXPECT_EQ(read.failure, kNotClosed);
+            EXPECT_FAILURE(reader.CloseCurrentFile(), dbc::precondition_error, kNotClosed, "");
+        }
+        EXPECT_TRUE(reader.GoToNextFile());
+        EXPECT_EQ(ReadEntry(reader).failure, "") << "a sound entry after it";
     }
 }
 
-TEST(ZipFileReaderFailuresTest, AnAlteredDeflateStreamIsFlaggedShortOrRight) {
+TEST(ZipFileReaderFailuresTest, AnEntryThatWasReadInPartCloses) {
+    for (const auto& [entry, content] : EntriesThatEndEarly()) {
+        SCOPED_TRACE(entry.name);
+        const ArchiveFile file(BuildZip({entry}));
+        ZipFileReader reader(file.Path());
+        std::string buffer(content.size() + 1, 'x');
+        const auto readUpTo = [&](std::size_t size) {
+            reader.OpenCurrentFile();
+            EXPECT_EQ(reader.ReadFromCurrentFile(buffer.data(), 0), 0);
+            if (size > 0) {
+                EXPECT_EQ(reader.ReadFromCurrentFile(buffer.data(), static_cast<unsigned int>(size)),
+                          static_cast<int>(size));
+            }
+        };
+        for (const std::size_t size : {std::size_t{0}, content.size() / 2, content.size()}) {
+            readUpTo(size);
+            EXPECT_EQ(CaptureStandardError([&] { reader.CloseCurrentFile(); }), "");
+        }
+        // What was read to its end once may be opened again and left.
+        reader.OpenCurrentFile();
+        while (reader.ReadFromCurrentFile(buffer.data(), static_cast<unsigned int>(buffer.size())) > 0) {
+        }
+        reader.OpenCurrentFile();
+        EXPECT_EQ(CaptureStandardError([&] { reader.CloseCurrentFile(); }), "");
+    }
+}
+
+TEST(ZipFileReaderFailuresTest, AnAlteredDeflateStreamIsFlaggedOrRight) {
     const std::string content = Lines(60);
     const std::string archive = BuildZip({{.name = "a", .content = content}});
     const std::size_t begin = PackedBytesAt(archive, "a");
@@ -375,9 +486,10 @@ TEST(ZipFileReaderFailuresTest, AnAlteredDeflateStreamIsFlaggedShortOrRight) {
             ZipFileReader reader(file.Path());
             const EntryRead read = ReadEntry(reader);
             flagged += read.IsFlagged() ? 1 : 0;
-            EXPECT_TRUE(read.IsFlagged() || read.bytes.size() < content.size() || read.bytes == content)
-                << at;
-            EXPECT_TRUE(read.failure.empty() || read.failure == kCrcError) << read.failure;
+            EXPECT_TRUE(read.IsFlagged() || read.bytes == content) << at;
+            const bool isShort = read.bytes.size() < content.size();
+            EXPECT_TRUE(read.failure.empty() || read.failure == (isShort ? kNotClosed : kCrcError))
+                << read.failure;
             EXPECT_TRUE(read.end == 0 || read.failure.empty()) << "closing what could not be read succeeds";
         }
     EXPECT_GT(flagged, 0);
@@ -419,6 +531,17 @@ TEST(ZipFileReaderFailuresTest, ACountAboveTheDirectorysEntriesEndsTheWalkEarly)
     EXPECT_FALSE(reader.GoToNextFile());
 }
 
+void AskForTheRange(ZipFileReader& reader, std::size_t archiveSize) {
+    constexpr std::size_t kLocalHeader = 30;
+    try {
+        const ZipEntryRange range = reader.GetCurrentFileRange();
+        ASSERT_LE(range.begin + kLocalHeader, archiveSize);
+        ASSERT_GE(range.end, range.begin + kLocalHeader);
+    } catch (const dbc::precondition_error& error) {
+        ASSERT_EQ(error.what(), std::string(kNotOpened));
+    }
+}
+
 /// Walks and reads everything; what fails must fail with a message of the reader's.
 void WalkWhatever(const icu::UnicodeString& path, std::size_t archiveSize) {
     constexpr std::size_t kDirectoryRecord = 46;
@@ -433,6 +556,7 @@ void WalkWhatever(const icu::UnicodeString& path, std::size_t archiveSize) {
             ASSERT_LE(++walked, archiveSize / kDirectoryRecord);
             ASSERT_LT(reader.GetCurrentFileName().length(), 1024);
             static_cast<void>(reader.GetCurrentFileInfo());
+            ASSERT_NO_FATAL_FAILURE(AskForTheRange(reader, archiveSize));
             const std::size_t limit = kBestCompression * archiveSize;
             const EntryRead read = ReadEntry(reader, limit);
             ASSERT_LT(read.bytes.size(), limit);

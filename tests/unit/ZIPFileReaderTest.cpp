@@ -355,6 +355,34 @@ TEST(ZipFileReaderTest, InfoTellsSizesAndLinks) {
     }
 }
 
+TEST(ZipFileReaderTest, InfoTellsHowTheEntryIsPacked) {
+    constexpr std::uint16_t kStrongEncryption = 0x41;
+    struct Packed {
+        ZipEntry entry;
+        bool isEncrypted;
+        bool isNameUtf8;
+    };
+    const Packed rows[] = {
+        {{.name = "stored", .method = kZipStored, .crc = 0}, false, false},
+        {{.name = "deflated", .crc = 0x89ABCDEF}, false, false},
+        {{.name = "utf8", .flags = kZipUtf8Flag, .crc = 1}, false, true},
+        {{.name = "encrypted", .flags = kZipEncryptedFlag, .crc = 0xFFFFFFFF}, true, false},
+        {{.name = "strong", .flags = kStrongEncryption | kZipUtf8Flag, .crc = 3}, true, true},
+        {{.name = "bzip2", .method = 12, .flags = 0x0400, .packed = "", .crc = 4}, false, false},
+        {{.name = "last method", .method = 65535, .flags = 0xFFF7, .packed = "", .crc = 5}, true, true},
+    };
+    for (const Packed& row : rows) {
+        SCOPED_TRACE(row.entry.name);
+        const ArchiveFile file(BuildZip({row.entry}));
+        const ZipEntryInfo info = ZipFileReader(file.Path()).GetCurrentFileInfo();
+        EXPECT_EQ(info.method, row.entry.method);
+        EXPECT_EQ(info.flags, row.entry.flags);
+        EXPECT_EQ(info.crc, row.entry.crc);
+        EXPECT_EQ(info.isEncrypted, row.isEncrypted);
+        EXPECT_EQ(info.isNameUtf8, row.isNameUtf8);
+    }
+}
+
 // Not every minizip finds sizes in zip64 form. One that does not gives what stands in their place, and the
 // entry cannot be opened.
 constexpr std::uint64_t kInZip64Form = 0xFFFFFFFF;
@@ -423,6 +451,20 @@ TEST(ZipFileReaderTest, OpensPathsOutsideAscii) {
     EXPECT_EQ(ReadWhole(reader), "some words");
     const ArchiveFile empty(BuildZip({}), "\xC3\x9C.zip");
     EXPECT_EQ(ZipFileReader(empty.Path()).GetFileCount(), 0u);
+}
+
+TEST(ZipFileReaderTest, OpensAFileByTheBytesOfItsPath) {
+    const TemporaryFolder folder;
+    for (const char* name : {"plain.zip", "H\xC3\xBCtte.zip", "H\xFCtte.zip", "\xFF\xFE", "\xED\xA0\x80",
+                             "\xEF\xBF\xBD", "a:b", "%41", "\x01"}) {
+        SCOPED_TRACE(testing::PrintToString(name));
+        const std::string path = (folder / name).string();
+        WriteBytes(path, BuildZip({{.name = "a", .content = name}}));
+        ZipFileReader reader = ZipFileReader::OpenFile(path);
+        EXPECT_EQ(ReadWhole(reader), name);
+        WriteBytes(path, BuildZip({}));
+        EXPECT_EQ(ZipFileReader::OpenFile(path).GetFileCount(), 0u);
+    }
 }
 
 TEST(ZipFileReaderTest, ReadersOnOneArchiveAreIndependent) {

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 
 // Loaded in front of the C library: whoever makes a temporary folder also writes VEXAGPX_TEST_WORDS to
-// standard error and, when VEXAGPX_TEST_ABORT is set, ends as a failed assertion does.
+// standard error and, when VEXAGPX_TEST_ABORT is set, ends as a failed assertion does. Every file system has
+// VEXAGPX_TEST_FREE bytes free, when that is set.
 
 #include <cstdlib>
 #include <cstring>
 
 #include <dlfcn.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 extern "C" char* mkdtemp(char* path) {
@@ -16,4 +18,14 @@ extern "C" char* mkdtemp(char* path) {
         std::abort();
     using Function = char* (*)(char*);
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, "mkdtemp"))(path);
+}
+
+extern "C" int fstatvfs(int fd, struct statvfs* status) {
+    using Function = int (*)(int, struct statvfs*);
+    const int result = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "fstatvfs"))(fd, status);
+    if (const char* free = std::getenv("VEXAGPX_TEST_FREE")) {
+        status->f_frsize = 1;
+        status->f_bavail = std::strtoull(free, nullptr, 10);
+    }
+    return result;
 }
