@@ -112,8 +112,8 @@ void Archive::Open() {
     bytesRead_ = 0;
     CheckPacking();
     CheckSize(info_.size);
-    CheckTotal(info_.size);
     CheckOverlap();
+    CheckTotal(info_.size);
     try {
         reader_.OpenCurrentFile();
     } catch (const dbc::precondition_error& error) {

@@ -88,15 +88,17 @@ Result TestZip(const std::string& archive) {
 }
 
 TEST(EntryOverlapsTest, OfEntriesThatShareAHeaderOnlyTheFirstIsUnpacked) {
-    const std::vector<ZipEntry> entries(60,
-                                        {.name = "zeros", .content = std::string(100000, '\0'), .offset = 0});
+    std::string text;
+    for (int i = 0; i < 20000; ++i)
+        text += "line " + std::to_string(i % 1000 * i) + "\n";
+    const std::vector<ZipEntry> entries(60, {.name = "text", .content = text, .offset = 0});
     const std::size_t size = BuildZip({entries[0]}).find("PK\1\2");
     const std::string whole = BuildZip(entries, {.directoryOffset = size});
     const std::string directory = whole.substr(whole.find("PK\1\2"));
     const Result result = TestZip(whole.substr(0, size) + directory);
-    EXPECT_TRUE(Failed(result, "(a.zip, zeros)"));
+    EXPECT_TRUE(Failed(result, "(a.zip, text)"));
     EXPECT_EQ(result.out, "60 entries tested, 59 bad.\n");
-    EXPECT_EQ(Lines(result.err), std::vector<std::string>(59, kRefusal + "(a.zip, zeros)"));
+    EXPECT_EQ(Lines(result.err), std::vector<std::string>(59, kRefusal + "(a.zip, text)"));
 }
 
 TEST(EntryOverlapsTest, AnEntryAroundAnotherOneIsRefusedAndTheOthersAreNot) {
