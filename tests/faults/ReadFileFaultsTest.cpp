@@ -332,7 +332,8 @@ TEST(ReadFileFaultsTest, ANameThatIsNoTextIsRefused) {
         EXPECT_EQ(reading.error, std::string(typeid(dbc::precondition_error).name()) +
                                      ": The GPX file path was empty or invalid.");
         EXPECT_TRUE(IsSameModel(UsedDocument(), reading.document));
-        EXPECT_FAILURE(ZipFileReader{path}, dbc::precondition_error, "Could not open ZIP for reading.", "");
+        EXPECT_FAILURE(ZipFileReader{path}, dbc::precondition_error, "No file specified for reading.",
+                       "LibCore/vexaTransferLib/ZIPFileReader.cpp");
         GpxTarvikExtParser scanner;
         EXPECT_REPORT(scanner.Parse(path), kScannerSource);
         EXPECT_EQ(FoundBy(scanner), "time 0");
