@@ -14,7 +14,6 @@ namespace {
 
 using cli::Failed;
 using cli::Folder;
-using cli::Lines;
 using cli::Result;
 using cli::RunTool;
 using testing::ElementsAre;
@@ -98,7 +97,7 @@ TEST(EntryOverlapsTest, OfEntriesThatShareAHeaderOnlyTheFirstIsUnpacked) {
     const Result result = TestZip(whole.substr(0, size) + directory);
     EXPECT_TRUE(Failed(result, "(a.zip, text)"));
     EXPECT_EQ(result.out, "60 entries tested, 59 bad.\n");
-    EXPECT_EQ(Lines(result.err), std::vector<std::string>(59, kRefusal + "(a.zip, text)"));
+    EXPECT_EQ(cli::Lines(result.err), std::vector<std::string>(59, kRefusal + "(a.zip, text)"));
 }
 
 TEST(EntryOverlapsTest, AnEntryAroundAnotherOneIsRefusedAndTheOthersAreNot) {
