@@ -88,8 +88,8 @@ Result TestZip(const std::string& archive) {
 
 TEST(EntryOverlapsTest, OfEntriesThatShareAHeaderOnlyTheFirstIsUnpacked) {
     std::string text;
-    for (int i = 0; i < 20000; ++i)
-        text += "line " + std::to_string(i % 1000 * i) + "\n";
+    for (int i = 0; i < 1000; ++i)
+        text += "line " + std::to_string(i * i) + "\n";
     const std::vector<ZipEntry> entries(60, {.name = "text", .content = text, .offset = 0});
     const std::size_t size = BuildZip({entries[0]}).find("PK\1\2");
     const std::string whole = BuildZip(entries, {.directoryOffset = size});

@@ -22,7 +22,9 @@ extern "C" char* mkdtemp(char* path) {
 
 extern "C" int fstatvfs(int fd, struct statvfs* status) {
     using Function = int (*)(int, struct statvfs*);
-    const int result = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "fstatvfs"))(fd, status);
+    // The headers of a 32-bit system give the function with large files another name.
+    const char* const name = sizeof(off_t) > sizeof(long) ? "fstatvfs64" : "fstatvfs";
+    const int result = reinterpret_cast<Function>(dlsym(RTLD_NEXT, name))(fd, status);
     if (const char* free = std::getenv("VEXAGPX_TEST_FREE")) {
         status->f_frsize = 1;
         status->f_bavail = std::strtoull(free, nullptr, 10);
