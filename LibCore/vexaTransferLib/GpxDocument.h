@@ -149,15 +149,16 @@ public:
                        const icu::UnicodeString& applicationUrl, std::string& out) const;
 
     /// Writes the bytes of GetAsByteString to a file, which is created or truncated. The name is converted to
-    /// ICU's default code page. Nothing is touched until all bytes stand; a file whose writing failed is left
-    /// as far as it got. When this returns, every byte has been handed to the operating system. As
-    /// GetAsByteString says, a control character or markup in a text can make a file that no XML parser reads; the
-    /// file is written all the same.
+    /// ICU's default code page; a host that has a name in bytes writes what GetAsByteString gives. Nothing is
+    /// touched until all bytes are made; a file whose writing failed is left as far as it got. When this returns,
+    /// every byte has been handed to the operating system. As GetAsByteString says, a control character or markup
+    /// in a text can make a file that no XML parser reads; the file is written all the same.
     ///
     /// \throws what GetAsByteString throws, before the file is touched
     /// \throws std::runtime_error when the name cannot be converted (see ByteString), before the file is touched
     /// \throws dbc::postcondition_error "Unable to create the GPX file. Target could be write protected or
-    ///         full.", also for a name that no file can have (empty, with a U+0000 or a lone surrogate), and "Unable to write the GPX file. Target could be write protected or full."
+    ///         full.", which is also said of a name that no file can have (empty, or with a U+0000 or a lone
+    ///         surrogate), and "Unable to write the GPX file. Target could be write protected or full."
     void WriteToFile(const GpxVersion& version, const icu::UnicodeString& applicationName,
                      const icu::UnicodeString& applicationUrl, const icu::UnicodeString& fileName) const;
 
