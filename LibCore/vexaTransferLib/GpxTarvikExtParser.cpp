@@ -143,8 +143,9 @@ double GpxTarvikExtParser::GetDocumentTime() const {
 void GpxTarvikExtParser::Parse(const icu::UnicodeString& path) {
     if (!dbc::SoftCheck(text::IsFileName(path), text::kGpxTarvikExtParserSource))
         return;
-    const auto places = limits_ ? XmlInput::Places::kFiles : XmlInput::Places::kFilesAndAddresses;
-    Scan([&] {
+    // Two captures: a std::function holds them without memory of its own, whose lack would be thrown.
+    Scan([this, &path] {
+        const auto places = limits_ ? XmlInput::Places::kFiles : XmlInput::Places::kFilesAndAddresses;
         XmlInput(path, UnicodeStrUtils::UnicodeStringToStlString(path), places, nullptr).Feed(*reader_);
     });
 }
@@ -152,7 +153,7 @@ void GpxTarvikExtParser::Parse(const icu::UnicodeString& path) {
 void GpxTarvikExtParser::ParseFile(const std::string& path) {
     if (!dbc::SoftCheck(text::IsFileName(path), text::kGpxTarvikExtParserSource))
         return;
-    Scan([&] {
+    Scan([this, &path] {
         XmlInput(icu::UnicodeString::fromUTF8(path), path, XmlInput::Places::kNamedFile, nullptr)
             .Feed(*reader_);
     });
