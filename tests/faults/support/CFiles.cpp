@@ -46,6 +46,17 @@ void Break(int file, CFileFaults::Read read) {
     close(other);
 }
 
+std::FILE* Open(const char* function, const char* path, const char* mode) {
+    if (active != nullptr && active->openError != 0) {
+        errno = active->openError;
+        return nullptr;
+    }
+    std::FILE* const file = Next<std::FILE*(const char*, const char*)>(function)(path, mode);
+    if (active != nullptr && file != nullptr)
+        ++active->opened;
+    return file;
+}
+
 } // namespace
 
 #define VEXA_EXPORTED __attribute__((visibility("default")))
@@ -53,15 +64,12 @@ void Break(int file, CFileFaults::Read read) {
 extern "C" {
 
 VEXA_EXPORTED std::FILE* fopen(const char* path, const char* mode) {
-    static auto* const next = Next<std::FILE*(const char*, const char*)>("fopen");
-    if (active != nullptr && active->openError != 0) {
-        errno = active->openError;
-        return nullptr;
-    }
-    std::FILE* const file = next(path, mode);
-    if (active != nullptr && file != nullptr)
-        ++active->opened;
-    return file;
+    return Open("fopen", path, mode);
+}
+
+// That of a 32-bit system for files of any size.
+VEXA_EXPORTED std::FILE* fopen64(const char* path, const char* mode) {
+    return Open("fopen64", path, mode);
 }
 
 VEXA_EXPORTED int fclose(std::FILE* file) {
