@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Files whose shape costs the XML parser more than its length: depth, attributes, namespaces. What grows with the
-// square of the number is the parser's own; GpxParser::SetUntrusted stops it at the limits.
+// square of the number is the parser's own; GpxParser::SetUntrusted stops it at the limits. The watched shapes are those
+// that would cost the library more when a host watches.
 #include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/GpxTarvikExtParser.h>
+
+#include "support/HostileShapes.h"
 
 #include <benchmark/benchmark.h>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -85,6 +88,25 @@ void Doubling(benchmark::internal::Benchmark* bench) {
     bench->ArgName("n")->Arg(4000)->Arg(8000)->Arg(16000)->Unit(benchmark::kMillisecond);
     bench->Complexity();
 }
+
+void ReadWatched(benchmark::State& state, const testing_support::HostileShape& shape) {
+    const std::string bytes = shape.make(static_cast<std::size_t>(state.range(0)));
+    GpxParser parser;
+    GpxReadObserver observer;
+    parser.SetObserver(&observer);
+    for (auto _ : state) {
+        GpxDocument document;
+        parser.Parse(bytes, u"shape", document);
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+const bool kWatchedShapes = [] {
+    for (const testing_support::HostileShape& shape : testing_support::HostileShapes())
+        Doubling(benchmark::RegisterBenchmark((std::string("ReadWatched/") + shape.name).c_str(), ReadWatched,
+                                              shape));
+    return true;
+}();
 
 #define SHAPE(make)                                                                                          \
     BENCHMARK_CAPTURE(ReadShape, make##_events, make, ReadEvents)->Apply(Doubling);                          \

@@ -148,6 +148,27 @@ void RunParser(const icu::UnicodeString& name, Action parse) {
         ". The document object could not be obtained.");
 }
 
+// Of a file that is well-formed: the document is replaced even if the reading fails, unless it was stopped.
+void ReadDomTree(ReadContext& context, xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
+                 GpxDocument& document) {
+    GpxDocument read;
+    GpxModelAccess::SetName(read, DefaultName(name));
+    try {
+        const xercesc::DOMDocument* const tree = parser.getDocument();
+        if (tree == nullptr)
+            FailWithoutDocument(name);
+        const reader::NodeView root = ViewOf(tree->getDocumentElement());
+        reader::RequireGpxRoot(root);
+        reader::ReadDocument(context, root, read);
+    } catch (const reader::ReadingStop&) {
+        throw;
+    } catch (...) {
+        document = std::move(read);
+        throw;
+    }
+    document = std::move(read);
+}
+
 } // namespace
 
 GpxParser::GpxParser() : errorsSeen_(false) {
@@ -253,8 +274,14 @@ void GpxParser::Parse(std::string_view bytes, const icu::UnicodeString& name, Gp
 
 void GpxParser::ParseInput(reader::XmlInput& input, GpxDocument& document) {
     const bool mayNeedDom = !input.IsRepeatable() || input.Name().isEmpty();
-    if (mayNeedDom || !ReadEvents(input, document))
-        ReadTree(*ParseTree(input), input.Name(), document);
+    if (!mayNeedDom && ReadEvents(input, document))
+        return;
+    const std::unique_ptr<xercesc::XercesDOMParser> parser = ParseTree(input);
+    std::optional<reader::InputGuard> guard = MakeGuard(input.Name());
+    ParserContext context(*this, observer_);
+    context.guard = guard ? &*guard : nullptr;
+    context.progress = input.GetProgress();
+    ReadDomTree(context, *parser, input.Name(), document);
 }
 
 // False for a file that needs the DOM.
@@ -264,6 +291,7 @@ bool GpxParser::ReadEvents(reader::XmlInput& input, GpxDocument& document) {
     std::optional<reader::InputGuard> guard = MakeGuard(input.Name());
     ParserContext context(*this, observer_);
     context.guard = guard ? &*guard : nullptr;
+    context.progress = input.GetProgress();
     reader::EventWalk walk(context, read);
     reader::WatchedErrors watchedErrors(*this, observer_);
     reader::HeldErrors errors(watchedErrors);
@@ -290,29 +318,6 @@ bool GpxParser::ReadEvents(reader::XmlInput& input, GpxDocument& document) {
         FailWithoutDocument(input.Name());
     walk.RethrowFailure();
     return true;
-}
-
-void GpxParser::ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
-                         GpxDocument& document) {
-    GpxDocument read;
-    GpxModelAccess::SetName(read, DefaultName(name));
-    std::optional<reader::InputGuard> guard = MakeGuard(name);
-    ParserContext context(*this, observer_);
-    context.guard = guard ? &*guard : nullptr;
-    try {
-        const xercesc::DOMDocument* const tree = parser.getDocument();
-        if (tree == nullptr)
-            FailWithoutDocument(name);
-        const reader::NodeView root = ViewOf(tree->getDocumentElement());
-        reader::RequireGpxRoot(root);
-        reader::ReadDocument(context, root, read);
-    } catch (const reader::ReadingStop&) {
-        throw;
-    } catch (...) {
-        document = std::move(read);
-        throw;
-    }
-    document = std::move(read);
 }
 
 template <class Read>

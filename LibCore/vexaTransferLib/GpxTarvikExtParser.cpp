@@ -7,6 +7,7 @@
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/FileName.h>
 #include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/text/HeldText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
 #include <common/UnicodeStrUtils.h>
@@ -21,6 +22,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <iterator>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -35,6 +37,15 @@ using xercesc::XMLUni;
 // Wraps the text instead of copying it; a null one counts as empty.
 icu::UnicodeString Alias(const XMLCh* text) {
     return icu::UnicodeString(true, text, -1);
+}
+
+// A namespace counts for each of its elements and may be of any length: what is longer than those that the scanner
+// knows is none of them.
+icu::UnicodeString AliasOfNamespace(const XMLCh* uri) {
+    constexpr std::int32_t kLongestKnown = std::size(text::kTarvikNamespace) - 1;
+    static_assert(kLongestKnown >= std::size(text::kGpx10Namespace) - 1 &&
+                  kLongestKnown >= std::size(text::kGpx11Namespace) - 1);
+    return text::AliasOfStart(uri, kLongestKnown + 1);
 }
 
 bool EqualsIgnoringCase(const icu::UnicodeString& text, const char16_t* other) {
@@ -209,13 +220,13 @@ void GpxTarvikExtParser::ignorableWhitespace(const XMLCh* const chars, const XML
 void GpxTarvikExtParser::startElement(const XMLCh* const uri, const XMLCh* const localname,
                                       const XMLCh* const, const xercesc::Attributes&) {
     buffer_.remove();
-    if (IsGpxNamespace(Alias(uri)) && EndsHead(Alias(localname)))
+    if (IsGpxNamespace(AliasOfNamespace(uri)) && EndsHead(Alias(localname)))
         FinishScan();
 }
 
 void GpxTarvikExtParser::endElement(const XMLCh* const uri, const XMLCh* const localname,
                                     const XMLCh* const) {
-    const icu::UnicodeString space = Alias(uri);
+    const icu::UnicodeString space = AliasOfNamespace(uri);
     const icu::UnicodeString name = Alias(localname);
     if (EqualsIgnoringCase(space, text::kTarvikNamespace)) {
         buffer_.trim();

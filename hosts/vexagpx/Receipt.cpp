@@ -41,24 +41,52 @@ std::string_view Word(GpxMessageSeverity severity) {
     return "unknown-severity";
 }
 
+namespace {
+
+std::string Start(const std::string& text) {
+    if (text.size() <= Receipt::kLongestText)
+        return text;
+    std::size_t end = Receipt::kLongestText;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) // within a character
+        --end;
+    return text.substr(0, end) + "...";
+}
+
+} // namespace
+
 void Receipt::ParserMessage(const GpxParserMessage& message) {
-    complaints_.Add({message.severity, message.text, message.file}, {message.line, message.column});
+    ParserComplaint complaint{message.severity, Start(message.text), Start(message.file)};
+    const bool isFull = complaints_.DifferentCount() >= (each_ ? kMostListed : kMostKinds);
+    if (isFull && !complaints_.Contains(complaint))
+        complaint = {message.severity, More("More messages"), {}};
+    complaints_.Add(complaint, {message.line, message.column});
 }
 
 void Receipt::PassedOver(const GpxPassedOver& what) {
-    passed_.Add({what.element, what.reason, each_ ? what.message : Collapse(what), what.couldBeHeld},
-                {what.line, what.column});
+    passed_.Add(Listed(what), {what.line, what.column});
     lost_ += what.couldBeHeld ? 1 : 0;
 }
 
-/// The message, or one that stands for all messages behind the first few of a kind: they may quote the file, a
-/// different text each time.
-std::string Receipt::Collapse(const GpxPassedOver& what) {
-    constexpr std::size_t kMostMessages = 10;
-    Messages& known = messages_[{what.element, what.reason, what.couldBeHeld}];
-    if (known.size() < kMostMessages)
-        known.insert(what.message);
-    return known.count(what.message) > 0 ? what.message : "More of this kind, which --all lists.";
+/// The thing, or one that stands for all that are too many: names and messages come from the file, and may be
+/// different each time.
+PassedThing Receipt::Listed(const GpxPassedOver& what) {
+    PassedThing thing{Start(what.element), what.reason, Start(what.message), what.couldBeHeld};
+    if (passed_.Contains(thing))
+        return thing;
+    const bool isFull = each_ ? passed_.DifferentCount() >= kMostListed : kinds_.size() >= kMostKinds;
+    const Kind kind{thing.element, thing.reason, thing.couldBeHeld};
+    if (isFull && kinds_.find(kind) == kinds_.end())
+        return {"...", what.reason, More("More elements"), what.couldBeHeld};
+    std::size_t& messages = kinds_[kind];
+    if (each_ ? isFull : messages == kMostMessages)
+        thing.message = More("More of this kind");
+    else
+        ++messages;
+    return thing;
+}
+
+std::string Receipt::More(const std::string& what) const {
+    return what + (each_ ? " than are listed." : ", which --all lists.");
 }
 
 } // namespace vexagpx

@@ -5,9 +5,9 @@
 
 #include <vexaTransferLib/GpxReadObserver.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
-#include <set>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -41,9 +41,18 @@ std::string_view Word(vexaTransferLib::GpxPassOverReason reason);
 /// "error".
 std::string_view Word(vexaTransferLib::GpxMessageSeverity severity);
 
-/// What the reading of one document tells.
+/// What the reading of one document tells. Everything is counted, but the file chooses how many different things there
+/// are, and how long they are: what goes beyond the limits is listed as "more" instead of by its own text.
 class Receipt final : public vexaTransferLib::GpxReadObserver {
 public:
+    /// Different elements and reasons that are listed, and messages of each of these.
+    static constexpr std::size_t kMostKinds = 1000;
+    static constexpr std::size_t kMostMessages = 10;
+    /// Different things that are listed when each is listed by itself.
+    static constexpr std::size_t kMostListed = 100000;
+    /// Of an element, a message, or a file's name, in bytes of UTF-8; the rest is an ellipsis.
+    static constexpr std::size_t kLongestText = 1000;
+
     /// \param each keeps every thing by itself instead of counting equal ones
     explicit Receipt(bool each) : each_(each), complaints_(each), passed_(each) {}
 
@@ -56,14 +65,15 @@ public:
     std::uint64_t LostCount() const { return lost_; }
 
 private:
-    using Messages = std::set<std::string>;
     /// Element, reason, and whether a document could have held it.
     using Kind = std::tuple<std::string, vexaTransferLib::GpxPassOverReason, bool>;
 
-    std::string Collapse(const vexaTransferLib::GpxPassedOver& what);
+    PassedThing Listed(const vexaTransferLib::GpxPassedOver& what);
+    std::string More(const std::string& what) const;
 
     bool each_;
-    std::map<Kind, Messages> messages_;
+    /// How many different messages of each kind are listed.
+    std::map<Kind, std::size_t> kinds_;
     Collapsed<ParserComplaint> complaints_;
     Collapsed<PassedThing> passed_;
     std::uint64_t lost_ = 0;

@@ -62,15 +62,15 @@ void ReceiptJson::Write(const Contents& contents) {
 void ReceiptJson::WriteMessages(const Receipt& receipt) {
     json_.Key("messages");
     json_.BeginArray();
-    for (const auto* entry : receipt.Complaints().Sorted()) {
+    receipt.Complaints().ForEach([&](const auto& entry) {
         json_.BeginObject();
-        Member("severity", std::string(Word(entry->thing.severity)));
-        Member("text", entry->thing.text);
-        if (!entry->thing.file.empty())
-            Member("file", entry->thing.file);
-        WritePlaces(*entry);
+        Member("severity", std::string(Word(entry.thing.severity)));
+        Member("text", entry.thing.text);
+        if (!entry.thing.file.empty())
+            Member("file", entry.thing.file);
+        WritePlaces(entry);
         json_.EndObject();
-    }
+    });
     json_.EndArray();
 }
 
@@ -79,16 +79,16 @@ void ReceiptJson::WritePassed(const Receipt& receipt) {
     Member("lostCount", receipt.LostCount());
     json_.Key("passedOver");
     json_.BeginArray();
-    for (const auto* entry : receipt.Passed().Sorted()) {
+    receipt.Passed().ForEach([&](const auto& entry) {
         json_.BeginObject();
-        Member("element", entry->thing.element);
-        Member("reason", std::string(Word(entry->thing.reason)));
-        Member("message", entry->thing.message);
+        Member("element", entry.thing.element);
+        Member("reason", std::string(Word(entry.thing.reason)));
+        Member("message", entry.thing.message);
         json_.Key("couldBeHeld");
-        json_.Bool(entry->thing.couldBeHeld);
-        WritePlaces(*entry);
+        json_.Bool(entry.thing.couldBeHeld);
+        WritePlaces(entry);
         json_.EndObject();
-    }
+    });
     json_.EndArray();
 }
 

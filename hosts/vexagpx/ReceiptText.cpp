@@ -11,7 +11,7 @@ namespace vexagpx {
 
 namespace {
 
-// Longer texts are no use to a person; the JSON form has them whole.
+// Longer texts are no use to a person; the JSON form has more of them.
 constexpr std::size_t kLongestText = 400;
 
 bool IsPlain(const std::string& text) {
@@ -84,22 +84,22 @@ void WriteComplaints(const Receipt& receipt, Output& out) {
     if (receipt.Complaints().Count() == 0)
         return;
     out.Write("\nMessages of the XML parser\n");
-    for (const auto* entry : receipt.Complaints().Sorted()) {
-        const ParserComplaint& complaint = entry->thing;
+    receipt.Complaints().ForEach([&](const auto& entry) {
+        const ParserComplaint& complaint = entry.thing;
         const std::string file = complaint.file.empty() ? "" : "in " + Shown(complaint.file);
-        WriteEntry(*entry, std::string(Word(complaint.severity)) + ": " + Shown(complaint.text), file, out);
-    }
+        WriteEntry(entry, std::string(Word(complaint.severity)) + ": " + Shown(complaint.text), file, out);
+    });
 }
 
 void WritePassed(const Receipt& receipt, Output& out) {
     if (receipt.Passed().Count() == 0)
         return;
     out.Write("\nPassed over\n");
-    for (const auto* entry : receipt.Passed().Sorted()) {
-        const PassedThing& thing = entry->thing;
+    receipt.Passed().ForEach([&](const auto& entry) {
+        const PassedThing& thing = entry.thing;
         const std::string why = std::string(Word(thing.reason)) + ": " + Shown(thing.message);
-        WriteEntry(*entry, Shown(thing.element) + (thing.couldBeHeld ? " (lost)" : ""), why, out);
-    }
+        WriteEntry(entry, Shown(thing.element) + (thing.couldBeHeld ? " (lost)" : ""), why, out);
+    });
 }
 
 /// ", 2 of which a document could have held".

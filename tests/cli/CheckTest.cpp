@@ -289,30 +289,166 @@ TEST(CollapsedTest, EntriesComeInTheOrderOfTheirFirstPlace) {
     things.Add("c", {2, 3});
     things.Add("b", {1, 7});
     std::vector<std::string> order;
-    for (const auto* entry : things.Sorted())
-        order.push_back(entry->thing);
+    std::vector<std::vector<Place>> places;
+    things.ForEach([&](const auto& entry) {
+        order.push_back(entry.thing);
+        places.emplace_back(entry.places.begin(), entry.places.end());
+    });
     EXPECT_THAT(order, ElementsAre("b", "c", "a"));
     EXPECT_EQ(things.Count(), 4U);
-    EXPECT_THAT(things.Sorted()[0]->places, ElementsAre(Place{1, 7}, Place{5, 1}));
+    EXPECT_THAT(places[0], ElementsAre(Place{1, 7}, Place{5, 1}));
 }
 
 TEST(CollapsedTest, OnlyTheFirstTenPlacesAreKept) {
     Collapsed<std::string> things(false);
     for (std::uint64_t line = 1000; line > 0; --line)
         things.Add("a", {line, 1});
-    const auto* entry = things.Sorted()[0];
-    EXPECT_EQ(entry->count, 1000U);
-    ASSERT_EQ(entry->places.size(), 10U);
-    EXPECT_EQ(entry->places.front(), (Place{1, 1}));
-    EXPECT_EQ(entry->places.back(), (Place{10, 1}));
+    things.ForEach([](const auto& entry) {
+        EXPECT_EQ(entry.count, 1000U);
+        ASSERT_EQ(entry.places.size(), 10U);
+        EXPECT_EQ(entry.places.front(), (Place{1, 1}));
+        EXPECT_EQ(entry.places.back(), (Place{10, 1}));
+    });
+    EXPECT_EQ(things.DifferentCount(), 1U);
+}
+
+TEST(CollapsedTest, ThingsAtOnePlaceComeInTheOrderInWhichTheyWereAdded) {
+    for (const bool each : {false, true}) {
+        Collapsed<std::string> things(each);
+        for (const char* thing : {"c", "a", "b"})
+            things.Add(thing, {0, 0});
+        std::vector<std::string> order;
+        things.ForEach([&](const auto& entry) { order.push_back(entry.thing); });
+        EXPECT_THAT(order, ElementsAre("c", "a", "b"));
+    }
 }
 
 TEST(CollapsedTest, EachMayBeAnEntry) {
     Collapsed<std::string> things(true);
     for (int i = 0; i < 3; ++i)
-        things.Add("a", {1, 1});
-    EXPECT_EQ(things.Sorted().size(), 3U);
+        things.Add("a", {std::uint64_t(3 - i), 1});
+    std::vector<Place> places;
+    things.ForEach([&](const auto& entry) {
+        EXPECT_EQ(entry.count, 1U);
+        EXPECT_EQ(entry.places.size(), 1U);
+        places.push_back(entry.places.front());
+    });
+    EXPECT_THAT(places, ElementsAre(Place{1, 1}, Place{2, 1}, Place{3, 1}));
     EXPECT_EQ(things.Count(), 3U);
+    EXPECT_EQ(things.DifferentCount(), 1U);
+}
+
+GpxPassedOver Passed(const std::string& element, const std::string& message, std::uint64_t line,
+                     bool lost = false) {
+    GpxPassedOver what;
+    what.element = element;
+    what.line = line;
+    what.column = 1;
+    what.reason = kGpxUnreadable;
+    what.message = message;
+    what.couldBeHeld = lost;
+    return what;
+}
+
+struct Listed {
+    std::string element;
+    std::string message;
+    std::uint64_t count;
+    bool operator==(const Listed&) const = default;
+};
+
+std::vector<Listed> ListedBy(const vexagpx::Receipt& receipt) {
+    std::vector<Listed> listed;
+    receipt.Passed().ForEach([&](const auto& entry) {
+        listed.push_back({entry.thing.element, entry.thing.message, entry.count});
+    });
+    return listed;
+}
+
+TEST(ReceiptTest, BeyondAThousandKindsTheRestIsCounted) {
+    vexagpx::Receipt receipt(false);
+    for (std::uint64_t i = 0; i < 3000; ++i)
+        receipt.PassedOver(Passed("n" + std::to_string(i), "m", i + 1, i >= 2000));
+    receipt.PassedOver(Passed("n999", "another", 4000));
+    receipt.PassedOver(Passed("n999", "m", 4001));
+    const std::vector<Listed> listed = ListedBy(receipt);
+    ASSERT_EQ(listed.size(), 1003U);
+    EXPECT_EQ(listed[0], (Listed{"n0", "m", 1}));
+    EXPECT_EQ(listed[999], (Listed{"n999", "m", 2}));
+    EXPECT_EQ(listed[1000], (Listed{"...", "More elements, which --all lists.", 1000}));
+    EXPECT_EQ(listed[1001], (Listed{"...", "More elements, which --all lists.", 1000}));
+    EXPECT_EQ(listed[1002], (Listed{"n999", "another", 1}));
+    EXPECT_EQ(receipt.Passed().Count(), 3002U);
+    EXPECT_EQ(receipt.LostCount(), 1000U);
+}
+
+TEST(ReceiptTest, WithAllEveryPlaceIsListedAndBeyondAHundredThousandNotEveryText) {
+    constexpr std::size_t kMost = vexagpx::Receipt::kMostListed;
+    vexagpx::Receipt receipt(true);
+    for (std::uint64_t i = 0; i < 2 * kMost; ++i)
+        receipt.PassedOver(Passed("n", std::to_string(i), i + 1, true));
+    receipt.PassedOver(Passed("other", "m", 2 * kMost + 1));
+    receipt.PassedOver(Passed("n", "7", 2 * kMost + 2));
+    const std::vector<Listed> listed = ListedBy(receipt);
+    ASSERT_EQ(listed.size(), 2 * kMost + 2);
+    EXPECT_EQ(listed[kMost - 1], (Listed{"n", std::to_string(kMost - 1), 1}));
+    EXPECT_EQ(listed[kMost], (Listed{"n", "More of this kind than are listed.", 1}));
+    EXPECT_EQ(listed[2 * kMost], (Listed{"...", "More elements than are listed.", 1}));
+    EXPECT_EQ(receipt.LostCount(), 2 * kMost);
+    EXPECT_LT(receipt.Passed().DifferentCount(), kMost + 10);
+}
+
+TEST(ReceiptTest, ALongTextIsCutBetweenCharacters) {
+    vexagpx::Receipt receipt(false);
+    const std::string start(999, 'a');
+    receipt.PassedOver(Passed(start + "b", "m", 1));
+    receipt.PassedOver(Passed(start + "\xC3\xA4z", start + "bc", 2));
+    EXPECT_THAT(ListedBy(receipt),
+                ElementsAre(Listed{start + "b", "m", 1}, Listed{start + "...", start + "b...", 1}));
+}
+
+TEST(ReceiptTest, MessagesOfTheParserAreLimitedToo) {
+    for (const bool each : {false, true}) {
+        vexagpx::Receipt receipt(each);
+        const std::size_t most = each ? vexagpx::Receipt::kMostListed : vexagpx::Receipt::kMostKinds;
+        for (std::size_t i = 0; i < most + 5; ++i)
+            receipt.ParserMessage({kGpxMessageError, i + 1, 1, std::to_string(i), "f"});
+        receipt.ParserMessage({kGpxMessageError, most + 6, 1, "0", "f"});
+        std::string last;
+        std::uint64_t more = 0;
+        receipt.Complaints().ForEach([&](const auto& entry) {
+            if (!entry.thing.text.starts_with("More"))
+                return;
+            more += entry.count;
+            last = entry.thing.text;
+            EXPECT_EQ(entry.thing.file, "");
+        });
+        EXPECT_EQ(more, 5U);
+        EXPECT_EQ(last, each ? "More messages than are listed." : "More messages, which --all lists.");
+        EXPECT_EQ(receipt.Complaints().DifferentCount(), most + 1);
+        EXPECT_EQ(receipt.Complaints().Count(), most + 6);
+    }
+}
+
+TEST(CheckTest, OfVeryManyNamesTheFirstAreListedAndAllAreCounted) {
+    std::string children;
+    for (int i = 0; i < 1100; ++i)
+        children += "<n" + std::to_string(i) + "/>\n";
+    const Folder folder;
+    folder.Write("a.gpx", Gpx("<wpt lat='1' lon='2'>\n" + children + "</wpt>"));
+    const Result result = RunTool({"check", "a.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.out, HasSubstr("  gpx/wpt/n999\n"));
+    EXPECT_THAT(result.out, HasSubstr("  1003:8  ...\n"
+                                      "      unknown-element: More elements, which --all lists.\n"
+                                      "      100 times, first at 1003:8, 1004:8, "));
+    EXPECT_EQ(Lines(result.out).back(),
+              "Everything that a document can hold was read. 1100 other things were passed over.");
+    EXPECT_THAT(RunTool({"check", "--all", "a.gpx"}, folder.Path()).out, HasSubstr("  gpx/wpt/n1099\n"));
+    const json receipt = json::parse(RunTool({"check", "--json", "a.gpx"}, folder.Path()).out);
+    EXPECT_EQ(receipt["passedOverCount"], 1100);
+    EXPECT_EQ(receipt["passedOver"].size(), 1001U);
+    EXPECT_EQ(receipt["passedOver"][1000]["count"], 100);
 }
 
 TEST(ReceiptTest, EveryReasonAndSeverityHasItsWord) {

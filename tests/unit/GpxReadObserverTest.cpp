@@ -14,12 +14,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fcntl.h>
 #include <stdexcept>
 #include <string>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace vexaTransferLib {
 namespace {
@@ -210,6 +213,111 @@ TEST(GpxReadObserverTest, WhatItThrowsIsNoFailureOfAChild) {
     ThrowingObserver observer;
     EXPECT_EQ(ReadObserved(file, observer).error, std::string(typeid(std::out_of_range).name()) + ": enough");
     EXPECT_EQ(observer.calls, 1);
+}
+
+/// A file whose length is nearly all that of one element.
+struct LongElement {
+    const char* name;
+    std::string gpx;
+    bool isReadAfterItsEnd; ///< child by child, when the XML parser has gone through all of it
+};
+
+std::string LongWaypoint(const std::string& children) {
+    return Gpx11("<wpt lat='1' lon='2'>" + children + "</wpt>");
+}
+
+std::string Numbered(std::size_t count, const std::string& start, const std::string& end) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i)
+        text += start + std::to_string(i) + end;
+    return text;
+}
+
+std::string InCache(const std::string& children) {
+    return LongWaypoint("<extensions><groundspeak:cache>" + children + "</groundspeak:cache></extensions>");
+}
+
+const std::vector<LongElement>& LongElements() {
+    static const std::vector<LongElement> elements = {
+        {"children", LongWaypoint(Repeat("<x/>", 150000)), true},
+        {"form strings",
+         LongWaypoint("<extensions><formdata>" + Numbered(20000, "<formstring key='k", "'>v</formstring>") +
+                      "</formdata></extensions>"),
+         true},
+        {"extensions", LongWaypoint("<extensions>" + Repeat("<x/>", 150000) + "</extensions>"), true},
+        {"link", LongWaypoint("<link href='u'>" + Repeat("<x/>", 150000) + "</link>"), true},
+        {"metadata", Gpx11("<metadata>" + Repeat("<x/>", 150000) + "</metadata>"), true},
+        {"travel bugs",
+         InCache("<groundspeak:travelbugs>" + Repeat("<groundspeak:x/>", 40000) +
+                 "</groundspeak:travelbugs>"),
+         true},
+        {"geocache text", InCache("<groundspeak:name>" + Repeat("abc ", 10000) + "</groundspeak:name>"),
+         true},
+        {"CDATA", LongWaypoint("<desc>" + Repeat("<![CDATA[x]]>", 40000) + "</desc>"), false},
+        {"text", LongWaypoint("<desc>" + Repeat("text", 150000) + "</desc>"), false},
+        {"attributes",
+         Gpx11("<wpt lat='1' lon='2'" + Numbered(1000, " a", "='" + std::string(600, 'v') + "'") + "/>"),
+         false},
+    };
+    return elements;
+}
+
+class LongElementTest : public testing::TestWithParam<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(Roads, LongElementTest, testing::Values("", "<!DOCTYPE gpx>"),
+                         [](const testing::TestParamInfo<const char*>& road) {
+                             return *road.param != '\0' ? "Dom" : "Events";
+                         });
+
+TEST_P(LongElementTest, IsToldTheProgressWithinItButNotTooOften) {
+    for (const LongElement& element : LongElements()) {
+        SCOPED_TRACE(element.name);
+        const std::string bytes = GetParam() + element.gpx;
+        NotingObserver observer;
+        EXPECT_EQ(ReadObserved(GpxFile(bytes), observer).error, "");
+        const auto atEnd =
+            std::count(observer.progress.begin(), observer.progress.end(),
+                       std::make_pair(std::uint64_t{bytes.size()}, std::uint64_t{bytes.size()}));
+        EXPECT_GE(observer.progress.size() - static_cast<std::size_t>(atEnd), bytes.size() / 100000);
+        EXPECT_GE(atEnd, element.isReadAfterItsEnd ? 3 : 1);
+        EXPECT_LE(observer.progress.size(), 300U);
+        EXPECT_EQ(observer.progress.back().first, bytes.size());
+    }
+}
+
+TEST_P(LongElementTest, CanBeCancelledAtAnyProgressWithinIt) {
+    for (const LongElement& element : LongElements()) {
+        SCOPED_TRACE(element.name);
+        const GpxFile file(GetParam() + element.gpx);
+        NotingObserver whole;
+        ReadObserved(file, whole);
+        const std::size_t last = whole.progress.size();
+        for (const std::size_t calls : {last / 2, last - 1, last}) {
+            NotingObserver observer;
+            observer.goesOn = [&] { return observer.progress.size() < calls; };
+            const Reading reading = ReadObserved(file, observer);
+            EXPECT_EQ(reading.error, CancelledMessage(file)) << calls;
+            EXPECT_TRUE(IsUntouched(reading.document)) << calls;
+            EXPECT_EQ(observer.progress.size(), calls);
+        }
+    }
+}
+
+TEST(GpxReadObserverTest, ALongElementFromAPipeIsToldToo) {
+    const TemporaryFolder folder;
+    const std::string path = (folder / "pipe").string();
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    const std::string bytes = LongWaypoint(Repeat("<x/>", 150000));
+    std::thread writer([&] { WriteBytes(path, bytes); });
+    NotingObserver observer;
+    GpxParser parser;
+    parser.SetObserver(&observer);
+    GpxDocument document;
+    parser.Parse(icu::UnicodeString::fromUTF8(path), document);
+    writer.join();
+    EXPECT_GE(std::count(observer.progress.begin(), observer.progress.end(),
+                         std::make_pair(std::uint64_t{bytes.size()}, std::uint64_t{0})),
+              3);
 }
 
 TEST(GpxReadObserverTest, AfterACancelledReadingTheParserReadsOn) {

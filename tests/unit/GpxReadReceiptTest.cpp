@@ -80,6 +80,11 @@ std::string Cache(const std::string& children) {
                "</cache></extensions>");
 }
 
+std::string CacheExtensions(const std::string& name) {
+    return "<extensions><cache xmlns='http://www.groundspeak.com/cache/1/0/1'><name>" + name +
+           "</name></cache></extensions>";
+}
+
 const std::string kLog = "<log id='1'><date>d</date><finder>f</finder><text>t</text></log>";
 const std::string kReplaced = "Another element was kept in its place.\n";
 const std::string kUnknown = "The library does not keep this element.\n";
@@ -151,6 +156,14 @@ INSTANTIATE_TEST_SUITE_P(
         Case{Wpt("<desc>a</desc><cmt>b</cmt><desc>c</desc><desc>b</desc>"),
              "gpx/wpt/desc replaced held: " + kReplaced + "gpx/wpt/desc replaced held: " + kReplaced},
         Case{Wpt("<ele>1</ele><ele>2</ele><ele>2</ele>"), "gpx/wpt/ele replaced held: " + kReplaced},
+        Case{Wpt("<time>2009-01-15T10:20:30Z</time><time>2010-01-15T10:20:30Z</time>"),
+             "gpx/wpt/time replaced held: " + kReplaced},
+        Case{Wpt("<fix>2d</fix><fix>3d</fix>"), "gpx/wpt/fix replaced held: " + kReplaced},
+        Case{Wpt("<cmt>a</cmt><cmt>b</cmt>"), "gpx/wpt/cmt replaced held: " + kReplaced},
+        Case{Wpt("<link/><url>u</url>"),
+             "gpx/wpt/link refused held: A link element was missing the href attribute.\n"
+             "gpx/wpt/url version held: GPX 1.1 has no such element.\n"},
+        Case{Wpt10("<url>a</url><url/>"), ""},
         Case{Wpt("<link href='a'/><link href='b'/><link/>"),
              "gpx/wpt/link replaced held: " + kReplaced +
                  "gpx/wpt/link refused held: A link element was missing the href attribute.\n"},
@@ -205,6 +218,9 @@ INSTANTIATE_TEST_SUITE_P(
                 "gpx/wpt/extensions/cache/travelbugs/travelbug incomplete held: A travel bug without a name "
                 "is "
                 "not kept.\n"},
+        Case{Wpt(CacheExtensions("a") + CacheExtensions("b")),
+             "gpx/wpt/extensions replaced held: " + kReplaced},
+        Case{Wpt(CacheExtensions("a") + CacheExtensions("a")), ""},
         Case{Cache("<logs>" + kLog + "</logs>"), "gpx/wpt/extensions/cache incomplete held: A geocache with "
                                                  "nothing but logs and travel bugs is not kept.\n"},
         Case{Wpt("<extensions "
@@ -234,6 +250,11 @@ INSTANTIATE_TEST_SUITE_P(
             "gpx/rte/extensions/x unknown: " +
                 kUnknown +
                 "gpx/rte/rtept refused held: The route point type cannot be used with this route type.\n"},
+        Case{Route("<x:number xmlns:x='urn:x'>1</x:number><name "
+                   "xmlns='http://www.topografix.com/GPX/1/0'>n</name>"),
+             "gpx/rte/number foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"
+             "gpx/rte/name foreign held: Its namespace is \"http://www.topografix.com/GPX/1/0\", not that of "
+             "GPX 1.1.\n"},
         Case{"<gpx version='1.0' "
              "xmlns='http://www.topografix.com/GPX/1/0'><rte><type>t</type></rte><trk><type>t"
              "</type></trk></gpx>",

@@ -6,6 +6,7 @@
 
 #include "support/ContractChecks.h"
 #include "support/HeadScan.h"
+#include "support/PageEndText.h"
 
 #include <gtest/gtest.h>
 
@@ -86,6 +87,20 @@ TEST_F(GpxTarvikExtParserHandlerTest, TheEndOfTheHeadIsThrown) {
     }
     EXPECT_NO_THROW(Start(kGpx, u"wpts"));
     EXPECT_NO_THROW(End(kGpx, u"rtept"));
+}
+
+// A file says it once and means it for each of a million elements.
+TEST_F(GpxTarvikExtParserHandlerTest, NoMoreOfALongNamespaceIsLookedAtThanTheLongestKnownOneHas) {
+    const std::u16string vendor = kVendor;
+    const std::u16string gpx = kGpx;
+    for (const std::u16string& start : {std::u16string(), vendor, gpx}) {
+        const PageEndText uri(start + std::u16string(vendor.size() + 1 - start.size(), u'x'));
+        Text(u"a");
+        EXPECT_NO_THROW(End(uri.Get(), u"form"));
+        EXPECT_NO_THROW(End(uri.Get(), u"wpt"));
+        EXPECT_NO_THROW(Start(uri.Get(), u"wpt"));
+    }
+    EXPECT_EQ(FoundBy(scanner_), "time 0");
 }
 
 TEST_F(GpxTarvikExtParserHandlerTest, TheStartOfAWaypointForgetsTheTextBeforeItThrows) {

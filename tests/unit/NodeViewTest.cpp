@@ -53,6 +53,12 @@ TEST(NodeViewTest, AViewAsksItsSource) {
     EXPECT_EQ(content, u"text");
 }
 
+TEST(NodeViewTest, APathHasSlashesBetweenItsNames) {
+    EXPECT_EQ(PathOf({}), "");
+    EXPECT_EQ(PathOf({u"gpx"}), "gpx");
+    EXPECT_EQ(PathOf({u"gpx", u"h\u00F6he", u"ele"}), "gpx/h\u00F6he/ele");
+}
+
 TEST(NodeViewTest, EqualsComparesExactly) {
     EXPECT_TRUE(Equals(u"name", u"name"));
     EXPECT_TRUE(Equals(u"", u""));
@@ -133,15 +139,16 @@ TEST(ChildGuardTest, ChildrenWithoutALocalNameArePassedOver) {
     const FakeNodePtr parent = Gpx11Node(u"p", {nameless, Gpx11Node(u"a")});
     EXPECT_EQ(GuardedNames(parent), "a ");
     std::string names;
-    ForEachNamedChild(parent->View(), [&](const NodeView& child) { names += Utf8(child.LocalName()); });
+    ForEachNamedChild(AnyContext(), parent->View(),
+                      [&](const NodeView& child) { names += Utf8(child.LocalName()); });
     EXPECT_EQ(names, "a");
 }
 
 TEST(ChildGuardTest, WithoutAChildListOnlyTheGuardedWalkFails) {
     const FakeNodePtr parent = WithoutChildList(*Gpx11Node(u"p"));
     EXPECT_FAILURE(GuardedNames(parent), dbc::postcondition_error, "no children", kParserSource);
-    ForEachNamedChild(parent->View(), [](const NodeView&) { FAIL(); });
-    ForEachNamedChild(NodeView(), [](const NodeView&) { FAIL(); });
+    ForEachNamedChild(AnyContext(), parent->View(), [](const NodeView&) { FAIL(); });
+    ForEachNamedChild(AnyContext(), NodeView(), [](const NodeView&) { FAIL(); });
 }
 
 } // namespace

@@ -46,6 +46,16 @@ TEST(ReaderDepthTest, AMillionLevelsInTheDocumentNameGiveTheirText) {
     EXPECT_EQ(CountsOf(document), "0 waypoints, 0 routes, 1 tracks");
 }
 
+TEST(ReaderDepthTest, DeepTextIsReadThroughTheDom) {
+    constexpr std::size_t kDomLevels = 100000;
+    static_assert(kDomLevels * 2 * sizeof(void*) > kSmallStack, "a recursion would overflow it");
+    const std::string deep = Repeat("<a xmlns=\"u1\">", kDomLevels) + "y" + Repeat("</a>", kDomLevels);
+    const GpxDocument document =
+        ReadOnASmallStack("<!DOCTYPE gpx>" + Gpx11("<metadata><name>x" + deep + "z</name></metadata><trk/>"));
+    EXPECT_EQ(NameOf(document), "xyz");
+    EXPECT_EQ(CountsOf(document), "0 waypoints, 0 routes, 1 tracks");
+}
+
 TEST(ReaderDepthTest, AMillionLevelsBelowTheRootArePassedOver) {
     EXPECT_EQ(CountsOf(ReadOnASmallStack(Gpx11("<trk/>" + Nested("") + "<trk/>"))),
               "0 waypoints, 0 routes, 2 tracks");

@@ -33,6 +33,7 @@ void ForEachGuardedChild(ReadContext& context, const NodeView& node, const Child
     text::Ensure(node.HasChildList(), messages.noChildrenPlace, messages.noChildren);
     ChildWalk children(node);
     for (NodeView child; children.Next(child);) {
+        context.Work();
         try {
             text::Ensure(!child.IsNull(), messages.noChildPlace, messages.noChild);
             if (child.LocalName() != nullptr)
@@ -45,11 +46,13 @@ void ForEachGuardedChild(ReadContext& context, const NodeView& node, const Child
 
 /// The same without guard and messages, for the readers that pass over missing entries.
 template <class Read>
-void ForEachNamedChild(const NodeView& node, Read read) {
+void ForEachNamedChild(ReadContext& context, const NodeView& node, Read read) {
     ChildWalk children(node);
-    for (NodeView child; children.Next(child);)
+    for (NodeView child; children.Next(child);) {
+        context.Work();
         if (child.LocalName() != nullptr)
             read(child);
+    }
 }
 
 } // namespace vexaTransferLib::reader

@@ -27,12 +27,14 @@ std::unique_ptr<ChildReader> ChildReader::Enter(const NodeView&) {
 
 void ReadChildren(ReadContext& context, ChildReader& reader, const NodeView& node) {
     ChildWalk children(node);
-    for (NodeView child; children.Next(child);)
+    for (NodeView child; children.Next(child);) {
+        context.Work();
         Guarded(
             reader, [&] { ReadChild(context, reader, child); },
             [&](const char* message) {
                 context.receipt.PassOver(child.IsNull() ? node : child, kGpxRefused, message, true);
             });
+    }
     reader.Finish();
 }
 

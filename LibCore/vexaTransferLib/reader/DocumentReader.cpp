@@ -39,7 +39,7 @@ bool ReadNameOrTime(ReadContext& context, KeptElements& kept, const NodeView& ch
 }
 
 void ReadMetaData(ReadContext& context, KeptElements& kept, const NodeView& metadata, GpxDocument& document) {
-    ForEachNamedChild(metadata, [&](const NodeView& child) {
+    ForEachNamedChild(context, metadata, [&](const NodeView& child) {
         if (ReadNameOrTime(context, kept, child, document))
             return;
         if (!Equals(child.LocalName(), u"extensions"))

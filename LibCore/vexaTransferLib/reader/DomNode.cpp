@@ -5,8 +5,10 @@
 
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 
+#include <algorithm>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 namespace vexaTransferLib::reader {
 
@@ -90,16 +92,12 @@ public:
     bool HasChildList(const void*) const override { return true; }
 
     std::string Path(const void* node) const override {
-        icu::UnicodeString path;
-        for (const DOMNode* current = &AsDom(node); current != nullptr; current = current->getParentNode()) {
-            if (current->getLocalName() == nullptr)
-                continue;
-            const icu::UnicodeString name(current->getLocalName());
-            path = path.isEmpty() ? name : name + u'/' + path;
-        }
-        text::CheckHeld(path);
-        std::string narrow;
-        return path.toUTF8String(narrow);
+        std::vector<const char16_t*> names;
+        for (const DOMNode* current = &AsDom(node); current != nullptr; current = current->getParentNode())
+            if (current->getLocalName() != nullptr)
+                names.push_back(current->getLocalName());
+        std::reverse(names.begin(), names.end());
+        return PathOf(names);
     }
 
     // By sibling: every access by index walks the list from its start.

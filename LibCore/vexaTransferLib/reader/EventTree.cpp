@@ -228,17 +228,11 @@ bool EventTree::NextChild(const void* node, ChildPosition& position, const void*
 }
 
 std::string EventTree::Path(const void* node) const {
-    icu::UnicodeString inner;
+    std::vector<const char16_t*> names(outerNames_);
     for (const Node* current = &AsNode(node); current != nullptr; current = current->parent)
-        inner = u'/' + icu::UnicodeString(current->localName) + inner;
-    icu::UnicodeString path;
-    for (const char16_t* name : outerNames_)
-        path.append(u'/').append(name, -1);
-    path.append(inner);
-    text::CheckHeld(inner);
-    text::CheckHeld(path);
-    std::string narrow;
-    return path.tempSubString(1).toUTF8String(narrow);
+        names.push_back(current->localName);
+    std::reverse(names.begin() + static_cast<std::ptrdiff_t>(outerNames_.size()), names.end());
+    return PathOf(names);
 }
 
 NodePlace EventTree::Place(const void* node) const {

@@ -8,6 +8,7 @@
 #include <vexaTransferLib/text/NumberText.h>
 
 #include <charconv>
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -40,9 +41,13 @@ constexpr TextElement<GpxGroundspeakCacheLog> kLogTexts[] = {
     {u"text", &GpxGroundspeakCacheLog::text},
 };
 
+// To clean so much text takes as long as to read a child.
+constexpr std::uint64_t kUnitsCleanedAtOnce = 4;
+
 bool ReadCleanText(ReadContext& context, const NodeView& node, icu::UnicodeString& text) {
     if (!ReadText(context, node, text))
         return false;
+    context.Work(static_cast<std::uint64_t>(text.length()) / kUnitsCleanedAtOnce);
     context.CleanText(text);
     return true;
 }
@@ -72,7 +77,7 @@ bool ReadTextOf(ReadContext& context, KeptElements& kept, const NodeView& child,
 
 template <class Read>
 void ForEachGroundspeakChild(ReadContext& context, const NodeView& node, Read read) {
-    ForEachNamedChild(node, [&](const NodeView& child) {
+    ForEachNamedChild(context, node, [&](const NodeView& child) {
         if (IsGroundspeak(child))
             read(child);
         else
@@ -146,6 +151,7 @@ bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions
     bool found = false;
     ChildWalk children(extensions);
     for (NodeView child; children.Next(child);) {
+        context.Work();
         if (!Equals(child.LocalName(), u"cache"))
             continue;
         if (isRead || !IsGroundspeak(child)) {

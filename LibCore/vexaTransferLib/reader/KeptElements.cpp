@@ -26,8 +26,11 @@ GpxPassedOver AsReplaced(const NodeView& element) {
 
 } // namespace
 
-icu::UnicodeString KeptElements::ContentOf(const Kept& kept) {
-    return kept.element.IsNull() ? kept.content : reader::ContentOf(kept.element);
+// Built once, however many elements are compared with it.
+const icu::UnicodeString& KeptElements::ContentOf(Kept& kept) {
+    if (!kept.content)
+        kept.content = reader::ContentOf(kept.element);
+    return *kept.content;
 }
 
 KeptElements::Kept* KeptElements::Find(const char16_t* field) {
@@ -38,7 +41,7 @@ KeptElements::Kept* KeptElements::Find(const char16_t* field) {
 
 KeptElements::Kept KeptElements::Describe(const char16_t* field, const NodeView& element) const {
     if (elements_ == Elements::kStay)
-        return {field, element, {}, {}};
+        return {field, element, {}, std::nullopt};
     return {field, {}, AsReplaced(element), reader::ContentOf(element)};
 }
 
@@ -48,8 +51,8 @@ void KeptElements::Replace(const char16_t* field, const NodeView& element) {
         kept_.push_back(Describe(field, element));
         return;
     }
-    const Kept lost = std::exchange(*kept, Describe(field, element));
-    if (ContentOf(lost) != reader::ContentOf(element))
+    Kept lost = std::exchange(*kept, Describe(field, element));
+    if (ContentOf(lost) != ContentOf(*kept))
         receipt_.Tell(lost.element.IsNull() ? lost.description : AsReplaced(lost.element));
 }
 
@@ -63,7 +66,7 @@ void KeptElements::Drop(const char16_t* field) {
 }
 
 void KeptElements::TellRefused(const char16_t* field, const NodeView& element) {
-    const Kept* const kept = Find(field);
+    Kept* const kept = Find(field);
     if (kept == nullptr || ContentOf(*kept) != reader::ContentOf(element))
         receipt_.Tell(AsReplaced(element));
 }

@@ -9,6 +9,7 @@
 
 #include <unicode/unistr.h>
 
+#include <optional>
 #include <vector>
 
 namespace vexaTransferLib::reader {
@@ -39,13 +40,14 @@ private:
     struct Kept {
         const char16_t* field;
         NodeView element;
-        // Of elements that go.
+        /// Of an element that goes.
         GpxPassedOver description;
-        icu::UnicodeString content;
+        /// What ContentOf gives, when an element that goes was described or another one was compared with it.
+        std::optional<icu::UnicodeString> content;
     };
 
     Kept Describe(const char16_t* field, const NodeView& element) const;
-    static icu::UnicodeString ContentOf(const Kept& kept);
+    static const icu::UnicodeString& ContentOf(Kept& kept);
     Kept* Find(const char16_t* field);
     void Replace(const char16_t* field, const NodeView& element);
     void TellRefused(const char16_t* field, const NodeView& element);

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace vexaTransferLib::reader {
 
@@ -57,6 +58,10 @@ public:
     virtual std::string Path(const void*) const { return {}; }
     virtual NodePlace Place(const void*) const { return {}; }
 };
+
+/// The names with slashes between them, in UTF-8. Linear in their length.
+/// \throws std::bad_alloc for a path that ICU cannot hold
+std::string PathOf(const std::vector<const char16_t*>& names);
 
 /// A node of any source; null by default. Two pointers: copy it.
 class NodeView {

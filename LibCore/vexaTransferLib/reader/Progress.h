@@ -16,7 +16,8 @@
 
 namespace vexaTransferLib::reader {
 
-/// How far a file has been read, told to an observer at some 200 places of the file.
+/// How far a file has been read, told to an observer at some 200 places of the file, and now and again while what has
+/// been read is worked on.
 class Progress {
 public:
     /// \param bytesInAll 0 when it is not known
@@ -24,7 +25,7 @@ public:
     Progress(GpxReadObserver& observer, std::uint64_t bytesInAll, std::string name)
         : observer_(observer), bytesInAll_(bytesInAll), name_(std::move(name)) {}
 
-    // None of these throws. What the observer throws, and that it cancels, is kept for ThrowIfStopped; it is not
+    // None of these three throws. What the observer throws, and that it cancels, is kept for ThrowIfStopped; it is not
     // called again.
 
     /// Nothing is read yet, or not any more.
@@ -36,8 +37,19 @@ public:
     /// \throws ReadingStop
     void ThrowIfStopped() const;
 
+    /// Some work on what has been read, so much as goes with about so many bytes: 1 for an element. Tells the
+    /// observer about once for each hundredth of the file's length.
+    /// \throws ReadingStop
+    void Work(std::uint64_t amount) {
+        work_ += amount;
+        if (work_ >= nextWorkTold_)
+            TellWork();
+    }
+
 private:
     void Tell() noexcept;
+    void TellWork();
+    std::uint64_t NextWorkTold() const;
 
     GpxReadObserver& observer_;
     std::uint64_t bytesInAll_;
@@ -45,6 +57,8 @@ private:
     bool hasBegun_ = false;
     std::uint64_t bytesRead_ = 0;
     std::uint64_t nextTold_ = 0;
+    std::uint64_t work_ = 0;
+    std::uint64_t nextWorkTold_ = 0;
     std::exception_ptr stop_;
 };
 

@@ -6,10 +6,13 @@
 #endif
 
 #include <vexaTransferLib/reader/InputGuard.h>
+#include <vexaTransferLib/reader/Progress.h>
 #include <vexaTransferLib/reader/Receipt.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
 #include <unicode/unistr.h>
+
+#include <cstdint>
 
 namespace vexaTransferLib::reader {
 
@@ -23,7 +26,17 @@ public:
     /// Cleans a geocache text in place; never throws.
     virtual void CleanText(icu::UnicodeString& text) = 0;
 
+    /// Called for each child that is read, and with more for what takes longer: an element may have millions of
+    /// children, and the observer of a file is asked now and again whether to go on.
+    /// \throws ReadingStop
+    void Work(std::uint64_t amount = 1) {
+        if (progress != nullptr)
+            progress->Work(amount);
+    }
+
     Receipt receipt;
+    /// Of a file that is watched; null otherwise.
+    Progress* progress = nullptr;
     /// Of a file from a stranger; null when the file is trusted.
     InputGuard* guard = nullptr;
     /// Made on first use: most files hold no vendor number.

@@ -4,6 +4,8 @@
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/HeldText.h>
 
+#include <algorithm>
+#include <string_view>
 #include <utility>
 
 namespace vexaTransferLib::reader {
@@ -14,10 +16,10 @@ constexpr std::int32_t kQuotedUnits = 60;
 
 // Names and values come from the file, and may be of any length.
 std::string Quoted(const char16_t* units) {
-    const icu::UnicodeString whole = text::Alias(units);
-    const bool isCut = whole.length() > kQuotedUnits;
+    const icu::UnicodeString start = text::AliasOfStart(units, kQuotedUnits + 1);
+    const bool isCut = start.length() > kQuotedUnits;
     std::string quoted = "\"";
-    whole.tempSubString(0, isCut ? whole.getChar32Start(kQuotedUnits) : whole.length()).toUTF8String(quoted);
+    start.tempSubString(0, isCut ? start.getChar32Start(kQuotedUnits) : start.length()).toUTF8String(quoted);
     return quoted + (isCut ? "...\"" : "\"");
 }
 
@@ -27,9 +29,14 @@ bool HasOnlyOneChild(const NodeView& element) {
     return children.Next(child) && !children.Next(child);
 }
 
+bool IsGroundspeakNamespace(const char16_t* uri) {
+    const std::u16string_view start = text::kGroundspeakNamespaceStart;
+    return std::equal(start.begin(), start.end(), uri);
+}
+
 bool IsGpxNamespace(const char16_t* uri) {
     return uri == nullptr || Equals(uri, text::kGpx10Namespace) || Equals(uri, text::kGpx11Namespace) ||
-           text::Alias(uri).startsWith(text::kGroundspeakNamespaceStart);
+           IsGroundspeakNamespace(uri);
 }
 
 } // namespace

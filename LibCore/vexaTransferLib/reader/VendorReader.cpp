@@ -79,14 +79,14 @@ void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point)
     const double modTime = ReadModTime(context, node);
     icu::UnicodeString value;
     ReadText(context, node, value);
-    if (context.receipt.IsWanted() && GpxModelAccess::GetFormAttributes(point).count(key) != 0)
+    if (context.receipt.IsWanted() && point.GetFormAttribute(key) != nullptr)
         context.receipt.PassOver(node, kGpxReplaced, "It replaces an earlier form field with the same key.",
                                  true);
     point.SetFormAttribute(key, value, modTime);
 }
 
 void ReadFormData(ReadContext& context, const NodeView& form, GpxPoint& point) {
-    ForEachNamedChild(form, [&](const NodeView& child) {
+    ForEachNamedChild(context, form, [&](const NodeView& child) {
         if (Equals(child.LocalName(), u"formstring"))
             ReadFormString(context, child, point);
         else
@@ -157,7 +157,7 @@ void ReadWaypointData(ReadContext& context, KeptElements& kept, const NodeView& 
     if (!IsExtensions(extensions))
         return;
     NodeView form;
-    ForEachNamedChild(extensions, [&](const NodeView& child) {
+    ForEachNamedChild(context, extensions, [&](const NodeView& child) {
         if (Equals(child.LocalName(), u"formdata")) {
             if (!form.IsNull())
                 context.receipt.PassOver(form, kGpxReplaced, "The last form is the one that is read.", true);
@@ -174,7 +174,7 @@ bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& t
         return false;
     bool found = false;
     KeptElements kept(context.receipt, KeptElements::Elements::kStay);
-    ForEachNamedChild(extensions, [&](const NodeView& child) {
+    ForEachNamedChild(context, extensions, [&](const NodeView& child) {
         icu::UnicodeString text;
         if (!Equals(child.LocalName(), u"color")) {
             context.receipt.Unknown(child);
@@ -196,7 +196,7 @@ bool ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocum
     GpxModelAccess::SetAnnotateMetaData(document, annotation);
     bool found = false;
     KeptElements kept(context.receipt, KeptElements::Elements::kStay);
-    ForEachNamedChild(extensions, [&](const NodeView& child) {
+    ForEachNamedChild(context, extensions, [&](const NodeView& child) {
         if (!ReadDocumentDatum(context, child, *layer, *annotation))
             return;
         kept.Keep(child.LocalName(), child);

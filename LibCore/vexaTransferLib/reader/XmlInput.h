@@ -35,6 +35,8 @@ public:
     XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer);
 
     const icu::UnicodeString& Name() const { return name_; }
+    /// Null when nobody watches.
+    Progress* GetProgress() { return progress_ ? &*progress_ : nullptr; }
     /// What is no file, such as a pipe or an address, cannot be read a second time.
     bool IsRepeatable() const { return isRepeatable_; }
 

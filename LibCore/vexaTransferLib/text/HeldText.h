@@ -7,6 +7,7 @@
 
 #include <unicode/unistr.h>
 
+#include <cstdint>
 #include <new>
 
 namespace vexaTransferLib::text {
@@ -28,6 +29,15 @@ inline icu::UnicodeString Held(const char16_t* text) {
 /// The text itself, not a copy: valid as long as the units are.
 inline icu::UnicodeString Alias(const char16_t* text) {
     return icu::UnicodeString(true, text, -1);
+}
+
+/// The text's start, of at most \p most units, not copied. Nothing after it is looked at: what a file names once
+/// and means a thousand times, as a namespace, may be of any length. Empty for null.
+inline icu::UnicodeString AliasOfStart(const char16_t* text, std::int32_t most) {
+    std::int32_t length = 0;
+    while (text != nullptr && length < most && text[length] != u'\0')
+        ++length;
+    return icu::UnicodeString(false, text, length);
 }
 
 } // namespace vexaTransferLib::text

@@ -16,6 +16,7 @@ struct Limits {
     std::size_t refusedCall = 0;
     std::size_t calls = 0;
     std::size_t refused = 0;
+    std::size_t bytes = 0;
 };
 
 thread_local Limits limits;
@@ -24,6 +25,7 @@ bool IsRefused(std::size_t size) {
     if (!limits.armed)
         return false;
     ++limits.calls;
+    limits.bytes += size;
     const bool refused = size > limits.largest || limits.calls == limits.refusedCall;
     limits.refused += refused ? 1 : 0;
     return refused;
@@ -59,7 +61,7 @@ RefusedIcuMemory::RefusedIcuMemory(std::size_t largest, std::size_t refusedCall)
     Install();
     if (limits.armed)
         throw std::logic_error("ICU's memory is already refused");
-    limits = Limits{true, largest, refusedCall, 0, 0};
+    limits = Limits{true, largest, refusedCall};
 }
 
 RefusedIcuMemory::~RefusedIcuMemory() {
@@ -68,6 +70,10 @@ RefusedIcuMemory::~RefusedIcuMemory() {
 
 std::size_t RefusedIcuMemory::Calls() const {
     return limits.calls;
+}
+
+std::size_t RefusedIcuMemory::Bytes() const {
+    return limits.bytes;
 }
 
 std::size_t RefusedIcuMemory::Refused() const {

@@ -27,6 +27,8 @@ public:
 
     /// How many requests there were so far, the refused ones included.
     std::size_t Calls() const;
+    /// How many bytes they were for.
+    std::size_t Bytes() const;
     /// How many requests were refused so far.
     std::size_t Refused() const;
 

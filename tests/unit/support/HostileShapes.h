@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace vexaTransferLib::testing_support {
+
+/// GPX files whose shape tempts a reader that is watched to work more than their length is worth.
+struct HostileShape {
+    const char* name;
+    /// A file whose length grows with the number.
+    std::string (*make)(std::size_t);
+};
+
+const std::vector<HostileShape>& HostileShapes();
+
+inline void PrintTo(const HostileShape& shape, std::ostream* out) {
+    *out << shape.name;
+}
+
+} // namespace vexaTransferLib::testing_support
