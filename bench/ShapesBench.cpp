@@ -3,6 +3,7 @@
 // square of the number is the parser's own; GpxParser::SetUntrusted stops it at the limits. The watched shapes are those
 // that would cost the library more when a host watches.
 #include <vexaTransferLib/GpxParser.h>
+#include <vexaTransferLib/GpxReadObserver.h>
 #include <vexaTransferLib/GpxTarvikExtParser.h>
 
 #include "support/HostileShapes.h"
@@ -101,7 +102,7 @@ void ReadWatched(benchmark::State& state, const testing_support::HostileShape& s
     state.SetComplexityN(state.range(0));
 }
 
-const bool kWatchedShapes = [] {
+[[maybe_unused]] const bool kWatchedShapes = [] {
     for (const testing_support::HostileShape& shape : testing_support::HostileShapes())
         Doubling(benchmark::RegisterBenchmark((std::string("ReadWatched/") + shape.name).c_str(), ReadWatched,
                                               shape));

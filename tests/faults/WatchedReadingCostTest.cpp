@@ -3,6 +3,7 @@
 // What a watched reading asks of memory, for files of a shape: twice as much for twice the file.
 
 #include <vexaTransferLib/GpxParser.h>
+#include <vexaTransferLib/GpxReadObserver.h>
 
 #include "support/HostileShapes.h"
 #include "support/IcuMemory.h"

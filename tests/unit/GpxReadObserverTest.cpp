@@ -117,19 +117,23 @@ TEST(GpxReadObserverTest, IsToldTheProgressOfGetParser) {
     EXPECT_EQ(observer.progress.back().first, bytes.size());
 }
 
-TEST(GpxReadObserverTest, OfAPipeTheLengthIsNotKnown) {
+GpxDocument ReadThroughAPipe(const std::string& bytes, GpxReadObserver& observer) {
     const TemporaryFolder folder;
     const std::string path = (folder / "pipe").string();
-    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
-    const std::string bytes = BigFile(20000);
+    EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0);
     std::thread writer([&] { WriteBytes(path, bytes); });
-    NotingObserver observer;
     GpxParser parser;
     parser.SetObserver(&observer);
     GpxDocument document;
     parser.Parse(icu::UnicodeString::fromUTF8(path), document);
     writer.join();
-    EXPECT_EQ(document.GetWaypointCount(), 20000U);
+    return document;
+}
+
+TEST(GpxReadObserverTest, OfAPipeTheLengthIsNotKnown) {
+    const std::string bytes = BigFile(20000);
+    NotingObserver observer;
+    EXPECT_EQ(ReadThroughAPipe(bytes, observer).GetWaypointCount(), 20000U);
     EXPECT_EQ(observer.progress.front(), std::make_pair(std::uint64_t{0}, std::uint64_t{0}));
     EXPECT_EQ(observer.progress.back(), std::make_pair(std::uint64_t{bytes.size()}, std::uint64_t{0}));
 }
@@ -165,17 +169,20 @@ INSTANTIATE_TEST_SUITE_P(Roads, CancelTest, testing::Bool(), [](const testing::T
     return road.param ? "Dom" : "Events";
 });
 
+void ExpectCancelledAt(std::size_t calls, const GpxFile& file) {
+    NotingObserver observer;
+    observer.goesOn = [&] { return observer.progress.size() < calls; };
+    const Reading reading = ReadObserved(file, observer);
+    EXPECT_EQ(reading.error, CancelledMessage(file)) << calls;
+    EXPECT_TRUE(IsUntouched(reading.document)) << calls;
+    EXPECT_EQ(observer.progress.size(), calls);
+}
+
 TEST_P(CancelTest, EndsTheReadingAtAnyProgressAndLeavesTheDocument) {
     NotingObserver whole;
     ReadObserved(file_, whole);
-    for (std::size_t calls = 1; calls <= whole.progress.size(); ++calls) {
-        NotingObserver observer;
-        observer.goesOn = [&] { return observer.progress.size() < calls; };
-        const Reading reading = ReadObserved(file_, observer);
-        EXPECT_EQ(reading.error, CancelledMessage(file_)) << calls;
-        EXPECT_TRUE(IsUntouched(reading.document)) << calls;
-        EXPECT_EQ(observer.progress.size(), calls);
-    }
+    for (std::size_t calls = 1; calls <= whole.progress.size(); ++calls)
+        ExpectCancelledAt(calls, file_);
 }
 
 TEST_P(CancelTest, WhatProgressThrowsIsWhatTheCallerGets) {
@@ -292,29 +299,15 @@ TEST_P(LongElementTest, CanBeCancelledAtAnyProgressWithinIt) {
         NotingObserver whole;
         ReadObserved(file, whole);
         const std::size_t last = whole.progress.size();
-        for (const std::size_t calls : {last / 2, last - 1, last}) {
-            NotingObserver observer;
-            observer.goesOn = [&] { return observer.progress.size() < calls; };
-            const Reading reading = ReadObserved(file, observer);
-            EXPECT_EQ(reading.error, CancelledMessage(file)) << calls;
-            EXPECT_TRUE(IsUntouched(reading.document)) << calls;
-            EXPECT_EQ(observer.progress.size(), calls);
-        }
+        for (const std::size_t calls : {last / 2, last - 1, last})
+            ExpectCancelledAt(calls, file);
     }
 }
 
 TEST(GpxReadObserverTest, ALongElementFromAPipeIsToldToo) {
-    const TemporaryFolder folder;
-    const std::string path = (folder / "pipe").string();
-    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     const std::string bytes = LongWaypoint(Repeat("<x/>", 150000));
-    std::thread writer([&] { WriteBytes(path, bytes); });
     NotingObserver observer;
-    GpxParser parser;
-    parser.SetObserver(&observer);
-    GpxDocument document;
-    parser.Parse(icu::UnicodeString::fromUTF8(path), document);
-    writer.join();
+    ReadThroughAPipe(bytes, observer);
     EXPECT_GE(std::count(observer.progress.begin(), observer.progress.end(),
                          std::make_pair(std::uint64_t{bytes.size()}, std::uint64_t{0})),
               3);
