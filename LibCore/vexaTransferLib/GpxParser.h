@@ -279,8 +279,6 @@ private:
     MakeDomParser(const icu::UnicodeString& name) const;
     VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const icu::UnicodeString& path) const;
     VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const std::string& fileName) const;
-    VEXATRANSFERLIB_LOCAL void ReadTree(xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
-                                        GpxDocument& document);
     template <class Read>
     VEXATRANSFERLIB_LOCAL auto Reading(Read read);
 
