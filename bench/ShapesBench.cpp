@@ -6,12 +6,15 @@
 #include <vexaTransferLib/GpxReadObserver.h>
 #include <vexaTransferLib/GpxTarvikExtParser.h>
 
+#include <common/dbc.h>
+
 #include "support/HostileShapes.h"
 
 #include <benchmark/benchmark.h>
 #include <xercesc/framework/MemBufInputSource.hpp>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -57,6 +60,64 @@ std::string Children(std::int64_t count) {
     return text;
 }
 
+/// As many different names as that, all with the same number in the XML parser's tables: "Az" and "BT" have it.
+std::vector<std::string> CollidingNames(std::int64_t count) {
+    std::vector<std::string> names;
+    for (std::int64_t i = 0; i < count; ++i) {
+        std::string name;
+        for (int bit = 0; bit < 14; ++bit)
+            name += (i >> bit & 1) != 0 ? "BT" : "Az";
+        names.push_back(name);
+    }
+    return names;
+}
+
+std::string CollidingElements(std::int64_t count) {
+    std::string text;
+    for (const std::string& name : CollidingNames(count))
+        text += "<" + name + "/>";
+    return text;
+}
+
+std::string CollidingAttributes(std::int64_t count) {
+    std::string text = "<x";
+    for (const std::string& name : CollidingNames(count))
+        text += " " + name + "='v'";
+    return text + "/>";
+}
+
+std::string CollidingPrefixes(std::int64_t count) {
+    std::string text;
+    for (const std::string& name : CollidingNames(count))
+        text += "<x xmlns:" + name + "='u'/>";
+    return text;
+}
+
+/// Namespaces on each of 40 levels, and elements that are in the outermost.
+std::string NamespacesOnLevels(std::int64_t count) {
+    constexpr int kLevels = 40;
+    std::string text;
+    for (int level = 0; level < kLevels; ++level) {
+        text += "<x";
+        for (std::int64_t i = 0; i < count / kLevels; ++i)
+            text += " xmlns:p" + std::to_string(level) + "-" + std::to_string(i) + "='u'";
+        text += ">";
+    }
+    for (std::int64_t i = 0; i < count; ++i)
+        text += "<p0-0:y/>";
+    for (int level = 0; level < kLevels; ++level)
+        text += "</x>";
+    return text;
+}
+
+/// Ends the metadata: the tracks are read.
+std::string Tracks(std::int64_t count) {
+    std::string text = "</metadata>";
+    for (std::int64_t i = 0; i < count; ++i)
+        text += "<trk/>";
+    return text + "<metadata>";
+}
+
 std::string Gpx(const std::string& declaration, const std::string& shape) {
     return declaration + "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'><metadata>" + shape +
            "</metadata></gpx>";
@@ -65,6 +126,25 @@ std::string Gpx(const std::string& declaration, const std::string& shape) {
 void ReadEvents(const std::string& shape) {
     GpxDocument document;
     GpxParser().Parse(Gpx("", shape), u"shape", document);
+}
+
+void ReadUntrusted(const std::string& shape) {
+    GpxParser parser;
+    GpxDocument document;
+    parser.SetUntrusted();
+    try {
+        parser.Parse(Gpx("", shape), u"shape", document);
+    } catch (const dbc::postcondition_error&) {
+        // Refused, where it is beyond the limits.
+    }
+}
+
+void ScanUntrusted(const std::string& shape) {
+    const std::string bytes = Gpx("", shape);
+    GpxTarvikExtParser scanner;
+    scanner.SetUntrusted();
+    scanner.ParseSource(
+        xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(bytes.data()), bytes.size(), "shape"));
 }
 
 void ReadDom(const std::string& shape) {
@@ -112,12 +192,19 @@ void ReadWatched(benchmark::State& state, const testing_support::HostileShape& s
 #define SHAPE(make)                                                                                          \
     BENCHMARK_CAPTURE(ReadShape, make##_events, make, ReadEvents)->Apply(Doubling);                          \
     BENCHMARK_CAPTURE(ReadShape, make##_dom, make, ReadDom)->Apply(Doubling);                                \
-    BENCHMARK_CAPTURE(ReadShape, make##_scan, make, Scan)->Apply(Doubling)
+    BENCHMARK_CAPTURE(ReadShape, make##_scan, make, Scan)->Apply(Doubling);                                  \
+    BENCHMARK_CAPTURE(ReadShape, make##_untrusted, make, ReadUntrusted)->Apply(Doubling);                    \
+    BENCHMARK_CAPTURE(ReadShape, make##_untrusted_scan, make, ScanUntrusted)->Apply(Doubling)
 SHAPE(Levels);
 SHAPE(Attributes);
 SHAPE(Namespaces);
 SHAPE(Names);
 SHAPE(Children);
+SHAPE(CollidingElements);
+SHAPE(CollidingAttributes);
+SHAPE(CollidingPrefixes);
+SHAPE(NamespacesOnLevels);
+SHAPE(Tracks);
 #undef SHAPE
 
 } // namespace

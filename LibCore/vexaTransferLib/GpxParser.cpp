@@ -217,14 +217,23 @@ std::optional<reader::InputGuard> GpxParser::MakeGuard(const icu::UnicodeString&
 reader::XmlInput GpxParser::MakeInput(const icu::UnicodeString& path) const {
     using Places = reader::XmlInput::Places;
     dbc::Require(text::IsFileName(path), text::kGpxParserSource, kNoPath);
-    return reader::XmlInput(path, UnicodeStrUtils::UnicodeStringToStlString(path),
-                            limits_ ? Places::kFiles : Places::kFilesAndAddresses, observer_);
+    reader::XmlInput input(path, UnicodeStrUtils::UnicodeStringToStlString(path),
+                           limits_ ? Places::kFiles : Places::kFilesAndAddresses, observer_);
+    Guard(input);
+    return input;
 }
 
 reader::XmlInput GpxParser::MakeInput(const std::string& fileName) const {
     dbc::Require(text::IsFileName(fileName), text::kGpxParserSource, kNoPath);
-    return reader::XmlInput(icu::UnicodeString::fromUTF8(fileName), fileName,
-                            reader::XmlInput::Places::kNamedFile, observer_);
+    reader::XmlInput input(icu::UnicodeString::fromUTF8(fileName), fileName,
+                           reader::XmlInput::Places::kNamedFile, observer_);
+    Guard(input);
+    return input;
+}
+
+void GpxParser::Guard(reader::XmlInput& input) const {
+    if (limits_)
+        input.Guard(*limits_, reader::InputGuard::Extent::kFile);
 }
 
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::GetParser(const icu::UnicodeString& path) {
@@ -269,6 +278,7 @@ void GpxParser::ParseFile(const std::string& path, GpxDocument& document) {
 
 void GpxParser::Parse(std::string_view bytes, const icu::UnicodeString& name, GpxDocument& document) {
     reader::XmlInput input(bytes, name, observer_);
+    Guard(input);
     Told([&] { ParseInput(input, document); });
 }
 

@@ -3,6 +3,8 @@
 
 #include <vexaTransferLib/GpxUtils.h>
 #include <vexaTransferLib/reader/GuardedParser.h>
+#include <vexaTransferLib/reader/GuardedSource.h>
+#include <vexaTransferLib/reader/ReadingStop.h>
 #include <vexaTransferLib/reader/XmlInput.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/FileName.h>
@@ -16,8 +18,11 @@
 #include <boost/make_shared.hpp>
 #include <unicode/uchar.h>
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include <bit>
@@ -33,6 +38,7 @@ namespace {
 
 using reader::XmlInput;
 using xercesc::XMLUni;
+using Extent = reader::InputGuard::Extent;
 
 // Wraps the text instead of copying it; a null one counts as empty.
 icu::UnicodeString Alias(const XMLCh* text) {
@@ -77,13 +83,35 @@ std::unique_ptr<xercesc::SAX2XMLReader> MakeReader(const std::optional<GpxInputL
     if (!limits)
         return std::unique_ptr<xercesc::SAX2XMLReader>(xercesc::XMLReaderFactory::createXMLReader());
     // No message of it is ever seen.
-    return std::make_unique<UntrustedReader>(reader::InputGuard(*limits, std::string()));
+    return std::make_unique<UntrustedReader>(reader::InputGuard(*limits, std::string(), Extent::kHead));
 }
 
-// Nothing but an exception stops the XML parser in the middle of a file.
-[[noreturn]] void FinishScan() {
-    throw std::runtime_error("Finished Parsing");
+/// An address where only files are read.
+struct RefusedAddress {};
+
+void Feed(XmlInput& input, const std::optional<GpxInputLimits>& limits, xercesc::SAX2XMLReader& xmlReader) {
+    if (limits)
+        input.Guard(*limits, Extent::kHead);
+    try {
+        input.Feed(xmlReader);
+    } catch (const dbc::postcondition_error&) {
+        throw RefusedAddress();
+    }
 }
+
+/// Notes that the file is ill-formed, which the XML parser would keep to itself.
+class NotedErrors final : public xercesc::ErrorHandler {
+public:
+    explicit NotedErrors(bool& areThere) : areThere_(areThere) {}
+
+    void warning(const xercesc::SAXParseException&) override {}
+    void error(const xercesc::SAXParseException&) override { areThere_ = true; }
+    void fatalError(const xercesc::SAXParseException&) override { areThere_ = true; }
+    void resetErrors() override {}
+
+private:
+    bool& areThere_;
+};
 
 template <class Record>
 Record& Made(boost::shared_ptr<Record>& record) {
@@ -131,7 +159,8 @@ bool Take(const icu::UnicodeString& name, const Field<Record, Value> (&fields)[s
 
 } // namespace
 
-GpxTarvikExtParser::GpxTarvikExtParser() : documentTime_(0.0) {}
+GpxTarvikExtParser::GpxTarvikExtParser()
+    : errors_(std::make_unique<NotedErrors>(isIllFormed_)), documentTime_(0.0) {}
 
 GpxTarvikExtParser::~GpxTarvikExtParser() = default;
 
@@ -147,6 +176,10 @@ boost::shared_ptr<GISMetaData> GpxTarvikExtParser::GetGISMetaData() const {
     return gisMetaData_;
 }
 
+GpxScanEnd GpxTarvikExtParser::GetScanEnd() const {
+    return scanEnd_;
+}
+
 double GpxTarvikExtParser::GetDocumentTime() const {
     return documentTime_;
 }
@@ -157,7 +190,8 @@ void GpxTarvikExtParser::Parse(const icu::UnicodeString& path) {
     // Two captures: a std::function holds them without memory of its own, whose lack would be thrown.
     Scan([this, &path] {
         const auto places = limits_ ? XmlInput::Places::kFiles : XmlInput::Places::kFilesAndAddresses;
-        XmlInput(path, UnicodeStrUtils::UnicodeStringToStlString(path), places, nullptr).Feed(*reader_);
+        XmlInput input(path, UnicodeStrUtils::UnicodeStringToStlString(path), places, nullptr);
+        Feed(input, limits_, *reader_);
     });
 }
 
@@ -165,13 +199,16 @@ void GpxTarvikExtParser::ParseFile(const std::string& path) {
     if (!dbc::SoftCheck(text::IsFileName(path), text::kGpxTarvikExtParserSource))
         return;
     Scan([this, &path] {
-        XmlInput(icu::UnicodeString::fromUTF8(path), path, XmlInput::Places::kNamedFile, nullptr)
-            .Feed(*reader_);
+        XmlInput input(icu::UnicodeString::fromUTF8(path), path, XmlInput::Places::kNamedFile, nullptr);
+        Feed(input, limits_, *reader_);
     });
 }
 
 void GpxTarvikExtParser::ParseSource(const xercesc::InputSource& source) {
-    Scan([&] { reader_->parse(source); });
+    if (limits_)
+        Scan([&] { reader_->parse(reader::GuardedSource(source, *limits_, std::string(), Extent::kHead)); });
+    else
+        Scan([&] { reader_->parse(source); });
 }
 
 void GpxTarvikExtParser::SetUntrusted(const GpxInputLimits& limits) {
@@ -184,17 +221,38 @@ void GpxTarvikExtParser::SetTrusted() {
 
 void GpxTarvikExtParser::Scan(const std::function<void()>& feed) {
     Reset();
+    scanEnd_ = EndOf(feed);
+}
+
+void GpxTarvikExtParser::Configure() {
+    reader_ = MakeReader(limits_);
+    reader_->setContentHandler(this);
+    reader_->setErrorHandler(errors_.get());
+    reader_->setFeature(XMLUni::fgSAX2CoreValidation, false);
+    reader_->setFeature(XMLUni::fgXercesLoadExternalDTD, false);
+    reader_->setFeature(XMLUni::fgXercesSkipDTDValidation, true);
+    reader_->setFeature(XMLUni::fgXercesSchema, false);
+    reader_->setFeature(XMLUni::fgXercesSchemaFullChecking, false);
+}
+
+// The regular end of a scan is an exception too; whatever ended it, the results so far are the results.
+GpxScanEnd GpxTarvikExtParser::EndOf(const std::function<void()>& feed) {
     try {
-        reader_ = MakeReader(limits_);
-        reader_->setContentHandler(this);
-        reader_->setFeature(XMLUni::fgSAX2CoreValidation, false);
-        reader_->setFeature(XMLUni::fgXercesLoadExternalDTD, false);
-        reader_->setFeature(XMLUni::fgXercesSkipDTDValidation, true);
-        reader_->setFeature(XMLUni::fgXercesSchema, false);
-        reader_->setFeature(XMLUni::fgXercesSchemaFullChecking, false);
+        Configure();
         feed();
+        if (!isOpen_)
+            return kGpxScanMissing;
+        return isIllFormed_ ? kGpxScanIllFormed : kGpxScanComplete;
+    } catch (const reader::ReadingStop&) {
+        return kGpxScanRefused;
+    } catch (const RefusedAddress&) {
+        return kGpxScanRefused;
+    } catch (const xercesc::OutOfMemoryException&) {
+        return kGpxScanFailed;
+    } catch (const xercesc::XMLException&) {
+        return isOpen_ ? kGpxScanIllFormed : kGpxScanMissing;
     } catch (...) {
-        // The regular end of a scan is an exception too; whatever ended it, the results so far are the results.
+        return hasContent_ ? kGpxScanContent : kGpxScanFailed;
     }
 }
 
@@ -204,6 +262,9 @@ void GpxTarvikExtParser::Reset() {
     annotateMetaData_.reset();
     gisMetaData_.reset();
     documentTime_ = 0.0;
+    isOpen_ = false;
+    isIllFormed_ = false;
+    hasContent_ = false;
 }
 
 void GpxTarvikExtParser::characters(const XMLCh* const chars, const XMLSize_t length) {
@@ -239,6 +300,12 @@ void GpxTarvikExtParser::endElement(const XMLCh* const uri, const XMLCh* const l
     }
 }
 
+// Nothing but an exception stops the XML parser in the middle of a file.
+void GpxTarvikExtParser::FinishScan() {
+    hasContent_ = true;
+    throw std::runtime_error("Finished Parsing");
+}
+
 void GpxTarvikExtParser::TakeVendorElement(const icu::UnicodeString& name) {
     const auto text = [this] { return buffer_; };
     const auto integer = [this] { return static_cast<std::int32_t>(StoredNumber()); };
@@ -266,7 +333,9 @@ void GpxTarvikExtParser::processingInstruction(const XMLCh* const, const XMLCh* 
 
 void GpxTarvikExtParser::setDocumentLocator(const xercesc::Locator* const) {}
 
-void GpxTarvikExtParser::startDocument() {}
+void GpxTarvikExtParser::startDocument() {
+    isOpen_ = true;
+}
 
 void GpxTarvikExtParser::startPrefixMapping(const XMLCh* const, const XMLCh* const) {}
 

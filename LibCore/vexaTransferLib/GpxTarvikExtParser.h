@@ -10,10 +10,12 @@
 
 #include <boost/shared_ptr.hpp>
 #include <unicode/unistr.h>
+#include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/InputSource.hpp>
 #include <xercesc/sax2/ContentHandler.hpp>
 #include <xercesc/sax2/SAX2XMLReader.hpp>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -24,6 +26,17 @@ namespace vexaTransferLib {
 namespace text {
 class UsNumberFormat;
 }
+
+/// How a scan has ended.
+enum GpxScanEnd : std::uint32_t {
+    kGpxScanNone = 0,      ///< nothing has been scanned
+    kGpxScanComplete = 1,  ///< at the end of a file that has no waypoint, route or track
+    kGpxScanContent = 2,   ///< at the first waypoint, route or track: the whole head was read
+    kGpxScanMissing = 3,   ///< the file could not be opened, or nothing could be read of it
+    kGpxScanIllFormed = 4, ///< at something that is no XML, or a namespace that is not declared
+    kGpxScanRefused = 5,   ///< by SetUntrusted: a document type, a limit, an encoding, an address
+    kGpxScanFailed = 6     ///< for another reason: memory ran out, or the host's source has thrown
+};
 
 /// Scans a GPX file up to its first waypoint, route or track and keeps the vendor's metadata records and the
 /// time: what a host wants to know of a file before, or instead of, reading it. The cost is that of the head,
@@ -38,8 +51,8 @@ class UsNumberFormat;
 ///     if (scanner.GetGISMetaData())
 ///         show(scanner.GetGISMetaData()->layerName);
 ///
-/// A scan never throws and has no result of its own: a file that is missing or ill-formed leaves what was
-/// found before the error. Without memory for ICU's number format, which the first count needs, the process
+/// A scan never throws: a file that is missing or ill-formed leaves what was found before the error.
+/// GetScanEnd says how the scan ended. Without memory for ICU's number format, which the first count needs, the process
 /// stops.
 ///
 /// **What may surprise.** Vendor elements are found by their namespace and name without regard to case,
@@ -69,9 +82,10 @@ public:
     /// beyond what Xerces reads ahead (48 KiB).
     void ParseSource(const xercesc::InputSource& source);
 
-    /// Takes files from now on as coming from strangers: a document type declaration, a text, attributes or a depth
-    /// beyond the limits (that of points does not matter here), and a path that is an address end the scan, as an
-    /// ill-formed file does. No file but the one that is asked for is opened, and no server.
+    /// Takes files from now on as coming from strangers: a document type declaration, an encoding that
+    /// GpxParser::SetUntrusted refuses, anything beyond the limits (those of points and objects do not matter here,
+    /// those of the head matter here only), and a path that is an address end the scan as kGpxScanRefused. No
+    /// file but the one that is asked for is opened, and no server.
     void SetUntrusted(const GpxInputLimits& limits = GpxInputLimits());
     /// The default.
     void SetTrusted();
@@ -83,6 +97,8 @@ public:
     boost::shared_ptr<AnnotateMetaData> GetAnnotateMetaData() const;
     boost::shared_ptr<GISMetaData> GetGISMetaData() const;
     /// \}
+    /// How the last scan ended; kGpxScanNone before the first. An empty path is no scan.
+    GpxScanEnd GetScanEnd() const;
     /// Milliseconds since 1970-01-01T00:00:00 UTC; 0 when the head has no time.
     double GetDocumentTime() const;
 
@@ -106,18 +122,26 @@ public:
 
 private:
     VEXATRANSFERLIB_LOCAL void Scan(const std::function<void()>& feed);
+    VEXATRANSFERLIB_LOCAL void Configure();
+    VEXATRANSFERLIB_LOCAL GpxScanEnd EndOf(const std::function<void()>& feed);
+    [[noreturn]] VEXATRANSFERLIB_LOCAL void FinishScan();
     void Reset();
     void TakeVendorElement(const icu::UnicodeString& name);
     void TakeTime();
     std::int64_t StoredNumber();
 
     icu::UnicodeString buffer_;
+    std::unique_ptr<xercesc::ErrorHandler> errors_; ///< outlives the reader
     std::unique_ptr<xercesc::SAX2XMLReader> reader_;
     std::optional<GpxInputLimits> limits_; ///< of untrusted files
     boost::shared_ptr<GPXStats> stats_;
     boost::shared_ptr<AnnotateMetaData> annotateMetaData_;
     boost::shared_ptr<GISMetaData> gisMetaData_;
     double documentTime_;
+    GpxScanEnd scanEnd_ = kGpxScanNone;
+    bool isIllFormed_ = false;
+    bool isOpen_ = false;     ///< the last scan has found a file
+    bool hasContent_ = false; ///< and ended at its content
     std::unique_ptr<text::UsNumberFormat> numberFormat_;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/FileParser.h>
 
+#include <vexagpx/InputRules.h>
 #include <vexagpx/Interruption.h>
 #include <vexagpx/Messages.h>
 #include <vexagpx/ProgressBar.h>
@@ -76,7 +77,7 @@ private:
 /// What the user can do about a message of the library.
 std::string Advice(std::string_view message) {
     const bool isRefusal = message.starts_with("The untrusted GPX file was refused: ");
-    return isRefusal ? " If you know where it comes from, --trust reads it." : "";
+    return isRefusal ? kTrustAdvice : "";
 }
 
 void StopWhenInterrupted(const std::string& name) {

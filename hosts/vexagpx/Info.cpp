@@ -11,6 +11,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <stdexcept>
 
 namespace vexagpx {
 
@@ -91,6 +92,8 @@ void WriteLine(const GpxTarvikExtParser& scanner, const std::string& heading, Ou
     const double time = scanner.GetDocumentTime();
     if (time != 0.0)
         line.Add(TimeText(time));
+    if (scanner.GetScanEnd() == kGpxScanIllFormed)
+        line.Add(u"the head is not well-formed XML");
     line.Write(heading, out);
 }
 
@@ -114,6 +117,15 @@ void WriteJson(const GpxTarvikExtParser& scanner, const std::string& file, const
     records.Write(scanner.GetStats().get());
     json.EndObject();
     out.Write("\n");
+}
+
+/// Of a head that is ill-formed, what comes before the error is the answer.
+void ThrowUnlessScanned(const GpxTarvikExtParser& scanner, const std::string& name) {
+    if (scanner.GetScanEnd() == kGpxScanRefused)
+        throw std::runtime_error("The head of the untrusted GPX file was refused: " + name +
+                                 ". It has a document type declaration or is beyond a limit." + kTrustAdvice);
+    if (scanner.GetScanEnd() == kGpxScanFailed)
+        throw std::runtime_error("Unable to read the head of the file: " + name);
 }
 
 void ScanFile(GpxTarvikExtParser& scanner, const InputFile& file) {
@@ -144,12 +156,14 @@ bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, co
     if (!IsArchive(file)) {
         ScanFile(scanner, file);
         WriteInfo(scanner, argument, nullptr, form, out);
+        ThrowUnlessScanned(scanner, argument);
         return true;
     }
     return ForEachGpxEntry(file, rules.archives, [&](Archive& archive) {
         ScanEntry(scanner, archive, argument);
         const std::string entry = archive.Name();
         WriteInfo(scanner, argument, &entry, form, out);
+        ThrowUnlessScanned(scanner, argument + "/" + entry);
     });
 }
 

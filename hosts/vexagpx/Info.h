@@ -18,7 +18,8 @@ enum class InfoForm { kLine, kJson };
 void WriteInfo(const vexaTransferLib::GpxTarvikExtParser& scanner, const std::string& file,
                const std::string* entry, InfoForm form, Output& out);
 
-/// The `info` command: reads only the heads of the files. False when one could not be opened.
+/// The `info` command: reads only the heads of the files. False when one could not be opened or
+/// was refused; one that is not well-formed is told of in its line of text.
 bool Info(const std::vector<std::string>& files, const InputRules& rules, InfoForm form, Output& out);
 
 } // namespace vexagpx

@@ -5,6 +5,9 @@
 
 namespace vexagpx {
 
+/// What the user can do about a refused file.
+inline constexpr char kTrustAdvice[] = " If you know where it comes from, --trust reads it.";
+
 /// What the files of a command line may do.
 struct InputRules {
     ArchiveLimits archives;

@@ -151,6 +151,13 @@ TEST(InfoTest, WhatStandsBeforeAnErrorInTheHeadIsKept) {
                                       "\n");
 }
 
+TEST(InfoTest, ALineTellsThatTheHeadIsNotWellFormed) {
+    EXPECT_EQ(InfoOf("no XML"), "t.gpx: the head is not well-formed XML\n");
+    EXPECT_EQ(InfoOf(Gpx("<metadata>" + kTime + "</metadata></oops>")),
+              "t.gpx: 2009-01-15T10:20:30Z, the head is not well-formed XML\n");
+    EXPECT_EQ(InfoOf(Gpx("<metadata>" + kTime + "</metadata><wpt></oops>")), "t.gpx: 2009-01-15T10:20:30Z\n");
+}
+
 TEST(InfoTest, ALargeFileTakesNoMemoryForItsRest) {
     const Folder folder;
     folder.Write("t.gpx", Gpx("<metadata>" + kTime + "</metadata><wpt lat='1' lon='2'/>"));

@@ -99,13 +99,43 @@ TEST_P(TrustTest, EntriesOfArchivesAreStrangersToo) {
     EXPECT_EQ(result.err, kRefused + "a.zip/leak.gpx. It has a document type declaration." + kAdvice);
 }
 
+std::string HeadRefused(const std::string& name) {
+    return "vexagpx: The head of the untrusted GPX file was refused: " + name +
+           ". It has a document type declaration or is beyond a limit." + kAdvice;
+}
+
 TEST(TrustInfoTest, TheScanEndsAtADocumentType) {
     const Folder folder;
     folder.Write("name.txt", "quiet");
     folder.Write("a.gpx", "<!DOCTYPE gpx [<!ENTITY e SYSTEM 'name.txt'>]>" +
                               Gpx("<metadata><time>2012-03-14T10:00:00Z</time></metadata>"));
-    EXPECT_EQ(RunTool({"info", "a.gpx"}, folder.Path()).out, "a.gpx: no vendor metadata and no time\n");
+    const Result refused = RunTool({"info", "a.gpx"}, folder.Path());
+    EXPECT_EQ(refused.out, "a.gpx: no vendor metadata and no time\n");
+    EXPECT_EQ(refused.err, HeadRefused("a.gpx"));
+    EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(RunTool({"info", "--trust", "a.gpx"}, folder.Path()).out, "a.gpx: 2012-03-14T10:00:00Z\n");
+}
+
+TEST(TrustInfoTest, WhatWasFoundBeforeALimitIsShownAndTheNextFileToo) {
+    const Folder folder;
+    const std::string time = "<metadata><time>2012-03-14T10:00:00Z</time></metadata>";
+    std::string elements;
+    for (int i = 0; i < 100001; ++i)
+        elements += "<x/>";
+    folder.Write("long.gpx", Gpx(time + elements));
+    folder.Write("a.gpx", Gpx(time));
+    const Result result = RunTool({"info", "long.gpx", "a.gpx"}, folder.Path());
+    EXPECT_EQ(result.out, "long.gpx: 2012-03-14T10:00:00Z\na.gpx: 2012-03-14T10:00:00Z\n");
+    EXPECT_EQ(result.err, HeadRefused("long.gpx"));
+    EXPECT_EQ(result.status, 1);
+    const Result trusted = RunTool({"info", "--trust", "long.gpx"}, folder.Path());
+    EXPECT_EQ(trusted.err, "");
+    EXPECT_EQ(trusted.status, 0);
+    folder.Write("a.zip", testing_support::BuildZip(
+                              {{.name = "long.gpx", .content = ReadFile(folder.File("long.gpx"))}}));
+    const Result ofArchive = RunTool({"info", "a.zip"}, folder.Path());
+    EXPECT_EQ(ofArchive.err, HeadRefused("a.zip/long.gpx"));
+    EXPECT_EQ(ofArchive.status, 1);
 }
 
 TEST(TrustUsageTest, CommandsThatReadNoGpxHaveNoSuchOption) {

@@ -108,5 +108,43 @@ TEST(GpxTarvikExtParserUntrustedTest, LimitsEndTheScanWithWhatWasFoundBefore) {
     EXPECT_EQ(ScanUntrusted(Metadata(kLayer + "<x" + attributes + "/>" + kLaterLayer), limits), "first");
 }
 
+TEST(GpxTarvikExtParserUntrustedTest, TheElementsOfTheHeadAreCounted) {
+    GpxInputLimits limits;
+    limits.headElements = 7;
+    // The root, the metadata, its extensions and two layers are five.
+    EXPECT_EQ(ScanUntrusted(Metadata(kLayer + Repeat("<x/>", 2) + kLaterLayer), limits), "second");
+    EXPECT_EQ(ScanUntrusted(Metadata(kLayer + Repeat("<x/>", 3) + kLaterLayer), limits), "first");
+}
+
+TEST(GpxTarvikExtParserUntrustedTest, TheBytesOfTheHeadAreCounted) {
+    GpxInputLimits limits;
+    limits.headBytes = 60000;
+    const std::string head = Metadata(kLayer + kLaterLayer);
+    const auto headOf = [&](std::size_t size) {
+        return Metadata(kLayer + std::string(size - head.size(), ' ') + kLaterLayer);
+    };
+    EXPECT_EQ(ScanUntrusted(headOf(60000), limits), "second");
+    EXPECT_EQ(ScanUntrusted(headOf(62000), limits), "first");
+    // What comes after the head does not matter.
+    const std::string rest = Repeat("<wpt lat='1' lon='2'/>", 10000);
+    const std::string open = Gpx11("<metadata><extensions>" + kLayer + "</extensions></metadata>");
+    EXPECT_EQ(ScanUntrusted(open.substr(0, open.size() - 6) + rest + "</gpx>", limits), "first");
+}
+
+TEST(GpxTarvikExtParserUntrustedTest, AHeadOfAnySizeIsReadUpToTheLimitOnly) {
+    for (const std::size_t count : {std::size_t{1000000}, std::size_t{1000000000}}) {
+        const GeneratedSource elements("<gpx>", "<x/>", count, "</gpx>");
+        const GeneratedSource text("<gpx>", Repeat("a", 1000), count, "</gpx>");
+        GpxTarvikExtParser scanner;
+        scanner.SetUntrusted();
+        scanner.ParseSource(elements);
+        EXPECT_EQ(scanner.GetScanEnd(), kGpxScanRefused);
+        EXPECT_LE(elements.BytesRead(), 500000U);
+        scanner.ParseSource(text);
+        EXPECT_EQ(scanner.GetScanEnd(), kGpxScanRefused);
+        EXPECT_LE(text.BytesRead(), 2200000U);
+    }
+}
+
 } // namespace
 } // namespace vexaTransferLib

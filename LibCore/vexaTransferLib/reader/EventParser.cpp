@@ -66,10 +66,8 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
                                const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) {
     if (isRoot)
         errors_.Release(); // No declaration can follow that would make the file one for the DOM.
-    if (guard_ != nullptr) {
-        guard_->StartElement(attributeCount);
-        CheckAttributes(*guard_, attributes, attributeCount);
-    }
+    if (guard_ != nullptr)
+        TakeStartTag(*guard_, declaration, attributes, attributeCount);
     if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(),
                            isWatched_ ? handler_.Place() : NodePlace())) {
         for (XMLSize_t i = 0; i < attributeCount; ++i) {

@@ -97,6 +97,7 @@ void ReadLogId(ReadContext& context, const NodeView& node, GpxGroundspeakCacheLo
 }
 
 bool ReadLog(ReadContext& context, const NodeView& node, GpxGroundspeakCache& cache) {
+    context.CountObject();
     GpxGroundspeakCacheLog log;
     ReadLogId(context, node, log);
     KeptElements kept(context.receipt, KeptElements::Elements::kStay);
@@ -118,6 +119,7 @@ bool ReadTravelBug(ReadContext& context, const NodeView& travelBug, GpxGroundspe
         if (!Equals(child.LocalName(), u"name")) {
             context.receipt.Unknown(child);
         } else if (ReadCleanText(context, child, name)) {
+            context.CountObject();
             cache.travelbugs.push_back(name);
             found = true;
         }
@@ -166,6 +168,7 @@ bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions
 
 // Logs and travel bugs alone do not make a geocache.
 bool ReadGeocache(ReadContext& context, const NodeView& node, GpxGroundspeakCache& cache) {
+    context.CountObject();
     cache.Clear();
     bool found = false;
     KeptElements kept(context.receipt, KeptElements::Elements::kStay);

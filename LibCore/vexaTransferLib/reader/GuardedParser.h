@@ -17,11 +17,26 @@
 
 namespace vexaTransferLib::reader {
 
-/// Checks the values of the attributes.
-inline void CheckAttributes(const InputGuard& guard, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
-                            XMLSize_t count) {
+/// Checks an attribute, and counts it when it declares a namespace.
+inline void TakeAttribute(InputGuard& guard, const xercesc::XMLAttr& attribute) {
+    const XMLCh* const value = attribute.getValue();
+    guard.CheckText(xercesc::XMLString::stringLen(value));
+    const XMLCh* const prefix = attribute.getPrefix();
+    const XMLCh* const name = attribute.getName();
+    if (prefix != nullptr && *prefix != u'\0') {
+        if (xercesc::XMLString::equals(prefix, u"xmlns"))
+            guard.AddNamespace(name, value);
+    } else if (xercesc::XMLString::equals(name, u"xmlns")) {
+        guard.AddNamespace({}, value);
+    }
+}
+
+/// Checks a start tag, and counts what is in it.
+inline void TakeStartTag(InputGuard& guard, const xercesc::XMLElementDecl& declaration,
+                         const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count) {
+    guard.StartElement(declaration.getId(), count);
     for (XMLSize_t i = 0; i < count; ++i)
-        guard.CheckText(xercesc::XMLString::stringLen(attributes.elementAt(i)->getValue()));
+        TakeAttribute(guard, *attributes.elementAt(i));
 }
 
 /// One of Xerces' parsers, for a file from a stranger. Throws ReadingStop out of the parse.
@@ -33,8 +48,7 @@ public:
     void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
                       const XMLCh* const prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                       const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) override {
-        guard_.StartElement(attributeCount);
-        CheckAttributes(guard_, attributes, attributeCount);
+        TakeStartTag(guard_, declaration, attributes, attributeCount);
         // Not every parser calls endElement for an empty element.
         if (isEmpty)
             guard_.EndElement();

@@ -7,9 +7,15 @@
 
 #include <vexaTransferLib/GpxInputLimits.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <limits>
+#include <set>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace vexaTransferLib::reader {
 
@@ -17,20 +23,44 @@ namespace vexaTransferLib::reader {
 /// the file goes too far.
 class InputGuard {
 public:
-    InputGuard(const GpxInputLimits& limits, std::string name) : limits_(limits), name_(std::move(name)) {}
+    /// How much of the file is read: all of it, or its head, which has limits of its own.
+    enum class Extent { kFile, kHead };
+
+    InputGuard(const GpxInputLimits& limits, std::string name, Extent extent = Extent::kFile)
+        : limits_(limits), name_(std::move(name)),
+          elementLimit_(extent == Extent::kHead ? limits.headElements
+                                                : std::numeric_limits<std::uint64_t>::max()) {}
 
     [[noreturn]] void RefuseDocumentType() const;
+    [[noreturn]] void RefuseEncoding(const std::string& encoding) const;
+    [[noreturn]] void RefuseHeadBytes() const;
 
-    void StartElement(std::uint64_t attributeCount) {
+    /// \param nameNumber the XML parser's number of the element's name; it counts names upwards
+    void StartElement(std::size_t nameNumber, std::uint64_t attributeCount) {
         textLength_ = 0;
         if (++depth_ > limits_.elementDepth)
             Refuse("Its elements are nested deeper than", limits_.elementDepth, "element depth");
-        if (attributeCount > limits_.attributes)
-            Refuse("One of its elements has more attributes than", limits_.attributes, "attributes");
+        if (++elements_ > elementLimit_)
+            Refuse("Its head has more elements than", elementLimit_, "head elements");
+        CheckAttributes(attributeCount);
+        if (nameNumber >= isKnownName_.size() || !isKnownName_[nameNumber])
+            AddElementName(nameNumber);
     }
     void EndElement() {
         textLength_ = 0;
+        if (!declarations_.empty() && declarations_.back() == depth_)
+            EndDeclarations();
         --depth_;
+    }
+    /// A namespace declaration of the element that has started last.
+    void AddNamespace(std::u16string_view prefix, std::u16string_view uri);
+    void CheckAttributes(std::uint64_t count) const {
+        if (count > limits_.attributes)
+            Refuse("One of its elements has more attributes than", limits_.attributes, "attributes");
+    }
+    void CheckTagBytes(std::uint64_t bytes) const {
+        if (bytes > limits_.tagBytes)
+            Refuse("One of its start tags has more bytes than", limits_.tagBytes, "tag bytes");
     }
     /// A piece of the text between two tags.
     void AddText(std::uint64_t length) {
@@ -46,16 +76,36 @@ public:
         if (++points_ > limits_.points)
             Refuse("It has more points than", limits_.points, "points");
     }
+    /// Something of the model that is no point.
+    void AddObject() {
+        if (++objects_ > limits_.objects)
+            Refuse("It has more objects than", limits_.objects, "objects");
+    }
 
 private:
+    void AddElementName(std::size_t nameNumber);
+    void AddName(std::set<std::u16string, std::less<>>& names, std::u16string_view name);
+    void CountName();
+    void EndDeclarations();
     [[noreturn]] void Refuse(const char* what, std::uint64_t limit, const char* limitName) const;
     [[noreturn]] void Refuse(const std::string& why) const;
 
     GpxInputLimits limits_;
     std::string name_;
+    std::uint64_t elementLimit_;
+    std::uint64_t elements_ = 0;
     std::uint64_t depth_ = 0;
     std::uint64_t textLength_ = 0;
     std::uint64_t points_ = 0;
+    std::uint64_t objects_ = 0;
+    std::uint64_t names_ = 0;
+    /// By the XML parser's numbers.
+    std::vector<bool> isKnownName_;
+    // Ordered: no choice of texts makes the search slow.
+    std::set<std::u16string, std::less<>> prefixes_;
+    std::set<std::u16string, std::less<>> uris_;
+    /// The depth of each namespace declaration in scope.
+    std::vector<std::uint64_t> declarations_;
 };
 
 } // namespace vexaTransferLib::reader

@@ -34,6 +34,13 @@ public:
             progress->Work(amount);
     }
 
+    /// Something of the model that is no point is read: told before memory is taken for it.
+    /// \throws ReadingStop when a stranger's file has too many
+    void CountObject() {
+        if (guard != nullptr)
+            guard->AddObject();
+    }
+
     Receipt receipt;
     /// Of a file that is watched; null otherwise.
     Progress* progress = nullptr;

@@ -110,6 +110,7 @@ std::unique_ptr<ChildReader> EnterRoute(ReadContext& context, const GpxVersion& 
                                         GpxDocument& document) {
     text::Ensure(node.HasChildList(), text::places::kRouteChildren,
                  "Unable to read GPX route child elements.");
+    context.CountObject();
     return std::make_unique<RouteReader>(context, version, document);
 }
 

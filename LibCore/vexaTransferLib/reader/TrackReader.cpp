@@ -118,6 +118,7 @@ std::unique_ptr<ChildReader> EnterSegment(ReadContext& context, const GpxVersion
                                           const NodeView& node, GpxTrack& track) {
     text::Ensure(node.HasChildList(), text::places::kSegmentChildren,
                  "Unable to read GPX track segment child elements.");
+    context.CountObject();
     std::unique_ptr<ChildReader> reader = std::make_unique<SegmentReader>(context, version, track);
     track.AddSegment();
     return reader;
@@ -172,6 +173,7 @@ std::unique_ptr<ChildReader> EnterTrack(ReadContext& context, const GpxVersion& 
                                         GpxDocument& document) {
     text::Ensure(node.HasChildList(), text::places::kTrackChildren,
                  "Unable to read GPX track child elements.");
+    context.CountObject();
     return std::make_unique<TrackReader>(context, version, document);
 }
 

@@ -76,6 +76,7 @@ void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point)
         context.receipt.PassOver(node, kGpxIncomplete, "A form field without a key is not kept.", true);
         return;
     }
+    context.CountObject();
     const double modTime = ReadModTime(context, node);
     icu::UnicodeString value;
     ReadText(context, node, value);

@@ -2,6 +2,7 @@
 #include <vexaTransferLib/reader/XmlInput.h>
 
 #include <vexaTransferLib/reader/FileSource.h>
+#include <vexaTransferLib/reader/GuardedSource.h>
 #include <vexaTransferLib/text/OptionalText.h>
 
 #include <common/UnicodeStrUtils.h>
@@ -92,10 +93,24 @@ void XmlInput::Open() {
         if (progress_ || places_ != Places::kFilesAndAddresses)
             throw;
     }
+    GuardSource();
     if (!progress_ || watched_)
         return;
     watched_ = std::move(source_);
     source_ = std::make_unique<WatchedSource>(*watched_, *progress_);
+}
+
+void XmlInput::Guard(const GpxInputLimits& limits, InputGuard::Extent extent) {
+    limits_ = limits;
+    extent_ = extent;
+}
+
+void XmlInput::GuardSource() {
+    if (!limits_ || guarded_)
+        return;
+    guarded_ = std::move(source_);
+    source_ = std::make_unique<GuardedSource>(*guarded_, *limits_,
+                                              UnicodeStrUtils::UnicodeStringToStlString(name_), extent_);
 }
 
 void XmlInput::Close() {

@@ -5,6 +5,8 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/GpxInputLimits.h>
+#include <vexaTransferLib/reader/InputGuard.h>
 #include <vexaTransferLib/reader/Progress.h>
 
 #include <unicode/unistr.h>
@@ -34,6 +36,9 @@ public:
     /// \param bytes stay the caller's
     XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer);
 
+    /// From now on the file is a stranger's: what the XML parser could not be stopped at is looked for in its bytes.
+    void Guard(const GpxInputLimits& limits, InputGuard::Extent extent);
+
     const icu::UnicodeString& Name() const { return name_; }
     /// Null when nobody watches.
     Progress* GetProgress() { return progress_ ? &*progress_ : nullptr; }
@@ -58,6 +63,7 @@ private:
     std::unique_ptr<xercesc::InputSource> MakeSource();
     void Open();
     void Close();
+    void GuardSource();
     void Watch(GpxReadObserver& observer, std::uint64_t size);
 
     icu::UnicodeString name_;
@@ -68,6 +74,11 @@ private:
     std::optional<Progress> progress_;
     /// What is read; null where the XML parser is to say why it cannot be.
     std::unique_ptr<xercesc::InputSource> source_;
+    /// Of a stranger's file.
+    std::optional<GpxInputLimits> limits_;
+    InputGuard::Extent extent_ = InputGuard::Extent::kFile;
+    /// What `source_`, or what it watches, guards.
+    std::unique_ptr<xercesc::InputSource> guarded_;
     /// What `source_` watches.
     std::unique_ptr<xercesc::InputSource> watched_;
 };

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/GuardedSource.h>
+
+#include <vexaTransferLib/reader/TagWatcher.h>
+
+#include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include <memory>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+class GuardedStream final : public xercesc::BinInputStream {
+public:
+    GuardedStream(std::unique_ptr<xercesc::BinInputStream> stream, TagWatcher watcher)
+        : stream_(std::move(stream)), watcher_(std::move(watcher)) {}
+
+    XMLFilePos curPos() const override { return stream_->curPos(); }
+    const XMLCh* getContentType() const override { return stream_->getContentType(); }
+    const XMLCh* getEncoding() const override { return stream_->getEncoding(); }
+
+    // What comes before the place of the refusal is read first: it may be ill-formed. The XML parser loses memory when
+    // it is left by an exception from the first read, as it makes its reader.
+    XMLSize_t readBytes(XMLByte* const bytes, const XMLSize_t capacity) override {
+        if (!isFirst_)
+            watcher_.ThrowIfRefused();
+        const XMLSize_t count = watcher_.Watch(bytes, stream_->readBytes(bytes, capacity));
+        // Without a byte, the file would seem to end here.
+        if (count == 0 && !isFirst_)
+            watcher_.ThrowIfRefused();
+        isFirst_ = false;
+        return count;
+    }
+
+private:
+    std::unique_ptr<xercesc::BinInputStream> stream_;
+    TagWatcher watcher_;
+    bool isFirst_ = true;
+};
+
+} // namespace
+
+GuardedSource::GuardedSource(const xercesc::InputSource& source, const GpxInputLimits& limits,
+                             std::string name, InputGuard::Extent extent)
+    : InputSource(source.getSystemId(), source.getPublicId()), source_(source), limits_(limits),
+      name_(std::move(name)), extent_(extent) {
+    setEncoding(source.getEncoding());
+    setIssueFatalErrorIfNotFound(source.getIssueFatalErrorIfNotFound());
+}
+
+xercesc::BinInputStream* GuardedSource::makeStream() const {
+    std::unique_ptr<xercesc::BinInputStream> stream(source_.makeStream());
+    if (!stream)
+        return nullptr;
+    const XMLCh* const given = getEncoding() != nullptr ? getEncoding() : stream->getEncoding();
+    TagWatcher watcher(limits_, name_, extent_, given != nullptr ? given : u"");
+    return new (xercesc::XMLPlatformUtils::fgMemoryManager)
+        GuardedStream(std::move(stream), std::move(watcher));
+}
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/reader/EncodingShape.h>
+#include <vexaTransferLib/reader/InputGuard.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <string>
+
+namespace vexaTransferLib::reader {
+
+/// Looks at the bytes of a stranger's file before the XML parser does, because the parser reads a start tag, a
+/// comment, a CDATA section or a processing instruction to its end before it tells anybody: finds the place where one
+/// is beyond the limits. Knows no more of XML than where markup starts and ends. What is not well-formed is
+/// the parser's to refuse, and nothing after it matters.
+class TagWatcher {
+public:
+    using Extent = InputGuard::Extent;
+
+    /// \param name of the file, for messages
+    /// \param encoding that the host has given, whatever the file says of itself; empty when it has not
+    TagWatcher(const GpxInputLimits& limits, const std::string& name, Extent extent,
+               const std::u16string& encoding);
+
+    /// Looks at the next bytes of the file. Returns how many of them the parser may have: all, or those before the
+    /// place where the file is refused. Of the first bytes it is at least one: nothing would look like an empty file.
+    std::size_t Watch(const unsigned char* bytes, std::size_t size);
+
+    /// \throws ReadingStop when the file is refused at a place that Watch has found
+    void ThrowIfRefused() const;
+
+private:
+    enum class State {
+        kStart, ///< of the file, or what follows its XML declaration: the width of its characters is not known
+        kText,
+        kOpened, ///< after "<"
+        kTag,
+        kQuoted,
+        kEndTag,
+        kInstruction,
+        kMarkup,      ///< after "<!"
+        kCommentOpen, ///< after "<!-"
+        kComment,
+        kCData,
+        kDocumentType,
+        kLeft ///< to the parser, which finds it ill-formed
+    };
+
+    std::size_t WithinHead(std::size_t size);
+    void TakeEncoding(const std::u16string& encoding);
+    void TakePlain(const unsigned char*& at, const unsigned char* end);
+    void TakePlainTag(const unsigned char*& at, const unsigned char* end);
+    std::size_t Skip(const unsigned char* bytes, std::size_t size);
+    void TakeByte(unsigned char byte);
+    void TakeStart(unsigned char byte);
+    void TakeStartBytes();
+    void TakeUnitByte(unsigned char byte);
+    void Take(char character);
+    void TakeOpened(char character);
+    void TakeInTag(char character);
+    void TakeMarkup(char character);
+    void TakeInstruction(char character);
+    void EndAfter(char character, char repeated, unsigned times);
+    void EndDeclaration();
+    void Begin(State state) { state_ = state, run_ = 0; }
+    void AddLength(std::size_t bytes);
+    std::uint64_t TextBytes() const;
+
+    GpxInputLimits limits_;
+    InputGuard guard_;
+    Extent extent_;
+    bool isForced_;
+    std::exception_ptr refusal_;
+    std::uint64_t bytesSeen_ = 0;
+
+    State state_ = State::kStart;
+    std::array<unsigned char, 4> start_{};
+    std::size_t startSize_ = 0;
+    /// Nothing but a byte order mark has been seen.
+    bool isAtStart_ = true;
+    bool isDeclaration_ = false;
+    /// What is in the XML declaration, without repeated white space.
+    std::string declaration_;
+
+    /// Bytes of a character: 1, 2 or 4.
+    unsigned width_ = 1;
+    bool isBigEndian_ = false;
+    std::uint32_t unit_ = 0;
+    unsigned unitBytes_ = 0;
+    std::bitset<256> leads_;
+    /// Characters of markup are bytes that are never part of another character.
+    bool isPlain_ = true;
+    bool isAfterLead_ = false;
+
+    /// Of the markup, from its "<".
+    std::uint64_t length_ = 0;
+    std::uint64_t attributes_ = 0;
+    char quote_ = '"';
+    /// How often the character that ends the markup has come, with nothing between.
+    unsigned run_ = 0;
+};
+
+} // namespace vexaTransferLib::reader

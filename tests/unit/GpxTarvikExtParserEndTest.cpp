@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+
+// What the scanner says of how a scan has ended.
+
+#include "support/GpxFiles.h"
+#include "support/GpxText.h"
+#include "support/HeadScan.h"
+#include "support/TestFiles.h"
+#include "support/XercesDoubles.h"
+
+#include <vexaTransferLib/GpxTarvikExtParser.h>
+
+#include <gtest/gtest.h>
+#include <xercesc/util/BinInputStream.hpp>
+
+#include <filesystem>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+
+namespace vexaTransferLib {
+namespace {
+
+using namespace testing_support;
+
+struct Case {
+    const char* name;
+    std::string bytes;
+    GpxScanEnd trusted;
+    GpxScanEnd untrusted;
+};
+
+void PrintTo(const Case& example, std::ostream* out) {
+    *out << example.name;
+}
+
+class ScanEndTest : public testing::TestWithParam<Case> {};
+
+const std::string kPoint = "<wpt lat='1' lon='2'/>";
+
+INSTANTIATE_TEST_SUITE_P(
+    Ends, ScanEndTest,
+    testing::Values(
+        Case{"no content", Gpx11("<metadata/>"), kGpxScanComplete, kGpxScanComplete},
+        Case{"no GPX", "<html/>", kGpxScanComplete, kGpxScanComplete},
+        Case{"waypoint", Gpx11(kPoint), kGpxScanContent, kGpxScanContent},
+        Case{"route", Gpx10("<rte/>"), kGpxScanContent, kGpxScanContent},
+        Case{"track", Gpx11("<TRK/>"), kGpxScanContent, kGpxScanContent},
+        Case{"ill-formed after content", Gpx11(kPoint + "</oops>"), kGpxScanContent, kGpxScanContent},
+        Case{"ill-formed", Gpx11("<a></b>"), kGpxScanIllFormed, kGpxScanIllFormed},
+        Case{"cut short", "<gpx><metadata>", kGpxScanIllFormed, kGpxScanIllFormed},
+        Case{"empty", "", kGpxScanIllFormed, kGpxScanIllFormed},
+        Case{"no XML", "PK\3\4", kGpxScanIllFormed, kGpxScanIllFormed},
+        Case{"no UTF-8", Gpx11("<a>\xFF\xFE</a>"), kGpxScanIllFormed, kGpxScanIllFormed},
+        Case{"unknown encoding", "<?xml version='1.0' encoding='no-such'?><gpx/>", kGpxScanIllFormed,
+             kGpxScanIllFormed},
+        Case{"undeclared prefix", "<x:gpx/>", kGpxScanIllFormed, kGpxScanIllFormed},
+        Case{"document type", "<!DOCTYPE gpx>" + Gpx11(""), kGpxScanComplete, kGpxScanRefused},
+        Case{"hidden markup", "<?xml version='1.0' encoding='UTF-7'?>" + Gpx11(kPoint), kGpxScanContent,
+             kGpxScanRefused},
+        Case{"deep", Gpx11(Repeat("<x>", 300) + Repeat("</x>", 300)), kGpxScanComplete, kGpxScanRefused},
+        Case{"long head", Gpx11(Repeat("<x/>", 100001)), kGpxScanComplete, kGpxScanRefused},
+        Case{"large head", Gpx11(std::string(3000000, ' ')), kGpxScanComplete, kGpxScanRefused}));
+
+TEST_P(ScanEndTest, IsToldOfFilesAndOfBytes) {
+    GpxTarvikExtParser scanner;
+    const GpxFile file(GetParam().bytes);
+    for (const bool isTrusted : {true, false, true}) {
+        if (isTrusted)
+            scanner.SetTrusted();
+        else
+            scanner.SetUntrusted();
+        const GpxScanEnd expected = isTrusted ? GetParam().trusted : GetParam().untrusted;
+        ScanFile(scanner, file.NarrowPath());
+        EXPECT_EQ(scanner.GetScanEnd(), expected) << "file, trusted: " << isTrusted;
+        ScanBytes(scanner, GetParam().bytes);
+        EXPECT_EQ(scanner.GetScanEnd(), expected) << "bytes, trusted: " << isTrusted;
+    }
+}
+
+TEST(GpxTarvikExtParserEndTest, BeforeAScanThereIsNoneAndAnEmptyPathIsNoScan) {
+    GpxTarvikExtParser scanner;
+    EXPECT_EQ(scanner.GetScanEnd(), kGpxScanNone);
+    scanner.Parse(u"");
+    EXPECT_EQ(scanner.GetScanEnd(), kGpxScanNone);
+    ScanBytes(scanner, Gpx11(kPoint));
+    scanner.Parse(u"");
+    EXPECT_EQ(scanner.GetScanEnd(), kGpxScanContent);
+}
+
+struct NoStream : xercesc::InputSource {
+    xercesc::BinInputStream* makeStream() const override { return nullptr; }
+};
+
+TEST(GpxTarvikExtParserEndTest, WhatCannotBeOpenedIsMissing) {
+    const TemporaryFolder folder;
+    for (const bool isTrusted : {true, false}) {
+        GpxTarvikExtParser scanner;
+        if (!isTrusted)
+            scanner.SetUntrusted();
+        for (const std::string& path :
+             {(folder / "none.gpx").string(), (folder / "none/none.gpx").string(), (folder / "").string()}) {
+            ScanBytes(scanner, Gpx11(kPoint));
+            ScanFile(scanner, path);
+            EXPECT_EQ(scanner.GetScanEnd(), kGpxScanMissing) << path << " " << isTrusted;
+        }
+        ScanBytes(scanner, Gpx11(kPoint));
+        scanner.ParseSource(NoStream());
+        EXPECT_EQ(scanner.GetScanEnd(), kGpxScanMissing) << isTrusted;
+    }
+}
+
+TEST(GpxTarvikExtParserEndTest, AnAddressIsRefusedOrMissing) {
+    const XercesNet net;
+    GpxTarvikExtParser scanner;
+    scanner.Parse(u"http://localhost:1/walk.gpx");
+    EXPECT_EQ(scanner.GetScanEnd(), kGpxScanMissing);
+    EXPECT_EQ(net.Requests(), 1U);
+    scanner.SetUntrusted();
+    scanner.Parse(u"http://localhost:1/walk.gpx");
+    EXPECT_EQ(scanner.GetScanEnd(), kGpxScanRefused);
+    EXPECT_EQ(net.Requests(), 1U);
+}
+
+/// Throws at its second reading.
+struct FailingSource : xercesc::InputSource {
+    struct Stream : xercesc::BinInputStream {
+        XMLFilePos curPos() const override { return 0; }
+        const XMLCh* getContentType() const override { return nullptr; }
+        XMLSize_t readBytes(XMLByte* const bytes, const XMLSize_t) override {
+            if (isRead)
+                throw std::runtime_error("the archive is damaged");
+            isRead = true;
+            *bytes = '<';
+            return 1;
+        }
+        bool isRead = false;
+    };
+    xercesc::BinInputStream* makeStream() const override { return new Stream; }
+};
+
+TEST(GpxTarvikExtParserEndTest, WhatTheHostsSourceThrowsAndWantOfMemoryAreFailures) {
+    for (const bool isTrusted : {true, false}) {
+        GpxTarvikExtParser scanner;
+        if (!isTrusted)
+            scanner.SetUntrusted();
+        scanner.ParseSource(FailingSource());
+        EXPECT_EQ(scanner.GetScanEnd(), kGpxScanFailed) << isTrusted;
+    }
+    const GpxFile file(Gpx11(kPoint));
+    GpxTarvikExtParser scanner;
+    XercesMemory memory;
+    memory.RefuseRequest(1);
+    ScanFile(scanner, file.NarrowPath());
+    EXPECT_EQ(scanner.GetScanEnd(), kGpxScanFailed);
+    scanner.ParseSource(NoStream());
+    EXPECT_EQ(scanner.GetScanEnd(), kGpxScanMissing);
+}
+
+} // namespace
+} // namespace vexaTransferLib
