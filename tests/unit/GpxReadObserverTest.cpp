@@ -304,6 +304,28 @@ TEST_P(LongElementTest, CanBeCancelledAtAnyProgressWithinIt) {
     }
 }
 
+TEST_P(LongElementTest, ACancelledReadingOfChildrenTellsNothingMore) {
+    for (const LongElement& element : LongElements()) {
+        if (!element.isReadAfterItsEnd)
+            continue;
+        SCOPED_TRACE(element.name);
+        const GpxFile file(GetParam() + element.gpx);
+        NotingObserver whole;
+        ReadObserved(file, whole);
+        NotingObserver observer;
+        std::size_t told = 0;
+        observer.goesOn = [&] {
+            told = observer.things.size();
+            return observer.progress.size() + 1 < whole.progress.size();
+        };
+        ReadObserved(file, observer);
+        EXPECT_EQ(observer.things.size(), told);
+        if (!whole.things.empty()) {
+            EXPECT_LT(told, whole.things.size());
+        }
+    }
+}
+
 TEST(GpxReadObserverTest, ALongElementFromAPipeIsToldToo) {
     const std::string bytes = LongWaypoint(Repeat("<x/>", 150000));
     NotingObserver observer;
