@@ -148,8 +148,8 @@ TEST(GpxTarvikExtParserEndTest, WhatTheHostsSourceThrowsAndWantOfMemoryAreFailur
         EXPECT_EQ(scanner.GetScanEnd(), kGpxScanFailed) << isTrusted;
     }
     const GpxFile file(Gpx11(kPoint));
+    XercesMemory memory; // outlives the reader that the scanner keeps
     GpxTarvikExtParser scanner;
-    XercesMemory memory;
     memory.RefuseRequest(1);
     ScanFile(scanner, file.NarrowPath());
     EXPECT_EQ(scanner.GetScanEnd(), kGpxScanFailed);
