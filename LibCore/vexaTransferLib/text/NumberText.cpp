@@ -33,7 +33,7 @@ constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
 constexpr std::ptrdiff_t kMostDigits = std::size(kPowersOfTen) - 1;
 
 // Of up to kMostDigits ASCII digits, a sign and a point.
-double ReadNarrowed(const char16_t* begin, const char16_t* end) {
+[[maybe_unused]] double ReadNarrowed(const char16_t* begin, const char16_t* end) {
     std::array<char, kMostDigits + 3> text = {};
     std::transform(begin, end, text.begin(), [](char16_t unit) { return static_cast<char>(unit); });
     return strtod_l(text.data(), nullptr, ClassicLocale());
