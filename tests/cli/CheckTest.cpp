@@ -436,7 +436,7 @@ TEST(CheckTest, OfVeryManyNamesTheFirstAreListedAndAllAreCounted) {
         children += "<n" + std::to_string(i) + "/>\n";
     const Folder folder;
     folder.Write("a.gpx", Gpx("<wpt lat='1' lon='2'>\n" + children + "</wpt>"));
-    const Result result = RunTool({"check", "a.gpx"}, folder.Path());
+    const Result result = RunTool({"check", "--trust", "a.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out.substr(result.out.find("  1002:8")),
                 StartsWith("  1002:8  gpx/wpt/n999\n"
@@ -446,8 +446,9 @@ TEST(CheckTest, OfVeryManyNamesTheFirstAreListedAndAllAreCounted) {
                            "      100 times, first at 1003:9, 1004:9, "));
     EXPECT_EQ(Lines(result.out).back(),
               "Everything that a document can hold was read. 1100 other things were passed over.");
-    EXPECT_THAT(RunTool({"check", "--all", "a.gpx"}, folder.Path()).out, HasSubstr("  gpx/wpt/n1099\n"));
-    const json receipt = json::parse(RunTool({"check", "--json", "a.gpx"}, folder.Path()).out);
+    EXPECT_THAT(RunTool({"check", "--trust", "--all", "a.gpx"}, folder.Path()).out,
+                HasSubstr("  gpx/wpt/n1099\n"));
+    const json receipt = json::parse(RunTool({"check", "--trust", "--json", "a.gpx"}, folder.Path()).out);
     EXPECT_EQ(receipt["passedOverCount"], 1100);
     EXPECT_EQ(receipt["passedOver"].size(), 1001U);
     EXPECT_EQ(receipt["passedOver"][1000]["count"], 100);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/GuardedSource.h>
 
-#include <vexaTransferLib/reader/TagWatcher.h>
-
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
@@ -14,8 +12,8 @@ namespace {
 
 class GuardedStream final : public xercesc::BinInputStream {
 public:
-    GuardedStream(std::unique_ptr<xercesc::BinInputStream> stream, TagWatcher watcher)
-        : stream_(std::move(stream)), watcher_(std::move(watcher)) {}
+    GuardedStream(std::unique_ptr<xercesc::BinInputStream> stream, TagWatcher& watcher)
+        : stream_(std::move(stream)), watcher_(watcher) {}
 
     XMLFilePos curPos() const override { return stream_->curPos(); }
     const XMLCh* getContentType() const override { return stream_->getContentType(); }
@@ -36,7 +34,7 @@ public:
 
 private:
     std::unique_ptr<xercesc::BinInputStream> stream_;
-    TagWatcher watcher_;
+    TagWatcher& watcher_;
     bool isFirst_ = true;
 };
 
@@ -55,9 +53,8 @@ xercesc::BinInputStream* GuardedSource::makeStream() const {
     if (!stream)
         return nullptr;
     const XMLCh* const given = getEncoding() != nullptr ? getEncoding() : stream->getEncoding();
-    TagWatcher watcher(limits_, name_, extent_, given != nullptr ? given : u"");
-    return new (xercesc::XMLPlatformUtils::fgMemoryManager)
-        GuardedStream(std::move(stream), std::move(watcher));
+    watcher_.emplace(limits_, name_, extent_, given != nullptr ? given : u"");
+    return new (xercesc::XMLPlatformUtils::fgMemoryManager) GuardedStream(std::move(stream), *watcher_);
 }
 
 } // namespace vexaTransferLib::reader

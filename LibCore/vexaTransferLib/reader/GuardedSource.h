@@ -6,16 +6,18 @@
 #endif
 
 #include <vexaTransferLib/reader/InputGuard.h>
+#include <vexaTransferLib/reader/TagWatcher.h>
 
 #include <xercesc/sax/InputSource.hpp>
 
+#include <optional>
 #include <string>
 #include <utility>
 
 namespace vexaTransferLib::reader {
 
 /// A stranger's source of bytes, watched over by a TagWatcher: throws ReadingStop out of the parse. The source stays
-/// the caller's.
+/// the caller's. Serves one parse at a time.
 class GuardedSource final : public xercesc::InputSource {
 public:
     /// \param name of the file, for messages
@@ -29,6 +31,8 @@ private:
     GpxInputLimits limits_;
     std::string name_;
     InputGuard::Extent extent_;
+    /// Of the last stream, which the XML parser loses when its memory runs out as it makes its reader.
+    mutable std::optional<TagWatcher> watcher_;
 };
 
 } // namespace vexaTransferLib::reader
