@@ -136,10 +136,10 @@ private:
     struct FilePath {
         std::string bytes; ///< none when there is no such path
     };
-    explicit ZipFileReader(const FilePath& path);
+    VEXATRANSFERLIB_LOCAL explicit ZipFileReader(const FilePath& path);
 
     void RequireOpen(int line) const;
-    void RequireReadable();
+    VEXATRANSFERLIB_LOCAL void RequireReadable();
     void LeaveCurrentFile();
 
     void* archive_ = nullptr; ///< minizip's handle; null when closed, and for an archive without entries

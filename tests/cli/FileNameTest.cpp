@@ -5,12 +5,15 @@
 
 #include "support/Tool.h"
 
+#include <tests/support/ZipBuilder.h>
+
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
 #include <ostream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <sys/stat.h>
@@ -77,6 +80,14 @@ TEST_P(FileNameTest, IsReadByEveryCommand) {
     EXPECT_EQ(Run({"check", Name()}).status, 0);
     EXPECT_THAT(Run({"clean", Name()}).out, HasSubstr("asked for"));
     EXPECT_THAT(Run({"convert", Name(), "-"}).out, HasSubstr("<name>asked for</name>"));
+}
+
+TEST_P(FileNameTest, MayBeThatOfAnArchive) {
+    for (const auto& [name, content] :
+         {std::pair(Name(), "asked for"), std::pair(std::string(GetParam().lookAlike), "look-alike")})
+        folder_.Write(name, testing_support::BuildZip({{.name = "a.gpx", .content = Document(content)}}));
+    EXPECT_THAT(Run({"show", Name()}).out, HasSubstr("Name       asked for\n"));
+    EXPECT_EQ(Run({"zip", "cat", Name(), "a.gpx"}).out, Document("asked for"));
 }
 
 TEST_P(FileNameTest, ConvertedInPlaceItsLookAlikeStaysAsItWas) {
