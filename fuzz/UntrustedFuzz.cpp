@@ -24,7 +24,7 @@ namespace {
 
 using namespace vexaTransferLib;
 
-constexpr GpxInputLimits kLowLimits{8, 400, 6, 12, 40, 12, 10, 500, 30, 3000};
+constexpr GpxInputLimits kLowLimits{8, 400, 6, 12, 40, 12, 60, 10, 500, 30, 3000};
 
 [[noreturn]] void Fail(const std::string& why) {
     std::fprintf(stdout, "%s\n", why.c_str());

@@ -27,6 +27,8 @@ struct GpxInputLimits {
     std::uint64_t names = 1024;
     /// Namespace declarations in scope at once: those of an element and of the elements around it.
     std::uint64_t namespaces = 512;
+    /// UTF-16 code units of one namespace. A DOM parser (GpxParser::GetParser) looks at all of it for each element.
+    std::uint64_t namespaceLength = 1024;
     /// Routes, tracks, track segments, geocaches, their logs and travel bugs, and form attributes in all: what of
     /// the model is no point. Those that are read and then not kept count too.
     std::uint64_t objects = 1'000'000;

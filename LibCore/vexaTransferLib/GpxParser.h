@@ -111,9 +111,10 @@ public:
     /// - a file beyond one of the limits: "... Its elements are nested deeper than N (limit of element depth).",
     ///   "... One of its texts is longer than N (limit of text length).", "... One of its elements has more
     ///   attributes than N (limit of attributes).", "... It has more different names than N (limit of names).", "...
-    ///   It has more namespace declarations in scope than N (limit of namespaces).", "... One of its start tags has
-    ///   more bytes than N (limit of tag bytes).", and from Parse alone "... It has more points than N (limit of
-    ///   points)." and "... It has more objects than N (limit of objects)."
+    ///   It has more namespace declarations in scope than N (limit of namespaces).", "... One of its namespaces is
+    ///   longer than N (limit of namespace length).", "... One of its start tags has more bytes than N (limit of tag
+    ///   bytes).", and from Parse alone "... It has more points than N (limit of points)." and "... It has more
+    ///   objects than N (limit of objects)."
     /// - an encoding in which ASCII bytes can be something else than ASCII characters, such as EBCDIC, UTF-7 and
     ///   ISO-2022-JP: "... Its encoding is read from trusted files only: NAME."
     /// - a path that is an address ("http:...", "file:...") and not the name of a file: "An untrusted GPX file is

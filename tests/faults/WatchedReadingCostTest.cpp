@@ -68,7 +68,9 @@ TEST_P(WatchedReadingCostTest, SoItIsForAFileFromAStranger) {
     GpxParser parser;
     GpxReadObserver observer;
     parser.SetObserver(&observer);
-    parser.SetUntrusted();
+    GpxInputLimits limits;
+    limits.namespaceLength = limits.tagBytes;
+    parser.SetUntrusted(limits);
     ExpectLinear([&](std::size_t count) {
         const std::string bytes = GetParam().make(count);
         GpxDocument document;

@@ -54,6 +54,16 @@ TEST(InputGuardTest, PrefixesAndNamespacesAreNamesToo) {
               Refusal("It has more different names than 5 (limit of names)."));
 }
 
+TEST(InputGuardTest, ANamespaceHasALength) {
+    GpxInputLimits limits;
+    limits.namespaceLength = 4;
+    InputGuard guard(limits, "walk.gpx");
+    guard.StartElement(1, 2);
+    guard.AddNamespace(u"long prefix", u"four");
+    EXPECT_EQ(RefusalOf([&] { guard.AddNamespace(u"", u"five!"); }),
+              Refusal("One of its namespaces is longer than 4 (limit of namespace length)."));
+}
+
 TEST(InputGuardTest, DeclarationsEndWithTheirElement) {
     GpxInputLimits limits;
     limits.namespaces = 3;

@@ -33,6 +33,13 @@ TEST(ReceiptTest, NoMoreOfALongNamespaceIsLookedAtThanIsQuoted) {
                   "...\", not that of GPX 1.1.\n");
 }
 
+TEST(ReceiptTest, NothingAfterTheEndOfAShortNamespaceIsLookedAt) {
+    for (const char16_t* name : {u"u", u"", u"http://www.groundspeak.com/cache"}) {
+        const PageEndText shortName(std::u16string(name) + u'\0');
+        EXPECT_EQ(ForeignTold(shortName.Get()).find("x foreign: Its namespace is \""), 0U);
+    }
+}
+
 TEST(ReceiptTest, ANamespaceOfSixtyUnitsIsQuotedWhole) {
     EXPECT_EQ(ForeignTold(std::u16string(60, u'u').c_str()),
               "x foreign: Its namespace is \"" + std::string(60, 'u') + "\", not that of GPX 1.1.\n");

@@ -25,6 +25,8 @@ void InputGuard::AddNamespace(std::u16string_view prefix, std::u16string_view ur
     declarations_.push_back(depth_);
     if (declarations_.size() > limits_.namespaces)
         Refuse("It has more namespace declarations in scope than", limits_.namespaces, "namespaces");
+    if (uri.size() > limits_.namespaceLength)
+        Refuse("One of its namespaces is longer than", limits_.namespaceLength, "namespace length");
     AddName(prefixes_, prefix);
     AddName(uris_, uri);
 }

@@ -4,8 +4,6 @@
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/HeldText.h>
 
-#include <algorithm>
-#include <string_view>
 #include <utility>
 
 namespace vexaTransferLib::reader {
@@ -30,8 +28,8 @@ bool HasOnlyOneChild(const NodeView& element) {
 }
 
 bool IsGroundspeakNamespace(const char16_t* uri) {
-    const std::u16string_view start = text::kGroundspeakNamespaceStart;
-    return std::equal(start.begin(), start.end(), uri);
+    const icu::UnicodeString wanted = text::Alias(text::kGroundspeakNamespaceStart);
+    return text::AliasOfStart(uri, wanted.length()) == wanted;
 }
 
 bool IsGpxNamespace(const char16_t* uri) {
