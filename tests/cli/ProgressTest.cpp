@@ -268,7 +268,7 @@ TEST_F(ProgressTest, WhatTakesLessThanHalfASecondShowsNothing) {
 }
 
 std::string ManyWaypoints() {
-    return Gpx(Repeated("<wpt lat='47.5' lon='-122.25'><ele>35.5</ele><name>a name</name></wpt>\n", 60000));
+    return Gpx(Repeated("<wpt lat='47.5' lon='-122.25'><ele>35.5</ele><name>a name</name></wpt>\n", 150000));
 }
 
 TEST_F(ProgressTest, AFileShowsItsShareInPercent) {
@@ -280,7 +280,7 @@ TEST_F(ProgressTest, AFileShowsItsShareInPercent) {
     session.Continue();
     session.Finish();
     EXPECT_EQ(session.Status(), 0);
-    EXPECT_THAT(session.Out(), HasSubstr("  Waypoints  60000\n"));
+    EXPECT_THAT(session.Out(), HasSubstr("  Waypoints  150000\n"));
     EXPECT_THAT(session.Screen(), EndsWith(kClear));
     for (const std::string& line : Drawn(session.Screen()))
         EXPECT_THAT(line, testing::MatchesRegex("long\\.gpx  \\[=* *\\]  [ 0-9][ 0-9][0-9]%"));
