@@ -33,8 +33,8 @@ TEST(InputGuardTest, CountsANameOnce) {
     GpxInputLimits limits;
     limits.names = 3;
     InputGuard guard(limits, "walk.gpx");
-    for (int i = 0; i < 100; ++i) {
-        guard.StartElement(i % 2 + 1U, 0);
+    for (unsigned i = 0; i < 100; ++i) {
+        guard.StartElement(i % 2 + 1, 0);
         guard.EndElement();
     }
     guard.StartElement(7, 0);
