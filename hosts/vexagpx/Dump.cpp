@@ -268,8 +268,8 @@ public:
             ++number;
             if (!point->ContainsExtensions())
                 continue;
-            const auto Named = [&](const char* field) {
-                return field + kind + " " + std::to_string(number) + owner;
+            const auto Named = [&](std::string field) {
+                return field.append(kind).append(" ").append(std::to_string(number)).append(owner);
             };
             for (const auto& attribute : GpxModelAccess::GetFormAttributes(*point))
                 Look(attribute.first, RawText::Place::kAttribute, [&] { return Named("form key of "); });

@@ -29,14 +29,14 @@ public:
     /// Called for each child that is read, and with more for what takes longer: an element may have millions of
     /// children, and the observer of a file is asked now and again whether to go on.
     /// \throws ReadingStop
-    void Work(std::uint64_t amount = 1) {
+    void Work(std::uint64_t amount = 1) const {
         if (progress != nullptr)
             progress->Work(amount);
     }
 
     /// Something of the model that is no point is read: told before memory is taken for it.
     /// \throws ReadingStop when a stranger's file has too many
-    void CountObject() {
+    void CountObject() const {
         if (guard != nullptr)
             guard->AddObject();
     }
