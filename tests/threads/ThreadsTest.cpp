@@ -22,6 +22,8 @@
 #include <gtest/gtest.h>
 
 #include <unicode/gregocal.h>
+#include <unicode/numfmt.h>
+#include <unicode/regex.h>
 
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
@@ -254,7 +256,28 @@ void ExpectOnlyReports(const std::string& written) {
     EXPECT_NE(written, "") << "the failed checks must be reported";
 }
 
-TEST(ThreadsTest, AThreadSeesTheSameBesideOthersOfItsKindAsAlone) {
+// ICU publishes what it makes on first use by atomics that ThreadSanitizer cannot see in Debian's library, which is not
+// instrumented; so it is made before there are threads. What this library makes on first use is left to the threads.
+class ThreadsTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        UErrorCode status = U_ZERO_ERROR;
+        icu::RegexMatcher matcher(u"(?i)[a-z]\\d\\s\\w.$", 0, status);
+        const icu::UnicodeString input(u"x1 y");
+        matcher.reset(input);
+        matcher.find();
+        const std::unique_ptr<icu::NumberFormat> format(
+            icu::NumberFormat::createInstance(icu::Locale::getUS(), status));
+        icu::UnicodeString text;
+        icu::Formattable number;
+        format->parse(format->format(1234.5, text), number, status);
+        const icu::GregorianCalendar calendar(*icu::TimeZone::getGMT(), icu::Locale::getUS(), status);
+        ASSERT_TRUE(U_SUCCESS(status)) << u_errorName(status);
+        ASSERT_EQ(text.caseCompare(u"1,234.5", U_FOLD_CASE_DEFAULT), 0);
+    }
+};
+
+TEST_F(ThreadsTest, AThreadSeesTheSameBesideOthersOfItsKindAsAlone) {
     constexpr std::size_t kThreads = 4;
     ExpectOnlyReports(CaptureStandardError([] {
         for (const Work& work : AllWork()) {
@@ -268,7 +291,7 @@ TEST(ThreadsTest, AThreadSeesTheSameBesideOthersOfItsKindAsAlone) {
     }));
 }
 
-TEST(ThreadsTest, AThreadSeesTheSameBesideOthersOfEveryKindAsAlone) {
+TEST_F(ThreadsTest, AThreadSeesTheSameBesideOthersOfEveryKindAsAlone) {
     const std::vector<Work>& works = AllWork();
     constexpr std::size_t kRounds = 3;
     ExpectOnlyReports(CaptureStandardError([&] {
@@ -283,7 +306,7 @@ TEST(ThreadsTest, AThreadSeesTheSameBesideOthersOfEveryKindAsAlone) {
     }));
 }
 
-TEST(ThreadsTest, OneDocumentIsReadByManyThreads) {
+TEST_F(ThreadsTest, OneDocumentIsReadByManyThreads) {
     const GpxDocument document = FullDocument();
     const std::vector<std::string> seen = SeenBy(4, [&](std::size_t) {
         const GpxDocument copy = document;
