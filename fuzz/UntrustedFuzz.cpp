@@ -93,11 +93,13 @@ void Scan(std::string_view bytes, const GpxInputLimits& limits) {
     if (limited.GetScanEnd() == kGpxScanRefused || HasDocumentType(bytes))
         return;
     ScanHead(trusting, bytes);
-    // The XML parser decodes ahead: of what a limit has kept from it, some may be no text.
-    if (limited.GetScanEnd() == kGpxScanContent && trusting.GetScanEnd() == kGpxScanIllFormed)
+    // The XML parser decodes ahead, and finds nothing where that fails: low limits keep some of it from the parser.
+    const bool mayBeKeptFromIt = limits.tagBytes < bytes.size();
+    if (mayBeKeptFromIt && trusting.GetScanEnd() == kGpxScanIllFormed)
         return;
     if (limited.GetScanEnd() != trusting.GetScanEnd() || !FoundTheSame(limited, trusting))
-        Fail("The scans differ.");
+        Fail("The scans differ: trusted ends with " + std::to_string(trusting.GetScanEnd()) +
+             ", untrusted with " + std::to_string(limited.GetScanEnd()));
 }
 
 } // namespace
