@@ -74,8 +74,10 @@ TEST(TextSinkTest, TextThatIcuGaveUpOnIsReported) {
     }
     sink.Ascii("later pieces are ignored");
     EXPECT_TRUE(out.isBogus());
-    EXPECT_FAILURE(writer::RequireHeld(out, kSource), dbc::postcondition_error,
-                   "The GPX text is too large to be held in memory.", kSource);
+    // The compilers differ about the line of a call within a macro of several lines.
+    const auto check = [&] { static_cast<void>(writer::RequireHeld(out, kSource)); };
+    EXPECT_FAILURE(check(), dbc::postcondition_error, "The GPX text is too large to be held in memory.",
+                   kSource);
 }
 
 TEST(TextSinkTest, ElementsAreLines) {
