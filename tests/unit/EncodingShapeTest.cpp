@@ -39,5 +39,10 @@ TEST(EncodingShapeTest, TellsTheBytesThatABracketMayFollowAsPartOfTheirCharacter
     EXPECT_TRUE(ShapeOf(u"Big5").leads[0xA5]);
 }
 
+TEST(EncodingShapeTest, NamesBeyondAsciiAreUnknownHoweverLongTheyAre) {
+    for (const std::size_t length : {1U, 20U, 59U, 60U, 1000U})
+        EXPECT_EQ(ShapeOf(std::u16string(length, u'\u20AC')).markup, Markup::kUnknown) << length;
+}
+
 } // namespace
 } // namespace vexaTransferLib::reader

@@ -15,6 +15,7 @@ namespace vexaTransferLib::reader {
 namespace {
 
 using testing_support::Repeat;
+using testing_support::Wide;
 using Extent = InputGuard::Extent;
 
 GpxInputLimits LowLimits(std::uint64_t tagBytes = 60) {
@@ -61,17 +62,6 @@ const std::string kAttributes =
     Refusal("One of its elements has more attributes than 3 (limit of attributes).");
 const std::string kTagBytes = Refusal("One of its start tags has more bytes than 60 (limit of tag bytes).");
 const std::string kTextLength = Refusal("One of its texts is longer than 50 (limit of text length).");
-
-/// The text, whose characters are below U+0100, in units of that many bytes.
-std::string Wide(const std::string& text, std::size_t width, bool isBigEndian) {
-    std::string wide;
-    for (const char character : text) {
-        std::string unit(width, '\0');
-        unit[isBigEndian ? width - 1 : 0] = character;
-        wide += unit;
-    }
-    return wide;
-}
 
 void ExpectAll(const std::string& bytes, const std::u16string& encoding = {}) {
     for (const std::size_t step : {std::size_t{1}, std::size_t{3}, bytes.size()}) {

@@ -103,5 +103,17 @@ TEST(UntrustedDifferenceTest, OddMarkupIsReadTheSame) {
         }
 }
 
+TEST(UntrustedDifferenceTest, NamesOfEncodingsBeyondAsciiAreRefusedAlike) {
+    for (const std::size_t length : {1U, 59U, 60U}) {
+        std::string name;
+        for (std::size_t i = 0; i < length; ++i)
+            name += "\xAC\x20";
+        const std::string bytes = "\xFF\xFE" + Wide("<?xml version='1.0' encoding='", 2, false) + name +
+                                  Wide("'?>" + Gpx11(""), 2, false);
+        ASSERT_NE(ReadingOfBytes(bytes, "walk.gpx").error, "") << length;
+        ExpectSame(bytes);
+    }
+}
+
 } // namespace
 } // namespace vexaTransferLib

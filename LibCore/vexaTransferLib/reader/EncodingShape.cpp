@@ -121,13 +121,19 @@ bool IsPlain(const std::u16string& encoding) {
     return false;
 }
 
+// ICU 72 copies a name of up to 59 characters into 60 bytes, with three bytes for each character beyond ASCII. No
+// encoding has such a name; the engine refuses them in a declaration without a look at ICU.
+bool IsAscii(const std::u16string& name) {
+    return std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit < kAscii; });
+}
+
 } // namespace
 
 EncodingShape ShapeOf(const std::u16string& encoding) {
     if (IsPlain(encoding))
         return {Markup::kBytes, {}};
     const Converter converter(encoding);
-    if (!converter.IsThere())
+    if (!IsAscii(encoding) || !converter.IsThere())
         return {Markup::kUnknown, {}};
     if (IsWide(converter))
         return {Markup::kWide, {}};

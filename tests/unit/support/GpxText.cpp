@@ -29,4 +29,14 @@ std::string Repeat(const std::string& text, std::size_t count) {
     return repeated;
 }
 
+std::string Wide(const std::string& text, std::size_t width, bool isBigEndian) {
+    std::string wide;
+    for (const char character : text) {
+        std::string unit(width, '\0');
+        unit[isBigEndian ? width - 1 : 0] = character;
+        wide += unit;
+    }
+    return wide;
+}
+
 } // namespace vexaTransferLib::testing_support

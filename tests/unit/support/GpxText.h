@@ -23,4 +23,7 @@ std::string Gpx11(const std::string& children);
 /// `count` times the text.
 std::string Repeat(const std::string& text, std::size_t count);
 
+/// The text, whose characters are below U+0100, in units of that many bytes.
+std::string Wide(const std::string& text, std::size_t width, bool isBigEndian);
+
 } // namespace vexaTransferLib::testing_support
