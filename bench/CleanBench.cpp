@@ -5,7 +5,7 @@
 // The texts of geocaches come from the file that VEXA_CLEAN_GPX names, else from the generator in ../shared,
 // else from the words below.
 #include "support/HostileTexts.h"
-#include "support/PlainCleaner.h"
+#include "support/RegexCleaner.h"
 
 #include <vexaTransferLib/CleanText.h>
 
@@ -197,9 +197,9 @@ void CleanLogs(benchmark::State& state) {
     Clean<Cleaner>(state, TheGeocaches().logs);
 }
 
-BENCHMARK(CleanDescriptions<PlainCleaner>)->Unit(benchmark::kMillisecond);
+BENCHMARK(CleanDescriptions<RegexCleaner>)->Unit(benchmark::kMillisecond);
 BENCHMARK(CleanDescriptions<CleanText>)->Unit(benchmark::kMillisecond);
-BENCHMARK(CleanLogs<PlainCleaner>)->Unit(benchmark::kMillisecond);
+BENCHMARK(CleanLogs<RegexCleaner>)->Unit(benchmark::kMillisecond);
 BENCHMARK(CleanLogs<CleanText>)->Unit(benchmark::kMillisecond);
 
 constexpr std::int32_t kMillion = 1'000'000;

@@ -19,8 +19,8 @@ public:
         std::cout << message.line << ':' << message.column << "  " << message.text << '\n';
     }
 
-    void PassedOver(const GpxPassedOver& what) override {
-        if (what.couldBeHeld)
+    void Skipped(const GpxSkippedElement& what) override {
+        if (what.isLoss)
             ++losses_;
         std::cout << what.line << ':' << what.column << "  " << what.element << ": " << what.message << '\n';
     }

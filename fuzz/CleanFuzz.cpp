@@ -3,7 +3,7 @@
 // Cleans the input, as UTF-8, by the library's scans and by the plain pipelines, one regular expression after
 // the other, and wants to see no difference.
 
-#include "support/PlainCleaner.h"
+#include "support/RegexCleaner.h"
 
 #include <vexaTransferLib/CleanText.h>
 
@@ -15,21 +15,21 @@
 namespace {
 
 using vexaTransferLib::CleanText;
-using vexaTransferLib::testing_support::PlainCleaner;
+using vexaTransferLib::testing_support::RegexCleaner;
 
 struct Pipeline {
     const char* name;
     void (CleanText::*scanned)(icu::UnicodeString&);
-    void (PlainCleaner::*plain)(icu::UnicodeString&);
+    void (RegexCleaner::*plain)(icu::UnicodeString&);
 };
 
 // The first runs most steps on what the steps before left, the others on the input itself.
 constexpr Pipeline kPipelines[] = {
-    {"CleanWebTextForTova", &CleanText::CleanWebTextForTova, &PlainCleaner::CleanWebTextForTova},
-    {"StripBBCode", &CleanText::StripBBCode, &PlainCleaner::StripBBCode},
-    {"CleanPlainTextForTova", &CleanText::CleanPlainTextForTova, &PlainCleaner::CleanPlainTextForTova},
-    {"ConvertToDosLineBreaks", &CleanText::ConvertToDosLineBreaks, &PlainCleaner::ConvertToDosLineBreaks},
-    {"ReplaceHTMLSymbols", &CleanText::ReplaceHTMLSymbols, &PlainCleaner::ReplaceHTMLSymbols},
+    {"CleanWebTextForTova", &CleanText::CleanWebTextForTova, &RegexCleaner::CleanWebTextForTova},
+    {"StripBBCode", &CleanText::StripBBCode, &RegexCleaner::StripBBCode},
+    {"CleanPlainTextForTova", &CleanText::CleanPlainTextForTova, &RegexCleaner::CleanPlainTextForTova},
+    {"ConvertToDosLineBreaks", &CleanText::ConvertToDosLineBreaks, &RegexCleaner::ConvertToDosLineBreaks},
+    {"ReplaceHTMLSymbols", &CleanText::ReplaceHTMLSymbols, &RegexCleaner::ReplaceHTMLSymbols},
 };
 
 std::string Utf8(const icu::UnicodeString& text) {
@@ -39,7 +39,7 @@ std::string Utf8(const icu::UnicodeString& text) {
 
 void Compare(const Pipeline& pipeline, const icu::UnicodeString& text) {
     static CleanText cleaner;
-    static PlainCleaner plainCleaner;
+    static RegexCleaner plainCleaner;
     icu::UnicodeString scanned(text);
     icu::UnicodeString plain(text);
     (cleaner.*pipeline.scanned)(scanned);

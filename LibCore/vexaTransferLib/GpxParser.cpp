@@ -5,24 +5,24 @@
 #include <vexaTransferLib/reader/DocumentReader.h>
 #include <vexaTransferLib/reader/DomNode.h>
 #include <vexaTransferLib/reader/EventParser.h>
+#include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
-#include <vexaTransferLib/reader/GuardedParser.h>
-#include <vexaTransferLib/reader/InputGuard.h>
-#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/InputLimiter.h>
+#include <vexaTransferLib/reader/LimitedParser.h>
 #include <vexaTransferLib/reader/LinkReader.h>
+#include <vexaTransferLib/reader/ObservedErrorHandler.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/ReadContext.h>
 #include <vexaTransferLib/reader/RouteReader.h>
 #include <vexaTransferLib/reader/TrackReader.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
-#include <vexaTransferLib/reader/WatchedErrors.h>
 #include <vexaTransferLib/reader/XmlInput.h>
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/FileName.h>
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/text/IcuText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
 #include <common/UnicodeStrUtils.h>
@@ -42,38 +42,39 @@
 namespace vexaTransferLib {
 
 // Contract reports name these lines for the checks of the readers (in reader/), which run on behalf of the parser.
-namespace text::places {
+namespace text::sites {
 
-static constexpr Place Here(int line = __builtin_LINE()) {
+static constexpr CheckSite Here(int line = __builtin_LINE()) {
     return {kGpxParserSource, line};
 }
 
-constinit const Place kGpxVersion = Here();         // DocumentReader.cpp: the root has no version
-constinit const Place kGpxChildren = Here();        // DocumentReader.cpp: the root has no child list
-constinit const Place kGpxChild = Here();           // DocumentReader.cpp: a child of the root is missing
-constinit const Place kPointType = Here();          // PointReader.cpp: a point of an unknown kind
-constinit const Place kPointLatitude = Here();      // PointReader.cpp: a point has no latitude
-constinit const Place kPointLongitude = Here();     // PointReader.cpp: a point has no longitude
-constinit const Place kPointChildren = Here();      // PointReader.cpp: a point has no child list
-constinit const Place kPointChild = Here();         // PointReader.cpp: a child of a point is missing
-constinit const Place kLinkHref = Here();           // LinkReader.cpp: a link has no href
-constinit const Place kLinkChildren = Here();       // LinkReader.cpp: a link has no child list
-constinit const Place kLinkChild = Here();          // LinkReader.cpp: a child of a link is missing
-constinit const Place kRouteChildren = Here();      // RouteReader.cpp: a route has no child list
-constinit const Place kRouteChild = Here();         // RouteReader.cpp: a child of a route is missing
-constinit const Place kTrackChildren = Here();      // TrackReader.cpp: a track has no child list
-constinit const Place kTrackChild = Here();         // TrackReader.cpp: a child of a track is missing
-constinit const Place kSegmentChildren = Here();    // TrackReader.cpp: a segment has no child list
-constinit const Place kSegmentChild = Here();       // TrackReader.cpp: a child of a segment is missing
-constinit const Place kExtensionChildren = Here();  // VendorReader.cpp: extensions have no child list
-constinit const Place kExtensionChild = Here();     // VendorReader.cpp: a child of extensions is missing
-constinit const Place kDocumentExtensions = Here(); // VendorReader.cpp: the document's extensions are null
-constinit const Place kVendorExtensions = Here();   // VendorReader.cpp: extensions that are no element
-constinit const Place kElementText = Here();        // ValueReaders.cpp: the text of a null node
-constinit const Place kAttributeText = Here();      // ValueReaders.cpp: an attribute of a null node
-constinit const Place kGroundspeakNode = Here();    // GeocacheReader.cpp: the namespace of a null node
+constinit const CheckSite kGpxVersion = Here();        // DocumentReader.cpp: the root has no version
+constinit const CheckSite kGpxChildren = Here();       // DocumentReader.cpp: the root has no child list
+constinit const CheckSite kGpxChild = Here();          // DocumentReader.cpp: a child of the root is missing
+constinit const CheckSite kPointType = Here();         // PointReader.cpp: a point of an unknown kind
+constinit const CheckSite kPointLatitude = Here();     // PointReader.cpp: a point has no latitude
+constinit const CheckSite kPointLongitude = Here();    // PointReader.cpp: a point has no longitude
+constinit const CheckSite kPointChildren = Here();     // PointReader.cpp: a point has no child list
+constinit const CheckSite kPointChild = Here();        // PointReader.cpp: a child of a point is missing
+constinit const CheckSite kLinkHref = Here();          // LinkReader.cpp: a link has no href
+constinit const CheckSite kLinkChildren = Here();      // LinkReader.cpp: a link has no child list
+constinit const CheckSite kLinkChild = Here();         // LinkReader.cpp: a child of a link is missing
+constinit const CheckSite kRouteChildren = Here();     // RouteReader.cpp: a route has no child list
+constinit const CheckSite kRouteChild = Here();        // RouteReader.cpp: a child of a route is missing
+constinit const CheckSite kTrackChildren = Here();     // TrackReader.cpp: a track has no child list
+constinit const CheckSite kTrackChild = Here();        // TrackReader.cpp: a child of a track is missing
+constinit const CheckSite kSegmentChildren = Here();   // TrackReader.cpp: a segment has no child list
+constinit const CheckSite kSegmentChild = Here();      // TrackReader.cpp: a child of a segment is missing
+constinit const CheckSite kExtensionChildren = Here(); // VendorReader.cpp: extensions have no child list
+constinit const CheckSite kExtensionChild = Here();    // VendorReader.cpp: a child of extensions is missing
+constinit const CheckSite kDocumentExtensions =
+    Here();                                           // VendorReader.cpp: the document's extensions are null
+constinit const CheckSite kVendorExtensions = Here(); // VendorReader.cpp: extensions that are no element
+constinit const CheckSite kElementText = Here();      // ValueReaders.cpp: the text of a null node
+constinit const CheckSite kAttributeText = Here();    // ValueReaders.cpp: an attribute of a null node
+constinit const CheckSite kGroundspeakNode = Here();  // GeocacheReader.cpp: the namespace of a null node
 
-} // namespace text::places
+} // namespace text::sites
 
 namespace {
 
@@ -111,16 +112,16 @@ icu::UnicodeString DefaultName(const icu::UnicodeString& path) {
     const std::int32_t dot = name.lastIndexOf(u'.');
     if (dot >= 0)
         name.truncate(dot);
-    text::CheckHeld(name);
+    text::ThrowIfBogus(name);
     return name;
 }
 
 // Where an observer has thrown or cancelled, that is what the caller gets.
 template <class Action>
-auto Told(Action action) {
+auto RethrowAbort(Action action) {
     try {
         return action();
-    } catch (const reader::ReadingStop& stop) {
+    } catch (const reader::ReadAborted& stop) {
         std::rethrow_exception(stop.reason);
     }
 }
@@ -160,7 +161,7 @@ void ReadDomTree(ReadContext& context, xercesc::XercesDOMParser& parser, const i
         const reader::NodeView root = ViewOf(tree->getDocumentElement());
         reader::RequireGpxRoot(root);
         reader::ReadDocument(context, root, read);
-    } catch (const reader::ReadingStop&) {
+    } catch (const reader::ReadAborted&) {
         throw;
     } catch (...) {
         document = std::move(read);
@@ -208,42 +209,42 @@ void GpxParser::SetTrusted() {
     limits_.reset();
 }
 
-std::optional<reader::InputGuard> GpxParser::MakeGuard(const icu::UnicodeString& name) const {
+std::optional<reader::InputLimiter> GpxParser::MakeLimiter(const icu::UnicodeString& name) const {
     if (!limits_)
         return std::nullopt;
-    return reader::InputGuard(*limits_, UnicodeStrUtils::UnicodeStringToStlString(name));
+    return reader::InputLimiter(*limits_, UnicodeStrUtils::UnicodeStringToStlString(name));
 }
 
 reader::XmlInput GpxParser::MakeInput(const icu::UnicodeString& path) const {
-    using Places = reader::XmlInput::Places;
+    using AddressPolicy = reader::XmlInput::AddressPolicy;
     dbc::Require(text::IsFileName(path), text::kGpxParserSource, kNoPath);
     reader::XmlInput input(path, UnicodeStrUtils::UnicodeStringToStlString(path),
-                           limits_ ? Places::kFiles : Places::kFilesAndAddresses, observer_);
-    Guard(input);
+                           limits_ ? AddressPolicy::kFilesOnly : AddressPolicy::kAllowed, observer_);
+    Limit(input);
     return input;
 }
 
 reader::XmlInput GpxParser::MakeInput(const std::string& fileName) const {
     dbc::Require(text::IsFileName(fileName), text::kGpxParserSource, kNoPath);
     reader::XmlInput input(icu::UnicodeString::fromUTF8(fileName), fileName,
-                           reader::XmlInput::Places::kNamedFile, observer_);
-    Guard(input);
+                           reader::XmlInput::AddressPolicy::kNamedFile, observer_);
+    Limit(input);
     return input;
 }
 
-void GpxParser::Guard(reader::XmlInput& input) const {
+void GpxParser::Limit(reader::XmlInput& input) const {
     if (limits_)
-        input.Guard(*limits_, reader::InputGuard::Extent::kFile);
+        input.Limit(*limits_, reader::InputLimiter::Extent::kFile);
 }
 
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::GetParser(const icu::UnicodeString& path) {
     reader::XmlInput input = MakeInput(path);
-    return Told([&] { return ParseTree(input); });
+    return RethrowAbort([&] { return ParseTree(input); });
 }
 
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::MakeDomParser(const icu::UnicodeString& name) const {
-    if (const std::optional<reader::InputGuard> guard = MakeGuard(name))
-        return std::make_unique<reader::GuardedParser<xercesc::XercesDOMParser>>(*guard);
+    if (const std::optional<reader::InputLimiter> limiter = MakeLimiter(name))
+        return std::make_unique<reader::LimitedParser<xercesc::XercesDOMParser>>(*limiter);
     return std::make_unique<xercesc::XercesDOMParser>(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager,
                                                       nullptr);
 }
@@ -251,7 +252,7 @@ std::unique_ptr<xercesc::XercesDOMParser> GpxParser::MakeDomParser(const icu::Un
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::ParseTree(reader::XmlInput& input) {
     dbc::Require(!input.Name().isEmpty(), text::kGpxParserSource, kNoPath);
     resetErrors();
-    reader::WatchedErrors errors(*this, observer_);
+    reader::ObservedErrorHandler errors(*this, observer_);
     std::unique_ptr<xercesc::XercesDOMParser> parser = MakeDomParser(input.Name());
     Configure(*parser, errors);
     RunParser(input.Name(), [&] { input.Feed(*parser); });
@@ -268,18 +269,18 @@ void GpxParser::CheckErrors(const icu::UnicodeString& name) const {
 
 void GpxParser::Parse(const icu::UnicodeString& path, GpxDocument& document) {
     reader::XmlInput input = MakeInput(path);
-    Told([&] { ParseInput(input, document); });
+    RethrowAbort([&] { ParseInput(input, document); });
 }
 
 void GpxParser::ParseFile(const std::string& path, GpxDocument& document) {
     reader::XmlInput input = MakeInput(path);
-    Told([&] { ParseInput(input, document); });
+    RethrowAbort([&] { ParseInput(input, document); });
 }
 
 void GpxParser::Parse(std::string_view bytes, const icu::UnicodeString& name, GpxDocument& document) {
     reader::XmlInput input(bytes, name, observer_);
-    Guard(input);
-    Told([&] { ParseInput(input, document); });
+    Limit(input);
+    RethrowAbort([&] { ParseInput(input, document); });
 }
 
 void GpxParser::ParseInput(reader::XmlInput& input, GpxDocument& document) {
@@ -287,9 +288,9 @@ void GpxParser::ParseInput(reader::XmlInput& input, GpxDocument& document) {
     if (!mayNeedDom && ReadEvents(input, document))
         return;
     const std::unique_ptr<xercesc::XercesDOMParser> parser = ParseTree(input);
-    std::optional<reader::InputGuard> guard = MakeGuard(input.Name());
+    std::optional<reader::InputLimiter> limiter = MakeLimiter(input.Name());
     ParserContext context(*this, observer_);
-    context.guard = guard ? &*guard : nullptr;
+    context.limiter = limiter ? &*limiter : nullptr;
     context.progress = input.GetProgress();
     ReadDomTree(context, *parser, input.Name(), document);
 }
@@ -298,14 +299,14 @@ void GpxParser::ParseInput(reader::XmlInput& input, GpxDocument& document) {
 bool GpxParser::ReadEvents(reader::XmlInput& input, GpxDocument& document) {
     GpxDocument read;
     GpxModelAccess::SetName(read, DefaultName(input.Name()));
-    std::optional<reader::InputGuard> guard = MakeGuard(input.Name());
+    std::optional<reader::InputLimiter> limiter = MakeLimiter(input.Name());
     ParserContext context(*this, observer_);
-    context.guard = guard ? &*guard : nullptr;
+    context.limiter = limiter ? &*limiter : nullptr;
     context.progress = input.GetProgress();
     reader::EventWalk walk(context, read);
-    reader::WatchedErrors watchedErrors(*this, observer_);
-    reader::HeldErrors errors(watchedErrors);
-    reader::EventParser parser(walk, errors, observer_ != nullptr, context.guard);
+    reader::ObservedErrorHandler watchedErrors(*this, observer_);
+    reader::BufferedErrorHandler errors(watchedErrors);
+    reader::EventParser parser(walk, errors, observer_ != nullptr, context.limiter);
     bool needsDom = false;
     RunParser(input.Name(), [&] {
         try {
@@ -333,7 +334,7 @@ bool GpxParser::ReadEvents(reader::XmlInput& input, GpxDocument& document) {
 template <class Read>
 auto GpxParser::Reading(Read read) {
     ParserContext context(*this, observer_);
-    return Told([&] { return read(context); });
+    return RethrowAbort([&] { return read(context); });
 }
 
 void GpxParser::ParseGpxNode(DOMNode* gpxElement, GpxDocument& document) {
@@ -399,7 +400,7 @@ const XMLCh* GpxParser::GetAttributeText(DOMNode* node, const char* name) {
     if (!dbc::SoftCheck(name != nullptr, text::kGpxParserSource))
         return nullptr;
     icu::UnicodeString wideName(name);
-    text::CheckHeld(wideName);
+    text::ThrowIfBogus(wideName);
     const char16_t* const terminated = wideName.getTerminatedBuffer();
     if (terminated == nullptr) // ICU's memory ran out
         throw std::bad_alloc();
@@ -410,7 +411,7 @@ bool GpxParser::GetStringAttribute(DOMNode* node, const char* name, icu::Unicode
     const XMLCh* const units = GetAttributeText(node, name);
     if (units == nullptr)
         return false;
-    out = text::Held(units);
+    out = text::CopyOf(units);
     return true;
 }
 
@@ -443,8 +444,8 @@ bool GpxParser::GetTarvikRoutePointTypeElement(DOMNode* extensions, TarvikRouteP
 
 void GpxParser::GetTarvikDataElementsFromWptExtensions(DOMNode* extensions, GpxPoint& point) {
     Reading([&](ReadContext& context) {
-        reader::KeptElements kept(context.receipt, reader::KeptElements::Elements::kStay);
-        reader::ReadWaypointData(context, kept, ViewOf(extensions), point);
+        reader::FieldSources sources(context.reporter, reader::FieldSources::Lifetime::kLong);
+        reader::ReadWaypointData(context, sources, ViewOf(extensions), point);
     });
 }
 

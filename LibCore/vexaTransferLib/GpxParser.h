@@ -32,7 +32,7 @@ class CleanText;
 class GpxReadObserver;
 
 namespace reader {
-class InputGuard;
+class InputLimiter;
 class XmlInput;
 } // namespace reader
 
@@ -54,11 +54,11 @@ class XmlInput;
 /// version), the vendor's metadata block, waypoints, routes and tracks in the namespace of the file's own
 /// version, links, Groundspeak geocaches (their texts cleaned), and the vendor's extensions.
 ///
-/// **What is passed over in silence.** Standard elements in another namespace than that of the `version`
+/// **What is skipped in silence.** Standard elements in another namespace than that of the `version`
 /// attribute; a `wpt` after a route or track, and a `rte` after a track; a point child, link, route point,
 /// track point or segment that cannot be read or that the model refuses (the rest of its parent is read); the
 /// extensions of track points and of GPX 1.0; satellites, dilution of precision, numbers. A waypoint without
-/// a usable position is not passed over: it ends the reading. An observer (GpxReadObserver.h) is told each of
+/// a usable position is not skipped: it ends the reading. An observer (GpxReadObserver.h) is told each of
 /// these things, with its line.
 ///
 /// **What may surprise.** A `cmt` becomes the *description* of a point or track and wins over any `desc`; the
@@ -68,8 +68,8 @@ class XmlInput;
 /// **When memory runs out** a reading ends with std::bad_alloc or, where it is the XML parser's, with
 /// xercesc::OutOfMemoryException, which is no std::exception; a name for which ICU has no memory cannot be converted
 /// (std::runtime_error, see UnicodeStrUtils.h), nor perhaps the file ("One or more errors ..."). Two things differ:
-/// where it runs out within what is passed over when it cannot be read, that is passed over (an observer is told
-/// "std::bad_alloc"; where even that is refused the reading ends or, from a DOM, the parent is passed over and
+/// where it runs out within what is skipped when it cannot be read, that is skipped (an observer is told
+/// "std::bad_alloc"; where even that is refused the reading ends or, from a DOM, the parent is skipped and
 /// told), and a geocache text stays as the cleaner left it. Without memory for ICU's number format, which the
 /// vendor's numbers need, the process stops. The parser can be used again.
 ///
@@ -100,7 +100,7 @@ public:
     void resetErrors() override;
 
     /// Gives the parser an observer (see GpxReadObserver.h), which stays the caller's and must be there while the
-    /// parser reads; null takes it away. All operations that read tell it what they pass over; GetParser and
+    /// parser reads; null takes it away. All operations that read tell it what they skip; GetParser and
     /// Parse also tell it their progress and the XML parser's messages. Not while the parser reads.
     void SetObserver(GpxReadObserver* observer);
 
@@ -186,7 +186,7 @@ public:
     void ParseExtensionsElement(xercesc::DOMNode* extensions, GpxDocument& document);
 
     /// Reads a `wpt`, `rtept` or `trkpt`. \p point is assigned at the very end: unchanged when this throws. A
-    /// child that fails is passed over.
+    /// child that fails is skipped.
     /// \throws dbc::precondition_error "Unable to read a GPX point due to an invalid GPX point type.", and
     ///         what GpxPoint's constructor throws
     /// \throws dbc::postcondition_error "Unable to read a GPX point's latitude.", "Unable to read a GPX
@@ -200,7 +200,7 @@ public:
     void ParseLinkNode(xercesc::DOMNode* node, GpxUrl& link);
 
     /// Reads a `rte` and appends the route. What follows the first `rtept` (name, source, type, extensions)
-    /// has no effect. A route point that cannot be read or that the route refuses is passed over.
+    /// has no effect. A route point that cannot be read or that the route refuses is skipped.
     /// \throws dbc::postcondition_error "Unable to read GPX route child elements."
     void ParseRteNode(const GpxVersion& version, xercesc::DOMNode* node, GpxDocument& document);
 
@@ -208,7 +208,7 @@ public:
     /// \throws dbc::postcondition_error "Unable to read GPX track child elements."
     void ParseTrkNode(const GpxVersion& version, xercesc::DOMNode* node, GpxDocument& document);
 
-    /// Reads a `trkseg` into a new segment of \p track. A point that cannot be read is passed over.
+    /// Reads a `trkseg` into a new segment of \p track. A point that cannot be read is skipped.
     /// \throws dbc::postcondition_error "Unable to read GPX track segment child elements.", no segment added
     void ParseTrkSegNode(const GpxVersion& version, xercesc::DOMNode* node, GpxTrack& track);
 
@@ -251,7 +251,7 @@ public:
     /// \}
     /// \{
     /// The vendor's data of a waypoint (form attributes, symbol number, GUID) and of a track (colour),
-    /// matched by local name in any namespace. A null node writes the contract report and is passed over.
+    /// matched by local name in any namespace. A null node writes the contract report and is skipped.
     void GetTarvikDataElementsFromWptExtensions(xercesc::DOMNode* extensions, GpxPoint& point);
     void GetTarvikDataElementsFromTrkExtensions(xercesc::DOMNode* extensions, GpxTrack& track);
     /// \}
@@ -279,12 +279,13 @@ private:
     VEXATRANSFERLIB_LOCAL void ParseInput(reader::XmlInput& input, GpxDocument& document);
     VEXATRANSFERLIB_LOCAL bool ReadEvents(reader::XmlInput& input, GpxDocument& document);
     VEXATRANSFERLIB_LOCAL void CheckErrors(const icu::UnicodeString& name) const;
-    VEXATRANSFERLIB_LOCAL std::optional<reader::InputGuard> MakeGuard(const icu::UnicodeString& name) const;
+    VEXATRANSFERLIB_LOCAL std::optional<reader::InputLimiter>
+    MakeLimiter(const icu::UnicodeString& name) const;
     VEXATRANSFERLIB_LOCAL std::unique_ptr<xercesc::XercesDOMParser>
     MakeDomParser(const icu::UnicodeString& name) const;
     VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const icu::UnicodeString& path) const;
     VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const std::string& fileName) const;
-    VEXATRANSFERLIB_LOCAL void Guard(reader::XmlInput& input) const;
+    VEXATRANSFERLIB_LOCAL void Limit(reader::XmlInput& input) const;
     template <class Read>
     VEXATRANSFERLIB_LOCAL auto Reading(Read read);
 

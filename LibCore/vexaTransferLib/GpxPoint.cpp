@@ -271,7 +271,7 @@ bool GpxPoint::ContainsExtensions() const {
 void GpxPoint::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
     writer::UnicodeSink sink(out);
     AppendTo(version, sink);
-    writer::RequireHeld(out, text::kGpxPointSource);
+    writer::RequireNotBogus(out, text::kGpxPointSource);
 }
 
 void GpxPoint::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {

@@ -11,6 +11,6 @@ bool GpxReadObserver::Progress(std::uint64_t, std::uint64_t) {
 
 void GpxReadObserver::ParserMessage(const GpxParserMessage&) {}
 
-void GpxReadObserver::PassedOver(const GpxPassedOver&) {}
+void GpxReadObserver::Skipped(const GpxSkippedElement&) {}
 
 } // namespace vexaTransferLib

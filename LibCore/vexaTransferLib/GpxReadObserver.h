@@ -28,7 +28,7 @@ struct GpxParserMessage {
 };
 
 /// Why something of a file is not in the document.
-enum GpxPassOverReason : std::uint32_t {
+enum GpxSkipReason : std::uint32_t {
     kGpxForeignNamespace = 1, ///< an element that is in no namespace where its parent is read from
     kGpxUnknownElement = 2,   ///< an element that the library does not keep
     kGpxOtherVersion = 3,     ///< an element of the other GPX version than that of the file
@@ -39,8 +39,8 @@ enum GpxPassOverReason : std::uint32_t {
     kGpxReplaced = 8    ///< another element was kept in its place: the second link, a `desc` for a `cmt` ...
 };
 
-/// One thing that the reader passed over in silence. What is below a passed-over element is not told again.
-struct GpxPassedOver {
+/// One thing that the reader skipped in silence. What is below a skipped element is not told again.
+struct GpxSkippedElement {
     std::string element; ///< local names from the root, UTF-8: "gpx/trk/trkseg/trkpt/ele"
     /// \{
     /// Line and column, from 1, of what follows the element's start tag; 0 when they are not known, as for every
@@ -48,10 +48,9 @@ struct GpxPassedOver {
     std::uint64_t line = 0;
     std::uint64_t column = 0;
     /// \}
-    GpxPassOverReason reason = kGpxUnknownElement; ///< why it is not in the document
-    std::string message;                           ///< for a person, in English, UTF-8
-    bool couldBeHeld =
-        false; ///< a document has a place for such content: data of this library's kind was lost
+    GpxSkipReason reason = kGpxUnknownElement; ///< why it is not in the document
+    std::string message;                       ///< for a person, in English, UTF-8
+    bool isLoss = false; ///< a document has a place for such content: data of this library's kind was lost
 };
 
 /// Told what happens while a GpxParser reads; see GpxParser::SetObserver.
@@ -100,7 +99,7 @@ public:
     ///
     /// Not told: attributes that nothing reads, comments, processing instructions, and text between the children
     /// of an element that has children.
-    virtual void PassedOver(const GpxPassedOver& what);
+    virtual void Skipped(const GpxSkippedElement& what);
 };
 
 } // namespace vexaTransferLib

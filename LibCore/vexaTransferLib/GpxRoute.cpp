@@ -106,7 +106,7 @@ std::size_t GpxRoute::GetPointCount() const {
 void GpxRoute::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
     writer::UnicodeSink sink(out);
     AppendTo(version, sink);
-    writer::RequireHeld(out, text::kGpxRouteSource);
+    writer::RequireNotBogus(out, text::kGpxRouteSource);
 }
 
 void GpxRoute::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {

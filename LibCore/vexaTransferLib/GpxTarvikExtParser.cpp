@@ -2,14 +2,14 @@
 #include <vexaTransferLib/GpxTarvikExtParser.h>
 
 #include <vexaTransferLib/GpxUtils.h>
-#include <vexaTransferLib/reader/GuardedParser.h>
-#include <vexaTransferLib/reader/GuardedSource.h>
-#include <vexaTransferLib/reader/ReadingStop.h>
+#include <vexaTransferLib/reader/LimitedParser.h>
+#include <vexaTransferLib/reader/LimitedSource.h>
+#include <vexaTransferLib/reader/ReadAborted.h>
 #include <vexaTransferLib/reader/XmlInput.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/FileName.h>
 #include <vexaTransferLib/text/GpxNames.h>
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/text/IcuText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
 #include <common/UnicodeStrUtils.h>
@@ -38,7 +38,7 @@ namespace {
 
 using reader::XmlInput;
 using xercesc::XMLUni;
-using Extent = reader::InputGuard::Extent;
+using Extent = reader::InputLimiter::Extent;
 
 // Wraps the text instead of copying it; a null one counts as empty.
 icu::UnicodeString Alias(const XMLCh* text) {
@@ -68,9 +68,9 @@ bool EndsHead(const icu::UnicodeString& name) {
 }
 
 /// The event parser for a file from a stranger.
-class UntrustedReader final : public reader::GuardedParser<xercesc::SAX2XMLReaderImpl> {
+class UntrustedReader final : public reader::LimitedParser<xercesc::SAX2XMLReaderImpl> {
 public:
-    explicit UntrustedReader(const reader::InputGuard& guard) : GuardedParser(guard) {
+    explicit UntrustedReader(const reader::InputLimiter& limiter) : LimitedParser(limiter) {
         // Without one the parser would keep document types to itself.
         setLexicalHandler(&lexicalHandler_);
     }
@@ -83,7 +83,7 @@ std::unique_ptr<xercesc::SAX2XMLReader> MakeReader(const std::optional<GpxInputL
     if (!limits)
         return std::unique_ptr<xercesc::SAX2XMLReader>(xercesc::XMLReaderFactory::createXMLReader());
     // No message of it is ever seen.
-    return std::make_unique<UntrustedReader>(reader::InputGuard(*limits, std::string(), Extent::kHead));
+    return std::make_unique<UntrustedReader>(reader::InputLimiter(*limits, std::string(), Extent::kHead));
 }
 
 /// An address where only files are read.
@@ -91,7 +91,7 @@ struct RefusedAddress {};
 
 void Feed(XmlInput& input, const std::optional<GpxInputLimits>& limits, xercesc::SAX2XMLReader& xmlReader) {
     if (limits)
-        input.Guard(*limits, Extent::kHead);
+        input.Limit(*limits, Extent::kHead);
     try {
         input.Feed(xmlReader);
     } catch (const dbc::postcondition_error&) {
@@ -189,8 +189,8 @@ void GpxTarvikExtParser::Parse(const icu::UnicodeString& path) {
         return;
     // Two captures: a std::function holds them without memory of its own, whose lack would be thrown.
     Scan([this, &path] {
-        const auto places = limits_ ? XmlInput::Places::kFiles : XmlInput::Places::kFilesAndAddresses;
-        XmlInput input(path, UnicodeStrUtils::UnicodeStringToStlString(path), places, nullptr);
+        const auto policy = limits_ ? XmlInput::AddressPolicy::kFilesOnly : XmlInput::AddressPolicy::kAllowed;
+        XmlInput input(path, UnicodeStrUtils::UnicodeStringToStlString(path), policy, nullptr);
         Feed(input, limits_, *reader_);
     });
 }
@@ -199,14 +199,15 @@ void GpxTarvikExtParser::ParseFile(const std::string& path) {
     if (!dbc::SoftCheck(text::IsFileName(path), text::kGpxTarvikExtParserSource))
         return;
     Scan([this, &path] {
-        XmlInput input(icu::UnicodeString::fromUTF8(path), path, XmlInput::Places::kNamedFile, nullptr);
+        XmlInput input(icu::UnicodeString::fromUTF8(path), path, XmlInput::AddressPolicy::kNamedFile,
+                       nullptr);
         Feed(input, limits_, *reader_);
     });
 }
 
 void GpxTarvikExtParser::ParseSource(const xercesc::InputSource& source) {
     if (limits_)
-        Scan([&] { reader_->parse(reader::GuardedSource(source, *limits_, std::string(), Extent::kHead)); });
+        Scan([&] { reader_->parse(reader::LimitedSource(source, *limits_, std::string(), Extent::kHead)); });
     else
         Scan([&] { reader_->parse(source); });
 }
@@ -243,7 +244,7 @@ GpxScanEnd GpxTarvikExtParser::EndOf(const std::function<void()>& feed) {
         if (!isOpen_)
             return kGpxScanMissing;
         return isIllFormed_ ? kGpxScanIllFormed : kGpxScanComplete;
-    } catch (const reader::ReadingStop&) {
+    } catch (const reader::ReadAborted&) {
         return kGpxScanRefused;
     } catch (const RefusedAddress&) {
         return kGpxScanRefused;

@@ -115,7 +115,7 @@ std::size_t GpxTrack::GetPointCount(SegmentIterator segment) const {
 void GpxTrack::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
     writer::UnicodeSink sink(out);
     AppendTo(version, sink);
-    writer::RequireHeld(out, text::kGpxTrackSource);
+    writer::RequireNotBogus(out, text::kGpxTrackSource);
 }
 
 void GpxTrack::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {

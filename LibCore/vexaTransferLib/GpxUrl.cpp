@@ -46,7 +46,7 @@ void GpxUrl::SetUrlType(const icu::UnicodeString& type) {
 void GpxUrl::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
     writer::UnicodeSink sink(out);
     AppendTo(version, sink);
-    writer::RequireHeld(out, text::kGpxUrlSource);
+    writer::RequireNotBogus(out, text::kGpxUrlSource);
 }
 
 void GpxUrl::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxUtils.h>
 
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/OptionalText.h>
 #include <vexaTransferLib/text/TimeText.h>
@@ -12,19 +12,19 @@
 namespace vexaTransferLib {
 
 // Contract reports name these lines for the checks of other files that run on behalf of this one.
-namespace text::places {
+namespace text::sites {
 
-static constexpr Place Here(int line = __builtin_LINE()) {
+static constexpr CheckSite Here(int line = __builtin_LINE()) {
     return {kGpxUtilsSource, line};
 }
 
-constinit const Place kTextSetter = Here();   // text/OptionalText.h: a text to set is empty
-constinit const Place kLongField = Here();    // text/TimeText.cpp: a field without text or too wide
-constinit const Place kFraction = Here();     // text/TimeText.cpp: a fraction without text or too long
-constinit const Place kGpxTime = Here();      // text/TimeText.cpp: an empty time text
-constinit const Place kNumberFormat = Here(); // text/UsNumberFormat.cpp: ICU has no number format
+constinit const CheckSite kTextSetter = Here();   // text/OptionalText.h: a text to set is empty
+constinit const CheckSite kLongField = Here();    // text/TimeText.cpp: a field without text or too wide
+constinit const CheckSite kFraction = Here();     // text/TimeText.cpp: a fraction without text or too long
+constinit const CheckSite kGpxTime = Here();      // text/TimeText.cpp: an empty time text
+constinit const CheckSite kNumberFormat = Here(); // text/UsNumberFormat.cpp: ICU has no number format
 
-} // namespace text::places
+} // namespace text::sites
 
 icu::UnicodeString EscapeXMLValueString(const icu::UnicodeString& text) {
     icu::UnicodeString escaped;
@@ -50,9 +50,9 @@ void AppendStringElement(icu::UnicodeString& out, const icu::UnicodeString& name
     sink.Ascii("</");
     sink.Raw(name);
     sink.Ascii(">\r\n");
-    writer::RequireHeld(line, text::kGpxUtilsSource);
+    writer::RequireNotBogus(line, text::kGpxUtilsSource);
     out.append(line);
-    writer::RequireHeld(out, text::kGpxUtilsSource);
+    writer::RequireNotBogus(out, text::kGpxUtilsSource);
 }
 
 bool GetStringValue(icu::UnicodeString& out, const icu::UnicodeString& value) {

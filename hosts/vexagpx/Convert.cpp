@@ -73,7 +73,7 @@ bool IsSameFile(const std::string& path, const std::string& other) {
 /// Counts what the documents do not hold of the files that they were read from.
 class LossCount final : public GpxReadObserver {
 public:
-    void PassedOver(const GpxPassedOver&) override { ++ofDocument_; }
+    void Skipped(const GpxSkippedElement&) override { ++ofDocument_; }
 
     void BeginDocument() { ofDocument_ = 0; }
     /// The document has been written.

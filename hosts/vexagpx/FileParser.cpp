@@ -15,8 +15,8 @@
 namespace vexagpx {
 
 using vexaTransferLib::GpxParserMessage;
-using vexaTransferLib::GpxPassedOver;
 using vexaTransferLib::GpxReadObserver;
+using vexaTransferLib::GpxSkippedElement;
 
 namespace {
 
@@ -43,9 +43,9 @@ public:
         next_->ParserMessage(passedOn);
     }
 
-    void PassedOver(const GpxPassedOver& what) override {
+    void Skipped(const GpxSkippedElement& what) override {
         if (next_ != nullptr)
-            next_->PassedOver(what);
+            next_->Skipped(what);
     }
 
 private:

@@ -7,7 +7,7 @@ namespace vexagpx {
 
 using namespace vexaTransferLib;
 
-std::string_view Word(GpxPassOverReason reason) {
+std::string_view Word(GpxSkipReason reason) {
     switch (reason) {
     case kGpxForeignNamespace:
         return "foreign-namespace";
@@ -62,21 +62,21 @@ void Receipt::ParserMessage(const GpxParserMessage& message) {
     complaints_.Add(complaint, {message.line, message.column});
 }
 
-void Receipt::PassedOver(const GpxPassedOver& what) {
+void Receipt::Skipped(const GpxSkippedElement& what) {
     passed_.Add(Listed(what), {what.line, what.column});
-    lost_ += what.couldBeHeld ? 1 : 0;
+    lost_ += what.isLoss ? 1 : 0;
 }
 
 /// The thing, or one that stands for all that are too many: names and messages come from the file, and may be
 /// different each time.
-PassedThing Receipt::Listed(const GpxPassedOver& what) {
-    PassedThing thing{Start(what.element), what.reason, Start(what.message), what.couldBeHeld};
+PassedThing Receipt::Listed(const GpxSkippedElement& what) {
+    PassedThing thing{Start(what.element), what.reason, Start(what.message), what.isLoss};
     if (passed_.Contains(thing))
         return thing;
     const bool isFull = each_ ? passed_.DifferentCount() >= kMostListed : kinds_.size() >= kMostKinds;
-    const Kind kind{thing.element, thing.reason, thing.couldBeHeld};
+    const Kind kind{thing.element, thing.reason, thing.isLoss};
     if (isFull && kinds_.find(kind) == kinds_.end())
-        return {"...", what.reason, More("More elements"), what.couldBeHeld};
+        return {"...", what.reason, More("More elements"), what.isLoss};
     std::size_t& messages = kinds_[kind];
     if (each_ ? isFull : messages == kMostMessages)
         thing.message = More("More of this kind");

@@ -16,13 +16,13 @@ namespace vexagpx {
 
 struct PassedThing {
     std::string element;
-    vexaTransferLib::GpxPassOverReason reason;
+    vexaTransferLib::GpxSkipReason reason;
     std::string message;
-    bool couldBeHeld;
+    bool isLoss;
 
     bool operator<(const PassedThing& other) const {
-        return std::tie(element, reason, message, couldBeHeld) <
-               std::tie(other.element, other.reason, other.message, other.couldBeHeld);
+        return std::tie(element, reason, message, isLoss) <
+               std::tie(other.element, other.reason, other.message, other.isLoss);
     }
 };
 
@@ -37,7 +37,7 @@ struct ParserComplaint {
 };
 
 /// The same word for a person and for a machine: "unknown-element".
-std::string_view Word(vexaTransferLib::GpxPassOverReason reason);
+std::string_view Word(vexaTransferLib::GpxSkipReason reason);
 /// "error".
 std::string_view Word(vexaTransferLib::GpxMessageSeverity severity);
 
@@ -57,7 +57,7 @@ public:
     explicit Receipt(bool each) : each_(each), complaints_(each), passed_(each) {}
 
     void ParserMessage(const vexaTransferLib::GpxParserMessage& message) override;
-    void PassedOver(const vexaTransferLib::GpxPassedOver& what) override;
+    void Skipped(const vexaTransferLib::GpxSkippedElement& what) override;
 
     const Collapsed<ParserComplaint>& Complaints() const { return complaints_; }
     const Collapsed<PassedThing>& Passed() const { return passed_; }
@@ -66,9 +66,9 @@ public:
 
 private:
     /// Element, reason, and whether a document could have held it.
-    using Kind = std::tuple<std::string, vexaTransferLib::GpxPassOverReason, bool>;
+    using Kind = std::tuple<std::string, vexaTransferLib::GpxSkipReason, bool>;
 
-    PassedThing Listed(const vexaTransferLib::GpxPassedOver& what);
+    PassedThing Listed(const vexaTransferLib::GpxSkippedElement& what);
     std::string More(const std::string& what) const;
 
     bool each_;

@@ -84,8 +84,8 @@ void ReceiptJson::WritePassed(const Receipt& receipt) {
         Member("element", entry.thing.element);
         Member("reason", std::string(Word(entry.thing.reason)));
         Member("message", entry.thing.message);
-        json_.Key("couldBeHeld");
-        json_.Bool(entry.thing.couldBeHeld);
+        json_.Key("isLoss");
+        json_.Bool(entry.thing.isLoss);
         WritePlaces(entry);
         json_.EndObject();
     });

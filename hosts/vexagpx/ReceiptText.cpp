@@ -98,7 +98,7 @@ void WritePassed(const Receipt& receipt, Output& out) {
     receipt.Passed().ForEach([&](const auto& entry) {
         const PassedThing& thing = entry.thing;
         const std::string why = std::string(Word(thing.reason)) + ": " + Shown(thing.message);
-        WriteEntry(entry, Shown(thing.element) + (thing.couldBeHeld ? " (lost)" : ""), why, out);
+        WriteEntry(entry, Shown(thing.element) + (thing.isLoss ? " (lost)" : ""), why, out);
     });
 }
 

@@ -208,10 +208,10 @@ TEST(CheckTest, JsonIsALineForEachDocument) {
                 ElementsAre(R"({"file":"a.gpx","contents":{"waypoints":2,)" + none +
                                 R"("passedOverCount":3,"lostCount":2,"passedOver":[)"
                                 R"({"element":"gpx/wpt/ele","reason":"unreadable",)"
-                                R"("message":"\"x\" is not a number.","couldBeHeld":true,"count":2,)"
+                                R"("message":"\"x\" is not a number.","isLoss":true,"count":2,)"
                                 R"("places":[{"line":2,"column":27},{"line":3,"column":27}]},)"
                                 R"({"element":"gpx/wpt/hdop","reason":"unknown-element",)"
-                                R"("message":"The library does not keep this element.","couldBeHeld":false,)"
+                                R"("message":"The library does not keep this element.","isLoss":false,)"
                                 R"("count":1,"places":[{"line":2,"column":40}]}]})",
                             R"({"entry":"c.gpx","file":"b.zip","contents":{"waypoints":0,)" + none +
                                 R"("passedOverCount":0,"lostCount":0,"passedOver":[]})"));
@@ -338,15 +338,15 @@ TEST(CollapsedTest, EachMayBeAnEntry) {
     EXPECT_EQ(things.DifferentCount(), 1U);
 }
 
-GpxPassedOver Passed(const std::string& element, const std::string& message, std::uint64_t line,
-                     bool lost = false) {
-    GpxPassedOver what;
+GpxSkippedElement Passed(const std::string& element, const std::string& message, std::uint64_t line,
+                         bool lost = false) {
+    GpxSkippedElement what;
     what.element = element;
     what.line = line;
     what.column = 1;
     what.reason = kGpxUnreadable;
     what.message = message;
-    what.couldBeHeld = lost;
+    what.isLoss = lost;
     return what;
 }
 
@@ -368,9 +368,9 @@ std::vector<Listed> ListedBy(const vexagpx::Receipt& receipt) {
 TEST(ReceiptTest, BeyondAThousandKindsTheRestIsCounted) {
     vexagpx::Receipt receipt(false);
     for (std::uint64_t i = 0; i < 3000; ++i)
-        receipt.PassedOver(Passed("n" + std::to_string(i), "m", i + 1, i >= 2000));
-    receipt.PassedOver(Passed("n999", "another", 4000));
-    receipt.PassedOver(Passed("n999", "m", 4001));
+        receipt.Skipped(Passed("n" + std::to_string(i), "m", i + 1, i >= 2000));
+    receipt.Skipped(Passed("n999", "another", 4000));
+    receipt.Skipped(Passed("n999", "m", 4001));
     const std::vector<Listed> listed = ListedBy(receipt);
     ASSERT_EQ(listed.size(), 1003U);
     EXPECT_EQ(listed[0], (Listed{"n0", "m", 1}));
@@ -386,9 +386,9 @@ TEST(ReceiptTest, WithAllEveryPlaceIsListedAndBeyondAHundredThousandNotEveryText
     constexpr std::size_t kMost = vexagpx::Receipt::kMostListed;
     vexagpx::Receipt receipt(true);
     for (std::uint64_t i = 0; i < 2 * kMost; ++i)
-        receipt.PassedOver(Passed("n", std::to_string(i), i + 1, true));
-    receipt.PassedOver(Passed("other", "m", 2 * kMost + 1));
-    receipt.PassedOver(Passed("n", "7", 2 * kMost + 2));
+        receipt.Skipped(Passed("n", std::to_string(i), i + 1, true));
+    receipt.Skipped(Passed("other", "m", 2 * kMost + 1));
+    receipt.Skipped(Passed("n", "7", 2 * kMost + 2));
     const std::vector<Listed> listed = ListedBy(receipt);
     ASSERT_EQ(listed.size(), 2 * kMost + 2);
     EXPECT_EQ(listed[kMost - 1], (Listed{"n", std::to_string(kMost - 1), 1}));
@@ -401,8 +401,8 @@ TEST(ReceiptTest, WithAllEveryPlaceIsListedAndBeyondAHundredThousandNotEveryText
 TEST(ReceiptTest, ALongTextIsCutBetweenCharacters) {
     vexagpx::Receipt receipt(false);
     const std::string start(999, 'a');
-    receipt.PassedOver(Passed(start + "b", "m", 1));
-    receipt.PassedOver(Passed(start + "\xC3\xA4z", start + "bc", 2));
+    receipt.Skipped(Passed(start + "b", "m", 1));
+    receipt.Skipped(Passed(start + "\xC3\xA4z", start + "bc", 2));
     EXPECT_THAT(ListedBy(receipt),
                 ElementsAre(Listed{start + "b", "m", 1}, Listed{start + "...", start + "b...", 1}));
 }
@@ -455,7 +455,7 @@ TEST(CheckTest, OfVeryManyNamesTheFirstAreListedAndAllAreCounted) {
 }
 
 TEST(ReceiptTest, EveryReasonAndSeverityHasItsWord) {
-    const std::vector<std::pair<GpxPassOverReason, const char*>> reasons = {
+    const std::vector<std::pair<GpxSkipReason, const char*>> reasons = {
         {kGpxForeignNamespace, "foreign-namespace"},
         {kGpxUnknownElement, "unknown-element"},
         {kGpxOtherVersion, "other-version"},

@@ -3,7 +3,7 @@
 // Cleaning while one request for memory, or all from one on, is refused: each of them in turn.
 //
 // The building of a cleaner under ICU's refusals is left out: ICU 72 crashes on some while it compiles a
-// regular expression, and passes over others. CleanTextFailuresTest refuses it whole objects.
+// regular expression, and skips others. CleanTextFailuresTest refuses it whole objects.
 
 #include <vexaTransferLib/CleanText.h>
 #include <vexaTransferLib/GpxParser.h>

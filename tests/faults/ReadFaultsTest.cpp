@@ -40,15 +40,15 @@ void ReadFromBytes(GpxParser& parser, const FaultFile& file, GpxDocument& docume
     parser.Parse(file.Bytes(), file.Path(), document);
 }
 
-struct Road {
+struct Way {
     const char* name;
     const char* documentType;
     Read read;
     bool isWatched;
 };
 
-void PrintTo(const Road& road, std::ostream* out) {
-    *out << road.name;
+void PrintTo(const Way& way, std::ostream* out) {
+    *out << way.name;
 }
 
 /// What a reading may fail with for want of memory; see GpxParser.
@@ -66,7 +66,7 @@ testing::AssertionResult IsOutOfMemory(std::string_view failure, const FaultFile
     return testing::AssertionFailure() << "not for want of memory: " << failure;
 }
 
-class ReadFaultsTest : public testing::TestWithParam<Road> {
+class ReadFaultsTest : public testing::TestWithParam<Way> {
 protected:
     /// Reads with the request refused that `refuse` chooses, then without a refusal.
     template <class Refuse>
@@ -149,14 +149,14 @@ TEST_P(ReadFaultsTest, OneRequestOfIcu) {
                         [](std::size_t call) { return RefusedIcuMemory::AtCall(call); });
 }
 
-INSTANTIATE_TEST_SUITE_P(Roads, ReadFaultsTest,
-                         testing::Values(Road{"Events", "", ReadFromFile, false},
-                                         Road{"WatchedEvents", "", ReadFromFile, true},
-                                         Road{"WatchedUntrustedEvents", "", ReadUntrusted, true},
-                                         Road{"WatchedEventsOfBytes", "", ReadFromBytes, true},
-                                         Road{"Dom", "<!DOCTYPE gpx>", ReadFromFile, false},
-                                         Road{"WatchedDom", "<!DOCTYPE gpx>", ReadFromFile, true}),
-                         [](const auto& road) { return std::string(road.param.name); });
+INSTANTIATE_TEST_SUITE_P(Ways, ReadFaultsTest,
+                         testing::Values(Way{"Events", "", ReadFromFile, false},
+                                         Way{"WatchedEvents", "", ReadFromFile, true},
+                                         Way{"WatchedUntrustedEvents", "", ReadUntrusted, true},
+                                         Way{"WatchedEventsOfBytes", "", ReadFromBytes, true},
+                                         Way{"Dom", "<!DOCTYPE gpx>", ReadFromFile, false},
+                                         Way{"WatchedDom", "<!DOCTYPE gpx>", ReadFromFile, true}),
+                         [](const auto& way) { return std::string(way.param.name); });
 
 } // namespace
 } // namespace vexaTransferLib

@@ -15,7 +15,7 @@
 #include "support/GpxValues.h"
 #include "support/HeadScan.h"
 #include "support/ModelCompare.h"
-#include "support/NotingObserver.h"
+#include "support/RecordingObserver.h"
 #include "support/TestFiles.h"
 #include "support/ZipFiles.h"
 

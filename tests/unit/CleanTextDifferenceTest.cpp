@@ -9,7 +9,7 @@
 #include <vexaTransferLib/cleaner/Punctuation.h>
 #include <vexaTransferLib/cleaner/References.h>
 
-#include "support/PlainCleaner.h"
+#include "support/RegexCleaner.h"
 
 #include <gtest/gtest.h>
 #include <unicode/locid.h>
@@ -29,8 +29,8 @@ namespace vexaTransferLib {
 
 namespace {
 
-using testing_support::PlainCleaner;
 using testing_support::PlainStep;
+using testing_support::RegexCleaner;
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr int kSlowdown = 10;
@@ -43,8 +43,8 @@ CleanText& Cleaner() {
     return cleaner;
 }
 
-PlainCleaner& Plain() {
-    static PlainCleaner cleaner;
+RegexCleaner& Plain() {
+    static RegexCleaner cleaner;
     return cleaner;
 }
 
@@ -91,16 +91,16 @@ constexpr Step kSteps[] = {kComments,   kScripts, kTabs,         kBlockTags,    
 struct Pipeline {
     const char* name;
     void (CleanText::*linear)(icu::UnicodeString&);
-    void (PlainCleaner::*plain)(icu::UnicodeString&);
+    void (RegexCleaner::*plain)(icu::UnicodeString&);
 };
 
 constexpr Pipeline kPipelines[] = {
-    {"CleanWebTextForTova", &CleanText::CleanWebTextForTova, &PlainCleaner::CleanWebTextForTova},
-    {"HTMLToPlainText", &CleanText::HTMLToPlainText, &PlainCleaner::HTMLToPlainText},
-    {"StripBBCode", &CleanText::StripBBCode, &PlainCleaner::StripBBCode},
-    {"CleanPlainTextForTova", &CleanText::CleanPlainTextForTova, &PlainCleaner::CleanPlainTextForTova},
-    {"ConvertToDosLineBreaks", &CleanText::ConvertToDosLineBreaks, &PlainCleaner::ConvertToDosLineBreaks},
-    {"ReplaceHTMLSymbols", &CleanText::ReplaceHTMLSymbols, &PlainCleaner::ReplaceHTMLSymbols},
+    {"CleanWebTextForTova", &CleanText::CleanWebTextForTova, &RegexCleaner::CleanWebTextForTova},
+    {"HTMLToPlainText", &CleanText::HTMLToPlainText, &RegexCleaner::HTMLToPlainText},
+    {"StripBBCode", &CleanText::StripBBCode, &RegexCleaner::StripBBCode},
+    {"CleanPlainTextForTova", &CleanText::CleanPlainTextForTova, &RegexCleaner::CleanPlainTextForTova},
+    {"ConvertToDosLineBreaks", &CleanText::ConvertToDosLineBreaks, &RegexCleaner::ConvertToDosLineBreaks},
+    {"ReplaceHTMLSymbols", &CleanText::ReplaceHTMLSymbols, &RegexCleaner::ReplaceHTMLSymbols},
 };
 
 // Counts the texts that come out differently, and those that do not come out as they went in.

@@ -359,7 +359,7 @@ void AppendUnlessLast(std::string& lines, std::string& last, const std::string& 
 }
 
 // The messages of construction while the 1st, 2nd ... object of this size is refused. Only whole objects:
-// refused smaller pieces, ICU's compiler crashes on some and passes over others.
+// refused smaller pieces, ICU's compiler crashes on some and skips others.
 std::string ConstructionFailures(std::size_t size) {
     std::string lines;
     std::string last;

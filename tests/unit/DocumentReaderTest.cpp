@@ -5,8 +5,8 @@
 #include <vexaTransferLib/reader/VendorReader.h>
 
 #include "support/ContractChecks.h"
+#include "support/FakeNode.h"
 #include "support/GpxDom.h"
-#include "support/GpxNodeDouble.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 
@@ -233,7 +233,7 @@ TEST(DocumentReaderTest, AMissingChildEndsTheReading) {
     EXPECT_EQ(CountsOf(document), "0 waypoints, 0 routes, 1 tracks");
 }
 
-TEST(DocumentReaderTest, AChildWithoutALocalNameIsPassedOver) {
+TEST(DocumentReaderTest, AChildWithoutALocalNameIsSkipped) {
     const FakeNodePtr nameless = Gpx11Text(u"name", u"N");
     nameless->localName.reset();
     GpxDocument document;
@@ -395,7 +395,7 @@ TEST(MetaDataReaderTest, ANullNodeIsRefusedAndTheRecordsKept) {
     EXPECT_EQ(MetaData(document), "K|||1||");
 }
 
-TEST(MetaDataReaderTest, MissingChildrenAndListsArePassedOver) {
+TEST(MetaDataReaderTest, MissingChildrenAndListsAreSkipped) {
     const FakeNodePtr nameless = Gpx11Text(u"layerkey", u"X");
     nameless->localName.reset();
     MarkingContext context;

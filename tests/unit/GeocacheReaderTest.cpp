@@ -4,8 +4,8 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include "support/ContractChecks.h"
+#include "support/FakeNode.h"
 #include "support/GpxDom.h"
-#include "support/GpxNodeDouble.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 #include "support/IcuMemory.h"
@@ -410,7 +410,7 @@ TEST(GeocacheReaderTest, ACacheWhoseTextCannotBeCleanedIsReadOn) {
 
 // What a Xerces tree never is.
 
-TEST(GeocacheReaderTest, MissingChildrenAndListsArePassedOver) {
+TEST(GeocacheReaderTest, MissingChildrenAndListsAreSkipped) {
     const FakeNodePtr nameless = GeocacheText(u"owner", u"X");
     nameless->localName.reset();
     const FakeNodePtr log =

@@ -162,7 +162,7 @@ TEST(GpxParserFilesTest, EntityReferencesSplitElementTextButNotTheDocumentName) 
     EXPECT_EQ(TextOf(*document.GetWaypointIter(), &GpxPoint::GetDescription), kAbsent);
 }
 
-TEST(GpxParserFilesTest, AnEntityReferenceAmongChildrenIsPassedOver) {
+TEST(GpxParserFilesTest, AnEntityReferenceAmongChildrenIsSkipped) {
     EXPECT_EQ(CountsOf(ReadGpx(ValidGpx("<!ENTITY e '<trk/>'>", "<trk/>&e;<trk/>"))),
               "0 waypoints, 0 routes, 2 tracks");
 }

@@ -74,7 +74,7 @@ INSTANTIATE_TEST_SUITE_P(
         Contents{"DeclaredUtf8", "<?xml version='1.0' encoding='UTF-8'?>" + kNamed, ""},
         Contents{"EncodingContradictsTheBytes", "<?xml version='1.0' encoding='UTF-16'?>" + kNamed, ""},
         Contents{"NoChildren", Gpx11(""), ""},
-        Contents{"PassedOver", Gpx11("<trk/><wpt/><gpx10:wpt/><rte><rtept lat='x'/></rte>"), ""},
+        Contents{"Skipped", Gpx11("<trk/><wpt/><gpx10:wpt/><rte><rtept lat='x'/></rte>"), ""},
         Contents{"PointTypeRefused", Gpx11("<rte><rtept lat='91' lon='0'/></rte>"), ""},
         Contents{"Empty", "", kIllFormed}, Contents{"PlainText", "no XML", kIllFormed},
         Contents{"OnlyADeclaration", "<?xml version='1.0'?>", kIllFormed},

@@ -193,7 +193,7 @@ TEST(GpxParserMemoryTest, RelativeNamesAreResolvedAgainstTheName) {
 }
 
 // A host's parser: notes where the complaints are.
-class NotingParser : public GpxParser {
+class RecordingParser : public GpxParser {
 public:
     void warning(const xercesc::SAXParseException& exception) override { Note("warning", exception); }
     void error(const xercesc::SAXParseException& exception) override {
@@ -232,7 +232,7 @@ TEST(GpxParserMemoryTest, TheErrorHandlerHearsOfEverything) {
         {"<?xml version='1.0' encoding='UTF-16'?>" + kGoodFile, {"warning in line 1 of a/walk.gpx"}},
     };
     for (const auto& row : rows) {
-        NotingParser parser;
+        RecordingParser parser;
         GpxDocument document;
         try {
             parser.Parse(std::string_view(row.bytes), u"a/walk.gpx", document);

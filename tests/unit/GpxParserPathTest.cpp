@@ -48,7 +48,7 @@ namespace fs = std::filesystem;
 const std::string kGoodFile = Gpx11("<wpt lat='1' lon='2'/>");
 
 // Notes what Xerces tells its error handler, and passes it on.
-class NotingParser : public GpxParser {
+class RecordingParser : public GpxParser {
 public:
     void error(const xercesc::SAXParseException& exception) override {
         Note("error", exception);
@@ -123,7 +123,7 @@ protected:
     }
 
     std::string TraceOf(const std::function<void(GpxParser&, GpxDocument&)>& read) const {
-        NotingParser parser;
+        RecordingParser parser;
         Notes notes;
         if (GetParam().isObserved)
             parser.SetObserver(&notes);
@@ -240,12 +240,12 @@ TEST_P(GpxParserUnreadableTest, ThatTheCurrentFolderIsGoneIsTold) {
 
 using Read = std::function<void(GpxParser&, const std::string&, GpxDocument&)>;
 
-struct Way {
+struct Visit {
     const char* name;
     Read read;
 };
 
-void PrintTo(const Way& way, std::ostream* out) {
+void PrintTo(const Visit& way, std::ostream* out) {
     *out << way.name;
 }
 
@@ -277,7 +277,7 @@ Read Observed(const Read& read) {
     };
 }
 
-class GpxParserWayTest : public testing::TestWithParam<Way> {
+class GpxParserWayTest : public testing::TestWithParam<Visit> {
 protected:
     static std::string NameIn(const std::string& path) {
         GpxParser parser;
@@ -288,12 +288,12 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Ways, GpxParserWayTest,
-                         testing::Values(Way{"Path", ReadByPath}, Way{"Bytes", ReadByBytes},
-                                         Way{"Tree", ReadTree}, Way{"ObservedPath", Observed(ReadByPath)},
-                                         Way{"UntrustedPath", Untrusted(ReadByPath)},
-                                         Way{"UntrustedBytes", Untrusted(ReadByBytes)},
-                                         Way{"UntrustedTree", Untrusted(ReadTree)},
-                                         Way{"UntrustedObservedBytes", Untrusted(Observed(ReadByBytes))}),
+                         testing::Values(Visit{"Path", ReadByPath}, Visit{"Bytes", ReadByBytes},
+                                         Visit{"Tree", ReadTree}, Visit{"ObservedPath", Observed(ReadByPath)},
+                                         Visit{"UntrustedPath", Untrusted(ReadByPath)},
+                                         Visit{"UntrustedBytes", Untrusted(ReadByBytes)},
+                                         Visit{"UntrustedTree", Untrusted(ReadTree)},
+                                         Visit{"UntrustedObservedBytes", Untrusted(Observed(ReadByBytes))}),
                          [](const auto& row) { return std::string(row.param.name); });
 
 std::string Named(const std::string& name) {

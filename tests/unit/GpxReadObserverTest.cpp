@@ -6,7 +6,7 @@
 #include "support/GpxReading.h"
 #include "support/GpxText.h"
 #include "support/ModelCompare.h"
-#include "support/NotingObserver.h"
+#include "support/RecordingObserver.h"
 
 #include <vexaTransferLib/GpxParser.h>
 
@@ -29,7 +29,7 @@ namespace {
 
 using namespace testing_support;
 
-/// Of some size, with one thing that is passed over at its start and one at its end.
+/// Of some size, with one thing that is skipped at its start and one at its end.
 std::string BigFile(std::size_t points) {
     return Gpx11("<extensions/>" + Repeat("<wpt lat='1' lon='2'><ele>100</ele></wpt>", points) +
                  "<extensions/>");
@@ -60,7 +60,7 @@ TEST(GpxReadObserverTest, DoesNothingUnlessOverridden) {
     GpxReadObserver observer;
     EXPECT_TRUE(observer.Progress(1, 2));
     observer.ParserMessage({});
-    observer.PassedOver({});
+    observer.Skipped({});
     const Reading reading = ReadObserved(GpxFile(BigFile(10)), observer);
     EXPECT_EQ(reading.error, "");
     EXPECT_EQ(reading.document.GetWaypointCount(), 10U);
@@ -68,7 +68,7 @@ TEST(GpxReadObserverTest, DoesNothingUnlessOverridden) {
 
 TEST(GpxReadObserverTest, IsToldTheProgressFromNothingToEverything) {
     const std::string bytes = BigFile(200000);
-    NotingObserver observer;
+    RecordingObserver observer;
     EXPECT_EQ(ReadObserved(GpxFile(bytes), observer).error, "");
     ASSERT_GE(observer.progress.size(), 50U);
     EXPECT_LE(observer.progress.size(), 300U);
@@ -84,7 +84,7 @@ TEST(GpxReadObserverTest, IsToldTheProgressFromNothingToEverything) {
 
 TEST(GpxReadObserverTest, IsToldTheProgressOfBytesInMemory) {
     const std::string bytes = BigFile(20000);
-    NotingObserver observer;
+    RecordingObserver observer;
     GpxParser parser;
     parser.SetObserver(&observer);
     GpxDocument document;
@@ -97,7 +97,7 @@ TEST(GpxReadObserverTest, IsToldTheProgressOfBytesInMemory) {
 
 TEST(GpxReadObserverTest, AFileThatNeedsADomIsBegunAnew) {
     const std::string bytes = BigDomFile(20000);
-    NotingObserver observer;
+    RecordingObserver observer;
     EXPECT_EQ(ReadObserved(GpxFile(bytes), observer).error, "");
     int begun = 0;
     for (const auto& [bytesRead, bytesInAll] : observer.progress)
@@ -109,7 +109,7 @@ TEST(GpxReadObserverTest, AFileThatNeedsADomIsBegunAnew) {
 TEST(GpxReadObserverTest, IsToldTheProgressOfGetParser) {
     const std::string bytes = BigFile(1000);
     const GpxFile file(bytes);
-    NotingObserver observer;
+    RecordingObserver observer;
     GpxParser parser;
     parser.SetObserver(&observer);
     parser.GetParser(file.Path());
@@ -132,14 +132,14 @@ GpxDocument ReadThroughAPipe(const std::string& bytes, GpxReadObserver& observer
 
 TEST(GpxReadObserverTest, OfAPipeTheLengthIsNotKnown) {
     const std::string bytes = BigFile(20000);
-    NotingObserver observer;
+    RecordingObserver observer;
     EXPECT_EQ(ReadThroughAPipe(bytes, observer).GetWaypointCount(), 20000U);
     EXPECT_EQ(observer.progress.front(), std::make_pair(std::uint64_t{0}, std::uint64_t{0}));
     EXPECT_EQ(observer.progress.back(), std::make_pair(std::uint64_t{bytes.size()}, std::uint64_t{0}));
 }
 
 TEST(GpxReadObserverTest, OfAFileThatIsNotThereThereIsNoProgress) {
-    NotingObserver observer;
+    RecordingObserver observer;
     const Reading reading([&](GpxParser& parser, GpxDocument& document) {
         parser.SetObserver(&observer);
         parser.Parse(u"/nowhere/walk.gpx", document);
@@ -151,7 +151,7 @@ TEST(GpxReadObserverTest, OfAFileThatIsNotThereThereIsNoProgress) {
 
 TEST(GpxReadObserverTest, AnAddressIsReadAsWithoutAnObserver) {
     const GpxFile file(BigFile(3));
-    NotingObserver observer;
+    RecordingObserver observer;
     GpxParser parser;
     parser.SetObserver(&observer);
     GpxDocument document;
@@ -165,12 +165,12 @@ protected:
     const GpxFile file_{GetParam() ? BigDomFile(20000) : BigFile(20000)};
 };
 
-INSTANTIATE_TEST_SUITE_P(Roads, CancelTest, testing::Bool(), [](const testing::TestParamInfo<bool>& road) {
-    return road.param ? "Dom" : "Events";
+INSTANTIATE_TEST_SUITE_P(Ways, CancelTest, testing::Bool(), [](const testing::TestParamInfo<bool>& way) {
+    return way.param ? "Dom" : "Events";
 });
 
 void ExpectCancelledAt(std::size_t calls, const GpxFile& file) {
-    NotingObserver observer;
+    RecordingObserver observer;
     observer.goesOn = [&] { return observer.progress.size() < calls; };
     const Reading reading = ReadObserved(file, observer);
     EXPECT_EQ(reading.error, CancelledMessage(file)) << calls;
@@ -179,14 +179,14 @@ void ExpectCancelledAt(std::size_t calls, const GpxFile& file) {
 }
 
 TEST_P(CancelTest, EndsTheReadingAtAnyProgressAndLeavesTheDocument) {
-    NotingObserver whole;
+    RecordingObserver whole;
     ReadObserved(file_, whole);
     for (std::size_t calls = 1; calls <= whole.progress.size(); ++calls)
         ExpectCancelledAt(calls, file_);
 }
 
 TEST_P(CancelTest, WhatProgressThrowsIsWhatTheCallerGets) {
-    NotingObserver observer;
+    RecordingObserver observer;
     observer.goesOn = [&]() -> bool {
         if (observer.progress.size() == 5)
             throw std::out_of_range("stop");
@@ -199,14 +199,14 @@ TEST_P(CancelTest, WhatProgressThrowsIsWhatTheCallerGets) {
 
 class ThrowingObserver : public GpxReadObserver {
 public:
-    void PassedOver(const GpxPassedOver&) override {
+    void Skipped(const GpxSkippedElement&) override {
         ++calls;
         throw std::out_of_range("enough");
     }
     int calls = 0;
 };
 
-TEST_P(CancelTest, WhatIsThrownOfAPassedOverThingIsWhatTheCallerGets) {
+TEST_P(CancelTest, WhatIsThrownOfASkippedElementIsWhatTheCallerGets) {
     ThrowingObserver observer;
     const Reading reading = ReadObserved(file_, observer);
     EXPECT_EQ(reading.error, std::string(typeid(std::out_of_range).name()) + ": enough");
@@ -271,16 +271,16 @@ const std::vector<LongElement>& LongElements() {
 
 class LongElementTest : public testing::TestWithParam<const char*> {};
 
-INSTANTIATE_TEST_SUITE_P(Roads, LongElementTest, testing::Values("", "<!DOCTYPE gpx>"),
-                         [](const testing::TestParamInfo<const char*>& road) {
-                             return *road.param != '\0' ? "Dom" : "Events";
+INSTANTIATE_TEST_SUITE_P(Ways, LongElementTest, testing::Values("", "<!DOCTYPE gpx>"),
+                         [](const testing::TestParamInfo<const char*>& way) {
+                             return *way.param != '\0' ? "Dom" : "Events";
                          });
 
 TEST_P(LongElementTest, IsToldTheProgressWithinItButNotTooOften) {
     for (const LongElement& element : LongElements()) {
         SCOPED_TRACE(element.name);
         const std::string bytes = GetParam() + element.gpx;
-        NotingObserver observer;
+        RecordingObserver observer;
         EXPECT_EQ(ReadObserved(GpxFile(bytes), observer).error, "");
         const auto atEnd =
             std::count(observer.progress.begin(), observer.progress.end(),
@@ -296,7 +296,7 @@ TEST_P(LongElementTest, CanBeCancelledAtAnyProgressWithinIt) {
     for (const LongElement& element : LongElements()) {
         SCOPED_TRACE(element.name);
         const GpxFile file(GetParam() + element.gpx);
-        NotingObserver whole;
+        RecordingObserver whole;
         ReadObserved(file, whole);
         const std::size_t last = whole.progress.size();
         for (const std::size_t calls : {last / 2, last - 1, last})
@@ -310,9 +310,9 @@ TEST_P(LongElementTest, ACancelledReadingOfChildrenTellsNothingMore) {
             continue;
         SCOPED_TRACE(element.name);
         const GpxFile file(GetParam() + element.gpx);
-        NotingObserver whole;
+        RecordingObserver whole;
         ReadObserved(file, whole);
-        NotingObserver observer;
+        RecordingObserver observer;
         std::size_t told = 0;
         observer.goesOn = [&] {
             told = observer.things.size();
@@ -328,7 +328,7 @@ TEST_P(LongElementTest, ACancelledReadingOfChildrenTellsNothingMore) {
 
 TEST(GpxReadObserverTest, ALongElementFromAPipeIsToldToo) {
     const std::string bytes = LongWaypoint(Repeat("<x/>", 150000));
-    NotingObserver observer;
+    RecordingObserver observer;
     ReadThroughAPipe(bytes, observer);
     EXPECT_GE(std::count(observer.progress.begin(), observer.progress.end(),
                          std::make_pair(std::uint64_t{bytes.size()}, std::uint64_t{0})),
@@ -337,7 +337,7 @@ TEST(GpxReadObserverTest, ALongElementFromAPipeIsToldToo) {
 
 TEST(GpxReadObserverTest, AfterACancelledReadingTheParserReadsOn) {
     const GpxFile file(BigFile(20000));
-    NotingObserver observer;
+    RecordingObserver observer;
     observer.goesOn = [] { return false; };
     GpxParser parser;
     GpxDocument document;
@@ -355,7 +355,7 @@ TEST(GpxReadObserverTest, IsToldTheParsersMessagesBeforeTheHandlerIs) {
             heardBefore = observer.messages;
             GpxParser::fatalError(exception);
         }
-        NotingObserver observer;
+        RecordingObserver observer;
         std::string heardBefore;
     };
     const GpxFile file("<gpx version='1.1'>\n<wpt></gpx>");
@@ -368,10 +368,10 @@ TEST(GpxReadObserverTest, IsToldTheParsersMessagesBeforeTheHandlerIs) {
 }
 
 TEST(GpxReadObserverTest, IsToldWarningsAndErrorsOfAValidatingParse) {
-    class Files : public NotingObserver {
+    class Files : public RecordingObserver {
     public:
         void ParserMessage(const GpxParserMessage& message) override {
-            NotingObserver::ParserMessage(message);
+            RecordingObserver::ParserMessage(message);
             file = message.file;
         }
         std::string file;
@@ -386,7 +386,7 @@ TEST(GpxReadObserverTest, IsToldWarningsAndErrorsOfAValidatingParse) {
 
 TEST(GpxReadObserverTest, ObservedOrNotTheModelIsTheSame) {
     const GpxFile file(ReadTestData("cli/full.gpx"));
-    NotingObserver observer;
+    RecordingObserver observer;
     const Reading observed = ReadObserved(file, observer);
     const Reading silent = ReadingOfFile(file.NarrowPath());
     EXPECT_TRUE(IsSameModel(silent.document, observed.document));

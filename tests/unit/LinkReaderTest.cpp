@@ -4,8 +4,8 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include "support/ContractChecks.h"
+#include "support/FakeNode.h"
 #include "support/GpxDom.h"
-#include "support/GpxNodeDouble.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 
@@ -81,7 +81,7 @@ TEST(LinkReaderTest, WithoutAChildListTheLinkIsRefusedAndTheOutputUnchanged) {
     EXPECT_EQ(LinkText(link), "before|-|-");
 }
 
-TEST(LinkReaderTest, AMissingChildIsReportedAndPassedOver) {
+TEST(LinkReaderTest, AMissingChildIsReportedAndSkipped) {
     GpxUrl link(u"before");
     EXPECT_REPORT(
         reader::ReadLink(AnyContext(),
@@ -90,7 +90,7 @@ TEST(LinkReaderTest, AMissingChildIsReportedAndPassedOver) {
     EXPECT_EQ(LinkText(link), "u|a|b");
 }
 
-TEST(LinkReaderTest, AChildWithoutALocalNameIsPassedOver) {
+TEST(LinkReaderTest, AChildWithoutALocalNameIsSkipped) {
     const FakeNodePtr nameless = Gpx11Text(u"text", u"a");
     nameless->localName.reset();
     GpxUrl link(u"before");
@@ -98,7 +98,7 @@ TEST(LinkReaderTest, AChildWithoutALocalNameIsPassedOver) {
     EXPECT_EQ(LinkText(link), "u|-|b");
 }
 
-TEST(LinkReaderTest, AFailingChildIsPassedOver) {
+TEST(LinkReaderTest, AFailingChildIsSkipped) {
     const FakeNodePtr failing = Throwing(*Gpx11Text(u"text", u"a"), std::runtime_error("any"));
     GpxUrl link(u"before");
     reader::ReadLink(AnyContext(), Link({failing, Gpx11Text(u"type", u"b")})->View(), link);

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/NodeView.h>
 
-#include <vexaTransferLib/reader/ChildGuard.h>
 #include <vexaTransferLib/reader/DomNode.h>
+#include <vexaTransferLib/reader/FailureIsolation.h>
 
 #include "support/ContractChecks.h"
-#include "support/GpxNodeDouble.h"
+#include "support/FakeNode.h"
 #include "support/GpxText.h"
 #include "support/TestFiles.h"
 
@@ -99,13 +99,13 @@ TEST(ChildWalkTest, ANodeWithoutAChildListHasNoChildren) {
     EXPECT_FALSE(ChildWalk(WithoutChildList(*Gpx11Node(u"p", {Gpx11Node(u"a")}))->View()).Next(child));
 }
 
-constexpr ChildMessages kMessages = {"no children", "no child", text::places::kLinkChildren,
-                                     text::places::kLinkChild};
+constexpr ChildMessages kMessages = {"no children", "no child", text::sites::kLinkChildren,
+                                     text::sites::kLinkChild};
 
 // The names that arrive; those in `failing` throw after they were noted.
-std::string GuardedNames(const FakeNodePtr& parent, const char16_t* failing = u"") {
+std::string IsolatedNames(const FakeNodePtr& parent, const char16_t* failing = u"") {
     std::string names;
-    ForEachGuardedChild(AnyContext(), parent->View(), kMessages, [&](const NodeView& child) {
+    ForEachIsolatedChild(AnyContext(), parent->View(), kMessages, [&](const NodeView& child) {
         names += Utf8(child.LocalName()) + " ";
         if (Equals(child.LocalName(), failing))
             throw std::runtime_error("any");
@@ -115,38 +115,38 @@ std::string GuardedNames(const FakeNodePtr& parent, const char16_t* failing = u"
     return names;
 }
 
-TEST(ChildGuardTest, OneBadChildNeverCostsItsParent) {
+TEST(FailureIsolationTest, OneBadChildNeverCostsItsParent) {
     const FakeNodePtr parent = Gpx11Node(u"p", {Gpx11Node(u"a"), Gpx11Node(u"b"), Gpx11Node(u"c")});
-    EXPECT_EQ(CaptureStandardError([&] { EXPECT_EQ(GuardedNames(parent, u"b"), "a b c "); }), "");
+    EXPECT_EQ(CaptureStandardError([&] { EXPECT_EQ(IsolatedNames(parent, u"b"), "a b c "); }), "");
 }
 
-TEST(ChildGuardTest, OnlyStandardExceptionsAreHeld) {
-    EXPECT_THROW(GuardedNames(Gpx11Node(u"p", {Gpx11Node(u"int")})), int);
+TEST(FailureIsolationTest, OnlyStandardExceptionsAreHeld) {
+    EXPECT_THROW(IsolatedNames(Gpx11Node(u"p", {Gpx11Node(u"int")})), int);
 }
 
-TEST(ChildGuardTest, EachMissingChildWritesOneReport) {
+TEST(FailureIsolationTest, EachMissingChildWritesOneReport) {
     const std::string written = CaptureStandardError([] {
-        EXPECT_EQ(GuardedNames(Gpx11Node(u"p", {nullptr, Gpx11Node(u"a"), nullptr})), "a ");
+        EXPECT_EQ(IsolatedNames(Gpx11Node(u"p", {nullptr, Gpx11Node(u"a"), nullptr})), "a ");
     });
     const std::size_t half = written.find('\n') + 1;
     EXPECT_TRUE(IsOneReport(written.substr(0, half), kParserSource));
     EXPECT_TRUE(IsOneReport(written.substr(half), kParserSource));
 }
 
-TEST(ChildGuardTest, ChildrenWithoutALocalNameArePassedOver) {
+TEST(FailureIsolationTest, ChildrenWithoutALocalNameAreSkipped) {
     const FakeNodePtr nameless = Gpx11Node(u"x");
     nameless->localName.reset();
     const FakeNodePtr parent = Gpx11Node(u"p", {nameless, Gpx11Node(u"a")});
-    EXPECT_EQ(GuardedNames(parent), "a ");
+    EXPECT_EQ(IsolatedNames(parent), "a ");
     std::string names;
     ForEachNamedChild(AnyContext(), parent->View(),
                       [&](const NodeView& child) { names += Utf8(child.LocalName()); });
     EXPECT_EQ(names, "a");
 }
 
-TEST(ChildGuardTest, WithoutAChildListOnlyTheGuardedWalkFails) {
+TEST(FailureIsolationTest, WithoutAChildListOnlyTheGuardedWalkFails) {
     const FakeNodePtr parent = WithoutChildList(*Gpx11Node(u"p"));
-    EXPECT_FAILURE(GuardedNames(parent), dbc::postcondition_error, "no children", kParserSource);
+    EXPECT_FAILURE(IsolatedNames(parent), dbc::postcondition_error, "no children", kParserSource);
     ForEachNamedChild(AnyContext(), parent->View(), [](const NodeView&) { FAIL(); });
     ForEachNamedChild(AnyContext(), NodeView(), [](const NodeView&) { FAIL(); });
 }

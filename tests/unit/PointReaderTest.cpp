@@ -4,8 +4,8 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include "support/ContractChecks.h"
+#include "support/FakeNode.h"
 #include "support/GpxDom.h"
-#include "support/GpxNodeDouble.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 
@@ -96,7 +96,7 @@ TEST(PointReaderTest, TheLastOfSeveralValuesCounts) {
     EXPECT_EQ(FixOf(point), kGpxFixPPS);
 }
 
-TEST(PointReaderTest, UnreadableValuesArePassedOver) {
+TEST(PointReaderTest, UnreadableValuesAreSkipped) {
     const GpxPoint point =
         Read11("<ele>12,5</ele><time>yesterday</time><magvar>5 </magvar><geoidheight>x</geoidheight>"
                "<name><b>N</b></name><src><!-- c -->S</src><fix>3D</fix>");
@@ -117,7 +117,7 @@ TEST(PointReaderTest, NonFiniteElevationsArePresentValues) {
               -std::numeric_limits<double>::infinity());
 }
 
-TEST(PointReaderTest, AMagneticVariationThatTheModelRefusesIsReportedAndPassedOver) {
+TEST(PointReaderTest, AMagneticVariationThatTheModelRefusesIsReportedAndSkipped) {
     for (const char* text : {"360", "-0.5", "nan", "inf"}) {
         GpxPoint point(kGpxWaypoint, 0.0, 0.0);
         EXPECT_REPORT(
@@ -402,7 +402,7 @@ TEST(PointReaderTest, WithoutAChildListThePointIsRefused) {
                    "Unable to read GPX point child elements.", kParserSource);
 }
 
-TEST(PointReaderTest, AMissingChildIsReportedAndPassedOver) {
+TEST(PointReaderTest, AMissingChildIsReportedAndSkipped) {
     GpxPoint point(kGpxWaypoint, 0.0, 0.0);
     EXPECT_REPORT(
         point = ReadView(*Gpx11Point(u"wpt", {Gpx11Text(u"name", u"N"), nullptr, Gpx11Text(u"sym", u"S")})),
@@ -411,7 +411,7 @@ TEST(PointReaderTest, AMissingChildIsReportedAndPassedOver) {
     EXPECT_EQ(TextOf(point, &GpxPoint::GetSymbol), "S");
 }
 
-TEST(PointReaderTest, AChildWithoutALocalNameIsPassedOver) {
+TEST(PointReaderTest, AChildWithoutALocalNameIsSkipped) {
     const FakeNodePtr nameless = Gpx11Text(u"name", u"N");
     nameless->localName.reset();
     EXPECT_EQ(TextOf(ReadView(*Gpx11Point(u"wpt", {nameless})), &GpxPoint::GetName), kAbsent);

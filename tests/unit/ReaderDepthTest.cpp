@@ -32,7 +32,7 @@ std::string Nested(const std::string& innermost) {
     return Repeat("<a xmlns=\"u1\">", kLevels) + innermost + Repeat("</a>", kLevels);
 }
 
-TEST(ReaderDepthTest, AMillionLevelsInAWaypointArePassedOver) {
+TEST(ReaderDepthTest, AMillionLevelsInAWaypointAreSkipped) {
     const GpxDocument document =
         ReadOnASmallStack(Gpx11("<wpt lat='1' lon='2'>" + Nested("") + "<name>N</name></wpt><trk/>"));
     EXPECT_EQ(CountsOf(document), "1 waypoints, 0 routes, 1 tracks");
@@ -56,7 +56,7 @@ TEST(ReaderDepthTest, DeepTextIsReadThroughTheDom) {
     EXPECT_EQ(CountsOf(document), "0 waypoints, 0 routes, 1 tracks");
 }
 
-TEST(ReaderDepthTest, AMillionLevelsBelowTheRootArePassedOver) {
+TEST(ReaderDepthTest, AMillionLevelsBelowTheRootAreSkipped) {
     EXPECT_EQ(CountsOf(ReadOnASmallStack(Gpx11("<trk/>" + Nested("") + "<trk/>"))),
               "0 waypoints, 0 routes, 2 tracks");
 }

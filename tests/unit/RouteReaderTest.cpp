@@ -4,8 +4,8 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include "support/ContractChecks.h"
+#include "support/FakeNode.h"
 #include "support/GpxDom.h"
-#include "support/GpxNodeDouble.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 
@@ -103,7 +103,7 @@ TEST(RouteReaderTest, TheLastOfSeveralRouteTypesCounts) {
     EXPECT_EQ(Summary(Read11(RouteType("points") + RouteType("nonsense"))), "(absent)|(absent)|(absent)|1|");
 }
 
-TEST(RouteReaderTest, ARoutePointThatTheRouteRefusesIsReportedAndPassedOver) {
+TEST(RouteReaderTest, ARoutePointThatTheRouteRefusesIsReportedAndSkipped) {
     GpxRoute route(kTarvikRouteStandard);
     EXPECT_REPORT(
         route = Read11(RouteType("points") + RoutePoint("a", "start") + kPlainPoint + RoutePoint("b", "via")),
@@ -116,7 +116,7 @@ TEST(RouteReaderTest, ARoutePointThatTheRouteRefusesIsReportedAndPassedOver) {
     EXPECT_EQ(Summary(route), "(absent)|(absent)|(absent)|2| b:5");
 }
 
-TEST(RouteReaderTest, ARoutePointThatCannotBeReadIsReportedAndPassedOver) {
+TEST(RouteReaderTest, ARoutePointThatCannotBeReadIsReportedAndSkipped) {
     GpxRoute route(kTarvikRouteStandard);
     EXPECT_REPORT(route = Read11(std::string(kPlainPoint) + "<rtept lat='1'/>" + kPlainPoint), kParserSource);
     EXPECT_EQ(Summary(route), "(absent)|(absent)|(absent)|0| p:0 p:0");
@@ -168,7 +168,7 @@ TEST(RouteReaderTest, ANullNodeHasNoChildList) {
     EXPECT_EQ(document.GetRouteCount(), 0u);
 }
 
-TEST(RouteReaderTest, AMissingChildIsReportedAndPassedOver) {
+TEST(RouteReaderTest, AMissingChildIsReportedAndSkipped) {
     GpxDocument document;
     EXPECT_REPORT(
         ReadView(Gpx11Node(u"rte", {Gpx11Text(u"name", u"N"), nullptr, Gpx11Point(u"rtept")}), document),
@@ -176,7 +176,7 @@ TEST(RouteReaderTest, AMissingChildIsReportedAndPassedOver) {
     EXPECT_EQ(Summary(*document.GetRouteIter()), "N|(absent)|(absent)|0| (absent):0");
 }
 
-TEST(RouteReaderTest, AMissingChildOfTheExtensionsIsReportedAndPassedOver) {
+TEST(RouteReaderTest, AMissingChildOfTheExtensionsIsReportedAndSkipped) {
     const FakeNodePtr type = Gpx11Text(u"routeType", u"points");
     type->namespaceUri = u"https://tarvik.example/xmlschemas/gpx-extensions/1/0";
     GpxDocument document;
@@ -185,7 +185,7 @@ TEST(RouteReaderTest, AMissingChildOfTheExtensionsIsReportedAndPassedOver) {
     EXPECT_EQ(RouteTypeOf(*document.GetRouteIter()), kTarvikRoutePoints);
 }
 
-TEST(RouteReaderTest, ExtensionsWithoutAChildListAreReportedAndPassedOver) {
+TEST(RouteReaderTest, ExtensionsWithoutAChildListAreReportedAndSkipped) {
     GpxDocument document;
     EXPECT_REPORT(
         ReadView(Gpx11Node(u"rte", {WithoutChildList(*Gpx11Node(u"extensions")), Gpx11Text(u"name", u"N")}),
@@ -194,7 +194,7 @@ TEST(RouteReaderTest, ExtensionsWithoutAChildListAreReportedAndPassedOver) {
     EXPECT_EQ(Summary(*document.GetRouteIter()), "N|(absent)|(absent)|0|");
 }
 
-TEST(RouteReaderTest, AFailingChildIsPassedOver) {
+TEST(RouteReaderTest, AFailingChildIsSkipped) {
     GpxDocument document;
     ReadView(Gpx11Node(u"rte", {Throwing(*Gpx11Text(u"name", u"N"), std::runtime_error("any")),
                                 Gpx11Text(u"src", u"S")}),

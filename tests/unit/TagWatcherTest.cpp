@@ -3,7 +3,7 @@
 
 #include "support/GpxText.h"
 
-#include <vexaTransferLib/reader/ReadingStop.h>
+#include <vexaTransferLib/reader/ReadAborted.h>
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ namespace {
 
 using testing_support::Repeat;
 using testing_support::Wide;
-using Extent = InputGuard::Extent;
+using Extent = InputLimiter::Extent;
 
 GpxInputLimits LowLimits(std::uint64_t tagBytes = 60) {
     GpxInputLimits limits;
@@ -41,7 +41,7 @@ struct Watched {
                     0, watcher.Watch(reinterpret_cast<const unsigned char*>(piece.data()), piece.size()));
             }
             watcher.ThrowIfRefused();
-        } catch (const ReadingStop& stop) {
+        } catch (const ReadAborted& stop) {
             try {
                 std::rethrow_exception(stop.reason);
             } catch (const std::exception& exception) {

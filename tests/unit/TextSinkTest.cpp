@@ -61,8 +61,8 @@ TEST(TextSinkTest, RawAndEscapedTakeEmptyTexts) {
               "");
 }
 
-TEST(TextSinkTest, HeldTextPasses) {
-    EXPECT_REPORT(writer::RequireHeld(u"", kSource), "");
+TEST(TextSinkTest, TextThatIsNotBogusPasses) {
+    EXPECT_REPORT(writer::RequireNotBogus(u"", kSource), "");
 }
 
 TEST(TextSinkTest, TextThatIcuGaveUpOnIsReported) {
@@ -75,7 +75,7 @@ TEST(TextSinkTest, TextThatIcuGaveUpOnIsReported) {
     sink.Ascii("later pieces are ignored");
     EXPECT_TRUE(out.isBogus());
     // The compilers differ about the line of a call within a macro of several lines.
-    const auto check = [&] { static_cast<void>(writer::RequireHeld(out, kSource)); };
+    const auto check = [&] { static_cast<void>(writer::RequireNotBogus(out, kSource)); };
     EXPECT_FAILURE(check(), dbc::postcondition_error, "The GPX text is too large to be held in memory.",
                    kSource);
 }

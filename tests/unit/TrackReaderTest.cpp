@@ -4,8 +4,8 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include "support/ContractChecks.h"
+#include "support/FakeNode.h"
 #include "support/GpxDom.h"
-#include "support/GpxNodeDouble.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 
@@ -135,7 +135,7 @@ TEST(TrackReaderTest, WhatFollowsTheSegmentsIsStillRead) {
     EXPECT_EQ(Texts(Read11("<trkseg/>" + std::string(kAllTexts))), "N|D|S|T|255");
 }
 
-TEST(TrackReaderTest, ATrackPointThatCannotBeReadIsReportedAndPassedOver) {
+TEST(TrackReaderTest, ATrackPointThatCannotBeReadIsReportedAndSkipped) {
     GpxTrack track;
     EXPECT_REPORT(
         track = Read11("<trkseg>" + TrackPoint("a") + "<trkpt lat='1'/>" + TrackPoint("b") + "</trkseg>"),
@@ -219,7 +219,7 @@ TEST(TrackReaderTest, ASegmentWithoutAChildListIsReportedAndTheTrackGoesOn) {
     EXPECT_EQ(TextOf(*document.GetTrackIter(), &GpxTrack::GetName), "N");
 }
 
-TEST(TrackReaderTest, AMissingChildIsReportedAndPassedOver) {
+TEST(TrackReaderTest, AMissingChildIsReportedAndSkipped) {
     GpxDocument document;
     EXPECT_REPORT(ReadView(Gpx11Node(u"trk", {nullptr, Gpx11Text(u"name", u"N")}), document), kParserSource);
     EXPECT_EQ(TextOf(*document.GetTrackIter(), &GpxTrack::GetName), "N");
@@ -230,7 +230,7 @@ TEST(TrackReaderTest, AMissingChildIsReportedAndPassedOver) {
     EXPECT_EQ(Segments(track), "[(absent) (absent)]");
 }
 
-TEST(TrackReaderTest, AChildWithoutALocalNameIsPassedOver) {
+TEST(TrackReaderTest, AChildWithoutALocalNameIsSkipped) {
     const FakeNodePtr nameless = Gpx11Point(u"trkpt");
     nameless->localName.reset();
     GpxTrack track;
@@ -238,7 +238,7 @@ TEST(TrackReaderTest, AChildWithoutALocalNameIsPassedOver) {
     EXPECT_EQ(Segments(track), "[]");
 }
 
-TEST(TrackReaderTest, AFailingChildIsPassedOver) {
+TEST(TrackReaderTest, AFailingChildIsSkipped) {
     GpxDocument document;
     ReadView(Gpx11Node(u"trk", {Throwing(*Gpx11Text(u"name", u"N"), std::runtime_error("any")),
                                 Gpx11Text(u"src", u"S")}),

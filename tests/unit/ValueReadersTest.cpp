@@ -3,8 +3,8 @@
 #include <vexaTransferLib/reader/ValueReaders.h>
 
 #include "support/ContractChecks.h"
+#include "support/FakeNode.h"
 #include "support/GpxDom.h"
-#include "support/GpxNodeDouble.h"
 #include "support/GpxText.h"
 #include "support/LocaleScopes.h"
 #include "support/TestFiles.h"

@@ -4,8 +4,8 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include "support/ContractChecks.h"
+#include "support/FakeNode.h"
 #include "support/GpxDom.h"
-#include "support/GpxNodeDouble.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 
@@ -135,7 +135,7 @@ FakeNodePtr VendorText(const char16_t* name, const char16_t* text) {
     return node;
 }
 
-TEST(VendorTypeReaderTest, AMissingChildIsReportedAndPassedOver) {
+TEST(VendorTypeReaderTest, AMissingChildIsReportedAndSkipped) {
     const FakeNodePtr node = Gpx11Node(
         u"extensions", {nullptr, VendorText(u"routeType", u"points"), VendorText(u"routePointType", u"via")});
     TarvikRouteType routeType = kTarvikRouteStandard;
@@ -309,17 +309,17 @@ TEST(WaypointDataReaderTest, ANullNodeOrOneWithoutALocalNameIsReported) {
     EXPECT_FALSE(point.ContainsExtensions());
 }
 
-TEST(WaypointDataReaderTest, MissingChildrenAndListsArePassedOver) {
+TEST(WaypointDataReaderTest, MissingChildrenAndListsAreSkipped) {
     const FakeNodePtr nameless = Gpx11Text(u"objectid", u"X");
     nameless->localName.reset();
     const FakeNodePtr formString = Gpx11Text(u"formstring", u"v");
     formString->attributes = {{u"key", u"k"}};
     const FakeNodePtr form = Gpx11Node(u"formdata", {nullptr, nameless, formString});
     MarkingContext context;
-    reader::KeptElements kept(context.receipt, reader::KeptElements::Elements::kStay);
+    reader::FieldSources sources(context.reporter, reader::FieldSources::Lifetime::kLong);
     GpxPoint point(kGpxWaypoint, 0.0, 0.0);
     const auto read = [&](const FakeNodePtr& node) {
-        return CaptureStandardError([&] { reader::ReadWaypointData(context, kept, node->View(), point); });
+        return CaptureStandardError([&] { reader::ReadWaypointData(context, sources, node->View(), point); });
     };
     EXPECT_EQ(read(Gpx11Node(u"extensions", {nullptr, nameless, form, Gpx11Text(u"objectid", u"G")})), "");
     EXPECT_EQ(FormOf(point), "k=v@0;");
@@ -331,11 +331,11 @@ TEST(WaypointDataReaderTest, MissingChildrenAndListsArePassedOver) {
 
 TEST(WaypointDataReaderTest, HasNoGuardOfItsOwn) {
     MarkingContext context;
-    reader::KeptElements kept(context.receipt, reader::KeptElements::Elements::kStay);
+    reader::FieldSources sources(context.reporter, reader::FieldSources::Lifetime::kLong);
     GpxPoint point(kGpxWaypoint, 0.0, 0.0);
     const FakeNodePtr node =
         Gpx11Node(u"extensions", {Throwing(*Gpx11Text(u"objectid", u"G"), std::runtime_error("any"))});
-    EXPECT_THROW(reader::ReadWaypointData(context, kept, node->View(), point), std::runtime_error);
+    EXPECT_THROW(reader::ReadWaypointData(context, sources, node->View(), point), std::runtime_error);
 }
 
 std::int16_t ColorFrom(const std::string& children, std::int16_t before = -1) {
@@ -390,7 +390,7 @@ TEST(TrackDataReaderTest, ANullNodeOrOneWithoutALocalNameIsReported) {
                   kParserSource);
 }
 
-TEST(TrackDataReaderTest, MissingChildrenAndListsArePassedOver) {
+TEST(TrackDataReaderTest, MissingChildrenAndListsAreSkipped) {
     MarkingContext context;
     GpxTrack track;
     const auto read = [&](const FakeNodePtr& node) {

@@ -49,7 +49,7 @@ std::string ReadToEnd(ZipFileReader& reader, unsigned int piece = 4096) {
     return bytes;
 }
 
-std::string ReadWhole(ZipFileReader& reader, unsigned int piece = 4096) {
+std::string ReadTree(ZipFileReader& reader, unsigned int piece = 4096) {
     reader.OpenCurrentFile();
     const std::string bytes = ReadToEnd(reader, piece);
     reader.CloseCurrentFile();
@@ -87,7 +87,7 @@ TEST(ZipFileReaderTest, WalksTheEntriesInTheirOrder) {
     EXPECT_FALSE(reader.GoToNextFile());
     EXPECT_FALSE(reader.GoToNextFile());
     EXPECT_EQ(NameBytes(reader), "long.txt") << "a move that fails at the end keeps the current entry";
-    EXPECT_EQ(ReadWhole(reader), Lines(3000));
+    EXPECT_EQ(ReadTree(reader), Lines(3000));
     EXPECT_TRUE(reader.GoToFirstFile());
     EXPECT_EQ(NameBytes(reader), "short.txt");
 }
@@ -95,7 +95,7 @@ TEST(ZipFileReaderTest, WalksTheEntriesInTheirOrder) {
 TEST(ZipFileReaderTest, ReadsAFreshReadersFirstEntryWithoutAMove) {
     const ArchiveFile file(BuildZip(ThreeEntries()));
     ZipFileReader reader(file.Path());
-    EXPECT_EQ(ReadWhole(reader), "some words");
+    EXPECT_EQ(ReadTree(reader), "some words");
 }
 
 struct Layout {
@@ -126,7 +126,7 @@ TEST_P(ZipLayoutTest, ReadsWhatWasPacked) {
         ASSERT_TRUE(found);
         EXPECT_EQ(NameBytes(reader), entry.name);
         EXPECT_EQ(reader.GetCurrentFileInfo().size, entry.content.size());
-        EXPECT_EQ(ReadWhole(reader), entry.content);
+        EXPECT_EQ(ReadTree(reader), entry.content);
         found = reader.GoToNextFile();
     }
     EXPECT_FALSE(found);
@@ -204,7 +204,7 @@ TEST(ZipFileReaderTest, GivesNamesByteForByte) {
         ASSERT_TRUE(found);
         EXPECT_EQ(NameBytes(reader), name.given);
         EXPECT_EQ(reader.GetCurrentFileInfo().nameLength, name.stored.size());
-        EXPECT_EQ(ReadWhole(reader), "of " + name.stored.substr(0, 5));
+        EXPECT_EQ(ReadTree(reader), "of " + name.stored.substr(0, 5));
         found = reader.GoToNextFile();
     }
     EXPECT_FALSE(found);
@@ -215,7 +215,7 @@ TEST(ZipFileReaderTest, PiecesOfAnySizeGiveTheSame) {
         const ArchiveFile file(BuildZip({{.name = "a", .content = Lines(3000), .method = method}}));
         ZipFileReader reader(file.Path());
         for (const unsigned int piece : {1u, 7u, 4096u, 16384u, 16385u, 1u << 20})
-            EXPECT_EQ(ReadWhole(reader, piece), Lines(3000)) << method << " in pieces of " << piece;
+            EXPECT_EQ(ReadTree(reader, piece), Lines(3000)) << method << " in pieces of " << piece;
     }
 }
 
@@ -272,7 +272,7 @@ TEST(ZipFileReaderTest, OpeningAgainStartsFromTheBeginning) {
     reader.OpenCurrentFile();
     EXPECT_EQ(ReadToEnd(reader), "some words");
     reader.CloseCurrentFile();
-    EXPECT_EQ(ReadWhole(reader), "some words");
+    EXPECT_EQ(ReadTree(reader), "some words");
     EXPECT_FAILURE(reader.CloseCurrentFile(), dbc::precondition_error, kNotClosed, "");
 }
 
@@ -291,16 +291,16 @@ TEST(ZipFileReaderTest, AMoveClosesTheOpenEntry) {
     readSome();
     EXPECT_TRUE(reader.GoToNextFile());
     expectNoneOpen();
-    EXPECT_EQ(ReadWhole(reader), "");
+    EXPECT_EQ(ReadTree(reader), "");
     EXPECT_TRUE(reader.GoToNextFile());
     readSome();
     EXPECT_FALSE(reader.GoToNextFile());
     expectNoneOpen();
-    EXPECT_EQ(ReadWhole(reader), Lines(3000));
+    EXPECT_EQ(ReadTree(reader), Lines(3000));
     readSome();
     EXPECT_TRUE(reader.GoToFirstFile());
     expectNoneOpen();
-    EXPECT_EQ(ReadWhole(reader), "some words");
+    EXPECT_EQ(ReadTree(reader), "some words");
 }
 
 TEST(ZipFileReaderTest, AskingForNameAndInfoDoesNotDisturbTheReading) {
@@ -417,7 +417,7 @@ TEST(ZipFileReaderTest, EntriesWithSizesInZip64FormAreReadOrRefused) {
                     EXPECT_EQ(entry.zip64, Zip64Extra::kBoth);
                     EXPECT_FAILURE(reader.OpenCurrentFile(), dbc::precondition_error, kNotOpened, "");
                 } else {
-                    EXPECT_EQ(ReadWhole(reader), entry.content);
+                    EXPECT_EQ(ReadTree(reader), entry.content);
                 }
                 EXPECT_EQ(reader.GoToNextFile(), &entry != &entries.back());
             }
@@ -448,7 +448,7 @@ TEST(ZipFileReaderTest, OpensPathsOutsideAscii) {
     const ArchiveFile file(BuildZip(ThreeEntries()),
                            "H\xC3\xBCtte \xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x97\xBB.zip");
     ZipFileReader reader(file.Path());
-    EXPECT_EQ(ReadWhole(reader), "some words");
+    EXPECT_EQ(ReadTree(reader), "some words");
     const ArchiveFile empty(BuildZip({}), "\xC3\x9C.zip");
     EXPECT_EQ(ZipFileReader(empty.Path()).GetFileCount(), 0u);
 }
@@ -461,7 +461,7 @@ TEST(ZipFileReaderTest, OpensAFileByTheBytesOfItsPath) {
         const std::string path = (folder / name).string();
         WriteBytes(path, BuildZip({{.name = "a", .content = name}}));
         ZipFileReader reader = ZipFileReader::OpenFile(path);
-        EXPECT_EQ(ReadWhole(reader), name);
+        EXPECT_EQ(ReadTree(reader), name);
         WriteBytes(path, BuildZip({}));
         EXPECT_EQ(ZipFileReader::OpenFile(path).GetFileCount(), 0u);
     }
@@ -476,7 +476,7 @@ TEST(ZipFileReaderTest, ReadersOnOneArchiveAreIndependent) {
     EXPECT_EQ(first.ReadFromCurrentFile(buffer, sizeof buffer), 4);
     EXPECT_TRUE(second.GoToNextFile());
     EXPECT_TRUE(second.GoToNextFile());
-    EXPECT_EQ(ReadWhole(second), Lines(3000));
+    EXPECT_EQ(ReadTree(second), Lines(3000));
     second.Close();
     EXPECT_EQ(ReadToEnd(first), " words");
     EXPECT_EQ(NameBytes(first), "short.txt");
@@ -495,7 +495,7 @@ TEST(ZipFileReaderTest, ThreadsReadOneArchiveEachWithItsReader) {
                 ZipFileReader reader(file.Path());
                 std::string all;
                 for (bool found = reader.GoToFirstFile(); found; found = reader.GoToNextFile())
-                    all += ReadWhole(reader, 1000);
+                    all += ReadTree(reader, 1000);
                 count += all == expected ? 1 : 0;
             }
         });
@@ -515,7 +515,7 @@ TEST(ZipFileReaderTest, ReadsManyEntries) {
     for (const ZipEntry& entry : entries) {
         ASSERT_TRUE(found);
         EXPECT_EQ(NameBytes(reader), entry.name);
-        EXPECT_EQ(ReadWhole(reader), entry.content);
+        EXPECT_EQ(ReadTree(reader), entry.content);
         found = reader.GoToNextFile();
     }
     EXPECT_FALSE(found);

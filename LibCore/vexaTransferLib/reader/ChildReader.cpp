@@ -6,22 +6,22 @@ namespace vexaTransferLib::reader {
 namespace {
 
 void ReadChild(ReadContext& context, ChildReader& reader, const NodeView& child) {
-    text::Ensure(!child.IsNull(), reader.MissingChildPlace(), reader.MissingChildMessage());
-    switch (reader.WayOf(child)) {
-    case ChildReader::Way::kPassOver:
+    text::Ensure(!child.IsNull(), reader.MissingChildSite(), reader.MissingChildMessage());
+    switch (reader.Classify(child)) {
+    case ChildReader::Visit::kSkip:
         break;
-    case ChildReader::Way::kWhole:
-        reader.ReadWhole(child);
+    case ChildReader::Visit::kAsTree:
+        reader.ReadTree(child);
         break;
-    case ChildReader::Way::kChildByChild:
-        ReadChildren(context, *reader.Enter(child), child);
+    case ChildReader::Visit::kDescend:
+        ReadChildren(context, *reader.Descend(child), child);
         break;
     }
 }
 
 } // namespace
 
-std::unique_ptr<ChildReader> ChildReader::Enter(const NodeView&) {
+std::unique_ptr<ChildReader> ChildReader::Descend(const NodeView&) {
     return nullptr;
 }
 
@@ -29,10 +29,10 @@ void ReadChildren(ReadContext& context, ChildReader& reader, const NodeView& nod
     ChildWalk children(node);
     for (NodeView child; children.Next(child);) {
         context.Work();
-        Guarded(
+        IsolateFailure(
             reader, [&] { ReadChild(context, reader, child); },
             [&](const char* message) {
-                context.receipt.PassOver(child.IsNull() ? node : child, kGpxRefused, message, true);
+                context.reporter.Skip(child.IsNull() ? node : child, kGpxRefused, message, true);
             });
     }
     reader.Finish();

@@ -7,7 +7,7 @@
 
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 
 #include <exception>
 #include <memory>
@@ -18,28 +18,28 @@ namespace vexaTransferLib::reader {
 /// a time: a source of events need not hold more than one child, and a tree is walked the same way.
 class ChildReader {
 public:
-    enum class Way {
-        kPassOver,
-        kWhole,       ///< ReadWhole wants the child with all below it
-        kChildByChild ///< Enter gives the reader of its children
+    enum class Visit {
+        kSkip,
+        kAsTree, ///< ReadTree wants the child with all below it
+        kDescend ///< Descend gives the reader of its children
     };
 
     virtual ~ChildReader() = default;
 
     /// True when a child that fails costs no more than itself. Only what derives from std::exception is
     /// swallowed; the XML parser's own exceptions (out of memory among them) do not and pass through.
-    virtual bool IsGuarded() const = 0;
+    virtual bool IsolatesFailures() const = 0;
     /// Said by the check that a child is there at all.
     virtual const char* MissingChildMessage() const = 0;
     /// Named by its contract report.
-    virtual const text::Place& MissingChildPlace() const = 0;
+    virtual const text::CheckSite& MissingChildSite() const = 0;
 
     // What follows is given a child that is not null.
 
     /// Asked once for each child, in their order. Name, namespace and attributes may be looked at.
-    virtual Way WayOf(const NodeView& child) = 0;
-    virtual void ReadWhole(const NodeView& child) = 0;
-    virtual std::unique_ptr<ChildReader> Enter(const NodeView& child);
+    virtual Visit Classify(const NodeView& child) = 0;
+    virtual void ReadTree(const NodeView& child) = 0;
+    virtual std::unique_ptr<ChildReader> Descend(const NodeView& child);
     /// After the last child.
     virtual void Finish() = 0;
 };
@@ -49,8 +49,8 @@ void ReadChildren(ReadContext& context, ChildReader& reader, const NodeView& nod
 
 /// Calls `read`; when the reader is guarded, its failure is swallowed and `refuse` called with the message.
 template <class Read, class Refuse>
-void Guarded(const ChildReader& reader, Read read, Refuse refuse) {
-    if (!reader.IsGuarded()) {
+void IsolateFailure(const ChildReader& reader, Read read, Refuse refuse) {
+    if (!reader.IsolatesFailures()) {
         read();
         return;
     }

@@ -7,7 +7,7 @@
 
 #include <vexaTransferLib/GpxUrl.h>
 #include <vexaTransferLib/GpxVersion.h>
-#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/LinkReader.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
@@ -33,10 +33,10 @@ bool ReadCommentAsDescription(ReadContext& context, const NodeView& node, Owner&
 
 /// The first description stays.
 template <class Owner>
-bool ReadDescription(ReadContext& context, KeptElements& kept, const NodeView& node, Owner& owner) {
+bool ReadDescription(ReadContext& context, FieldSources& sources, const NodeView& node, Owner& owner) {
     icu::UnicodeString text;
     if (owner.GetDescription(text)) {
-        kept.Refuse(u"desc", node);
+        sources.ReportIgnored(u"desc", node);
         return false;
     }
     if (!ReadText(context, node, text))
@@ -49,7 +49,7 @@ bool ReadDescription(ReadContext& context, KeptElements& kept, const NodeView& n
 template <class Owner>
 bool ReadLinkElement(ReadContext& context, const GpxVersion& version, const NodeView& node, Owner& owner) {
     if (version.IsGpx10()) {
-        context.receipt.OtherVersion(node, version);
+        context.reporter.SkipOtherVersion(node, version);
         return false;
     }
     GpxUrl link(text::kVendorHomePage);
@@ -62,7 +62,7 @@ bool ReadLinkElement(ReadContext& context, const GpxVersion& version, const Node
 template <class Owner>
 bool ReadUrlElement(ReadContext& context, const GpxVersion& version, const NodeView& node, Owner& owner) {
     if (!version.IsGpx10()) {
-        context.receipt.OtherVersion(node, version);
+        context.reporter.SkipOtherVersion(node, version);
         return false;
     }
     icu::UnicodeString text;
@@ -76,13 +76,13 @@ bool ReadUrlElement(ReadContext& context, const GpxVersion& version, const NodeV
 template <class Owner>
 bool ReadUrlNameElement(ReadContext& context, const GpxVersion& version, const NodeView& node, Owner& owner) {
     if (!version.IsGpx10()) {
-        context.receipt.OtherVersion(node, version);
+        context.reporter.SkipOtherVersion(node, version);
         return false;
     }
     icu::UnicodeString text;
     GpxUrl link(text::kVendorHomePage);
     if (!owner.GetURL(link)) {
-        context.receipt.PassOver(node, kGpxIncomplete, "No url stands before it.", true);
+        context.reporter.Skip(node, kGpxIncomplete, "No url stands before it.", true);
         return false;
     }
     if (!ReadText(context, node, text))

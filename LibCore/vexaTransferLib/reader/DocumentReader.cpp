@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/DocumentReader.h>
 
-#include <vexaTransferLib/reader/ChildGuard.h>
+#include <vexaTransferLib/reader/FailureIsolation.h>
+#include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
-#include <vexaTransferLib/reader/KeptElements.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/RouteReader.h>
 #include <vexaTransferLib/reader/ToldValues.h>
@@ -18,12 +18,13 @@ namespace vexaTransferLib::reader {
 namespace {
 
 // GPX 1.0 has these below the root, GPX 1.1 in its metadata; both places are read in both versions.
-bool ReadNameOrTime(ReadContext& context, KeptElements& kept, const NodeView& child, GpxDocument& document) {
+bool ReadNameOrTime(ReadContext& context, FieldSources& sources, const NodeView& child,
+                    GpxDocument& document) {
     if (Equals(child.LocalName(), u"name")) {
         icu::UnicodeString name;
         if (child.TextContent(name)) {
             GpxModelAccess::SetName(document, std::move(name));
-            kept.Keep(u"name", child);
+            sources.Set(u"name", child);
         }
         return true;
     }
@@ -31,66 +32,67 @@ bool ReadNameOrTime(ReadContext& context, KeptElements& kept, const NodeView& ch
         double time = 0.0;
         if (ReadTime(context, child, time)) {
             GpxModelAccess::SetTime(document, time);
-            kept.Keep(u"time", child);
+            sources.Set(u"time", child);
         }
         return true;
     }
     return false;
 }
 
-void ReadMetaData(ReadContext& context, KeptElements& kept, const NodeView& metadata, GpxDocument& document) {
+void ReadMetaData(ReadContext& context, FieldSources& sources, const NodeView& metadata,
+                  GpxDocument& document) {
     ForEachNamedChild(context, metadata, [&](const NodeView& child) {
-        if (ReadNameOrTime(context, kept, child, document))
+        if (ReadNameOrTime(context, sources, child, document))
             return;
         if (!Equals(child.LocalName(), u"extensions"))
-            context.receipt.Unknown(child);
+            context.reporter.SkipUnknown(child);
         else if (ReadDocumentData(context, child, document))
-            kept.Keep(u"extensions", child);
+            sources.Set(u"extensions", child);
         else
-            kept.Drop(u"extensions");
+            sources.Clear(u"extensions");
     });
 }
 
-// GPX wants waypoints, then routes, then tracks; what stands out of that order is passed over.
+// GPX wants waypoints, then routes, then tracks; what stands out of that order is skipped.
 class RootReader final : public ChildReader {
 public:
     RootReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
         : context_(context), version_(version), document_(document) {}
 
-    bool IsGuarded() const override { return false; }
+    bool IsolatesFailures() const override { return false; }
     const char* MissingChildMessage() const override { return "Unable to read a GPX child node."; }
-    const text::Place& MissingChildPlace() const override { return text::places::kGpxChild; }
+    const text::CheckSite& MissingChildSite() const override { return text::sites::kGpxChild; }
 
-    Way WayOf(const NodeView& child) override {
+    Visit Classify(const NodeView& child) override {
         const char16_t* const name = child.LocalName();
         if (!IsStandard(version_, child)) {
             if (name != nullptr)
-                TellForeignToGpx(context_.receipt, version_, child, IsKnown(name));
-            return Way::kPassOver;
+                SkipForeignToGpx(context_.reporter, version_, child, IsKnown(name));
+            return Visit::kSkip;
         }
         if (name == nullptr)
-            return Way::kPassOver;
+            return Visit::kSkip;
         if (!IsKnown(name)) {
-            context_.receipt.Unknown(child);
-            return Way::kPassOver;
+            context_.reporter.SkipUnknown(child);
+            return Visit::kSkip;
         }
         if (Equals(name, u"wpt") || Equals(name, u"rte") || Equals(name, u"trk"))
             return WayInOrder(child);
-        return Way::kWhole;
+        return Visit::kAsTree;
     }
 
-    std::unique_ptr<ChildReader> Enter(const NodeView& child) override {
+    std::unique_ptr<ChildReader> Descend(const NodeView& child) override {
         return Equals(child.LocalName(), u"trk") ? EnterTrack(context_, version_, child, document_)
                                                  : EnterRoute(context_, version_, child, document_);
     }
 
-    void ReadWhole(const NodeView& child) override {
+    void ReadTree(const NodeView& child) override {
         if (Equals(child.LocalName(), u"wpt"))
             ReadWaypoint(child);
         else if (Equals(child.LocalName(), u"metadata"))
-            ReadMetaData(context_, kept_, child, document_);
+            ReadMetaData(context_, sources_, child, document_);
         else
-            ReadNameOrTime(context_, kept_, child, document_);
+            ReadNameOrTime(context_, sources_, child, document_);
     }
 
     void Finish() override {}
@@ -104,18 +106,18 @@ private:
     }
 
     // Of a waypoint, a route, or a track.
-    Way WayInOrder(const NodeView& child) {
+    Visit WayInOrder(const NodeView& child) {
         const bool isWaypoint = Equals(child.LocalName(), u"wpt");
         const bool isTrack = Equals(child.LocalName(), u"trk");
         if (isWaypoint ? routeSeen_ || trackSeen_ : !isTrack && trackSeen_) {
-            context_.receipt.PassOver(
+            context_.reporter.Skip(
                 child, kGpxOutOfOrder,
                 isWaypoint ? "It stands behind a route or a track." : "It stands behind a track.", true);
-            return Way::kPassOver;
+            return Visit::kSkip;
         }
         trackSeen_ = trackSeen_ || isTrack;
         routeSeen_ = routeSeen_ || !(isTrack || isWaypoint);
-        return isWaypoint ? Way::kWhole : Way::kChildByChild;
+        return isWaypoint ? Visit::kAsTree : Visit::kDescend;
     }
 
     void ReadWaypoint(const NodeView& child) {
@@ -127,7 +129,7 @@ private:
     GpxDocument& document_;
     bool routeSeen_ = false;
     bool trackSeen_ = false;
-    KeptElements kept_{context_.receipt, KeptElements::Elements::kGo};
+    FieldSources sources_{context_.reporter, FieldSources::Lifetime::kShort};
 };
 
 } // namespace
@@ -135,10 +137,10 @@ private:
 std::unique_ptr<ChildReader> EnterDocument(ReadContext& context, const NodeView& root,
                                            GpxDocument& document) {
     icu::UnicodeString versionText;
-    text::Ensure(ReadTextAttribute(root, u"version", versionText), text::places::kGpxVersion,
+    text::Ensure(ReadTextAttribute(root, u"version", versionText), text::sites::kGpxVersion,
                  "Unable to read the GPX version.");
     const GpxVersion version(versionText);
-    text::Ensure(root.HasChildList(), text::places::kGpxChildren, "Unable to read the GPX file nodes.");
+    text::Ensure(root.HasChildList(), text::sites::kGpxChildren, "Unable to read the GPX file nodes.");
     return std::make_unique<RootReader>(context, version, document);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/DomNode.h>
 
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/text/IcuText.h>
 
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 
@@ -75,7 +75,7 @@ public:
         if (!HasTextContent(root)) {
             const XMLCh* value = root.getTextContent();
             if (value != nullptr)
-                out = text::Held(value);
+                out = text::CopyOf(value);
             return value != nullptr;
         }
         out.remove();
@@ -85,7 +85,7 @@ public:
             const DOMNode* child = HasTextContent(*current) ? current->getFirstChild() : nullptr;
             current = child != nullptr ? child : NextOutside(current, &root);
         }
-        text::CheckHeld(out);
+        text::ThrowIfBogus(out);
         return true;
     }
 

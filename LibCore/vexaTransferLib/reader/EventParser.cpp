@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/EventParser.h>
 
-#include <vexaTransferLib/reader/GuardedParser.h>
+#include <vexaTransferLib/reader/LimitedParser.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
 #include <xercesc/framework/XMLAttr.hpp>
@@ -30,8 +30,8 @@ const char16_t* Known(const char16_t* uri) {
 } // namespace
 
 // The same as for the DOM: validation only where a grammar is named, namespaces, no schema.
-EventParser::EventParser(EventWalk& walk, HeldErrors& errors, bool isWatched, InputGuard* guard)
-    : walk_(walk), errors_(errors), isWatched_(isWatched), guard_(guard) {
+EventParser::EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched, InputLimiter* limiter)
+    : walk_(walk), errors_(errors), isWatched_(isWatched), limiter_(limiter) {
     setErrorHandler(&errors);
     // Without handlers the parser would keep its events to itself.
     setContentHandler(&handler_);
@@ -66,10 +66,10 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
                                const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) {
     if (isRoot)
         errors_.Release(); // No declaration can follow that would make the file one for the DOM.
-    if (guard_ != nullptr)
-        TakeStartTag(*guard_, declaration, attributes, attributeCount);
+    if (limiter_ != nullptr)
+        TakeStartTag(*limiter_, declaration, attributes, attributeCount);
     if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(),
-                           isWatched_ ? handler_.Place() : NodePlace())) {
+                           isWatched_ ? handler_.Location() : SourceLocation())) {
         for (XMLSize_t i = 0; i < attributeCount; ++i) {
             const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
             walk_.AddAttribute(attribute.getQName(), attribute.getValue());
@@ -82,14 +82,14 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
 
 void EventParser::endElement(const xercesc::XMLElementDecl&, const unsigned int, const bool,
                              const XMLCh* const) {
-    if (guard_ != nullptr)
-        guard_->EndElement();
+    if (limiter_ != nullptr)
+        limiter_->EndElement();
     walk_.EndElement();
 }
 
 void EventParser::docCharacters(const XMLCh* const text, const XMLSize_t length, const bool isCData) {
-    if (guard_ != nullptr)
-        guard_->AddText(length);
+    if (limiter_ != nullptr)
+        limiter_->AddText(length);
     if (isCData)
         walk_.AddCData({text, length});
     else
@@ -101,14 +101,14 @@ void EventParser::ignorableWhitespace(const XMLCh* const text, const XMLSize_t l
 }
 
 void EventParser::docComment(const XMLCh* const text) {
-    if (guard_ != nullptr)
-        guard_->CheckText(xercesc::XMLString::stringLen(text));
+    if (limiter_ != nullptr)
+        limiter_->CheckText(xercesc::XMLString::stringLen(text));
     walk_.AddOther();
 }
 
 void EventParser::docPI(const XMLCh* const, const XMLCh* const data) {
-    if (guard_ != nullptr)
-        guard_->CheckText(xercesc::XMLString::stringLen(data));
+    if (limiter_ != nullptr)
+        limiter_->CheckText(xercesc::XMLString::stringLen(data));
     walk_.AddOther();
 }
 
@@ -120,8 +120,8 @@ void EventParser::XMLDecl(const XMLCh* const version, const XMLCh* const, const 
 
 void EventParser::doctypeDecl(const xercesc::DTDElementDecl&, const XMLCh* const, const XMLCh* const,
                               const bool, const bool) {
-    if (guard_ != nullptr)
-        guard_->RefuseDocumentType();
+    if (limiter_ != nullptr)
+        limiter_->RefuseDocumentType();
     throw NeedsDom();
 }
 

@@ -5,9 +5,9 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/reader/BufferedErrorHandler.h>
 #include <vexaTransferLib/reader/EventWalk.h>
-#include <vexaTransferLib/reader/HeldErrors.h>
-#include <vexaTransferLib/reader/InputGuard.h>
+#include <vexaTransferLib/reader/InputLimiter.h>
 
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax/Locator.hpp>
@@ -27,8 +27,8 @@ struct NeedsDom {};
 class EventParser final : public xercesc::SAX2XMLReaderImpl {
 public:
     /// \param isWatched tells the walk where each element stands
-    /// \param guard null when the file is trusted
-    EventParser(EventWalk& walk, HeldErrors& errors, bool isWatched, InputGuard* guard);
+    /// \param limiter null when the file is trusted
+    EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched, InputLimiter* limiter);
 
     /// False after the parse of what could not be opened.
     bool HasDocument() const { return hasDocument_; }
@@ -55,7 +55,7 @@ private:
     class Handler final : public xercesc::DefaultHandler {
     public:
         void setDocumentLocator(const xercesc::Locator* const locator) override { locator_ = locator; }
-        NodePlace Place() const { return {locator_->getLineNumber(), locator_->getColumnNumber()}; }
+        SourceLocation Location() const { return {locator_->getLineNumber(), locator_->getColumnNumber()}; }
 
     private:
         const xercesc::Locator* locator_ = nullptr;
@@ -64,10 +64,10 @@ private:
     const char16_t* NamespaceUri(unsigned int uriId);
 
     EventWalk& walk_;
-    HeldErrors& errors_;
+    BufferedErrorHandler& errors_;
     Handler handler_;
     bool isWatched_;
-    InputGuard* guard_;
+    InputLimiter* limiter_;
     bool hasDocument_ = false;
     /// By the parser's numbers.
     std::vector<const char16_t*> namespaceUris_;

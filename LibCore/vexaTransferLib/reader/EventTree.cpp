@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/EventTree.h>
 
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/text/IcuText.h>
 
 #include <algorithm>
 #include <cstring>
@@ -61,7 +61,7 @@ struct EventTree::Node {
     Node* parent;
     Node* firstChild;
     Node* next;
-    NodePlace place;
+    SourceLocation location;
 };
 
 const EventTree::Node& EventTree::AsNode(const void* node) {
@@ -106,11 +106,12 @@ void EventTree::FinishText() {
     growing_ = nullptr;
 }
 
-void EventTree::StartElement(const char16_t* namespaceUri, const char16_t* localName, NodePlace place) {
+void EventTree::StartElement(const char16_t* namespaceUri, const char16_t* localName,
+                             SourceLocation location) {
     Node& node = Append(kElement);
     node.namespaceUri = namespaceUri;
     node.localName = localName;
-    node.place = place;
+    node.location = location;
     open_ = &node;
     next_ = &node.firstChild;
     ++depth_;
@@ -194,7 +195,7 @@ bool EventTree::TextContent(const void* node, icu::UnicodeString& out) const {
         return false;
     out.remove();
     if (root->kind == kText) {
-        out = text::Held(root->text);
+        out = text::CopyOf(root->text);
         return true;
     }
     const Node* current = root->firstChild;
@@ -209,7 +210,7 @@ bool EventTree::TextContent(const void* node, icu::UnicodeString& out) const {
             current = current->parent;
         current = current == root ? nullptr : current->next;
     }
-    text::CheckHeld(out);
+    text::ThrowIfBogus(out);
     return true;
 }
 
@@ -235,8 +236,8 @@ std::string EventTree::Path(const void* node) const {
     return PathOf(names);
 }
 
-NodePlace EventTree::Place(const void* node) const {
-    return AsNode(node).place;
+SourceLocation EventTree::Location(const void* node) const {
+    return AsNode(node).location;
 }
 
 } // namespace vexaTransferLib::reader

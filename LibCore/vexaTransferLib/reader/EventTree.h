@@ -67,7 +67,7 @@ public:
     // Building. The first element is the root; the others go below the one that is open. Namespace and name
     // must outlive the tree; other texts are copied.
 
-    void StartElement(const char16_t* namespaceUri, const char16_t* localName, NodePlace place);
+    void StartElement(const char16_t* namespaceUri, const char16_t* localName, SourceLocation location);
     void AddAttribute(const char16_t* qualifiedName, const char16_t* value);
     void AddText(std::u16string_view text);
     void AddCData(std::u16string_view text);
@@ -89,7 +89,7 @@ public:
     bool HasChildList(const void* node) const override;
     bool NextChild(const void* node, ChildPosition& position, const void*& child) const override;
     std::string Path(const void* node) const override;
-    NodePlace Place(const void* node) const override;
+    SourceLocation Location(const void* node) const override;
 
 private:
     struct AttributeNode;

@@ -12,8 +12,8 @@ void EventWalk::Try(Read read, Refuse refuse) {
         if (readers_.empty())
             read();
         else
-            Guarded(*readers_.back().reader, read, refuse);
-    } catch (const ReadingStop&) {
+            IsolateFailure(*readers_.back().reader, read, refuse);
+    } catch (const ReadAborted&) {
         throw;
     } catch (...) {
         failure_ = std::current_exception();
@@ -23,15 +23,15 @@ void EventWalk::Try(Read read, Refuse refuse) {
 
 template <class Read>
 void EventWalk::TryChild(const NodeView& child, Read read) {
-    Try(read, [&](const char* message) { context_.receipt.PassOver(child, kGpxRefused, message, true); });
+    Try(read, [&](const char* message) { context_.reporter.Skip(child, kGpxRefused, message, true); });
 }
 
-// All of it or nothing: where memory runs out the element is passed over, and its parent's reader goes on.
+// All of it or nothing: where memory runs out the element is skipped, and its parent's reader goes on.
 template <class Make>
-void EventWalk::Enter(const NodeView& node, Make makeReader) {
+void EventWalk::Descend(const NodeView& node, Make makeReader) {
     Open open;
-    if (context_.receipt.IsWanted())
-        open.ifRefused = Receipt::Describe(node, kGpxRefused, {}, true);
+    if (context_.reporter.IsWanted())
+        open.ifRefused = SkipReporter::Describe(node, kGpxRefused, {}, true);
     names_.reserve(names_.size() + 1);
     readers_.reserve(readers_.size() + 1);
     open.reader = makeReader();
@@ -39,20 +39,21 @@ void EventWalk::Enter(const NodeView& node, Make makeReader) {
     names_.push_back(node.LocalName());
 }
 
-bool EventWalk::StartElement(const char16_t* namespaceUri, const char16_t* localName, NodePlace place) {
+bool EventWalk::StartElement(const char16_t* namespaceUri, const char16_t* localName,
+                             SourceLocation location) {
     switch (state_) {
     case State::kBetween:
         tree_.Clear();
         break;
     case State::kInTree:
         break;
-    case State::kPassing:
-        ++passedDepth_;
+    case State::kSkipping:
+        ++skippedDepth_;
         return false;
     case State::kFailed:
         return false;
     }
-    tree_.StartElement(namespaceUri, localName, place);
+    tree_.StartElement(namespaceUri, localName, location);
     return true;
 }
 
@@ -70,23 +71,23 @@ void EventWalk::BeginRoot(const NodeView& root) {
     rootSeen_ = true;
     TryChild(root, [&] {
         RequireGpxRoot(root);
-        Enter(root, [&] { return EnterDocument(context_, root, document_); });
+        Descend(root, [&] { return EnterDocument(context_, root, document_); });
     });
 }
 
 void EventWalk::BeginChild(const NodeView& child) {
-    state_ = State::kPassing;
-    passedDepth_ = 1;
+    state_ = State::kSkipping;
+    skippedDepth_ = 1;
     TryChild(child, [&] {
         ChildReader& reader = *readers_.back().reader;
-        switch (reader.WayOf(child)) {
-        case ChildReader::Way::kPassOver:
+        switch (reader.Classify(child)) {
+        case ChildReader::Visit::kSkip:
             break;
-        case ChildReader::Way::kWhole:
+        case ChildReader::Visit::kAsTree:
             state_ = State::kInTree;
             break;
-        case ChildReader::Way::kChildByChild:
-            Enter(child, [&] { return reader.Enter(child); });
+        case ChildReader::Visit::kDescend:
+            Descend(child, [&] { return reader.Descend(child); });
             state_ = State::kBetween;
             break;
         }
@@ -100,10 +101,10 @@ void EventWalk::EndElement() {
         break;
     case State::kInTree:
         if (tree_.EndElement())
-            EndWhole();
+            EndTree();
         break;
-    case State::kPassing:
-        if (--passedDepth_ == 0)
+    case State::kSkipping:
+        if (--skippedDepth_ == 0)
             state_ = State::kBetween;
         break;
     case State::kFailed:
@@ -111,9 +112,9 @@ void EventWalk::EndElement() {
     }
 }
 
-void EventWalk::EndWhole() {
+void EventWalk::EndTree() {
     state_ = State::kBetween;
-    TryChild(tree_.Root(), [&] { readers_.back().reader->ReadWhole(tree_.Root()); });
+    TryChild(tree_.Root(), [&] { readers_.back().reader->ReadTree(tree_.Root()); });
 }
 
 void EventWalk::EndReader() {
@@ -123,7 +124,7 @@ void EventWalk::EndReader() {
     Try([&] { ended.reader->Finish(); },
         [&](const char* message) {
             ended.ifRefused.message = message;
-            context_.receipt.Tell(ended.ifRefused);
+            context_.reporter.Notify(ended.ifRefused);
         });
 }
 

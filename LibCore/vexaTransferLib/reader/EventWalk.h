@@ -19,7 +19,7 @@ namespace vexaTransferLib::reader {
 
 /// Reads a document from the events of one parse: the long elements child by child, every other child as a small
 /// tree when it has ended. A failure of the reading is kept, for the file may still prove ill-formed, which comes
-/// first; what is left of the file is then passed over.
+/// first; what is left of the file is then skipped.
 class EventWalk {
 public:
     EventWalk(ReadContext& context, GpxDocument& document) : context_(context), document_(document) {}
@@ -27,7 +27,7 @@ public:
     // The events. An element's attributes come between its start and its Begin.
 
     /// True when its attributes are wanted.
-    bool StartElement(const char16_t* namespaceUri, const char16_t* localName, NodePlace place);
+    bool StartElement(const char16_t* namespaceUri, const char16_t* localName, SourceLocation location);
     void AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
         tree_.AddAttribute(qualifiedName, value);
     }
@@ -54,18 +54,18 @@ public:
 
 private:
     enum class State {
-        kBetween, ///< the children of the innermost reader come next
-        kInTree,  ///< within a child that is read whole
-        kPassing, ///< within a child that is passed over
+        kBetween,  ///< the children of the innermost reader come next
+        kInTree,   ///< within a child that is read whole
+        kSkipping, ///< within a child that is skipped
         kFailed
     };
 
     void BeginRoot(const NodeView& root);
     void BeginChild(const NodeView& child);
-    void EndWhole();
+    void EndTree();
     void EndReader();
     template <class Make>
-    void Enter(const NodeView& node, Make makeReader);
+    void Descend(const NodeView& node, Make makeReader);
     template <class Read, class Refuse>
     void Try(Read read, Refuse refuse);
     template <class Read>
@@ -73,7 +73,7 @@ private:
 
     struct Open {
         std::unique_ptr<ChildReader> reader;
-        GpxPassedOver ifRefused; ///< for its end, where its node is gone; empty when nobody watches
+        GpxSkippedElement ifRefused; ///< for its end, where its node is gone; empty when nobody watches
     };
 
     ReadContext& context_;
@@ -84,7 +84,7 @@ private:
     EventTree tree_{names_};
     State state_ = State::kBetween;
     bool rootSeen_ = false;
-    std::size_t passedDepth_ = 0;
+    std::size_t skippedDepth_ = 0;
     std::exception_ptr failure_;
 };
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/GeocacheReader.h>
 
-#include <vexaTransferLib/reader/ChildGuard.h>
-#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/FailureIsolation.h>
+#include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/NumberText.h>
@@ -62,16 +62,16 @@ const TextElement<Record>* FindText(const TextElement<Record> (&elements)[Size],
 
 // True when the child is one of the record's texts and has one.
 template <class Record, std::size_t Size>
-bool ReadTextOf(ReadContext& context, KeptElements& kept, const NodeView& child,
+bool ReadTextOf(ReadContext& context, FieldSources& sources, const NodeView& child,
                 const TextElement<Record> (&elements)[Size], Record& record) {
     const TextElement<Record>* const element = FindText(elements, child);
     if (element == nullptr) {
-        context.receipt.Unknown(child);
+        context.reporter.SkipUnknown(child);
         return false;
     }
     if (!ReadCleanText(context, child, record.*element->field))
         return false;
-    kept.Keep(element->name, child);
+    sources.Set(element->name, child);
     return true;
 }
 
@@ -81,7 +81,7 @@ void ForEachGroundspeakChild(ReadContext& context, const NodeView& node, Read re
         if (IsGroundspeak(child))
             read(child);
         else
-            context.receipt.Foreign(child, "that of geocaches", true);
+            context.reporter.SkipForeign(child, "that of geocaches", true);
     });
 }
 
@@ -93,19 +93,18 @@ void ReadLogId(ReadContext& context, const NodeView& node, GpxGroundspeakCacheLo
     long long whole = 0;
     const char* const end = id.data() + id.size();
     if (std::from_chars(id.data(), end, whole).ptr != end || whole != log.id)
-        context.receipt.PassOver(node, kGpxUnreadable, "Its id is not a number.", true);
+        context.reporter.Skip(node, kGpxUnreadable, "Its id is not a number.", true);
 }
 
 bool ReadLog(ReadContext& context, const NodeView& node, GpxGroundspeakCache& cache) {
     context.CountObject();
     GpxGroundspeakCacheLog log;
     ReadLogId(context, node, log);
-    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
-    ForEachGroundspeakChild(context, node,
-                            [&](const NodeView& child) { ReadTextOf(context, kept, child, kLogTexts, log); });
+    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
+    ForEachGroundspeakChild(
+        context, node, [&](const NodeView& child) { ReadTextOf(context, sources, child, kLogTexts, log); });
     if (log.date.isEmpty() || log.finder.isEmpty() || log.text.isEmpty()) {
-        context.receipt.PassOver(node, kGpxIncomplete, "A log without date, finder or text is not kept.",
-                                 true);
+        context.reporter.Skip(node, kGpxIncomplete, "A log without date, finder or text is not kept.", true);
         return false;
     }
     cache.logs.push_back(std::move(log));
@@ -117,7 +116,7 @@ bool ReadTravelBug(ReadContext& context, const NodeView& travelBug, GpxGroundspe
     ForEachGroundspeakChild(context, travelBug, [&](const NodeView& child) {
         icu::UnicodeString name;
         if (!Equals(child.LocalName(), u"name")) {
-            context.receipt.Unknown(child);
+            context.reporter.SkipUnknown(child);
         } else if (ReadCleanText(context, child, name)) {
             context.CountObject();
             cache.travelbugs.push_back(name);
@@ -125,23 +124,22 @@ bool ReadTravelBug(ReadContext& context, const NodeView& travelBug, GpxGroundspe
         }
     });
     if (!found)
-        context.receipt.PassOver(travelBug, kGpxIncomplete, "A travel bug without a name is not kept.", true);
+        context.reporter.Skip(travelBug, kGpxIncomplete, "A travel bug without a name is not kept.", true);
     return found;
 }
 
 // Unlike the rest of the extensions, only the first counts.
 void TellOtherGeocache(ReadContext& context, const NodeView& child, bool isRead) {
     if (!IsGroundspeak(child))
-        context.receipt.Foreign(child, "that of geocaches", true);
+        context.reporter.SkipForeign(child, "that of geocaches", true);
     else if (isRead)
-        context.receipt.PassOver(child, kGpxReplaced, "The geocache before it is the one that is read.",
-                                 true);
+        context.reporter.Skip(child, kGpxReplaced, "The geocache before it is the one that is read.", true);
 }
 
 } // namespace
 
 bool IsGroundspeak(const NodeView& node) {
-    if (!text::SoftCheck(!node.IsNull(), text::places::kGroundspeakNode))
+    if (!text::SoftCheck(!node.IsNull(), text::sites::kGroundspeakNode))
         return false;
     const char16_t* const uri = node.NamespaceUri();
     return Equals(uri, text::kGroundspeak10Namespace) || Equals(uri, text::kGroundspeak101Namespace);
@@ -171,18 +169,18 @@ bool ReadGeocache(ReadContext& context, const NodeView& node, GpxGroundspeakCach
     context.CountObject();
     cache.Clear();
     bool found = false;
-    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
+    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
     ForEachGroundspeakChild(context, node, [&](const NodeView& child) {
         if (Equals(child.LocalName(), u"logs"))
             ReadGeocacheLogs(context, child, cache);
         else if (Equals(child.LocalName(), u"travelbugs"))
             ReadTravelBugs(context, child, cache);
-        else if (ReadTextOf(context, kept, child, kCacheTexts, cache))
+        else if (ReadTextOf(context, sources, child, kCacheTexts, cache))
             found = true;
     });
     if (!found && !(cache.logs.empty() && cache.travelbugs.empty()))
-        context.receipt.PassOver(node, kGpxIncomplete,
-                                 "A geocache with nothing but logs and travel bugs is not kept.", true);
+        context.reporter.Skip(node, kGpxIncomplete,
+                              "A geocache with nothing but logs and travel bugs is not kept.", true);
     return found;
 }
 
@@ -190,7 +188,7 @@ bool ReadGeocacheLogs(ReadContext& context, const NodeView& logs, GpxGroundspeak
     bool found = false;
     ForEachGroundspeakChild(context, logs, [&](const NodeView& child) {
         if (!Equals(child.LocalName(), u"log"))
-            context.receipt.Unknown(child);
+            context.reporter.SkipUnknown(child);
         else if (child.HasChildList())
             found = ReadLog(context, child, cache) || found;
     });
@@ -203,7 +201,7 @@ bool ReadTravelBugs(ReadContext& context, const NodeView& travelBugs, GpxGrounds
         if (Equals(child.LocalName(), u"travelbug"))
             found = ReadTravelBug(context, child, cache) || found;
         else
-            context.receipt.Unknown(child);
+            context.reporter.SkipUnknown(child);
     });
     return found;
 }

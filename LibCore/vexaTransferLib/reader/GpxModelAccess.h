@@ -6,7 +6,7 @@
 #endif
 
 #include <vexaTransferLib/GpxDocument.h>
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/text/IcuText.h>
 
 #include <boost/shared_ptr.hpp>
 #include <unicode/unistr.h>
@@ -44,7 +44,7 @@ public:
             bare.remove(0, 1);
         if (bare.endsWith(u"}", 1))
             bare.truncate(bare.length() - 1);
-        text::CheckHeld(bare);
+        text::ThrowIfBogus(bare);
         MakeRare(point).guid = std::move(bare);
     }
     static GpxPoint::FormAttributes GetFormAttributes(const GpxPoint& point) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/NodeView.h>
 
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/text/IcuText.h>
 
 namespace vexaTransferLib::reader {
 
@@ -12,7 +12,7 @@ std::string PathOf(const std::vector<const char16_t*>& names) {
             path.append(u'/');
         path.append(name, -1);
     }
-    text::CheckHeld(path);
+    text::ThrowIfBogus(path);
     std::string narrow;
     return path.toUTF8String(narrow);
 }

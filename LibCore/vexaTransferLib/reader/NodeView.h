@@ -24,7 +24,7 @@ struct ChildPosition {
 };
 
 /// Where an element's start tag ends, from 1; zeros when that is not known.
-struct NodePlace {
+struct SourceLocation {
     std::uint64_t line = 0;
     std::uint64_t column = 0;
 };
@@ -56,7 +56,7 @@ public:
 
     /// Local names from the root of the file to an element, with slashes between them, in UTF-8.
     virtual std::string Path(const void*) const { return {}; }
-    virtual NodePlace Place(const void*) const { return {}; }
+    virtual SourceLocation Location(const void*) const { return {}; }
 };
 
 /// The names with slashes between them, in UTF-8. Linear in their length.
@@ -81,7 +81,7 @@ public:
     const char16_t* FirstChildText() const { return IsNull() ? nullptr : source_->FirstChildText(node_); }
     bool TextContent(icu::UnicodeString& out) const { return !IsNull() && source_->TextContent(node_, out); }
     std::string Path() const { return IsNull() ? std::string() : source_->Path(node_); }
-    NodePlace Place() const { return IsNull() ? NodePlace() : source_->Place(node_); }
+    SourceLocation Location() const { return IsNull() ? SourceLocation() : source_->Location(node_); }
     bool HasChildList() const { return !IsNull() && source_->HasChildList(node_); }
 
 private:

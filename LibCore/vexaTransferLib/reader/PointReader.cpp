@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/PointReader.h>
 
-#include <vexaTransferLib/reader/ChildGuard.h>
 #include <vexaTransferLib/reader/CommonElements.h>
+#include <vexaTransferLib/reader/FailureIsolation.h>
+#include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
-#include <vexaTransferLib/reader/KeptElements.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 
@@ -13,8 +13,8 @@ namespace vexaTransferLib::reader {
 namespace {
 
 constexpr ChildMessages kMessages = {"Unable to read GPX point child elements.",
-                                     "Unable to read a GPX point child node.", text::places::kPointChildren,
-                                     text::places::kPointChild};
+                                     "Unable to read a GPX point child node.", text::sites::kPointChildren,
+                                     text::sites::kPointChild};
 
 // What the reader of one child needs.
 struct PointChild {
@@ -22,7 +22,7 @@ struct PointChild {
     const GpxVersion& version;
     const NodeView& node;
     GpxPoint& point;
-    KeptElements& kept;
+    FieldSources& sources;
 };
 
 template <void (GpxPoint::*Set)(double)>
@@ -64,7 +64,7 @@ void ReadGeocacheInto(const PointChild& child) {
     if (!ReadGeocache(child.context, child.node, cache))
         return;
     child.point.SetGroundspeakCache(cache);
-    child.kept.Keep(u"cache", child.node);
+    child.sources.Set(u"cache", child.node);
 }
 
 void ReadRoutePointExtensions(const PointChild& child) {
@@ -72,29 +72,29 @@ void ReadRoutePointExtensions(const PointChild& child) {
     if (!ReadRoutePointType(child.context, child.node, type))
         return;
     child.point.SetTarvikRoutePointType(type);
-    child.kept.Keep(u"routePointType", child.node);
+    child.sources.Set(u"routePointType", child.node);
 }
 
 void ReadWaypointExtensions(const PointChild& child) {
     GpxGroundspeakCache cache;
     if (ReadGeocacheFromExtensions(child.context, child.node, cache)) {
         child.point.SetGroundspeakCache(cache);
-        child.kept.Keep(u"cache", child.node);
+        child.sources.Set(u"cache", child.node);
     }
-    ReadWaypointData(child.context, child.kept, child.node, child.point);
+    ReadWaypointData(child.context, child.sources, child.node, child.point);
 }
 
 // Keeps account of the fields itself: one element fills several.
 bool ReadExtensions(const PointChild& child) {
     if (child.version.IsGpx10())
-        child.context.receipt.OtherVersion(child.node, child.version);
+        child.context.reporter.SkipOtherVersion(child.node, child.version);
     else if (child.point.GetPointType() == kGpxRoutePoint)
         ReadRoutePointExtensions(child);
     else if (child.point.GetPointType() == kGpxWaypoint)
         ReadWaypointExtensions(child);
     else
-        child.context.receipt.PassOver(child.node, kGpxUnknownElement,
-                                       "The library does not keep the extensions of track points.", false);
+        child.context.reporter.Skip(child.node, kGpxUnknownElement,
+                                    "The library does not keep the extensions of track points.", false);
     return false;
 }
 
@@ -115,7 +115,7 @@ constexpr PointElement kElements[] = {
     {u"cmt", u"desc",
      [](const PointChild& c) { return ReadCommentAsDescription(c.context, c.node, c.point); }},
     {u"desc", u"desc",
-     [](const PointChild& c) { return ReadDescription(c.context, c.kept, c.node, c.point); }},
+     [](const PointChild& c) { return ReadDescription(c.context, c.sources, c.node, c.point); }},
     {u"src", u"src", ReadTextInto<&GpxPoint::SetSource>},
     {u"link", u"url",
      [](const PointChild& c) { return ReadLinkElement(c.context, c.version, c.node, c.point); }},
@@ -139,9 +139,9 @@ const PointElement* FindElement(const char16_t* name) {
 void ReadStandardChild(const PointChild& child) {
     const PointElement* const element = FindElement(child.node.LocalName());
     if (element == nullptr)
-        child.context.receipt.Unknown(child.node);
+        child.context.reporter.SkipUnknown(child.node);
     else if (element->read(child))
-        child.kept.Keep(element->field, child.node);
+        child.sources.Set(element->field, child.node);
 }
 
 void ReadPointChild(const PointChild& child) {
@@ -149,31 +149,31 @@ void ReadPointChild(const PointChild& child) {
     if (IsStandard(child.version, child.node))
         ReadStandardChild(child);
     else if (!IsGroundspeak(child.node))
-        TellForeignToGpx(child.context.receipt, child.version, child.node, FindElement(name) != nullptr);
+        SkipForeignToGpx(child.context.reporter, child.version, child.node, FindElement(name) != nullptr);
     else if (Equals(name, u"cache"))
         ReadGeocacheInto(child);
     else
-        child.context.receipt.Unknown(child.node);
+        child.context.reporter.SkipUnknown(child.node);
 }
 
 } // namespace
 
 GpxPoint ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType type, const NodeView& node) {
     const auto number = static_cast<std::uint32_t>(type);
-    text::Require(number >= kGpxWaypoint && number <= kGpxTrackPoint, text::places::kPointType,
+    text::Require(number >= kGpxWaypoint && number <= kGpxTrackPoint, text::sites::kPointType,
                   "Unable to read a GPX point due to an invalid GPX point type.");
-    if (context.guard != nullptr)
-        context.guard->AddPoint();
+    if (context.limiter != nullptr)
+        context.limiter->AddPoint();
     double latitude = 0.0;
     double longitude = 0.0;
-    text::Ensure(ReadDoubleAttribute(node, u"lat", latitude), text::places::kPointLatitude,
+    text::Ensure(ReadDoubleAttribute(node, u"lat", latitude), text::sites::kPointLatitude,
                  "Unable to read a GPX point's latitude.");
-    text::Ensure(ReadDoubleAttribute(node, u"lon", longitude), text::places::kPointLongitude,
+    text::Ensure(ReadDoubleAttribute(node, u"lon", longitude), text::sites::kPointLongitude,
                  "Unable to read a GPX point's longitude.");
     GpxPoint point(type, latitude, longitude);
-    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
-    ForEachGuardedChild(context, node, kMessages, [&](const NodeView& child) {
-        ReadPointChild({context, version, child, point, kept});
+    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
+    ForEachIsolatedChild(context, node, kMessages, [&](const NodeView& child) {
+        ReadPointChild({context, version, child, point, sources});
     });
     return point;
 }

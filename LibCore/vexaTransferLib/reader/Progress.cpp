@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/Progress.h>
 
-#include <vexaTransferLib/reader/ReadingStop.h>
+#include <vexaTransferLib/reader/ReadAborted.h>
 
 #include <common/dbc.h>
 
@@ -15,18 +15,18 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-constexpr std::uint64_t kPlaces = 200;
+constexpr std::uint64_t kNotices = 200;
 // Of a file of unknown length: about 300 places of a terabyte.
 constexpr std::uint64_t kFirstStep = 65536;
 constexpr std::uint64_t kGrowth = 16;
 // The shortest element takes four bytes and is worked on twice at most, so that this makes half as many calls.
-constexpr std::uint64_t kWorkPlaces = 100;
+constexpr std::uint64_t kWorkNotices = 100;
 // Less work is done before anybody could want to stop it.
 constexpr std::uint64_t kLeastWork = 4096;
 
-class WatchedStream final : public xercesc::BinInputStream {
+class ProgressInputStream final : public xercesc::BinInputStream {
 public:
-    WatchedStream(std::unique_ptr<xercesc::BinInputStream> stream, Progress& progress)
+    ProgressInputStream(std::unique_ptr<xercesc::BinInputStream> stream, Progress& progress)
         : stream_(std::move(stream)), progress_(progress) {}
 
     XMLFilePos curPos() const override { return stream_->curPos(); }
@@ -55,29 +55,29 @@ void Progress::Begin() {
     hasBegun_ = true;
     bytesRead_ = 0;
     work_ = 0;
-    nextWorkTold_ = NextWorkTold();
-    Tell();
+    nextWorkNotice_ = NextWorkNotice();
+    Notify();
 }
 
 void Progress::Add(std::uint64_t bytes) {
     bytesRead_ += bytes;
-    if (bytesRead_ >= nextTold_)
-        Tell();
+    if (bytesRead_ >= nextNotice_)
+        Notify();
 }
 
 void Progress::End() {
     if (!hasBegun_)
         return;
-    nextTold_ = bytesRead_;
-    Tell();
+    nextNotice_ = bytesRead_;
+    Notify();
 }
 
-void Progress::Tell() noexcept {
+void Progress::Notify() noexcept {
     if (stop_)
         return;
     const std::uint64_t step =
-        bytesInAll_ != 0 ? bytesInAll_ / kPlaces + 1 : std::max(kFirstStep, bytesRead_ / kGrowth);
-    nextTold_ = bytesRead_ + step;
+        bytesInAll_ != 0 ? bytesInAll_ / kNotices + 1 : std::max(kFirstStep, bytesRead_ / kGrowth);
+    nextNotice_ = bytesRead_ + step;
     // A file may grow while it is read.
     const std::uint64_t bytesInAll = bytesInAll_ != 0 ? std::max(bytesInAll_, bytesRead_) : 0;
     try {
@@ -88,35 +88,35 @@ void Progress::Tell() noexcept {
     }
 }
 
-std::uint64_t Progress::NextWorkTold() const {
-    const std::uint64_t ofFile = bytesInAll_ != 0 ? bytesInAll_ / kWorkPlaces : kFirstStep;
+std::uint64_t Progress::NextWorkNotice() const {
+    const std::uint64_t ofFile = bytesInAll_ != 0 ? bytesInAll_ / kWorkNotices : kFirstStep;
     const std::uint64_t beyondFile = work_ > bytesInAll_ ? work_ / kGrowth : 0;
     return work_ + std::max({kLeastWork, ofFile, beyondFile});
 }
 
-void Progress::TellWork() {
-    nextWorkTold_ = NextWorkTold();
-    Tell();
+void Progress::NotifyWork() {
+    nextWorkNotice_ = NextWorkNotice();
+    Notify();
     ThrowIfStopped();
 }
 
 void Progress::ThrowIfStopped() const {
     if (stop_)
-        throw ReadingStop{stop_};
+        throw ReadAborted{stop_};
 }
 
-WatchedSource::WatchedSource(const xercesc::InputSource& source, Progress& progress)
+ProgressInputSource::ProgressInputSource(const xercesc::InputSource& source, Progress& progress)
     : InputSource(source.getSystemId(), source.getPublicId()), source_(source), progress_(progress) {
     setEncoding(source.getEncoding());
     setIssueFatalErrorIfNotFound(source.getIssueFatalErrorIfNotFound());
 }
 
-xercesc::BinInputStream* WatchedSource::makeStream() const {
+xercesc::BinInputStream* ProgressInputSource::makeStream() const {
     std::unique_ptr<xercesc::BinInputStream> stream(source_.makeStream());
     if (!stream)
         return nullptr;
     progress_.Begin();
-    return new (xercesc::XMLPlatformUtils::fgMemoryManager) WatchedStream(std::move(stream), progress_);
+    return new (xercesc::XMLPlatformUtils::fgMemoryManager) ProgressInputStream(std::move(stream), progress_);
 }
 
 } // namespace vexaTransferLib::reader

@@ -34,38 +34,38 @@ public:
     /// Everything is read, if it could be opened at all.
     void End();
 
-    /// \throws ReadingStop
+    /// \throws ReadAborted
     void ThrowIfStopped() const;
 
     /// Some work on what has been read, so much as goes with about so many bytes: 1 for an element. Tells the
     /// observer about once for each hundredth of the file's length.
-    /// \throws ReadingStop
+    /// \throws ReadAborted
     void Work(std::uint64_t amount) {
         work_ += amount;
-        if (work_ >= nextWorkTold_)
-            TellWork();
+        if (work_ >= nextWorkNotice_)
+            NotifyWork();
     }
 
 private:
-    void Tell() noexcept;
-    void TellWork();
-    std::uint64_t NextWorkTold() const;
+    void Notify() noexcept;
+    void NotifyWork();
+    std::uint64_t NextWorkNotice() const;
 
     GpxReadObserver& observer_;
     std::uint64_t bytesInAll_;
     std::string name_;
     bool hasBegun_ = false;
     std::uint64_t bytesRead_ = 0;
-    std::uint64_t nextTold_ = 0;
+    std::uint64_t nextNotice_ = 0;
     std::uint64_t work_ = 0;
-    std::uint64_t nextWorkTold_ = 0;
+    std::uint64_t nextWorkNotice_ = 0;
     std::exception_ptr stop_;
 };
 
 /// A source of bytes whose reading is told to a Progress. Both stay the caller's.
-class WatchedSource final : public xercesc::InputSource {
+class ProgressInputSource final : public xercesc::InputSource {
 public:
-    WatchedSource(const xercesc::InputSource& source, Progress& progress);
+    ProgressInputSource(const xercesc::InputSource& source, Progress& progress);
 
     xercesc::BinInputStream* makeStream() const override;
 

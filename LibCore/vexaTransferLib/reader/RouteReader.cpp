@@ -2,11 +2,11 @@
 #include <vexaTransferLib/reader/RouteReader.h>
 
 #include <vexaTransferLib/GpxDocument.h>
-#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 
 #include <optional>
 #include <utility>
@@ -22,29 +22,29 @@ public:
     RouteReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
         : context_(context), version_(version), document_(document) {}
 
-    bool IsGuarded() const override { return true; }
+    bool IsolatesFailures() const override { return true; }
     const char* MissingChildMessage() const override { return "Unable to read a GPX route child node."; }
-    const text::Place& MissingChildPlace() const override { return text::places::kRouteChild; }
+    const text::CheckSite& MissingChildSite() const override { return text::sites::kRouteChild; }
 
-    Way WayOf(const NodeView& child) override {
+    Visit Classify(const NodeView& child) override {
         if (child.LocalName() == nullptr)
-            return Way::kPassOver;
+            return Visit::kSkip;
         if (IsStandard(version_, child))
-            return Way::kWhole;
-        TellForeignToGpx(context_.receipt, version_, child,
+            return Visit::kAsTree;
+        SkipForeignToGpx(context_.reporter, version_, child,
                          Equals(child.LocalName(), u"rtept") || FieldOf(child) != nullptr);
-        return Way::kPassOver;
+        return Visit::kSkip;
     }
 
-    void ReadWhole(const NodeView& child) override {
+    void ReadTree(const NodeView& child) override {
         if (Equals(child.LocalName(), u"rtept"))
             ReadRoutePoint(child);
         else if (const char16_t* const field = FieldOf(child); field == nullptr)
-            context_.receipt.Unknown(child);
+            context_.reporter.SkipUnknown(child);
         else if (route_)
-            context_.receipt.PassOver(child, kGpxOutOfOrder, "It stands behind the first route point.", true);
+            context_.reporter.Skip(child, kGpxOutOfOrder, "It stands behind the first route point.", true);
         else if (ReadField(child))
-            kept_.Keep(field, child);
+            sources_.Set(field, child);
     }
 
     void Finish() override { document_.AddRoute(std::move(Route())); }
@@ -66,7 +66,7 @@ private:
         if (Equals(name, u"src"))
             return ReadText(context_, child, source_);
         if (version_.IsGpx10()) {
-            context_.receipt.OtherVersion(child, version_);
+            context_.reporter.SkipOtherVersion(child, version_);
             return false;
         }
         if (Equals(name, u"type"))
@@ -101,14 +101,14 @@ private:
     icu::UnicodeString type_;
     TarvikRouteType routeType_ = kTarvikRouteStandard;
     std::optional<GpxRoute> route_;
-    KeptElements kept_{context_.receipt, KeptElements::Elements::kGo};
+    FieldSources sources_{context_.reporter, FieldSources::Lifetime::kShort};
 };
 
 } // namespace
 
 std::unique_ptr<ChildReader> EnterRoute(ReadContext& context, const GpxVersion& version, const NodeView& node,
                                         GpxDocument& document) {
-    text::Ensure(node.HasChildList(), text::places::kRouteChildren,
+    text::Ensure(node.HasChildList(), text::sites::kRouteChildren,
                  "Unable to read GPX route child elements.");
     context.CountObject();
     return std::make_unique<RouteReader>(context, version, document);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/TagWatcher.h>
 
-#include <vexaTransferLib/reader/ReadingStop.h>
+#include <vexaTransferLib/reader/ReadAborted.h>
 
 #include <algorithm>
 #include <cstring>
@@ -66,17 +66,17 @@ std::string Narrow(const std::u16string& text) {
 
 TagWatcher::TagWatcher(const GpxInputLimits& limits, const std::string& name, Extent extent,
                        const std::u16string& encoding)
-    : limits_(limits), guard_(limits, name, extent), extent_(extent), isForced_(!encoding.empty()) {
+    : limits_(limits), limiter_(limits, name, extent), extent_(extent), isForced_(!encoding.empty()) {
     try {
         TakeEncoding(encoding);
-    } catch (const ReadingStop& stop) {
+    } catch (const ReadAborted& stop) {
         refusal_ = stop.reason;
     }
 }
 
 void TagWatcher::ThrowIfRefused() const {
     if (refusal_)
-        throw ReadingStop{refusal_};
+        throw ReadAborted{refusal_};
 }
 
 std::size_t TagWatcher::Watch(const unsigned char* bytes, std::size_t size) {
@@ -92,7 +92,7 @@ std::size_t TagWatcher::Watch(const unsigned char* bytes, std::size_t size) {
                 ++next;
             }
         }
-    } catch (const ReadingStop& stop) {
+    } catch (const ReadAborted& stop) {
         refusal_ = stop.reason;
     }
     auto at = static_cast<std::size_t>(next - bytes);
@@ -110,8 +110,8 @@ std::size_t TagWatcher::WithinHead(std::size_t size) {
     if (size <= left)
         return size;
     try {
-        guard_.RefuseHeadBytes();
-    } catch (const ReadingStop& stop) {
+        limiter_.RefuseHeadBytes();
+    } catch (const ReadAborted& stop) {
         refusal_ = stop.reason;
     }
     return static_cast<std::size_t>(left);
@@ -122,7 +122,7 @@ void TagWatcher::TakeEncoding(const std::u16string& encoding) {
         return;
     const EncodingShape shape = ShapeOf(encoding);
     if (shape.markup == EncodingShape::Markup::kOther)
-        guard_.RefuseEncoding(Narrow(encoding));
+        limiter_.RefuseEncoding(Narrow(encoding));
     leads_ = shape.leads;
     isAfterLead_ = false;
 }
@@ -176,7 +176,7 @@ void TagWatcher::TakePlainTag(const unsigned char*& at, const unsigned char* con
             ++next;
     const bool isAtEnd = next == end;
     length_ += static_cast<std::size_t>(next - at) + (isAtEnd ? 0 : 1);
-    guard_.CheckTagBytes(length_);
+    limiter_.CheckTagBytes(length_);
     at = next;
     if (isAtEnd)
         return;
@@ -233,7 +233,7 @@ void TagWatcher::TakeStartBytes() {
     isBigEndian_ = false;
     std::size_t mark = 0;
     if (!isForced_ && isStart({0x4C, 0x6F, 0xA7, 0x94}))
-        guard_.RefuseEncoding("EBCDIC");
+        limiter_.RefuseEncoding("EBCDIC");
     if (isStart({0, 0, 0xFE, 0xFF}) || isStart({0, 0, 0, kAny})) {
         width_ = 4;
         isBigEndian_ = true;
@@ -326,7 +326,7 @@ void TagWatcher::TakeInTag(char character) {
         state_ = State::kQuoted;
         quote_ = character;
     } else if (character == '=') {
-        guard_.CheckAttributes(++attributes_);
+        limiter_.CheckAttributes(++attributes_);
     } else if (character == '>') {
         Begin(State::kText);
     }
@@ -384,17 +384,17 @@ void TagWatcher::AddLength(std::size_t bytes) {
     switch (state_) {
     case State::kTag:
     case State::kQuoted:
-        guard_.CheckTagBytes(length_);
+        limiter_.CheckTagBytes(length_);
         break;
     case State::kInstruction:
     case State::kComment:
     case State::kCData:
         if (length_ > TextBytes())
-            guard_.CheckText(kEndless);
+            limiter_.CheckText(kEndless);
         break;
     case State::kDocumentType:
         if (length_ > kDocumentTypeBytes)
-            guard_.RefuseDocumentType();
+            limiter_.RefuseDocumentType();
         break;
     default:
         break;

@@ -6,7 +6,7 @@
 #endif
 
 #include <vexaTransferLib/reader/EncodingShape.h>
-#include <vexaTransferLib/reader/InputGuard.h>
+#include <vexaTransferLib/reader/InputLimiter.h>
 
 #include <array>
 #include <cstddef>
@@ -22,7 +22,7 @@ namespace vexaTransferLib::reader {
 /// the parser's to refuse, and nothing after it matters.
 class TagWatcher {
 public:
-    using Extent = InputGuard::Extent;
+    using Extent = InputLimiter::Extent;
 
     /// \param name of the file, for messages
     /// \param encoding that the host has given, whatever the file says of itself; empty when it has not
@@ -33,7 +33,7 @@ public:
     /// place where the file is refused. Of the first bytes it is at least one: nothing would look like an empty file.
     std::size_t Watch(const unsigned char* bytes, std::size_t size);
 
-    /// \throws ReadingStop when the file is refused at a place that Watch has found
+    /// \throws ReadAborted when the file is refused at a place that Watch has found
     void ThrowIfRefused() const;
 
 private:
@@ -74,7 +74,7 @@ private:
     std::uint64_t TextBytes() const;
 
     GpxInputLimits limits_;
-    InputGuard guard_;
+    InputLimiter limiter_;
     Extent extent_;
     bool isForced_;
     std::exception_ptr refusal_;

@@ -14,7 +14,7 @@ namespace vexaTransferLib::reader {
 
 inline bool ReadText(ReadContext& context, const NodeView& node, icu::UnicodeString& out) {
     const bool isRead = ReadText(node, out);
-    context.receipt.CheckText(node);
+    context.reporter.ReportUnreadText(node);
     return isRead;
 }
 
@@ -24,8 +24,8 @@ bool ReadValue(ReadContext& context, const NodeView& node, bool (*read)(const No
                const char* what, Value& out) {
     const bool isRead = read(node, out);
     if (!isRead)
-        context.receipt.NoSuchValue(node, what);
-    context.receipt.CheckText(node);
+        context.reporter.ReportUnreadable(node, what);
+    context.reporter.ReportUnreadText(node);
     return isRead;
 }
 

@@ -3,11 +3,11 @@
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/reader/CommonElements.h>
-#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 
 #include <algorithm>
 #include <iterator>
@@ -23,7 +23,7 @@ struct TrackChild {
     const GpxVersion& version;
     const NodeView& node;
     GpxTrack& track;
-    KeptElements& kept;
+    FieldSources& sources;
 };
 
 template <void (GpxTrack::*Set)(const icu::UnicodeString&)>
@@ -38,7 +38,7 @@ bool ReadTextInto(const TrackChild& child) {
 bool ReadTrackType(const TrackChild& child) {
     if (child.version.IsGpx11())
         return ReadTextInto<&GpxTrack::SetType>(child);
-    child.context.receipt.OtherVersion(child.node, child.version);
+    child.context.reporter.SkipOtherVersion(child.node, child.version);
     return false;
 }
 
@@ -55,7 +55,7 @@ constexpr TrackElement kElements[] = {
     {u"cmt", u"desc",
      [](const TrackChild& c) { return ReadCommentAsDescription(c.context, c.node, c.track); }},
     {u"desc", u"desc",
-     [](const TrackChild& c) { return ReadDescription(c.context, c.kept, c.node, c.track); }},
+     [](const TrackChild& c) { return ReadDescription(c.context, c.sources, c.node, c.track); }},
     {u"src", u"src", ReadTextInto<&GpxTrack::SetSource>},
     {u"extensions", u"color", [](const TrackChild& c) { return ReadTrackData(c.context, c.node, c.track); }},
     {u"link", u"url",
@@ -79,21 +79,21 @@ public:
     SegmentReader(ReadContext& context, const GpxVersion& version, GpxTrack& track)
         : context_(context), version_(version), track_(track) {}
 
-    bool IsGuarded() const override { return true; }
+    bool IsolatesFailures() const override { return true; }
     const char* MissingChildMessage() const override {
         return "Unable to read a GPX track segment child node.";
     }
-    const text::Place& MissingChildPlace() const override { return text::places::kSegmentChild; }
+    const text::CheckSite& MissingChildSite() const override { return text::sites::kSegmentChild; }
 
-    Way WayOf(const NodeView& child) override {
+    Visit Classify(const NodeView& child) override {
         const bool isPoint = Equals(child.LocalName(), u"trkpt");
         if (isPoint && IsStandard(version_, child))
-            return Way::kWhole;
+            return Visit::kAsTree;
         PassOver(child, isPoint);
-        return Way::kPassOver;
+        return Visit::kSkip;
     }
 
-    void ReadWhole(const NodeView& child) override {
+    void ReadTree(const NodeView& child) override {
         track_.AddPoint(ReadPoint(context_, version_, kGpxTrackPoint, child));
     }
 
@@ -101,12 +101,12 @@ public:
 
 private:
     void PassOver(const NodeView& child, bool isPoint) {
-        if (child.LocalName() == nullptr || !context_.receipt.IsWanted())
+        if (child.LocalName() == nullptr || !context_.reporter.IsWanted())
             return;
         if (IsStandard(version_, child))
-            context_.receipt.Unknown(child);
+            context_.reporter.SkipUnknown(child);
         else
-            TellForeignToGpx(context_.receipt, version_, child, isPoint);
+            SkipForeignToGpx(context_.reporter, version_, child, isPoint);
     }
 
     ReadContext& context_;
@@ -116,7 +116,7 @@ private:
 
 std::unique_ptr<ChildReader> EnterSegment(ReadContext& context, const GpxVersion& version,
                                           const NodeView& node, GpxTrack& track) {
-    text::Ensure(node.HasChildList(), text::places::kSegmentChildren,
+    text::Ensure(node.HasChildList(), text::sites::kSegmentChildren,
                  "Unable to read GPX track segment child elements.");
     context.CountObject();
     std::unique_ptr<ChildReader> reader = std::make_unique<SegmentReader>(context, version, track);
@@ -129,32 +129,32 @@ public:
     TrackReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
         : context_(context), version_(version), document_(document) {}
 
-    bool IsGuarded() const override { return true; }
+    bool IsolatesFailures() const override { return true; }
     const char* MissingChildMessage() const override { return "Unable to read a GPX track child node."; }
-    const text::Place& MissingChildPlace() const override { return text::places::kTrackChild; }
+    const text::CheckSite& MissingChildSite() const override { return text::sites::kTrackChild; }
 
-    Way WayOf(const NodeView& child) override {
+    Visit Classify(const NodeView& child) override {
         const char16_t* const name = child.LocalName();
         if (name == nullptr)
-            return Way::kPassOver;
+            return Visit::kSkip;
         if (!IsStandard(version_, child)) {
-            TellForeignToGpx(context_.receipt, version_, child,
+            SkipForeignToGpx(context_.reporter, version_, child,
                              Equals(name, u"trkseg") || FindElement(name) != nullptr);
-            return Way::kPassOver;
+            return Visit::kSkip;
         }
-        return Equals(name, u"trkseg") ? Way::kChildByChild : Way::kWhole;
+        return Equals(name, u"trkseg") ? Visit::kDescend : Visit::kAsTree;
     }
 
-    std::unique_ptr<ChildReader> Enter(const NodeView& child) override {
+    std::unique_ptr<ChildReader> Descend(const NodeView& child) override {
         return EnterSegment(context_, version_, child, track_);
     }
 
-    void ReadWhole(const NodeView& child) override {
+    void ReadTree(const NodeView& child) override {
         const TrackElement* const element = FindElement(child.LocalName());
         if (element == nullptr)
-            context_.receipt.Unknown(child);
-        else if (element->read({context_, version_, child, track_, kept_}))
-            kept_.Keep(element->field, child);
+            context_.reporter.SkipUnknown(child);
+        else if (element->read({context_, version_, child, track_, sources_}))
+            sources_.Set(element->field, child);
     }
 
     void Finish() override { document_.AddTrack(std::move(track_)); }
@@ -164,14 +164,14 @@ private:
     const GpxVersion version_;
     GpxDocument& document_;
     GpxTrack track_;
-    KeptElements kept_{context_.receipt, KeptElements::Elements::kGo};
+    FieldSources sources_{context_.reporter, FieldSources::Lifetime::kShort};
 };
 
 } // namespace
 
 std::unique_ptr<ChildReader> EnterTrack(ReadContext& context, const GpxVersion& version, const NodeView& node,
                                         GpxDocument& document) {
-    text::Ensure(node.HasChildList(), text::places::kTrackChildren,
+    text::Ensure(node.HasChildList(), text::sites::kTrackChildren,
                  "Unable to read GPX track child elements.");
     context.CountObject();
     return std::make_unique<TrackReader>(context, version, document);

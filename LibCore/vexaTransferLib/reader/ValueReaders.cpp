@@ -2,9 +2,9 @@
 #include <vexaTransferLib/reader/ValueReaders.h>
 
 #include <vexaTransferLib/GpxUtils.h>
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/GpxNames.h>
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/text/IcuText.h>
 #include <vexaTransferLib/text/NumberText.h>
 #include <vexaTransferLib/text/TimeText.h>
 
@@ -41,14 +41,14 @@ bool ParseNumber(const char16_t* text, double& out) {
 } // namespace
 
 const char16_t* ElementText(const NodeView& node) {
-    if (!text::SoftCheck(!node.IsNull(), text::places::kElementText) || !node.IsElement())
+    if (!text::SoftCheck(!node.IsNull(), text::sites::kElementText) || !node.IsElement())
         return nullptr;
     const char16_t* const text = node.FirstChildText();
     return NonEmpty(text) ? text : nullptr;
 }
 
 const char16_t* AttributeText(const NodeView& node, const char16_t* name) {
-    if (!text::SoftCheck(!node.IsNull(), text::places::kAttributeText))
+    if (!text::SoftCheck(!node.IsNull(), text::sites::kAttributeText))
         return nullptr;
     const char16_t* const text = node.Attribute(name);
     return NonEmpty(text) ? text : nullptr;
@@ -79,7 +79,7 @@ bool ReadText(const NodeView& node, icu::UnicodeString& out) {
     const char16_t* const units = ElementText(node);
     if (units == nullptr)
         return false;
-    out = text::Held(units);
+    out = text::CopyOf(units);
     return true;
 }
 
@@ -91,7 +91,7 @@ bool ReadTextAttribute(const NodeView& node, const char16_t* name, icu::UnicodeS
     const char16_t* const units = AttributeText(node, name);
     if (units == nullptr)
         return false;
-    out = text::Held(units);
+    out = text::CopyOf(units);
     return true;
 }
 

@@ -2,7 +2,7 @@
 #include <vexaTransferLib/reader/VendorReader.h>
 
 #include <vexaTransferLib/GpxUtils.h>
-#include <vexaTransferLib/reader/ChildGuard.h>
+#include <vexaTransferLib/reader/FailureIsolation.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/text/GpxNames.h>
@@ -20,18 +20,18 @@ namespace {
 
 constexpr ChildMessages kMessages = {"Unable to read GPX extension child elements.",
                                      "Unable to read a GPX extension child node.",
-                                     text::places::kExtensionChildren, text::places::kExtensionChild};
+                                     text::sites::kExtensionChildren, text::sites::kExtensionChild};
 
 template <std::size_t Size>
 std::size_t FindType(ReadContext& context, const NodeView& child,
                      const std::array<std::string_view, Size>& texts) {
     std::string text;
     const bool isRead = ReadText(child, text);
-    context.receipt.CheckText(child);
+    context.reporter.ReportUnreadText(child);
     const auto match = std::find(texts.begin() + 1, texts.end(), text);
     if (isRead && match != texts.end())
         return static_cast<std::size_t>(match - texts.begin());
-    context.receipt.NoSuchValue(child, "a type that the library knows");
+    context.reporter.ReportUnreadable(child, "a type that the library knows");
     return 0;
 }
 
@@ -39,17 +39,17 @@ template <class Type, std::size_t Size>
 bool ReadType(ReadContext& context, const NodeView& extensions, const char16_t* name,
               const std::array<std::string_view, Size>& texts, Type& type) {
     std::size_t found = 0;
-    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
-    ForEachGuardedChild(context, extensions, kMessages, [&](const NodeView& child) {
+    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
+    ForEachIsolatedChild(context, extensions, kMessages, [&](const NodeView& child) {
         if (!Equals(child.NamespaceUri(), text::kTarvikNamespace) || !Equals(child.LocalName(), name)) {
-            context.receipt.Unknown(child);
+            context.reporter.SkipUnknown(child);
             return;
         }
         const std::size_t match = FindType(context, child, texts);
         if (match == 0)
             return;
         found = match;
-        kept.Keep(name, child);
+        sources.Set(name, child);
     });
     if (found != 0)
         type = static_cast<Type>(found);
@@ -58,7 +58,7 @@ bool ReadType(ReadContext& context, const NodeView& extensions, const char16_t* 
 
 // False, with a report where the node is no element at all, when there is nothing to read.
 bool IsExtensions(const NodeView& node) {
-    return text::SoftCheck(node.LocalName() != nullptr, text::places::kVendorExtensions) &&
+    return text::SoftCheck(node.LocalName() != nullptr, text::sites::kVendorExtensions) &&
            Equals(node.LocalName(), u"extensions");
 }
 
@@ -66,23 +66,23 @@ double ReadModTime(ReadContext& context, const NodeView& node) {
     double modTime = 0.0;
     std::string time;
     if (ToNarrow(AttributeText(node, u"modtime"), time) && !ParseGpxTime(time, modTime))
-        context.receipt.PassOver(node, kGpxUnreadable, "Its modtime is not a time.", true);
+        context.reporter.Skip(node, kGpxUnreadable, "Its modtime is not a time.", true);
     return modTime;
 }
 
 void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point) {
     icu::UnicodeString key;
     if (!ReadTextAttribute(node, u"key", key)) {
-        context.receipt.PassOver(node, kGpxIncomplete, "A form field without a key is not kept.", true);
+        context.reporter.Skip(node, kGpxIncomplete, "A form field without a key is not kept.", true);
         return;
     }
     context.CountObject();
     const double modTime = ReadModTime(context, node);
     icu::UnicodeString value;
     ReadText(context, node, value);
-    if (context.receipt.IsWanted() && point.GetFormAttribute(key) != nullptr)
-        context.receipt.PassOver(node, kGpxReplaced, "It replaces an earlier form field with the same key.",
-                                 true);
+    if (context.reporter.IsWanted() && point.GetFormAttribute(key) != nullptr)
+        context.reporter.Skip(node, kGpxReplaced, "It replaces an earlier form field with the same key.",
+                              true);
     point.SetFormAttribute(key, value, modTime);
 }
 
@@ -91,33 +91,33 @@ void ReadFormData(ReadContext& context, const NodeView& form, GpxPoint& point) {
         if (Equals(child.LocalName(), u"formstring"))
             ReadFormString(context, child, point);
         else
-            context.receipt.Unknown(child);
+            context.reporter.SkipUnknown(child);
     });
 }
 
 // Half a number is read as what it begins with, and none as 0.
 std::int32_t ReadInteger(ReadContext& context, const NodeView& node, const icu::UnicodeString& text) {
     const std::int32_t number = context.numberFormat.ParseInteger(text);
-    if (context.receipt.IsWanted() && context.numberFormat.Format(number) != text &&
+    if (context.reporter.IsWanted() && context.numberFormat.Format(number) != text &&
         icu::UnicodeString(std::to_string(number).c_str()) != text)
-        context.receipt.NoSuchValue(node, "a whole number");
+        context.reporter.ReportUnreadable(node, "a whole number");
     return number;
 }
 
 // True when the child is one of the vendor's data of a waypoint.
-bool ReadWaypointDatum(ReadContext& context, KeptElements& kept, const NodeView& child, GpxPoint& point) {
+bool ReadWaypointDatum(ReadContext& context, FieldSources& sources, const NodeView& child, GpxPoint& point) {
     icu::UnicodeString text;
     if (Equals(child.LocalName(), u"tovasymbol")) {
         if (ReadText(context, child, text)) {
             GpxModelAccess::SetSymbolNumber(point, ReadInteger(context, child, text));
-            kept.Keep(u"tovasymbol", child);
+            sources.Set(u"tovasymbol", child);
         }
         return true;
     }
     if (Equals(child.LocalName(), u"objectid")) {
         if (ReadText(context, child, text)) {
             GpxModelAccess::SetGUID(point, text);
-            kept.Keep(u"objectid", child);
+            sources.Set(u"objectid", child);
         }
         return true;
     }
@@ -138,7 +138,7 @@ bool ReadDocumentDatum(ReadContext& context, const NodeView& child, GISMetaData&
         return ReadText(context, child, *field);
     icu::UnicodeString text;
     if (!Equals(name, u"defaultsymbol"))
-        context.receipt.Unknown(child);
+        context.reporter.SkipUnknown(child);
     else if (ReadText(context, child, text))
         layer.defaultSymbol = ReadInteger(context, child, text);
     return !text.isEmpty();
@@ -154,17 +154,19 @@ bool ReadRoutePointType(ReadContext& context, const NodeView& extensions, Tarvik
     return ReadType(context, extensions, u"routePointType", text::kRoutePointTypeTexts, type);
 }
 
-void ReadWaypointData(ReadContext& context, KeptElements& kept, const NodeView& extensions, GpxPoint& point) {
+void ReadWaypointData(ReadContext& context, FieldSources& sources, const NodeView& extensions,
+                      GpxPoint& point) {
     if (!IsExtensions(extensions))
         return;
     NodeView form;
     ForEachNamedChild(context, extensions, [&](const NodeView& child) {
         if (Equals(child.LocalName(), u"formdata")) {
             if (!form.IsNull())
-                context.receipt.PassOver(form, kGpxReplaced, "The last form is the one that is read.", true);
+                context.reporter.Skip(form, kGpxReplaced, "The last form is the one that is read.", true);
             form = child;
-        } else if (!ReadWaypointDatum(context, kept, child, point) && !Equals(child.LocalName(), u"cache")) {
-            context.receipt.Unknown(child);
+        } else if (!ReadWaypointDatum(context, sources, child, point) &&
+                   !Equals(child.LocalName(), u"cache")) {
+            context.reporter.SkipUnknown(child);
         }
     });
     ReadFormData(context, form, point);
@@ -174,15 +176,15 @@ bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& t
     if (!IsExtensions(extensions))
         return false;
     bool found = false;
-    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
+    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
     ForEachNamedChild(context, extensions, [&](const NodeView& child) {
         icu::UnicodeString text;
         if (!Equals(child.LocalName(), u"color")) {
-            context.receipt.Unknown(child);
+            context.reporter.SkipUnknown(child);
         } else if (ReadText(context, child, text)) {
             // The low 16 bits are kept: 65535 reads as -1, no colour.
             GpxModelAccess::SetColor(track, static_cast<std::int16_t>(ReadInteger(context, child, text)));
-            kept.Keep(u"color", child);
+            sources.Set(u"color", child);
             found = true;
         }
     });
@@ -190,17 +192,17 @@ bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& t
 }
 
 bool ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocument& document) {
-    text::Require(!extensions.IsNull(), text::places::kDocumentExtensions, "Invalid node.");
+    text::Require(!extensions.IsNull(), text::sites::kDocumentExtensions, "Invalid node.");
     const auto layer = boost::make_shared<GISMetaData>();
     const auto annotation = boost::make_shared<AnnotateMetaData>();
     GpxModelAccess::SetGISMetaData(document, layer);
     GpxModelAccess::SetAnnotateMetaData(document, annotation);
     bool found = false;
-    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
+    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
     ForEachNamedChild(context, extensions, [&](const NodeView& child) {
         if (!ReadDocumentDatum(context, child, *layer, *annotation))
             return;
-        kept.Keep(child.LocalName(), child);
+        sources.Set(child.LocalName(), child);
         found = true;
     });
     return found;

@@ -9,7 +9,7 @@
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxRoute.h>
 #include <vexaTransferLib/GpxTrack.h>
-#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
 
@@ -23,7 +23,8 @@ bool ReadRouteType(ReadContext& context, const NodeView& extensions, TarvikRoute
 bool ReadRoutePointType(ReadContext& context, const NodeView& extensions, TarvikRoutePointType& type);
 
 /// Form attributes, symbol number and GUID of a waypoint. A geocache is read, and told of, elsewhere.
-void ReadWaypointData(ReadContext& context, KeptElements& kept, const NodeView& extensions, GpxPoint& point);
+void ReadWaypointData(ReadContext& context, FieldSources& sources, const NodeView& extensions,
+                      GpxPoint& point);
 /// Colour of a track; false when there is none.
 bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& track);
 /// The metadata block of a document; both records are replaced by fresh ones. True when

@@ -2,7 +2,7 @@
 #include <vexaTransferLib/reader/XmlInput.h>
 
 #include <vexaTransferLib/reader/FileSource.h>
-#include <vexaTransferLib/reader/GuardedSource.h>
+#include <vexaTransferLib/reader/LimitedSource.h>
 #include <vexaTransferLib/text/OptionalText.h>
 
 #include <common/UnicodeStrUtils.h>
@@ -40,9 +40,9 @@ bool IsAddress(const XMLCh* path, xercesc::XMLURL& url) {
 
 } // namespace
 
-XmlInput::XmlInput(const icu::UnicodeString& path, std::string fileName, Places places,
+XmlInput::XmlInput(const icu::UnicodeString& path, std::string fileName, AddressPolicy policy,
                    GpxReadObserver* observer)
-    : name_(text::Copied(path)), systemId_(name_), fileName_(std::move(fileName)), places_(places) {
+    : name_(text::Copied(path)), systemId_(name_), fileName_(std::move(fileName)), policy_(policy) {
     const std::optional<std::uint64_t> size = FileSize(fileName_);
     isRepeatable_ = size.has_value();
     if (observer != nullptr)
@@ -73,9 +73,9 @@ const XMLCh* XmlInput::SystemId() {
 std::unique_ptr<xercesc::InputSource> XmlInput::MakeSource() {
     const XMLCh* const path = SystemId();
     xercesc::XMLURL url(xercesc::XMLPlatformUtils::fgMemoryManager);
-    if (places_ == Places::kNamedFile || !IsAddress(path, url))
+    if (policy_ == AddressPolicy::kNamedFile || !IsAddress(path, url))
         return std::make_unique<FileSource>(path, fileName_);
-    if (places_ == Places::kFilesAndAddresses)
+    if (policy_ == AddressPolicy::kAllowed)
         return std::make_unique<xercesc::URLInputSource>(url);
     // Whatever the path looks like, a file of that name is a file.
     if (isRepeatable_)
@@ -90,26 +90,26 @@ void XmlInput::Open() {
             source_ = MakeSource();
     } catch (const xercesc::XMLException&) {
         // Given the path, the XML parser tells its error handler what is wrong: there is no current folder.
-        if (progress_ || places_ != Places::kFilesAndAddresses)
+        if (progress_ || policy_ != AddressPolicy::kAllowed)
             throw;
     }
-    GuardSource();
+    LimitSource();
     if (!progress_ || watched_)
         return;
     watched_ = std::move(source_);
-    source_ = std::make_unique<WatchedSource>(*watched_, *progress_);
+    source_ = std::make_unique<ProgressInputSource>(*watched_, *progress_);
 }
 
-void XmlInput::Guard(const GpxInputLimits& limits, InputGuard::Extent extent) {
+void XmlInput::Limit(const GpxInputLimits& limits, InputLimiter::Extent extent) {
     limits_ = limits;
     extent_ = extent;
 }
 
-void XmlInput::GuardSource() {
-    if (!limits_ || guarded_)
+void XmlInput::LimitSource() {
+    if (!limits_ || limited_)
         return;
-    guarded_ = std::move(source_);
-    source_ = std::make_unique<GuardedSource>(*guarded_, *limits_,
+    limited_ = std::move(source_);
+    source_ = std::make_unique<LimitedSource>(*limited_, *limits_,
                                               UnicodeStrUtils::UnicodeStringToStlString(name_), extent_);
 }
 

@@ -5,7 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 
 #include <unicode/unistr.h>
 
@@ -32,7 +32,7 @@ inline icu::UnicodeString Copied(const icu::UnicodeString& value) {
 /// The body of every setter of an optional text. The message is no std::string because one would be built on
 /// every call.
 inline void AssignText(const char* message, icu::UnicodeString& target, const icu::UnicodeString& value) {
-    Require(!value.isEmpty(), places::kTextSetter, message);
+    Require(!value.isEmpty(), sites::kTextSetter, message);
     icu::UnicodeString copy = Copied(value);
     target.swap(copy);
 }

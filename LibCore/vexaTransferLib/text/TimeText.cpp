@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/text/TimeText.h>
 
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/NumberText.h>
 
 #include <unicode/gregocal.h>
@@ -296,7 +296,7 @@ void TimeText::SetFromCalendar(double millis, YearDigits yearDigits) {
 
 bool ReadLongField(long& out, const char* text, unsigned long length, long min, long max) {
     constexpr unsigned long kFieldSize = 32;
-    if (!SoftCheck(text != nullptr && length < kFieldSize, places::kLongField))
+    if (!SoftCheck(text != nullptr && length < kFieldSize, sites::kLongField))
         return false;
     long read = 0;
     if (!ReadDigits(read, text, length)) {
@@ -315,7 +315,7 @@ bool ReadLongField(long& out, const char* text, unsigned long length, long min, 
 
 unsigned long ReadFraction(long& out, const char* text, double scale) {
     constexpr std::size_t kLimit = 30;
-    if (!SoftCheck(text != nullptr && std::strlen(text) < kLimit, places::kFraction))
+    if (!SoftCheck(text != nullptr && std::strlen(text) < kLimit, sites::kFraction))
         return 0;
     char fraction[kLimit + 2] = "0.";
     const std::size_t digits = std::strspn(text, "0123456789");
@@ -353,7 +353,7 @@ bool ReadPlainTime(const char16_t* text, double& millis) {
 
 bool ReadTime(const std::string& text, double& millis) {
     constexpr std::size_t kLongestRefused = 10;
-    if (!SoftCheck(!text.empty(), places::kGpxTime) || text.size() <= kLongestRefused)
+    if (!SoftCheck(!text.empty(), sites::kGpxTime) || text.size() <= kLongestRefused)
         return false;
     TimeReader reader(text);
     TimeFields fields;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 
 #include <unicode/fieldpos.h>
 #include <unicode/parsepos.h>
@@ -40,7 +40,7 @@ icu::NumberFormat& UsNumberFormat::Get() {
         UErrorCode status = U_ZERO_ERROR;
         format_.reset(icu::NumberFormat::createInstance(icu::Locale::getUS(), status));
         // Without ICU's own data no number can be read or written; there is nothing to go on with.
-        if (!SoftCheck(format_ != nullptr, places::kNumberFormat))
+        if (!SoftCheck(format_ != nullptr, sites::kNumberFormat))
             std::abort();
     }
     return *format_;

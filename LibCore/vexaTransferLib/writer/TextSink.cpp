@@ -35,7 +35,7 @@ void UnicodeSink::Escaped(const icu::UnicodeString& text) {
     out_.append(units, runStart, length - runStart);
 }
 
-void RequireHeld(const icu::UnicodeString& text, const char* source, int line) {
+void RequireNotBogus(const icu::UnicodeString& text, const char* source, int line) {
     dbc::Ensure(!text.isBogus(), source, "The GPX text is too large to be held in memory.", line);
 }
 

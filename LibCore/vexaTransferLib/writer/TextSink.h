@@ -87,7 +87,7 @@ private:
 };
 
 /// Appends to a UnicodeString. A string that ICU cannot hold turns bogus and stays so; whoever finishes the
-/// text looks (see RequireHeld).
+/// text looks (see RequireNotBogus).
 class UnicodeSink final : public TextSink {
 public:
     explicit UnicodeSink(icu::UnicodeString& out) : out_(out) {}
@@ -102,6 +102,6 @@ private:
 };
 
 /// \throws dbc::postcondition_error when ICU gave up on the text; `source` is the class that wrote it
-void RequireHeld(const icu::UnicodeString& text, const char* source, int line = __builtin_LINE());
+void RequireNotBogus(const icu::UnicodeString& text, const char* source, int line = __builtin_LINE());
 
 } // namespace vexaTransferLib::writer

@@ -52,18 +52,18 @@ void Utf8Sink::Reserve(std::size_t count) {
 
 void Utf8Sink::Grow(std::size_t count) {
     const std::size_t length = Length();
-    CheckHeld(length <= limit_);
+    ThrowIfBogus(length <= limit_);
     const std::size_t capacity =
         std::max({length + count + kZeros, (length + Room() + kZeros) * 2, kFirstCapacity});
     char* const grown = static_cast<char*>(std::realloc(bytes_.get(), capacity));
-    CheckHeld(grown != nullptr);
+    ThrowIfBogus(grown != nullptr);
     static_cast<void>(bytes_.release());
     bytes_.reset(grown);
     next_ = grown + length;
     end_ = grown + capacity - kZeros;
 }
 
-void Utf8Sink::CheckHeld(bool isHeld) const {
+void Utf8Sink::ThrowIfBogus(bool isHeld) const {
     dbc::Ensure(isHeld, source_, "The GPX text is too large to be held in memory.", line_);
 }
 
@@ -111,7 +111,7 @@ UnicodeStrUtils::ByteString Utf8Sink::Take() {
     if (bytes_ == nullptr)
         Grow(0);
     const std::size_t length = Length();
-    CheckHeld(length <= limit_);
+    ThrowIfBogus(length <= limit_);
     std::memset(next_, 0, kZeros);
     UnicodeStrUtils::ByteString result{icu::UnicodeString()};
     result.length = static_cast<std::uint32_t>(length);

@@ -45,7 +45,7 @@ private:
     /// Makes room for so many more bytes, with the zeros behind them.
     void Reserve(std::size_t count);
     void Grow(std::size_t count);
-    void CheckHeld(bool isHeld) const;
+    void ThrowIfBogus(bool isHeld) const;
     void Append(const char16_t* units, std::size_t count);
 
     const char* source_;

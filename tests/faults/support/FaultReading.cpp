@@ -42,46 +42,46 @@ bool IsWithin(const std::string& path, const std::string& outer) {
     return path == outer || path.starts_with(outer + "/");
 }
 
-std::vector<std::string> RefusedOf(const std::vector<GpxPassedOver>& told) {
+std::vector<std::string> RefusedOf(const std::vector<GpxSkippedElement>& told) {
     std::vector<std::string> refused;
-    for (const GpxPassedOver& what : told)
+    for (const GpxSkippedElement& what : told)
         if (what.reason == kGpxRefused)
             refused.push_back(what.element);
     return refused;
 }
 
-bool IsToldAs(const GpxPassedOver& what, const GpxPassedOver& other) {
+bool IsToldAs(const GpxSkippedElement& what, const GpxSkippedElement& other) {
     return what.element == other.element && what.reason == other.reason && what.message == other.message &&
-           what.couldBeHeld == other.couldBeHeld;
+           what.isLoss == other.isLoss;
 }
 
 } // namespace
 
 bool UnrefusedObserver::Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) {
     const MemoryPause pause;
-    return NotingObserver::Progress(bytesRead, bytesInAll);
+    return RecordingObserver::Progress(bytesRead, bytesInAll);
 }
 
 void UnrefusedObserver::ParserMessage(const GpxParserMessage& message) {
     const MemoryPause pause;
-    NotingObserver::ParserMessage(message);
+    RecordingObserver::ParserMessage(message);
 }
 
-void UnrefusedObserver::PassedOver(const GpxPassedOver& what) {
+void UnrefusedObserver::Skipped(const GpxSkippedElement& what) {
     const MemoryPause pause;
-    NotingObserver::PassedOver(what);
+    RecordingObserver::Skipped(what);
 }
 
 void UnrefusedObserver::Forget() {
     decltype(progress)().swap(progress);
     std::string().swap(messages);
-    std::string().swap(passedOver);
+    std::string().swap(skipped);
     decltype(things)().swap(things);
 }
 
 FaultFile::FaultFile(const std::string& bytes) : bytes_(bytes), file_(bytes, kFileName), path_(file_.Path()) {
     GpxParser parser;
-    NotingObserver observer;
+    RecordingObserver observer;
     parser.SetObserver(&observer);
     parser.Parse(file_.Path(), whole_);
     told_ = observer.things;
@@ -135,7 +135,7 @@ testing::AssertionResult FaultFile::HasAllBut(const std::vector<std::string>& el
     return lost;
 }
 
-testing::AssertionResult FaultFile::HasAllBut(const std::vector<GpxPassedOver>& told,
+testing::AssertionResult FaultFile::HasAllBut(const std::vector<GpxSkippedElement>& told,
                                               const GpxDocument& document) {
     return HasAllBut(RefusedOf(told), document);
 }
@@ -150,11 +150,12 @@ testing::AssertionResult FaultFile::HasAllButOne(const GpxDocument& document) {
     return HasAllBut(elements, document);
 }
 
-testing::AssertionResult FaultFile::IsToldAll(const std::vector<GpxPassedOver>& told) const {
+testing::AssertionResult FaultFile::IsToldAll(const std::vector<GpxSkippedElement>& told) const {
     const std::vector<std::string> refused = RefusedOf(told);
-    for (const GpxPassedOver& expected : told_) {
-        const bool isTold = std::any_of(told.begin(), told.end(),
-                                        [&](const GpxPassedOver& what) { return IsToldAs(what, expected); });
+    for (const GpxSkippedElement& expected : told_) {
+        const bool isTold = std::any_of(told.begin(), told.end(), [&](const GpxSkippedElement& what) {
+            return IsToldAs(what, expected);
+        });
         const bool isInRefused = std::any_of(refused.begin(), refused.end(), [&](const std::string& element) {
             return IsWithin(expected.element, element);
         });

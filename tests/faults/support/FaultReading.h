@@ -2,7 +2,7 @@
 #pragma once
 
 #include "support/GpxFiles.h"
-#include "support/NotingObserver.h"
+#include "support/RecordingObserver.h"
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxParser.h>
@@ -16,11 +16,11 @@
 namespace vexaTransferLib::testing_support {
 
 /// Notes what it is told with memory of its own: never refused, never counted.
-class UnrefusedObserver final : public NotingObserver {
+class UnrefusedObserver final : public RecordingObserver {
 public:
     bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override;
     void ParserMessage(const GpxParserMessage& message) override;
-    void PassedOver(const GpxPassedOver& what) override;
+    void Skipped(const GpxSkippedElement& what) override;
 
     /// Lets go of everything noted.
     void Forget();
@@ -40,11 +40,12 @@ public:
 
     /// True when the document lacks nothing of the file but what one of the told elements had given: those
     /// that were refused.
-    testing::AssertionResult HasAllBut(const std::vector<GpxPassedOver>& told, const GpxDocument& document);
+    testing::AssertionResult HasAllBut(const std::vector<GpxSkippedElement>& told,
+                                       const GpxDocument& document);
     /// True when it lacks nothing but what any one element had given.
     testing::AssertionResult HasAllButOne(const GpxDocument& document);
     /// True when all that is told without a refusal is told now too, except of what is in a refused element.
-    testing::AssertionResult IsToldAll(const std::vector<GpxPassedOver>& told) const;
+    testing::AssertionResult IsToldAll(const std::vector<GpxSkippedElement>& told) const;
     /// True when the document is one that was cleared and partly filled, or wholly.
     testing::AssertionResult IsPart(const GpxDocument& document) const;
 
@@ -56,7 +57,7 @@ private:
     GpxFile file_;
     icu::UnicodeString path_;
     GpxDocument whole_;
-    std::vector<GpxPassedOver> told_;
+    std::vector<GpxSkippedElement> told_;
     std::map<std::string, std::vector<std::vector<std::string>>> differencesWithout_;
 };
 

@@ -18,7 +18,7 @@ bool IsLineNumber(std::string_view text) {
 
 // What a line has that makes a check, or that stands for one of another file.
 bool HasACheck(std::string_view line) {
-    constexpr std::array<std::string_view, 5> kChecks = {"dbc::", "Here()", "__LINE__", "RequireHeld(",
+    constexpr std::array<std::string_view, 5> kChecks = {"dbc::", "Here()", "__LINE__", "RequireNotBogus(",
                                                          "Utf8Sink "};
     return std::any_of(kChecks.begin(), kChecks.end(),
                        [&](std::string_view check) { return line.find(check) != line.npos; });

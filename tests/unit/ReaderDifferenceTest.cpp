@@ -2,13 +2,13 @@
 
 // A file is read from the XML parser's events, or, where these tell less, from a DOM tree. Nobody may notice which.
 
-#include "support/DomRoad.h"
+#include "support/DomReading.h"
 #include "support/GpxFiles.h"
 #include "support/GpxReading.h"
 #include "support/GpxText.h"
 #include "support/ModelCompare.h"
 #include "support/Mutations.h"
-#include "support/NotingObserver.h"
+#include "support/RecordingObserver.h"
 #include "support/SampleDocument.h"
 #include "support/TestFiles.h"
 
@@ -98,10 +98,10 @@ std::string HeardWhile(const std::function<void(GpxParser&, GpxDocument&)>& read
     return parser.heard;
 }
 
-/// What an observer is told of things passed over and of the XML parser's messages, and how it ended.
-std::string ReceiptOf(const std::function<void(GpxParser&, GpxDocument&)>& read) {
+/// What an observer is told of things skipped and of the XML parser's messages, and how it ended.
+std::string SkippedBy(const std::function<void(GpxParser&, GpxDocument&)>& read) {
     static GpxParser parser; // to make one costs more than most files
-    NotingObserver observer;
+    RecordingObserver observer;
     parser.SetObserver(&observer);
     std::string error;
     GpxDocument document;
@@ -111,13 +111,13 @@ std::string ReceiptOf(const std::function<void(GpxParser&, GpxDocument&)>& read)
         error = exception.what();
     }
     parser.SetObserver(nullptr);
-    // What is passed over of a file that proves to be ill-formed, only one road sees.
+    // What is skipped of a file that proves to be ill-formed, only one road sees.
     const bool isIllFormed = error.find("One or more errors") != std::string::npos;
-    return observer.messages + (isIllFormed ? "" : observer.passedOver) + error;
+    return observer.messages + (isIllFormed ? "" : observer.skipped) + error;
 }
 
 /// Compares the two roads; true when the file was read without an error.
-bool ExpectSameByBothRoads(const std::string& path) {
+bool ExpectSameByEventsAndDom(const std::string& path) {
     const auto byDom = [&path](GpxParser& parser, GpxDocument& document) {
         ReadByDom(parser, path, document);
     };
@@ -133,7 +133,7 @@ bool ExpectSameByBothRoads(const std::string& path) {
         EXPECT_EQ(actual.written, expected.written);
     }
     EXPECT_EQ(HeardWhile(byParse), HeardWhile(byDom));
-    EXPECT_EQ(ReceiptOf(byParse), ReceiptOf(byDom));
+    EXPECT_EQ(SkippedBy(byParse), SkippedBy(byDom));
     if (!expected.error.empty())
         ExpectSameUnheeding(path);
     return actual.error.empty();
@@ -141,7 +141,7 @@ bool ExpectSameByBothRoads(const std::string& path) {
 
 bool ExpectSameOfBytes(const std::string& bytes) {
     const GpxFile file(bytes);
-    const bool isRead = ExpectSameByBothRoads(file.NarrowPath());
+    const bool isRead = ExpectSameByEventsAndDom(file.NarrowPath());
     if (testing::Test::HasFailure())
         ADD_FAILURE() << "the file was: " << bytes.substr(0, 20000);
     return isRead;
@@ -158,22 +158,22 @@ std::vector<std::string> FilesBelow(const std::filesystem::path& folder, std::ui
 
 const std::filesystem::path kCorpus = std::filesystem::path(VEXA_SHARED) / "corpus";
 
-TEST(TwoRoadsTest, ReadTheFilesOfTheRepositoryAlike) {
+TEST(ReaderDifferenceTest, ReadTheFilesOfTheRepositoryAlike) {
     int read = 0;
     for (const std::string& file : FilesBelow(VEXA_TEST_DATA, 100000000)) {
         SCOPED_TRACE(file);
-        read += ExpectSameByBothRoads(file) ? 1 : 0;
+        read += ExpectSameByEventsAndDom(file) ? 1 : 0;
     }
     EXPECT_GT(read, 5);
 }
 
-TEST(TwoRoadsTest, ReadTheCorpusAlike) {
+TEST(ReaderDifferenceTest, ReadTheCorpusAlike) {
     if (!std::filesystem::exists(kCorpus))
         GTEST_SKIP() << "the shared corpus is not beside the repository";
     int read = 0;
     for (const std::string& file : FilesBelow(kCorpus, 100000000)) {
         SCOPED_TRACE(file);
-        read += ExpectSameByBothRoads(file) ? 1 : 0;
+        read += ExpectSameByEventsAndDom(file) ? 1 : 0;
     }
     EXPECT_GT(read, 60);
 }
@@ -187,9 +187,9 @@ void PrintTo(const Contents& contents, std::ostream* out) {
     *out << contents.reason;
 }
 
-class TwoRoadsContentsTest : public testing::TestWithParam<Contents> {};
+class ReaderDifferenceContentsTest : public testing::TestWithParam<Contents> {};
 
-TEST_P(TwoRoadsContentsTest, AreReadAlike) {
+TEST_P(ReaderDifferenceContentsTest, AreReadAlike) {
     ExpectSameOfBytes(GetParam().bytes);
 }
 
@@ -200,7 +200,7 @@ std::string Wpt(const std::string& children) {
 const std::string kVendor = "xmlns:t='https://tarvik.example/xmlschemas/gpx-extensions/1/0'";
 
 INSTANTIATE_TEST_SUITE_P(
-    Files, TwoRoadsContentsTest,
+    Files, ReaderDifferenceContentsTest,
     testing::Values(
         Contents{"text and comment", Wpt("<name>a<!-- b -->c</name>")},
         Contents{"comment first", Wpt("<name><!-- b -->c</name>")},
@@ -271,7 +271,7 @@ INSTANTIATE_TEST_SUITE_P(
         Contents{"an undefined entity", Wpt("<name>&x;</name>")},
         Contents{"an undeclared prefix", Wpt("<x:name/>")}));
 
-TEST(TwoRoadsTest, ReadMutationsAlike) {
+TEST(ReaderDifferenceTest, ReadMutationsAlike) {
     const std::vector<std::string> seeds = {
         ReadTestData("cli/full.gpx"), ReadTestData("writer/everything-1.1.gpx"),
         Gpx11(
@@ -292,7 +292,7 @@ TEST(TwoRoadsTest, ReadMutationsAlike) {
     EXPECT_LT(read, kRounds);
 }
 
-TEST(TwoRoadsTest, ReadMutationsOfTheCorpusAlike) {
+TEST(ReaderDifferenceTest, ReadMutationsOfTheCorpusAlike) {
     if (!std::filesystem::exists(kCorpus))
         GTEST_SKIP() << "the shared corpus is not beside the repository";
     Mutator mutator(7);

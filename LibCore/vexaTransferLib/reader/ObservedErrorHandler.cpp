@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/WatchedErrors.h>
+#include <vexaTransferLib/reader/ObservedErrorHandler.h>
 
-#include <vexaTransferLib/reader/Receipt.h>
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/reader/SkipReporter.h>
+#include <vexaTransferLib/text/IcuText.h>
 
 #include <string>
 
@@ -19,7 +19,7 @@ std::string ToUtf8(const XMLCh* units) {
 
 } // namespace
 
-void WatchedErrors::Tell(GpxMessageSeverity severity, const xercesc::SAXParseException& exception) {
+void ObservedErrorHandler::Tell(GpxMessageSeverity severity, const xercesc::SAXParseException& exception) {
     if (observer_ == nullptr)
         return;
     GpxParserMessage message;
@@ -31,17 +31,17 @@ void WatchedErrors::Tell(GpxMessageSeverity severity, const xercesc::SAXParseExc
     CallObserver([&] { observer_->ParserMessage(message); });
 }
 
-void WatchedErrors::warning(const xercesc::SAXParseException& exception) {
+void ObservedErrorHandler::warning(const xercesc::SAXParseException& exception) {
     Tell(kGpxMessageWarning, exception);
     receiver_.warning(exception);
 }
 
-void WatchedErrors::error(const xercesc::SAXParseException& exception) {
+void ObservedErrorHandler::error(const xercesc::SAXParseException& exception) {
     Tell(kGpxMessageError, exception);
     receiver_.error(exception);
 }
 
-void WatchedErrors::fatalError(const xercesc::SAXParseException& exception) {
+void ObservedErrorHandler::fatalError(const xercesc::SAXParseException& exception) {
     Tell(kGpxMessageFatalError, exception);
     receiver_.fatalError(exception);
 }

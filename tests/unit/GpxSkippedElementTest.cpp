@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 
-// What an observer is told of the things that the reader passes over.
+// What an observer is told of the things that the reader skips.
 
 #include "support/ContractChecks.h"
 #include "support/GpxDom.h"
 #include "support/GpxText.h"
-#include "support/NotingObserver.h"
+#include "support/RecordingObserver.h"
 
 #include <vexaTransferLib/GpxParser.h>
 
@@ -20,29 +20,29 @@ namespace {
 
 using namespace testing_support;
 
-std::string PassedOver(const std::string& bytes) {
+std::string Skipped(const std::string& bytes) {
     static GpxParser parser; // to make one costs more than these files
-    NotingObserver observer;
+    RecordingObserver observer;
     GpxDocument document;
     parser.SetObserver(&observer);
     parser.Parse(bytes, u"walk", document);
     parser.SetObserver(nullptr);
-    return observer.passedOver;
+    return observer.skipped;
 }
 
 struct Case {
     std::string bytes;
-    std::string passedOver;
+    std::string skipped;
 };
 
 void PrintTo(const Case& given, std::ostream* out) {
     *out << given.bytes.substr(given.bytes.find('>') + 1);
 }
 
-class GpxReadReceiptTest : public testing::TestWithParam<Case> {};
+class GpxSkippedElementTest : public testing::TestWithParam<Case> {};
 
-TEST_P(GpxReadReceiptTest, TellsWhatIsPassedOver) {
-    EXPECT_EQ(PassedOver(GetParam().bytes), GetParam().passedOver);
+TEST_P(GpxSkippedElementTest, TellsWhatIsSkipped) {
+    EXPECT_EQ(Skipped(GetParam().bytes), GetParam().skipped);
 }
 
 std::string Wpt(const std::string& children) {
@@ -90,7 +90,7 @@ const std::string kReplaced = "Another element was kept in its place.\n";
 const std::string kUnknown = "The library does not keep this element.\n";
 
 INSTANTIATE_TEST_SUITE_P(
-    Complete, GpxReadReceiptTest,
+    Complete, GpxSkippedElementTest,
     testing::Values(
         Case{Gpx11(""), ""},
         Case{Gpx11("<metadata><name>n</name><time>2009-01-15T10:20:30Z</time></metadata>"), ""},
@@ -113,89 +113,89 @@ INSTANTIATE_TEST_SUITE_P(
              ""}));
 
 INSTANTIATE_TEST_SUITE_P(
-    Root, GpxReadReceiptTest,
+    Root, GpxSkippedElementTest,
     testing::Values(
         Case{Gpx11("<extensions/>"), "gpx/extensions unknown: " + kUnknown},
         Case{Gpx11("<wpt xmlns='http://www.topografix.com/GPX/1/0' lat='1' lon='2'/>"),
-             "gpx/wpt foreign held: Its namespace is \"http://www.topografix.com/GPX/1/0\", not that of GPX "
+             "gpx/wpt foreign loss: Its namespace is \"http://www.topografix.com/GPX/1/0\", not that of GPX "
              "1.1.\n"},
         Case{"<gpx version='1.0'><wpt lat='1' lon='2'/></gpx>",
-             "gpx/wpt foreign held: It is in no namespace, not that of GPX 1.0.\n"},
+             "gpx/wpt foreign loss: It is in no namespace, not that of GPX 1.0.\n"},
         Case{Gpx11("<x:wpt xmlns:x='urn:x' lat='1' lon='2'/>"),
              "gpx/wpt foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"},
         Case{Gpx11("<trk/><wpt lat='1' lon='2'/><rte/>"),
-             "gpx/wpt order held: It stands behind a route or a track.\n"
-             "gpx/rte order held: It stands behind a track.\n"},
+             "gpx/wpt order loss: It stands behind a route or a track.\n"
+             "gpx/rte order loss: It stands behind a track.\n"},
         Case{Gpx11("<rte/><wpt lat='1' lon='2'/>"),
-             "gpx/wpt order held: It stands behind a route or a track.\n"},
+             "gpx/wpt order loss: It stands behind a route or a track.\n"},
         Case{Gpx11("<metadata><name>a</name><name>b</name><author>x</author><time>soon</time></metadata>"),
-             "gpx/metadata/name replaced held: " + kReplaced + "gpx/metadata/author unknown: " + kUnknown +
-                 "gpx/metadata/time unreadable held: \"soon\" is not a time.\n"},
+             "gpx/metadata/name replaced loss: " + kReplaced + "gpx/metadata/author unknown: " + kUnknown +
+                 "gpx/metadata/time unreadable loss: \"soon\" is not a time.\n"},
         Case{Gpx11("<name>a</name><metadata><name>a</name></metadata>"), ""},
         Case{Gpx11("<metadata>" + Vendor("<form>f</form><x/><defaultsymbol>7a</defaultsymbol>") + Vendor("") +
                    "</metadata>"),
              "gpx/metadata/extensions/x unknown: " + kUnknown +
-                 "gpx/metadata/extensions/defaultsymbol unreadable held: \"7a\" is not a whole number.\n"
-                 "gpx/metadata/extensions replaced held: " +
+                 "gpx/metadata/extensions/defaultsymbol unreadable loss: \"7a\" is not a whole number.\n"
+                 "gpx/metadata/extensions replaced loss: " +
                  kReplaced}));
 
 INSTANTIATE_TEST_SUITE_P(
-    Points, GpxReadReceiptTest,
+    Points, GpxSkippedElementTest,
     testing::Values(
         Case{Wpt("<ele>high</ele><magvar>400</magvar><fix>4d</fix><time/><hdop>1</hdop>"),
-             "gpx/wpt/ele unreadable held: \"high\" is not a number.\n"
-             "gpx/wpt/magvar refused held: The GPX point's magnetic variation must be greater than or equal "
+             "gpx/wpt/ele unreadable loss: \"high\" is not a number.\n"
+             "gpx/wpt/magvar refused loss: The GPX point's magnetic variation must be greater than or equal "
              "to "
              "zero and less than 360.\n"
-             "gpx/wpt/fix unreadable held: \"4d\" is not a kind of fix.\n"
+             "gpx/wpt/fix unreadable loss: \"4d\" is not a kind of fix.\n"
              "gpx/wpt/hdop unknown: " +
                  kUnknown},
         Case{Wpt("<name><!-- c -->n</name><desc>a<b>c</b></desc>"),
-             "gpx/wpt/name unreadable held: Its text stands behind something else and is not read.\n"
-             "gpx/wpt/desc unreadable held: Only the first piece of its text is read.\n"},
+             "gpx/wpt/name unreadable loss: Its text stands behind something else and is not read.\n"
+             "gpx/wpt/desc unreadable loss: Only the first piece of its text is read.\n"},
         Case{Wpt("<desc>a</desc><cmt>b</cmt><desc>c</desc><desc>b</desc>"),
-             "gpx/wpt/desc replaced held: " + kReplaced + "gpx/wpt/desc replaced held: " + kReplaced},
-        Case{Wpt("<ele>1</ele><ele>2</ele><ele>2</ele>"), "gpx/wpt/ele replaced held: " + kReplaced},
+             "gpx/wpt/desc replaced loss: " + kReplaced + "gpx/wpt/desc replaced loss: " + kReplaced},
+        Case{Wpt("<ele>1</ele><ele>2</ele><ele>2</ele>"), "gpx/wpt/ele replaced loss: " + kReplaced},
         Case{Wpt("<time>2009-01-15T10:20:30Z</time><time>2010-01-15T10:20:30Z</time>"),
-             "gpx/wpt/time replaced held: " + kReplaced},
-        Case{Wpt("<fix>2d</fix><fix>3d</fix>"), "gpx/wpt/fix replaced held: " + kReplaced},
-        Case{Wpt("<cmt>a</cmt><cmt>b</cmt>"), "gpx/wpt/cmt replaced held: " + kReplaced},
+             "gpx/wpt/time replaced loss: " + kReplaced},
+        Case{Wpt("<fix>2d</fix><fix>3d</fix>"), "gpx/wpt/fix replaced loss: " + kReplaced},
+        Case{Wpt("<cmt>a</cmt><cmt>b</cmt>"), "gpx/wpt/cmt replaced loss: " + kReplaced},
         Case{Wpt("<link/><url>u</url>"),
-             "gpx/wpt/link refused held: A link element was missing the href attribute.\n"
-             "gpx/wpt/url version held: GPX 1.1 has no such element.\n"},
+             "gpx/wpt/link refused loss: A link element was missing the href attribute.\n"
+             "gpx/wpt/url version loss: GPX 1.1 has no such element.\n"},
         Case{Wpt10("<url>a</url><url/>"), ""},
         Case{Wpt("<link href='a'/><link href='b'/><link/>"),
-             "gpx/wpt/link replaced held: " + kReplaced +
-                 "gpx/wpt/link refused held: A link element was missing the href attribute.\n"},
+             "gpx/wpt/link replaced loss: " + kReplaced +
+                 "gpx/wpt/link refused loss: A link element was missing the href attribute.\n"},
         Case{Wpt("<link href='a'><x/><text>t</text><text>u</text></link>"),
-             "gpx/wpt/link/x unknown: " + kUnknown + "gpx/wpt/link/text replaced held: " + kReplaced},
+             "gpx/wpt/link/x unknown: " + kUnknown + "gpx/wpt/link/text replaced loss: " + kReplaced},
         Case{Wpt("<url>u</url><urlname>n</urlname>"),
-             "gpx/wpt/url version held: GPX 1.1 has no such element.\n"
-             "gpx/wpt/urlname version held: GPX 1.1 has no such element.\n"},
+             "gpx/wpt/url version loss: GPX 1.1 has no such element.\n"
+             "gpx/wpt/urlname version loss: GPX 1.1 has no such element.\n"},
         Case{Wpt10("<urlname>n</urlname><url>u</url><link href='l'/><extensions/>"),
-             "gpx/wpt/urlname incomplete held: No url stands before it.\n"
-             "gpx/wpt/link version held: GPX 1.0 has no such element.\n"
-             "gpx/wpt/extensions version held: GPX 1.0 has no such element.\n"},
+             "gpx/wpt/urlname incomplete loss: No url stands before it.\n"
+             "gpx/wpt/link version loss: GPX 1.0 has no such element.\n"
+             "gpx/wpt/extensions version loss: GPX 1.0 has no such element.\n"},
         Case{Wpt("<name xmlns=''>n</name><x xmlns='urn:" + std::string(70, 'y') + "'/>"),
-             "gpx/wpt/name foreign held: It is in no namespace, not that of GPX 1.1.\n"
+             "gpx/wpt/name foreign loss: It is in no namespace, not that of GPX 1.1.\n"
              "gpx/wpt/x foreign: Its namespace is \"urn:" +
                  std::string(56, 'y') + "...\", not that of GPX 1.1.\n"}));
 
 INSTANTIATE_TEST_SUITE_P(
-    Extensions, GpxReadReceiptTest,
+    Extensions, GpxSkippedElementTest,
     testing::Values(
         Case{Wpt(Vendor(
                  "<formdata><formstring key='a'>1</formstring></formdata><formdata><formstring>v"
                  "</formstring><formstring key='k' modtime='x'>v</formstring><formstring key='k'/><y/>"
                  "</formdata><tovasymbol>x</tovasymbol><objectid>a</objectid><objectid>b</objectid><z/>")),
-             "gpx/wpt/extensions/formdata replaced held: The last form is the one that is read.\n"
-             "gpx/wpt/extensions/tovasymbol unreadable held: \"x\" is not a whole number.\n"
-             "gpx/wpt/extensions/objectid replaced held: " +
+             "gpx/wpt/extensions/formdata replaced loss: The last form is the one that is read.\n"
+             "gpx/wpt/extensions/tovasymbol unreadable loss: \"x\" is not a whole number.\n"
+             "gpx/wpt/extensions/objectid replaced loss: " +
                  kReplaced + "gpx/wpt/extensions/z unknown: " + kUnknown +
-                 "gpx/wpt/extensions/formdata/formstring incomplete held: A form field without a key is not "
+                 "gpx/wpt/extensions/formdata/formstring incomplete loss: A form field without a key is not "
                  "kept.\n"
-                 "gpx/wpt/extensions/formdata/formstring unreadable held: Its modtime is not a time.\n"
-                 "gpx/wpt/extensions/formdata/formstring replaced held: It replaces an earlier form field "
+                 "gpx/wpt/extensions/formdata/formstring unreadable loss: Its modtime is not a time.\n"
+                 "gpx/wpt/extensions/formdata/formstring replaced loss: It replaces an earlier form field "
                  "with "
                  "the same key.\n"
                  "gpx/wpt/extensions/formdata/y unknown: " +
@@ -206,91 +206,91 @@ INSTANTIATE_TEST_SUITE_P(
                   kLog +
                   "<log id='x1'><date>d</date><type>t</type></log><y/></logs>"
                   "<travelbugs><travelbug><ref/></travelbug></travelbugs>"),
-            "gpx/wpt/extensions/cache/name replaced held: " + kReplaced +
+            "gpx/wpt/extensions/cache/name replaced loss: " + kReplaced +
                 "gpx/wpt/extensions/cache/country unknown: " + kUnknown +
                 "gpx/wpt/extensions/cache/owner foreign: Its namespace is \"urn:x\", not that of geocaches.\n"
-                "gpx/wpt/extensions/cache/logs/log unreadable held: Its id is not a number.\n"
-                "gpx/wpt/extensions/cache/logs/log incomplete held: A log without date, finder or text is "
+                "gpx/wpt/extensions/cache/logs/log unreadable loss: Its id is not a number.\n"
+                "gpx/wpt/extensions/cache/logs/log incomplete loss: A log without date, finder or text is "
                 "not "
                 "kept.\n"
                 "gpx/wpt/extensions/cache/logs/y unknown: " +
                 kUnknown + "gpx/wpt/extensions/cache/travelbugs/travelbug/ref unknown: " + kUnknown +
-                "gpx/wpt/extensions/cache/travelbugs/travelbug incomplete held: A travel bug without a name "
+                "gpx/wpt/extensions/cache/travelbugs/travelbug incomplete loss: A travel bug without a name "
                 "is "
                 "not kept.\n"},
         Case{Wpt(CacheExtensions("a") + CacheExtensions("b")),
-             "gpx/wpt/extensions replaced held: " + kReplaced},
+             "gpx/wpt/extensions replaced loss: " + kReplaced},
         Case{Wpt(CacheExtensions("a") + CacheExtensions("a")), ""},
-        Case{Cache("<logs>" + kLog + "</logs>"), "gpx/wpt/extensions/cache incomplete held: A geocache with "
+        Case{Cache("<logs>" + kLog + "</logs>"), "gpx/wpt/extensions/cache incomplete loss: A geocache with "
                                                  "nothing but logs and travel bugs is not kept.\n"},
         Case{Wpt("<extensions "
                  "xmlns:g='http://www.groundspeak.com/cache/1/0'><g:cache><g:name>a</g:name></g:cache>"
                  "<g:cache/><cache/><cache xmlns='http://www.groundspeak.com/cache/1/0/2'/></extensions>"),
-             "gpx/wpt/extensions/cache replaced held: The geocache before it is the one that is read.\n"
-             "gpx/wpt/extensions/cache foreign held: Its namespace is \"http://www.topografix.com/GPX/1/1\", "
+             "gpx/wpt/extensions/cache replaced loss: The geocache before it is the one that is read.\n"
+             "gpx/wpt/extensions/cache foreign loss: Its namespace is \"http://www.topografix.com/GPX/1/1\", "
              "not that of geocaches.\n"
-             "gpx/wpt/extensions/cache foreign held: Its namespace is "
+             "gpx/wpt/extensions/cache foreign loss: Its namespace is "
              "\"http://www.groundspeak.com/cache/1/0/2\","
              " not that of geocaches.\n"}));
 
 INSTANTIATE_TEST_SUITE_P(
-    RoutesAndTracks, GpxReadReceiptTest,
+    RoutesAndTracks, GpxSkippedElementTest,
     testing::Values(
         Case{Route("<desc>d</desc><name>a</name><name>b</name><rtept lat='1' lon='2'/><name>c</name>"
                    "<rtept lat='x' lon='2'/><rtept lat='91' lon='2'/>"),
-             "gpx/rte/desc unknown: " + kUnknown + "gpx/rte/name replaced held: " + kReplaced +
-                 "gpx/rte/name order held: It stands behind the first route point.\n"
-                 "gpx/rte/rtept refused held: Unable to read a GPX point's latitude.\n"
-                 "gpx/rte/rtept refused held: The GPX point's latitude is invalid.\n"},
+             "gpx/rte/desc unknown: " + kUnknown + "gpx/rte/name replaced loss: " + kReplaced +
+                 "gpx/rte/name order loss: It stands behind the first route point.\n"
+                 "gpx/rte/rtept refused loss: Unable to read a GPX point's latitude.\n"
+                 "gpx/rte/rtept refused loss: The GPX point's latitude is invalid.\n"},
         Case{
             Route(Vendor("<routeType>circle</routeType><routeType>points</routeType><x/>") +
                   "<rtept lat='1' lon='2'><extensions/></rtept><rtept lat='1' lon='2'>" +
                   Vendor("<routePointType>start</routePointType>") + "</rtept>"),
-            "gpx/rte/extensions/routeType unreadable held: \"circle\" is not a type that the library knows.\n"
+            "gpx/rte/extensions/routeType unreadable loss: \"circle\" is not a type that the library knows.\n"
             "gpx/rte/extensions/x unknown: " +
                 kUnknown +
-                "gpx/rte/rtept refused held: The route point type cannot be used with this route type.\n"},
+                "gpx/rte/rtept refused loss: The route point type cannot be used with this route type.\n"},
         Case{Route("<x:number xmlns:x='urn:x'>1</x:number><name "
                    "xmlns='http://www.topografix.com/GPX/1/0'>n</name>"),
              "gpx/rte/number foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"
-             "gpx/rte/name foreign held: Its namespace is \"http://www.topografix.com/GPX/1/0\", not that of "
+             "gpx/rte/name foreign loss: Its namespace is \"http://www.topografix.com/GPX/1/0\", not that of "
              "GPX 1.1.\n"},
         Case{"<gpx version='1.0' "
              "xmlns='http://www.topografix.com/GPX/1/0'><rte><type>t</type></rte><trk><type>t"
              "</type></trk></gpx>",
-             "gpx/rte/type version held: GPX 1.0 has no such element.\n"
-             "gpx/trk/type version held: GPX 1.0 has no such element.\n"},
+             "gpx/rte/type version loss: GPX 1.0 has no such element.\n"
+             "gpx/trk/type version loss: GPX 1.0 has no such element.\n"},
         Case{Track("<name>a</name><trkseg><trkpt lat='1' lon='2'><extensions><hr>1</hr></extensions></trkpt>"
                    "<trkpt lat='1'/><extensions/><x:trkpt xmlns:x='urn:x'/></trkseg><name>b</name><number>1"
                    "</number>" +
                    Vendor("<color>red</color><color>3</color><y/>") + "<trkseg xmlns=''/>"),
              "gpx/trk/trkseg/trkpt/extensions unknown: The library does not keep the extensions of track "
              "points.\n"
-             "gpx/trk/trkseg/trkpt refused held: Unable to read a GPX point's longitude.\n"
+             "gpx/trk/trkseg/trkpt refused loss: Unable to read a GPX point's longitude.\n"
              "gpx/trk/trkseg/extensions unknown: " +
                  kUnknown +
                  "gpx/trk/trkseg/trkpt foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"
-                 "gpx/trk/name replaced held: " +
+                 "gpx/trk/name replaced loss: " +
                  kReplaced + "gpx/trk/number unknown: " + kUnknown +
-                 "gpx/trk/extensions/color unreadable held: \"red\" is not a whole number.\n"
-                 "gpx/trk/extensions/color replaced held: " +
+                 "gpx/trk/extensions/color unreadable loss: \"red\" is not a whole number.\n"
+                 "gpx/trk/extensions/color replaced loss: " +
                  kReplaced + "gpx/trk/extensions/y unknown: " + kUnknown +
-                 "gpx/trk/trkseg foreign held: It is in no namespace, not that of GPX 1.1.\n"}));
+                 "gpx/trk/trkseg foreign loss: It is in no namespace, not that of GPX 1.1.\n"}));
 
 std::string PlacesOf(const std::string& bytes) {
     GpxParser parser;
-    NotingObserver observer;
+    RecordingObserver observer;
     GpxDocument document;
     parser.SetObserver(&observer);
     parser.Parse(bytes, u"walk", document);
     std::string places;
-    for (const GpxPassedOver& thing : observer.things)
+    for (const GpxSkippedElement& thing : observer.things)
         places +=
             thing.element + " " + std::to_string(thing.line) + ":" + std::to_string(thing.column) + "\n";
     return places;
 }
 
-TEST(GpxReadReceiptPlacesTest, AreWhereTheStartTagEnds) {
+TEST(GpxSkippedElementPlacesTest, AreWhereTheStartTagEnds) {
     EXPECT_EQ(
         PlacesOf("<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'>\n"
                  "<extensions>\n</extensions>\n"
@@ -303,20 +303,20 @@ TEST(GpxReadReceiptPlacesTest, AreWhereTheStartTagEnds) {
         "gpx/trk/name 5:11\n");
 }
 
-TEST(GpxReadReceiptPlacesTest, AreUnknownOfAFileThatNeedsADom) {
+TEST(GpxSkippedElementPlacesTest, AreUnknownOfAFileThatNeedsADom) {
     EXPECT_EQ(PlacesOf("<!DOCTYPE gpx>\n" + Gpx11("<extensions/>")), "gpx/extensions 0:0\n");
 }
 
-TEST(GpxReadReceiptPlacesTest, ElementsAreNamedByThePublicOperationsOnNodesToo) {
+TEST(GpxSkippedElementPlacesTest, ElementsAreNamedByThePublicOperationsOnNodesToo) {
     const DomTree tree(Gpx11("<trk><trkseg><trkpt lat='x' lon='2'/></trkseg></trk>"));
     GpxParser parser;
-    NotingObserver observer;
+    RecordingObserver observer;
     parser.SetObserver(&observer);
     GpxTrack track;
     CaptureStandardError(
         [&] { parser.ParseTrkSegNode(GpxVersion::GetLatestVersion(), tree.Find("trkseg"), track); });
-    EXPECT_EQ(observer.passedOver,
-              "gpx/trk/trkseg/trkpt refused held: Unable to read a GPX point's latitude.\n");
+    EXPECT_EQ(observer.skipped,
+              "gpx/trk/trkseg/trkpt refused loss: Unable to read a GPX point's latitude.\n");
 }
 
 } // namespace

@@ -19,14 +19,14 @@
 
 namespace vexaTransferLib::reader {
 
-/// Watches over one file from a stranger: each operation throws ReadingStop with a dbc::postcondition_error when
+/// Watches over one file from a stranger: each operation throws ReadAborted with a dbc::postcondition_error when
 /// the file goes too far.
-class InputGuard {
+class InputLimiter {
 public:
     /// How much of the file is read: all of it, or its head, which has limits of its own.
     enum class Extent { kFile, kHead };
 
-    InputGuard(const GpxInputLimits& limits, std::string name, Extent extent = Extent::kFile)
+    InputLimiter(const GpxInputLimits& limits, std::string name, Extent extent = Extent::kFile)
         : limits_(limits), name_(std::move(name)),
           elementLimit_(extent == Extent::kHead ? limits.headElements
                                                 : std::numeric_limits<std::uint64_t>::max()) {}

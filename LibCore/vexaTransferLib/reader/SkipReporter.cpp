@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/Receipt.h>
+#include <vexaTransferLib/reader/SkipReporter.h>
 
 #include <vexaTransferLib/text/GpxNames.h>
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/text/IcuText.h>
 
 #include <utility>
 
@@ -39,34 +39,34 @@ bool IsGpxNamespace(const char16_t* uri) {
 
 } // namespace
 
-GpxPassedOver Receipt::Describe(const NodeView& element, GpxPassOverReason reason, std::string message,
-                                bool couldBeHeld) {
-    const NodePlace place = element.Place();
-    GpxPassedOver what;
+GpxSkippedElement SkipReporter::Describe(const NodeView& element, GpxSkipReason reason, std::string message,
+                                         bool isLoss) {
+    const SourceLocation location = element.Location();
+    GpxSkippedElement what;
     what.element = element.Path();
-    what.line = place.line;
-    what.column = place.column;
+    what.line = location.line;
+    what.column = location.column;
     what.reason = reason;
     what.message = std::move(message);
-    what.couldBeHeld = couldBeHeld;
+    what.isLoss = isLoss;
     return what;
 }
 
 // What another program keeps under a name of ours in a namespace of its own is not ours.
-void Receipt::TellForeign(const NodeView& element, const char* mustBe, bool isKnown) {
+void SkipReporter::NotifyForeign(const NodeView& element, const char* mustBe, bool isKnown) {
     const char16_t* const uri = element.NamespaceUri();
     const std::string is = uri == nullptr ? "It is in no namespace" : "Its namespace is " + Quoted(uri);
-    Tell(Describe(element, kGpxForeignNamespace, is + ", not " + mustBe + ".",
-                  isKnown && IsGpxNamespace(uri)));
+    Notify(Describe(element, kGpxForeignNamespace, is + ", not " + mustBe + ".",
+                    isKnown && IsGpxNamespace(uri)));
 }
 
-void Receipt::TellNoSuchValue(const NodeView& element, const char* what) {
+void SkipReporter::NotifyUnreadable(const NodeView& element, const char* what) {
     const char16_t* const text = element.FirstChildText();
     if (text != nullptr && *text != u'\0')
-        Tell(Describe(element, kGpxUnreadable, Quoted(text) + " is not " + what + ".", true));
+        Notify(Describe(element, kGpxUnreadable, Quoted(text) + " is not " + what + ".", true));
 }
 
-void Receipt::TellUnreadText(const NodeView& element) {
+void SkipReporter::NotifyUnreadText(const NodeView& element) {
     if (HasOnlyOneChild(element) && element.FirstChildText() != nullptr)
         return;
     icu::UnicodeString whole;
@@ -74,14 +74,15 @@ void Receipt::TellUnreadText(const NodeView& element) {
         return;
     const char16_t* const first = element.FirstChildText();
     if (first == nullptr || *first == u'\0')
-        Tell(Describe(element, kGpxUnreadable, "Its text stands behind something else and is not read.",
-                      true));
+        Notify(Describe(element, kGpxUnreadable, "Its text stands behind something else and is not read.",
+                        true));
     else if (whole != text::Alias(first))
-        Tell(Describe(element, kGpxUnreadable, "Only the first piece of its text is read.", true));
+        Notify(Describe(element, kGpxUnreadable, "Only the first piece of its text is read.", true));
 }
 
-void TellForeignToGpx(Receipt& receipt, const GpxVersion& version, const NodeView& element, bool isKnown) {
-    receipt.Foreign(element, version.IsGpx10() ? "that of GPX 1.0" : "that of GPX 1.1", isKnown);
+void SkipForeignToGpx(SkipReporter& reporter, const GpxVersion& version, const NodeView& element,
+                      bool isKnown) {
+    reporter.SkipForeign(element, version.IsGpx10() ? "that of GPX 1.0" : "that of GPX 1.1", isKnown);
 }
 
 } // namespace vexaTransferLib::reader

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "support/GpxNodeDouble.h"
+#include "support/FakeNode.h"
 
 #include <vexaTransferLib/text/GpxNames.h>
 

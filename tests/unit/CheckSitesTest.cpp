@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The places that contract reports name for checks that run in another file than the one named.
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 
 #include <vexaTransferLib/CleanText.h>
 #include <vexaTransferLib/GpxDocument.h>
@@ -15,7 +15,7 @@
 #include <vexaTransferLib/reader/VendorReader.h>
 
 #include "support/ContractChecks.h"
-#include "support/GpxNodeDouble.h"
+#include "support/FakeNode.h"
 #include "support/IcuMemory.h"
 
 #include <gtest/gtest.h>
@@ -85,14 +85,14 @@ FakeNodePtr With(FakeNodePtr node, const char16_t* attribute, const char16_t* va
     return node;
 }
 
-TEST(ContractPlacesTest, EachCheckOfTheReadersHasALineOfItsOwnInTheParsersSource) {
+TEST(CheckSitesTest, EachCheckOfTheReadersHasALineOfItsOwnInTheParsersSource) {
     GpxDocument document;
     GpxTrack track;
     GpxUrl link(u"x");
     GpxPoint point(kGpxWaypoint, 1.0, 2.0);
     TarvikRouteType type = kTarvikRouteStandard;
     ReadContext& context = AnyContext();
-    KeptElements kept(context.receipt, KeptElements::Elements::kStay);
+    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
     const FakeNodePtr root = With(Gpx11Node(u"gpx", {nullptr}), u"version", u"1.1");
     const FakeNodePtr linkNode = With(Gpx11Node(u"link", {nullptr}), u"href", u"x");
     const auto readPoint = [&](GpxPointType kind, const FakeNodePtr& node) {
@@ -124,7 +124,7 @@ TEST(ContractPlacesTest, EachCheckOfTheReadersHasALineOfItsOwnInTheParsersSource
         {"a child of extensions is missing",
          [&] { ReadRouteType(context, WithMissingChild(u"extensions"), type); }},
         {"the document's extensions are null", [&] { ReadDocumentData(context, NodeView(), document); }},
-        {"extensions that are no element", [&] { ReadWaypointData(context, kept, NodeView(), point); }},
+        {"extensions that are no element", [&] { ReadWaypointData(context, sources, NodeView(), point); }},
         {"the text of a null node", [] { ElementText(NodeView()); }},
         {"an attribute of a null node", [] { AttributeText(NodeView(), u"a"); }},
         {"the namespace of a null node", [] { IsGroundspeak(NodeView()); }},
@@ -132,10 +132,10 @@ TEST(ContractPlacesTest, EachCheckOfTheReadersHasALineOfItsOwnInTheParsersSource
     ExpectPlaces(rows, kParserSource);
 }
 
-TEST(ContractPlacesTest, EachCheckOfTheTextsHasALineOfItsOwnInTheHelpersSource) {
+TEST(CheckSitesTest, EachCheckOfTheTextsHasALineOfItsOwnInTheHelpersSource) {
     long number = 0;
     double millis = 0.0;
-    const text::Place& format = text::places::kNumberFormat; // a failure of this check ends the process
+    const text::CheckSite& format = text::sites::kNumberFormat; // a failure of this check ends the process
     const Row rows[] = {
         {"a text to set is empty", [] { GpxPoint(kGpxWaypoint, 1.0, 2.0).SetName(u""); }},
         {"a field without text or too wide", [&] { ReadLongFromString(number, nullptr, 2, 0, 99); }},
@@ -146,7 +146,7 @@ TEST(ContractPlacesTest, EachCheckOfTheTextsHasALineOfItsOwnInTheHelpersSource) 
     ExpectPlaces(rows, kUtilsSource);
 }
 
-TEST(ContractPlacesTest, EveryTextSetterNamesTheOneCheckOfAll) {
+TEST(CheckSitesTest, EveryTextSetterNamesTheOneCheckOfAll) {
     GpxPoint point(kGpxWaypoint, 1.0, 2.0);
     GpxTrack track;
     GpxRoute route(kTarvikRouteStandard);
@@ -188,7 +188,7 @@ void AddLines(void (CleanText::*operation)(icu::UnicodeString&), std::map<std::s
     }
 }
 
-TEST(ContractPlacesTest, EachCheckOfTheCleanerHasALineOfItsOwnInItsHeader) {
+TEST(CheckSitesTest, EachCheckOfTheCleanerHasALineOfItsOwnInItsHeader) {
     std::map<std::string, std::string> lines;
     AddLines(&CleanText::HTMLToPlainText, lines);
     AddLines(&CleanText::StripBBCode, lines);

@@ -11,7 +11,7 @@ namespace vexaTransferLib::reader {
 
 /// Thrown through readers and XML parser to end the reading of a file for a reason of its own: an observer has
 /// thrown or cancelled, a limit is passed. No std::exception: the guard of a child must not swallow it.
-struct ReadingStop {
+struct ReadAborted {
     std::exception_ptr reason;
 };
 

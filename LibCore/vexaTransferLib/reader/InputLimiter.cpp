@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/InputGuard.h>
+#include <vexaTransferLib/reader/InputLimiter.h>
 
-#include <vexaTransferLib/reader/ReadingStop.h>
+#include <vexaTransferLib/reader/ReadAborted.h>
 
 #include <common/dbc.h>
 
@@ -9,19 +9,19 @@
 
 namespace vexaTransferLib::reader {
 
-void InputGuard::RefuseDocumentType() const {
+void InputLimiter::RefuseDocumentType() const {
     Refuse("It has a document type declaration.");
 }
 
-void InputGuard::RefuseEncoding(const std::string& encoding) const {
+void InputLimiter::RefuseEncoding(const std::string& encoding) const {
     Refuse("Its encoding is read from trusted files only: " + encoding + ".");
 }
 
-void InputGuard::RefuseHeadBytes() const {
+void InputLimiter::RefuseHeadBytes() const {
     Refuse("Its head has more bytes than", limits_.headBytes, "head bytes");
 }
 
-void InputGuard::AddNamespace(std::u16string_view prefix, std::u16string_view uri) {
+void InputLimiter::AddNamespace(std::u16string_view prefix, std::u16string_view uri) {
     declarations_.push_back(depth_);
     if (declarations_.size() > limits_.namespaces)
         Refuse("It has more namespace declarations in scope than", limits_.namespaces, "namespaces");
@@ -31,12 +31,12 @@ void InputGuard::AddNamespace(std::u16string_view prefix, std::u16string_view ur
     AddName(uris_, uri);
 }
 
-void InputGuard::EndDeclarations() {
+void InputLimiter::EndDeclarations() {
     while (!declarations_.empty() && declarations_.back() == depth_)
         declarations_.pop_back();
 }
 
-void InputGuard::AddElementName(std::size_t nameNumber) {
+void InputLimiter::AddElementName(std::size_t nameNumber) {
     // Checked first: the numbers have no gaps, so that the limit bounds the table too.
     CountName();
     if (nameNumber >= isKnownName_.size())
@@ -44,24 +44,24 @@ void InputGuard::AddElementName(std::size_t nameNumber) {
     isKnownName_[nameNumber] = true;
 }
 
-void InputGuard::AddName(std::set<std::u16string, std::less<>>& names, std::u16string_view name) {
+void InputLimiter::AddName(std::set<std::u16string, std::less<>>& names, std::u16string_view name) {
     if (names.find(name) != names.end())
         return;
     CountName();
     names.emplace(name);
 }
 
-void InputGuard::CountName() {
+void InputLimiter::CountName() {
     if (++names_ > limits_.names)
         Refuse("It has more different names than", limits_.names, "names");
 }
 
-void InputGuard::Refuse(const char* what, std::uint64_t limit, const char* limitName) const {
+void InputLimiter::Refuse(const char* what, std::uint64_t limit, const char* limitName) const {
     Refuse(std::string(what) + " " + std::to_string(limit) + " (limit of " + limitName + ").");
 }
 
-void InputGuard::Refuse(const std::string& why) const {
-    throw ReadingStop{std::make_exception_ptr(
+void InputLimiter::Refuse(const std::string& why) const {
+    throw ReadAborted{std::make_exception_ptr(
         dbc::postcondition_error("The untrusted GPX file was refused: " + name_ + ". " + why))};
 }
 

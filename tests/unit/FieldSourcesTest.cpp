@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/KeptElements.h>
+#include <vexaTransferLib/reader/FieldSources.h>
 
-#include "support/NotingObserver.h"
 #include "support/OneNode.h"
+#include "support/RecordingObserver.h"
 
 #include <gtest/gtest.h>
 
@@ -14,9 +14,9 @@ namespace vexaTransferLib::reader {
 namespace {
 
 using namespace testing_support;
-using Elements = KeptElements::Elements;
+using Lifetime = FieldSources::Lifetime;
 
-/// Elements with these texts, told by their number when they are lost.
+/// Lifetime with these texts, told by their number when they are lost.
 std::vector<OneNode> NodesWith(const std::vector<const char16_t*>& contents) {
     std::vector<OneNode> nodes(contents.size());
     for (std::size_t i = 0; i < nodes.size(); ++i) {
@@ -26,9 +26,9 @@ std::vector<OneNode> NodesWith(const std::vector<const char16_t*>& contents) {
     return nodes;
 }
 
-std::string Lost(const NotingObserver& observer) {
+std::string Lost(const RecordingObserver& observer) {
     std::string lost;
-    for (const GpxPassedOver& thing : observer.things)
+    for (const GpxSkippedElement& thing : observer.things)
         lost += thing.element + (thing.reason == kGpxReplaced ? " " : "? ");
     return lost;
 }
@@ -40,76 +40,76 @@ int MostBuilt(const std::vector<OneNode>& nodes) {
     return most;
 }
 
-class KeptElementsTest : public testing::TestWithParam<Elements> {
+class FieldSourcesTest : public testing::TestWithParam<Lifetime> {
 protected:
-    NotingObserver observer_;
-    Receipt receipt_{&observer_};
-    KeptElements kept_{receipt_, GetParam()};
+    RecordingObserver observer_;
+    SkipReporter reporter_{&observer_};
+    FieldSources sources_{reporter_, GetParam()};
 };
 
-INSTANTIATE_TEST_SUITE_P(Elements, KeptElementsTest, testing::Values(Elements::kStay, Elements::kGo));
+INSTANTIATE_TEST_SUITE_P(Lifetime, FieldSourcesTest, testing::Values(Lifetime::kLong, Lifetime::kShort));
 
-TEST_P(KeptElementsTest, TheOneBeforeIsLostUnlessItSaysTheSame) {
+TEST_P(FieldSourcesTest, TheOneBeforeIsLostUnlessItSaysTheSame) {
     const std::vector<OneNode> nodes = NodesWith({u"a", u"b", u"b", u"a", u"", u""});
     for (const OneNode& node : nodes)
-        kept_.Keep(u"field", node.View());
+        sources_.Set(u"field", node.View());
     EXPECT_EQ(Lost(observer_), "0 2 3 ");
 }
 
-TEST_P(KeptElementsTest, WhatIsRefusedIsLostUnlessItSaysTheSame) {
+TEST_P(FieldSourcesTest, WhatIsRefusedIsLostUnlessItSaysTheSame) {
     const std::vector<OneNode> nodes = NodesWith({u"a", u"b", u"a", u"b"});
-    kept_.Keep(u"field", nodes[0].View());
+    sources_.Set(u"field", nodes[0].View());
     for (std::size_t i = 1; i < nodes.size(); ++i)
-        kept_.Refuse(u"field", nodes[i].View());
+        sources_.ReportIgnored(u"field", nodes[i].View());
     EXPECT_EQ(Lost(observer_), "1 3 ");
 }
 
-TEST_P(KeptElementsTest, FieldsAreKeptApart) {
+TEST_P(FieldSourcesTest, FieldsAreKeptApart) {
     const std::vector<OneNode> nodes = NodesWith({u"a", u"b", u"c"});
-    kept_.Keep(u"field", nodes[0].View());
-    kept_.Keep(u"other", nodes[1].View());
-    kept_.Drop(u"field");
-    kept_.Drop(u"field");
-    kept_.Refuse(u"field", nodes[2].View());
+    sources_.Set(u"field", nodes[0].View());
+    sources_.Set(u"other", nodes[1].View());
+    sources_.Clear(u"field");
+    sources_.Clear(u"field");
+    sources_.ReportIgnored(u"field", nodes[2].View());
     EXPECT_EQ(Lost(observer_), "0 2 ");
 }
 
-TEST_P(KeptElementsTest, TheTextOfEachElementIsBuiltOnceHoweverManyFollow) {
+TEST_P(FieldSourcesTest, TheTextOfEachElementIsBuiltOnceHoweverManyFollow) {
     const std::vector<OneNode> refused = NodesWith(std::vector<const char16_t*>(100, u"short"));
     OneNode longOne;
     longOne.content = icu::UnicodeString(1000, u'x', 1000);
-    kept_.Keep(u"field", longOne.View());
+    sources_.Set(u"field", longOne.View());
     for (const OneNode& node : refused)
-        kept_.Refuse(u"field", node.View());
+        sources_.ReportIgnored(u"field", node.View());
     EXPECT_EQ(longOne.built, 1);
     EXPECT_EQ(MostBuilt(refused), 1);
     EXPECT_EQ(observer_.things.size(), 100U);
 }
 
-TEST_P(KeptElementsTest, TheTextsOfElementsThatReplaceEachOtherAreBuiltOnce) {
+TEST_P(FieldSourcesTest, TheTextsOfElementsThatReplaceEachOtherAreBuiltOnce) {
     const std::vector<OneNode> nodes = NodesWith({u"a", u"b", u"a", u"b", u"b", u"a"});
     for (const OneNode& node : nodes)
-        kept_.Keep(u"field", node.View());
+        sources_.Set(u"field", node.View());
     EXPECT_EQ(MostBuilt(nodes), 1);
 }
 
-TEST(KeptElementsSilentTest, WithoutAnObserverNothingIsLookedAt) {
-    Receipt receipt(nullptr);
-    KeptElements kept(receipt, Elements::kGo);
+TEST(FieldSourcesSilentTest, WithoutAnObserverNothingIsLookedAt) {
+    SkipReporter reporter(nullptr);
+    FieldSources sources(reporter, Lifetime::kShort);
     const std::vector<OneNode> nodes = NodesWith({u"a", u"b"});
-    kept.Keep(u"field", nodes[0].View());
-    kept.Keep(u"field", nodes[1].View());
-    kept.Refuse(u"field", nodes[0].View());
-    kept.Drop(u"field");
+    sources.Set(u"field", nodes[0].View());
+    sources.Set(u"field", nodes[1].View());
+    sources.ReportIgnored(u"field", nodes[0].View());
+    sources.Clear(u"field");
     EXPECT_EQ(MostBuilt(nodes), 0);
 }
 
-TEST(KeptElementsSilentTest, AnElementThatStaysAndIsAloneIsNotBuilt) {
-    NotingObserver observer;
-    Receipt receipt(&observer);
-    KeptElements kept(receipt, Elements::kStay);
+TEST(FieldSourcesSilentTest, AnElementThatStaysAndIsAloneIsNotBuilt) {
+    RecordingObserver observer;
+    SkipReporter reporter(&observer);
+    FieldSources sources(reporter, Lifetime::kLong);
     const std::vector<OneNode> nodes = NodesWith({u"a"});
-    kept.Keep(u"field", nodes[0].View());
+    sources.Set(u"field", nodes[0].View());
     EXPECT_EQ(nodes[0].built, 0);
 }
 

@@ -5,7 +5,7 @@
 
 #include "DocumentType.h"
 #include "MemoryFile.h"
-#include "support/DomRoad.h"
+#include "support/DomReading.h"
 #include "support/ModelCompare.h"
 
 #include <vexaTransferLib/GpxParser.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/text/HeldText.h>
+#include <vexaTransferLib/text/IcuText.h>
 
 #include "support/PageEndText.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 using testing_support::PageEndText;
 
-TEST(HeldTextTest, TheStartOfATextEndsAtItsZeroOrAfterSoManyUnits) {
+TEST(IcuTextTest, TheStartOfATextEndsAtItsZeroOrAfterSoManyUnits) {
     EXPECT_EQ(AliasOfStart(u"abc", 5), u"abc");
     EXPECT_EQ(AliasOfStart(u"abc", 3), u"abc");
     EXPECT_EQ(AliasOfStart(u"abc", 2), u"ab");
@@ -19,7 +19,7 @@ TEST(HeldTextTest, TheStartOfATextEndsAtItsZeroOrAfterSoManyUnits) {
     EXPECT_EQ(AliasOfStart(nullptr, 5), u"");
 }
 
-TEST(HeldTextTest, TheStartOfATextIsNoCopyAndNothingAfterItIsLookedAt) {
+TEST(IcuTextTest, TheStartOfATextIsNoCopyAndNothingAfterItIsLookedAt) {
     const PageEndText text(u"abc");
     const icu::UnicodeString start = AliasOfStart(text.Get(), 3);
     EXPECT_EQ(start, u"abc");

@@ -7,7 +7,7 @@
 
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
-#include <vexaTransferLib/text/ContractPlaces.h>
+#include <vexaTransferLib/text/CheckSites.h>
 
 #include <exception>
 #include <utility>
@@ -19,8 +19,8 @@ namespace vexaTransferLib::reader {
 struct ChildMessages {
     const char* noChildren;
     const char* noChild;
-    const text::Place& noChildrenPlace;
-    const text::Place& noChildPlace;
+    const text::CheckSite& noChildrenSite;
+    const text::CheckSite& noChildSite;
 };
 
 /// Calls `read` for every child that has a local name, each behind a guard: one bad child never costs its
@@ -28,23 +28,23 @@ struct ChildMessages {
 /// among them) do not and pass through.
 /// \throws dbc::postcondition_error when the node has no child list
 template <class Read>
-void ForEachGuardedChild(ReadContext& context, const NodeView& node, const ChildMessages& messages,
-                         Read read) {
-    text::Ensure(node.HasChildList(), messages.noChildrenPlace, messages.noChildren);
+void ForEachIsolatedChild(ReadContext& context, const NodeView& node, const ChildMessages& messages,
+                          Read read) {
+    text::Ensure(node.HasChildList(), messages.noChildrenSite, messages.noChildren);
     ChildWalk children(node);
     for (NodeView child; children.Next(child);) {
         context.Work();
         try {
-            text::Ensure(!child.IsNull(), messages.noChildPlace, messages.noChild);
+            text::Ensure(!child.IsNull(), messages.noChildSite, messages.noChild);
             if (child.LocalName() != nullptr)
                 read(child);
         } catch (const std::exception& failure) {
-            context.receipt.PassOver(child.IsNull() ? node : child, kGpxRefused, failure.what(), true);
+            context.reporter.Skip(child.IsNull() ? node : child, kGpxRefused, failure.what(), true);
         }
     }
 }
 
-/// The same without guard and messages, for the readers that pass over missing entries.
+/// The same without guard and messages, for the readers that skip missing entries.
 template <class Read>
 void ForEachNamedChild(ReadContext& context, const NodeView& node, Read read) {
     ChildWalk children(node);

@@ -13,17 +13,17 @@
 namespace vexaTransferLib::text {
 
 /// \throws std::bad_alloc for a text that ICU could not hold: it is bogus, and would pass for an empty one
-inline void CheckHeld(const icu::UnicodeString& text) {
+inline void ThrowIfBogus(const icu::UnicodeString& text) {
     if (text.isBogus())
         throw std::bad_alloc();
 }
 
 /// A copy of zero-terminated text.
 /// \throws std::bad_alloc when ICU cannot hold it
-inline icu::UnicodeString Held(const char16_t* text) {
-    icu::UnicodeString held(text);
-    CheckHeld(held);
-    return held;
+inline icu::UnicodeString CopyOf(const char16_t* text) {
+    icu::UnicodeString copy(text);
+    ThrowIfBogus(copy);
+    return copy;
 }
 
 /// The text itself, not a copy: valid as long as the units are.

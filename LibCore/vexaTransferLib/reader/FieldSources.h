@@ -5,7 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
-#include <vexaTransferLib/reader/Receipt.h>
+#include <vexaTransferLib/reader/SkipReporter.h>
 
 #include <unicode/unistr.h>
 
@@ -16,45 +16,45 @@ namespace vexaTransferLib::reader {
 
 /// Remembers from which element each field of one object was read, so that a host that watches is told of every
 /// element that lost its field to another. Elements of the same text lose nothing.
-class KeptElements {
+class FieldSources {
 public:
     /// What becomes of an element after its reading: it stays as long as this, or goes at once.
-    enum class Elements { kStay, kGo };
+    enum class Lifetime { kLong, kShort };
 
-    KeptElements(Receipt& receipt, Elements elements) : receipt_(receipt), elements_(elements) {}
+    FieldSources(SkipReporter& reporter, Lifetime lifetime) : reporter_(reporter), lifetime_(lifetime) {}
 
     /// The element's value is now that of the field.
-    void Keep(const char16_t* field, const NodeView& element) {
-        if (receipt_.IsWanted())
+    void Set(const char16_t* field, const NodeView& element) {
+        if (reporter_.IsWanted())
             Replace(field, element);
     }
     /// The field has lost its value, and to no element.
-    void Drop(const char16_t* field);
+    void Clear(const char16_t* field);
     /// The field has a value already, which stays.
-    void Refuse(const char16_t* field, const NodeView& element) {
-        if (receipt_.IsWanted())
-            TellRefused(field, element);
+    void ReportIgnored(const char16_t* field, const NodeView& element) {
+        if (reporter_.IsWanted())
+            NotifyIgnored(field, element);
     }
 
 private:
-    struct Kept {
+    struct Source {
         const char16_t* field;
         NodeView element;
         /// Of an element that goes.
-        GpxPassedOver description;
+        GpxSkippedElement description;
         /// What ContentOf gives, when an element that goes was described or another one was compared with it.
         std::optional<icu::UnicodeString> content;
     };
 
-    Kept Describe(const char16_t* field, const NodeView& element) const;
-    static const icu::UnicodeString& ContentOf(Kept& kept);
-    Kept* Find(const char16_t* field);
+    Source Describe(const char16_t* field, const NodeView& element) const;
+    static const icu::UnicodeString& ContentOf(Source& source);
+    Source* Find(const char16_t* field);
     void Replace(const char16_t* field, const NodeView& element);
-    void TellRefused(const char16_t* field, const NodeView& element);
+    void NotifyIgnored(const char16_t* field, const NodeView& element);
 
-    Receipt& receipt_;
-    Elements elements_;
-    std::vector<Kept> kept_;
+    SkipReporter& reporter_;
+    Lifetime lifetime_;
+    std::vector<Source> sources_;
 };
 
 } // namespace vexaTransferLib::reader

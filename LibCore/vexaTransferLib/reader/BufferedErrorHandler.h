@@ -15,9 +15,9 @@ namespace vexaTransferLib::reader {
 
 /// Holds back what an XML parser tells its error handler until it is clear that this parse is the one that counts:
 /// a file that is parsed a second time must not be complained about twice.
-class HeldErrors final : public xercesc::ErrorHandler {
+class BufferedErrorHandler final : public xercesc::ErrorHandler {
 public:
-    explicit HeldErrors(xercesc::ErrorHandler& receiver) : receiver_(receiver) {}
+    explicit BufferedErrorHandler(xercesc::ErrorHandler& receiver) : receiver_(receiver) {}
 
     /// Resets the receiver's errors and passes on what was held; from now on passes on everything at once.
     void Release();

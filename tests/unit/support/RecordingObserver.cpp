@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "support/NotingObserver.h"
+#include "support/RecordingObserver.h"
 
 #include <array>
 
@@ -13,19 +13,19 @@ constexpr std::array<const char*, 3> kSeverities = {"warning", "error", "fatal"}
 
 } // namespace
 
-bool NotingObserver::Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) {
+bool RecordingObserver::Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) {
     progress.emplace_back(bytesRead, bytesInAll);
     return goesOn();
 }
 
-void NotingObserver::ParserMessage(const GpxParserMessage& message) {
+void RecordingObserver::ParserMessage(const GpxParserMessage& message) {
     messages += std::string(kSeverities.at(message.severity)) + " " + std::to_string(message.line) + ":" +
                 std::to_string(message.column) + " " + message.text + "\n";
 }
 
-void NotingObserver::PassedOver(const GpxPassedOver& what) {
-    passedOver += what.element + " " + kReasons.at(what.reason) + (what.couldBeHeld ? " held" : "") + ": " +
-                  what.message + "\n";
+void RecordingObserver::Skipped(const GpxSkippedElement& what) {
+    skipped += what.element + " " + kReasons.at(what.reason) + (what.isLoss ? " loss" : "") + ": " +
+               what.message + "\n";
     things.push_back(what);
 }
 

@@ -36,9 +36,9 @@ enum class PlainStep : std::size_t {
 /// worse on some; what the library's linear steps must agree with.
 ///
 /// Throws std::runtime_error when the engine gives up on a text.
-class PlainCleaner {
+class RegexCleaner {
 public:
-    PlainCleaner();
+    RegexCleaner();
 
     void Apply(PlainStep step, icu::UnicodeString& text);
 

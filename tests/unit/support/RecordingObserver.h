@@ -11,19 +11,19 @@
 namespace vexaTransferLib::testing_support {
 
 /// Notes everything that it is told.
-class NotingObserver : public GpxReadObserver {
+class RecordingObserver : public GpxReadObserver {
 public:
     bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override;
     void ParserMessage(const GpxParserMessage& message) override;
-    void PassedOver(const GpxPassedOver& what) override;
+    void Skipped(const GpxSkippedElement& what) override;
 
     /// Whether to go on; asked at every progress after it was noted.
     std::function<bool()> goesOn = [] { return true; };
 
     std::vector<std::pair<std::uint64_t, std::uint64_t>> progress;
-    std::string messages;   ///< a line each: "error 3:7 text"
-    std::string passedOver; ///< a line each: "gpx/wpt/ele unreadable held: message"
-    std::vector<GpxPassedOver> things;
+    std::string messages; ///< a line each: "error 3:7 text"
+    std::string skipped;  ///< a line each: "gpx/wpt/ele unreadable loss: message"
+    std::vector<GpxSkippedElement> things;
 };
 
 } // namespace vexaTransferLib::testing_support

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/Receipt.h>
+#include <vexaTransferLib/reader/SkipReporter.h>
 
-#include "support/NotingObserver.h"
 #include "support/OneNode.h"
 #include "support/PageEndText.h"
+#include "support/RecordingObserver.h"
 
 #include <gtest/gtest.h>
 
@@ -15,46 +15,45 @@ namespace {
 using namespace testing_support;
 
 std::string ForeignTold(const char16_t* namespaceUri) {
-    NotingObserver observer;
+    RecordingObserver observer;
     OneNode node;
     node.namespaceUri = namespaceUri;
-    Receipt(&observer).Foreign(node.View(), "that of GPX 1.1", true);
-    return observer.passedOver;
+    SkipReporter(&observer).SkipForeign(node.View(), "that of GPX 1.1", true);
+    return observer.skipped;
 }
 
 // A file says it once and means it for each of a million elements.
-TEST(ReceiptTest, NoMoreOfALongNamespaceIsLookedAtThanIsQuoted) {
+TEST(SkipReporterTest, NoMoreOfALongNamespaceIsLookedAtThanIsQuoted) {
     const PageEndText shortest(std::u16string(61, u'u'));
     EXPECT_EQ(ForeignTold(shortest.Get()),
               "x foreign: Its namespace is \"" + std::string(60, 'u') + "...\", not that of GPX 1.1.\n");
     const PageEndText geocache(u"http://www.groundspeak.com/cache/" + std::u16string(28, u'u'));
     EXPECT_EQ(ForeignTold(geocache.Get()),
-              "x foreign held: Its namespace is \"http://www.groundspeak.com/cache/" + std::string(27, 'u') +
+              "x foreign loss: Its namespace is \"http://www.groundspeak.com/cache/" + std::string(27, 'u') +
                   "...\", not that of GPX 1.1.\n");
 }
 
-TEST(ReceiptTest, NothingAfterTheEndOfAShortNamespaceIsLookedAt) {
+TEST(SkipReporterTest, NothingAfterTheEndOfAShortNamespaceIsLookedAt) {
     for (const char16_t* name : {u"u", u"", u"http://www.groundspeak.com/cache"}) {
         const PageEndText shortName(std::u16string(name) + u'\0');
         EXPECT_EQ(ForeignTold(shortName.Get()).find("x foreign: Its namespace is \""), 0U);
     }
 }
 
-TEST(ReceiptTest, ANamespaceOfSixtyUnitsIsQuotedWhole) {
+TEST(SkipReporterTest, ANamespaceOfSixtyUnitsIsQuotedWhole) {
     EXPECT_EQ(ForeignTold(std::u16string(60, u'u').c_str()),
               "x foreign: Its namespace is \"" + std::string(60, 'u') + "\", not that of GPX 1.1.\n");
     EXPECT_EQ(ForeignTold((std::u16string(59, u'u') + u"\U0001F30Dz").c_str()),
               "x foreign: Its namespace is \"" + std::string(59, 'u') + "...\", not that of GPX 1.1.\n");
 }
 
-TEST(ReceiptTest, NoMoreOfALongValueIsLookedAtThanIsQuoted) {
+TEST(SkipReporterTest, NoMoreOfALongValueIsLookedAtThanIsQuoted) {
     const PageEndText text(std::u16string(61, u'v'));
-    NotingObserver observer;
+    RecordingObserver observer;
     OneNode node;
     node.firstChildText = text.Get();
-    Receipt(&observer).NoSuchValue(node.View(), "a number");
-    EXPECT_EQ(observer.passedOver,
-              "x unreadable held: \"" + std::string(60, 'v') + "...\" is not a number.\n");
+    SkipReporter(&observer).ReportUnreadable(node.View(), "a number");
+    EXPECT_EQ(observer.skipped, "x unreadable loss: \"" + std::string(60, 'v') + "...\" is not a number.\n");
 }
 
 } // namespace

@@ -13,10 +13,10 @@
 namespace vexaTransferLib::reader {
 
 /// Passes on what an XML parser tells its error handler, after telling it to an observer.
-class WatchedErrors final : public xercesc::ErrorHandler {
+class ObservedErrorHandler final : public xercesc::ErrorHandler {
 public:
     /// \param observer may be null
-    WatchedErrors(xercesc::ErrorHandler& receiver, GpxReadObserver* observer)
+    ObservedErrorHandler(xercesc::ErrorHandler& receiver, GpxReadObserver* observer)
         : receiver_(receiver), observer_(observer) {}
 
     void warning(const xercesc::SAXParseException& exception) override;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/GuardedSource.h>
+#include <vexaTransferLib/reader/LimitedSource.h>
 
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -10,9 +10,9 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-class GuardedStream final : public xercesc::BinInputStream {
+class LimitedStream final : public xercesc::BinInputStream {
 public:
-    GuardedStream(std::unique_ptr<xercesc::BinInputStream> stream, TagWatcher& watcher)
+    LimitedStream(std::unique_ptr<xercesc::BinInputStream> stream, TagWatcher& watcher)
         : stream_(std::move(stream)), watcher_(watcher) {}
 
     XMLFilePos curPos() const override { return stream_->curPos(); }
@@ -40,21 +40,21 @@ private:
 
 } // namespace
 
-GuardedSource::GuardedSource(const xercesc::InputSource& source, const GpxInputLimits& limits,
-                             std::string name, InputGuard::Extent extent)
+LimitedSource::LimitedSource(const xercesc::InputSource& source, const GpxInputLimits& limits,
+                             std::string name, InputLimiter::Extent extent)
     : InputSource(source.getSystemId(), source.getPublicId()), source_(source), limits_(limits),
       name_(std::move(name)), extent_(extent) {
     setEncoding(source.getEncoding());
     setIssueFatalErrorIfNotFound(source.getIssueFatalErrorIfNotFound());
 }
 
-xercesc::BinInputStream* GuardedSource::makeStream() const {
+xercesc::BinInputStream* LimitedSource::makeStream() const {
     std::unique_ptr<xercesc::BinInputStream> stream(source_.makeStream());
     if (!stream)
         return nullptr;
     const XMLCh* const given = getEncoding() != nullptr ? getEncoding() : stream->getEncoding();
     watcher_.emplace(limits_, name_, extent_, given != nullptr ? given : u"");
-    return new (xercesc::XMLPlatformUtils::fgMemoryManager) GuardedStream(std::move(stream), *watcher_);
+    return new (xercesc::XMLPlatformUtils::fgMemoryManager) LimitedStream(std::move(stream), *watcher_);
 }
 
 } // namespace vexaTransferLib::reader

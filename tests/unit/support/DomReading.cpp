@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "support/DomRoad.h"
+#include "support/DomReading.h"
 
 #include <vexaTransferLib/reader/GpxModelAccess.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "support/PlainCleaner.h"
+#include "support/RegexCleaner.h"
 
 #include <vexaTransferLib/cleaner/Patterns.h>
 
@@ -146,7 +146,7 @@ void ReplaceLiterally(icu::UnicodeString& text, const icu::UnicodeString& from,
 
 } // namespace
 
-PlainCleaner::PlainCleaner() {
+RegexCleaner::RegexCleaner() {
     static_assert(std::size(kReplacements) == std::size(cleaner::kPatterns));
     UErrorCode status = U_ZERO_ERROR;
     for (const cleaner::Pattern& pattern : cleaner::kPatterns) {
@@ -157,7 +157,7 @@ PlainCleaner::PlainCleaner() {
     }
 }
 
-void PlainCleaner::Apply(PlainStep step, icu::UnicodeString& text) {
+void RegexCleaner::Apply(PlainStep step, icu::UnicodeString& text) {
     const auto index = static_cast<std::size_t>(step);
     if (step == PlainStep::kNamedSymbols) {
         for (const NamedSymbol& symbol : kNamedSymbols)
@@ -169,13 +169,13 @@ void PlainCleaner::Apply(PlainStep step, icu::UnicodeString& text) {
     }
 }
 
-void PlainCleaner::CleanWebTextForTova(icu::UnicodeString& text) {
+void RegexCleaner::CleanWebTextForTova(icu::UnicodeString& text) {
     HTMLToPlainText(text);
     StripBBCode(text);
     CleanPlainTextForTova(text);
 }
 
-void PlainCleaner::HTMLToPlainText(icu::UnicodeString& text) {
+void RegexCleaner::HTMLToPlainText(icu::UnicodeString& text) {
     if (text.isEmpty())
         return;
     Apply(PlainStep::kHtmlComments, text);
@@ -191,12 +191,12 @@ void PlainCleaner::HTMLToPlainText(icu::UnicodeString& text) {
     Apply(PlainStep::kLineBreakRuns, text);
 }
 
-void PlainCleaner::StripBBCode(icu::UnicodeString& text) {
+void RegexCleaner::StripBBCode(icu::UnicodeString& text) {
     if (!text.isEmpty())
         Apply(PlainStep::kBBCodeTags, text);
 }
 
-void PlainCleaner::CleanPlainTextForTova(icu::UnicodeString& text) {
+void RegexCleaner::CleanPlainTextForTova(icu::UnicodeString& text) {
     if (text.isEmpty())
         return;
     Apply(PlainStep::kLineEdgeSpaces, text);
@@ -210,19 +210,19 @@ void PlainCleaner::CleanPlainTextForTova(icu::UnicodeString& text) {
     Apply(PlainStep::kTextEdgeSpaces, text);
 }
 
-void PlainCleaner::ConvertToDosLineBreaks(icu::UnicodeString& text) {
+void RegexCleaner::ConvertToDosLineBreaks(icu::UnicodeString& text) {
     Apply(PlainStep::kLoneCarriageReturns, text);
     Apply(PlainStep::kLoneLineFeeds, text);
 }
 
-void PlainCleaner::ReplaceHTMLSymbols(icu::UnicodeString& text) {
+void RegexCleaner::ReplaceHTMLSymbols(icu::UnicodeString& text) {
     if (text.isEmpty())
         return;
     ReplaceNumericCharacterReferences(text);
     Apply(PlainStep::kNamedSymbols, text);
 }
 
-void PlainCleaner::ReplaceNumericCharacterReferences(icu::UnicodeString& text) {
+void RegexCleaner::ReplaceNumericCharacterReferences(icu::UnicodeString& text) {
     Apply(PlainStep::kNumericReferences, text);
 }
 

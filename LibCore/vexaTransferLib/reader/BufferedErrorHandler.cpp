@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/HeldErrors.h>
+#include <vexaTransferLib/reader/BufferedErrorHandler.h>
 
 #include <utility>
 
@@ -7,7 +7,7 @@ namespace vexaTransferLib::reader {
 
 using xercesc::SAXParseException;
 
-void HeldErrors::Release() {
+void BufferedErrorHandler::Release() {
     if (isReleased_)
         return;
     isReleased_ = true;
@@ -16,22 +16,22 @@ void HeldErrors::Release() {
         call();
 }
 
-void HeldErrors::Pass(std::function<void()> call) {
+void BufferedErrorHandler::Pass(std::function<void()> call) {
     if (isReleased_)
         call();
     else
         held_.push_back(std::move(call));
 }
 
-void HeldErrors::warning(const SAXParseException& exception) {
+void BufferedErrorHandler::warning(const SAXParseException& exception) {
     Pass([this, exception] { receiver_.warning(exception); });
 }
 
-void HeldErrors::error(const SAXParseException& exception) {
+void BufferedErrorHandler::error(const SAXParseException& exception) {
     Pass([this, exception] { receiver_.error(exception); });
 }
 
-void HeldErrors::fatalError(const SAXParseException& exception) {
+void BufferedErrorHandler::fatalError(const SAXParseException& exception) {
     Pass([this, exception] { receiver_.fatalError(exception); });
 }
 

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/FieldSources.h>
+
+#include <vexaTransferLib/text/IcuText.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+// What makes two elements of one field say the same; links have theirs in an attribute.
+icu::UnicodeString ContentOf(const NodeView& element) {
+    icu::UnicodeString content;
+    element.TextContent(content);
+    if (const char16_t* const href = element.Attribute(u"href"))
+        content.append(u'\n').append(href, -1);
+    text::ThrowIfBogus(content);
+    return content;
+}
+
+GpxSkippedElement AsReplaced(const NodeView& element) {
+    return SkipReporter::Describe(element, kGpxReplaced, "Another element was kept in its place.", true);
+}
+
+} // namespace
+
+// Built once, however many elements are compared with it.
+const icu::UnicodeString& FieldSources::ContentOf(Source& source) {
+    if (!source.content)
+        source.content = reader::ContentOf(source.element);
+    return *source.content;
+}
+
+FieldSources::Source* FieldSources::Find(const char16_t* field) {
+    const auto found = std::find_if(sources_.begin(), sources_.end(),
+                                    [&](const Source& source) { return Equals(source.field, field); });
+    return found != sources_.end() ? &*found : nullptr;
+}
+
+FieldSources::Source FieldSources::Describe(const char16_t* field, const NodeView& element) const {
+    if (lifetime_ == Lifetime::kLong)
+        return {field, element, {}, std::nullopt};
+    return {field, {}, AsReplaced(element), reader::ContentOf(element)};
+}
+
+void FieldSources::Replace(const char16_t* field, const NodeView& element) {
+    Source* const source = Find(field);
+    if (source == nullptr) {
+        sources_.push_back(Describe(field, element));
+        return;
+    }
+    Source lost = std::exchange(*source, Describe(field, element));
+    if (ContentOf(lost) != ContentOf(*source))
+        reporter_.Notify(lost.element.IsNull() ? lost.description : AsReplaced(lost.element));
+}
+
+void FieldSources::Clear(const char16_t* field) {
+    const Source* const source = Find(field);
+    if (source == nullptr)
+        return;
+    const GpxSkippedElement lost =
+        source->element.IsNull() ? source->description : AsReplaced(source->element);
+    sources_.erase(sources_.begin() + (source - sources_.data()));
+    reporter_.Notify(lost);
+}
+
+void FieldSources::NotifyIgnored(const char16_t* field, const NodeView& element) {
+    Source* const source = Find(field);
+    if (source == nullptr || ContentOf(*source) != reader::ContentOf(element))
+        reporter_.Notify(AsReplaced(element));
+}
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <common/dbc.h>
+
+namespace vexaTransferLib::text {
+
+/// What a contract report names for a check that runs in another file than the source of the public class on whose
+/// behalf it runs: that source, and the line there that says which check it is and where. Each check has its own
+/// place.
+struct CheckSite {
+    const char* source;
+    int line;
+};
+
+/// \{
+/// The checks of common/dbc.h for such a place.
+inline void Require(bool holds, const CheckSite& site, const char* message) {
+    if (!holds)
+        dbc::FailPrecondition(site.source, site.line, message);
+}
+
+inline void Ensure(bool holds, const CheckSite& site, const char* message) {
+    if (!holds)
+        dbc::FailPostcondition(site.source, site.line, message);
+}
+
+inline bool SoftCheck(bool holds, const CheckSite& site) noexcept {
+    return dbc::SoftCheck(holds, site.source, site.line);
+}
+/// \}
+
+namespace sites {
+
+// GpxUtils.cpp has these.
+extern const CheckSite kTextSetter;
+extern const CheckSite kLongField;
+extern const CheckSite kFraction;
+extern const CheckSite kGpxTime;
+extern const CheckSite kNumberFormat;
+
+// GpxParser.cpp has these.
+extern const CheckSite kGpxVersion;
+extern const CheckSite kGpxChildren;
+extern const CheckSite kGpxChild;
+extern const CheckSite kPointType;
+extern const CheckSite kPointLatitude;
+extern const CheckSite kPointLongitude;
+extern const CheckSite kPointChildren;
+extern const CheckSite kPointChild;
+extern const CheckSite kLinkHref;
+extern const CheckSite kLinkChildren;
+extern const CheckSite kLinkChild;
+extern const CheckSite kRouteChildren;
+extern const CheckSite kRouteChild;
+extern const CheckSite kTrackChildren;
+extern const CheckSite kTrackChild;
+extern const CheckSite kSegmentChildren;
+extern const CheckSite kSegmentChild;
+extern const CheckSite kExtensionChildren;
+extern const CheckSite kExtensionChild;
+extern const CheckSite kDocumentExtensions;
+extern const CheckSite kVendorExtensions;
+extern const CheckSite kElementText;
+extern const CheckSite kAttributeText;
+extern const CheckSite kGroundspeakNode;
+
+} // namespace sites
+
+} // namespace vexaTransferLib::text
