@@ -2,12 +2,12 @@
 #include <vexaTransferLib/CleanText.h>
 
 #include <vexaTransferLib/cleaner/BBCode.h>
-#include <vexaTransferLib/cleaner/Blanks.h>
+#include <vexaTransferLib/cleaner/CharacterReferences.h>
 #include <vexaTransferLib/cleaner/HtmlElements.h>
 #include <vexaTransferLib/cleaner/HtmlTags.h>
 #include <vexaTransferLib/cleaner/Patterns.h>
 #include <vexaTransferLib/cleaner/Punctuation.h>
-#include <vexaTransferLib/cleaner/References.h>
+#include <vexaTransferLib/cleaner/Whitespace.h>
 #include <vexaTransferLib/text/ContractSources.h>
 
 #include <common/dbc.h>

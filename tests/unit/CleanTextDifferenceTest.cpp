@@ -3,11 +3,11 @@
 #include <vexaTransferLib/CleanText.h>
 
 #include <vexaTransferLib/cleaner/BBCode.h>
-#include <vexaTransferLib/cleaner/Blanks.h>
+#include <vexaTransferLib/cleaner/CharacterReferences.h>
 #include <vexaTransferLib/cleaner/HtmlElements.h>
 #include <vexaTransferLib/cleaner/HtmlTags.h>
 #include <vexaTransferLib/cleaner/Punctuation.h>
-#include <vexaTransferLib/cleaner/References.h>
+#include <vexaTransferLib/cleaner/Whitespace.h>
 
 #include "support/RegexCleaner.h"
 

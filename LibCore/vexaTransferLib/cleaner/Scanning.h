@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <cstddef>
+#include <string_view>
+
+namespace vexaTransferLib::cleaner {
+
+/// What a search of a text returns when it finds nothing.
+inline constexpr std::size_t kNpos = std::u16string_view::npos;
+
+} // namespace vexaTransferLib::cleaner
