@@ -38,11 +38,6 @@ constexpr int kSlowdown = 10;
 constexpr int kSlowdown = 1;
 #endif
 
-CleanText& Cleaner() {
-    static CleanText cleaner;
-    return cleaner;
-}
-
 RegexCleaner& Plain() {
     static RegexCleaner cleaner;
     return cleaner;
@@ -117,7 +112,7 @@ public:
     void Of(const Pipeline& pipeline, const icu::UnicodeString& text) {
         linear_ = text;
         plain_ = text;
-        (Cleaner().*pipeline.linear)(linear_);
+        (CleanText().*pipeline.linear)(linear_);
         (Plain().*pipeline.plain)(plain_);
         Compare(pipeline.name, text);
     }
