@@ -2,12 +2,7 @@
 // The cleaner's linear steps against the regular expressions that define them.
 #include <vexaTransferLib/CleanText.h>
 
-#include <vexaTransferLib/cleaner/BBCode.h>
-#include <vexaTransferLib/cleaner/CharacterReferences.h>
-#include <vexaTransferLib/cleaner/HtmlElements.h>
-#include <vexaTransferLib/cleaner/HtmlTags.h>
-#include <vexaTransferLib/cleaner/Punctuation.h>
-#include <vexaTransferLib/cleaner/Whitespace.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include "support/RegexCleaner.h"
 

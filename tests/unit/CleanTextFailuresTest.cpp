@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/CleanText.h>
 
-#include <vexaTransferLib/cleaner/CharacterReferences.h>
-#include <vexaTransferLib/cleaner/HtmlElements.h>
-#include <vexaTransferLib/cleaner/HtmlTags.h>
-#include <vexaTransferLib/cleaner/Punctuation.h>
-#include <vexaTransferLib/cleaner/Whitespace.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include <common/dbc.h>
 

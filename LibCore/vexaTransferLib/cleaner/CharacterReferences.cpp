@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/cleaner/CharacterReferences.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include <vexaTransferLib/cleaner/Replacements.h>
 #include <vexaTransferLib/cleaner/Scanning.h>

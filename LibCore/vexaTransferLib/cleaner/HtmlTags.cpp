@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/cleaner/HtmlTags.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include <vexaTransferLib/cleaner/CaseFolding.h>
 #include <vexaTransferLib/cleaner/Replacements.h>
@@ -13,9 +13,6 @@
 namespace vexaTransferLib::cleaner {
 
 namespace {
-
-constexpr std::u16string_view kLineBreak = u"\r\n";
-constexpr std::u16string_view kParagraphBreak = u"\r\n\r\n";
 
 using Names = std::span<const std::u16string_view>;
 

@@ -13,4 +13,7 @@ namespace vexaTransferLib::cleaner {
 /// What a search of a text returns when it finds nothing.
 inline constexpr std::size_t kNpos = std::u16string_view::npos;
 
+inline constexpr std::u16string_view kLineBreak = u"\r\n";
+inline constexpr std::u16string_view kParagraphBreak = u"\r\n\r\n";
+
 } // namespace vexaTransferLib::cleaner

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/cleaner/Whitespace.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include <vexaTransferLib/cleaner/Replacements.h>
 #include <vexaTransferLib/cleaner/Scanning.h>
@@ -13,8 +13,6 @@ namespace vexaTransferLib::cleaner {
 namespace {
 
 constexpr std::u16string_view kSpace = u" ";
-constexpr std::u16string_view kLineBreak = u"\r\n";
-constexpr std::u16string_view kParagraphBreak = u"\r\n\r\n";
 
 // The line ends of the regular expression engine's "^" and "$".
 bool IsLineEnd(char16_t unit) {
