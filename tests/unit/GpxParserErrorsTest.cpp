@@ -8,7 +8,7 @@
 #include "support/IcuMemory.h"
 #include "support/ModelCompare.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <common/dbc.h>
 

@@ -3,7 +3,7 @@
 
 #include "support/SampleDocument.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
