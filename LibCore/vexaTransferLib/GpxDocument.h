@@ -21,10 +21,6 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// Vendor metadata: the file as a layer of a mapping application.
 struct VEXATRANSFERLIB_API GISMetaData {
     icu::UnicodeString layerKey;    ///< the layer's identifier
@@ -164,17 +160,6 @@ public:
 
 private:
     friend class GpxModelAccess;
-
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, const icu::UnicodeString& applicationName,
-                                        const icu::UnicodeString& applicationUrl,
-                                        writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendHeader(const GpxVersion& version,
-                                            const icu::UnicodeString& applicationName,
-                                            const icu::UnicodeString& applicationUrl,
-                                            writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendMetaData(writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendExtensionData(writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL bool HasGeocache() const;
 
     Waypoints waypoints_;
     Routes routes_;

@@ -13,10 +13,6 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// One log entry of a geocache. Plain data; nothing is checked.
 struct VEXATRANSFERLIB_API GpxGroundspeakCacheLog {
     std::int32_t id = 0;       ///< the `id` attribute; 0 means none, and none is written
@@ -24,10 +20,6 @@ struct VEXATRANSFERLIB_API GpxGroundspeakCacheLog {
     icu::UnicodeString finder; ///< who was there
     icu::UnicodeString text;   ///< what was written
     icu::UnicodeString type;   ///< "Found it", "Write note" ...
-
-private:
-    friend struct GpxGroundspeakCache;
-    VEXATRANSFERLIB_LOCAL void AppendTo(writer::TextSink& sink) const;
 };
 
 /// A geocache. Plain data; nothing is checked, every member starts empty, copies are deep.
@@ -49,10 +41,6 @@ struct VEXATRANSFERLIB_API GpxGroundspeakCache {
 
     /// Empties all members.
     void Clear();
-
-private:
-    friend class GpxPoint;
-    VEXATRANSFERLIB_LOCAL void AppendTo(writer::TextSink& sink) const;
 };
 
 } // namespace vexaTransferLib

@@ -21,10 +21,6 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// What a point is: it stays that all its life.
 enum GpxPointType : std::uint32_t {
     kGpxWaypoint = 1,   ///< written as `wpt`
@@ -198,9 +194,6 @@ public:
 
 private:
     friend class GpxModelAccess;
-    friend class GpxRoute;
-    friend class GpxTrack;
-    friend class GpxDocument;
 
     struct RareData {
         RareData() = default;
@@ -221,12 +214,6 @@ private:
         std::int32_t symbolNumber = 0;
         icu::UnicodeString guid;
     };
-
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendStandardElements(const GpxVersion& version,
-                                                      writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendExtensions(writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendFormAttributes(writer::TextSink& sink) const;
 
     VEXATRANSFERLIB_LOCAL RareData& Rare();
     VEXATRANSFERLIB_LOCAL bool GetText(icu::UnicodeString& out, icu::UnicodeString RareData::*field) const;

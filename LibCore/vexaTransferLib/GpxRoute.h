@@ -16,10 +16,6 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// What kind of route the points describe (vendor extension `routeType`).
 enum TarvikRouteType : std::uint32_t {
     kTarvikRouteStandard = 0,  ///< a plain GPX route
@@ -102,9 +98,7 @@ public:
 
 private:
     friend class GpxModelAccess;
-    friend class GpxDocument;
 
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
     VEXATRANSFERLIB_LOCAL void CheckPoint(const GpxPoint& point) const;
 
     icu::UnicodeString name_;

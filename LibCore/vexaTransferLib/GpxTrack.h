@@ -18,10 +18,6 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// A list of segments, each an ordered list of track points, with the track's texts and an optional link.
 ///
 /// Points go to the newest segment: open one with AddSegment, then add its points in order. Segments may stay
@@ -112,9 +108,7 @@ public:
 
 private:
     friend class GpxModelAccess;
-    friend class GpxDocument;
 
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
     VEXATRANSFERLIB_LOCAL void CheckPoint(const GpxPoint& point) const;
 
     icu::UnicodeString name_;

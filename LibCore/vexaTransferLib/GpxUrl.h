@@ -11,10 +11,6 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// A link: the `url` and `urlname` of GPX 1.0, the `link` element of GPX 1.1.
 ///
 /// The address is given at construction and never empty; text and type are absent while empty. A link is
@@ -57,10 +53,7 @@ public:
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
 private:
-    friend class GpxPoint;
-    friend class GpxTrack;
-
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
+    friend class GpxModelAccess;
 
     icu::UnicodeString url_;
     icu::UnicodeString text_;

@@ -5,6 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/NumberText.h>
 #include <vexaTransferLib/text/TimeText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
@@ -103,5 +104,9 @@ private:
 
 /// \throws dbc::postcondition_error when ICU gave up on the text; `source` is the class that wrote it
 void RequireNotBogus(const icu::UnicodeString& text, const char* source, int line = __builtin_LINE());
+/// The same for a check that runs in another file than the one reported.
+inline void RequireNotBogus(const icu::UnicodeString& text, const text::CheckSite& site) {
+    RequireNotBogus(text, site.source, site.line);
+}
 
 } // namespace vexaTransferLib::writer

@@ -3,8 +3,6 @@
 
 #include <vexaTransferLib/writer/XmlEntities.h>
 
-#include <common/dbc.h>
-
 #include <unicode/utf16.h>
 
 #include <algorithm>
@@ -64,7 +62,7 @@ void Utf8Sink::Grow(std::size_t count) {
 }
 
 void Utf8Sink::ThrowIfBogus(bool isHeld) const {
-    dbc::Ensure(isHeld, source_, "The GPX text is too large to be held in memory.", line_);
+    text::Ensure(isHeld, site_, "The GPX text is too large to be held in memory.");
 }
 
 void Utf8Sink::AppendAscii(std::string_view text) {
