@@ -10,7 +10,7 @@
 #include <boost/make_shared.hpp>
 
 #include <limits>
-#include <utility>
+#include <memory>
 
 namespace vexaTransferLib {
 
@@ -60,15 +60,6 @@ bool IsBetween(std::uint32_t value, std::uint32_t first, std::uint32_t last) {
 
 static_assert(sizeof(GpxPoint) <= 64, "files hold millions of points");
 
-GpxPoint::RareData::RareData(const RareData& other)
-    : magneticVariation(other.magneticVariation), geoidHeight(other.geoidHeight), name(other.name),
-      comment(other.comment), description(other.description), source(other.source), symbol(other.symbol),
-      type(other.type), formAttributes(other.formAttributes), symbolNumber(other.symbolNumber),
-      guid(other.guid) {
-    AssignAutoPtrValue(url, other.url);
-    AssignAutoPtrValue(geocache, other.geocache);
-}
-
 GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
     : latitude_(latitude), longitude_(Equal(longitude, kLongitudeLimit) ? kJustBelow180 : longitude),
       pointType_(static_cast<std::uint8_t>(type)) {
@@ -78,11 +69,7 @@ GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
     dbc::Require(IsLongitude(longitude_), text::kGpxPointSource, "The GPX point's longitude is invalid.");
 }
 
-GpxPoint::GpxPoint(const GpxPoint& other)
-    : latitude_(other.latitude_), longitude_(other.longitude_), elevation_(other.elevation_),
-      time_(other.time_), rare_(other.rare_ ? std::make_unique<RareData>(*other.rare_) : nullptr),
-      pointType_(other.pointType_), fix_(other.fix_), routePointType_(other.routePointType_),
-      hasElevation_(other.hasElevation_), hasTime_(other.hasTime_) {}
+GpxPoint::GpxPoint(const GpxPoint& other) = default;
 
 GpxPoint::GpxPoint(GpxPoint&& other) noexcept = default;
 

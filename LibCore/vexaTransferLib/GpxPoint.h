@@ -16,7 +16,6 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 
 namespace vexaTransferLib {
@@ -196,20 +195,16 @@ private:
     friend class GpxModelAccess;
 
     struct RareData {
-        RareData() = default;
-        RareData(const RareData& other);
-        RareData& operator=(const RareData&) = delete;
-
         std::optional<double> magneticVariation;
         std::optional<double> geoidHeight;
         icu::UnicodeString name;
         icu::UnicodeString comment;
         icu::UnicodeString description;
         icu::UnicodeString source;
-        std::unique_ptr<GpxUrl> url;
+        OwnedValue<GpxUrl> url;
         icu::UnicodeString symbol;
         icu::UnicodeString type;
-        std::unique_ptr<GpxGroundspeakCache> geocache;
+        OwnedValue<GpxGroundspeakCache> geocache;
         FormAttributes formAttributes;
         std::int32_t symbolNumber = 0;
         icu::UnicodeString guid;
@@ -224,7 +219,7 @@ private:
     double longitude_;
     double elevation_ = 0.0;
     double time_ = 0.0;
-    std::unique_ptr<RareData> rare_;
+    OwnedValue<RareData> rare_;
     std::uint8_t pointType_;
     std::uint8_t fix_ = 0;
     std::uint8_t routePointType_ = 0;

@@ -25,11 +25,7 @@ constinit const CheckSite kTrackOutput = Here();  // TrackWriter.cpp: the text i
 
 GpxTrack::GpxTrack() = default;
 
-GpxTrack::GpxTrack(const GpxTrack& other)
-    : name_(other.name_), description_(other.description_), source_(other.source_), type_(other.type_),
-      color_(other.color_), segments_(other.segments_) {
-    AssignAutoPtrValue(url_, other.url_);
-}
+GpxTrack::GpxTrack(const GpxTrack& other) = default;
 
 GpxTrack& GpxTrack::operator=(const GpxTrack& other) {
     if (this != &other)

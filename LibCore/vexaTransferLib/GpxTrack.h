@@ -8,12 +8,12 @@
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxUrl.h>
 #include <vexaTransferLib/GpxVersion.h>
+#include <vexaTransferLib/OptionalValue.h>
 
 #include <unicode/unistr.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace vexaTransferLib {
@@ -114,7 +114,7 @@ private:
     icu::UnicodeString name_;
     icu::UnicodeString description_;
     icu::UnicodeString source_;
-    std::unique_ptr<GpxUrl> url_;
+    OwnedValue<GpxUrl> url_;
     icu::UnicodeString type_;
     std::int16_t color_ = -1;
     Segments segments_;
