@@ -33,9 +33,7 @@ constexpr char kNotAWaypoint[] = "Only waypoints can be added the GPX waypoint l
 
 } // namespace
 
-GpxDocument::GpxDocument() {
-    Clear();
-}
+GpxDocument::GpxDocument() = default;
 
 GpxDocument& GpxDocument::operator=(const GpxDocument& other) {
     if (this != &other)

@@ -5,7 +5,7 @@
 
 #include <common/dbc.h>
 
-#include <cstdio>
+#include <string>
 
 namespace vexaTransferLib {
 
@@ -33,9 +33,8 @@ void GpxVersion::GetVersion(unsigned long& major, unsigned long& minor) const {
 }
 
 icu::UnicodeString GpxVersion::GetVersionString() const {
-    char text[64] = {};
-    std::snprintf(text, sizeof text, "%u.%u", major_, minor_);
-    return icu::UnicodeString(text, -1, US_INV);
+    const std::string text = std::to_string(major_) + '.' + std::to_string(minor_);
+    return icu::UnicodeString(text.c_str(), -1, US_INV);
 }
 
 } // namespace vexaTransferLib
