@@ -22,10 +22,8 @@ class CleanText;
 /// writers, the unit tests, and the host's dump. Inline throughout, so that it needs no exported symbol.
 class GpxModelAccess {
 public:
-    /// A version that the public constructors refuse.
-    static GpxVersion MakeVersion(std::uint32_t major, std::uint32_t minor) {
-        return GpxVersion(GpxVersion::Unchecked(), major, minor);
-    }
+    /// The unit tests define it, for values that no constructor and no setter takes.
+    class Doors;
 
     // Links. An empty text is absent.
     static const icu::UnicodeString& GetUrl(const GpxUrl& link) { return link.url_; }
@@ -72,18 +70,6 @@ public:
     static GpxPoint::FormAttributes GetFormAttributes(const GpxPoint& point) {
         return point.rare_ ? point.rare_->formAttributes : GpxPoint::FormAttributes();
     }
-    /// Values outside the enumerations, as no setter takes them.
-    static void SetRawPointType(GpxPoint& point, std::uint8_t type) { point.pointType_ = type; }
-    static void SetRawFix(GpxPoint& point, std::uint8_t fix) { point.fix_ = fix; }
-    static void SetRawRoutePointType(GpxPoint& point, std::uint8_t type) { point.routePointType_ = type; }
-    static void SetRawPosition(GpxPoint& point, double latitude, double longitude) {
-        point.latitude_ = latitude;
-        point.longitude_ = longitude;
-    }
-    /// On any kind of point, as no setter does.
-    static void SetRawGeocache(GpxPoint& point, const GpxGroundspeakCache& cache) {
-        SetAutoPtrValue(MakeRare(point).geocache, cache);
-    }
 
     // Routes. An empty text is absent.
     static const icu::UnicodeString& GetName(const GpxRoute& route) { return route.name_; }
@@ -91,9 +77,6 @@ public:
     static const icu::UnicodeString& GetType(const GpxRoute& route) { return route.type_; }
     static std::uint32_t GetRawRouteType(const GpxRoute& route) { return route.routeType_; }
     static const GpxRoute::Points& GetPoints(const GpxRoute& route) { return route.points_; }
-    static void SetRawRouteType(GpxRoute& route, std::uint32_t type) {
-        route.routeType_ = static_cast<TarvikRouteType>(type);
-    }
 
     // Tracks. An empty text is absent.
     static const icu::UnicodeString& GetName(const GpxTrack& track) { return track.name_; }
