@@ -33,7 +33,7 @@ namespace {
 
 constexpr double kLatitudeLimit = 90.0;
 constexpr double kLongitudeLimit = 180.0;
-// 180 degrees is -180 degrees: it is kept apart from it by the smallest step that a 32-bit float has there.
+// 180 degrees is the same as -180 degrees. The smallest step of a 32-bit float at this size keeps them apart.
 constexpr double kJustBelow180 = 180.0 - 1.0 / (1 << 23);
 
 bool Equal(double a, double b) {
@@ -41,7 +41,7 @@ bool Equal(double a, double b) {
     return b >= a - epsilon && a + epsilon >= b;
 }
 
-// Written so that a NaN fails.
+// The comparisons are written so that a NaN fails.
 bool IsLatitude(double value) {
     return (value > -kLatitudeLimit || Equal(value, -kLatitudeLimit)) &&
            (value < kLatitudeLimit || Equal(value, kLatitudeLimit));
@@ -51,14 +51,14 @@ bool IsLongitude(double value) {
     return (value > -kLongitudeLimit || Equal(value, -kLongitudeLimit)) && value < kLongitudeLimit;
 }
 
-// Enumerations take values from outside: below the range they wrap and are refused with those above.
+// A caller can put any number into an enumeration; a negative one becomes a large one and is refused too.
 bool IsBetween(std::uint32_t value, std::uint32_t first, std::uint32_t last) {
     return value >= first && value <= last;
 }
 
 } // namespace
 
-static_assert(sizeof(GpxPoint) <= 64, "files hold millions of points");
+static_assert(sizeof(GpxPoint) <= 64, "files contain millions of points");
 
 GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
     : latitude_(latitude), longitude_(Equal(longitude, kLongitudeLimit) ? kJustBelow180 : longitude),

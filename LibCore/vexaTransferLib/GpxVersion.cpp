@@ -11,7 +11,7 @@ namespace vexaTransferLib {
 
 GpxVersion::GpxVersion(unsigned long major, unsigned long minor)
     : major_(static_cast<std::uint32_t>(major)), minor_(static_cast<std::uint32_t>(minor)) {
-    // The arguments are compared, not the fields: 4294967297 would pass for 1 once it is cut to 32 bits.
+    // The arguments are compared and not the fields: 4294967297 becomes 1 when it is cut to 32 bits.
     dbc::Require(major == 1 && minor <= 1, text::kGpxVersionSource,
                  "Only GPX versions 1.0 and 1.1 are supported.");
 }

@@ -31,7 +31,8 @@ public:
 };
 
 /// \{
-/// False, and \p out untouched, when the holder is empty; otherwise assigns the held value to \p out.
+/// Returns false and leaves \p out unchanged when the holder is empty; otherwise assigns the holder's value to
+/// \p out.
 template <class T>
 bool GetAutoPtrValue(T& out, const std::unique_ptr<T>& holder) {
     if (!holder)
@@ -50,7 +51,7 @@ bool GetAutoPtrValue(T& out, const std::optional<T>& holder) {
 /// \}
 
 /// \{
-/// Assigns to the held object when there is one (no new object is made), otherwise makes the holder own a
+/// Assigns to the holder's object when there is one (no new object is made), otherwise makes the holder own a
 /// copy.
 template <class T>
 void SetAutoPtrValue(std::unique_ptr<T>& holder, const T& value) {

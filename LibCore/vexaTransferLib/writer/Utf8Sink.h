@@ -18,8 +18,8 @@
 
 namespace vexaTransferLib::writer {
 
-/// Appends UTF-8 to a buffer that becomes the result as it is. Unpaired surrogates come out as ICU's
-/// converter writes them, U+0000 as a zero byte.
+/// Appends UTF-8 to a buffer that becomes the result without a copy. An unpaired surrogate is written as ICU's
+/// converter writes it, U+0000 as a zero byte.
 class Utf8Sink final : public TextSink {
 public:
     /// \param site what the report names when the text is too large
@@ -32,7 +32,7 @@ public:
     void Raw(const icu::UnicodeString& text) override;
     void Escaped(const icu::UnicodeString& text) override;
 
-    /// The bytes written, followed by four zero bytes; the sink is empty then.
+    /// Returns the bytes written, followed by four zero bytes, and empties the sink.
     UnicodeStrUtils::ByteString Take();
 
 private:
@@ -42,10 +42,10 @@ private:
 
     void AppendAscii(std::string_view text) override;
     std::size_t Length() const { return static_cast<std::size_t>(next_ - bytes_.get()); }
-    /// Makes room for so many more bytes, with the zeros behind them.
+    /// Makes room for so many more bytes, and for the zeros after them.
     void Reserve(std::size_t count);
     void Grow(std::size_t count);
-    void ThrowIfBogus(bool isHeld) const;
+    void RequireRoom(bool hasRoom) const;
     void Append(const char16_t* units, std::size_t count);
 
     text::CheckSite site_;
