@@ -15,7 +15,7 @@
 #include "support/TestFiles.h"
 #include "support/ZipFiles.h"
 
-#include "../support/ZipBuilder.h"
+#include "support/ZipBuilder.h"
 
 #include <common/UnicodeStrUtils.h>
 #include <common/dbc.h>
