@@ -4,7 +4,7 @@
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxUtils.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include "support/Attempts.h"
 #include "support/FaultSample.h"

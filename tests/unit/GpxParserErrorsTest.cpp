@@ -7,7 +7,7 @@
 #include "support/GpxValues.h"
 #include "support/ModelCompare.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <common/dbc.h>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/DocumentReader.h>
 
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/FailureIsolation.h>
 #include <vexaTransferLib/reader/FieldSources.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/RouteReader.h>
 #include <vexaTransferLib/reader/ToldValues.h>

@@ -2,8 +2,8 @@
 #include <vexaTransferLib/reader/VendorReader.h>
 
 #include <vexaTransferLib/GpxUtils.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/FailureIsolation.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
