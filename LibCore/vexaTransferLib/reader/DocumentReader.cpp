@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/DocumentReader.h>
 
-#include <vexaTransferLib/reader/FailureIsolation.h>
+#include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/RouteReader.h>
-#include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/TrackReader.h>
+#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/ElementNames.h>
 

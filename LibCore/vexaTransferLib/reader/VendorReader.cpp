@@ -2,9 +2,9 @@
 #include <vexaTransferLib/reader/VendorReader.h>
 
 #include <vexaTransferLib/GpxUtils.h>
-#include <vexaTransferLib/reader/FailureIsolation.h>
+#include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/GpxModelAccess.h>
-#include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
