@@ -5,14 +5,12 @@
 
 namespace vexaTransferLib::reader {
 
-// A failure behind a guard costs the child; any other ends the reading.
+// A failure that is isolated costs the child; any other ends the reading.
 template <class Read, class Refuse>
 void EventWalk::Try(Read read, Refuse refuse) {
+    const bool isIsolated = !readers_.empty() && readers_.back().reader->IsolatesFailures();
     try {
-        if (readers_.empty())
-            read();
-        else
-            IsolateFailure(*readers_.back().reader, read, refuse);
+        IsolateFailure(isIsolated, read, refuse);
     } catch (const ReadAborted&) {
         throw;
     } catch (...) {
