@@ -2,6 +2,7 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include <vexaTransferLib/CleanText.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/DocumentReader.h>
 #include <vexaTransferLib/reader/DomNode.h>
 #include <vexaTransferLib/reader/EventReading.h>
