@@ -42,6 +42,7 @@ bool EventWalk::StartElement(const char16_t* namespaceUri, const char16_t* local
     switch (state_) {
     case State::kBetween:
         tree_.Clear();
+        location_ = location;
         break;
     case State::kInTree:
         break;
@@ -69,6 +70,7 @@ void EventWalk::BeginRoot(const NodeView& root) {
     rootSeen_ = true;
     TryChild(root, [&] {
         RequireGpxRoot(root);
+        isGpx_ = true;
         Descend(root, [&] { return EnterDocument(context_, root, document_); });
     });
 }
