@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/CommandLine.h>
 
-#include <vexagpx/Check.h>
-#include <vexagpx/Clean.h>
-#include <vexagpx/Dump.h>
-#include <vexagpx/Info.h>
-#include <vexagpx/Messages.h>
-#include <vexagpx/Show.h>
-#include <vexagpx/Zip.h>
+#include <vexagpx/commands/Check.h>
+#include <vexagpx/commands/Clean.h>
+#include <vexagpx/commands/Dump.h>
+#include <vexagpx/commands/Info.h>
+#include <vexagpx/commands/Show.h>
+#include <vexagpx/commands/Zip.h>
+#include <vexagpx/process/Messages.h>
 
 #include <CLI/CLI.hpp>
 

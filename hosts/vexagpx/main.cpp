@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/CommandLine.h>
-#include <vexagpx/Interruption.h>
-#include <vexagpx/Messages.h>
-#include <vexagpx/Posix.h>
-#include <vexagpx/ProgressBar.h>
-#include <vexagpx/ReportFilter.h>
+#include <vexagpx/process/Interruption.h>
+#include <vexagpx/process/Messages.h>
+#include <vexagpx/process/Posix.h>
+#include <vexagpx/process/ReportFilter.h>
+#include <vexagpx/terminal/ProgressBar.h>
 
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>

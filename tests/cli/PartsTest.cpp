@@ -2,9 +2,9 @@
 
 // The small parts of the tool on their own.
 
-#include <vexagpx/DisplayText.h>
-#include <vexagpx/JsonWriter.h>
-#include <vexagpx/Measure.h>
+#include <vexagpx/commands/Measure.h>
+#include <vexagpx/output/JsonWriter.h>
+#include <vexagpx/terminal/DisplayText.h>
 
 #include "support/Tool.h"
 

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/input/WellFormed.h>
+
+#include <vexagpx/input/FileParser.h>
+
+#include <unicode/unistr.h>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/sax2/SAX2XMLReader.hpp>
+#include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace vexagpx {
+
+namespace {
+
+class FirstComplaint : public xercesc::DefaultHandler {
+public:
+    std::optional<std::string> text;
+
+    void error(const xercesc::SAXParseException& exception) override { Note(exception); }
+    void fatalError(const xercesc::SAXParseException& exception) override { Note(exception); }
+    void resetErrors() override {}
+
+protected:
+    virtual void Note(const xercesc::SAXParseException& exception) {
+        if (!text)
+            text = Describe(exception);
+    }
+};
+
+/// Also counts where it is.
+class PlaceOfComplaint final : public FirstComplaint {
+public:
+    PlaceOfComplaint() : levels_(1) {}
+
+    std::string place;
+
+    void startElement(const XMLCh*, const XMLCh*, const XMLCh* qualifiedName,
+                      const xercesc::Attributes&) override {
+        const icu::UnicodeString name(qualifiedName);
+        const int number = ++levels_.back().counts[name];
+        levels_.push_back({name, number, {}});
+    }
+    void endElement(const XMLCh*, const XMLCh*, const XMLCh*) override { levels_.pop_back(); }
+
+private:
+    struct Level {
+        icu::UnicodeString name;
+        int number = 0;
+        std::map<icu::UnicodeString, int> counts;
+    };
+
+    void Note(const xercesc::SAXParseException& exception) override {
+        FirstComplaint::Note(exception);
+        if (!place.empty())
+            return;
+        for (std::size_t i = 1; i < levels_.size(); ++i) {
+            place += '/';
+            levels_[i].name.toUTF8String(place);
+            if (levels_[i].number > 1)
+                place += '[' + std::to_string(levels_[i].number) + ']';
+        }
+    }
+
+    std::vector<Level> levels_;
+};
+
+void Parse(std::string_view xml, FirstComplaint& complaint) {
+    xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(xml.data()), xml.size(), "text");
+    source.setCopyBufToStream(false);
+    const std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
+    reader->setFeature(xercesc::XMLUni::fgSAX2CoreValidation, false);
+    reader->setFeature(xercesc::XMLUni::fgXercesDynamic, false);
+    reader->setFeature(xercesc::XMLUni::fgXercesSchema, false);
+    reader->setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
+    reader->setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
+    reader->setContentHandler(&complaint);
+    reader->setErrorHandler(&complaint);
+    try {
+        reader->parse(source);
+    } catch (const xercesc::XMLException& exception) {
+        if (!complaint.text)
+            icu::UnicodeString(exception.getMessage()).toUTF8String(complaint.text.emplace());
+    }
+}
+
+} // namespace
+
+std::optional<std::string> FindXmlError(std::string_view xml) {
+    FirstComplaint complaint;
+    Parse(xml, complaint);
+    return complaint.text;
+}
+
+std::string PlaceOfXmlError(std::string_view xml) {
+    PlaceOfComplaint complaint;
+    Parse(xml, complaint);
+    return complaint.place;
+}
+
+} // namespace vexagpx
