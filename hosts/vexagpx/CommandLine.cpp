@@ -36,7 +36,7 @@ constexpr char kCheckExamples[] =
     "Examples:\n"
     "  vexagpx check walk.gpx\n"
     "  vexagpx check --all walk.gpx | less\n"
-    "  vexagpx check --json *.gpx > receipts.jsonl\n";
+    "  vexagpx check --json *.gpx > reports.jsonl\n";
 constexpr char kConvertExamples[] =
     "Examples:\n"
     "  vexagpx convert old.gpx new.gpx\n"
@@ -387,8 +387,8 @@ std::optional<int> ParseArguments(int argc, char** argv, Request& request, Outpu
     } catch (const CLI::CallForVersion& version) {
         out.Write(std::string(version.what()) + "\n");
     } catch (const CLI::ParseError& error) {
-        Complain(error.what());
-        Complain("Run with --help for more information.");
+        PrintError(error.what());
+        PrintError("Run with --help for more information.");
         return kUsage;
     }
     out.Close();

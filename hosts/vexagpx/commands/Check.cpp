@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Check.h>
 
-#include <vexagpx/input/Documents.h>
+#include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/process/Messages.h>
-#include <vexagpx/report/Contents.h>
-#include <vexagpx/report/Receipt.h>
-#include <vexagpx/report/ReceiptJson.h>
-#include <vexagpx/report/ReceiptText.h>
+#include <vexagpx/report/DocumentCounts.h>
+#include <vexagpx/report/LossReport.h>
+#include <vexagpx/report/LossReportJson.h>
+#include <vexagpx/report/LossReportText.h>
 
 #include <exception>
 #include <functional>
@@ -28,10 +28,10 @@ private:
     using Read = std::function<void(GpxDocument&)>;
 
     bool CheckFile(const std::string& argument);
-    void CheckDocument(const Origin& origin, const Read& read);
-    void WriteReceipt(const Origin& origin, const GpxDocument& document, const Receipt& receipt);
-    void WriteFailure(const Origin& origin, const std::string& error, const Receipt& receipt);
-    void WriteText(const Origin& origin, const Contents* contents, const Receipt& receipt);
+    void CheckDocument(const DocumentSource& source, const Read& read);
+    void WriteReport(const DocumentSource& source, const GpxDocument& document, const LossReport& report);
+    void WriteFailure(const DocumentSource& source, const std::string& error, const LossReport& report);
+    void WriteText(const DocumentSource& source, const DocumentCounts* counts, const LossReport& report);
 
     InputRules rules_;
     CheckForm form_;
@@ -44,7 +44,7 @@ private:
 bool Checker::Run(const std::vector<std::string>& files) {
     bool fine = true;
     for (const std::string& file : files)
-        fine = Told(file, [&] { return CheckFile(file); }) && fine;
+        fine = RunReportingErrors(file, [&] { return CheckFile(file); }) && fine;
     if (!form_.json)
         out_.Write((isFirst_ ? "" : "\n") + SummaryText(totals_) + "\n");
     out_.Flush();
@@ -70,50 +70,52 @@ bool Checker::CheckFile(const std::string& argument) {
         throw;
     } catch (const std::exception& failure) {
         if (!isTold)
-            WriteFailure({argument, nullptr}, failure.what(), Receipt(form_.all));
+            WriteFailure({argument, nullptr}, failure.what(), LossReport(form_.all));
         throw;
     }
 }
 
-void Checker::CheckDocument(const Origin& origin, const Read& read) {
-    Receipt receipt(form_.all);
+void Checker::CheckDocument(const DocumentSource& source, const Read& read) {
+    LossReport report(form_.all);
     GpxDocument document;
-    parser_.Watch(&receipt);
+    parser_.Watch(&report);
     try {
         read(document);
     } catch (const std::exception& failure) {
-        WriteFailure(origin, failure.what(), receipt);
+        WriteFailure(source, failure.what(), report);
         throw;
     }
-    WriteReceipt(origin, document, receipt);
+    WriteReport(source, document, report);
 }
 
-void Checker::WriteReceipt(const Origin& origin, const GpxDocument& document, const Receipt& receipt) {
+void Checker::WriteReport(const DocumentSource& source, const GpxDocument& document,
+                          const LossReport& report) {
     ++totals_.documents;
-    totals_.passed += receipt.Passed().Count();
-    totals_.lost += receipt.LostCount();
-    const Contents contents = CountContents(document);
+    totals_.skipped += report.SkippedElements().Count();
+    totals_.lost += report.LostCount();
+    const DocumentCounts counts = CountDocument(document);
     if (form_.json)
-        WriteReceiptJson(origin, contents, receipt, out_);
+        WriteLossReportJson(source, counts, report, out_);
     else
-        WriteText(origin, &contents, receipt);
+        WriteText(source, &counts, report);
     out_.Flush();
 }
 
-void Checker::WriteFailure(const Origin& origin, const std::string& error, const Receipt& receipt) {
+void Checker::WriteFailure(const DocumentSource& source, const std::string& error, const LossReport& report) {
     ++totals_.failures;
     if (form_.json)
-        WriteFailureJson(origin, error, receipt, out_);
-    else if (receipt.Complaints().Count() > 0)
-        WriteText(origin, nullptr, receipt);
+        WriteFailureJson(source, error, report, out_);
+    else if (report.Messages().Count() > 0)
+        WriteText(source, nullptr, report);
     out_.Flush();
 }
 
-void Checker::WriteText(const Origin& origin, const Contents* contents, const Receipt& receipt) {
+void Checker::WriteText(const DocumentSource& source, const DocumentCounts* counts,
+                        const LossReport& report) {
     if (!isFirst_)
         out_.Write("\n");
     isFirst_ = false;
-    WriteReceiptText(origin.Text(), contents, receipt, out_);
+    WriteLossReportText(source.Text(), counts, report, out_);
 }
 
 } // namespace

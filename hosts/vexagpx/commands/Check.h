@@ -14,8 +14,8 @@ struct CheckForm {
     bool all = false;  ///< lists every thing by itself instead of counting equal ones
 };
 
-/// The `check` command: tells what of the files was read and what was passed over. False when a file could not
-/// be read, or when something was passed over that a document could have held.
+/// The `check` command: tells what of the files was read and what was skipped. False when a file could not
+/// be read, or when something was skipped that a document could have held.
 bool Check(const std::vector<std::string>& files, const InputRules& rules, CheckForm form, Output& out);
 
 } // namespace vexagpx

@@ -38,7 +38,7 @@ bool Clean(const std::string& file, Output& out) {
         vexaTransferLib::CleanText().CleanWebTextForTova(text);
         text.toUTF8String(cleaned);
     } catch (const std::exception& failure) {
-        Complain(failure.what());
+        PrintError(failure.what());
         return false;
     }
     out.Write(cleaned);

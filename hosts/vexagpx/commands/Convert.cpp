@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Convert.h>
 
-#include <vexagpx/commands/Culprit.h>
-#include <vexagpx/input/Documents.h>
-#include <vexagpx/input/WellFormed.h>
-#include <vexagpx/output/EntryPlaces.h>
-#include <vexagpx/output/Target.h>
+#include <vexagpx/commands/IllFormedField.h>
+#include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/input/XmlCheck.h>
+#include <vexagpx/output/Destination.h>
+#include <vexagpx/output/ExtractionPaths.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/terminal/ShellText.h>
 
@@ -30,31 +30,27 @@ icu::UnicodeString FromUtf8(const std::string& text) {
 /// \param source what the document was read from
 /// \throws std::runtime_error when the result is no GPX file, or none that says what the document says
 void WriteResult(const ConvertRequest& request, const GpxDocument& document, const std::string& source,
-                 Target& target, Output& standardOutput) {
+                 Destination& destination, Output& standardOutput) {
     const GpxVersion version(FromUtf8(request.version));
     const icu::UnicodeString name = FromUtf8(request.applicationName);
     const icu::UnicodeString url = FromUtf8(request.applicationUrl);
     const UnicodeStrUtils::ByteString bytes = document.GetAsByteString(version, name, url);
     const std::string_view xml(bytes.buffer.get(), bytes.length);
-    if (const std::optional<std::string> complaint = FindXmlError(xml))
+    if (const std::optional<std::string> error = FindXmlError(xml))
         throw std::runtime_error("The result would not be well-formed XML because of the " +
-                                 FindCulprit(document, version, name, url, xml) + ". " + target.Path() +
-                                 " was not written. (" + *complaint + ")");
+                                 FindIllFormedField(document, version, name, url, xml) + ". " +
+                                 destination.Path() + " was not written. (" + *error + ")");
     if (const std::optional<std::string> field = FindChangedText(document, version))
         throw std::runtime_error("The result would not say what the input says: the " + *field +
                                  " is written without escapes and would be read as something else. " +
-                                 target.Path() + " was not written. (" + source + ")");
-    target.Commit(xml, standardOutput);
-}
-
-std::string SourceName(const ConvertRequest& request) {
-    return request.in == kStandardInput ? "standard input" : request.in;
+                                 destination.Path() + " was not written. (" + source + ")");
+    destination.Commit(xml, standardOutput);
 }
 
 void NoteGpx10(const ConvertRequest& request) {
     if (request.version == "1.0")
-        Complain("Note: from a GPX 1.0 file that it wrote, as " + request.out +
-                 ", this library reads no points.");
+        PrintError("Note: from a GPX 1.0 file that it wrote, as " + request.out +
+                   ", this library reads no points.");
 }
 
 std::size_t CountGpxEntries(const InputFile& file, const ArchiveLimits& limits) {
@@ -90,15 +86,15 @@ void NoteLosses(const ConvertRequest& request, std::uint64_t count, bool isStrea
         return;
     const bool isOne = count == 1;
     const std::string note = "Note: " + std::to_string(count) + (isOne ? " thing in " : " things in ") +
-                             SourceName(request) + (isOne ? " was" : " were") + " not carried over";
+                             ShownName(request.in) + (isOne ? " was" : " were") + " not carried over";
     const std::string command = "\"vexagpx check " + ShellText(request.in) + "\"";
     const std::string lists = isOne ? "lists it." : "lists them.";
     if (IsSameFile(request.in, request.out))
-        Complain(note + ", and the file that held " + (isOne ? "it" : "them") + " was replaced.");
+        PrintError(note + ", and the file that held " + (isOne ? "it" : "them") + " was replaced.");
     else if (isStream)
-        Complain(note + "; " + command + " with the same input " + lists);
+        PrintError(note + "; " + command + " with the same input " + lists);
     else
-        Complain(note + "; " + command + ' ' + lists);
+        PrintError(note + "; " + command + ' ' + lists);
 }
 
 class Converter {
@@ -119,7 +115,7 @@ public:
 private:
     bool ConvertFile(const InputFile& file);
     bool ConvertArchive(const InputFile& file);
-    void Write(const GpxDocument& document, const std::string& source, Target target);
+    void Write(const GpxDocument& document, const std::string& source, Destination destination);
 
     const ConvertRequest& request_;
     Output& standardOutput_;
@@ -132,7 +128,7 @@ bool Converter::ConvertFile(const InputFile& file) {
     GpxDocument document;
     losses_.BeginDocument();
     parser_.ReadFile(file, document);
-    Write(document, SourceName(request_), Target(request_.out));
+    Write(document, ShownName(request_.in), Destination(request_.out));
     return true;
 }
 
@@ -144,18 +140,18 @@ bool Converter::ConvertArchive(const InputFile& file) {
                                  request_.in + ")");
     if (!intoFolder && IsSameFile(request_.out, file.FilePath()))
         throw std::runtime_error("The result would replace the archive. (" + request_.in + ")");
-    EntryPlaces places(request_.out);
+    ExtractionPaths paths(request_.out);
     return ForEachGpxEntry(file, request_.rules.archives, [&](Archive& archive) {
         GpxDocument document;
         losses_.BeginDocument();
         ReadEntry(parser_, archive, request_.in, document);
-        Write(document, SourceName(request_) + "/" + archive.Name(),
-              intoFolder ? Target(places.PlaceOf(archive)) : Target(request_.out));
+        Write(document, ShownName(request_.in) + "/" + archive.Name(),
+              intoFolder ? Destination(paths.FileFor(archive)) : Destination(request_.out));
     });
 }
 
-void Converter::Write(const GpxDocument& document, const std::string& source, Target target) {
-    WriteResult(request_, document, source, target, standardOutput_);
+void Converter::Write(const GpxDocument& document, const std::string& source, Destination destination) {
+    WriteResult(request_, document, source, destination, standardOutput_);
     losses_.EndDocument();
 }
 
@@ -163,7 +159,7 @@ void Converter::Write(const GpxDocument& document, const std::string& source, Ta
 
 bool Convert(const ConvertRequest& request, Output& standardOutput) {
     Converter converter(request, standardOutput);
-    const bool fine = Told(request.in, [&] { return converter.Run(); });
+    const bool fine = RunReportingErrors(request.in, [&] { return converter.Run(); });
     if (fine)
         NoteGpx10(request);
     converter.NoteLosses();

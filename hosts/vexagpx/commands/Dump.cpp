@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Dump.h>
 
-#include <vexagpx/input/Documents.h>
+#include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/MetaDataJson.h>
 
@@ -250,14 +250,14 @@ void Dumper::WriteLog(const GpxGroundspeakCacheLog& log) {
 /// Looks for a raw text in the order in which they are written. The name of a field is made when it is found.
 class RawTextSearch {
 public:
-    using Wanted = std::function<bool(const icu::UnicodeString&, RawText::Place)>;
+    using Wanted = std::function<bool(const icu::UnicodeString&, RawText::Context)>;
 
     explicit RawTextSearch(const Wanted& wanted) : wanted_(wanted) {}
 
     bool IsOver() const { return found.has_value(); }
 
     void Look(const std::string& field, const icu::UnicodeString& text) {
-        Look(text, RawText::Place::kElement, [&field] { return field; });
+        Look(text, RawText::Context::kElement, [&field] { return field; });
     }
 
     /// \param owner what the points belong to: " of route 2"
@@ -272,8 +272,8 @@ public:
                 return field.append(kind).append(" ").append(std::to_string(number)).append(owner);
             };
             for (const auto& attribute : GpxModelAccess::GetFormAttributes(*point))
-                Look(attribute.first, RawText::Place::kAttribute, [&] { return Named("form key of "); });
-            Look(GpxModelAccess::GetGUID(*point), RawText::Place::kElement,
+                Look(attribute.first, RawText::Context::kAttribute, [&] { return Named("form key of "); });
+            Look(GpxModelAccess::GetGUID(*point), RawText::Context::kElement,
                  [&] { return Named("GUID of "); });
         }
     }
@@ -282,9 +282,9 @@ public:
 
 private:
     template <class MakeName>
-    void Look(const icu::UnicodeString& text, RawText::Place place, MakeName makeName) {
-        if (!IsOver() && !text.isEmpty() && wanted_(text, place))
-            found = RawText{makeName(), text, place};
+    void Look(const icu::UnicodeString& text, RawText::Context context, MakeName makeName) {
+        if (!IsOver() && !text.isEmpty() && wanted_(text, context))
+            found = RawText{makeName(), text, context};
     }
 
     const Wanted& wanted_;
@@ -309,10 +309,11 @@ void DumpDocument(const GpxDocument& document, const std::string* entry, Output&
 }
 
 bool Dump(const std::vector<std::string>& files, const InputRules& rules, Output& out) {
-    const bool fine = ReadDocuments(files, rules, [&out](const Origin& origin, const GpxDocument& document) {
-        DumpDocument(document, origin.entry, out);
-        out.Flush();
-    });
+    const bool fine =
+        ReadDocuments(files, rules, [&out](const DocumentSource& source, const GpxDocument& document) {
+            DumpDocument(document, source.entry, out);
+            out.Flush();
+        });
     out.Flush();
     return fine;
 }

@@ -29,16 +29,16 @@ icu::UnicodeString DocumentName(const vexaTransferLib::GpxDocument& document);
 
 /// A text that the library writes unescaped.
 struct RawText {
-    enum class Place { kElement, kAttribute };
+    enum class Context { kElement, kAttribute };
 
     std::string field; ///< for a person: "GUID of waypoint 3", "form key of point 7 of route 1"
     icu::UnicodeString text;
-    Place place;
+    Context context;
 };
 
 /// The first of these texts, in the order in which they are written, that `wanted` says it is.
 std::optional<RawText>
 FindRawText(const vexaTransferLib::GpxDocument& document, const vexaTransferLib::GpxVersion& version,
-            const std::function<bool(const icu::UnicodeString&, RawText::Place)>& wanted);
+            const std::function<bool(const icu::UnicodeString&, RawText::Context)>& wanted);
 
 } // namespace vexagpx

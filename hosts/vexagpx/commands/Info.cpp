@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Info.h>
 
-#include <vexagpx/input/Documents.h>
-#include <vexagpx/input/HeadSource.h>
+#include <vexagpx/input/CallbackInputSource.h>
+#include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/MetaDataJson.h>
 #include <vexagpx/process/Messages.h>
@@ -130,7 +130,7 @@ void ThrowUnlessScanned(const GpxTarvikExtParser& scanner, const std::string& na
 
 void ScanFile(GpxTarvikExtParser& scanner, const InputFile& file) {
     const Descriptor descriptor = OpenInput(file.FilePath(), file.Argument());
-    const HeadSource source(file.FilePath(), [&](char* buffer, std::size_t size) {
+    const CallbackInputSource source(file.FilePath(), [&](char* buffer, std::size_t size) {
         return ReadPiece(descriptor, file.Argument(), buffer, size);
     });
     scanner.ParseSource(source);
@@ -140,7 +140,7 @@ void ScanFile(GpxTarvikExtParser& scanner, const InputFile& file) {
 void ScanEntry(GpxTarvikExtParser& scanner, Archive& archive, const std::string& file) {
     archive.Open();
     bool ended = false;
-    const HeadSource source(file + "/" + archive.Name(), [&](char* buffer, std::size_t size) {
+    const CallbackInputSource source(file + "/" + archive.Name(), [&](char* buffer, std::size_t size) {
         // An entry that has ended is closed and cannot be read again.
         const std::size_t count = ended ? 0 : archive.Read(buffer, size);
         ended = count == 0;
@@ -174,7 +174,7 @@ void WriteInfo(const GpxTarvikExtParser& scanner, const std::string& file, const
     if (form == InfoForm::kJson)
         WriteJson(scanner, file, entry, out);
     else
-        WriteLine(scanner, Origin{file, entry}.Text(), out);
+        WriteLine(scanner, DocumentSource{file, entry}.Text(), out);
 }
 
 bool Info(const std::vector<std::string>& files, const InputRules& rules, InfoForm form, Output& out) {
@@ -183,7 +183,8 @@ bool Info(const std::vector<std::string>& files, const InputRules& rules, InfoFo
     if (!rules.isTrusted)
         scanner.SetUntrusted();
     for (const std::string& file : files) {
-        fine = Told(file, [&] { return InfoOfArgument(scanner, file, rules, form, out); }) && fine;
+        fine =
+            RunReportingErrors(file, [&] { return InfoOfArgument(scanner, file, rules, form, out); }) && fine;
         out.Flush();
     }
     return fine;

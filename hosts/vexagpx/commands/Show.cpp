@@ -2,8 +2,8 @@
 #include <vexagpx/commands/Show.h>
 
 #include <vexagpx/commands/Dump.h>
-#include <vexagpx/commands/Measure.h>
-#include <vexagpx/input/Documents.h>
+#include <vexagpx/commands/PathStatistics.h>
+#include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/Table.h>
 
@@ -136,7 +136,7 @@ void Summary::TakeGeocache(const GpxPoint& waypoint, const GpxGroundspeakCache& 
 
 void Summary::TakeRoutes(const GpxDocument& document) {
     for (auto route = document.GetRouteIter(); route != document.GetRouteEndIter(); ++route) {
-        PathMeasure path(bounds_);
+        PathStatistics path(bounds_);
         for (auto point = route->GetPointIter(); point != route->GetPointEndIter(); ++point)
             path.Add(*point);
         routePointCount_ += path.Points();
@@ -149,7 +149,7 @@ void Summary::TakeRoutes(const GpxDocument& document) {
 
 void Summary::TakeTracks(const GpxDocument& document) {
     for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
-        PathMeasure path(bounds_);
+        PathStatistics path(bounds_);
         for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment) {
             path.Break();
             for (auto point = track->GetPointIter(segment); point != track->GetPointEndIter(segment); ++point)
@@ -223,11 +223,11 @@ void ShowDocument(const GpxDocument& document, const std::string& heading, bool 
 
 bool Show(const std::vector<std::string>& files, bool all, const InputRules& rules, Output& out) {
     bool first = true;
-    return ReadDocuments(files, rules, [&](const Origin& origin, const GpxDocument& document) {
+    return ReadDocuments(files, rules, [&](const DocumentSource& source, const GpxDocument& document) {
         if (!first)
             out.Write("\n");
         first = false;
-        ShowDocument(document, origin.Text(), all, out);
+        ShowDocument(document, source.Text(), all, out);
         out.Flush();
     });
 }

@@ -2,7 +2,7 @@
 #include <vexagpx/commands/Zip.h>
 
 #include <vexagpx/output/AtomicFile.h>
-#include <vexagpx/output/EntryPlaces.h>
+#include <vexagpx/output/ExtractionPaths.h>
 #include <vexagpx/process/Messages.h>
 
 #include <stdexcept>
@@ -16,13 +16,13 @@ std::string Counted(std::size_t count, const std::string& singular, const std::s
 }
 
 /// The number of files written: none for a folder, which is made.
-std::size_t ExtractEntry(Archive& archive, EntryPlaces& places, bool overwrite) {
-    FilePlace place = places.PlaceOf(archive);
+std::size_t ExtractEntry(Archive& archive, ExtractionPaths& paths, bool overwrite) {
+    FileInFolder target = paths.FileFor(archive);
     if (archive.IsFolder())
         return 0;
-    if (!overwrite && StatusAt(place))
-        throw std::runtime_error("There is a file already: " + place.path + " (--overwrite replaces it)");
-    AtomicFile file(std::move(place),
+    if (!overwrite && StatusOf(target))
+        throw std::runtime_error("There is a file already: " + target.path + " (--overwrite replaces it)");
+    AtomicFile file(std::move(target),
                     overwrite ? AtomicFile::Existing::kReplaced : AtomicFile::Existing::kKept);
     archive.Read([&file](std::string_view piece) { file.Write(piece); });
     file.Commit();
@@ -32,7 +32,7 @@ std::size_t ExtractEntry(Archive& archive, EntryPlaces& places, bool overwrite) 
 } // namespace
 
 bool ZipList(const std::string& archive, const ArchiveLimits& limits, Output& out) {
-    return Told(archive, [&] {
+    return RunReportingErrors(archive, [&] {
         const InputFile file(archive, limits.streamSize);
         Archive opened(file, limits);
         while (opened.Next())
@@ -42,7 +42,7 @@ bool ZipList(const std::string& archive, const ArchiveLimits& limits, Output& ou
 }
 
 bool ZipCat(const std::string& archive, const std::string& entry, const ArchiveLimits& limits, Output& out) {
-    return Told(archive, [&] {
+    return RunReportingErrors(archive, [&] {
         const InputFile file(archive, limits.streamSize);
         Archive opened(file, limits);
         while (opened.Next()) {
@@ -56,12 +56,12 @@ bool ZipCat(const std::string& archive, const std::string& entry, const ArchiveL
 }
 
 bool ZipTest(const std::string& archive, const ArchiveLimits& limits, Output& out) {
-    return Told(archive, [&] {
+    return RunReportingErrors(archive, [&] {
         const InputFile file(archive, limits.streamSize);
         Archive opened(file, limits);
         std::size_t bad = 0;
         while (opened.Next()) {
-            const bool good = Told(archive, [&opened] {
+            const bool good = RunReportingErrors(archive, [&opened] {
                 opened.Read([](std::string_view) {});
                 return true;
             });
@@ -75,15 +75,15 @@ bool ZipTest(const std::string& archive, const ArchiveLimits& limits, Output& ou
 
 bool ZipExtract(const std::string& archive, const std::string& folder, bool overwrite,
                 const ArchiveLimits& limits, Output& out) {
-    return Told(archive, [&] {
+    return RunReportingErrors(archive, [&] {
         const InputFile file(archive, limits.streamSize);
         Archive opened(file, limits);
-        EntryPlaces places(folder);
+        ExtractionPaths paths(folder);
         std::size_t written = 0;
         bool fine = true;
         while (opened.Next()) {
-            const bool extracted = Told(archive, [&] {
-                written += ExtractEntry(opened, places, overwrite);
+            const bool extracted = RunReportingErrors(archive, [&] {
+                written += ExtractEntry(opened, paths, overwrite);
                 return true;
             });
             fine = fine && extracted;

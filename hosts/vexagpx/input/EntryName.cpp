@@ -89,7 +89,7 @@ std::string PrintedName(std::string_view bytes) {
     return Escaped(Decoded(bytes));
 }
 
-std::vector<std::string> PathBelow(std::string_view bytes) {
+std::vector<std::string> SplitEntryName(std::string_view bytes) {
     const std::string name = Decoded(bytes);
     if (name.empty())
         throw std::runtime_error("the name is empty");

@@ -20,7 +20,7 @@ std::string PrintedName(std::string_view bytes);
 /// The folders and the file of a name below a folder, each printed; the last one is empty for a folder. "/"
 /// and "\" separate.
 /// \throws std::runtime_error with the reason when the name could lead anywhere else
-std::vector<std::string> PathBelow(std::string_view bytes);
+std::vector<std::string> SplitEntryName(std::string_view bytes);
 
 /// True for "*.gpx" in any case.
 bool IsGpxName(std::string_view bytes);

@@ -2,8 +2,8 @@
 #include <vexagpx/input/FileParser.h>
 
 #include <vexagpx/input/InputRules.h>
-#include <vexagpx/process/Interruption.h>
 #include <vexagpx/process/Messages.h>
+#include <vexagpx/process/Signals.h>
 #include <vexagpx/terminal/ProgressBar.h>
 
 #include <cstdint>
@@ -25,13 +25,13 @@ class ReadingObserver final : public GpxReadObserver {
 public:
     /// \param path by which the XML parser knows the document
     ReadingObserver(const std::string& name, const icu::UnicodeString& path, GpxReadObserver* next)
-        : bar_(name), next_(next) {
+        : bar_(ShownName(name)), next_(next) {
         path.toUTF8String(path_);
     }
 
     bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override {
         bar_.Update({bytesRead, bytesInAll});
-        return NotedInterruption() == 0;
+        return PendingSignal() == 0;
     }
 
     void ParserMessage(const GpxParserMessage& message) override {
@@ -81,10 +81,10 @@ std::string Advice(std::string_view message) {
 }
 
 void StopWhenInterrupted(const std::string& name) {
-    const int signal = NotedInterruption();
+    const int signal = PendingSignal();
     if (signal == 0)
         return;
-    Complain(CancelledMessage(name));
+    PrintError(CancelledMessage(name));
     throw Interruption{signal};
 }
 
@@ -117,8 +117,8 @@ void FileParser::fatalError(const xercesc::SAXParseException& exception) {
 }
 
 void FileParser::Note(const xercesc::SAXParseException& exception) {
-    if (complaint_.empty())
-        complaint_ = Describe(exception);
+    if (firstError_.empty())
+        firstError_ = Describe(exception);
 }
 
 void FileParser::ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document) {
@@ -126,7 +126,7 @@ void FileParser::ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& d
         try {
             ParseFile(file.FilePath(), document);
         } catch (const std::logic_error& failure) {
-            complaint_ = file.Presented(complaint_);
+            firstError_ = file.Presented(firstError_);
             throw std::runtime_error(file.Presented(failure.what()));
         }
     });
@@ -152,11 +152,11 @@ void FileParser::Read(const std::string& name, const icu::UnicodeString& path,
 
 void FileParser::Try(const std::string& name, const icu::UnicodeString& path,
                      const std::function<void()>& parse) {
-    const LastWords words(CancelledMessage(name));
-    const InterruptionDelay delay;
+    const FatalSignalMessage message(CancelledMessage(name));
+    const DeferredInterrupt deferred;
     ReadingObserver observer(name, path, watcher_);
     const Observed observed(*this, observer);
-    complaint_.clear();
+    firstError_.clear();
     try {
         parse();
     } catch (const std::bad_alloc&) {
@@ -167,7 +167,7 @@ void FileParser::Try(const std::string& name, const icu::UnicodeString& path,
 }
 
 std::string FileParser::WithDetails(const std::string& message, const std::string& argument) const {
-    std::string details = complaint_;
+    std::string details = firstError_;
     // Some messages do not say which file they are about. A path stands behind a colon.
     const std::size_t slash = argument.rfind('/');
     const std::string name = argument.substr(slash + 1);

@@ -16,7 +16,7 @@ namespace vexagpx {
 /// Place and text of what an XML parser complained about: "line 3, column 7: expected end of tag 'wpt'".
 std::string Describe(const xercesc::SAXParseException& exception);
 
-/// The library's reader, which remembers the first complaint of the XML parser.
+/// The library's reader, which remembers the first error of the XML parser.
 class FileParser final : public vexaTransferLib::GpxParser {
 public:
     explicit FileParser(bool isTrusted);
@@ -39,7 +39,7 @@ private:
     void Note(const xercesc::SAXParseException& exception);
     std::string WithDetails(const std::string& message, const std::string& argument) const;
 
-    std::string complaint_;
+    std::string firstError_;
     vexaTransferLib::GpxReadObserver* watcher_ = nullptr;
 };
 

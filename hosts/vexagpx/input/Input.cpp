@@ -68,6 +68,10 @@ struct StreamLimits {
 
 } // namespace
 
+std::string ShownName(const std::string& argument) {
+    return argument == kStandardInput ? "standard input" : argument;
+}
+
 InputFile::InputFile(const std::string& argument, std::uint64_t mostOfStream) : argument_(argument) {
     if (argument == kStandardInput) {
         Copy(STDIN_FILENO, kStandardInput, mostOfStream);
@@ -91,7 +95,7 @@ void InputFile::Copy(int from, const std::string& fileName, std::uint64_t mostOf
     const StreamLimits limits{mostOfStream, FreeSpace(copy.Get()) / 2};
     std::array<char, 1 << 16> buffer;
     const bool isTyped = ::isatty(from) != 0;
-    ProgressBar bar(argument_);
+    ProgressBar bar(ShownName(argument_));
     Progress progress{0, FileSize(from)};
     for (;;) {
         const long count = ReadSome(from, buffer.data(), buffer.size());

@@ -15,6 +15,9 @@ namespace vexagpx {
 
 inline constexpr char kStandardInput[] = "-";
 
+/// How messages name the file of an argument.
+std::string ShownName(const std::string& argument);
+
 /// Bytes that a stream may have, when no other limit is asked for.
 inline constexpr std::uint64_t kMostOfStream = std::uint64_t{1} << 32;
 

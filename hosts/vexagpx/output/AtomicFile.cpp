@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/output/AtomicFile.h>
 
-#include <vexagpx/process/Interruption.h>
+#include <vexagpx/process/Signals.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -46,8 +46,9 @@ mode_t ReplacementMode(const struct stat& old, const struct stat& replacement, m
     return mode;
 }
 
-AtomicFile::AtomicFile(FilePlace place, Existing existing) : place_(std::move(place)), existing_(existing) {
-    if (place_.name.empty())
+AtomicFile::AtomicFile(FileInFolder target, Existing existing)
+    : target_(std::move(target)), existing_(existing) {
+    if (target_.name.empty())
         Fail(EISDIR);
     if (const std::optional<struct stat> status = Status())
         CheckReplaceable(*status);
@@ -55,12 +56,12 @@ AtomicFile::AtomicFile(FilePlace place, Existing existing) : place_(std::move(pl
 }
 
 void AtomicFile::Fail(int error) const {
-    throw std::runtime_error("Unable to write the file: " + place_.path + " (" + ErrorText(error) + ")");
+    throw std::runtime_error("Unable to write the file: " + target_.path + " (" + ErrorText(error) + ")");
 }
 
 std::optional<struct stat> AtomicFile::Status() const {
     try {
-        return StatusAt(place_);
+        return StatusOf(target_);
     } catch (const std::system_error& error) {
         Fail(error.code().value());
     }
@@ -75,22 +76,23 @@ void AtomicFile::CheckReplaceable(const struct stat& status) const {
         Fail(ELOOP);
     if (!S_ISREG(status.st_mode))
         Fail(EEXIST);
-    if (::faccessat(place_.folder.Get(), place_.name.c_str(), W_OK, AT_EACCESS | AT_SYMLINK_NOFOLLOW) != 0)
+    if (::faccessat(target_.folder.Get(), target_.name.c_str(), W_OK, AT_EACCESS | AT_SYMLINK_NOFOLLOW) != 0)
         Fail(errno);
 }
 
 void AtomicFile::MakeTemporaryFile() {
     try {
-        Descriptor folder = Duplicate(place_.folder);
-        const SignalsHeld held;
+        Descriptor folder = Duplicate(target_.folder);
+        const SignalBlock block;
         do {
             temporaryName_ = RandomName();
-            file_ = Descriptor(::openat(place_.folder.Get(), temporaryName_.c_str(),
+            file_ = Descriptor(::openat(target_.folder.Get(), temporaryName_.c_str(),
                                         O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
         } while (!file_.IsOpen() && errno == EEXIST);
         if (!file_.IsOpen())
             Fail(errno);
-        leftover_ = std::make_unique<Leftover>(Leftover::Kind::kFile, std::move(folder), temporaryName_);
+        removal_ =
+            std::make_unique<ScopedRemoval>(ScopedRemoval::Kind::kFile, std::move(folder), temporaryName_);
     } catch (const std::system_error& error) {
         Fail(error.code().value());
     }
@@ -105,7 +107,7 @@ void AtomicFile::Commit() {
     SetMode();
     if (!file_.Close() || !Rename())
         Fail(errno);
-    leftover_->Keep();
+    removal_->Keep();
 }
 
 void AtomicFile::SetMode() const {
@@ -121,9 +123,9 @@ void AtomicFile::SetMode() const {
 }
 
 bool AtomicFile::Rename() const {
-    const int folder = place_.folder.Get();
+    const int folder = target_.folder.Get();
     const char* const from = temporaryName_.c_str();
-    const char* const to = place_.name.c_str();
+    const char* const to = target_.name.c_str();
     if (existing_ == Existing::kReplaced)
         return ::renameat(folder, from, folder, to) == 0;
     if (::renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0)

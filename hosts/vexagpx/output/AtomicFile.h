@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexagpx/output/FilePlace.h>
-#include <vexagpx/process/TemporaryFolder.h>
+#include <vexagpx/output/FileInFolder.h>
+#include <vexagpx/process/ScopedRemoval.h>
 
 #include <memory>
 #include <string>
@@ -26,14 +26,14 @@ class AtomicFile {
 public:
     enum class Existing { kReplaced, kKept };
 
-    /// \param existing kKept makes it an error that there is something at the place
+    /// \param existing kKept makes it an error that there is something with this name
     /// \throws std::runtime_error
-    AtomicFile(FilePlace place, Existing existing);
+    AtomicFile(FileInFolder target, Existing existing);
 
     /// \throws std::runtime_error
     void Write(std::string_view bytes);
 
-    /// Puts the file into its place. Without this it is removed.
+    /// Gives the file its name. Without this it is removed.
     /// \throws std::runtime_error
     void Commit();
 
@@ -45,11 +45,11 @@ private:
     void SetMode() const;
     bool Rename() const;
 
-    FilePlace place_;
+    FileInFolder target_;
     Existing existing_;
     std::string temporaryName_;
     Descriptor file_;
-    std::unique_ptr<Leftover> leftover_;
+    std::unique_ptr<ScopedRemoval> removal_;
 };
 
 } // namespace vexagpx

@@ -19,7 +19,7 @@ namespace vexagpx {
 namespace {
 
 // Atomic, because a signal handler reads them.
-std::atomic<int> complaintDescriptor{STDERR_FILENO};
+std::atomic<int> errorDescriptor{STDERR_FILENO};
 std::atomic<bool> statusShown{false};
 
 std::string WithoutControls(const std::string& message) {
@@ -34,47 +34,47 @@ std::string WithoutControls(const std::string& message) {
 
 } // namespace
 
-void Complain(const std::string& message) {
+void PrintError(const std::string& message) {
     ClearStatus();
     // There is nowhere left to tell that this failed.
-    static_cast<void>(WriteAll(complaintDescriptor, ComplaintLine(message)));
+    static_cast<void>(WriteAll(errorDescriptor, ErrorLine(message)));
 }
 
-std::string ComplaintLine(const std::string& message) {
+std::string ErrorLine(const std::string& message) {
     return "vexagpx: " + WithoutControls(message) + '\n';
 }
 
-bool Told(const std::string& about, const std::function<bool()>& work) {
+bool RunReportingErrors(const std::string& about, const std::function<bool()>& work) {
     try {
         return work();
     } catch (const OutputError&) {
         throw;
     } catch (const std::bad_alloc&) {
-        Complain("Out of memory. (" + about + ")");
+        PrintError("Out of memory. (" + about + ")");
     } catch (const std::exception& failure) {
-        Complain(failure.what());
+        PrintError(failure.what());
     }
     return false;
 }
 
-void SetComplaintDescriptor(int fd) {
-    complaintDescriptor = fd;
+void SetErrorDescriptor(int fd) {
+    errorDescriptor = fd;
 }
 
-int ComplaintDescriptor() {
-    return complaintDescriptor;
+int ErrorDescriptor() {
+    return errorDescriptor;
 }
 
 void ShowStatus(const std::string& line) {
     // First, so that a signal does not find a status that it knows nothing of.
     statusShown = true;
-    static_cast<void>(WriteAll(complaintDescriptor, '\r' + line + "\x1B[K"));
+    static_cast<void>(WriteAll(errorDescriptor, '\r' + line + "\x1B[K"));
 }
 
 void ClearStatus() {
     if (!statusShown)
         return;
-    static_cast<void>(WriteAll(complaintDescriptor, "\r\x1B[K"));
+    static_cast<void>(WriteAll(errorDescriptor, "\r\x1B[K"));
     statusShown = false;
 }
 

@@ -117,7 +117,7 @@ ReportFilter::ReportFilter(Descriptor log) : original_(::fcntl(STDERR_FILENO, F_
         ::close(STDERR_FILENO);
         CopyUntilEnd(readEnd.Get(), original_.Get(), log.Get());
     }
-    SetComplaintDescriptor(original_.Get());
+    SetErrorDescriptor(original_.Get());
     ::dup2(writeEnd.Get(), STDERR_FILENO);
 }
 
@@ -130,7 +130,7 @@ bool ReportFilter::Finish() {
         return true;
     // Standard error goes on to exist: sanitizers and the like speak after main() has ended.
     ::dup2(original_.Get(), STDERR_FILENO);
-    SetComplaintDescriptor(STDERR_FILENO);
+    SetErrorDescriptor(STDERR_FILENO);
     int status = 0;
     pid_t ended;
     do

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/terminal/ProgressBar.h>
 
-#include <vexagpx/input/Input.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/terminal/DisplayText.h>
 
@@ -91,8 +90,8 @@ bool ProgressPace::IsDue(Time now) {
 }
 
 ProgressBar::ProgressBar(const std::string& name)
-    : name_(Printable(icu::UnicodeString::fromUTF8(name == kStandardInput ? "standard input" : name))),
-      wanted_(!hidden && CanShow(ComplaintDescriptor())), pace_(std::chrono::steady_clock::now()) {}
+    : name_(Printable(icu::UnicodeString::fromUTF8(name))), wanted_(!hidden && CanShow(ErrorDescriptor())),
+      pace_(std::chrono::steady_clock::now()) {}
 
 ProgressBar::~ProgressBar() {
     ClearStatus();
@@ -101,7 +100,7 @@ ProgressBar::~ProgressBar() {
 void ProgressBar::Update(const Progress& progress) {
     if (!wanted_ || !pace_.IsDue(std::chrono::steady_clock::now()))
         return;
-    const int terminal = ComplaintDescriptor();
+    const int terminal = ErrorDescriptor();
     if (!IsInForeground(terminal))
         return;
     std::string line;

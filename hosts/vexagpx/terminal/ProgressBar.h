@@ -37,6 +37,7 @@ private:
 /// when this goes.
 class ProgressBar {
 public:
+    /// \param name shown before the bar
     explicit ProgressBar(const std::string& name);
     ~ProgressBar();
     ProgressBar(const ProgressBar&) = delete;

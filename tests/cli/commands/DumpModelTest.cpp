@@ -156,7 +156,7 @@ NamedTexts RawTextsOf(const GpxDocument& document, const char16_t* version) {
     const GpxVersion written{icu::UnicodeString(version)};
     std::vector<icu::UnicodeString> texts;
     vexagpx::FindRawText(document, written,
-                         [&texts](const icu::UnicodeString& text, vexagpx::RawText::Place) {
+                         [&texts](const icu::UnicodeString& text, vexagpx::RawText::Context) {
                              texts.push_back(text);
                              return false;
                          });
@@ -164,7 +164,7 @@ NamedTexts RawTextsOf(const GpxDocument& document, const char16_t* version) {
     for (const icu::UnicodeString& wanted : texts) {
         const auto found = vexagpx::FindRawText(
             document, written,
-            [&wanted](const icu::UnicodeString& text, vexagpx::RawText::Place) { return text == wanted; });
+            [&wanted](const icu::UnicodeString& text, vexagpx::RawText::Context) { return text == wanted; });
         named.emplace_back(found->field, found->text);
     }
     return named;
@@ -204,13 +204,13 @@ TEST(RawTextTest, OnlyTheFirstThatIsWantedIsFound) {
     int looks = 0;
     const auto found =
         vexagpx::FindRawText(DocumentWithRawTexts(), GpxVersion(u"1.1"),
-                             [&looks](const icu::UnicodeString&, vexagpx::RawText::Place place) {
+                             [&looks](const icu::UnicodeString&, vexagpx::RawText::Context context) {
                                  ++looks;
-                                 return place == vexagpx::RawText::Place::kAttribute;
+                                 return context == vexagpx::RawText::Context::kAttribute;
                              });
     ASSERT_TRUE(found);
     EXPECT_EQ(found->field, "form key of waypoint 2");
-    EXPECT_EQ(found->place, vexagpx::RawText::Place::kAttribute);
+    EXPECT_EQ(found->context, vexagpx::RawText::Context::kAttribute);
     EXPECT_EQ(looks, 6);
 }
 

@@ -237,14 +237,14 @@ TEST(ArchiveInputTest, ADamagedDirectoryIsToldAfterWhatStandsBefore) {
     EXPECT_TRUE(Failed(RunTool({"convert", "a.zip", "out"}, folder.Path()), "damaged"));
 }
 
-TEST(ArchiveInputTest, NamesThatCannotBeReadWholeArePassedOverWithANote) {
+TEST(ArchiveInputTest, NamesThatCannotBeReadWholeAreSkippedWithANote) {
     const Folder folder;
     folder.Write("a.zip",
                  BuildZip({GpxEntry(std::string(1100, 'n') + ".gpx", "long"), GpxEntry("2.gpx", "2")}));
     const Result dump = RunTool({"dump", "a.zip"}, folder.Path());
     EXPECT_EQ(dump.status, 0);
     EXPECT_EQ(dump.err,
-              "vexagpx: Note: an entry is passed over, for its name cannot be read whole. (a.zip)\n");
+              "vexagpx: Note: an entry is skipped because its name cannot be read whole. (a.zip)\n");
     EXPECT_THAT(Members(dump.out, kWaypointName), ElementsAre("2"));
 }
 
@@ -256,7 +256,7 @@ TEST(ArchiveInputTest, ConvertDoesNotReplaceItsArchive) {
     EXPECT_EQ(ReadFile(folder.File("a.zip")), archive);
 }
 
-TEST(ArchiveInputTest, WhatIsSaidToBePassedOverIsPassedOver) {
+TEST(ArchiveInputTest, WhatIsSaidToBeSkippedIsSkipped) {
     const Folder folder;
     folder.Write("a.zip",
                  BuildZip({GpxEntry(std::string(1019, 'n') + ".gpx.txt", "cut after .gpx"),

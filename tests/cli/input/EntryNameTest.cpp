@@ -113,7 +113,7 @@ TEST(EntryNameTest, ThePathOfANameIsItsParts) {
          {"Größe", "x"}},
     };
     for (const auto& [stored, parts] : rows)
-        EXPECT_EQ(PathBelow(stored), parts) << stored;
+        EXPECT_EQ(SplitEntryName(stored), parts) << stored;
 }
 
 TEST(EntryNameTest, NamesThatCouldLeadElsewhereAreRefused) {
@@ -137,7 +137,7 @@ TEST(EntryNameTest, NamesThatCouldLeadElsewhereAreRefused) {
                                    "c:\\a",
                                    "Z:/a",
                                    "../\x94"})
-        EXPECT_THROW(PathBelow(name), std::runtime_error) << name;
+        EXPECT_THROW(SplitEntryName(name), std::runtime_error) << name;
 }
 
 TEST(EntryNameTest, GpxIsTheEndOfTheName) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/output/AtomicFile.h>
 
+#include <vexagpx/process/Signals.h>
+
 #include "support/ResourceLimit.h"
 #include "support/Tool.h"
 #include "support/Umask.h"
@@ -29,7 +31,7 @@ using testing::ElementsAre;
 constexpr auto kReplaced = AtomicFile::Existing::kReplaced;
 constexpr auto kKept = AtomicFile::Existing::kKept;
 
-FilePlace PlaceIn(const std::string& folder, const std::string& name) {
+FileInFolder FileIn(const std::string& folder, const std::string& name) {
     return {OpenFolder(folder), name, "shown/" + name};
 }
 
@@ -56,7 +58,7 @@ std::string MessageOf(Action action) {
 
 TEST(AtomicFileTest, IsThereWithItsContentOnlyAfterTheCommit) {
     const Folder folder;
-    AtomicFile file(PlaceIn(folder.Path(), "a"), kKept);
+    AtomicFile file(FileIn(folder.Path(), "a"), kKept);
     file.Write("one ");
     file.Write("two");
     ASSERT_EQ(folder.Names().size(), 1U);
@@ -72,7 +74,7 @@ TEST(AtomicFileTest, LeavesNothingWithoutACommit) {
     const Folder folder;
     folder.Write("old", "as it was");
     for (const char* name : {"old", "new"})
-        AtomicFile(PlaceIn(folder.Path(), name), kReplaced).Write("bytes");
+        AtomicFile(FileIn(folder.Path(), name), kReplaced).Write("bytes");
     EXPECT_THAT(folder.Names(), ElementsAre("old"));
     EXPECT_EQ(ReadFile(folder.File("old")), "as it was");
 }
@@ -94,10 +96,10 @@ TEST(AtomicFileTest, RefusesWhatIsNoFileToReplace) {
     };
     const std::vector<std::string> before = folder.Tree();
     for (const auto& [name, reason] : rows)
-        EXPECT_EQ(MessageOf([&, name = name] { AtomicFile(PlaceIn(folder.Path(), name), kReplaced); }),
+        EXPECT_EQ(MessageOf([&, name = name] { AtomicFile(FileIn(folder.Path(), name), kReplaced); }),
                   "Unable to write the file: shown/" + name + " (" + reason + ")");
     for (const char* name : {"file", "folder", "link", "dangling", "pipe"})
-        EXPECT_EQ(MessageOf([&] { AtomicFile(PlaceIn(folder.Path(), name), kKept); }),
+        EXPECT_EQ(MessageOf([&] { AtomicFile(FileIn(folder.Path(), name), kKept); }),
                   "Unable to write the file: shown/" + std::string(name) + " (File exists)");
     EXPECT_EQ(folder.Tree(), before);
     EXPECT_EQ(ReadFile(folder.File("file")), "as it was");
@@ -105,7 +107,7 @@ TEST(AtomicFileTest, RefusesWhatIsNoFileToReplace) {
 
 TEST(AtomicFileTest, WhatComesIntoItsPlaceMeanwhileIsKeptWhenFilesAreKept) {
     const Folder folder;
-    AtomicFile file(PlaceIn(folder.Path(), "a"), kKept);
+    AtomicFile file(FileIn(folder.Path(), "a"), kKept);
     file.Write("new");
     folder.Write("a", "a stranger's");
     EXPECT_EQ(MessageOf([&] { file.Commit(); }), "Unable to write the file: shown/a (File exists)");
@@ -115,7 +117,7 @@ TEST(AtomicFileTest, WhatComesIntoItsPlaceMeanwhileIsKeptWhenFilesAreKept) {
 TEST(AtomicFileTest, ALinkThatComesIntoItsPlaceMeanwhileIsReplacedAndNotFollowed) {
     const Folder folder;
     folder.Write("elsewhere", "as it was");
-    AtomicFile file(PlaceIn(folder.Path(), "a"), kReplaced);
+    AtomicFile file(FileIn(folder.Path(), "a"), kReplaced);
     file.Write("new");
     fs::create_symlink("elsewhere", folder.File("a"));
     file.Commit();
@@ -139,14 +141,14 @@ struct Swappable {
         fs::create_directory(folder.File("elsewhere"));
     }
 
-    FilePlace Place() const { return PlaceIn(folder.File("sub"), "a"); }
+    FileInFolder Place() const { return FileIn(folder.File("sub"), "a"); }
 };
 
 TEST(AtomicFileTest, StaysInItsFolderWhenALinkTakesThePlaceOfThatFolder) {
     // Before the file is begun, while it is written, or before it is committed.
     for (int step = 0; step < 3; ++step) {
         const Swappable places;
-        FilePlace place = places.Place();
+        FileInFolder place = places.Place();
         if (step == 0)
             SwapForLink(places.folder);
         AtomicFile file(std::move(place), kReplaced);
@@ -199,7 +201,7 @@ TEST(AtomicFileTest, HoldsNoDescriptorAfterwards) {
     };
     const auto before = CountDescriptors();
     for (int i = 0; i < 50; ++i) {
-        AtomicFile file(PlaceIn(folder.Path(), "a"), kReplaced);
+        AtomicFile file(FileIn(folder.Path(), "a"), kReplaced);
         if (i % 2 == 0)
             file.Commit();
     }
