@@ -2,12 +2,12 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include <vexaTransferLib/CleanText.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/DocumentReader.h>
 #include <vexaTransferLib/reader/DomNode.h>
 #include <vexaTransferLib/reader/EventParser.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 #include <vexaTransferLib/reader/InputLimiter.h>
 #include <vexaTransferLib/reader/LimitedParser.h>
 #include <vexaTransferLib/reader/LinkReader.h>

@@ -5,7 +5,7 @@
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/MetaDataJson.h>
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <array>
 #include <string_view>

@@ -3,7 +3,7 @@
 
 #include "support/ContractChecks.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <exception>
 #include <typeinfo>
