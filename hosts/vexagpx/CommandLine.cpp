@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/CommandLine.h>
 
-#include <vexagpx/Check.h>
-#include <vexagpx/Clean.h>
-#include <vexagpx/Dump.h>
-#include <vexagpx/Info.h>
-#include <vexagpx/Messages.h>
-#include <vexagpx/Show.h>
-#include <vexagpx/Zip.h>
+#include <vexagpx/commands/Check.h>
+#include <vexagpx/commands/Clean.h>
+#include <vexagpx/commands/Dump.h>
+#include <vexagpx/commands/Info.h>
+#include <vexagpx/commands/Show.h>
+#include <vexagpx/commands/Zip.h>
+#include <vexagpx/process/Messages.h>
 
 #include <CLI/CLI.hpp>
 
@@ -36,7 +36,7 @@ constexpr char kCheckExamples[] =
     "Examples:\n"
     "  vexagpx check walk.gpx\n"
     "  vexagpx check --all walk.gpx | less\n"
-    "  vexagpx check --json *.gpx > receipts.jsonl\n";
+    "  vexagpx check --json *.gpx > reports.jsonl\n";
 constexpr char kConvertExamples[] =
     "Examples:\n"
     "  vexagpx convert old.gpx new.gpx\n"
@@ -387,8 +387,8 @@ std::optional<int> ParseArguments(int argc, char** argv, Request& request, Outpu
     } catch (const CLI::CallForVersion& version) {
         out.Write(std::string(version.what()) + "\n");
     } catch (const CLI::ParseError& error) {
-        Complain(error.what());
-        Complain("Run with --help for more information.");
+        PrintError(error.what());
+        PrintError("Run with --help for more information.");
         return kUsage;
     }
     out.Close();

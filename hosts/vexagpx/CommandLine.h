@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexagpx/Convert.h>
-#include <vexagpx/InputRules.h>
-#include <vexagpx/Output.h>
+#include <vexagpx/commands/Convert.h>
+#include <vexagpx/input/InputRules.h>
+#include <vexagpx/process/Output.h>
 
 #include <functional>
 #include <optional>

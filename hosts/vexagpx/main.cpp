@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/CommandLine.h>
-#include <vexagpx/Interruption.h>
-#include <vexagpx/Messages.h>
-#include <vexagpx/Posix.h>
-#include <vexagpx/ProgressBar.h>
-#include <vexagpx/ReportFilter.h>
+#include <vexagpx/process/Messages.h>
+#include <vexagpx/process/Posix.h>
+#include <vexagpx/process/ReportFilter.h>
+#include <vexagpx/process/Signals.h>
+#include <vexagpx/terminal/ProgressBar.h>
 
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -22,8 +22,8 @@
 
 namespace {
 
-using vexagpx::Complain;
 using vexagpx::Output;
+using vexagpx::PrintError;
 
 /// The XML library's global state, which must outlive every parser.
 class XercesPlatform {
@@ -57,7 +57,7 @@ int Run(const vexagpx::Request& request, Output& out) {
     }
     out.Close();
     if (!filter.Finish()) {
-        Complain("Unable to write the debug log: " + request.debugLog);
+        PrintError("Unable to write the debug log: " + request.debugLog);
         fine = false;
     }
     return fine ? vexagpx::kFine : vexagpx::kFailed;
@@ -77,13 +77,13 @@ int main(int argc, char** argv) {
         const std::optional<int> status = vexagpx::ParseArguments(argc, argv, request, out);
         return status ? *status : Run(request, out);
     } catch (const std::exception& failure) {
-        Complain(failure.what());
+        PrintError(failure.what());
     } catch (const vexagpx::Interruption& interruption) {
-        vexagpx::EndBy(interruption);
+        vexagpx::RaiseDefault(interruption);
     } catch (const xercesc::XMLException&) {
-        Complain("The XML library could not be started.");
+        PrintError("The XML library could not be started.");
     } catch (const xercesc::OutOfMemoryException&) {
-        Complain("Out of memory.");
+        PrintError("Out of memory.");
     }
     return vexagpx::kFailed;
 }

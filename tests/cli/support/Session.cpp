@@ -108,7 +108,7 @@ Session& Session::Start() {
     struct winsize size {};
     size.ws_row = 24;
     size.ws_col = columns_;
-    const SignalsHeld held;
+    const SignalBlock block;
     child_ = ::forkpty(&terminal_, nullptr, nullptr, &size);
     if (child_ < 0)
         throw std::runtime_error("cannot make a terminal");

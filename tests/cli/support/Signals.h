@@ -7,16 +7,16 @@ namespace cli {
 
 /// Holds all signals back while it lives, so that a child which is started meanwhile takes none before it has set
 /// what to do with them.
-class SignalsHeld {
+class SignalBlock {
 public:
-    SignalsHeld() {
+    SignalBlock() {
         sigset_t all;
         ::sigfillset(&all);
         ::sigprocmask(SIG_SETMASK, &all, &before_);
     }
-    ~SignalsHeld() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
-    SignalsHeld(const SignalsHeld&) = delete;
-    SignalsHeld& operator=(const SignalsHeld&) = delete;
+    ~SignalBlock() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
+    SignalBlock(const SignalBlock&) = delete;
+    SignalBlock& operator=(const SignalBlock&) = delete;
 
 private:
     sigset_t before_;

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/commands/Convert.h>
+
+#include <vexagpx/commands/IllFormedField.h>
+#include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/input/XmlCheck.h>
+#include <vexagpx/output/Destination.h>
+#include <vexagpx/output/ExtractionPaths.h>
+#include <vexagpx/process/Messages.h>
+#include <vexagpx/terminal/ShellText.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+
+namespace vexagpx {
+
+using namespace vexaTransferLib;
+
+namespace {
+
+icu::UnicodeString FromUtf8(const std::string& text) {
+    return icu::UnicodeString::fromUTF8(text);
+}
+
+/// Writes one document as the request says.
+/// \param source what the document was read from
+/// \throws std::runtime_error when the result is no GPX file, or none that says what the document says
+void WriteResult(const ConvertRequest& request, const GpxDocument& document, const std::string& source,
+                 Destination& destination, Output& standardOutput) {
+    const GpxVersion version(FromUtf8(request.version));
+    const icu::UnicodeString name = FromUtf8(request.applicationName);
+    const icu::UnicodeString url = FromUtf8(request.applicationUrl);
+    const UnicodeStrUtils::ByteString bytes = document.GetAsByteString(version, name, url);
+    const std::string_view xml(bytes.buffer.get(), bytes.length);
+    if (const std::optional<std::string> error = FindXmlError(xml))
+        throw std::runtime_error("The result would not be well-formed XML because of the " +
+                                 FindIllFormedField(document, version, name, url, xml) + ". " +
+                                 destination.Path() + " was not written. (" + *error + ")");
+    if (const std::optional<std::string> field = FindChangedText(document, version))
+        throw std::runtime_error("The result would not say what the input says: the " + *field +
+                                 " is written without escapes and would be read as something else. " +
+                                 destination.Path() + " was not written. (" + source + ")");
+    destination.Commit(xml, standardOutput);
+}
+
+void NoteGpx10(const ConvertRequest& request) {
+    if (request.version == "1.0")
+        PrintError("Note: from a GPX 1.0 file that it wrote, as " + request.out +
+                   ", this library reads no points.");
+}
+
+std::size_t CountGpxEntries(const InputFile& file, const ArchiveLimits& limits) {
+    Archive archive(file, limits);
+    std::size_t count = 0;
+    while (archive.Next())
+        count += archive.IsGpx() ? 1 : 0;
+    return count;
+}
+
+bool IsSameFile(const std::string& path, const std::string& other) {
+    std::error_code error;
+    return std::filesystem::equivalent(path, other, error);
+}
+
+/// Counts what the documents do not hold of the files that they were read from.
+class LossCount final : public GpxReadObserver {
+public:
+    void Skipped(const GpxSkippedElement&) override { ++ofDocument_; }
+
+    void BeginDocument() { ofDocument_ = 0; }
+    /// The document has been written.
+    void EndDocument() { inAll_ += ofDocument_; }
+    std::uint64_t InAll() const { return inAll_; }
+
+private:
+    std::uint64_t ofDocument_ = 0;
+    std::uint64_t inAll_ = 0;
+};
+
+void NoteLosses(const ConvertRequest& request, std::uint64_t count, bool isStream) {
+    if (count == 0)
+        return;
+    const bool isOne = count == 1;
+    const std::string note = "Note: " + std::to_string(count) + (isOne ? " thing in " : " things in ") +
+                             ShownName(request.in) + (isOne ? " was" : " were") + " not carried over";
+    const std::string command = "\"vexagpx check " + ShellText(request.in) + "\"";
+    const std::string lists = isOne ? "lists it." : "lists them.";
+    if (IsSameFile(request.in, request.out))
+        PrintError(note + ", and the file that held " + (isOne ? "it" : "them") + " was replaced.");
+    else if (isStream)
+        PrintError(note + "; " + command + " with the same input " + lists);
+    else
+        PrintError(note + "; " + command + ' ' + lists);
+}
+
+class Converter {
+public:
+    Converter(const ConvertRequest& request, Output& standardOutput)
+        : request_(request), standardOutput_(standardOutput), parser_(request.rules.isTrusted) {
+        parser_.Watch(&losses_);
+    }
+
+    bool Run() {
+        const InputFile file = OpenDocument(request_.in, request_.rules.archives);
+        isStream_ = file.IsCopy();
+        return IsArchive(file) ? ConvertArchive(file) : ConvertFile(file);
+    }
+
+    void NoteLosses() const { vexagpx::NoteLosses(request_, losses_.InAll(), isStream_); }
+
+private:
+    bool ConvertFile(const InputFile& file);
+    bool ConvertArchive(const InputFile& file);
+    void Write(const GpxDocument& document, const std::string& source, Destination destination);
+
+    const ConvertRequest& request_;
+    Output& standardOutput_;
+    FileParser parser_;
+    LossCount losses_;
+    bool isStream_ = false;
+};
+
+bool Converter::ConvertFile(const InputFile& file) {
+    GpxDocument document;
+    losses_.BeginDocument();
+    parser_.ReadFile(file, document);
+    Write(document, ShownName(request_.in), Destination(request_.out));
+    return true;
+}
+
+bool Converter::ConvertArchive(const InputFile& file) {
+    const std::size_t count = CountGpxEntries(file, request_.rules.archives);
+    const bool intoFolder = count != 1;
+    if (count > 1 && request_.out == kStandardOutput)
+        throw std::runtime_error("Standard output takes one GPX file, and the archive holds more. (" +
+                                 request_.in + ")");
+    if (!intoFolder && IsSameFile(request_.out, file.FilePath()))
+        throw std::runtime_error("The result would replace the archive. (" + request_.in + ")");
+    ExtractionPaths paths(request_.out);
+    return ForEachGpxEntry(file, request_.rules.archives, [&](Archive& archive) {
+        GpxDocument document;
+        losses_.BeginDocument();
+        ReadEntry(parser_, archive, request_.in, document);
+        Write(document, ShownName(request_.in) + "/" + archive.Name(),
+              intoFolder ? Destination(paths.FileFor(archive)) : Destination(request_.out));
+    });
+}
+
+void Converter::Write(const GpxDocument& document, const std::string& source, Destination destination) {
+    WriteResult(request_, document, source, destination, standardOutput_);
+    losses_.EndDocument();
+}
+
+} // namespace
+
+bool Convert(const ConvertRequest& request, Output& standardOutput) {
+    Converter converter(request, standardOutput);
+    const bool fine = RunReportingErrors(request.in, [&] { return converter.Run(); });
+    if (fine)
+        NoteGpx10(request);
+    converter.NoteLosses();
+    return fine;
+}
+
+} // namespace vexagpx

@@ -1,0 +1,235 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/commands/Show.h>
+
+#include <vexagpx/commands/Dump.h>
+#include <vexagpx/commands/PathStatistics.h>
+#include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/terminal/DisplayText.h>
+#include <vexagpx/terminal/Table.h>
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace vexagpx {
+
+using namespace vexaTransferLib;
+
+namespace {
+
+constexpr std::size_t kRowLimit = 20;
+
+icu::UnicodeString Text(std::size_t number) {
+    return icu::UnicodeString::fromUTF8(std::to_string(number));
+}
+
+/// "1 point", "2 points".
+icu::UnicodeString Count(std::size_t number, const char16_t* noun) {
+    icu::UnicodeString text = Text(number) + u' ' + noun;
+    return number == 1 ? text : text + u's';
+}
+
+template <class Owner>
+icu::UnicodeString Get(const Owner& owner, bool (Owner::*get)(icu::UnicodeString&) const) {
+    icu::UnicodeString text;
+    (owner.*get)(text);
+    return text;
+}
+
+/// "2009-01-15T10:20:30Z to 2009-01-15T12:00:00Z, 1 h 39 min"; empty when there are no times.
+icu::UnicodeString SpanText(const TimeSpan& span) {
+    if (span.IsEmpty())
+        return {};
+    if (span.First() == span.Last())
+        return TimeText(span.First());
+    return TimeText(span.First()) + u" to " + TimeText(span.Last()) + u", " +
+           DurationText(span.Last() - span.First());
+}
+
+/// Collects the lines of one document in one pass over its points.
+class Summary {
+public:
+    Summary(const GpxDocument& document, bool all) : rowLimit_(all ? kNoLimit : kRowLimit) {
+        TakeWaypoints(document);
+        TakeRoutes(document);
+        TakeTracks(document);
+    }
+
+    void Write(const GpxDocument& document, Output& out);
+
+private:
+    static constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+
+    void TakeWaypoints(const GpxDocument& document);
+    void TakeGeocache(const GpxPoint& waypoint, const GpxGroundspeakCache& cache);
+    void TakeRoutes(const GpxDocument& document);
+    void TakeTracks(const GpxDocument& document);
+
+    void WriteHead(const GpxDocument& document, Output& out) const;
+    void WriteBounds(Output& out) const;
+    void WriteTable(const char16_t* title, std::size_t count, Table& table, Output& out) const;
+
+    std::size_t rowLimit_;
+    Bounds bounds_;
+    std::size_t waypointCount_ = 0;
+    std::size_t geocacheCount_ = 0;
+    std::size_t routeCount_ = 0;
+    std::size_t routePointCount_ = 0;
+    std::size_t trackCount_ = 0;
+    std::size_t segmentCount_ = 0;
+    std::size_t trackPointCount_ = 0;
+    Table waypoints_{{{u"#", Column::Kind::kNumber},
+                      {u"Name", Column::Kind::kFlexible},
+                      {u"Latitude", Column::Kind::kNumber},
+                      {u"Longitude", Column::Kind::kNumber},
+                      {u"Elevation", Column::Kind::kNumber},
+                      {u"Time", Column::Kind::kText}}};
+    Table geocaches_{{{u"#", Column::Kind::kNumber},
+                      {u"Code", Column::Kind::kText},
+                      {u"Name", Column::Kind::kFlexible},
+                      {u"Type", Column::Kind::kText},
+                      {u"Size", Column::Kind::kText},
+                      {u"D/T", Column::Kind::kText}}};
+    Table routes_{{{u"#", Column::Kind::kNumber},
+                   {u"Name", Column::Kind::kFlexible},
+                   {u"Points", Column::Kind::kNumber},
+                   {u"Length", Column::Kind::kNumber}}};
+    Table tracks_{{{u"#", Column::Kind::kNumber},
+                   {u"Name", Column::Kind::kFlexible},
+                   {u"Segments", Column::Kind::kNumber},
+                   {u"Points", Column::Kind::kNumber},
+                   {u"Length", Column::Kind::kNumber}}};
+};
+
+void Summary::TakeWaypoints(const GpxDocument& document) {
+    for (auto point = document.GetWaypointIter(); point != document.GetWaypointEndIter(); ++point) {
+        double latitude;
+        double longitude;
+        point->GetPoint(latitude, longitude);
+        bounds_.Add(latitude, longitude);
+        if (++waypointCount_ <= rowLimit_) {
+            double elevation = 0.0;
+            double time = 0.0;
+            waypoints_.AddRow({Text(waypointCount_), Get(*point, &GpxPoint::GetName), DegreesText(latitude),
+                               DegreesText(longitude),
+                               point->GetElevation(elevation) ? HeightText(elevation) : icu::UnicodeString(),
+                               point->GetTime(time) ? TimeText(time) : icu::UnicodeString()});
+        }
+        GpxGroundspeakCache cache;
+        if (point->GetGroundspeakCache(cache))
+            TakeGeocache(*point, cache);
+    }
+}
+
+void Summary::TakeGeocache(const GpxPoint& waypoint, const GpxGroundspeakCache& cache) {
+    if (++geocacheCount_ > rowLimit_)
+        return;
+    const auto OrDash = [](const icu::UnicodeString& text) {
+        return text.isEmpty() ? icu::UnicodeString(u'-') : text;
+    };
+    icu::UnicodeString rating;
+    if (!cache.difficulty.isEmpty() || !cache.terrain.isEmpty())
+        rating = OrDash(cache.difficulty) + u'/' + OrDash(cache.terrain);
+    geocaches_.AddRow({Text(geocacheCount_), Get(waypoint, &GpxPoint::GetName), cache.name, cache.type,
+                       cache.container, rating});
+}
+
+void Summary::TakeRoutes(const GpxDocument& document) {
+    for (auto route = document.GetRouteIter(); route != document.GetRouteEndIter(); ++route) {
+        PathStatistics path(bounds_);
+        for (auto point = route->GetPointIter(); point != route->GetPointEndIter(); ++point)
+            path.Add(*point);
+        routePointCount_ += path.Points();
+        if (++routeCount_ <= rowLimit_)
+            routes_.AddRow({Text(routeCount_), Get(*route, &GpxRoute::GetName), Text(path.Points()),
+                            LengthText(path.Metres())},
+                           SpanText(path.Times()));
+    }
+}
+
+void Summary::TakeTracks(const GpxDocument& document) {
+    for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
+        PathStatistics path(bounds_);
+        for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment) {
+            path.Break();
+            for (auto point = track->GetPointIter(segment); point != track->GetPointEndIter(segment); ++point)
+                path.Add(*point);
+        }
+        segmentCount_ += track->GetSegmentCount();
+        trackPointCount_ += path.Points();
+        if (++trackCount_ <= rowLimit_)
+            tracks_.AddRow({Text(trackCount_), Get(*track, &GpxTrack::GetName),
+                            Text(track->GetSegmentCount()), Text(path.Points()), LengthText(path.Metres())},
+                           SpanText(path.Times()));
+    }
+}
+
+void Summary::Write(const GpxDocument& document, Output& out) {
+    WriteHead(document, out);
+    WriteTable(u"Waypoints", waypointCount_, waypoints_, out);
+    WriteTable(u"Geocaches", geocacheCount_, geocaches_, out);
+    WriteTable(u"Routes", routeCount_, routes_, out);
+    WriteTable(u"Tracks", trackCount_, tracks_, out);
+}
+
+void Summary::WriteHead(const GpxDocument& document, Output& out) const {
+    WriteLine(out, u"  Name       " + Printable(DocumentName(document)));
+    double time = 0.0;
+    if (document.GetDocumentTime(time))
+        WriteLine(out, u"  Time       " + TimeText(time));
+    icu::UnicodeString geocaches;
+    if (geocacheCount_ > 0)
+        geocaches = u" (" + Count(geocacheCount_, u"geocache") + u')';
+    WriteLine(out, u"  Waypoints  " + Text(waypointCount_) + geocaches);
+    icu::UnicodeString points;
+    if (routeCount_ > 0)
+        points = u" (" + Count(routePointCount_, u"point") + u')';
+    WriteLine(out, u"  Routes     " + Text(routeCount_) + points);
+    points.remove();
+    if (trackCount_ > 0)
+        points = u" (" + Count(segmentCount_, u"segment") + u", " + Count(trackPointCount_, u"point") + u')';
+    WriteLine(out, u"  Tracks     " + Text(trackCount_) + points);
+    WriteBounds(out);
+    if (waypointCount_ + routeCount_ + trackCount_ == 0)
+        WriteLine(out, u"  It holds no waypoint, route or track in the GPX namespace of its version.");
+}
+
+void Summary::WriteBounds(Output& out) const {
+    if (bounds_.IsEmpty())
+        return;
+    WriteLine(out, u"  Bounds     latitude " + DegreesText(bounds_.South()) + u" to " +
+                       DegreesText(bounds_.North()));
+    WriteLine(out, u"             longitude " + DegreesText(bounds_.West()) + u" to " +
+                       DegreesText(bounds_.East()) +
+                       (bounds_.West() > bounds_.East() ? u" (across the 180th meridian)" : u""));
+}
+
+void Summary::WriteTable(const char16_t* title, std::size_t count, Table& table, Output& out) const {
+    if (count == 0)
+        return;
+    out.Write("\n");
+    WriteLine(out, title);
+    table.Write(out);
+    if (count > rowLimit_)
+        WriteLine(out, u"  \u2026 and " + Text(count - rowLimit_) + u" more (--all lists them)");
+}
+
+} // namespace
+
+void ShowDocument(const GpxDocument& document, const std::string& heading, bool all, Output& out) {
+    WriteLine(out, FittedAtEnd(Printable(icu::UnicodeString::fromUTF8(heading)), kLineWidth));
+    Summary(document, all).Write(document, out);
+}
+
+bool Show(const std::vector<std::string>& files, bool all, const InputRules& rules, Output& out) {
+    bool first = true;
+    return ReadDocuments(files, rules, [&](const DocumentSource& source, const GpxDocument& document) {
+        if (!first)
+            out.Write("\n");
+        first = false;
+        ShowDocument(document, source.Text(), all, out);
+        out.Flush();
+    });
+}
+
+} // namespace vexagpx

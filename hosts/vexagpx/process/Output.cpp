@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/process/Output.h>
+
+#include <vexagpx/process/Posix.h>
+
+#include <cerrno>
+
+#include <unistd.h>
+
+namespace vexagpx {
+
+namespace {
+
+constexpr std::size_t kBufferSize = 1 << 16;
+
+[[noreturn]] void Fail() {
+    throw OutputError("Unable to write to standard output: " + ErrorText(errno));
+}
+
+} // namespace
+
+void Output::Write(std::string_view text) {
+    buffer_.append(text);
+    if (buffer_.size() >= kBufferSize)
+        Flush();
+}
+
+void Output::Flush() {
+    const bool written = WriteAll(fd_, buffer_);
+    buffer_.clear();
+    if (!written)
+        Fail();
+}
+
+void Output::Close() {
+    Flush();
+    if (::close(fd_) != 0 && errno != EINTR)
+        Fail();
+}
+
+} // namespace vexagpx

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/process/Posix.h>
+
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace vexagpx {
+
+namespace {
+
+Descriptor Opened(int fd) {
+    if (fd < 0)
+        throw std::system_error(errno, std::generic_category());
+    return Descriptor(fd);
+}
+
+} // namespace
+
+bool Descriptor::Close() {
+    const int fd = std::exchange(fd_, -1);
+    // After EINTR the number is free again on Linux: a second try could hit somebody else's file.
+    return fd < 0 || ::close(fd) == 0 || errno == EINTR;
+}
+
+Descriptor OpenFile(const std::string& path, int flags, unsigned mode) {
+    int fd;
+    do
+        fd = ::open(path.c_str(), flags | O_CLOEXEC, mode);
+    while (fd < 0 && errno == EINTR);
+    return Opened(fd);
+}
+
+Descriptor OpenFolder(const std::string& path) {
+    return Opened(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
+Descriptor OpenFolderIn(const Descriptor& folder, const std::string& name) {
+    return Opened(::openat(folder.Get(), name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+Descriptor Duplicate(const Descriptor& descriptor) {
+    return Opened(::fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, 0));
+}
+
+bool WriteAll(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(fd, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR)
+            return false;
+        if (count > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+long ReadSome(int fd, char* buffer, std::size_t capacity) {
+    ssize_t count;
+    do
+        count = ::read(fd, buffer, capacity);
+    while (count < 0 && errno == EINTR);
+    return count;
+}
+
+std::string ReadAll(int fd) {
+    std::string bytes;
+    std::string buffer(1 << 16, '\0');
+    for (;;) {
+        const long count = ReadSome(fd, buffer.data(), buffer.size());
+        if (count < 0)
+            throw std::system_error(errno, std::generic_category());
+        if (count == 0)
+            return bytes;
+        bytes.append(buffer, 0, static_cast<std::size_t>(count));
+    }
+}
+
+std::string ErrorText(int error) {
+    // strerror is translated by setlocale only, which nothing here calls.
+    return std::strerror(error);
+}
+
+void KeepStandardDescriptors() {
+    for (int fd = 0; fd <= 2; ++fd) {
+        if (::fcntl(fd, F_GETFD) >= 0 || errno != EBADF)
+            continue;
+        // The lowest free number is this one. Standard error alone swallows what is written to it.
+        static_cast<void>(::open("/dev/null", fd == STDOUT_FILENO ? O_RDONLY : O_WRONLY));
+    }
+}
+
+} // namespace vexagpx

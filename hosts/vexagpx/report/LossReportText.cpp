@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/report/LossReportText.h>
+
+#include <vexagpx/terminal/DisplayText.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+namespace vexagpx {
+
+namespace {
+
+// Longer texts are no use to a person; the JSON form has more of them.
+constexpr std::size_t kLongestText = 400;
+
+bool IsPlain(const std::string& text) {
+    return text.size() <= kLongestText &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+/// Safe for a terminal.
+std::string Shown(const std::string& text) {
+    if (IsPlain(text))
+        return text;
+    std::string utf8;
+    Fitted(Printable(icu::UnicodeString::fromUTF8(text)), kLongestText).toUTF8String(utf8);
+    return utf8;
+}
+
+std::string Counted(std::uint64_t count, const std::string& noun) {
+    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+}
+
+/// "5:33"; "-" when the place is not known.
+std::string LocationText(const Location& location) {
+    if (location.line == 0)
+        return "-";
+    return std::to_string(location.line) + ':' +
+           (location.column == 0 ? "-" : std::to_string(location.column));
+}
+
+void WriteCounts(const DocumentCounts& counts, Output& out) {
+    std::string geocaches;
+    if (counts.geocaches > 0)
+        geocaches = " (" + Counted(counts.geocaches, "geocache") + ", " + Counted(counts.logs, "log") + ", " +
+                    Counted(counts.travelBugs, "travel bug") + ")";
+    out.Write("  Waypoints  " + std::to_string(counts.waypoints) + geocaches + "\n");
+    std::string points;
+    if (counts.routes > 0)
+        points = " (" + Counted(counts.routePoints, "point") + ")";
+    out.Write("  Routes     " + std::to_string(counts.routes) + points + "\n");
+    points.clear();
+    if (counts.tracks > 0)
+        points =
+            " (" + Counted(counts.segments, "segment") + ", " + Counted(counts.trackPoints, "point") + ")";
+    out.Write("  Tracks     " + std::to_string(counts.tracks) + points + "\n");
+}
+
+/// "3 times, first at 9:21, 10:21, 11:21"; empty for what is there once.
+template <class Entry>
+std::string Times(const Entry& entry) {
+    if (entry.count == 1)
+        return {};
+    std::string text = std::to_string(entry.count) + " times";
+    if (entry.locations.back().line == 0)
+        return text;
+    text += entry.count > entry.locations.size() ? ", first at " : ", at ";
+    for (const Location& location : entry.locations)
+        text += (&location == &entry.locations.front() ? "" : ", ") + LocationText(location);
+    return text;
+}
+
+/// The place and the first line, then the other lines below the latter; empty ones are left out.
+template <class Entry>
+void WriteEntry(const Entry& entry, const std::string& first, std::string_view second, Output& out) {
+    const std::string location = LocationText(entry.locations.front());
+    out.Write("  " + location + "  " + first + "\n");
+    for (const std::string& line : {std::string(second), Times(entry)})
+        if (!line.empty())
+            out.Write("      " + line + "\n");
+}
+
+void WriteMessages(const LossReport& report, Output& out) {
+    if (report.Messages().Count() == 0)
+        return;
+    out.Write("\nMessages of the XML parser\n");
+    report.Messages().ForEach([&](const auto& entry) {
+        const XmlMessage& xmlMessage = entry.value;
+        const std::string file = xmlMessage.file.empty() ? "" : "in " + Shown(xmlMessage.file);
+        WriteEntry(entry, std::string(Word(xmlMessage.severity)) + ": " + Shown(xmlMessage.text), file, out);
+    });
+}
+
+void WriteSkipped(const LossReport& report, Output& out) {
+    if (report.SkippedElements().Count() == 0)
+        return;
+    out.Write("\nSkipped\n");
+    report.SkippedElements().ForEach([&](const auto& entry) {
+        const SkippedElement& element = entry.value;
+        const std::string why = std::string(Word(element.reason)) + ": " + Shown(element.message);
+        WriteEntry(entry, Shown(element.element) + (element.isLoss ? " (lost)" : ""), why, out);
+    });
+}
+
+/// ", 2 of which a document could have held".
+std::string LostText(const CheckTotals& totals) {
+    if (totals.skipped == 1)
+        return ", and a document could have held it";
+    const std::string share = totals.lost == totals.skipped ? "all" : std::to_string(totals.lost);
+    return ", " + share + " of which a document could have held";
+}
+
+} // namespace
+
+void WriteLossReportText(const std::string& heading, const DocumentCounts* counts, const LossReport& report,
+                         Output& out) {
+    out.Write(Shown(heading) + "\n");
+    if (counts != nullptr)
+        WriteCounts(*counts, out);
+    else
+        out.Write("  It could not be read.\n");
+    WriteMessages(report, out);
+    if (counts != nullptr)
+        WriteSkipped(report, out);
+}
+
+std::string SummaryText(const CheckTotals& totals) {
+    const bool failed = totals.failures > 0;
+    std::string text = failed ? Counted(totals.failures, "file") + " could not be read." : "";
+    if (totals.documents == 0)
+        return text;
+    text += failed ? " " : "";
+    const std::string everything = failed ? "Everything else" : "Everything";
+    if (totals.skipped == 0)
+        return text + everything + " was read.";
+    const std::string skipped = totals.skipped == 1 ? " was skipped" : " were skipped";
+    if (totals.lost == 0)
+        return text + everything + " that a document can hold was read. " +
+               Counted(totals.skipped, "other thing") + skipped + ".";
+    return text + Counted(totals.skipped, "thing") + skipped + LostText(totals) + ".";
+}
+
+} // namespace vexagpx

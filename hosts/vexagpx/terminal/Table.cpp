@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/terminal/Table.h>
+
+#include <vexagpx/terminal/DisplayText.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <numeric>
+#include <string>
+
+namespace vexagpx {
+
+namespace {
+
+constexpr std::size_t kIndent = 2;
+constexpr std::size_t kGap = 2;
+
+/// Takes what is too much from the widest of the columns that `may` allows, down to `least` columns each.
+template <class May>
+std::size_t Shrink(std::vector<std::size_t>& widths, std::size_t excess, std::size_t least, May may) {
+    while (excess > 0) {
+        std::size_t widest = widths.size();
+        for (std::size_t i = 0; i < widths.size(); ++i)
+            if (may(i) && widths[i] > least && (widest == widths.size() || widths[i] > widths[widest]))
+                widest = i;
+        if (widest == widths.size())
+            break;
+        --widths[widest];
+        --excess;
+    }
+    return excess;
+}
+
+} // namespace
+
+void Table::AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note) {
+    for (icu::UnicodeString& cell : cells)
+        cell = Printable(cell);
+    rows_.push_back({std::move(cells), Printable(note)});
+}
+
+std::vector<std::size_t> Table::FindWidths() const {
+    std::vector<std::size_t> widths;
+    for (const Column& column : columns_)
+        widths.push_back(DisplayWidth(column.title));
+    for (const Row& row : rows_)
+        for (std::size_t i = 0; i < widths.size(); ++i)
+            // More than a line is no use, and keeps the steps of Shrink few.
+            widths[i] = std::max(widths[i], std::min(DisplayWidth(row.cells[i]), kLineWidth));
+    const std::size_t total =
+        std::accumulate(widths.begin(), widths.end(), kIndent) + kGap * (widths.size() - 1);
+    const std::size_t excess = total > kLineWidth ? total - kLineWidth : 0;
+    const std::size_t rest = Shrink(
+        widths, excess, 8, [this](std::size_t i) { return columns_[i].kind == Column::Kind::kFlexible; });
+    Shrink(widths, rest, 1, [](std::size_t) { return true; });
+    return widths;
+}
+
+icu::UnicodeString Table::Line(const std::vector<icu::UnicodeString>& cells,
+                               const std::vector<std::size_t>& widths) const {
+    icu::UnicodeString line;
+    std::size_t pending = kIndent;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const icu::UnicodeString cell = Fitted(cells[i], widths[i]);
+        const std::size_t padding = widths[i] - DisplayWidth(cell);
+        const bool right = columns_[i].kind == Column::Kind::kNumber;
+        // Spaces are written when something follows them.
+        if (!cell.isEmpty()) {
+            for (std::size_t n = pending + (right ? padding : 0); n > 0; --n)
+                line.append(u' ');
+            line.append(cell);
+            pending = right ? 0 : padding;
+        } else {
+            pending += padding;
+        }
+        pending += kGap;
+    }
+    return line;
+}
+
+void Table::DropEmptyColumns() {
+    for (std::size_t i = columns_.size(); i-- > 0;) {
+        const bool empty =
+            std::all_of(rows_.begin(), rows_.end(), [i](const Row& row) { return row.cells[i].isEmpty(); });
+        if (!empty)
+            continue;
+        const auto offset = static_cast<std::ptrdiff_t>(i);
+        columns_.erase(columns_.begin() + offset);
+        for (Row& row : rows_)
+            row.cells.erase(row.cells.begin() + offset);
+    }
+}
+
+void Table::Write(Output& out) {
+    DropEmptyColumns();
+    if (columns_.empty())
+        return;
+    const std::vector<std::size_t> widths = FindWidths();
+    std::vector<icu::UnicodeString> titles;
+    for (const Column& column : columns_)
+        titles.push_back(column.title);
+    WriteLine(out, Line(titles, widths));
+    const auto noteStart = static_cast<std::int32_t>(kIndent + widths.front() + kGap);
+    const icu::UnicodeString noteIndent(noteStart, u' ', noteStart);
+    for (const Row& row : rows_) {
+        WriteLine(out, Line(row.cells, widths));
+        if (!row.note.isEmpty())
+            WriteLine(out, noteIndent + row.note);
+    }
+}
+
+void WriteLine(Output& out, const icu::UnicodeString& line) {
+    std::string bytes;
+    Fitted(line, kLineWidth).toUTF8String(bytes);
+    out.Write(bytes);
+    out.Write("\n");
+}
+
+} // namespace vexagpx
