@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The cleaner against the plain pipelines, one regular expression after the other, on the descriptions and
-// logs of geocaches, and the cleaner on hostile texts. All by the UTF-16 unit, so that rows compare.
+// The cleaner compared with one that runs regular expressions, on the descriptions and logs of geocaches, and the
+// cleaner on hostile texts. All times are for one UTF-16 unit, so that rows can be compared.
 //
 // The texts of geocaches come from the file that VEXA_CLEAN_GPX names, else from the generator in ../shared,
 // else from the words below.
@@ -55,7 +55,7 @@ std::string Unescaped(std::string_view xml) {
     return text;
 }
 
-// What the elements of this name hold. Their own kind is never inside them, and they hold no elements.
+// The contents of the elements with this name. These contain no other elements.
 Texts TextsOf(std::string_view gpx, const std::string& element) {
     Texts texts;
     const std::string closing = "</groundspeak:" + element + ">";

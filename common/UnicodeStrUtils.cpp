@@ -19,8 +19,8 @@ boost::shared_array<char> AllocateTerminated(std::int32_t length) {
     return bytes;
 }
 
-// A text of some 700 million units needs more bytes than the count can say: ICU then reports a negative
-// number as a success.
+// A text of some 700 million units may need more bytes than 32 bits can count. ICU then returns a negative number
+// and reports a success.
 std::int32_t CountBytes(const icu::UnicodeString& text, UConverter* converter) {
     UErrorCode status = U_ZERO_ERROR;
     const std::int32_t count = text.extract(nullptr, 0, converter, status);
@@ -65,11 +65,11 @@ ByteString::ByteString(const icu::UnicodeString& text, const char* codePageName)
     UErrorCode status = U_ZERO_ERROR;
     const std::int32_t written =
         text.extract(bytes.get(), count + kTerminatorLength, converter.Get(), status);
-    // The converter may have kept a state from the counting, as that of X11's compound text does: with more bytes
-    // the text would be cut, with fewer it would end in bytes that nobody wrote.
+    // A converter that keeps a state, as that of X11's compound text does, may now give another number of bytes than
+    // when they were counted: the text would be cut, or end in bytes that were never written.
     if (U_FAILURE(status) || written != count)
         throw std::runtime_error(kConversionFailed);
-    // The conversion ends in one zero byte only; a wide text needs all four.
+    // The conversion ends in one zero byte only; text of 32-bit units needs four.
     std::memset(bytes.get() + count, 0, kTerminatorLength);
     length = static_cast<std::uint32_t>(count);
     buffer.swap(bytes);

@@ -46,11 +46,12 @@ class VEXATRANSFERLIB_API ByteString {
 public:
     /// Converts \p text to the named code page; null means ICU's default code page.
     ///
-    /// An empty or bogus text gives `length` 0 whatever the code page name, which is then not looked at.
+    /// An empty or bogus text gives `length` 0 for any code page name, even one that does not exist.
     /// Unpaired surrogates become the converter's substitution (EF BF BD in UTF-8), U+0000 becomes a zero
     /// byte.
     /// The text is converted twice, first to count its bytes. A converter that keeps a state from one conversion
-    /// to the next (ICU's x11-compound-text) may come to another number the second time: the conversion fails.
+    /// to the next (ICU's x11-compound-text) may give another number of bytes the second time; the conversion then
+    /// fails.
     /// \throws std::runtime_error as `Converter` does, or "Unable to convert the UnicodeString." when the
     ///         conversion fails or its result is longer than INT32_MAX - 4 bytes
     explicit ByteString(const icu::UnicodeString& text, const char* codePageName = nullptr);
@@ -61,7 +62,7 @@ public:
     /// \}
     virtual ~ByteString();
 
-    /// Lets go of the bytes: `length` is 0 and `buffer` a new array of four zero bytes. Copies keep theirs.
+    /// Releases the bytes: `length` is then 0 and `buffer` a new array of four zero bytes. Copies keep theirs.
     void Clear();
 
     boost::shared_array<char> buffer; ///< the bytes and four zero bytes; never null

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Cleans the input, as UTF-8, by the library's scans and by the plain pipelines, one regular expression after
-// the other, and wants to see no difference.
+// Cleans the input, as UTF-8, by the library's scans and by regular expressions, and stops when the results differ.
 
 #include "support/RegexCleaner.h"
 
@@ -23,7 +22,7 @@ struct Pipeline {
     void (RegexCleaner::*plain)(icu::UnicodeString&);
 };
 
-// The first runs most steps on what the steps before left, the others on the input itself.
+// In the first pipeline most steps get what the steps before left; in the others they get the input itself.
 constexpr Pipeline kPipelines[] = {
     {"CleanWebTextForTova", &CleanText::CleanWebTextForTova, &RegexCleaner::CleanWebTextForTova},
     {"StripBBCode", &CleanText::StripBBCode, &RegexCleaner::StripBBCode},

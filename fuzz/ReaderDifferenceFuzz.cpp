@@ -5,6 +5,7 @@
 
 #include "DocumentType.h"
 #include "MemoryFile.h"
+#include "support/CaughtAs.h"
 #include "support/DomReading.h"
 #include "support/ModelCompare.h"
 
@@ -29,7 +30,7 @@ std::string ErrorOf(Read read) {
         read();
         return "";
     } catch (const std::exception& exception) {
-        return std::string(typeid(exception).name()) + ": " + exception.what();
+        return std::string(testing_support::CaughtAs(exception).name()) + ": " + exception.what();
     }
 }
 

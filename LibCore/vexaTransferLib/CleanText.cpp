@@ -31,16 +31,16 @@ constexpr char kDoubleQuotesNotReplaced[] = "Unable to replace double quotes.";
 constexpr char kTextNotTrimmed[] = "Unable to trim spaces.";
 
 struct Replaced {
-    icu::UnicodeString text; // bogus when memory ran out
+    icu::UnicodeString text; // bogus when ICU had no memory for it
     UErrorCode status;
 };
 
-// The text with its matches replaced; after a failure, with those that came before it. This is not the
-// engine's replaceAll, which passes a failed match off as the end of the matches.
+// The text with its matches replaced; after a failure, with those replaced that came before it. ICU's replaceAll
+// would not do: it takes a failed search for the end of the matches and reports no error.
 Replaced ReplaceMatches(icu::RegexMatcher& matcher, const icu::UnicodeString& text,
                         const icu::UnicodeString& replacement) {
     Replaced replaced{icu::UnicodeString(), U_ZERO_ERROR};
-    std::int32_t taken = 0;
+    std::int32_t copied = 0;
     matcher.reset(text);
     while (matcher.find(replaced.status)) {
         const std::int32_t length = replaced.text.length();
@@ -51,15 +51,15 @@ Replaced ReplaceMatches(icu::RegexMatcher& matcher, const icu::UnicodeString& te
             replaced.text.truncate(length);
             break;
         }
-        taken = matcher.end(replaced.status);
+        copied = matcher.end(replaced.status);
     }
-    replaced.text.append(text, taken, text.length() - taken);
+    replaced.text.append(text, copied, text.length() - copied);
     if (replaced.text.isBogus())
         replaced.status = U_MEMORY_ALLOCATION_ERROR;
     return replaced;
 }
 
-// A step cannot fail but for want of memory; the text is then as the steps before left it.
+// A step fails only when there is no memory; the text is then as the steps before left it.
 void EnsureDone(bool done, const char* message, int line) {
     dbc::Ensure(done, text::kCleanTextSource, message, line);
 }
@@ -89,7 +89,7 @@ void CleanText::HTMLToPlainText(icu::UnicodeString& text) {
     EnsureDone(cleaner::ReplaceBlockTags(text), kHtmlNotConverted, kBlockTagsLine);
     EnsureDone(cleaner::ReplaceBreakTags(text), kHtmlNotConverted, kBreakTagsLine);
     EnsureDone(cleaner::RemoveTags(text), kHtmlNotConverted, kTagsLine);
-    // After the tags: an escaped tag is text.
+    // The references come after the tags, because an escaped tag is text.
     ReplaceHTMLSymbols(text);
     ConvertToDosLineBreaks(text);
     EnsureDone(cleaner::TrimLines(text), kLinesNotTrimmed, kHtmlLinesLine);

@@ -12,8 +12,8 @@
 
 namespace vexaTransferLib {
 
-/// Text pipelines that give what the vendor's Tova products take: printable characters, CR LF line breaks,
-/// single spaces, no markup.
+/// Makes texts fit for the vendor's Tova products: printable characters, CR LF line breaks, single spaces, no
+/// markup.
 ///
 /// Making a cleaner costs nothing and never throws. A cleaner serves any number of texts; it carries no state
 /// from one text to the next. One cleaner serves one thread at a time; it can be neither copied nor moved.
@@ -34,64 +34,65 @@ public:
     CleanText(const CleanText&) = delete;
     CleanText& operator=(const CleanText&) = delete;
 
-    /// The full cleaning of web text: HTMLToPlainText, StripBBCode, CleanPlainTextForTova. The first failure
-    /// passes through and the later steps do not run.
+    /// Cleans web text completely: HTMLToPlainText, StripBBCode, then CleanPlainTextForTova. After a failure the
+    /// later ones do not run.
+    /// \throws what these three throw
     void CleanWebTextForTova(icu::UnicodeString& text);
 
-    /// Removes comments, style and script elements with their content, and all tags; block tags become
-    /// paragraph breaks, breaking tags line breaks; character references become characters; at most one empty
-    /// line remains between paragraphs. Element names match as prefixes ("<param>" opens a block as "<p>"
-    /// does).
+    /// Removes comments, style and script elements with their content, and all tags. Tags that open a block become
+    /// paragraph breaks, tags that break a line become line breaks, and character references become characters.
+    /// At most one empty line remains between paragraphs. Element names match as prefixes ("<param>" opens a block
+    /// as "<p>" does).
     /// \throws dbc::postcondition_error "The HTML could not be converted to plain text because a replace
     ///         operation failed." or the message of a step: "Unable to replace tab characters.", "Unable to
     ///         remove leading and trailing spaces.", "Unable to remove redundant spaces.", "Unable to remove
     ///         extra line breaks.", and those of ReplaceHTMLSymbols and ConvertToDosLineBreaks
     void HTMLToPlainText(icu::UnicodeString& text);
 
-    /// Removes the tags of BBCode and keeps what they enclose; a parameter must not be empty ("[color=]"
-    /// stays).
+    /// Removes the tags of BBCode and keeps their content. A tag with an empty parameter ("[color=]") stays.
     /// \throws dbc::postcondition_error "Unable to replace the BBCode inside a string."; the text is then
     ///         unchanged
     void StripBBCode(icu::UnicodeString& text);
 
-    /// Straightens quotes, dashes and ellipses, turns tabs into spaces, and leaves no run of spaces and none
-    /// at the text's ends. A line that began with a tab keeps one leading space.
+    /// Replaces typographic quotes, dashes and ellipses by ASCII, tabs by spaces, and runs of spaces by one space.
+    /// No space is left at the start or the end of the text. A line that started with a tab keeps one leading
+    /// space.
     /// \throws dbc::postcondition_error "Unable to remove leading and trailing spaces.", "Unable to replace
     ///         single quotes.", "Unable to replace double quotes.", "Unable to replace tab characters.",
     ///         "Unable to remove redundant spaces.", "Unable to trim spaces."
     void CleanPlainTextForTova(icu::UnicodeString& text);
 
-    /// Makes every line break CR LF. A CR that no LF follows is deleted, not turned into a line break.
+    /// Makes every line break CR LF. A CR that is not followed by LF is deleted; it does not become a line break.
     /// \throws dbc::postcondition_error "Unable to remove extra carriage returns.", "Unable to insert
     ///         carriage returns."
     void ConvertToDosLineBreaks(icu::UnicodeString& text);
 
-    /// Replaces the numeric references, then the eight named ones: trade, reg, copy, deg, nbsp (a plain
+    /// Replaces the numeric references, then the eight named ones: trade, reg, copy, deg, nbsp (by a plain
     /// space), lt, gt and amp, in this order and each once ("&amp;lt;" gives "&lt;"). Names are
-    /// case-sensitive; any other stays.
+    /// case-sensitive; references with other names stay.
     /// \throws dbc::postcondition_error as ReplaceNumericCharacterReferences
     void ReplaceHTMLSymbols(icu::UnicodeString& text);
 
-    /// Replaces every decimal reference of 1 to 10 digits and hexadecimal one of 1 to 8 digits by
+    /// Replaces every decimal reference of 1 to 10 digits and every hexadecimal one of 1 to 8 digits by
     /// GetCharReplacementString of its number.
     /// \throws dbc::postcondition_error "The HTML symbols could not be replaced because a replace operation
     ///         failed."; the text is then unchanged
     void ReplaceNumericCharacterReferences(icu::UnicodeString& text);
 
-    /// What stands for a code point: itself for 32 to 126 and 160 to 255, ASCII for the typographic dashes,
-    /// quotes and the ellipsis (U+2013, 2014, 2018, 2019, 201C, 201D, 2026), nothing for all others. Never
-    /// throws.
+    /// The replacement for a code point: the character itself for 32 to 126 and 160 to 255, ASCII for the
+    /// typographic dashes, quotes and the ellipsis (U+2013, 2014, 2018, 2019, 201C, 201D, 2026), an empty text for
+    /// all others. Never throws.
     icu::UnicodeString GetCharReplacementString(int codePoint) const;
 
     /// Replaces every match by \p replacement (in ICU's replacement syntax) and assigns the result to \p
     /// text. Stops the process when \p matcher is empty.
-    /// \throws dbc::postcondition_error with \p message when the engine fails, also when it gives up on a
-    ///         text; what it had come to is replaced then
+    /// \throws dbc::postcondition_error with \p message when ICU fails, also when it gives up on a text; the
+    ///         matches before the failure are then replaced
     void RegexReplaceAll(const boost::scoped_ptr<icu::RegexMatcher>& matcher, icu::UnicodeString& text,
                          const icu::UnicodeString& replacement, const char* message);
 
 private:
-    // The lines that contract reports name, one for each check: what could not be done.
+    // The line that contract reports name for each check, and what the check is about.
     enum CheckLine : int {
         kCommentsLine = __LINE__,          // HTMLToPlainText: comments
         kElementsLine = __LINE__,          // HTMLToPlainText: style and script elements

@@ -5,17 +5,22 @@
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/DocumentReader.h>
 #include <vexaTransferLib/reader/DomNode.h>
-#include <vexaTransferLib/reader/EventParser.h>
+#include <vexaTransferLib/reader/EventReading.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
 #include <vexaTransferLib/reader/InputLimiter.h>
-#include <vexaTransferLib/reader/LimitedParser.h>
+#include <vexaTransferLib/reader/InputName.h>
 #include <vexaTransferLib/reader/LinkReader.h>
+#include <vexaTransferLib/reader/ModelLimiter.h>
 #include <vexaTransferLib/reader/ObservedErrorHandler.h>
 #include <vexaTransferLib/reader/PointReader.h>
+#include <vexaTransferLib/reader/ReadAborted.h>
 #include <vexaTransferLib/reader/ReadContext.h>
+#include <vexaTransferLib/reader/ReadErrors.h>
+#include <vexaTransferLib/reader/ReadSettings.h>
 #include <vexaTransferLib/reader/RouteReader.h>
 #include <vexaTransferLib/reader/TrackReader.h>
+#include <vexaTransferLib/reader/TreeReading.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/reader/XmlInput.h>
@@ -25,14 +30,7 @@
 #include <vexaTransferLib/text/IcuText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
-#include <common/UnicodeStrUtils.h>
 #include <common/dbc.h>
-
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/dom/DOMException.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
-#include <xercesc/util/XMLException.hpp>
 
 #include <cstdlib>
 #include <exception>
@@ -87,6 +85,13 @@ constexpr char kNoPath[] = "The GPX file path was empty or invalid.";
 class ParserContext final : public ReadContext {
 public:
     ParserContext(GpxParser& parser, GpxReadObserver* observer) : ReadContext(observer), parser_(parser) {}
+    /// For the reading of a file.
+    ParserContext(GpxParser& parser, reader::XmlInput& input, const reader::ReadSettings& settings)
+        : ParserContext(parser, settings.observer) {
+        progress = input.GetProgress();
+        if (settings.limits)
+            limiter = std::make_unique<reader::ModelLimiter>(*settings.limits, input.Name());
+    }
 
     void CleanText(icu::UnicodeString& text) override { parser_.CleanGroundspeakText(text); }
 
@@ -94,29 +99,7 @@ private:
     GpxParser& parser_;
 };
 
-// Everything else keeps the XML parser's defaults, the reading of external entities among them.
-void Configure(xercesc::XercesDOMParser& parser, xercesc::ErrorHandler& errorHandler) {
-    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Auto);
-    parser.setDoNamespaces(true);
-    parser.setDoSchema(false);
-    parser.setValidationSchemaFullChecking(false);
-    parser.setErrorHandler(&errorHandler);
-}
-
-// The file's name without folder and extension; only "/" separates folders.
-icu::UnicodeString DefaultName(const icu::UnicodeString& path) {
-    icu::UnicodeString name(path);
-    const std::int32_t slash = name.lastIndexOf(u'/');
-    if (slash >= 0)
-        name.remove(0, slash + 1);
-    const std::int32_t dot = name.lastIndexOf(u'.');
-    if (dot >= 0)
-        name.truncate(dot);
-    text::ThrowIfBogus(name);
-    return name;
-}
-
-// Where an observer has thrown or cancelled, that is what the caller gets.
+// What an observer has thrown, and why a reading was ended, is what the caller gets.
 template <class Action>
 auto RethrowAbort(Action action) {
     try {
@@ -126,53 +109,9 @@ auto RethrowAbort(Action action) {
     }
 }
 
-// What the XML parser throws becomes the library's error.
-template <class Action>
-void RunParser(const icu::UnicodeString& name, Action parse) {
-    const std::string narrowName = UnicodeStrUtils::UnicodeStringToStlString(name);
-    try {
-        parse();
-    } catch (const xercesc::XMLException& exception) {
-        std::string message;
-        reader::ToNarrow(exception.getMessage(), message);
-        throw dbc::postcondition_error("Error parsing the GPX file: " + narrowName +
-                                       ". Error message: " + message);
-    } catch (const xercesc::DOMException& exception) {
-        throw dbc::postcondition_error("Error parsing GPX file: " + narrowName +
-                                       ". DOM error code: " + std::to_string(exception.code));
-    }
-}
-
-[[noreturn]] void FailWithoutDocument(const icu::UnicodeString& name) {
-    throw dbc::postcondition_error(
-        "Unable to interpret the GPX file: " + UnicodeStrUtils::UnicodeStringToStlString(name) +
-        ". The document object could not be obtained.");
-}
-
-// Of a file that is well-formed: the document is replaced even if the reading fails, unless it was stopped.
-void ReadDomTree(ReadContext& context, xercesc::XercesDOMParser& parser, const icu::UnicodeString& name,
-                 GpxDocument& document) {
-    GpxDocument read;
-    GpxModelAccess::SetName(read, DefaultName(name));
-    try {
-        const xercesc::DOMDocument* const tree = parser.getDocument();
-        if (tree == nullptr)
-            FailWithoutDocument(name);
-        const reader::NodeView root = ViewOf(tree->getDocumentElement());
-        reader::RequireGpxRoot(root);
-        reader::ReadDocument(context, root, read);
-    } catch (const reader::ReadAborted&) {
-        throw;
-    } catch (...) {
-        document = std::move(read);
-        throw;
-    }
-    document = std::move(read);
-}
-
 } // namespace
 
-GpxParser::GpxParser() : errorsSeen_(false) {
+GpxParser::GpxParser() {
     try {
         cleaner_.reset(new CleanText);
     } catch (const std::exception& exception) {
@@ -185,16 +124,18 @@ GpxParser::~GpxParser() = default;
 
 void GpxParser::warning(const xercesc::SAXParseException&) {}
 
-void GpxParser::error(const xercesc::SAXParseException&) {
-    errorsSeen_ = true;
+void GpxParser::error(const xercesc::SAXParseException& exception) {
+    if (!firstError_)
+        firstError_ = reader::MessageOf(kGpxMessageError, exception);
 }
 
-void GpxParser::fatalError(const xercesc::SAXParseException&) {
-    errorsSeen_ = true;
+void GpxParser::fatalError(const xercesc::SAXParseException& exception) {
+    if (!firstError_)
+        firstError_ = reader::MessageOf(kGpxMessageFatalError, exception);
 }
 
 void GpxParser::resetErrors() {
-    errorsSeen_ = false;
+    firstError_.reset();
 }
 
 void GpxParser::SetObserver(GpxReadObserver* observer) {
@@ -209,62 +150,24 @@ void GpxParser::SetTrusted() {
     limits_.reset();
 }
 
-std::optional<reader::InputLimiter> GpxParser::MakeLimiter(const icu::UnicodeString& name) const {
-    if (!limits_)
-        return std::nullopt;
-    return reader::InputLimiter(*limits_, UnicodeStrUtils::UnicodeStringToStlString(name));
-}
-
 reader::XmlInput GpxParser::MakeInput(const icu::UnicodeString& path) const {
     using AddressPolicy = reader::XmlInput::AddressPolicy;
     dbc::Require(text::IsFileName(path), text::kGpxParserSource, kNoPath);
-    reader::XmlInput input(path, UnicodeStrUtils::UnicodeStringToStlString(path),
-                           limits_ ? AddressPolicy::kFilesOnly : AddressPolicy::kAllowed, observer_);
-    Limit(input);
-    return input;
+    return {path, limits_ ? AddressPolicy::kFilesOnly : AddressPolicy::kAllowed, observer_};
 }
 
 reader::XmlInput GpxParser::MakeInput(const std::string& fileName) const {
     dbc::Require(text::IsFileName(fileName), text::kGpxParserSource, kNoPath);
-    reader::XmlInput input(icu::UnicodeString::fromUTF8(fileName), fileName,
-                           reader::XmlInput::AddressPolicy::kNamedFile, observer_);
-    Limit(input);
-    return input;
-}
-
-void GpxParser::Limit(reader::XmlInput& input) const {
-    if (limits_)
-        input.Limit(*limits_, reader::InputLimiter::Extent::kFile);
+    return {fileName, observer_};
 }
 
 std::unique_ptr<xercesc::XercesDOMParser> GpxParser::GetParser(const icu::UnicodeString& path) {
     reader::XmlInput input = MakeInput(path);
-    return RethrowAbort([&] { return ParseTree(input); });
-}
-
-std::unique_ptr<xercesc::XercesDOMParser> GpxParser::MakeDomParser(const icu::UnicodeString& name) const {
-    if (const std::optional<reader::InputLimiter> limiter = MakeLimiter(name))
-        return std::make_unique<reader::LimitedParser<xercesc::XercesDOMParser>>(*limiter);
-    return std::make_unique<xercesc::XercesDOMParser>(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager,
-                                                      nullptr);
-}
-
-std::unique_ptr<xercesc::XercesDOMParser> GpxParser::ParseTree(reader::XmlInput& input) {
-    dbc::Require(!input.Name().isEmpty(), text::kGpxParserSource, kNoPath);
-    resetErrors();
-    reader::ObservedErrorHandler errors(*this, observer_);
-    std::unique_ptr<xercesc::XercesDOMParser> parser = MakeDomParser(input.Name());
-    Configure(*parser, errors);
-    RunParser(input.Name(), [&] { input.Feed(*parser); });
-    CheckErrors(input.Name());
-    parser->setErrorHandler(this);
-    return parser;
-}
-
-void GpxParser::CheckErrors(const icu::UnicodeString& name) const {
-    if (errorsSeen_)
-        throw dbc::postcondition_error("One or more errors encountered while parsing the GPX file: " +
-                                       UnicodeStrUtils::UnicodeStringToStlString(name));
+    return RethrowAbort([&] {
+        reader::TreeReading reading(Limited(input), Settings());
+        ParseTree(reading, input.Name());
+        return reading.TakeParser(*this);
+    });
 }
 
 void GpxParser::Parse(const icu::UnicodeString& path, GpxDocument& document) {
@@ -279,56 +182,53 @@ void GpxParser::ParseFile(const std::string& path, GpxDocument& document) {
 
 void GpxParser::Parse(std::string_view bytes, const icu::UnicodeString& name, GpxDocument& document) {
     reader::XmlInput input(bytes, name, observer_);
-    Limit(input);
     RethrowAbort([&] { ParseInput(input, document); });
 }
 
+reader::ReadSettings GpxParser::Settings() {
+    return {*this, observer_, limits_};
+}
+
+reader::XmlInput& GpxParser::Limited(reader::XmlInput& input) const {
+    if (limits_)
+        input.Limit(*limits_, reader::InputLimiter::Extent::kFile);
+    return input;
+}
+
 void GpxParser::ParseInput(reader::XmlInput& input, GpxDocument& document) {
-    const bool mayNeedDom = !input.IsRepeatable() || input.Name().isEmpty();
-    if (!mayNeedDom && ReadEvents(input, document))
-        return;
-    const std::unique_ptr<xercesc::XercesDOMParser> parser = ParseTree(input);
-    std::optional<reader::InputLimiter> limiter = MakeLimiter(input.Name());
-    ParserContext context(*this, observer_);
-    context.limiter = limiter ? &*limiter : nullptr;
-    context.progress = input.GetProgress();
-    ReadDomTree(context, *parser, input.Name(), document);
+    dbc::Require(!input.Name().Text().isEmpty(), text::kGpxParserSource, kNoPath);
+    Limited(input);
+    if (!input.IsRepeatable() || !ReadEvents(input, document))
+        ReadTree(input, document);
 }
 
 // False for a file that needs the DOM.
 bool GpxParser::ReadEvents(reader::XmlInput& input, GpxDocument& document) {
-    GpxDocument read;
-    GpxModelAccess::SetName(read, DefaultName(input.Name()));
-    std::optional<reader::InputLimiter> limiter = MakeLimiter(input.Name());
-    ParserContext context(*this, observer_);
-    context.limiter = limiter ? &*limiter : nullptr;
-    context.progress = input.GetProgress();
-    reader::EventWalk walk(context, read);
-    reader::ObservedErrorHandler watchedErrors(*this, observer_);
-    reader::BufferedErrorHandler errors(watchedErrors);
-    reader::EventParser parser(walk, errors, observer_ != nullptr, context.limiter);
-    bool needsDom = false;
-    RunParser(input.Name(), [&] {
-        try {
-            input.Feed(parser);
-        } catch (const reader::NeedsDom&) {
-            needsDom = true;
-            return;
-        } catch (...) {
-            errors.Release();
-            throw;
-        }
-        errors.Release();
-    });
-    if (needsDom)
+    ParserContext context(*this, input, Settings());
+    reader::EventReading reading(context, input, Settings());
+    if (!reading.Parse())
         return false;
-    CheckErrors(input.Name());
-    walk.Finish();
-    document = std::move(read);
-    if (!parser.HasDocument())
-        FailWithoutDocument(input.Name());
-    walk.RethrowFailure();
+    CheckErrors(input.Name(), reading.HasDocument());
+    reading.MoveTo(document);
     return true;
+}
+
+void GpxParser::ReadTree(reader::XmlInput& input, GpxDocument& document) {
+    reader::TreeReading reading(input, Settings());
+    ParseTree(reading, input.Name());
+    ParserContext context(*this, input, Settings());
+    reading.ReadInto(context, document);
+}
+
+void GpxParser::ParseTree(reader::TreeReading& reading, const reader::InputName& name) {
+    resetErrors();
+    reading.Parse();
+    CheckErrors(name, reading.HasDocument());
+}
+
+void GpxParser::CheckErrors(const reader::InputName& name, bool isOpened) const {
+    if (firstError_)
+        reader::FailWithErrors(name, isOpened, *firstError_);
 }
 
 template <class Read>

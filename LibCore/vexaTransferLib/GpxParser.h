@@ -9,6 +9,7 @@
 #include <vexaTransferLib/GpxGroundspeakCache.h>
 #include <vexaTransferLib/GpxInputLimits.h>
 #include <vexaTransferLib/GpxPoint.h>
+#include <vexaTransferLib/GpxReadObserver.h>
 #include <vexaTransferLib/GpxRoute.h>
 #include <vexaTransferLib/GpxTrack.h>
 #include <vexaTransferLib/GpxUrl.h>
@@ -29,11 +30,12 @@
 namespace vexaTransferLib {
 
 class CleanText;
-class GpxReadObserver;
 
 namespace reader {
-class InputLimiter;
+class InputName;
+class TreeReading;
 class XmlInput;
+struct ReadSettings;
 } // namespace reader
 
 /// The reader of GPX files, and the error handler of the XML parsers that it makes.
@@ -275,22 +277,20 @@ public:
 private:
     friend class GpxModelAccess;
 
-    VEXATRANSFERLIB_LOCAL std::unique_ptr<xercesc::XercesDOMParser> ParseTree(reader::XmlInput& input);
-    VEXATRANSFERLIB_LOCAL void ParseInput(reader::XmlInput& input, GpxDocument& document);
-    VEXATRANSFERLIB_LOCAL bool ReadEvents(reader::XmlInput& input, GpxDocument& document);
-    VEXATRANSFERLIB_LOCAL void CheckErrors(const icu::UnicodeString& name) const;
-    VEXATRANSFERLIB_LOCAL std::optional<reader::InputLimiter>
-    MakeLimiter(const icu::UnicodeString& name) const;
-    VEXATRANSFERLIB_LOCAL std::unique_ptr<xercesc::XercesDOMParser>
-    MakeDomParser(const icu::UnicodeString& name) const;
+    VEXATRANSFERLIB_LOCAL reader::ReadSettings Settings();
     VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const icu::UnicodeString& path) const;
     VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const std::string& fileName) const;
-    VEXATRANSFERLIB_LOCAL void Limit(reader::XmlInput& input) const;
+    VEXATRANSFERLIB_LOCAL reader::XmlInput& Limited(reader::XmlInput& input) const;
+    VEXATRANSFERLIB_LOCAL void ParseInput(reader::XmlInput& input, GpxDocument& document);
+    VEXATRANSFERLIB_LOCAL bool ReadEvents(reader::XmlInput& input, GpxDocument& document);
+    VEXATRANSFERLIB_LOCAL void ReadTree(reader::XmlInput& input, GpxDocument& document);
+    VEXATRANSFERLIB_LOCAL void ParseTree(reader::TreeReading& reading, const reader::InputName& name);
+    VEXATRANSFERLIB_LOCAL void CheckErrors(const reader::InputName& name, bool isOpened) const;
     template <class Read>
     VEXATRANSFERLIB_LOCAL auto Reading(Read read);
 
     boost::scoped_ptr<CleanText> cleaner_;
-    bool errorsSeen_;
+    std::optional<GpxParserMessage> firstError_; ///< since the last reset
     GpxReadObserver* observer_ = nullptr;
     std::optional<GpxInputLimits> limits_; ///< of untrusted files
 };

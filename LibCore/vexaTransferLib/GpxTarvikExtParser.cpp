@@ -84,7 +84,8 @@ std::unique_ptr<xercesc::SAX2XMLReader> MakeReader(const std::optional<GpxInputL
     if (!limits)
         return std::unique_ptr<xercesc::SAX2XMLReader>(xercesc::XMLReaderFactory::createXMLReader());
     // No message of it is ever seen.
-    return std::make_unique<UntrustedReader>(reader::InputLimiter(*limits, std::string(), Extent::kHead));
+    return std::make_unique<UntrustedReader>(
+        reader::InputLimiter(*limits, reader::InputName(), Extent::kHead));
 }
 
 /// An address where only files are read.
@@ -191,7 +192,7 @@ void GpxTarvikExtParser::Parse(const icu::UnicodeString& path) {
     // Two captures: a std::function holds them without memory of its own, whose lack would be thrown.
     Scan([this, &path] {
         const auto policy = limits_ ? XmlInput::AddressPolicy::kFilesOnly : XmlInput::AddressPolicy::kAllowed;
-        XmlInput input(path, UnicodeStrUtils::UnicodeStringToStlString(path), policy, nullptr);
+        XmlInput input(path, policy, nullptr);
         Feed(input, limits_, *reader_);
     });
 }
@@ -200,15 +201,16 @@ void GpxTarvikExtParser::ParseFile(const std::string& path) {
     if (!dbc::SoftCheck(text::IsFileName(path), text::kGpxTarvikExtParserSource))
         return;
     Scan([this, &path] {
-        XmlInput input(icu::UnicodeString::fromUTF8(path), path, XmlInput::AddressPolicy::kNamedFile,
-                       nullptr);
+        XmlInput input(path, nullptr);
         Feed(input, limits_, *reader_);
     });
 }
 
 void GpxTarvikExtParser::ParseSource(const xercesc::InputSource& source) {
     if (limits_)
-        Scan([&] { reader_->parse(reader::LimitedSource(source, *limits_, std::string(), Extent::kHead)); });
+        Scan([&] {
+            reader_->parse(reader::LimitedSource(source, *limits_, reader::InputName(), Extent::kHead));
+        });
     else
         Scan([&] { reader_->parse(source); });
 }

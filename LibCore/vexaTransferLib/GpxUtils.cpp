@@ -40,7 +40,7 @@ void AppendStringElement(icu::UnicodeString& out, const icu::UnicodeString& name
     dbc::Require(!name.isEmpty(), text::kGpxUtilsSource, "Cannot write an unnamed XML string element.");
     if (value.isEmpty())
         return;
-    // Built apart, because the caller may pass the output itself as name or value.
+    // Built in a string of its own, because the caller may pass the output itself as name or value.
     icu::UnicodeString line;
     writer::UnicodeSink sink(line);
     sink.Ascii("<");

@@ -4,7 +4,7 @@
 /// \file
 /// XML text, optional texts, fixed-width numbers and the GPX time text.
 ///
-/// All of it is free of state and may run on several threads at once; none of it depends on a locale.
+/// No function here keeps a state or depends on a locale; all may run on several threads at once.
 
 #include <common/Export.h>
 
@@ -16,12 +16,12 @@
 namespace vexaTransferLib {
 
 /// The text with `"`, `&`, `'`, `<` and `>` replaced by their XML entities; fit for element content and for
-/// attribute values. Nothing else changes (control characters stay), and entities that the text already holds
+/// attribute values. Nothing else changes (control characters stay), and entities that the text already contains
 /// are escaped again. Linear time. Bogus when \p text is, and when ICU cannot hold the result.
 VEXATRANSFERLIB_API icu::UnicodeString EscapeXMLValueString(const icu::UnicodeString& text);
 
-/// Appends `<name>value</name>` and CR LF, the value escaped; nothing when the value is empty. No
-/// indentation.
+/// Appends `<name>value</name>` and CR LF, with the value escaped and without indentation. Appends nothing when the
+/// value is empty.
 /// \throws dbc::precondition_error "Cannot write an unnamed XML string element.", nothing appended
 /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."
 VEXATRANSFERLIB_API void AppendStringElement(icu::UnicodeString& out, const icu::UnicodeString& name,
@@ -30,7 +30,7 @@ VEXATRANSFERLIB_API void AppendStringElement(icu::UnicodeString& out, const icu:
 /// False, and \p out untouched, when \p value is empty; otherwise copies it.
 VEXATRANSFERLIB_API bool GetStringValue(icu::UnicodeString& out, const icu::UnicodeString& value);
 
-/// Assigns a text that must not be empty (blanks will do).
+/// Assigns a text that must not be empty (a text of blanks is not).
 /// \throws dbc::precondition_error with \p message; \p target is then unchanged
 /// \throws std::bad_alloc when ICU cannot hold a copy; \p target is then unchanged
 VEXATRANSFERLIB_API void SetStringValue(const std::string& message, icu::UnicodeString& target,
@@ -53,7 +53,7 @@ VEXATRANSFERLIB_API unsigned long ReadAndScaleDoubleFromString(long& out, const 
 ///
 /// Accepted: `2009-01-15T10:20:30Z`; with a fraction of the second, minute or hour where the text ends in it;
 /// an offset (`+02:00`, `-0530`, `+02`); no zone at all (UTC); without hyphens or colons; with seconds or
-/// minutes left out; hour 24. Years 1970 to 9999. A day past the end of its month runs on into the next
+/// minutes left out; hour 24. Years 1970 to 9999. A day past the end of its month is counted into the next
 /// (February 31). Refused: a bare date, a leap second, a lower-case "t", an offset that follows hour or
 /// minutes directly (`T10:20+02:00`).
 VEXATRANSFERLIB_API bool ParseGpxTime(const std::string& text, double& millis);

@@ -33,7 +33,7 @@ constexpr char kNotOpened[] = "Could not open file at the current position withi
     throw dbc::precondition_error(message);
 }
 
-/// None when the text cannot be the name of a file: the system would see another one.
+/// Empty when the text cannot be the name of a file: the system would get another name.
 std::string PathBytes(const icu::UnicodeString& path) {
     for (std::int32_t i = 0; i < path.length(); i = path.moveIndex32(i, 1))
         if (const UChar32 character = path.char32At(i); character == 0 || U_IS_SURROGATE(character))
@@ -41,12 +41,12 @@ std::string PathBytes(const icu::UnicodeString& path) {
     return UnicodeStrUtils::UnicodeStringToStlString(path, "utf-8");
 }
 
-// Of an archive's last record, which holds the number of entries and the length of the comment after it.
+// The last record of an archive. It contains the number of entries and the length of the comment that follows it.
 constexpr std::string_view kEndSignature = "PK\5\6";
 constexpr std::size_t kEndRecordSize = 22;
 constexpr std::size_t kLongestComment = 0xFFFF;
 
-/// The end of a file, in which an archive's end record stands.
+/// The end of a file, which contains the end record of an archive.
 struct Tail {
     std::string bytes;
     bool isWholeFile = false;
@@ -54,7 +54,7 @@ struct Tail {
 
 Tail ReadTail(const char* path) {
     std::error_code error;
-    // What is no regular file, such as a pipe, might never answer.
+    // A read of what is not a regular file, such as a pipe, might never return.
     if (!std::filesystem::is_regular_file(path, error))
         return {};
     const std::uintmax_t fileSize = std::filesystem::file_size(path, error);
@@ -67,7 +67,7 @@ Tail ReadTail(const char* path) {
     return {bytes, bytes.size() == fileSize};
 }
 
-// An archive without entries is its end record alone.
+// An archive without entries consists of its end record alone.
 bool IsEmptyArchive(const Tail& tail) {
     const std::string& bytes = tail.bytes;
     if (!tail.isWholeFile || bytes.size() < kEndRecordSize || !bytes.starts_with(kEndSignature))
@@ -81,8 +81,8 @@ bool IsEmptyArchive(const Tail& tail) {
     return entriesOnThisDisk == 0 && entries == 0 && bytes.size() == kEndRecordSize + commentLength;
 }
 
-/// minizip takes what is cut off at the end of a record for zeros. Its versions differ about a record at the
-/// start of the file, which belongs to an archive without entries or to none.
+/// Checked here because minizip reads zeros where the end of a record is cut off, and because its versions differ
+/// about a record at the start of the file, which belongs to an archive without entries or to no archive.
 bool MayHaveEntries(const Tail& tail) {
     const std::size_t at = tail.bytes.rfind(kEndSignature);
     return at != std::string::npos && tail.bytes.size() - at >= kEndRecordSize &&
@@ -91,8 +91,8 @@ bool MayHaveEntries(const Tail& tail) {
 
 constexpr uLong kEncrypted = 1;
 
-// minizip hands out the packed bytes of a method that it does not know, and those of an encrypted entry. Some
-// versions (1.1 among them) do not find sizes and places in zip64 form and would read whatever follows.
+// minizip would return the packed bytes of an entry that is encrypted or has an unknown method. Some versions (1.1
+// among them) do not find sizes and offsets in zip64 form and would read whatever follows.
 bool IsReadable(const unz_file_info64& info) {
     constexpr uLong kStored = 0;
     constexpr ZPOS64_T kInZip64Form = 0xFFFFFFFF;
@@ -127,7 +127,8 @@ ZipFileReader::ZipFileReader(const FilePath& path) {
     isOpen_ = IsEmptyArchive(tail);
     if (isOpen_)
         return;
-    // Last of what may fail by itself: without a whole object nothing would close the archive.
+    // After everything that may throw by itself: the destructor, which closes the archive, does not run for an object
+    // whose constructor throws.
     archive_ = MayHaveEntries(tail) ? unzOpen(path.bytes.c_str()) : nullptr;
     if (archive_ == nullptr)
         Fail(kNoArchive);
@@ -160,7 +161,7 @@ void ZipFileReader::RequireOpen(int line) const {
     dbc::Require(isOpen_, kSource, "Zip file not opened for reading.", line);
 }
 
-// A move would leave minizip reading the entry that was open before.
+// Needed before a move, after which minizip would still read the entry that was open before.
 void ZipFileReader::LeaveCurrentFile() {
     isKnownReadable_ = false;
     isReadToEnd_ = false;
@@ -191,7 +192,7 @@ icu::UnicodeString ZipFileReader::GetCurrentFileName() const {
     const unz_file_info64 info = RequireFileInfo(archive_, bytes.data(), bytes.size());
     isKnownReadable_ = IsReadable(info);
     statedSize_ = info.uncompressed_size;
-    // A longer name fills the buffer and leaves no terminator.
+    // A longer name fills the buffer and has no zero at its end.
     bytes.back() = '\0';
     icu::UnicodeString name;
     for (const char* byte = bytes.data(); *byte != '\0'; ++byte)
@@ -239,7 +240,7 @@ ZipEntryRange ZipFileReader::GetCurrentFileRange() {
     if (!GetFileInfo(archive_, info, nullptr, 0) || !IsReadable(info) ||
         unzOpenCurrentFile2(archive_, nullptr, nullptr, kRaw) != UNZ_OK)
         Fail(kNotOpened);
-    // Opening has found name and extra field of the local header before the data.
+    // minizip has now skipped the local header with its name and its extra field, after which the data start.
     const std::uint64_t data = unzGetCurrentFileZStreamPos64(archive_);
     const auto extraLength = static_cast<std::uint64_t>(unzGetLocalExtrafield(archive_, nullptr, 0));
     LeaveCurrentFile();
@@ -270,7 +271,7 @@ int ZipFileReader::ReadFromCurrentFile(char* buffer, unsigned int size) {
 
 void ZipFileReader::CloseCurrentFile() {
     RequireOpen(__LINE__);
-    // minizip compares checksums only of what has its stated size.
+    // minizip compares the checksum only when as many bytes were read as the archive states.
     const bool endsEarly = isReadToEnd_ && readCount_ < statedSize_;
     isReadToEnd_ = false;
     const int result = unzCloseCurrentFile(archive_);

@@ -136,7 +136,7 @@ TEST(CleanFaultsTest, AParserWithoutMemoryForItsCleanerSaysSo) {
     });
     EXPECT_GT(calls, 0U);
     Record("new_parser", calls);
-    // Where there is none for the message either.
+    // There is no memory for the message either.
     const Attempt attempt = AttemptWith([] { return RefusedNew::FromCall(1); }, [] { GpxParser parser; });
     EXPECT_EQ(attempt.Failure(), kBadAlloc);
 }

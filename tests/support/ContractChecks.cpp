@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/ContractChecks.h"
 
+#include "support/CaughtAs.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -84,7 +86,7 @@ testing::AssertionResult Throws(const std::function<void()>& action, const std::
         try {
             action();
         } catch (const std::exception& exception) {
-            thrown = &typeid(exception);
+            thrown = &CaughtAs(exception);
             what = exception.what();
         }
     });

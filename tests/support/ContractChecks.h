@@ -20,7 +20,7 @@ testing::AssertionResult IsOneReport(const std::string& text, const std::string&
 /// such line.
 std::string ReportedLine(const std::string& text);
 
-/// True when `action` throws exactly the given type, with exactly this `what()`, and writes exactly one
+/// True when `action` throws exactly the given type (see CaughtAs), with exactly this `what()`, and writes exactly one
 /// contract report that names `source` and a line there that has a check; an empty `source` means that nothing at all
 /// may be written.
 testing::AssertionResult Throws(const std::function<void()>& action, const std::type_info& type,

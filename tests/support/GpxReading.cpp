@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "support/GpxReading.h"
 
+#include "support/CaughtAs.h"
 #include "support/ContractChecks.h"
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <exception>
-#include <typeinfo>
 
 namespace vexaTransferLib::testing_support {
 
@@ -23,7 +23,7 @@ Reading::Reading(const std::function<void(GpxParser&, GpxDocument&)>& read) {
         try {
             read(parser, document);
         } catch (const std::exception& exception) {
-            error = std::string(typeid(exception).name()) + ": " + exception.what();
+            error = std::string(CaughtAs(exception).name()) + ": " + exception.what();
         }
     });
 }

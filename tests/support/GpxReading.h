@@ -17,7 +17,7 @@ GpxDocument UsedDocument();
 struct Reading {
     explicit Reading(const std::function<void(GpxParser&, GpxDocument&)>& read);
 
-    std::string error;   ///< type and message of the exception; empty when there was none
+    std::string error;   ///< type (see CaughtAs) and message of the exception; empty when there was none
     std::string written; ///< to standard error
     GpxDocument document = UsedDocument();
 };

@@ -8,7 +8,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// A text that makes a cleaner begin a search over and over, most of them in vain.
+/// A text that makes a cleaner start a search again and again, mostly in vain.
 struct HostileText {
     const char* name;
     const char16_t* head = u"";

@@ -94,7 +94,7 @@ icu::UnicodeString ReplacementFor(int codePoint) {
     return icu::UnicodeString();
 }
 
-// -1 for everything that is no ASCII digit.
+// -1 for any unit that is not an ASCII digit.
 int DigitValue(char16_t unit) {
     if (unit >= u'0' && unit <= u'9')
         return unit - u'0';
@@ -105,8 +105,8 @@ int DigitValue(char16_t unit) {
     return -1;
 }
 
-// Reads the number up to the first unit that is no ASCII digit: the engine takes the digits of all scripts. A
-// number that does not fit an int is no code point.
+// Reads the number up to the first unit that is not an ASCII digit, because "\d" matches the digits of all scripts. A
+// number that does not fit into an int is no code point.
 int ParseCodePoint(const icu::UnicodeString& reference) {
     const bool hexadecimal = reference.startsWith(u"x", 1) || reference.startsWith(u"X", 1);
     const std::int64_t base = hexadecimal ? 16 : 10;

@@ -17,6 +17,7 @@
 #include "support/ContractChecks.h"
 #include "support/FakeNode.h"
 #include "support/IcuMemory.h"
+#include "support/ModelDoors.h"
 
 #include <gtest/gtest.h>
 
@@ -36,6 +37,11 @@ using namespace testing_support;
 
 constexpr char kUtilsSource[] = "LibCore/vexaTransferLib/GpxUtils.cpp";
 constexpr char kParserSource[] = "LibCore/vexaTransferLib/GpxParser.cpp";
+constexpr char kLinkSource[] = "LibCore/vexaTransferLib/GpxUrl.cpp";
+constexpr char kPointSource[] = "LibCore/vexaTransferLib/GpxPoint.cpp";
+constexpr char kRouteSource[] = "LibCore/vexaTransferLib/GpxRoute.cpp";
+constexpr char kTrackSource[] = "LibCore/vexaTransferLib/GpxTrack.cpp";
+constexpr char kDocumentSource[] = "LibCore/vexaTransferLib/GpxDocument.cpp";
 constexpr char kCleanerSource[] = "LibCore/vexaTransferLib/CleanText.h";
 
 std::string WrittenBy(const std::function<void()>& action) {
@@ -130,6 +136,73 @@ TEST(CheckSitesTest, EachCheckOfTheReadersHasALineOfItsOwnInTheParsersSource) {
         {"the namespace of a null node", [] { IsGroundspeak(NodeView()); }},
     };
     ExpectPlaces(rows, kParserSource);
+}
+
+// Appends the object to a bogus text, which no check before the last one looks at.
+template <class Object>
+std::function<void()> Writing(const Object& object, const GpxVersion& version = k11) {
+    return [object, version] {
+        icu::UnicodeString out;
+        out.setToBogus();
+        object.AppendToString(version, out);
+    };
+}
+
+TEST(CheckSitesTest, EachCheckOfTheWritersOfLinksAndPointsHasALineOfItsOwnInTheSourceOfTheClass) {
+    const GpxVersion k20 = ModelDoors::MakeVersion(2, 0);
+    const GpxUrl link(u"x");
+    const Row linkRows[] = {
+        {"neither GPX 1.0 nor 1.1", Writing(link, k20)},
+        {"the text is too large", Writing(link)},
+    };
+    ExpectPlaces(linkRows, kLinkSource);
+
+    const GpxPoint point(kGpxRoutePoint, 1.0, 2.0);
+    GpxPoint unknownKind(point);
+    ModelDoors::SetPointType(unknownKind, 4);
+    GpxPoint unknownFix(point);
+    ModelDoors::SetFix(unknownFix, 6);
+    GpxPoint unknownRoutePoint(point);
+    ModelDoors::SetRoutePointType(unknownRoutePoint, 6);
+    const Row pointRows[] = {
+        {"neither GPX 1.0 nor 1.1", Writing(point, k20)},
+        {"the text is too large", Writing(point)},
+        {"a point of an unknown kind", Writing(unknownKind)},
+        {"an unknown kind of fix", Writing(unknownFix)},
+        {"an unknown route point type", Writing(unknownRoutePoint)},
+    };
+    ExpectPlaces(pointRows, kPointSource);
+}
+
+TEST(CheckSitesTest, EachCheckOfTheWritersOfRoutesAndTracksHasALineOfItsOwnInTheSourceOfTheClass) {
+    const GpxVersion k20 = ModelDoors::MakeVersion(2, 0);
+    const GpxRoute route(kTarvikRouteStandard);
+    GpxRoute unknownRoute(route);
+    ModelDoors::SetRouteType(unknownRoute, 3);
+    const Row routeRows[] = {
+        {"neither GPX 1.0 nor 1.1", Writing(route, k20)},
+        {"the text is too large", Writing(route)},
+        {"an unknown route type", Writing(unknownRoute)},
+    };
+    ExpectPlaces(routeRows, kRouteSource);
+
+    const Row trackRows[] = {
+        {"neither GPX 1.0 nor 1.1", Writing(GpxTrack(), k20)},
+        {"the text is too large", Writing(GpxTrack())},
+    };
+    ExpectPlaces(trackRows, kTrackSource);
+}
+
+TEST(CheckSitesTest, EachCheckOfTheWriterOfDocumentsHasALineOfItsOwnInTheSourceOfTheDocument) {
+    const GpxDocument document;
+    const Row rows[] = {
+        {"neither GPX 1.0 nor 1.1",
+         [&] { document.GetAsByteString(ModelDoors::MakeVersion(2, 0), u"a", u"b"); }},
+        {"no name of the application", [&] { document.GetAsByteString(k11, u"", u"b"); }},
+        {"no URL of the application", [&] { document.GetAsByteString(k11, u"a", u""); }},
+        {"the file cannot be created", [&] { document.WriteToFile(k11, u"a", u"b", u""); }},
+    };
+    ExpectPlaces(rows, kDocumentSource);
 }
 
 TEST(CheckSitesTest, EachCheckOfTheTextsHasALineOfItsOwnInTheHelpersSource) {

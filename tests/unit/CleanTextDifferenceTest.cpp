@@ -38,7 +38,7 @@ RegexCleaner& Plain() {
     return cleaner;
 }
 
-// Unit by unit: lone surrogates have no UTF-8.
+// Written unit by unit, because a lone surrogate has no UTF-8.
 std::string Shown(const icu::UnicodeString& text) {
     std::string shown;
     for (std::int32_t index = 0; index < text.length(); ++index) {
@@ -93,7 +93,7 @@ constexpr Pipeline kPipelines[] = {
     {"ReplaceHTMLSymbols", &CleanText::ReplaceHTMLSymbols, &RegexCleaner::ReplaceHTMLSymbols},
 };
 
-// Counts the texts that come out differently, and those that do not come out as they went in.
+// Counts the texts for which the results differ, and those that the step changes.
 class Comparison {
 public:
     void Of(const Step& step, const icu::UnicodeString& text) {
@@ -370,7 +370,7 @@ void ComparePutIn(Comparison& comparison, std::span<const Template> templates, U
     }
 }
 
-// The places at which a step asks what kind of character it is.
+// Texts in which a step tests what kind of character it has, with an "@" for that character.
 TEST(CleanTextDifferenceTest, CharactersOfAllKindsAreWhatTheEngineTakesThemFor) {
     static constexpr Template kTemplates[] = {
         {kComments, u"<!--x--@>"},

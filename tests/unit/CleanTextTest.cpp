@@ -57,7 +57,7 @@ TEST(CleanTextTest, AnEmptyTextStaysEmpty) {
     }
 }
 
-// A bogus text counts as empty; a matcher run over it would have made an ordinary empty text of it.
+// A bogus text counts as empty; a regular expression would make it an ordinary empty text.
 TEST(CleanTextTest, OperationsWithATestForEmptinessTouchNoMatcherThen) {
     for (const Operation operation : {&CleanText::HTMLToPlainText, &CleanText::StripBBCode,
                                       &CleanText::CleanPlainTextForTova, &CleanText::ReplaceHTMLSymbols}) {

@@ -465,7 +465,7 @@ TEST(GpxUtilsTest, NothingIsReadPastTheEndOfATimeText) {
           "2009-01-15T10.25+0130", "2009-01-15T10:20:30.5Z"}) {
         for (std::size_t length = 1; length <= whole.size(); ++length) {
             SCOPED_TRACE(whole.substr(0, length));
-            // Behind the zero that ends it the shortened text still has its old characters.
+            // After the zero that ends it, the shortened text still has its old characters.
             std::string shortened = whole;
             shortened.resize(length);
             std::string fresh(shortened.c_str());

@@ -32,7 +32,7 @@ std::string Refusal(const std::string& why) {
 TEST(InputLimiterTest, CountsANameOnce) {
     GpxInputLimits limits;
     limits.names = 3;
-    InputLimiter limiter(limits, "walk.gpx");
+    InputLimiter limiter(limits, InputName(u"walk.gpx"));
     for (unsigned i = 0; i < 100; ++i) {
         limiter.StartElement(i % 2 + 1, 0);
         limiter.EndElement();
@@ -45,7 +45,7 @@ TEST(InputLimiterTest, CountsANameOnce) {
 TEST(InputLimiterTest, PrefixesAndNamespacesAreNamesToo) {
     GpxInputLimits limits;
     limits.names = 5;
-    InputLimiter limiter(limits, "walk.gpx");
+    InputLimiter limiter(limits, InputName(u"walk.gpx"));
     limiter.StartElement(1, 2);
     limiter.AddNamespace(u"a", u"u");
     limiter.AddNamespace(u"b", u"u");
@@ -57,7 +57,7 @@ TEST(InputLimiterTest, PrefixesAndNamespacesAreNamesToo) {
 TEST(InputLimiterTest, ANamespaceHasALength) {
     GpxInputLimits limits;
     limits.namespaceLength = 4;
-    InputLimiter limiter(limits, "walk.gpx");
+    InputLimiter limiter(limits, InputName(u"walk.gpx"));
     limiter.StartElement(1, 2);
     limiter.AddNamespace(u"long prefix", u"four");
     EXPECT_EQ(RefusalOf([&] { limiter.AddNamespace(u"", u"five!"); }),
@@ -67,7 +67,7 @@ TEST(InputLimiterTest, ANamespaceHasALength) {
 TEST(InputLimiterTest, DeclarationsEndWithTheirElement) {
     GpxInputLimits limits;
     limits.namespaces = 3;
-    InputLimiter limiter(limits, "walk.gpx");
+    InputLimiter limiter(limits, InputName(u"walk.gpx"));
     limiter.StartElement(1, 1);
     limiter.AddNamespace(u"", u"u");
     for (int i = 0; i < 10; ++i) {
@@ -89,8 +89,8 @@ TEST(InputLimiterTest, DeclarationsEndWithTheirElement) {
 TEST(InputLimiterTest, OnlyAHeadHasALimitOfElements) {
     GpxInputLimits limits;
     limits.headElements = 4;
-    InputLimiter file(limits, "walk.gpx");
-    InputLimiter head(limits, "walk.gpx", InputLimiter::Extent::kHead);
+    InputLimiter file(limits, InputName(u"walk.gpx"));
+    InputLimiter head(limits, InputName(u"walk.gpx"), InputLimiter::Extent::kHead);
     for (int i = 0; i < 4; ++i) {
         file.StartElement(1, 0);
         head.StartElement(1, 0);

@@ -2,16 +2,14 @@
 #include <vexaTransferLib/reader/NodeView.h>
 
 #include <vexaTransferLib/reader/DomNode.h>
-#include <vexaTransferLib/reader/FailureIsolation.h>
 
-#include "support/ContractChecks.h"
 #include "support/FakeNode.h"
 #include "support/GpxText.h"
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace vexaTransferLib::reader {
@@ -97,58 +95,6 @@ TEST(ChildWalkTest, TwoWalksOfOneNodeAreIndependent) {
 TEST(ChildWalkTest, ANodeWithoutAChildListHasNoChildren) {
     NodeView child;
     EXPECT_FALSE(ChildWalk(WithoutChildList(*Gpx11Node(u"p", {Gpx11Node(u"a")}))->View()).Next(child));
-}
-
-constexpr ChildMessages kMessages = {"no children", "no child", text::sites::kLinkChildren,
-                                     text::sites::kLinkChild};
-
-// The names that arrive; those in `failing` throw after they were noted.
-std::string IsolatedNames(const FakeNodePtr& parent, const char16_t* failing = u"") {
-    std::string names;
-    ForEachIsolatedChild(AnyContext(), parent->View(), kMessages, [&](const NodeView& child) {
-        names += Utf8(child.LocalName()) + " ";
-        if (Equals(child.LocalName(), failing))
-            throw std::runtime_error("any");
-        if (Equals(child.LocalName(), u"int"))
-            throw 5;
-    });
-    return names;
-}
-
-TEST(FailureIsolationTest, OneBadChildNeverCostsItsParent) {
-    const FakeNodePtr parent = Gpx11Node(u"p", {Gpx11Node(u"a"), Gpx11Node(u"b"), Gpx11Node(u"c")});
-    EXPECT_EQ(CaptureStandardError([&] { EXPECT_EQ(IsolatedNames(parent, u"b"), "a b c "); }), "");
-}
-
-TEST(FailureIsolationTest, OnlyStandardExceptionsAreHeld) {
-    EXPECT_THROW(IsolatedNames(Gpx11Node(u"p", {Gpx11Node(u"int")})), int);
-}
-
-TEST(FailureIsolationTest, EachMissingChildWritesOneReport) {
-    const std::string written = CaptureStandardError([] {
-        EXPECT_EQ(IsolatedNames(Gpx11Node(u"p", {nullptr, Gpx11Node(u"a"), nullptr})), "a ");
-    });
-    const std::size_t half = written.find('\n') + 1;
-    EXPECT_TRUE(IsOneReport(written.substr(0, half), kParserSource));
-    EXPECT_TRUE(IsOneReport(written.substr(half), kParserSource));
-}
-
-TEST(FailureIsolationTest, ChildrenWithoutALocalNameAreSkipped) {
-    const FakeNodePtr nameless = Gpx11Node(u"x");
-    nameless->localName.reset();
-    const FakeNodePtr parent = Gpx11Node(u"p", {nameless, Gpx11Node(u"a")});
-    EXPECT_EQ(IsolatedNames(parent), "a ");
-    std::string names;
-    ForEachNamedChild(AnyContext(), parent->View(),
-                      [&](const NodeView& child) { names += Utf8(child.LocalName()); });
-    EXPECT_EQ(names, "a");
-}
-
-TEST(FailureIsolationTest, WithoutAChildListOnlyTheGuardedWalkFails) {
-    const FakeNodePtr parent = WithoutChildList(*Gpx11Node(u"p"));
-    EXPECT_FAILURE(IsolatedNames(parent), dbc::postcondition_error, "no children", kParserSource);
-    ForEachNamedChild(AnyContext(), parent->View(), [](const NodeView&) { FAIL(); });
-    ForEachNamedChild(AnyContext(), NodeView(), [](const NodeView&) { FAIL(); });
 }
 
 } // namespace

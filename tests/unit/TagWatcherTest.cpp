@@ -30,7 +30,7 @@ GpxInputLimits LowLimits(std::uint64_t tagBytes = 60) {
 struct Watched {
     Watched(const std::string& bytes, std::size_t step, const GpxInputLimits& limits = LowLimits(),
             const std::u16string& encoding = {}, Extent extent = Extent::kFile) {
-        TagWatcher watcher(limits, "walk.gpx", extent, encoding);
+        TagWatcher watcher(limits, InputName(u"walk.gpx"), extent, encoding);
         try {
             for (std::size_t at = 0; at < bytes.size(); at += step) {
                 // Not before the first, as the XML parser makes its reader.

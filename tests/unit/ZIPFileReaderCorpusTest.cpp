@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Archives laid out by other means, where a folder of them lies beside the source tree.
+// Archives made by other programs, where a folder of them is beside the source tree.
 
 #include <vexaTransferLib/ZIPFileReader.h>
 

@@ -19,8 +19,8 @@ bool HasUnit(std::u16string_view text, std::size_t at, char16_t unit) {
     return at < text.size() && text[at] == unit;
 }
 
-// Where the bracket is that closes the tag whose name ended at `nameEnd`. "=" must be followed by at least
-// one character that is no bracket.
+// The position of the bracket that closes the tag whose name ends at `nameEnd`. "=" must be followed by at
+// least one character other than a closing bracket.
 std::size_t ClosingBracket(std::u16string_view text, std::size_t nameEnd) {
     if (HasUnit(text, nameEnd, u']'))
         return nameEnd;
@@ -29,11 +29,11 @@ std::size_t ClosingBracket(std::u16string_view text, std::size_t nameEnd) {
     return text.find(u']', nameEnd + 1);
 }
 
-std::size_t EndOfTagAt(std::u16string_view text, std::size_t begin) {
-    const std::size_t nameBegin = begin + (HasUnit(text, begin + 1, u'/') ? 2 : 1);
+std::size_t EndOfTagAt(std::u16string_view text, std::size_t start) {
+    const std::size_t nameStart = start + (HasUnit(text, start + 1, u'/') ? 2 : 1);
     for (const std::u16string_view name : kNames) {
-        const std::size_t nameEnd = EndOfName(text, nameBegin, name);
-        // A name may be the begin of another, as "i" is of "img".
+        const std::size_t nameEnd = EndOfName(text, nameStart, name);
+        // Where one name does not match, a longer one may: "img" starts with "i".
         const std::size_t bracket = nameEnd == kNpos ? kNpos : ClosingBracket(text, nameEnd);
         if (bracket != kNpos)
             return bracket + 1;
@@ -46,15 +46,16 @@ std::size_t EndOfTagAt(std::u16string_view text, std::size_t begin) {
 bool RemoveBBCodeTags(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
-    // Behind the last closing bracket no tag ends: only as far as there is the text searched.
+    // No tag ends after the last closing bracket. Searching only up to there keeps the time linear: no search for
+    // a closing bracket runs to the end of the text in vain.
     const std::size_t last = units.rfind(u']');
     const std::u16string_view closed = units.substr(0, last == kNpos ? 0 : last + 1);
     std::size_t from = 0;
-    for (std::size_t begin = 0; (begin = closed.find(u'[', from)) != kNpos;) {
-        const std::size_t end = EndOfTagAt(closed, begin);
+    for (std::size_t start = 0; (start = closed.find(u'[', from)) != kNpos;) {
+        const std::size_t end = EndOfTagAt(closed, start);
         if (end != kNpos)
-            replacements.Replace(begin, end, {});
-        from = end == kNpos ? begin + 1 : end;
+            replacements.Replace(start, end, {});
+        from = end == kNpos ? start + 1 : end;
     }
     return replacements.Finish();
 }

@@ -12,7 +12,7 @@ constexpr char16_t kKelvinSign = u'\u212A';
 constexpr char16_t kLongStLigature = u'\uFB05';
 constexpr char16_t kStLigature = u'\uFB06';
 
-// No other character folds to one ASCII letter.
+// Only ASCII capitals, the long s and the Kelvin sign fold to one ASCII letter.
 char16_t Folded(char16_t unit) {
     if (unit >= u'A' && unit <= u'Z')
         return static_cast<char16_t>(unit - u'A' + u'a');
@@ -21,18 +21,19 @@ char16_t Folded(char16_t unit) {
     return unit == kKelvinSign ? u'k' : unit;
 }
 
-// What else folds to several ASCII letters makes "ff", "fi", "fl" or "ss", which are in no name.
+// The other characters that fold to several ASCII letters fold to "ff", "fi", "fl", "ffi", "ffl" or "ss", which no
+// name contains.
 bool FoldsToSt(char16_t unit) {
     return unit == kLongStLigature || unit == kStLigature;
 }
 
 } // namespace
 
-std::size_t EndOfName(std::u16string_view text, std::size_t begin, std::u16string_view name) {
+std::size_t EndOfName(std::u16string_view text, std::size_t start, std::u16string_view name) {
     while (!name.empty()) {
-        if (begin == text.size())
+        if (start == text.size())
             return kNpos;
-        const char16_t unit = text[begin++];
+        const char16_t unit = text[start++];
         std::size_t matched = 0;
         if (Folded(unit) == name.front())
             matched = 1;
@@ -42,7 +43,7 @@ std::size_t EndOfName(std::u16string_view text, std::size_t begin, std::u16strin
             return kNpos;
         name.remove_prefix(matched);
     }
-    return begin;
+    return start;
 }
 
 } // namespace vexaTransferLib::cleaner

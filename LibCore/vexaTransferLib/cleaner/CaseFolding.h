@@ -10,9 +10,9 @@
 
 namespace vexaTransferLib::cleaner {
 
-/// Where `name`, in lower-case ASCII, ends that begins at `begin` of the text in any case; npos when it does
-/// not stand there. As in the engine two texts are equal when their full case foldings are, and half of a
-/// character that folds to two letters is no match.
-std::size_t EndOfName(std::u16string_view text, std::size_t begin, std::u16string_view name);
+/// The end of `name` in the text when the text contains it at `start`, in any case; otherwise npos. The name is in
+/// lower-case ASCII. As in ICU's regular expressions two texts are equal when their full case foldings are, and
+/// half of a character that folds to two letters is no match.
+std::size_t EndOfName(std::u16string_view text, std::size_t start, std::u16string_view name);
 
 } // namespace vexaTransferLib::cleaner

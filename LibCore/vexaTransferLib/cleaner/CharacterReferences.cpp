@@ -38,10 +38,10 @@ constexpr NamedReference kNamedReferences[] = {
 
 constexpr int kNoCodePoint = -1;
 
-// How the number of a reference is written: what it counts by, and the most digits that it may have.
+// How the number of a reference is written.
 struct Notation {
     int base;
-    int longest;
+    int mostDigits;
 };
 
 constexpr Notation kDecimal{10, 10};
@@ -53,7 +53,7 @@ bool IsShownAsIs(int codePoint) {
     return printableAscii || printableLatin1;
 }
 
-// -1 for everything that is no ASCII digit of the notation.
+// -1 for any character that is not an ASCII digit of the notation.
 int DigitValue(UChar32 character, Notation notation) {
     if (character >= u'0' && character <= u'9')
         return character - u'0';
@@ -66,7 +66,7 @@ int DigitValue(UChar32 character, Notation notation) {
     return -1;
 }
 
-// The number that the ASCII digits make up to the first digit of another script.
+// The number that a sequence of digits makes. A digit of another script, passed as -1, ends it.
 class Number {
 public:
     void Add(int digit, Notation notation) {
@@ -94,10 +94,10 @@ struct NumericReference {
 
 constexpr NumericReference kNoReference{kNpos, kNoCodePoint};
 
-NumericReference DigitsAt(std::u16string_view text, std::size_t begin, Notation notation) {
+NumericReference DigitsAt(std::u16string_view text, std::size_t start, Notation notation) {
     Number number;
-    std::size_t at = begin;
-    for (int count = 0; count <= notation.longest && at < text.size(); ++count) {
+    std::size_t at = start;
+    for (int count = 0; count <= notation.mostDigits && at < text.size(); ++count) {
         UChar32 character = 0;
         U16_NEXT(text.data(), at, text.size(), character);
         if (character == u';' && count > 0)
@@ -110,18 +110,18 @@ NumericReference DigitsAt(std::u16string_view text, std::size_t begin, Notation 
     return kNoReference;
 }
 
-NumericReference NumericReferenceAt(std::u16string_view text, std::size_t begin) {
-    if (!text.substr(begin).starts_with(u"&#"))
+NumericReference NumericReferenceAt(std::u16string_view text, std::size_t start) {
+    if (!text.substr(start).starts_with(u"&#"))
         return kNoReference;
-    const std::size_t number = begin + 2;
+    const std::size_t number = start + 2;
     if (number < text.size() && (text[number] == u'x' || text[number] == u'X'))
         return DigitsAt(text, number + 1, kHexadecimal);
     return DigitsAt(text, number, kDecimal);
 }
 
-const NamedReference* NamedReferenceAt(std::u16string_view text, std::size_t begin) {
+const NamedReference* NamedReferenceAt(std::u16string_view text, std::size_t start) {
     for (const NamedReference& named : kNamedReferences) {
-        if (text.substr(begin).starts_with(named.reference))
+        if (text.substr(start).starts_with(named.reference))
             return &named;
     }
     return nullptr;
@@ -143,32 +143,33 @@ bool ReplaceNumericReferences(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t from = 0;
-    for (std::size_t begin = 0; (begin = units.find(u'&', from)) != kNpos;) {
-        from = begin + 1;
-        const NumericReference reference = NumericReferenceAt(units, begin);
+    for (std::size_t start = 0; (start = units.find(u'&', from)) != kNpos;) {
+        from = start + 1;
+        const NumericReference reference = NumericReferenceAt(units, start);
         if (reference.end == kNpos)
             continue;
         const icu::UnicodeString character = CharacterFor(reference.codePoint);
         from = reference.end;
-        replacements.Replace(begin, from,
+        replacements.Replace(start, from,
                              {character.getBuffer(), static_cast<std::size_t>(character.length())});
     }
     return replacements.Finish();
 }
 
-// One pass does what one after the other for each name would: no reference begins inside another, and what
-// stands for one is no part of another. Only "&amp;" makes the begin of references; they stay.
+// One pass gives the same as eight passes, one for each name, with "&amp;" last: no reference starts inside
+// another, and no replacement but that of "&amp;" can be part of a reference. A reference that starts with the
+// replacement of "&amp;" stays.
 bool ReplaceNamedReferences(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t from = 0;
-    for (std::size_t begin = 0; (begin = units.find(u'&', from)) != kNpos;) {
-        from = begin + 1;
-        const NamedReference* const named = NamedReferenceAt(units, begin);
+    for (std::size_t start = 0; (start = units.find(u'&', from)) != kNpos;) {
+        from = start + 1;
+        const NamedReference* const named = NamedReferenceAt(units, start);
         if (named == nullptr)
             continue;
-        from = begin + named->reference.size();
-        replacements.Replace(begin, from, named->character);
+        from = start + named->reference.size();
+        replacements.Replace(start, from, named->character);
     }
     return replacements.Finish();
 }

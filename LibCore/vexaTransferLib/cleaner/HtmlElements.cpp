@@ -14,9 +14,9 @@ namespace vexaTransferLib::cleaner {
 
 namespace {
 
-constexpr std::u16string_view kCommentBegin = u"<!--";
+constexpr std::u16string_view kCommentStart = u"<!--";
 constexpr std::u16string_view kDashes = u"--";
-constexpr std::u16string_view kClosingBegin = u"</";
+constexpr std::u16string_view kClosingTagStart = u"</";
 
 std::size_t SkipWhiteSpace(std::u16string_view text, std::size_t at) {
     while (at < text.size() && u_isUWhiteSpace(text[at]) != 0)
@@ -24,7 +24,7 @@ std::size_t SkipWhiteSpace(std::u16string_view text, std::size_t at) {
     return at;
 }
 
-// Where the first end of a comment that begins at or behind `from` is over.
+// The position after the first end of a comment ("--", white space, ">") at `from` or later.
 std::size_t EndOfComment(std::u16string_view text, std::size_t from) {
     for (std::size_t dashes = text.find(kDashes, from); dashes != kNpos;
          dashes = text.find(kDashes, dashes + 1)) {
@@ -35,20 +35,21 @@ std::size_t EndOfComment(std::u16string_view text, std::size_t from) {
     return kNpos;
 }
 
+// The position after the next ">".
 std::size_t EndOfTag(std::u16string_view text, std::size_t from) {
     const std::size_t bracket = text.find(u'>', from);
     return bracket == kNpos ? kNpos : bracket + 1;
 }
 
-// The elements of one name.
+// Finds the ends of the elements with one name.
 class Elements {
 public:
     Elements(std::u16string_view text, std::u16string_view name) : text_(text), name_(name) {}
 
-    // Where the element is over that begins at `begin`. When one has no end, none behind it has: the text is
-    // not searched again.
-    std::size_t EndOfElementAt(std::size_t begin) {
-        const std::size_t nameEnd = noneEnds_ ? kNpos : EndOfName(text_, begin + 1, name_);
+    // The end of the element that starts at `start`; kNpos when there is no element or it has no end. When one
+    // element has no end, no later one has: the text is then not searched again.
+    std::size_t EndOfElementAt(std::size_t start) {
+        const std::size_t nameEnd = noneEnds_ ? kNpos : EndOfName(text_, start + 1, name_);
         if (nameEnd == kNpos)
             return kNpos;
         const std::size_t tagEnd = EndOfTag(text_, nameEnd);
@@ -58,11 +59,11 @@ public:
     }
 
 private:
-    // The first name decides: a bracket behind a later one is behind this one too.
+    // The first closing tag with the name decides: if no ">" follows it, none follows a later one.
     std::size_t EndOfClosingTag(std::size_t from) const {
-        for (std::size_t begin = text_.find(kClosingBegin, from); begin != kNpos;
-             begin = text_.find(kClosingBegin, begin + 1)) {
-            const std::size_t nameEnd = EndOfName(text_, begin + kClosingBegin.size(), name_);
+        for (std::size_t start = text_.find(kClosingTagStart, from); start != kNpos;
+             start = text_.find(kClosingTagStart, start + 1)) {
+            const std::size_t nameEnd = EndOfName(text_, start + kClosingTagStart.size(), name_);
             if (nameEnd != kNpos)
                 return EndOfTag(text_, nameEnd);
         }
@@ -80,12 +81,12 @@ bool RemoveComments(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t end = 0;
-    for (std::size_t begin = 0; (begin = units.find(kCommentBegin, end)) != kNpos;) {
-        end = EndOfComment(units, begin + kCommentBegin.size() + 1);
-        // No end for this one is no end for those behind it.
+    for (std::size_t start = 0; (start = units.find(kCommentStart, end)) != kNpos;) {
+        end = EndOfComment(units, start + kCommentStart.size() + 1);
+        // If this comment has no end, no later one has.
         if (end == kNpos)
             break;
-        replacements.Replace(begin, end, {});
+        replacements.Replace(start, end, {});
     }
     return replacements.Finish();
 }
@@ -96,13 +97,13 @@ bool RemoveStylesAndScripts(icu::UnicodeString& text) {
     Elements styles(units, u"style");
     Elements scripts(units, u"script");
     std::size_t from = 0;
-    for (std::size_t begin = 0; (begin = units.find(u'<', from)) != kNpos;) {
-        std::size_t end = styles.EndOfElementAt(begin);
+    for (std::size_t start = 0; (start = units.find(u'<', from)) != kNpos;) {
+        std::size_t end = styles.EndOfElementAt(start);
         if (end == kNpos)
-            end = scripts.EndOfElementAt(begin);
+            end = scripts.EndOfElementAt(start);
         if (end != kNpos)
-            replacements.Replace(begin, end, {});
-        from = end == kNpos ? begin + 1 : end;
+            replacements.Replace(start, end, {});
+        from = end == kNpos ? start + 1 : end;
     }
     return replacements.Finish();
 }

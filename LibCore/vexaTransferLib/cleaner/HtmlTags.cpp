@@ -22,26 +22,26 @@ constexpr std::u16string_view kBreakNames[] = {
     u"/h2",         u"h3", u"/h3", u"h4",   u"/h4", u"h5",   u"/h5", u"h6",  u"/h6",
     u"li",          u"ol", u"/ol", u"/pre", u"tr",  u"ul",   u"/ul"};
 
-bool BeginsWithAName(std::u16string_view text, std::size_t begin, Names names) {
+bool StartsWithName(std::u16string_view text, std::size_t start, Names names) {
     return std::any_of(names.begin(), names.end(),
-                       [&](std::u16string_view name) { return EndOfName(text, begin, name) != kNpos; });
+                       [&](std::u16string_view name) { return EndOfName(text, start, name) != kNpos; });
 }
 
-// No name has a bracket in it, so that the tag ends at the first, whichever name it was.
+// A tag ends at the first ">" after its start, whichever name matched, because no name contains one.
 bool ReplaceTags(icu::UnicodeString& text, Names names, std::u16string_view with) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t from = 0;
-    for (std::size_t begin = 0; (begin = units.find(u'<', from)) != kNpos;) {
-        from = begin + 1;
-        if (!BeginsWithAName(units, from, names))
+    for (std::size_t start = 0; (start = units.find(u'<', from)) != kNpos;) {
+        from = start + 1;
+        if (!StartsWithName(units, from, names))
             continue;
         const std::size_t bracket = units.find(u'>', from);
-        // Nor is there one for the tags behind this.
+        // If no ">" follows this tag, none follows a later one.
         if (bracket == kNpos)
             break;
         from = bracket + 1;
-        replacements.Replace(begin, from, with);
+        replacements.Replace(start, from, with);
     }
     return replacements.Finish();
 }
@@ -60,14 +60,14 @@ bool RemoveTags(icu::UnicodeString& text) {
     constexpr std::u16string_view kBrackets = u"<>";
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
-    std::size_t begin = units.find(u'<');
-    while (begin != kNpos) {
-        const std::size_t bracket = units.find_first_of(kBrackets, begin + 1);
+    std::size_t start = units.find(u'<');
+    while (start != kNpos) {
+        const std::size_t bracket = units.find_first_of(kBrackets, start + 1);
         if (bracket == kNpos)
             break;
         if (units[bracket] == u'>')
-            replacements.Replace(begin, bracket + 1, {});
-        begin = units.find(u'<', bracket);
+            replacements.Replace(start, bracket + 1, {});
+        start = units.find(u'<', bracket);
     }
     return replacements.Finish();
 }

@@ -12,18 +12,18 @@ namespace {
 
 struct Substitution {
     char16_t character;
-    std::u16string_view with;
+    std::u16string_view replacement;
 };
 
-// One pass for two characters: neither is made of the other.
+// Both in one pass: neither replacement contains the character of the other.
 bool Substitute(icu::UnicodeString& text, Substitution first, Substitution second) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     for (std::size_t at = 0; at < units.size(); ++at) {
         if (units[at] == first.character)
-            replacements.Replace(at, at + 1, first.with);
+            replacements.Replace(at, at + 1, first.replacement);
         else if (units[at] == second.character)
-            replacements.Replace(at, at + 1, second.with);
+            replacements.Replace(at, at + 1, second.replacement);
     }
     return replacements.Finish();
 }

@@ -12,9 +12,9 @@ std::u16string_view UnitsOf(const icu::UnicodeString& text) {
     return {text.getBuffer(), static_cast<std::size_t>(text.length())};
 }
 
-// A text that shrank to less than half does not hold on to the memory of what is gone. Without memory for
-// a smaller one it does.
-void GiveBackMemory(icu::UnicodeString& text) {
+// Frees the memory that a text no longer needs when less than half of it is used. If there is no memory for a
+// smaller copy, the text stays as it is.
+void ShrinkToFit(icu::UnicodeString& text) {
     if (text.length() >= text.getCapacity() / 2)
         return;
     icu::UnicodeString smaller(text.getBuffer(), text.length());
@@ -26,27 +26,27 @@ void GiveBackMemory(icu::UnicodeString& text) {
 
 Replacements::Replacements(icu::UnicodeString& text) : text_(text), units_(UnitsOf(text)) {}
 
-void Replacements::Replace(std::size_t begin, std::size_t end, std::u16string_view with) {
-    if (!begun_) {
-        begun_ = true;
+void Replacements::Replace(std::size_t start, std::size_t end, std::u16string_view with) {
+    if (!started_) {
+        started_ = true;
         result_ = icu::UnicodeString(text_.length(), 0, 0);
     }
-    Append(units_.substr(taken_, begin - taken_));
+    Append(units_.substr(copied_, start - copied_));
     Append(with);
-    taken_ = end;
+    copied_ = end;
 }
 
 bool Replacements::Finish() {
-    if (!begun_) {
-        // A bogus text comes out empty, as it does from the engine.
+    if (!started_) {
+        // A bogus text becomes empty, as in ICU's regular expressions.
         if (text_.isBogus())
             text_.remove();
         return true;
     }
-    Append(units_.substr(taken_));
+    Append(units_.substr(copied_));
     if (result_.isBogus())
         return false;
-    GiveBackMemory(result_);
+    ShrinkToFit(result_);
     text_ = std::move(result_);
     return true;
 }

@@ -12,23 +12,23 @@
 
 namespace vexaTransferLib::cleaner {
 
-/// The replacements that one step of the cleaning makes in a text, from its begin to its end. They go into a
-/// string of their own, begun with the first one: replacing in place moves the rest of the text every time,
-/// and a text in which nothing is replaced needs no memory.
+/// The replacements that one step of the cleaning makes in a text, from its start to its end. The result is
+/// built in a second string, because replacing in place would move the rest of the text every time. The string is
+/// made at the first replacement, so that a text in which nothing is replaced needs no memory.
 class Replacements {
 public:
-    /// The text must stay as it is until Finish().
+    /// The text must not change until Finish().
     explicit Replacements(icu::UnicodeString& text);
     Replacements(const Replacements&) = delete;
     Replacements& operator=(const Replacements&) = delete;
 
     std::u16string_view Text() const { return units_; }
 
-    /// Puts `with` in the place of the units from `begin` on that end before `end`; not before the end of the
-    /// last call.
-    void Replace(std::size_t begin, std::size_t end, std::u16string_view with);
+    /// Replaces the units from `start` to before `end` by `with`. `start` must not lie before the `end` of the call
+    /// before.
+    void Replace(std::size_t start, std::size_t end, std::u16string_view with);
 
-    /// Gives the text its replacements. False when there is no memory for them; the text is then unchanged.
+    /// Stores the result in the text. False when there is no memory for it; the text is then unchanged.
     [[nodiscard]] bool Finish();
 
 private:
@@ -37,8 +37,8 @@ private:
     icu::UnicodeString& text_;
     const std::u16string_view units_;
     icu::UnicodeString result_;
-    bool begun_ = false;
-    std::size_t taken_ = 0;
+    bool started_ = false;
+    std::size_t copied_ = 0; // units of the text that the result already covers
 };
 
 } // namespace vexaTransferLib::cleaner

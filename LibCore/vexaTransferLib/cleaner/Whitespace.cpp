@@ -14,21 +14,21 @@ namespace {
 
 constexpr std::u16string_view kSpace = u" ";
 
-// The line ends of the regular expression engine's "^" and "$".
+// The characters that end a line for "^" and "$" in ICU's regular expressions.
 bool IsLineEnd(char16_t unit) {
     return (unit >= u'\n' && unit <= u'\r') || unit == u'\u0085' || unit == u'\u2028' || unit == u'\u2029';
 }
 
-std::size_t EndOfRun(std::u16string_view text, std::size_t begin) {
-    return std::min(text.find_first_not_of(text[begin], begin), text.size());
+std::size_t EndOfRun(std::u16string_view text, std::size_t start) {
+    return std::min(text.find_first_not_of(text[start], start), text.size());
 }
 
-bool StandsAtLineEdge(std::u16string_view text, std::size_t begin, std::size_t end) {
-    return begin == 0 || end == text.size() || IsLineEnd(text[begin - 1]) || IsLineEnd(text[end]);
+bool TouchesLineEdge(std::u16string_view text, std::size_t start, std::size_t end) {
+    return start == 0 || end == text.size() || IsLineEnd(text[start - 1]) || IsLineEnd(text[end]);
 }
 
-// Where the spaces end that are the last but for one line end. A CR LF is one.
-std::size_t EndOfLastSpaces(std::u16string_view text) {
+// The position before the line end that ends the text, or the end of the text. CR LF is one line end.
+std::size_t EndOfLastLine(std::u16string_view text) {
     if (text.ends_with(kLineBreak))
         return text.size() - kLineBreak.size();
     return text.size() - (!text.empty() && IsLineEnd(text.back()) ? 1 : 0);
@@ -40,9 +40,9 @@ bool ReplaceTabs(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t end = 0;
-    for (std::size_t begin = 0; (begin = units.find(u'\t', end)) != kNpos;) {
-        end = EndOfRun(units, begin);
-        replacements.Replace(begin, end, kSpace);
+    for (std::size_t start = 0; (start = units.find(u'\t', end)) != kNpos;) {
+        end = EndOfRun(units, start);
+        replacements.Replace(start, end, kSpace);
     }
     return replacements.Finish();
 }
@@ -51,10 +51,10 @@ bool CollapseSpaces(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t end = 0;
-    for (std::size_t begin = 0; (begin = units.find(u' ', end)) != kNpos;) {
-        end = EndOfRun(units, begin);
-        if (end - begin > 1)
-            replacements.Replace(begin, end, kSpace);
+    for (std::size_t start = 0; (start = units.find(u' ', end)) != kNpos;) {
+        end = EndOfRun(units, start);
+        if (end - start > 1)
+            replacements.Replace(start, end, kSpace);
     }
     return replacements.Finish();
 }
@@ -63,10 +63,10 @@ bool TrimLines(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t end = 0;
-    for (std::size_t begin = 0; (begin = units.find(u' ', end)) != kNpos;) {
-        end = EndOfRun(units, begin);
-        if (StandsAtLineEdge(units, begin, end))
-            replacements.Replace(begin, end, {});
+    for (std::size_t start = 0; (start = units.find(u' ', end)) != kNpos;) {
+        end = EndOfRun(units, start);
+        if (TouchesLineEdge(units, start, end))
+            replacements.Replace(start, end, {});
     }
     return replacements.Finish();
 }
@@ -77,12 +77,12 @@ bool TrimText(icu::UnicodeString& text) {
     const std::size_t first = std::min(units.find_first_not_of(u' '), units.size());
     if (first > 0)
         replacements.Replace(0, first, {});
-    const std::size_t end = EndOfLastSpaces(units);
-    std::size_t begin = end;
-    while (begin > first && units[begin - 1] == u' ')
-        --begin;
-    if (begin < end)
-        replacements.Replace(begin, end, {});
+    const std::size_t end = EndOfLastLine(units);
+    std::size_t start = end;
+    while (start > first && units[start - 1] == u' ')
+        --start;
+    if (start < end)
+        replacements.Replace(start, end, {});
     return replacements.Finish();
 }
 
@@ -110,12 +110,12 @@ bool CollapseLineBreaks(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t end = 0;
-    for (std::size_t begin = 0; (begin = units.find(kLineBreak, end)) != kNpos;) {
-        end = begin;
+    for (std::size_t start = 0; (start = units.find(kLineBreak, end)) != kNpos;) {
+        end = start;
         while (units.substr(end).starts_with(kLineBreak))
             end += kLineBreak.size();
-        if (end - begin > kParagraphBreak.size())
-            replacements.Replace(begin, end, kParagraphBreak);
+        if (end - start > kParagraphBreak.size())
+            replacements.Replace(start, end, kParagraphBreak);
     }
     return replacements.Finish();
 }

@@ -12,27 +12,41 @@ void BufferedErrorHandler::Release() {
         return;
     isReleased_ = true;
     receiver_.resetErrors();
-    for (const std::function<void()>& call : std::exchange(held_, {}))
-        call();
+    for (const Call& call : std::exchange(calls_, {}))
+        PassOn(call.severity, call.exception);
 }
 
-void BufferedErrorHandler::Pass(std::function<void()> call) {
+void BufferedErrorHandler::Take(GpxMessageSeverity severity, const SAXParseException& exception) {
     if (isReleased_)
-        call();
+        PassOn(severity, exception);
     else
-        held_.push_back(std::move(call));
+        calls_.push_back({severity, exception});
+}
+
+void BufferedErrorHandler::PassOn(GpxMessageSeverity severity, const SAXParseException& exception) {
+    switch (severity) {
+    case kGpxMessageWarning:
+        receiver_.warning(exception);
+        break;
+    case kGpxMessageError:
+        receiver_.error(exception);
+        break;
+    case kGpxMessageFatalError:
+        receiver_.fatalError(exception);
+        break;
+    }
 }
 
 void BufferedErrorHandler::warning(const SAXParseException& exception) {
-    Pass([this, exception] { receiver_.warning(exception); });
+    Take(kGpxMessageWarning, exception);
 }
 
 void BufferedErrorHandler::error(const SAXParseException& exception) {
-    Pass([this, exception] { receiver_.error(exception); });
+    Take(kGpxMessageError, exception);
 }
 
 void BufferedErrorHandler::fatalError(const SAXParseException& exception) {
-    Pass([this, exception] { receiver_.fatalError(exception); });
+    Take(kGpxMessageFatalError, exception);
 }
 
 } // namespace vexaTransferLib::reader

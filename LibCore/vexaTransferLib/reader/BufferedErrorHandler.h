@@ -5,21 +5,22 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/GpxReadObserver.h>
+
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 
-#include <functional>
 #include <vector>
 
 namespace vexaTransferLib::reader {
 
-/// Holds back what an XML parser tells its error handler until it is clear that this parse is the one that counts:
-/// a file that is parsed a second time must not be complained about twice.
+/// Keeps what an XML parser tells its error handler until it is clear that this parse is the one that counts: the
+/// errors of a file that is parsed a second time must not be reported twice.
 class BufferedErrorHandler final : public xercesc::ErrorHandler {
 public:
     explicit BufferedErrorHandler(xercesc::ErrorHandler& receiver) : receiver_(receiver) {}
 
-    /// Resets the receiver's errors and passes on what was held; from now on passes on everything at once.
+    /// Resets the receiver's errors and passes on what it has kept; from now on passes on everything at once.
     void Release();
 
     void warning(const xercesc::SAXParseException& exception) override;
@@ -29,10 +30,16 @@ public:
     void resetErrors() override {}
 
 private:
-    void Pass(std::function<void()> call);
+    struct Call {
+        GpxMessageSeverity severity;
+        xercesc::SAXParseException exception;
+    };
+
+    void Take(GpxMessageSeverity severity, const xercesc::SAXParseException& exception);
+    void PassOn(GpxMessageSeverity severity, const xercesc::SAXParseException& exception);
 
     xercesc::ErrorHandler& receiver_;
-    std::vector<std::function<void()>> held_;
+    std::vector<Call> calls_;
     bool isReleased_ = false;
 };
 

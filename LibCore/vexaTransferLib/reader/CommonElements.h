@@ -11,7 +11,7 @@
 #include <vexaTransferLib/reader/LinkReader.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
-#include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 

@@ -2,12 +2,12 @@
 #include <vexaTransferLib/reader/DocumentReader.h>
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
-#include <vexaTransferLib/reader/FailureIsolation.h>
+#include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/RouteReader.h>
-#include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/TrackReader.h>
+#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/ElementNames.h>
 

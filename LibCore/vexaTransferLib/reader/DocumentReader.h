@@ -6,7 +6,7 @@
 #endif
 
 #include <vexaTransferLib/GpxDocument.h>
-#include <vexaTransferLib/reader/ChildReader.h>
+#include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
 

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/EventParser.h>
 
-#include <vexaTransferLib/reader/LimitedParser.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
-#include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
 #include <algorithm>
@@ -30,10 +28,10 @@ const char16_t* Known(const char16_t* uri) {
 } // namespace
 
 // The same as for the DOM: validation only where a grammar is named, namespaces, no schema.
-EventParser::EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched, InputLimiter* limiter)
-    : walk_(walk), errors_(errors), isWatched_(isWatched), limiter_(limiter) {
+EventParser::EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched)
+    : walk_(walk), errors_(errors), isWatched_(isWatched) {
     setErrorHandler(&errors);
-    // Without handlers the parser would keep its events to itself.
+    // Without handlers the parser would not report its events.
     setContentHandler(&handler_);
     setLexicalHandler(&handler_);
     setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
@@ -66,10 +64,8 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
                                const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) {
     if (isRoot)
         errors_.Release(); // No declaration can follow that would make the file one for the DOM.
-    if (limiter_ != nullptr)
-        TakeStartTag(*limiter_, declaration, attributes, attributeCount);
     if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(),
-                           isWatched_ ? handler_.Location() : SourceLocation())) {
+                           isWatched_ || walk_.WantsLocation() ? handler_.Location() : SourceLocation())) {
         for (XMLSize_t i = 0; i < attributeCount; ++i) {
             const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
             walk_.AddAttribute(attribute.getQName(), attribute.getValue());
@@ -82,14 +78,10 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
 
 void EventParser::endElement(const xercesc::XMLElementDecl&, const unsigned int, const bool,
                              const XMLCh* const) {
-    if (limiter_ != nullptr)
-        limiter_->EndElement();
     walk_.EndElement();
 }
 
 void EventParser::docCharacters(const XMLCh* const text, const XMLSize_t length, const bool isCData) {
-    if (limiter_ != nullptr)
-        limiter_->AddText(length);
     if (isCData)
         walk_.AddCData({text, length});
     else
@@ -100,15 +92,11 @@ void EventParser::ignorableWhitespace(const XMLCh* const text, const XMLSize_t l
     walk_.AddText({text, length});
 }
 
-void EventParser::docComment(const XMLCh* const text) {
-    if (limiter_ != nullptr)
-        limiter_->CheckText(xercesc::XMLString::stringLen(text));
+void EventParser::docComment(const XMLCh* const) {
     walk_.AddOther();
 }
 
-void EventParser::docPI(const XMLCh* const, const XMLCh* const data) {
-    if (limiter_ != nullptr)
-        limiter_->CheckText(xercesc::XMLString::stringLen(data));
+void EventParser::docPI(const XMLCh* const, const XMLCh* const) {
     walk_.AddOther();
 }
 
@@ -120,8 +108,6 @@ void EventParser::XMLDecl(const XMLCh* const version, const XMLCh* const, const 
 
 void EventParser::doctypeDecl(const xercesc::DTDElementDecl&, const XMLCh* const, const XMLCh* const,
                               const bool, const bool) {
-    if (limiter_ != nullptr)
-        limiter_->RefuseDocumentType();
     throw NeedsDom();
 }
 

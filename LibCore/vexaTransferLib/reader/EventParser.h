@@ -7,7 +7,6 @@
 
 #include <vexaTransferLib/reader/BufferedErrorHandler.h>
 #include <vexaTransferLib/reader/EventWalk.h>
-#include <vexaTransferLib/reader/InputLimiter.h>
 
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax/Locator.hpp>
@@ -21,14 +20,13 @@ namespace vexaTransferLib::reader {
 /// declaration, or whose XML declaration names a version other than 1.0 and 1.1.
 struct NeedsDom {};
 
-/// The XML parser's SAX2 reader, which hands what it finds to a walk. It takes the parser's events one step
-/// before they become calls of a content handler, where names and namespaces still have their numbers: comparing
-/// those costs nothing.
-class EventParser final : public xercesc::SAX2XMLReaderImpl {
+/// The XML parser's SAX2 reader, which passes what it finds to a walk. It takes the parser's events one step before they
+/// become calls of a content handler, where namespaces still have their numbers: looking one up by its number costs
+/// nothing. LimitedParser makes of it a parser for files from strangers.
+class EventParser : public xercesc::SAX2XMLReaderImpl {
 public:
-    /// \param isWatched tells the walk where each element stands
-    /// \param limiter null when the file is trusted
-    EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched, InputLimiter* limiter);
+    /// \param isWatched the walk is given the location of each element, and not only where it asks for it
+    EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched);
 
     /// False after the parse of what could not be opened.
     bool HasDocument() const { return hasDocument_; }
@@ -51,7 +49,7 @@ public:
                      const bool hasExternalSubset) override;
 
 private:
-    // What the reader tells of itself, it tells a content handler.
+    // Only a content handler is given the locator.
     class Handler final : public xercesc::DefaultHandler {
     public:
         void setDocumentLocator(const xercesc::Locator* const locator) override { locator_ = locator; }
@@ -67,7 +65,6 @@ private:
     BufferedErrorHandler& errors_;
     Handler handler_;
     bool isWatched_;
-    InputLimiter* limiter_;
     bool hasDocument_ = false;
     /// By the parser's numbers.
     std::vector<const char16_t*> namespaceUris_;

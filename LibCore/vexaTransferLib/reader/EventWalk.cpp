@@ -5,14 +5,12 @@
 
 namespace vexaTransferLib::reader {
 
-// A failure behind a guard costs the child; any other ends the reading.
+// A failure that is isolated costs the child; any other ends the reading.
 template <class Read, class Refuse>
 void EventWalk::Try(Read read, Refuse refuse) {
+    const bool isIsolated = !readers_.empty() && readers_.back().reader->IsolatesFailures();
     try {
-        if (readers_.empty())
-            read();
-        else
-            IsolateFailure(*readers_.back().reader, read, refuse);
+        IsolateFailure(isIsolated, read, refuse);
     } catch (const ReadAborted&) {
         throw;
     } catch (...) {
@@ -44,6 +42,7 @@ bool EventWalk::StartElement(const char16_t* namespaceUri, const char16_t* local
     switch (state_) {
     case State::kBetween:
         tree_.Clear();
+        location_ = location;
         break;
     case State::kInTree:
         break;
@@ -71,6 +70,7 @@ void EventWalk::BeginRoot(const NodeView& root) {
     rootSeen_ = true;
     TryChild(root, [&] {
         RequireGpxRoot(root);
+        isGpx_ = true;
         Descend(root, [&] { return EnterDocument(context_, root, document_); });
     });
 }

@@ -6,7 +6,7 @@
 #endif
 
 #include <vexaTransferLib/GpxDocument.h>
-#include <vexaTransferLib/reader/ChildReader.h>
+#include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/EventTree.h>
 #include <vexaTransferLib/reader/ReadContext.h>
 
@@ -17,15 +17,18 @@
 
 namespace vexaTransferLib::reader {
 
-/// Reads a document from the events of one parse: the long elements child by child, every other child as a small
-/// tree when it has ended. A failure of the reading is kept, for the file may still prove ill-formed, which comes
-/// first; what is left of the file is then skipped.
+/// Reads a document from the events of one parse: the long elements child by child, every other child as a small tree
+/// when it has ended. A failure of the reading is kept until the parse has ended, and the rest of the file is skipped:
+/// if the file proves ill-formed, that is the error to report.
 class EventWalk {
 public:
     EventWalk(ReadContext& context, GpxDocument& document) : context_(context), document_(document) {}
 
-    // The events. An element's attributes come between its start and its Begin.
+    // The events. An element's attributes come between StartElement and BeginContent.
 
+    /// True when the next element may end the reading: the root or one of its children. Its location is then used, and
+    /// otherwise only for an observer.
+    bool WantsLocation() const { return state_ == State::kBetween && readers_.size() <= 1; }
     /// True when its attributes are wanted.
     bool StartElement(const char16_t* namespaceUri, const char16_t* localName, SourceLocation location);
     void AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
@@ -46,11 +49,15 @@ public:
             tree_.AddOther();
     }
 
-    /// After the parse: ends the elements that it has left open, as those of a file whose host does not mind its
-    /// errors.
+    /// After the parse: ends the elements that are still open, which there are when the host ignores the errors of an
+    /// ill-formed file.
     void Finish();
     /// Throws what the reading failed with.
     void RethrowFailure() const;
+    /// False when the root element is missing or is no `gpx`.
+    bool IsGpx() const { return isGpx_; }
+    /// Of the element that the reading failed at; zeros when it is not known.
+    SourceLocation FailureLocation() const { return location_; }
 
 private:
     enum class State {
@@ -73,7 +80,7 @@ private:
 
     struct Open {
         std::unique_ptr<ChildReader> reader;
-        GpxSkippedElement ifRefused; ///< for its end, where its node is gone; empty when nobody watches
+        GpxSkippedElement ifRefused; ///< for its end, when its node is gone; empty when nobody watches
     };
 
     ReadContext& context_;
@@ -84,6 +91,9 @@ private:
     EventTree tree_{names_};
     State state_ = State::kBetween;
     bool rootSeen_ = false;
+    bool isGpx_ = false;
+    /// Of the last element that is the root or the child of a long element.
+    SourceLocation location_;
     std::size_t skippedDepth_ = 0;
     std::exception_ptr failure_;
 };

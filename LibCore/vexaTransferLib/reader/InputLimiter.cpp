@@ -1,20 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/InputLimiter.h>
 
-#include <vexaTransferLib/reader/ReadAborted.h>
-
-#include <common/dbc.h>
-
-#include <exception>
-
 namespace vexaTransferLib::reader {
 
 void InputLimiter::RefuseDocumentType() const {
-    Refuse("It has a document type declaration.");
+    RefuseUntrusted(GpxReadErrorKind::kUntrusted, name_, "It has a document type declaration.");
 }
 
 void InputLimiter::RefuseEncoding(const std::string& encoding) const {
-    Refuse("Its encoding is read from trusted files only: " + encoding + ".");
+    RefuseUntrusted(GpxReadErrorKind::kUntrusted, name_,
+                    "Its encoding is read from trusted files only: " + encoding + ".");
 }
 
 void InputLimiter::RefuseHeadBytes() const {
@@ -54,15 +49,6 @@ void InputLimiter::AddName(std::set<std::u16string, std::less<>>& names, std::u1
 void InputLimiter::CountName() {
     if (++names_ > limits_.names)
         Refuse("It has more different names than", limits_.names, "names");
-}
-
-void InputLimiter::Refuse(const char* what, std::uint64_t limit, const char* limitName) const {
-    Refuse(std::string(what) + " " + std::to_string(limit) + " (limit of " + limitName + ").");
-}
-
-void InputLimiter::Refuse(const std::string& why) const {
-    throw ReadAborted{std::make_exception_ptr(
-        dbc::postcondition_error("The untrusted GPX file was refused: " + name_ + ". " + why))};
 }
 
 } // namespace vexaTransferLib::reader

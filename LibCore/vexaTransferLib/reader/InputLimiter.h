@@ -6,6 +6,8 @@
 #endif
 
 #include <vexaTransferLib/GpxInputLimits.h>
+#include <vexaTransferLib/reader/InputName.h>
+#include <vexaTransferLib/reader/ReadErrors.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -19,14 +21,14 @@
 
 namespace vexaTransferLib::reader {
 
-/// Watches over one file from a stranger: each operation throws ReadAborted with a dbc::postcondition_error when
-/// the file goes too far.
+/// Checks what an XML parser finds in one file from a stranger: each operation throws ReadAborted with a GpxReadError
+/// when the file is refused.
 class InputLimiter {
 public:
     /// How much of the file is read: all of it, or its head, which has limits of its own.
     enum class Extent { kFile, kHead };
 
-    InputLimiter(const GpxInputLimits& limits, std::string name, Extent extent = Extent::kFile)
+    InputLimiter(const GpxInputLimits& limits, InputName name, Extent extent = Extent::kFile)
         : limits_(limits), name_(std::move(name)),
           elementLimit_(extent == Extent::kHead ? limits.headElements
                                                 : std::numeric_limits<std::uint64_t>::max()) {}
@@ -72,32 +74,22 @@ public:
         if (length > limits_.textLength)
             Refuse("One of its texts is longer than", limits_.textLength, "text length");
     }
-    void AddPoint() {
-        if (++points_ > limits_.points)
-            Refuse("It has more points than", limits_.points, "points");
-    }
-    /// Something of the model that is no point.
-    void AddObject() {
-        if (++objects_ > limits_.objects)
-            Refuse("It has more objects than", limits_.objects, "objects");
-    }
 
 private:
     void AddElementName(std::size_t nameNumber);
     void AddName(std::set<std::u16string, std::less<>>& names, std::u16string_view name);
     void CountName();
     void EndDeclarations();
-    [[noreturn]] void Refuse(const char* what, std::uint64_t limit, const char* limitName) const;
-    [[noreturn]] void Refuse(const std::string& why) const;
+    [[noreturn]] void Refuse(const char* what, std::uint64_t limit, const char* limitName) const {
+        RefuseOverLimit(name_, what, limit, limitName);
+    }
 
     GpxInputLimits limits_;
-    std::string name_;
+    InputName name_;
     std::uint64_t elementLimit_;
     std::uint64_t elements_ = 0;
     std::uint64_t depth_ = 0;
     std::uint64_t textLength_ = 0;
-    std::uint64_t points_ = 0;
-    std::uint64_t objects_ = 0;
     std::uint64_t names_ = 0;
     /// By the XML parser's numbers.
     std::vector<bool> isKnownName_;

@@ -17,38 +17,22 @@
 
 namespace vexaTransferLib::reader {
 
-/// Checks an attribute, and counts it when it declares a namespace.
-inline void TakeAttribute(InputLimiter& limiter, const xercesc::XMLAttr& attribute) {
-    const XMLCh* const value = attribute.getValue();
-    limiter.CheckText(xercesc::XMLString::stringLen(value));
-    const XMLCh* const prefix = attribute.getPrefix();
-    const XMLCh* const name = attribute.getName();
-    if (prefix != nullptr && *prefix != u'\0') {
-        if (xercesc::XMLString::equals(prefix, u"xmlns"))
-            limiter.AddNamespace(name, value);
-    } else if (xercesc::XMLString::equals(name, u"xmlns")) {
-        limiter.AddNamespace({}, value);
-    }
-}
-
-/// Checks a start tag, and counts what is in it.
-inline void TakeStartTag(InputLimiter& limiter, const xercesc::XMLElementDecl& declaration,
-                         const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count) {
-    limiter.StartElement(declaration.getId(), count);
-    for (XMLSize_t i = 0; i < count; ++i)
-        TakeAttribute(limiter, *attributes.elementAt(i));
-}
-
-/// One of Xerces' parsers, for a file from a stranger. Throws ReadAborted out of the parse.
+/// A parser of Xerces, or one derived from it, for a file from a stranger: what it finds is checked before it is worked
+/// on. Throws ReadAborted out of the parse.
 template <class Parser>
 class LimitedParser : public Parser {
 public:
-    explicit LimitedParser(InputLimiter limiter) : limiter_(std::move(limiter)) {}
+    /// \param arguments of the parser
+    template <class... Arguments>
+    explicit LimitedParser(InputLimiter limiter, Arguments&&... arguments)
+        : Parser(std::forward<Arguments>(arguments)...), limiter_(std::move(limiter)) {}
 
     void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
                       const XMLCh* const prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                       const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) override {
-        TakeStartTag(limiter_, declaration, attributes, attributeCount);
+        limiter_.StartElement(declaration.getId(), attributeCount);
+        for (XMLSize_t i = 0; i < attributeCount; ++i)
+            CheckAttribute(*attributes.elementAt(i));
         // Not every parser calls endElement for an empty element.
         if (isEmpty)
             limiter_.EndElement();
@@ -86,6 +70,20 @@ public:
     }
 
 private:
+    // Counts it, too, when it declares a namespace.
+    void CheckAttribute(const xercesc::XMLAttr& attribute) {
+        const XMLCh* const value = attribute.getValue();
+        limiter_.CheckText(xercesc::XMLString::stringLen(value));
+        const XMLCh* const prefix = attribute.getPrefix();
+        const XMLCh* const name = attribute.getName();
+        if (prefix != nullptr && *prefix != u'\0') {
+            if (xercesc::XMLString::equals(prefix, u"xmlns"))
+                limiter_.AddNamespace(name, value);
+        } else if (xercesc::XMLString::equals(name, u"xmlns")) {
+            limiter_.AddNamespace({}, value);
+        }
+    }
+
     InputLimiter limiter_;
     bool isEmpty_ = false;
 };

@@ -40,8 +40,8 @@ private:
 
 } // namespace
 
-LimitedSource::LimitedSource(const xercesc::InputSource& source, const GpxInputLimits& limits,
-                             std::string name, InputLimiter::Extent extent)
+LimitedSource::LimitedSource(const xercesc::InputSource& source, const GpxInputLimits& limits, InputName name,
+                             InputLimiter::Extent extent)
     : InputSource(source.getSystemId(), source.getPublicId()), source_(source), limits_(limits),
       name_(std::move(name)), extent_(extent) {
     setEncoding(source.getEncoding());

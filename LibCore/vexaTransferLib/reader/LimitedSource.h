@@ -11,17 +11,16 @@
 #include <xercesc/sax/InputSource.hpp>
 
 #include <optional>
-#include <string>
 #include <utility>
 
 namespace vexaTransferLib::reader {
 
-/// A stranger's source of bytes, watched over by a TagWatcher: throws ReadAborted out of the parse. The source stays
-/// the caller's. Serves one parse at a time.
+/// A stranger's source of bytes, which a TagWatcher checks: throws ReadAborted out of the parse. The source stays the
+/// caller's. Serves one parse at a time.
 class LimitedSource final : public xercesc::InputSource {
 public:
     /// \param name of the file, for messages
-    LimitedSource(const xercesc::InputSource& source, const GpxInputLimits& limits, std::string name,
+    LimitedSource(const xercesc::InputSource& source, const GpxInputLimits& limits, InputName name,
                   InputLimiter::Extent extent);
 
     xercesc::BinInputStream* makeStream() const override;
@@ -29,7 +28,7 @@ public:
 private:
     const xercesc::InputSource& source_;
     GpxInputLimits limits_;
-    std::string name_;
+    InputName name_;
     InputLimiter::Extent extent_;
     /// Of the last stream, which the XML parser loses when its memory runs out as it makes its reader.
     mutable std::optional<TagWatcher> watcher_;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/LinkReader.h>
 
-#include <vexaTransferLib/reader/FailureIsolation.h>
+#include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/FieldSources.h>
-#include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
 
 #include <utility>

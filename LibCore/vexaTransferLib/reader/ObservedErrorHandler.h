@@ -12,6 +12,9 @@
 
 namespace vexaTransferLib::reader {
 
+/// What an XML parser tells its error handler, in the words of an observer.
+GpxParserMessage MessageOf(GpxMessageSeverity severity, const xercesc::SAXParseException& exception);
+
 /// Passes on what an XML parser tells its error handler, after telling it to an observer.
 class ObservedErrorHandler final : public xercesc::ErrorHandler {
 public:
@@ -25,7 +28,7 @@ public:
     void resetErrors() override { receiver_.resetErrors(); }
 
 private:
-    void Tell(GpxMessageSeverity severity, const xercesc::SAXParseException& exception);
+    void Notify(GpxMessageSeverity severity, const xercesc::SAXParseException& exception);
 
     xercesc::ErrorHandler& receiver_;
     GpxReadObserver* observer_;

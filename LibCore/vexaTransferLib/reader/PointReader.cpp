@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/PointReader.h>
 
+#include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/CommonElements.h>
-#include <vexaTransferLib/reader/FailureIsolation.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
-#include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/ElementNames.h>
 

@@ -2,8 +2,7 @@
 #include <vexaTransferLib/reader/Progress.h>
 
 #include <vexaTransferLib/reader/ReadAborted.h>
-
-#include <common/dbc.h>
+#include <vexaTransferLib/reader/ReadErrors.h>
 
 #include <xercesc/util/BinInputStream.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
@@ -82,7 +81,8 @@ void Progress::Notify() noexcept {
     const std::uint64_t bytesInAll = bytesInAll_ != 0 ? std::max(bytesInAll_, bytesRead_) : 0;
     try {
         if (!observer_.Progress(bytesRead_, bytesInAll))
-            throw dbc::postcondition_error("The reading of the GPX file was cancelled: " + name_);
+            throw GpxReadError("The reading of the GPX file was cancelled: " + name_.Bytes(),
+                               MakeDetails(GpxReadErrorKind::kCancelled, name_));
     } catch (...) {
         stop_ = std::current_exception();
     }

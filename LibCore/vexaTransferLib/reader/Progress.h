@@ -6,12 +6,12 @@
 #endif
 
 #include <vexaTransferLib/GpxReadObserver.h>
+#include <vexaTransferLib/reader/InputName.h>
 
 #include <xercesc/sax/InputSource.hpp>
 
 #include <cstdint>
 #include <exception>
-#include <string>
 #include <utility>
 
 namespace vexaTransferLib::reader {
@@ -22,7 +22,7 @@ class Progress {
 public:
     /// \param bytesInAll 0 when it is not known
     /// \param name of the file, for the error of a cancelled reading
-    Progress(GpxReadObserver& observer, std::uint64_t bytesInAll, std::string name)
+    Progress(GpxReadObserver& observer, std::uint64_t bytesInAll, InputName name)
         : observer_(observer), bytesInAll_(bytesInAll), name_(std::move(name)) {}
 
     // None of these three throws. What the observer throws, and that it cancels, is kept for ThrowIfStopped; it is not
@@ -53,7 +53,7 @@ private:
 
     GpxReadObserver& observer_;
     std::uint64_t bytesInAll_;
-    std::string name_;
+    InputName name_;
     bool hasBegun_ = false;
     std::uint64_t bytesRead_ = 0;
     std::uint64_t nextNotice_ = 0;

@@ -5,7 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
-#include <vexaTransferLib/reader/InputLimiter.h>
+#include <vexaTransferLib/reader/ModelLimiter.h>
 #include <vexaTransferLib/reader/Progress.h>
 #include <vexaTransferLib/reader/SkipReporter.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
@@ -13,6 +13,7 @@
 #include <unicode/unistr.h>
 
 #include <cstdint>
+#include <memory>
 
 namespace vexaTransferLib::reader {
 
@@ -45,7 +46,7 @@ public:
     /// Of a file that is watched; null otherwise.
     Progress* progress = nullptr;
     /// Of a file from a stranger; null when the file is trusted.
-    InputLimiter* limiter = nullptr;
+    std::unique_ptr<ModelLimiter> limiter;
     /// Made on first use: most files hold no vendor number.
     text::UsNumberFormat numberFormat;
 };

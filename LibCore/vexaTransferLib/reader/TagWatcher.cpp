@@ -64,7 +64,7 @@ std::string Narrow(const std::u16string& text) {
 
 } // namespace
 
-TagWatcher::TagWatcher(const GpxInputLimits& limits, const std::string& name, Extent extent,
+TagWatcher::TagWatcher(const GpxInputLimits& limits, const InputName& name, Extent extent,
                        const std::u16string& encoding)
     : limits_(limits), limiter_(limits, name, extent), extent_(extent), isForced_(!encoding.empty()) {
     try {

@@ -26,7 +26,7 @@ public:
 
     /// \param name of the file, for messages
     /// \param encoding that the host has given, whatever the file says of itself; empty when it has not
-    TagWatcher(const GpxInputLimits& limits, const std::string& name, Extent extent,
+    TagWatcher(const GpxInputLimits& limits, const InputName& name, Extent extent,
                const std::u16string& encoding);
 
     /// Looks at the next bytes of the file. Returns how many of them the parser may have: all, or those before the

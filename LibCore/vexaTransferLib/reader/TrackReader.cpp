@@ -5,7 +5,7 @@
 #include <vexaTransferLib/reader/CommonElements.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/PointReader.h>
-#include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ElementNames.h>

@@ -7,7 +7,7 @@
 
 #include <vexaTransferLib/GpxTrack.h>
 #include <vexaTransferLib/GpxVersion.h>
-#include <vexaTransferLib/reader/ChildReader.h>
+#include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
 

@@ -8,6 +8,7 @@
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxVersion.h>
 #include <vexaTransferLib/reader/NodeView.h>
+#include <vexaTransferLib/reader/ReadContext.h>
 
 #include <unicode/unistr.h>
 
@@ -15,8 +16,8 @@
 
 namespace vexaTransferLib::reader {
 
-// Small readers of one value. Each returns false (or null) when there is none and leaves its output untouched
-// then, except that a number followed by other characters is stored although false is returned.
+// Readers of one value. Each returns false (or null) when there is none and then leaves its output untouched, except
+// that a number followed by other characters is stored although false is returned.
 
 /// The element's non-empty first-child text. A null node writes the contract report.
 const char16_t* ElementText(const NodeView& node);
@@ -36,6 +37,35 @@ bool ReadFix(const NodeView& node, GpxFix& out);
 
 /// A number as `strtod` of the classic locale reads it; false when empty or when something follows it.
 bool ReadNumber(const char* text, double& out);
+
+// With a context, the readers of an element report what of it they could not read.
+
+/// \param what the value is, for the report of a text that is none: "a number"
+template <class Value>
+bool ReadValue(ReadContext& context, const NodeView& node, bool (*read)(const NodeView&, Value&),
+               const char* what, Value& out) {
+    const bool isRead = read(node, out);
+    if (!isRead)
+        context.reporter.ReportUnreadable(node, what);
+    context.reporter.ReportUnreadText(node);
+    return isRead;
+}
+
+/// Every text is readable; only what comes after the first piece of it is reported.
+inline bool ReadText(ReadContext& context, const NodeView& node, icu::UnicodeString& out) {
+    const bool isRead = ReadText(node, out);
+    context.reporter.ReportUnreadText(node);
+    return isRead;
+}
+inline bool ReadDouble(ReadContext& context, const NodeView& node, double& out) {
+    return ReadValue(context, node, ReadDouble, "a number", out);
+}
+inline bool ReadTime(ReadContext& context, const NodeView& node, double& out) {
+    return ReadValue(context, node, ReadTime, "a time", out);
+}
+inline bool ReadFix(ReadContext& context, const NodeView& node, GpxFix& out) {
+    return ReadValue(context, node, ReadFix, "a kind of fix", out);
+}
 
 /// True when the node is in the standard namespace of the version.
 /// \throws dbc::precondition_error for a version that has none

@@ -3,8 +3,8 @@
 
 #include <vexaTransferLib/GpxUtils.h>
 #include <vexaTransferLib/model/GpxModelAccess.h>
-#include <vexaTransferLib/reader/FailureIsolation.h>
-#include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/reader/Children.h>
+#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 

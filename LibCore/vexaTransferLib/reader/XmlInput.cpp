@@ -3,10 +3,7 @@
 
 #include <vexaTransferLib/reader/FileSource.h>
 #include <vexaTransferLib/reader/LimitedSource.h>
-#include <vexaTransferLib/text/OptionalText.h>
-
-#include <common/UnicodeStrUtils.h>
-#include <common/dbc.h>
+#include <vexaTransferLib/reader/ReadErrors.h>
 
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/URLInputSource.hpp>
@@ -40,17 +37,18 @@ bool IsAddress(const XMLCh* path, xercesc::XMLURL& url) {
 
 } // namespace
 
-XmlInput::XmlInput(const icu::UnicodeString& path, std::string fileName, AddressPolicy policy,
-                   GpxReadObserver* observer)
-    : name_(text::Copied(path)), systemId_(name_), fileName_(std::move(fileName)), policy_(policy) {
-    const std::optional<std::uint64_t> size = FileSize(fileName_);
-    isRepeatable_ = size.has_value();
-    if (observer != nullptr)
-        Watch(*observer, size.value_or(0));
+XmlInput::XmlInput(const icu::UnicodeString& path, AddressPolicy policy, GpxReadObserver* observer)
+    : name_(path), systemId_(name_.Text()), fileName_(name_.Bytes()), policy_(policy) {
+    LookForFile(observer);
+}
+
+XmlInput::XmlInput(const std::string& fileName, GpxReadObserver* observer)
+    : name_(icu::UnicodeString::fromUTF8(fileName)), systemId_(name_.Text()), fileName_(fileName) {
+    LookForFile(observer);
 }
 
 XmlInput::XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer)
-    : name_(text::Copied(name)), systemId_(name_), isRepeatable_(true) {
+    : name_(name), systemId_(name_.Text()) {
     auto source = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte*>(bytes.data()),
                                                                bytes.size(), SystemId());
     source->setCopyBufToStream(false);
@@ -59,13 +57,20 @@ XmlInput::XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxRe
         Watch(*observer, bytes.size());
 }
 
+void XmlInput::LookForFile(GpxReadObserver* observer) {
+    const std::optional<std::uint64_t> size = FileSize(fileName_);
+    isRepeatable_ = size.has_value();
+    if (observer != nullptr)
+        Watch(*observer, size.value_or(0));
+}
+
 void XmlInput::Watch(GpxReadObserver& observer, std::uint64_t size) {
-    progress_.emplace(observer, size, UnicodeStrUtils::UnicodeStringToStlString(name_));
+    progress_.emplace(observer, size, name_);
 }
 
 const XMLCh* XmlInput::SystemId() {
     const XMLCh* const systemId = systemId_.getTerminatedBuffer();
-    if (systemId == nullptr && !name_.isBogus()) // ICU's memory ran out
+    if (systemId == nullptr && !name_.Text().isBogus()) // ICU's memory ran out
         throw std::bad_alloc();
     return systemId;
 }
@@ -73,15 +78,15 @@ const XMLCh* XmlInput::SystemId() {
 std::unique_ptr<xercesc::InputSource> XmlInput::MakeSource() {
     const XMLCh* const path = SystemId();
     xercesc::XMLURL url(xercesc::XMLPlatformUtils::fgMemoryManager);
-    if (policy_ == AddressPolicy::kNamedFile || !IsAddress(path, url))
+    if (!policy_ || !IsAddress(path, url))
         return std::make_unique<FileSource>(path, fileName_);
     if (policy_ == AddressPolicy::kAllowed)
         return std::make_unique<xercesc::URLInputSource>(url);
     // Whatever the path looks like, a file of that name is a file.
     if (isRepeatable_)
         return std::make_unique<FileSource>(path, fileName_);
-    throw dbc::postcondition_error("An untrusted GPX file is not read from an address: " +
-                                   UnicodeStrUtils::UnicodeStringToStlString(name_));
+    throw GpxReadError("An untrusted GPX file is not read from an address: " + name_.Bytes(),
+                       MakeDetails(GpxReadErrorKind::kUntrusted, name_));
 }
 
 void XmlInput::Open() {
@@ -109,8 +114,7 @@ void XmlInput::LimitSource() {
     if (!limits_ || limited_)
         return;
     limited_ = std::move(source_);
-    source_ = std::make_unique<LimitedSource>(*limited_, *limits_,
-                                              UnicodeStrUtils::UnicodeStringToStlString(name_), extent_);
+    source_ = std::make_unique<LimitedSource>(*limited_, *limits_, name_, extent_);
 }
 
 void XmlInput::Close() {

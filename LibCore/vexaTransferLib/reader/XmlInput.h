@@ -7,6 +7,7 @@
 
 #include <vexaTransferLib/GpxInputLimits.h>
 #include <vexaTransferLib/reader/InputLimiter.h>
+#include <vexaTransferLib/reader/InputName.h>
 #include <vexaTransferLib/reader/Progress.h>
 
 #include <unicode/unistr.h>
@@ -20,34 +21,33 @@
 
 namespace vexaTransferLib::reader {
 
-/// One file for an XML parser: a path, an address, or bytes in memory; its reading is watched when there is an
+/// One file for an XML parser: a path, an address, or bytes in memory. Its reading is watched when there is an
 /// observer.
 class XmlInput {
 public:
-    /// What may be behind a path. An address is read by the XML parser from a server or from a file, or refused
-    /// where only files are read, unless there is a file of that name. The path of a named file is not even looked
-    /// at.
-    enum class AddressPolicy { kAllowed, kFilesOnly, kNamedFile };
+    /// What a path may be. An address is read by the XML parser from a server or from a file, or refused where only
+    /// files are read, unless there is a file of that name.
+    enum class AddressPolicy { kAllowed, kFilesOnly };
 
-    /// \param path for messages
-    /// \param fileName by which the system knows the file of that path
-    /// \param observer null when nobody watches
-    XmlInput(const icu::UnicodeString& path, std::string fileName, AddressPolicy policy,
-             GpxReadObserver* observer);
+    // The observer is null when nobody watches.
+
+    XmlInput(const icu::UnicodeString& path, AddressPolicy policy, GpxReadObserver* observer);
+    /// \param fileName the bytes that the system is given; never an address
+    XmlInput(const std::string& fileName, GpxReadObserver* observer);
     /// \param bytes stay the caller's
     XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer);
 
-    /// From now on the file is a stranger's: what the XML parser could not be stopped at is looked for in its bytes.
+    /// From now on the file is a stranger's: its bytes are checked for what the XML parser cannot be stopped at.
     void Limit(const GpxInputLimits& limits, InputLimiter::Extent extent);
 
-    const icu::UnicodeString& Name() const { return name_; }
+    const InputName& Name() const { return name_; }
     /// Null when nobody watches.
     Progress* GetProgress() { return progress_ ? &*progress_ : nullptr; }
     /// What is no file, such as a pipe or an address, cannot be read a second time.
     bool IsRepeatable() const { return isRepeatable_; }
 
-    /// \throws what the parser throws; ReadAborted; std::bad_alloc; dbc::postcondition_error for an address where
-    ///         it is not read
+    /// \throws what the parser throws; ReadAborted; std::bad_alloc; GpxReadError for an address where it is not
+    ///         read
     template <class Parser>
     void Feed(Parser& parser) {
         Open();
@@ -59,26 +59,28 @@ public:
     }
 
 private:
-    /// With a zero behind it; null when the name is bogus.
+    /// With a zero after it; null when the name is bogus.
     const XMLCh* SystemId();
     std::unique_ptr<xercesc::InputSource> MakeSource();
     void Open();
     void Close();
     void LimitSource();
+    void LookForFile(GpxReadObserver* observer);
     void Watch(GpxReadObserver& observer, std::uint64_t size);
 
-    icu::UnicodeString name_;
+    InputName name_;
     icu::UnicodeString systemId_;
     std::string fileName_;
-    AddressPolicy policy_ = AddressPolicy::kAllowed;
-    bool isRepeatable_;
+    /// None: whatever the name looks like, it is a file's.
+    std::optional<AddressPolicy> policy_;
+    bool isRepeatable_ = true;
     std::optional<Progress> progress_;
     /// What is read; null where the XML parser is to say why it cannot be.
     std::unique_ptr<xercesc::InputSource> source_;
     /// Of a stranger's file.
     std::optional<GpxInputLimits> limits_;
     InputLimiter::Extent extent_ = InputLimiter::Extent::kFile;
-    /// What `source_`, or what it watches, guards.
+    /// What `source_`, or what it watches, checks.
     std::unique_ptr<xercesc::InputSource> limited_;
     /// What `source_` watches.
     std::unique_ptr<xercesc::InputSource> watched_;

@@ -19,7 +19,7 @@ bool IsFileName(const icu::UnicodeString& path) noexcept {
 }
 
 bool IsFileName(const std::string& bytes) noexcept {
-    // ICU, which shows the name in messages, counts no further.
+    // Messages contain the name as ICU text, which cannot be longer.
     constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
     return !bytes.empty() && bytes.size() <= kMost && bytes.find('\0') == std::string::npos;
 }

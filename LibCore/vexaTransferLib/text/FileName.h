@@ -12,8 +12,8 @@
 namespace vexaTransferLib::text {
 
 /// \{
-/// False for what no file can be called. The system would cut the name at a zero; a surrogate without its partner
-/// has no bytes, so that the name of another file would take its place.
+/// True when a file can have this name. An empty text is no name, and the system would cut the name at a zero. A
+/// surrogate without its partner has no bytes in UTF-8, so that the name would become that of another file.
 bool IsFileName(const icu::UnicodeString& path) noexcept;
 bool IsFileName(const std::string& bytes) noexcept;
 /// \}

@@ -12,7 +12,8 @@
 
 namespace vexaTransferLib::text {
 
-/// \throws std::bad_alloc for a text that ICU could not hold: it is bogus, and would pass for an empty one
+/// A text for which ICU had no memory is bogus and would otherwise be taken for an empty one.
+/// \throws std::bad_alloc when the text is bogus
 inline void ThrowIfBogus(const icu::UnicodeString& text) {
     if (text.isBogus())
         throw std::bad_alloc();
@@ -26,13 +27,13 @@ inline icu::UnicodeString CopyOf(const char16_t* text) {
     return copy;
 }
 
-/// The text itself, not a copy: valid as long as the units are.
+/// The text itself, not a copy: valid as long as its units are.
 inline icu::UnicodeString Alias(const char16_t* text) {
     return icu::UnicodeString(true, text, -1);
 }
 
-/// The text's start, of at most \p most units, not copied. Nothing after it is looked at: what a file names once
-/// and means a thousand times, as a namespace, may be of any length. Empty for null.
+/// The first \p most units of the text, or the whole of a shorter one; not copied. Empty for null. Looks at no unit
+/// after them: a namespace that is written once and holds for thousands of elements may have any length.
 inline icu::UnicodeString AliasOfStart(const char16_t* text, std::int32_t most) {
     std::int32_t length = 0;
     while (text != nullptr && length < most && text[length] != u'\0')

@@ -19,7 +19,7 @@ namespace vexaTransferLib::text {
 
 namespace {
 
-// x87, which 32-bit x86 computes with, rounds what it has computed to 64 bits and once more when it is stored.
+// On 32-bit x86 the x87 unit rounds a result twice: to 64 bits when it is computed, to a double when it is stored.
 constexpr bool kRoundsTwice = FLT_EVAL_METHOD != 0;
 
 locale_t ClassicLocale() {
@@ -32,14 +32,14 @@ constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
 
 constexpr std::ptrdiff_t kMostDigits = std::size(kPowersOfTen) - 1;
 
-// Of up to kMostDigits ASCII digits, a sign and a point.
+// Reads a text of up to kMostDigits ASCII digits, a sign and a point.
 [[maybe_unused]] double ReadNarrowed(const char16_t* begin, const char16_t* end) {
     std::array<char, kMostDigits + 3> text = {};
     std::transform(begin, end, text.begin(), [](char16_t unit) { return static_cast<char>(unit); });
     return strtod_l(text.data(), nullptr, ClassicLocale());
 }
 
-// Reads on while there are digits; more than 19 of them overflow.
+// Appends the digits at the start of the text to the number and returns their end. More than 19 overflow.
 const char16_t* ReadDigits(const char16_t* text, std::uint64_t& number) {
     for (;; ++text) {
         const std::uint32_t digit = std::uint32_t{*text} - u'0'; // wraps below '0'
@@ -50,15 +50,15 @@ const char16_t* ReadDigits(const char16_t* text, std::uint64_t& number) {
 }
 
 #ifdef __SIZEOF_INT128__
-// The last decimal's units that make 1.
+// How many units of the last decimal make 1, for 0 to 9 decimals.
 constexpr std::array<std::uint32_t, 10> kUnits = {1,      10,      100,      1000,      10000,
                                                   100000, 1000000, 10000000, 100000000, 1000000000};
-// With nine decimals the units of a number below fit into 64 bits.
+// The units of every smaller number fit into 64 bits, even with nine decimals.
 constexpr double kFirstTooLarge = 8589934592.0; // 2^33
 
-// A double is a whole number over a power of two, so that its units round with integers alone and as exactly
-// as `printf` has it: to the nearest, a tie to the even one. `bits` are those of a number from 0 to below
-// kFirstTooLarge.
+// A number in units of its last decimal, rounded as `printf` does: to the nearest, a tie to the even one. Integers
+// are enough to be exact, because a double is a whole number divided by a power of two. `bits` are those of a number
+// from 0 to below kFirstTooLarge.
 std::uint64_t RoundedUnits(std::uint64_t bits, std::uint32_t unitsOfOne) {
     __extension__ using Wide = unsigned __int128;
     constexpr int kMantissaBits = 52;
@@ -66,7 +66,7 @@ std::uint64_t RoundedUnits(std::uint64_t bits, std::uint32_t unitsOfOne) {
     constexpr int kMostProductBits = 83;
     constexpr std::uint64_t kHiddenBit = std::uint64_t{1} << kMantissaBits;
     const int shift = kExponentOfIntegers - static_cast<int>(bits >> kMantissaBits);
-    // Less than half a unit; subnormals, which have no hidden bit, are among them.
+    // The number is less than half a unit. This includes subnormals, which have no hidden bit.
     if (shift > kMostProductBits)
         return 0;
     const Wide product = Wide{(bits & (kHiddenBit - 1)) | kHiddenBit} * unitsOfOne;
@@ -84,7 +84,7 @@ char* WriteDecimals(char* out, std::uint32_t units, int decimals) {
     return end;
 }
 
-// Several times as fast as std::to_chars, which takes most of the time of writing a track.
+// Several times as fast as std::to_chars, which would take most of the time of writing a track.
 char* WriteSmallFixed(char* out, double number, int decimals) {
     const std::uint32_t unitsOfOne = kUnits[static_cast<std::size_t>(decimals)];
     const std::uint64_t units = RoundedUnits(std::bit_cast<std::uint64_t>(std::fabs(number)), unitsOfOne);
@@ -107,7 +107,7 @@ char* WriteFixed(char* out, double number, int decimals) {
 }
 
 const char* ReadDouble(const char* text, double& number) {
-// from_chars is faster. It reads no doubles in libc++ 14; and some multiply doubles, which would round twice on x87.
+// from_chars is faster, but libc++ 14 has none for doubles, and others multiply doubles, which rounds twice on x87.
 #if defined(__cpp_lib_to_chars) && FLT_EVAL_METHOD == 0
     const char* const end = text + std::strlen(text);
     double read = 0.0;
@@ -117,7 +117,7 @@ const char* ReadDouble(const char* text, double& number) {
         return end;
     }
 #endif
-    // from_chars knows no leading blank, no plus sign, no hexadecimal and no overflow.
+    // from_chars reads no leading blank, plus sign, hexadecimal number, or number that is too large.
     char* stop = nullptr;
     number = strtod_l(text, &stop, ClassicLocale());
     return stop;
@@ -129,7 +129,7 @@ double Multiply(double a, double b) {
     return a * b;
 }
 
-// Digits and power of ten are exact as doubles, so the division rounds once, to what strtod gives.
+// Digits and power of ten are exact as doubles, so that the division rounds once and gives the result of strtod.
 bool ReadShortDecimal(const char16_t* text, double& number) {
     constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<double>::digits;
     const bool isNegative = *text == u'-';

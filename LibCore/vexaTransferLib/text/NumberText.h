@@ -12,15 +12,15 @@
 
 namespace vexaTransferLib::text {
 
-/// The most characters of a number in fixed notation with up to 40 decimals: -DBL_MAX has a sign and 309
+/// The length of the longest number in fixed notation with up to 40 decimals: -DBL_MAX has a sign and 309
 /// digits before the point.
 inline constexpr std::size_t kLongestFixed = 352;
 
-/// Writes a number in fixed notation with a full stop, whatever the C locale: what `printf("%.*f")` writes in
-/// the classic one. Returns the end of it; there must be room for `kLongestFixed` characters.
+/// Writes a number in fixed notation with a full stop, as `printf("%.*f")` does in the classic locale, whatever
+/// the C locale is. Returns the end of the text; there must be room for `kLongestFixed` characters.
 char* WriteFixed(char* out, double number, int decimals);
 
-/// The same as a text of its own.
+/// Holds the text that WriteFixed writes.
 class FixedText {
 public:
     FixedText(double number, int decimals)
@@ -32,18 +32,18 @@ private:
     std::size_t length_;
 };
 
-/// What `strtod` of the classic locale makes of a zero-terminated text. Returns the end of what was read.
+/// Reads a zero-terminated text as `strtod` does in the classic locale. Returns the end of what was read.
 const char* ReadDouble(const char* text, double& number);
 
-/// The product rounded once, to the nearest double, also where the processor computes with more digits.
+/// The product, rounded once to the nearest double, also where the processor computes with more digits.
 double Multiply(double a, double b);
 
-/// Reads a text that is nothing but a number of up to 19 digits without exponent, such as "-122.25", for which it
-/// is much faster than ReadDouble and gives the same. False, and nothing read, for any other text, be it a number
-/// or not.
+/// Reads a text that consists of one number with up to 19 digits and no exponent, such as "-122.25": much faster
+/// than ReadDouble, with the same result. For any other text, whether it is a number or not, returns false and
+/// leaves \p number unchanged.
 bool ReadShortDecimal(const char16_t* text, double& number);
 
-/// What a 32-bit `strtol` in base 10 makes of a zero-terminated text: saturates, never wraps.
+/// Reads a zero-terminated text as a 32-bit `strtol` does in base 10: saturates, never wraps.
 std::int32_t ReadInt32(const char* text);
 
 } // namespace vexaTransferLib::text

@@ -6,14 +6,13 @@
 #endif
 
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/IcuText.h>
 
 #include <unicode/unistr.h>
 
-#include <new>
-
 namespace vexaTransferLib::text {
 
-/// The body of every getter of an optional text: an empty one is absent.
+/// The body of every getter of an optional text: an empty text is absent.
 inline bool CopyText(icu::UnicodeString& out, const icu::UnicodeString& value) {
     if (value.isEmpty())
         return false;
@@ -21,16 +20,17 @@ inline bool CopyText(icu::UnicodeString& out, const icu::UnicodeString& value) {
     return true;
 }
 
-/// A copy that stands: one that ICU could not hold is bogus and would pass for an empty text.
+/// A copy of a text; a bogus one of a bogus text.
+/// \throws std::bad_alloc when ICU cannot hold it
 inline icu::UnicodeString Copied(const icu::UnicodeString& value) {
     icu::UnicodeString copy(value);
-    if (copy.isBogus() && !value.isBogus())
-        throw std::bad_alloc();
+    if (!value.isBogus())
+        ThrowIfBogus(copy);
     return copy;
 }
 
-/// The body of every setter of an optional text. The message is no std::string because one would be built on
-/// every call.
+/// The body of every setter of an optional text. The message is not a std::string, which would have to be built
+/// on every call.
 inline void AssignText(const char* message, icu::UnicodeString& target, const icu::UnicodeString& value) {
     Require(!value.isEmpty(), sites::kTextSetter, message);
     icu::UnicodeString copy = Copied(value);

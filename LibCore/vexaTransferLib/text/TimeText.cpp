@@ -26,8 +26,8 @@ constexpr std::int64_t kMillisPerMinute = 60 * kMillisPerSecond;
 constexpr std::int64_t kMillisPerHour = 60 * kMillisPerMinute;
 constexpr std::int64_t kMillisPerDay = 24 * kMillisPerHour;
 
-// Within these bounds the proleptic arithmetic below and ICU's calendar agree; before, ICU counts Julian
-// dates.
+// Between these times the arithmetic below and ICU's calendar agree. Before the first, ICU gives dates of the Julian
+// calendar.
 constexpr double kFirstGregorianMillis = -12219292800000.0;
 constexpr double kLastArithmeticMillis = 1.8e17;
 
@@ -39,7 +39,7 @@ struct CivilDate {
     int day;
 };
 
-// Days from 1970-01-01 to a date of the Gregorian calendar and back, by eras of 400 years that begin in
+// Days from 1970-01-01 to a date of the Gregorian calendar and back, by eras of 400 years that start in
 // March.
 constexpr std::int64_t kDaysPerEra = 146097;
 constexpr std::int64_t kDaysToEpoch = 719468;
@@ -69,7 +69,7 @@ CivilDate CivilFromDays(std::int64_t days) {
     return date;
 }
 
-// What is left of a time text. Never points past the zero that ends it.
+// The part of a time text that has not been read. Never points past the zero that ends the text.
 class TimeReader {
 public:
     explicit TimeReader(const std::string& text) : next_(text.data()), end_(text.data() + text.size()) {}
@@ -85,7 +85,7 @@ public:
         return true;
     }
 
-    // A field may reach over the end of the text by the terminating zero, which `strtol` takes for its end.
+    // A field may be longer than the rest of the text: the terminating zero then ends it.
     bool Field(long& out, unsigned long length, long min, long max) {
         if (!ReadLongField(out, next_, length, min, max))
             return false;
@@ -156,7 +156,7 @@ bool ReadClock(TimeReader& text, TimeFields& fields) {
     return ReadMinutes(text, fields);
 }
 
-// What follows "Z" or a complete offset does not matter.
+// Text after "Z" or after a complete offset is ignored.
 bool ReadZone(TimeReader& text, TimeFields& fields) {
     if (text.AtEnd() || text.Peek() == 'Z')
         return true;
@@ -184,7 +184,7 @@ bool PlainField(const char16_t*& text, long& field, long max, char16_t mark) {
     return field <= max;
 }
 
-// Lenient: days past the end of the month, hour 24 and 1000 ms run on.
+// A day past the end of the month, hour 24 and 1000 ms continue into the next month, day and second.
 double ToMillis(const TimeFields& fields) {
     const std::int64_t days = DaysFromCivil(fields.year, static_cast<int>(fields.month), 1) + fields.day - 1;
     return static_cast<double>(days * kMillisPerDay + fields.hour * kMillisPerHour +
@@ -223,7 +223,7 @@ char* AppendClock(char* out, int hour, int minute, int second) {
     return AppendPart(out, second, 'Z');
 }
 
-// Nearly every field has nothing but digits, for which the C library's function is slow.
+// Reads a field of digits only, as nearly every one is. The C library's function is slow for these.
 bool ReadDigits(long& out, const char* text, unsigned long length) {
     constexpr unsigned long kMostDigits = 9;
     if (length == 0 || length > kMostDigits)
@@ -270,7 +270,8 @@ void TimeText::SetClock(int hour, int minute, int second) {
     length_ = dateLength_ + static_cast<std::size_t>(AppendClock(clock, hour, minute, second) - clock);
 }
 
-// The locale is fixed: the default one may count other years. Fails for a NaN, which no calendar takes.
+// The locale is fixed because the default one may count the years in another way. A NaN, which no calendar takes,
+// gives an empty text.
 void TimeText::SetFromCalendar(double millis, YearDigits yearDigits) {
     UErrorCode status = U_ZERO_ERROR;
     icu::GregorianCalendar calendar(*icu::TimeZone::getGMT(), icu::Locale::getUS(), status);
@@ -282,7 +283,7 @@ void TimeText::SetFromCalendar(double millis, YearDigits yearDigits) {
     const int hour = calendar.get(UCAL_HOUR_OF_DAY, status);
     const int minute = calendar.get(UCAL_MINUTE, status);
     const int second = calendar.get(UCAL_SECOND, status);
-    // Without memory no time is no NaN: a line must not be lost for it.
+    // A lack of memory must not look like a NaN, because the time would then silently be left out.
     if (status == U_MEMORY_ALLOCATION_ERROR)
         throw std::bad_alloc();
     length_ = 0;
@@ -325,9 +326,9 @@ unsigned long ReadFraction(long& out, const char* text, double scale) {
     fraction[2 + digits] = '\0';
     double value = 0.0;
     ReadDouble(fraction, value);
-    // The bounds only matter to a caller with a scale of its own: the library's are 60 to 3600.
+    // The library's own scales are 60 to 3600; the bounds matter only to a host that passes another.
     constexpr double kLongBound = sizeof(long) > sizeof(std::int32_t) ? 9.2e18 : 2147483647.0;
-    // Stored, so that a sum just below a whole number is rounded to it on every processor.
+    // Volatile, so that every processor rounds the sum to a double: one just below a whole number becomes that number.
     const volatile double rounded = Multiply(value, scale) + 0.5;
     out = static_cast<long>(std::fmin(std::fmax(rounded, -kLongBound), kLongBound));
     return digits;

@@ -14,14 +14,14 @@
 
 namespace vexaTransferLib::text {
 
-/// How years below 1000 are written: a point's own time writes the bare number, all other times four digits.
+/// How years below 1000 are written: as the bare number in a point's own time, with four digits in all other times.
 enum class YearDigits { kBare, kFour };
 
 /// GPX time text of milliseconds since 1970 UTC, whole seconds, in the Gregorian calendar (Julian before
 /// 1582-10-15, as ICU has it) with ASCII digits. Empty for a NaN.
 ///
-/// One object can be set to many times. The date is worked out once for those in a row that share a day, as
-/// those of a track do.
+/// One object can be set to one time after another. The date is computed only when the day changes, which makes the
+/// times of a track cheap.
 class TimeText {
 public:
     TimeText() = default;
@@ -39,7 +39,7 @@ private:
 
     std::array<char, 64> buffer_;
     std::size_t length_ = 0;
-    // The day since 1970 whose date stands in the buffer, with its year's digits and the date's length.
+    // The date at the start of the buffer: its day since 1970, how its year is written, and its length.
     std::int64_t day_ = kNoDay;
     YearDigits yearDigits_ = YearDigits::kBare;
     std::size_t dateLength_ = 0;
@@ -50,8 +50,8 @@ bool ReadLongField(long& out, const char* text, unsigned long length, long min, 
 unsigned long ReadFraction(long& out, const char* text, double scale);
 bool ReadTime(const std::string& text, double& millis);
 
-/// Reads a time of the usual form, "2009-01-15T10:20:30Z" and nothing behind, for which it is much faster than
-/// ReadTime and gives the same. False, and nothing read, for any other text, be it a time or not.
+/// Reads a time of the usual form, "2009-01-15T10:20:30Z" without anything after it: much faster than ReadTime, with
+/// the same result. For any other text, whether it is a time or not, returns false and leaves \p millis unchanged.
 bool ReadPlainTime(const char16_t* text, double& millis);
 
 } // namespace vexaTransferLib::text

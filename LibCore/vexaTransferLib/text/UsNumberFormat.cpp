@@ -2,6 +2,7 @@
 #include <vexaTransferLib/text/UsNumberFormat.h>
 
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/IcuText.h>
 
 #include <unicode/fieldpos.h>
 #include <unicode/parsepos.h>
@@ -10,7 +11,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <new>
 
 namespace vexaTransferLib::text {
 
@@ -18,15 +18,16 @@ namespace {
 
 constexpr std::int32_t kParsedUnits = 400;
 
-// Without the status ICU would give an empty text when its memory runs out.
+// Passes a status, because ICU's function without one returns an empty text when there is no memory.
 template <class Number>
 icu::UnicodeString FormatWith(icu::NumberFormat& format, Number number) {
     icu::UnicodeString text;
     icu::FieldPosition ignored(icu::FieldPosition::DONT_CARE);
     UErrorCode status = U_ZERO_ERROR;
     format.format(number, text, ignored, status);
-    if (U_FAILURE(status) || text.isBogus())
-        throw std::bad_alloc();
+    if (U_FAILURE(status))
+        text.setToBogus();
+    ThrowIfBogus(text);
     return text;
 }
 
@@ -39,7 +40,7 @@ icu::NumberFormat& UsNumberFormat::Get() {
     if (!format_) {
         UErrorCode status = U_ZERO_ERROR;
         format_.reset(icu::NumberFormat::createInstance(icu::Locale::getUS(), status));
-        // Without ICU's own data no number can be read or written; there is nothing to go on with.
+        // Without ICU's own data no number can be read or written, so that there is no way to continue.
         if (!SoftCheck(format_ != nullptr, sites::kNumberFormat))
             std::abort();
     }
@@ -63,7 +64,7 @@ icu::Formattable UsNumberFormat::Parse(const icu::UnicodeString& text) {
 
 std::int32_t UsNumberFormat::ParseInteger(const icu::UnicodeString& text) {
     const icu::Formattable number = Parse(text);
-    // ICU casts a NaN to an integer, which C++ leaves undefined; this is what the cast gives here.
+    // ICU would cast a NaN to an integer, which is undefined in C++. This is the result of that cast on x86.
     if (number.getType() == icu::Formattable::kDouble && std::isnan(number.getDouble()))
         return std::numeric_limits<std::int32_t>::min();
     UErrorCode ignored = U_ZERO_ERROR;

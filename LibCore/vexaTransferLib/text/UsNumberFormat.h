@@ -15,7 +15,7 @@
 namespace vexaTransferLib::text {
 
 /// ICU's number format for the US locale, made on first use (3.4 us) and kept. Stops the process when ICU
-/// cannot make one. One per call of a writer or reader, never per value.
+/// cannot make one. A writer or reader has one for a whole call, not one for each value.
 class UsNumberFormat {
 public:
     UsNumberFormat();
@@ -31,9 +31,9 @@ public:
     /// Looks at the first 400 code units only: a longer run of digits costs ICU quadratic time.
     std::int32_t ParseInteger(const icu::UnicodeString& text);
 
-    /// The 64 bits that ICU stores for the number at the start of the text: an integer, or, for a fraction
-    /// and what no integer holds, those of a double. 0 when there is none. Looks at the first 400 code units
-    /// only.
+    /// The 64 bits that ICU stores for the number at the start of the text: those of an integer, or, for a
+    /// fraction and a number that no integer can hold, those of a double. 0 when there is none. Looks at the first
+    /// 400 code units only.
     std::int64_t ParseStored(const icu::UnicodeString& text);
 
 private:

@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/FileName.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/TimeText.h>
@@ -39,7 +40,8 @@ bool HasGeocache(const GpxDocument& document) {
 
 void WriteStartTag(TextSink& sink, const GpxVersion& version, const icu::UnicodeString& applicationName,
                    const icu::UnicodeString& applicationUrl, bool hasGeocache) {
-    sink.Ascii("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n<gpx version=\"");
+    sink.Ascii("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>", kEndOfLine);
+    sink.Ascii("<", gpx::kGpx, " ", gpx::kVersion, "=\"");
     sink.Raw(version.GetVersionString());
     sink.Ascii("\"\r\n creator=\"");
     sink.Escaped(applicationName);
@@ -57,20 +59,21 @@ void WriteStartTag(TextSink& sink, const GpxVersion& version, const icu::Unicode
 
 void WriteMetaData(TextSink& sink, const GpxDocument& document) {
     if (document.HasMetaData())
-        sink.Ascii("<metadata>", kEndOfLine);
+        AppendLineStart(sink, gpx::kMetadata);
     if (!Access::GetName(document).isEmpty()) {
         sink.Ascii("\t");
-        AppendTextElement(sink, "name", Access::GetName(document));
+        AppendTextElement(sink, gpx::kName, Access::GetName(document));
     }
     // A document that has a time and nothing else for the metadata gets no metadata element around it.
     if (Access::GetTime(document) > 0.0) {
         sink.Ascii("\t");
-        AppendAsciiElement(sink, "time", sink.TimeText(Access::GetTime(document), text::YearDigits::kFour));
+        AppendAsciiElement(sink, gpx::kTime,
+                           sink.TimeText(Access::GetTime(document), text::YearDigits::kFour));
     }
     if (document.HasExtensionData())
         WriteDocumentData(sink, document);
     if (document.HasMetaData())
-        sink.Ascii("</metadata>", kEndOfLine);
+        AppendLineEnd(sink, gpx::kMetadata);
 }
 
 void WriteDocument(TextSink& sink, const GpxVersion& version, const icu::UnicodeString& applicationName,
@@ -89,7 +92,7 @@ void WriteDocument(TextSink& sink, const GpxVersion& version, const icu::Unicode
         WriteRoute(sink, version, *route);
     for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track)
         WriteTrack(sink, version, *track);
-    sink.Ascii("</gpx>", kEndOfLine);
+    AppendLineEnd(sink, gpx::kGpx);
 }
 
 // With a buffer the C library would accept a small document on a full disk and fail only when the file is closed;

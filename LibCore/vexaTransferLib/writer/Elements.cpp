@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/writer/Elements.h>
 
+#include <vexaTransferLib/text/ElementNames.h>
+
 #include <limits>
 
 namespace vexaTransferLib::writer {
@@ -48,11 +50,11 @@ void AppendGroupedElement(TextSink& sink, std::string_view indent, std::string_v
 }
 
 void AppendPointStart(TextSink& sink, std::string_view name, double latitude, double longitude) {
-    sink.Ascii("<", name, " lat=\"");
+    sink.Ascii("<", name, " ", gpx::kLat, "=\"");
     sink.Fixed(SnapTo(SnapTo(latitude, -90.0), 90.0), kCoordinateDecimals);
-    sink.Ascii("\" lon=\"");
+    sink.Ascii("\" ", gpx::kLon, "=\"");
     sink.Fixed(SnapTo(longitude, -180.0), kCoordinateDecimals);
-    sink.Ascii("\">\r\n");
+    sink.Ascii("\">", kEndOfLine);
 }
 
 } // namespace vexaTransferLib::writer

@@ -25,6 +25,11 @@ inline void AppendOpen(TextSink& sink, std::string_view name) {
     sink.Ascii("<", name, ">");
 }
 
+/// `<name>` and the end of the line, for an element whose children have lines of their own.
+inline void AppendLineStart(TextSink& sink, std::string_view name) {
+    sink.Ascii("<", name, ">", kEndOfLine);
+}
+
 /// `</name>` and the end of the line.
 inline void AppendLineEnd(TextSink& sink, std::string_view name) {
     sink.Ascii("</", name, ">", kEndOfLine);

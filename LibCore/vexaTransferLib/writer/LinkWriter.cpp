@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/writer/Elements.h>
 
 #include <unicode/unistr.h>
@@ -22,16 +23,16 @@ void WriteLink(TextSink& sink, const GpxVersion& version, const GpxUrl& link) {
     text::Require(version.IsGpx10() || version.IsGpx11(), text::sites::kLinkVersion,
                   "GPX URLs can only be written to version 1.0 or 1.1 files.");
     if (version.IsGpx10()) {
-        AppendTextElement(sink, "url", Access::GetUrl(link));
-        AppendTextElement(sink, "urlname", Access::GetText(link));
+        AppendTextElement(sink, gpx::kUrl, Access::GetUrl(link));
+        AppendTextElement(sink, gpx::kUrlname, Access::GetText(link));
         return;
     }
-    sink.Ascii("<link href=\"");
+    sink.Ascii("<", gpx::kLink, " ", gpx::kHref, "=\"");
     sink.Escaped(Access::GetUrl(link));
     sink.Ascii("\">", kEndOfLine);
-    AppendTextElement(sink, "text", Access::GetText(link));
-    AppendTextElement(sink, "type", Access::GetType(link));
-    sink.Ascii("</link>", kEndOfLine);
+    AppendTextElement(sink, gpx::kText, Access::GetText(link));
+    AppendTextElement(sink, gpx::kType, Access::GetType(link));
+    AppendLineEnd(sink, gpx::kLink);
 }
 
 } // namespace writer

@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/TimeText.h>
 #include <vexaTransferLib/writer/Elements.h>
@@ -38,28 +39,28 @@ std::string_view ElementName(const GpxPoint& point) {
 void WriteTime(TextSink& sink, double millis) {
     const std::string_view time = sink.TimeText(millis, text::YearDigits::kBare);
     if (!time.empty())
-        AppendAsciiElement(sink, "time", time);
+        AppendAsciiElement(sink, gpx::kTime, time);
 }
 
 void WriteRareElements(TextSink& sink, const GpxVersion& version, const Access::RareData& rare) {
     if (rare.magneticVariation)
-        AppendFixedElement(sink, "magvar", *rare.magneticVariation, kCoordinateDecimals);
+        AppendFixedElement(sink, gpx::kMagvar, *rare.magneticVariation, kCoordinateDecimals);
     if (rare.geoidHeight)
-        AppendFixedElement(sink, "geoidheight", *rare.geoidHeight, kHeightDecimals);
-    AppendTextElement(sink, "name", rare.name);
-    AppendTextElement(sink, "cmt", rare.comment);
-    AppendTextElement(sink, "desc", rare.description);
-    AppendTextElement(sink, "src", rare.source);
+        AppendFixedElement(sink, gpx::kGeoidheight, *rare.geoidHeight, kHeightDecimals);
+    AppendTextElement(sink, gpx::kName, rare.name);
+    AppendTextElement(sink, gpx::kCmt, rare.comment);
+    AppendTextElement(sink, gpx::kDesc, rare.description);
+    AppendTextElement(sink, gpx::kSrc, rare.source);
     if (rare.url)
         WriteLink(sink, version, *rare.url);
-    AppendTextElement(sink, "sym", rare.symbol);
-    AppendTextElement(sink, "type", rare.type);
+    AppendTextElement(sink, gpx::kSym, rare.symbol);
+    AppendTextElement(sink, gpx::kType, rare.type);
 }
 
 void WriteFix(TextSink& sink, std::size_t fix) {
     text::Invariant(fix < text::kFixTexts.size(), text::sites::kUnknownFix,
                     "Unable to write an unknown GPS fix type.");
-    AppendAsciiElement(sink, "fix", text::kFixTexts[fix]);
+    AppendAsciiElement(sink, gpx::kFix, text::kFixTexts[fix]);
 }
 
 } // namespace
@@ -70,7 +71,7 @@ void WritePoint(TextSink& sink, const GpxVersion& version, const GpxPoint& point
     const std::string_view name = ElementName(point);
     AppendPointStart(sink, name, Access::GetLatitude(point), Access::GetLongitude(point));
     if (const double* elevation = Access::GetElevation(point))
-        AppendFixedElement(sink, "ele", *elevation, kHeightDecimals);
+        AppendFixedElement(sink, gpx::kEle, *elevation, kHeightDecimals);
     if (const double* time = Access::GetTime(point))
         WriteTime(sink, *time);
     if (const auto* rare = Access::GetRareData(point))

@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/writer/Elements.h>
 #include <vexaTransferLib/writer/PointWriter.h>
@@ -26,16 +27,16 @@ void WriteRoute(TextSink& sink, const GpxVersion& version, const GpxRoute& route
                   "GPX routes can only be written to version 1.0 or 1.1 files.");
     text::Invariant(Access::GetRawRouteType(route) < text::kRouteTypeTexts.size(),
                     text::sites::kUnknownRouteType, "Unable to write an unknown GPX route type.");
-    sink.Ascii("<rte>", kEndOfLine);
-    AppendTextElement(sink, "name", Access::GetName(route));
-    AppendTextElement(sink, "src", Access::GetSource(route));
+    AppendLineStart(sink, gpx::kRte);
+    AppendTextElement(sink, gpx::kName, Access::GetName(route));
+    AppendTextElement(sink, gpx::kSrc, Access::GetSource(route));
     if (version.IsGpx11()) {
-        AppendTextElement(sink, "type", Access::GetType(route));
+        AppendTextElement(sink, gpx::kType, Access::GetType(route));
         WriteRouteType(sink, route);
     }
     for (const GpxPoint& point : Access::GetPoints(route))
         WritePoint(sink, version, point);
-    sink.Ascii("</rte>", kEndOfLine);
+    AppendLineEnd(sink, gpx::kRte);
 }
 
 } // namespace writer

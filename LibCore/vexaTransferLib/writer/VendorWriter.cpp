@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/TimeText.h>
 #include <vexaTransferLib/writer/Elements.h>
@@ -23,105 +24,111 @@ using Access = GpxModelAccess;
 void WriteRoutePointType(TextSink& sink, std::size_t type) {
     text::Invariant(type < text::kRoutePointTypeTexts.size(), text::sites::kUnknownRoutePointType,
                     "Unable to write an unknown route point type.");
-    AppendAsciiElement(sink, "tarvik:routePointType", text::kRoutePointTypeTexts[type]);
+    AppendAsciiElement(sink, tarvik::kRoutePointType, text::kRoutePointTypeTexts[type]);
 }
 
 void WriteFormAttribute(TextSink& sink, const icu::UnicodeString& key, const FormData& record) {
-    sink.Ascii("\t\t<tarvik:formstring key=\"");
+    sink.Ascii("\t\t<", tarvik::kFormstring, " ", tarvik::kKey, "=\"");
     sink.Raw(key);
     sink.Ascii("\"");
     const std::string_view modTime = sink.TimeText(record.modTime, text::YearDigits::kFour);
     if (record.modTime != 0.0 && !modTime.empty())
-        sink.Ascii(" modtime=\"", modTime, "\"");
+        sink.Ascii(" ", tarvik::kModtime, "=\"", modTime, "\"");
     sink.Ascii(">");
     sink.Escaped(record.value);
-    AppendLineEnd(sink, "tarvik:formstring");
+    AppendLineEnd(sink, tarvik::kFormstring);
 }
 
 void WriteFormAttributes(TextSink& sink, const GpxPoint::FormAttributes& attributes) {
     if (attributes.empty())
         return;
-    sink.Ascii("\t<tarvik:formdata>", kEndOfLine);
+    sink.Ascii("\t");
+    AppendLineStart(sink, tarvik::kFormdata);
     for (const auto& [key, record] : attributes)
         WriteFormAttribute(sink, key, *record);
-    sink.Ascii("\t</tarvik:formdata>", kEndOfLine);
+    sink.Ascii("\t");
+    AppendLineEnd(sink, tarvik::kFormdata);
 }
 
 void WriteRecord(TextSink& sink, const GISMetaData& record) {
     constexpr std::string_view kIndent = "\t\t";
-    AppendRawElement(sink, kIndent, "tarvik:layername", record.layerName);
-    AppendRawElement(sink, kIndent, "tarvik:layerkey", record.layerKey);
-    AppendRawElement(sink, kIndent, "tarvik:form", record.form);
-    AppendGroupedElement(sink, kIndent, "tarvik:defaultsymbol", record.defaultSymbol);
+    AppendRawElement(sink, kIndent, tarvik::kLayername, record.layerName);
+    AppendRawElement(sink, kIndent, tarvik::kLayerkey, record.layerKey);
+    AppendRawElement(sink, kIndent, tarvik::kForm, record.form);
+    AppendGroupedElement(sink, kIndent, tarvik::kDefaultsymbol, record.defaultSymbol);
 }
 
 void WriteRecord(TextSink& sink, const AnnotateMetaData& record) {
     constexpr std::string_view kIndent = "\t\t";
-    AppendRawElement(sink, kIndent, "tarvik:trackGUID", record.trackGUID);
-    AppendRawElement(sink, kIndent, "tarvik:waypointGUID", record.waypointGUID);
+    AppendRawElement(sink, kIndent, tarvik::kTrackGUID, record.trackGUID);
+    AppendRawElement(sink, kIndent, tarvik::kWaypointGUID, record.waypointGUID);
 }
 
 void WriteRecord(TextSink& sink, const GPXStats& stats) {
     constexpr std::string_view kIndent = "\t\t\t";
-    sink.Ascii("\t\t<tarvik:filestats>", kEndOfLine);
+    sink.Ascii("\t\t");
+    AppendLineStart(sink, tarvik::kFilestats);
     if (stats.wptcount > 0)
-        AppendGroupedElement(sink, kIndent, "tarvik:wptcount", stats.wptcount);
+        AppendGroupedElement(sink, kIndent, tarvik::kWptcount, stats.wptcount);
     if (stats.trkcount > 0)
-        AppendGroupedElement(sink, kIndent, "tarvik:trkcount", stats.trkcount);
+        AppendGroupedElement(sink, kIndent, tarvik::kTrkcount, stats.trkcount);
     if (stats.trksegcount > 0)
-        AppendGroupedElement(sink, kIndent, "tarvik:trksegcount", stats.trksegcount);
+        AppendGroupedElement(sink, kIndent, tarvik::kTrksegcount, stats.trksegcount);
     if (stats.trktotalkm > 0.0)
-        AppendGroupedElement(sink, kIndent, "tarvik:trktotalkm", stats.trktotalkm);
+        AppendGroupedElement(sink, kIndent, tarvik::kTrktotalkm, stats.trktotalkm);
     if (stats.geocachecount >= 0)
-        AppendGroupedElement(sink, kIndent, "tarvik:geocachecount", stats.geocachecount);
-    sink.Ascii("\t\t</tarvik:filestats>", kEndOfLine);
+        AppendGroupedElement(sink, kIndent, tarvik::kGeocachecount, stats.geocachecount);
+    sink.Ascii("\t\t");
+    AppendLineEnd(sink, tarvik::kFilestats);
 }
 
 } // namespace
 
 void WritePointData(TextSink& sink, const GpxPoint& point) {
-    sink.Ascii("<extensions>", kEndOfLine);
+    AppendLineStart(sink, gpx::kExtensions);
     const std::size_t routePointType = Access::GetRawRoutePointType(point);
     if (point.GetPointType() == kGpxRoutePoint && routePointType != 0)
         WriteRoutePointType(sink, routePointType);
     if (const auto* rare = Access::GetRareData(point)) {
         WriteFormAttributes(sink, rare->formAttributes);
         if (rare->symbolNumber > 0)
-            AppendGroupedElement(sink, "\t", "tarvik:tovasymbol", rare->symbolNumber);
-        AppendRawElement(sink, "\t", "tarvik:objectid", rare->guid);
+            AppendGroupedElement(sink, "\t", tarvik::kTovasymbol, rare->symbolNumber);
+        AppendRawElement(sink, "\t", tarvik::kObjectid, rare->guid);
         if (rare->geocache)
             WriteGeocache(sink, *rare->geocache);
     }
-    sink.Ascii("</extensions>", kEndOfLine);
+    AppendLineEnd(sink, gpx::kExtensions);
 }
 
 void WriteRouteType(TextSink& sink, const GpxRoute& route) {
     TarvikRouteType type = kTarvikRouteStandard;
     if (!route.GetTarvikRouteType(type))
         return;
-    sink.Ascii("<extensions>", kEndOfLine);
-    AppendAsciiElement(sink, "tarvik:routeType", text::kRouteTypeTexts[type]);
-    sink.Ascii("</extensions>", kEndOfLine);
+    AppendLineStart(sink, gpx::kExtensions);
+    AppendAsciiElement(sink, tarvik::kRouteType, text::kRouteTypeTexts[type]);
+    AppendLineEnd(sink, gpx::kExtensions);
 }
 
 void WriteTrackData(TextSink& sink, const GpxTrack& track) {
     const std::int32_t color = Access::GetColor(track);
     if (color < 0)
         return;
-    sink.Ascii("<extensions>", kEndOfLine);
-    AppendGroupedElement(sink, "\t", "tarvik:color", color);
-    sink.Ascii("</extensions>", kEndOfLine);
+    AppendLineStart(sink, gpx::kExtensions);
+    AppendGroupedElement(sink, "\t", tarvik::kColor, color);
+    AppendLineEnd(sink, gpx::kExtensions);
 }
 
 void WriteDocumentData(TextSink& sink, const GpxDocument& document) {
-    sink.Ascii("\t<extensions>", kEndOfLine);
+    sink.Ascii("\t");
+    AppendLineStart(sink, gpx::kExtensions);
     if (const auto& record = Access::GetGISMetaData(document))
         WriteRecord(sink, *record);
     if (const auto& record = Access::GetAnnotateMetaData(document))
         WriteRecord(sink, *record);
     if (const auto& stats = Access::GetStats(document))
         WriteRecord(sink, *stats);
-    sink.Ascii("\t</extensions>", kEndOfLine);
+    sink.Ascii("\t");
+    AppendLineEnd(sink, gpx::kExtensions);
 }
 
 } // namespace vexaTransferLib::writer

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/Attempts.h"
 
+#include "support/CaughtAs.h"
+
 #include <common/dbc.h>
 
 #include <cstdio>
@@ -13,11 +15,11 @@ namespace vexaTransferLib::testing_support {
 namespace {
 
 const char* KindOf(const std::exception& failure) {
-    if (typeid(failure) == typeid(dbc::precondition_error))
+    if (CaughtAs(failure) == typeid(dbc::precondition_error))
         return "precondition";
-    if (typeid(failure) == typeid(dbc::postcondition_error))
+    if (CaughtAs(failure) == typeid(dbc::postcondition_error))
         return "postcondition";
-    if (typeid(failure) == typeid(dbc::invariant_error))
+    if (CaughtAs(failure) == typeid(dbc::invariant_error))
         return "invariant";
     return typeid(failure) == typeid(std::runtime_error) ? "runtime" : "unexpected";
 }

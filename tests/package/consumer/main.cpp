@@ -6,12 +6,15 @@
 #include <common/UnicodeStrUtils.h>
 #include <common/dbc.h>
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/GpxError.h>
 #include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/Version.h>
 
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include <cstdint>
 #include <cstdio>
+#include <exception>
 #include <stdexcept>
 #include <string>
 
@@ -156,6 +159,42 @@ void ExpectErrors(const GpxDocument& document) {
                 [] { UnicodeStrUtils::UnicodeStringToStlString(u"text", "no-such-code-page"); });
 }
 
+/// The errors of a reading are caught by their own class and by the one that they derive from, with what they hold.
+template <class Error, class Base>
+void ExpectReadError(const char* bytes, GpxReadErrorKind kind, std::uint64_t line) {
+    const auto read = [bytes] {
+        GpxDocument document;
+        GpxParser().Parse(bytes, u"walk.gpx", document);
+    };
+    const auto isExpected = [kind, line](const GpxReadErrorDetails* details) {
+        return details != nullptr && details->kind == kind && details->line == line &&
+               details->file == "walk.gpx";
+    };
+    bool isOwn = false;
+    try {
+        read();
+    } catch (const Error& error) {
+        isOwn = isExpected(&error.Details());
+    }
+    bool isBase = false;
+    try {
+        read();
+    } catch (const Base& error) {
+        isBase = isExpected(FindReadErrorDetails(error));
+    }
+    Expect(isOwn && isBase, std::string("a typed error of ") + bytes);
+}
+
+void ExpectReadErrors() {
+    ExpectReadError<GpxReadError, dbc::postcondition_error>("<gpx>\n</oops>", GpxReadErrorKind::kIllFormed,
+                                                            2);
+    ExpectReadError<GpxReadError, std::exception>("\n<html/>", GpxReadErrorKind::kNotGpx, 2);
+    ExpectReadError<GpxReadValueError, dbc::precondition_error>("<gpx version='2'/>",
+                                                                GpxReadErrorKind::kInvalidContent, 1);
+    ExpectReadError<GpxReadValueError, std::logic_error>("<gpx version='3'/>",
+                                                         GpxReadErrorKind::kInvalidContent, 1);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -170,6 +209,7 @@ int main(int argc, char** argv) {
         GpxParser().Parse(path, read);
         ExpectSameAsMade(read);
         ExpectErrors(document);
+        ExpectReadErrors();
     });
     Expect(outcome.caught == Caught::nothing, "nothing else is thrown " + outcome.message);
     xercesc::XMLPlatformUtils::Terminate();

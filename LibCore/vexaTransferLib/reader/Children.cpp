@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/ChildReader.h>
+#include <vexaTransferLib/reader/Children.h>
 
 namespace vexaTransferLib::reader {
 
@@ -29,11 +29,8 @@ void ReadChildren(ReadContext& context, ChildReader& reader, const NodeView& nod
     ChildWalk children(node);
     for (NodeView child; children.Next(child);) {
         context.Work();
-        IsolateFailure(
-            reader, [&] { ReadChild(context, reader, child); },
-            [&](const char* message) {
-                context.reporter.Skip(child.IsNull() ? node : child, kGpxRefused, message, true);
-            });
+        IsolateFailure(context, child.IsNull() ? node : child, reader.IsolatesFailures(),
+                       [&] { ReadChild(context, reader, child); });
     }
     reader.Finish();
 }

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/GpxInputLimits.h>
+#include <vexaTransferLib/GpxReadObserver.h>
+
+#include <xercesc/sax/ErrorHandler.hpp>
+
+#include <optional>
+
+namespace vexaTransferLib::reader {
+
+/// What the host has set for the reading of files. All of it stays the caller's.
+struct ReadSettings {
+    xercesc::ErrorHandler& receiver;             ///< is told the XML parser's errors
+    GpxReadObserver* observer;                   ///< null when nobody watches
+    const std::optional<GpxInputLimits>& limits; ///< of untrusted files
+};
+
+} // namespace vexaTransferLib::reader

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexaTransferLib/GpxError.h>
+
+#include <common/dbc.h>
+
+#include <exception>
+#include <typeinfo>
+
+namespace vexaTransferLib::testing_support {
+
+/// The class that a host names to catch an exception: for an error of a reading the contract error that it derives
+/// from, for every other its own class.
+inline const std::type_info& CaughtAs(const std::exception& exception) {
+    if (dynamic_cast<const GpxReadError*>(&exception) != nullptr)
+        return typeid(dbc::postcondition_error);
+    if (dynamic_cast<const GpxReadValueError*>(&exception) != nullptr)
+        return typeid(dbc::precondition_error);
+    return typeid(exception);
+}
+
+} // namespace vexaTransferLib::testing_support
