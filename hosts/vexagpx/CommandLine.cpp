@@ -3,6 +3,7 @@
 
 #include <vexagpx/commands/Check.h>
 #include <vexagpx/commands/Clean.h>
+#include <vexagpx/commands/Convert.h>
 #include <vexagpx/commands/Dump.h>
 #include <vexagpx/commands/Info.h>
 #include <vexagpx/commands/Show.h>
@@ -30,8 +31,8 @@ constexpr char kDumpExamples[] = "Examples:\n"
                                  "  vexagpx dump *.gpx > models.jsonl\n"
                                  "  curl -s https://example.org/walk.gpx | vexagpx dump -\n";
 constexpr char kCheckExamples[] =
-    "\"(lost)\" marks what a document could have held; with any of it, and when a\n"
-    "file cannot be read, the exit status is 1.\n"
+    "\"(lost)\" marks what a document could have held. The exit status is 1 when\n"
+    "something is marked so, or when a file cannot be read.\n"
     "\n"
     "Examples:\n"
     "  vexagpx check walk.gpx\n"
@@ -79,33 +80,6 @@ std::string RequireText(const std::string& text) {
     return text.empty() ? "must not be empty" : "";
 }
 
-CLI::App* AddCommand(CLI::App& app, Request& request, const std::string& name, const std::string& description,
-                     const std::string& examples) {
-    CLI::App* command = app.add_subcommand(name, description);
-    command->footer(examples);
-    command->add_option("--debug-log", request.debugLog, "Keep the library's contract report in this file")
-        ->type_name("FILE");
-    return command;
-}
-
-void AddProgress(CLI::App& command, Request& request) {
-    command.add_flag("--no-progress", request.noProgress, "Show no progress while long files are read");
-}
-
-void AddTrust(CLI::App& command, Request& request) {
-    command.add_flag("--trust", request.rules.isTrusted,
-                     "Follow document types and entities and set\n"
-                     "no limits: not for files from strangers");
-}
-
-void AddFiles(CLI::App& command, Request& request) {
-    command.add_option("FILE", request.files, "GPX files or ZIP archives; - is standard input")
-        ->required()
-        ->type_name("");
-    AddProgress(command, request);
-    AddTrust(command, request);
-}
-
 /// A unit may follow the number of bytes.
 std::string RequireSize(const std::string& text) {
     std::uint64_t number = 0;
@@ -116,6 +90,75 @@ std::string RequireSize(const std::string& text) {
 std::string RequireNumber(const std::string& text) {
     const bool isNumber = std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
     return isNumber ? RequireSize(text) : "must be a number above 0";
+}
+
+// CLI11 takes an argument such as "[a]" for a list, and an argument after "--" that starts with a dash for an option
+// if arguments come before the "--". A mark at the start of such arguments hides what they look like, and is removed
+// from the value. An argument that starts with the mark itself gets another one.
+constexpr char kMark[] = "\x01";
+
+/// Where the value of "--option=value" starts; 0 for anything else.
+std::size_t ValueStart(const std::string& argument) {
+    return argument.starts_with("--") ? argument.find('=') + 1 : 0;
+}
+
+std::string Marked(std::string argument, bool isFile) {
+    const bool isList = argument.starts_with('[') && argument.ends_with(']');
+    const std::size_t value = isFile ? 0 : ValueStart(argument);
+    if (isFile || isList || argument.compare(value, 1, kMark) == 0)
+        argument.insert(value, kMark);
+    return argument;
+}
+
+/// The arguments in the order that CLI11 expects: the last one first, without the program's name.
+std::vector<std::string> Marked(int argc, char** argv) {
+    std::vector<std::string> arguments;
+    bool marksAll = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        if (argument == "--" && !marksAll)
+            marksAll = true;
+        else
+            arguments.push_back(Marked(argument, marksAll));
+    }
+    std::reverse(arguments.begin(), arguments.end());
+    return arguments;
+}
+
+/// Returns no error.
+std::string Unmark(std::string& text) {
+    if (text.starts_with(kMark))
+        text.erase(0, 1);
+    return "";
+}
+
+/// An option or argument whose value is text as the user typed it.
+/// \param value a text or a list of texts
+template <class Value>
+CLI::Option* AddText(CLI::App& command, const std::string& name, Value& value,
+                     const std::string& description) {
+    return command.add_option(name, value, description)->transform(CLI::Validator(Unmark, ""));
+}
+
+/// An argument that must be given.
+template <class Value>
+void AddArgument(CLI::App& command, const std::string& name, Value& value, const std::string& description) {
+    AddText(command, name, value, description)->required()->type_name("");
+}
+
+void AddDebugLog(CLI::App& command, Invocation& invocation) {
+    AddText(command, "--debug-log", invocation.debugLog, "Write the library's contract reports to this file")
+        ->type_name("FILE");
+}
+
+void AddProgress(CLI::App& command, Invocation& invocation) {
+    command.add_flag("--no-progress", invocation.noProgress, "Show no progress while long files are read");
+}
+
+void AddTrust(CLI::App& command, InputRules& rules) {
+    command.add_flag("--trust", rules.isTrusted,
+                     "Follow document types and entities and set\n"
+                     "no limits: not for files from strangers");
 }
 
 void AddSize(CLI::App& command, const std::string& name, std::uint64_t& size, const std::string& description,
@@ -137,178 +180,188 @@ void AddNumber(CLI::App& command, const std::string& name, std::uint64_t& number
         ->group(kLimits);
 }
 
-void AddLimits(CLI::App& command, Request& request) {
-    ArchiveLimits& limits = request.rules.archives;
+void AddLimits(CLI::App& command, ArchiveLimits& limits) {
     AddSize(command, "--max-entry-size", limits.entrySize, "Bytes that an entry may have; 500MB, 2GB", "1GB");
     AddSize(command, "--max-total-size", limits.totalSize, "Bytes that all entries read may have together",
             "4GB");
     AddNumber(command, "--max-ratio", limits.ratio,
-              "How many times its size in the archive it may\n"
-              "have, and all together the archive's size");
+              "How many times its packed size an entry may have,\n"
+              "and all entries together the archive's size");
     AddNumber(command, "--max-entries", limits.entries, "Entries that an archive may have");
     AddSize(command, "--max-stream-size", limits.streamSize, "Bytes that standard input or a pipe may have",
             "4GB");
 }
 
-void AddShow(CLI::App& app, Request& request) {
-    CLI::App* command = AddCommand(app, request, "show", "Show what is in GPX files", kShowExamples);
-    AddFiles(*command, request);
-    AddLimits(*command, request);
-    command->add_flag("--all", request.all, "List every waypoint, route, track and geocache");
-    command->callback([&request] {
-        request.command = [&request](Output& out) {
-            return Show(request.files, request.all, request.rules, out);
-        };
+struct CommandHelp {
+    std::string name;
+    std::string description;
+    std::string examples;
+};
+
+CLI::App& AddCommandGroup(CLI::App& parent, Invocation& invocation, const CommandHelp& help) {
+    CLI::App* command = parent.add_subcommand(help.name, help.description);
+    command->footer(help.examples);
+    AddDebugLog(*command, invocation);
+    return *command;
+}
+
+/// \param options filled in by parsing; kept alive by the invocation
+template <class Options>
+CLI::App& AddCommand(CLI::App& parent, Invocation& invocation, const CommandHelp& help,
+                     const std::shared_ptr<Options>& options, bool (*run)(const Options&, Output&)) {
+    CLI::App& command = AddCommandGroup(parent, invocation, help);
+    command.callback([&invocation, options, run] {
+        invocation.command = [options, run](Output& out) { return run(*options, out); };
     });
-}
-
-void AddDump(CLI::App& app, Request& request) {
-    CLI::App* command =
-        AddCommand(app, request, "dump", "Print the whole model, one line of JSON for a file", kDumpExamples);
-    AddFiles(*command, request);
-    AddLimits(*command, request);
-    command->callback([&request] {
-        request.command = [&request](Output& out) { return Dump(request.files, request.rules, out); };
-    });
-}
-
-void AddInfo(CLI::App& app, Request& request) {
-    CLI::App* command =
-        AddCommand(app, request, "info", "Show vendor metadata and time, from file heads", kInfoExamples);
-    AddFiles(*command, request);
-    AddLimits(*command, request);
-    command->add_flag("--json", request.json, "Print a line of JSON for each file");
-    command->callback([&request] {
-        request.command = [&request](Output& out) {
-            const auto form = request.json ? InfoForm::kJson : InfoForm::kLine;
-            return Info(request.files, request.rules, form, out);
-        };
-    });
-}
-
-void AddCheck(CLI::App& app, Request& request) {
-    CLI::App* command =
-        AddCommand(app, request, "check", "Tell what of GPX files is read and what is not", kCheckExamples);
-    AddFiles(*command, request);
-    AddLimits(*command, request);
-    command->add_flag("--all", request.all, "List equal things one by one, not with a count");
-    command->add_flag("--json", request.json, "Print a line of JSON for each document");
-    command->callback([&request] {
-        request.command = [&request](Output& out) {
-            return Check(request.files, request.rules, {request.json, request.all}, out);
-        };
-    });
-}
-
-void AddConvert(CLI::App& app, Request& request) {
-    ConvertRequest& convert = request.convert;
-    CLI::App* command =
-        AddCommand(app, request, "convert", "Read a GPX file and write it again", kConvertExamples);
-    AddProgress(*command, request);
-    AddTrust(*command, request);
-    AddLimits(*command, request);
-    command->add_option("IN", convert.in, "GPX file or ZIP archive; - is standard input")
-        ->required()
-        ->type_name("");
-    command
-        ->add_option("OUT", convert.out,
-                     "GPX file to write, IN too; - is standard output.\n"
-                     "Replaced only by a complete, well-formed result\n"
-                     "that says what IN says.\n"
-                     "A folder for an archive of several GPX files")
-        ->required()
-        ->type_name("");
-    command->add_option("--gpx", convert.version, "GPX version to write: 1.0 or 1.1")
-        ->type_name("VERSION")
-        ->check(CLI::IsMember({"1.0", "1.1"}).description(""))
-        ->capture_default_str();
-    command->add_option("--app", convert.applicationName, "Name of the application that writes")
-        ->type_name("NAME")
-        ->check(CLI::Validator(RequireText, ""))
-        ->capture_default_str();
-    command->add_option("--url", convert.applicationUrl, "Address of the application")
-        ->type_name("URL")
-        ->check(CLI::Validator(RequireText, ""))
-        ->capture_default_str();
-    command->callback([&request] {
-        request.command = [&request](Output& out) {
-            request.convert.rules = request.rules;
-            return Convert(request.convert, out);
-        };
-    });
-}
-
-void AddClean(CLI::App& app, Request& request) {
-    CLI::App* command =
-        AddCommand(app, request, "clean", "Turn web text in UTF-8 into plain text", kCleanExamples);
-    command->add_option("FILE", request.cleanFile, "Text or HTML; - or nothing is standard input")
-        ->type_name("");
-    command->callback(
-        [&request] { request.command = [&request](Output& out) { return Clean(request.cleanFile, out); }; });
-}
-
-using ZipCommand = bool (*)(const Request&, Output&);
-
-CLI::App* AddZipCommand(CLI::App& zip, Request& request, const std::string& name,
-                        const std::string& description, ZipCommand run) {
-    CLI::App* command = AddCommand(zip, request, name, description, kZipExamples);
-    command->add_option("ARCHIVE", request.archive, "ZIP archive; - is standard input")
-        ->required()
-        ->type_name("");
-    AddProgress(*command, request);
-    AddLimits(*command, request);
-    command->callback(
-        [&request, run] { request.command = [&request, run](Output& out) { return run(request, out); }; });
     return command;
 }
 
-void AddZip(CLI::App& app, Request& request) {
-    CLI::App* zip =
-        AddCommand(app, request, "zip", "List, read, test and extract ZIP archives", kZipExamples);
-    zip->require_subcommand(1);
-    AddZipCommand(
-        *zip, request, "list", "Print the names of the entries",
-        [](const Request& asked, Output& out) { return ZipList(asked.archive, asked.rules.archives, out); });
-    AddZipCommand(*zip, request, "cat", "Print the content of an entry",
-                  [](const Request& asked, Output& out) {
-                      return ZipCat(asked.archive, asked.entry, asked.rules.archives, out);
-                  })
-        ->add_option("ENTRY", request.entry, "Name as zip list prints it")
-        ->required()
-        ->type_name("");
-    AddZipCommand(
-        *zip, request, "test", "Read every entry and tell which are bad",
-        [](const Request& asked, Output& out) { return ZipTest(asked.archive, asked.rules.archives, out); });
-    CLI::App* extract = AddZipCommand(
-        *zip, request, "extract", "Write the entries below a folder", [](const Request& asked, Output& out) {
-            return ZipExtract(asked.archive, asked.folder, asked.overwrite, asked.rules.archives, out);
-        });
-    extract->add_option("DIR", request.folder, "Folder, made when it is not there")
-        ->required()
-        ->type_name("");
-    extract->add_flag("--overwrite", request.overwrite, "Replace files that are there");
+/// What the commands take that read any number of GPX files.
+template <class Options>
+void AddFiles(CLI::App& command, Invocation& invocation, Options& options) {
+    AddArgument(command, "FILE", options.files, "GPX files or ZIP archives; - is standard input");
+    AddProgress(command, invocation);
+    AddTrust(command, options.rules);
+    AddLimits(command, options.rules.archives);
+}
+
+void AddShow(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<ShowOptions>();
+    CLI::App& command =
+        AddCommand(app, invocation, {"show", "Show what is in GPX files", kShowExamples}, options, Show);
+    AddFiles(command, invocation, *options);
+    command.add_flag("--all", options->all, "List every waypoint, route, track and geocache");
+}
+
+void AddDump(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<DumpOptions>();
+    CLI::App& command = AddCommand(
+        app, invocation, {"dump", "Print the whole model, one line of JSON for a file", kDumpExamples},
+        options, Dump);
+    AddFiles(command, invocation, *options);
+}
+
+void AddInfo(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<InfoOptions>();
+    CLI::App& command =
+        AddCommand(app, invocation, {"info", "Show vendor metadata and time, from file heads", kInfoExamples},
+                   options, Info);
+    AddFiles(command, invocation, *options);
+    command.add_flag("--json", options->json, "Print a line of JSON for each file");
+}
+
+void AddCheck(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<CheckOptions>();
+    CLI::App& command = AddCommand(
+        app, invocation, {"check", "Report what of GPX files is read and what is not", kCheckExamples},
+        options, Check);
+    AddFiles(command, invocation, *options);
+    command.add_flag("--all", options->all, "List equal items one by one, not with a count");
+    command.add_flag("--json", options->json, "Print a line of JSON for each document");
+}
+
+void AddConvert(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<ConvertOptions>();
+    CLI::App& command =
+        AddCommand(app, invocation, {"convert", "Read a GPX file and write it again", kConvertExamples},
+                   options, Convert);
+    AddProgress(command, invocation);
+    AddTrust(command, options->rules);
+    AddLimits(command, options->rules.archives);
+    AddArgument(command, "IN", options->in, "GPX file or ZIP archive; - is standard input");
+    AddArgument(command, "OUT", options->out,
+                "GPX file to write, IN too; - is standard output.\n"
+                "Replaced only by a complete, well-formed result\n"
+                "that says what IN says.\n"
+                "A folder for an archive of several GPX files");
+    command.add_option("--gpx", options->version, "GPX version to write: 1.0 or 1.1")
+        ->type_name("VERSION")
+        ->check(CLI::IsMember({"1.0", "1.1"}).description(""))
+        ->capture_default_str();
+    AddText(command, "--app", options->applicationName, "Name of the application that writes")
+        ->type_name("NAME")
+        ->check(CLI::Validator(RequireText, ""))
+        ->capture_default_str();
+    AddText(command, "--url", options->applicationUrl, "Address of the application")
+        ->type_name("URL")
+        ->check(CLI::Validator(RequireText, ""))
+        ->capture_default_str();
+}
+
+void AddClean(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<CleanOptions>();
+    CLI::App& command = AddCommand(
+        app, invocation, {"clean", "Turn web text in UTF-8 into plain text", kCleanExamples}, options, Clean);
+    AddText(command, "FILE", options->file, "Text or HTML; - or nothing is standard input")->type_name("");
+}
+
+/// What all zip commands take.
+void AddArchive(CLI::App& command, Invocation& invocation, ZipOptions& options) {
+    AddArgument(command, "ARCHIVE", options.archive, "ZIP archive; - is standard input");
+    AddProgress(command, invocation);
+    AddLimits(command, options.limits);
+}
+
+void AddZipList(CLI::App& zip, Invocation& invocation) {
+    const auto options = std::make_shared<ZipOptions>();
+    AddArchive(AddCommand(zip, invocation, {"list", "Print the names of the entries", kZipExamples}, options,
+                          ZipList),
+               invocation, *options);
+}
+
+void AddZipCat(CLI::App& zip, Invocation& invocation) {
+    const auto options = std::make_shared<ZipCatOptions>();
+    CLI::App& command =
+        AddCommand(zip, invocation, {"cat", "Print the content of an entry", kZipExamples}, options, ZipCat);
+    AddArchive(command, invocation, *options);
+    AddArgument(command, "ENTRY", options->entry, "Name as zip list prints it");
+}
+
+void AddZipTest(CLI::App& zip, Invocation& invocation) {
+    const auto options = std::make_shared<ZipOptions>();
+    AddArchive(AddCommand(zip, invocation, {"test", "Read every entry and report the bad ones", kZipExamples},
+                          options, ZipTest),
+               invocation, *options);
+}
+
+void AddZipExtract(CLI::App& zip, Invocation& invocation) {
+    const auto options = std::make_shared<ZipExtractOptions>();
+    CLI::App& command = AddCommand(
+        zip, invocation, {"extract", "Write the entries below a folder", kZipExamples}, options, ZipExtract);
+    AddArchive(command, invocation, *options);
+    AddArgument(command, "DIR", options->folder, "Folder, created when missing");
+    command.add_flag("--overwrite", options->overwrite, "Replace existing files");
+}
+
+void AddZip(CLI::App& app, Invocation& invocation) {
+    CLI::App& zip =
+        AddCommandGroup(app, invocation, {"zip", "List, read, test and extract ZIP archives", kZipExamples});
+    zip.require_subcommand(1);
+    AddZipList(zip, invocation);
+    AddZipCat(zip, invocation);
+    AddZipTest(zip, invocation);
+    AddZipExtract(zip, invocation);
 }
 
 } // namespace
 
-void AddCommands(CLI::App& app, Request& request) {
+void AddCommands(CLI::App& app, Invocation& invocation) {
     app.name("vexagpx");
     app.formatter(std::make_shared<HelpFormatter>());
     app.description("Reads, shows and rewrites GPX files.");
-    app.set_version_flag("--version", "vexagpx " VEXAGPX_VERSION, "Print the version and leave");
-    app.add_option("--debug-log", request.debugLog, "Keep the library's contract report in this file")
-        ->type_name("FILE");
-    AddProgress(app, request);
+    app.set_version_flag("--version", "vexagpx " VEXAGPX_VERSION, "Print the version and exit");
+    AddDebugLog(app, invocation);
+    AddProgress(app, invocation);
     app.require_subcommand(1);
-    AddShow(app, request);
-    AddDump(app, request);
-    AddInfo(app, request);
-    AddCheck(app, request);
-    AddConvert(app, request);
-    AddClean(app, request);
-    AddZip(app, request);
-    app.footer("Exit status: 0 fine, 1 input or output failed, or check found something lost, 2\n"
-               "wrong usage. Ctrl-C stops the reading of a file and leaves no half result.\n"
+    AddShow(app, invocation);
+    AddDump(app, invocation);
+    AddInfo(app, invocation);
+    AddCheck(app, invocation);
+    AddConvert(app, invocation);
+    AddClean(app, invocation);
+    AddZip(app, invocation);
+    app.footer("Exit status: 0 success, 1 input or output failed or check found a loss, 2 wrong\n"
+               "usage. Ctrl-C stops the reading of a file and leaves no incomplete result.\n"
                "\n"
                "Examples:\n"
                "  vexagpx show walk.gpx\n"
@@ -319,66 +372,14 @@ void AddCommands(CLI::App& app, Request& request) {
                "  vexagpx clean description.html\n"
                "  vexagpx zip list pocket-query.zip\n"
                "\n"
-               "vexagpx COMMAND --help tells more about a command.");
+               "vexagpx COMMAND --help describes a command.");
 }
 
-namespace {
-
-// What CLI11 would misread is hidden behind a mark: it takes a file called "[a]" for a list, and what stands
-// behind "--" for options when files stand before it. What begins with the mark itself gets another.
-constexpr char kMark[] = "\x01";
-
-/// Where the value of "--option=value" begins; 0 of anything else.
-std::size_t ValueBegin(const std::string& argument) {
-    return argument.starts_with("--") ? argument.find('=') + 1 : 0;
-}
-
-std::string Marked(std::string argument, bool isFile) {
-    const bool isList = argument.starts_with('[') && argument.ends_with(']');
-    const std::size_t value = isFile ? 0 : ValueBegin(argument);
-    if (isFile || isList || argument.compare(value, 1, kMark) == 0)
-        argument.insert(value, kMark);
-    return argument;
-}
-
-/// The arguments as CLI11 wants them: the last one first, the program's name left out.
-std::vector<std::string> Marked(int argc, char** argv) {
-    std::vector<std::string> arguments;
-    bool marksAll = false;
-    for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        if (argument == "--" && !marksAll)
-            marksAll = true;
-        else
-            arguments.push_back(Marked(argument, marksAll));
-    }
-    std::reverse(arguments.begin(), arguments.end());
-    return arguments;
-}
-
-void Unmark(std::string& text) {
-    if (text.starts_with(kMark))
-        text.erase(0, 1);
-}
-
-void Unmark(Request& request) {
-    ConvertRequest& convert = request.convert;
-    for (std::string& file : request.files)
-        Unmark(file);
-    for (std::string* text :
-         {&request.debugLog, &request.cleanFile, &request.archive, &request.entry, &request.folder,
-          &convert.in, &convert.out, &convert.applicationName, &convert.applicationUrl})
-        Unmark(*text);
-}
-
-} // namespace
-
-std::optional<int> ParseArguments(int argc, char** argv, Request& request, Output& out) {
+std::optional<int> ParseArguments(int argc, char** argv, Invocation& invocation, Output& out) {
     CLI::App app;
-    AddCommands(app, request);
+    AddCommands(app, invocation);
     try {
         app.parse(Marked(argc, argv));
-        Unmark(request);
         return std::nullopt;
     } catch (const CLI::CallForHelp&) {
         out.Write(app.help());
@@ -389,10 +390,10 @@ std::optional<int> ParseArguments(int argc, char** argv, Request& request, Outpu
     } catch (const CLI::ParseError& error) {
         PrintError(error.what());
         PrintError("Run with --help for more information.");
-        return kUsage;
+        return kUsageError;
     }
     out.Close();
-    return kFine;
+    return kSuccess;
 }
 
 } // namespace vexagpx

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vexagpx/commands/Convert.h>
-#include <vexagpx/input/InputRules.h>
 #include <vexagpx/process/Output.h>
 
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace CLI {
 class App;
@@ -17,32 +14,22 @@ class App;
 namespace vexagpx {
 
 // Exit statuses.
-inline constexpr int kFine = 0;
-inline constexpr int kFailed = 1;
-inline constexpr int kUsage = 2;
+inline constexpr int kSuccess = 0;
+inline constexpr int kFailure = 1;
+inline constexpr int kUsageError = 2;
 
 /// What the command line asks for.
-struct Request {
-    std::string debugLog;
-    std::vector<std::string> files;
-    bool all = false;
-    bool json = false;
+struct Invocation {
+    std::string debugLog; ///< empty for none
     bool noProgress = false;
-    bool overwrite = false;
-    std::string archive;
-    std::string entry;
-    std::string folder;
-    InputRules rules;
-    ConvertRequest convert;
-    std::string cleanFile = "-";
-    /// Does the work; false after a failure that has been told.
+    /// Runs the command with its options. False after a failure, which has been reported.
     std::function<bool(Output&)> command;
 };
 
-/// Gives \p app the tool's commands and options, which write into \p request.
-void AddCommands(CLI::App& app, Request& request);
+/// Gives \p app the tool's commands and options. Parsing with it fills in \p invocation.
+void AddCommands(CLI::App& app, Invocation& invocation);
 
-/// The exit status when there is nothing more to do: help was asked for, or the arguments are wrong.
-std::optional<int> ParseArguments(int argc, char** argv, Request& request, Output& out);
+/// The exit status when nothing remains to be done: help was asked for, or the arguments are wrong.
+std::optional<int> ParseArguments(int argc, char** argv, Invocation& invocation, Output& out);
 
 } // namespace vexagpx

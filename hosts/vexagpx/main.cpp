@@ -2,7 +2,7 @@
 #include <vexagpx/CommandLine.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/process/Posix.h>
-#include <vexagpx/process/ReportFilter.h>
+#include <vexagpx/process/ReportLog.h>
 #include <vexagpx/process/Signals.h>
 #include <vexagpx/terminal/ProgressBar.h>
 
@@ -46,36 +46,36 @@ vexagpx::Descriptor OpenLog(const std::string& path) {
     }
 }
 
-int Run(const vexagpx::Request& request, Output& out) {
-    if (request.noProgress)
+int Run(const vexagpx::Invocation& invocation, Output& out) {
+    if (invocation.noProgress)
         vexagpx::HideProgress();
-    vexagpx::ReportFilter filter(OpenLog(request.debugLog));
-    bool fine;
+    vexagpx::ReportLog reports(OpenLog(invocation.debugLog));
+    bool succeeded;
     {
         const XercesPlatform platform;
-        fine = request.command(out);
+        succeeded = invocation.command(out);
     }
     out.Close();
-    if (!filter.Finish()) {
-        PrintError("Unable to write the debug log: " + request.debugLog);
-        fine = false;
+    if (!reports.Close()) {
+        PrintError("Unable to write the debug log: " + invocation.debugLog);
+        succeeded = false;
     }
-    return fine ? vexagpx::kFine : vexagpx::kFailed;
+    return succeeded ? vexagpx::kSuccess : vexagpx::kFailure;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     vexagpx::KeepStandardDescriptors();
-    // A failed write is told, not died of.
+    // A failed write is then reported as an error instead of ending the process by a signal.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     vexagpx::CatchDeadlySignals();
     try {
         Output out(STDOUT_FILENO);
-        vexagpx::Request request;
-        const std::optional<int> status = vexagpx::ParseArguments(argc, argv, request, out);
-        return status ? *status : Run(request, out);
+        vexagpx::Invocation invocation;
+        const std::optional<int> status = vexagpx::ParseArguments(argc, argv, invocation, out);
+        return status ? *status : Run(invocation, out);
     } catch (const std::exception& failure) {
         PrintError(failure.what());
     } catch (const vexagpx::Interruption& interruption) {
@@ -85,5 +85,5 @@ int main(int argc, char** argv) {
     } catch (const xercesc::OutOfMemoryException&) {
         PrintError("Out of memory.");
     }
-    return vexagpx::kFailed;
+    return vexagpx::kFailure;
 }

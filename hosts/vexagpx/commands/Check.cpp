@@ -19,10 +19,10 @@ namespace {
 
 class Checker {
 public:
-    Checker(const InputRules& rules, CheckForm form, Output& out)
-        : rules_(rules), form_(form), out_(out), parser_(rules.isTrusted) {}
+    Checker(const CheckOptions& options, Output& out)
+        : options_(options), out_(out), parser_(options.rules.isTrusted) {}
 
-    bool Run(const std::vector<std::string>& files);
+    bool Run();
 
 private:
     using Read = std::function<void(GpxDocument&)>;
@@ -33,50 +33,49 @@ private:
     void WriteFailure(const DocumentSource& source, const std::string& error, const LossReport& report);
     void WriteText(const DocumentSource& source, const DocumentCounts* counts, const LossReport& report);
 
-    InputRules rules_;
-    CheckForm form_;
+    const CheckOptions& options_;
     Output& out_;
     FileParser parser_;
     CheckTotals totals_;
     bool isFirst_ = true;
 };
 
-bool Checker::Run(const std::vector<std::string>& files) {
-    bool fine = true;
-    for (const std::string& file : files)
-        fine = RunReportingErrors(file, [&] { return CheckFile(file); }) && fine;
-    if (!form_.json)
+bool Checker::Run() {
+    bool succeeded = true;
+    for (const std::string& file : options_.files)
+        succeeded = RunReportingErrors(file, [&] { return CheckFile(file); }) && succeeded;
+    if (!options_.json)
         out_.Write((isFirst_ ? "" : "\n") + SummaryText(totals_) + "\n");
     out_.Flush();
-    return fine && totals_.lost == 0;
+    return succeeded && totals_.lost == 0;
 }
 
 bool Checker::CheckFile(const std::string& argument) {
-    // What goes wrong with the file as a whole; with a document that is told by the time it arrives here.
-    bool isTold = false;
+    // A failure of a document is written where the document is read, any other failure of the file here.
+    bool isWritten = false;
     try {
-        const InputFile file = OpenDocument(argument, rules_.archives);
+        const InputFile file = OpenDocument(argument, options_.rules.archives);
         if (IsArchive(file))
-            return ForEachGpxEntry(file, rules_.archives, [&](Archive& archive) {
+            return ForEachGpxEntry(file, options_.rules.archives, [&](Archive& archive) {
                 const std::string entry = archive.Name();
                 CheckDocument({argument, &entry}, [&](GpxDocument& document) {
                     ReadEntry(parser_, archive, argument, document);
                 });
             });
-        isTold = true;
+        isWritten = true;
         CheckDocument({argument, nullptr}, [&](GpxDocument& document) { parser_.ReadFile(file, document); });
         return true;
     } catch (const OutputError&) {
         throw;
     } catch (const std::exception& failure) {
-        if (!isTold)
-            WriteFailure({argument, nullptr}, failure.what(), LossReport(form_.all));
+        if (!isWritten)
+            WriteFailure({argument, nullptr}, failure.what(), LossReport(options_.all));
         throw;
     }
 }
 
 void Checker::CheckDocument(const DocumentSource& source, const Read& read) {
-    LossReport report(form_.all);
+    LossReport report(options_.all);
     GpxDocument document;
     parser_.Watch(&report);
     try {
@@ -94,7 +93,7 @@ void Checker::WriteReport(const DocumentSource& source, const GpxDocument& docum
     totals_.skipped += report.SkippedElements().Count();
     totals_.lost += report.LostCount();
     const DocumentCounts counts = CountDocument(document);
-    if (form_.json)
+    if (options_.json)
         WriteLossReportJson(source, counts, report, out_);
     else
         WriteText(source, &counts, report);
@@ -103,7 +102,7 @@ void Checker::WriteReport(const DocumentSource& source, const GpxDocument& docum
 
 void Checker::WriteFailure(const DocumentSource& source, const std::string& error, const LossReport& report) {
     ++totals_.failures;
-    if (form_.json)
+    if (options_.json)
         WriteFailureJson(source, error, report, out_);
     else if (report.Messages().Count() > 0)
         WriteText(source, nullptr, report);
@@ -120,8 +119,8 @@ void Checker::WriteText(const DocumentSource& source, const DocumentCounts* coun
 
 } // namespace
 
-bool Check(const std::vector<std::string>& files, const InputRules& rules, CheckForm form, Output& out) {
-    return Checker(rules, form, out).Run(files);
+bool Check(const CheckOptions& options, Output& out) {
+    return Checker(options, out).Run();
 }
 
 } // namespace vexagpx

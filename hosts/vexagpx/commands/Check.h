@@ -9,13 +9,15 @@
 
 namespace vexagpx {
 
-struct CheckForm {
-    bool json = false; ///< one line for each document instead of text for a person
-    bool all = false;  ///< lists every thing by itself instead of counting equal ones
+struct CheckOptions {
+    std::vector<std::string> files;
+    InputRules rules;
+    bool json = false; ///< a line of JSON for each document instead of text for a person
+    bool all = false;  ///< lists every occurrence by itself instead of counting equal ones
 };
 
-/// The `check` command: tells what of the files was read and what was skipped. False when a file could not
-/// be read, or when something was skipped that a document could have held.
-bool Check(const std::vector<std::string>& files, const InputRules& rules, CheckForm form, Output& out);
+/// The `check` command: says what of the files is read and what is skipped. False when a file could not be read, or
+/// when something was skipped that a document could have held.
+bool Check(const CheckOptions& options, Output& out);
 
 } // namespace vexagpx

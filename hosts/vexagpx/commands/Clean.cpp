@@ -31,10 +31,10 @@ icu::UnicodeString DecodeUtf8(std::string_view bytes) {
 
 } // namespace
 
-bool Clean(const std::string& file, Output& out) {
+bool Clean(const CleanOptions& options, Output& out) {
     std::string cleaned;
     try {
-        icu::UnicodeString text = DecodeUtf8(ReadInput(file));
+        icu::UnicodeString text = DecodeUtf8(ReadInput(options.file));
         vexaTransferLib::CleanText().CleanWebTextForTova(text);
         text.toUTF8String(cleaned);
     } catch (const std::exception& failure) {

@@ -7,7 +7,11 @@
 
 namespace vexagpx {
 
-/// The `clean` command. False after a failure, which has been told on standard error.
-bool Clean(const std::string& file, Output& out);
+struct CleanOptions {
+    std::string file = "-";
+};
+
+/// The `clean` command. False after a failure, which has been reported on standard error.
+bool Clean(const CleanOptions& options, Output& out);
 
 } // namespace vexagpx

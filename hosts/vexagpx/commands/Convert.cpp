@@ -26,14 +26,14 @@ icu::UnicodeString FromUtf8(const std::string& text) {
     return icu::UnicodeString::fromUTF8(text);
 }
 
-/// Writes one document as the request says.
+/// Writes one document in the form that the options ask for.
 /// \param source what the document was read from
-/// \throws std::runtime_error when the result is no GPX file, or none that says what the document says
-void WriteResult(const ConvertRequest& request, const GpxDocument& document, const std::string& source,
+/// \throws std::runtime_error when the result would be ill-formed, or would not say what the document says
+void WriteResult(const ConvertOptions& options, const GpxDocument& document, const std::string& source,
                  Destination& destination, Output& standardOutput) {
-    const GpxVersion version(FromUtf8(request.version));
-    const icu::UnicodeString name = FromUtf8(request.applicationName);
-    const icu::UnicodeString url = FromUtf8(request.applicationUrl);
+    const GpxVersion version(FromUtf8(options.version));
+    const icu::UnicodeString name = FromUtf8(options.applicationName);
+    const icu::UnicodeString url = FromUtf8(options.applicationUrl);
     const UnicodeStrUtils::ByteString bytes = document.GetAsByteString(version, name, url);
     const std::string_view xml(bytes.buffer.get(), bytes.length);
     if (const std::optional<std::string> error = FindXmlError(xml))
@@ -47,10 +47,10 @@ void WriteResult(const ConvertRequest& request, const GpxDocument& document, con
     destination.Commit(xml, standardOutput);
 }
 
-void NoteGpx10(const ConvertRequest& request) {
-    if (request.version == "1.0")
-        PrintError("Note: from a GPX 1.0 file that it wrote, as " + request.out +
-                   ", this library reads no points.");
+void NoteGpx10(const ConvertOptions& options) {
+    if (options.version == "1.0")
+        PrintError("Note: this library reads no points from a GPX 1.0 file that it wrote, such as " +
+                   options.out + ".");
 }
 
 std::size_t CountGpxEntries(const InputFile& file, const ArchiveLimits& limits) {
@@ -66,12 +66,12 @@ bool IsSameFile(const std::string& path, const std::string& other) {
     return std::filesystem::equivalent(path, other, error);
 }
 
-/// Counts what the documents do not hold of the files that they were read from.
+/// Counts what the reader skipped in the documents that were written.
 class LossCount final : public GpxReadObserver {
 public:
     void Skipped(const GpxSkippedElement&) override { ++ofDocument_; }
 
-    void BeginDocument() { ofDocument_ = 0; }
+    void StartDocument() { ofDocument_ = 0; }
     /// The document has been written.
     void EndDocument() { inAll_ += ofDocument_; }
     std::uint64_t InAll() const { return inAll_; }
@@ -81,15 +81,15 @@ private:
     std::uint64_t inAll_ = 0;
 };
 
-void NoteLosses(const ConvertRequest& request, std::uint64_t count, bool isStream) {
+void NoteLosses(const ConvertOptions& options, std::uint64_t count, bool isStream) {
     if (count == 0)
         return;
     const bool isOne = count == 1;
     const std::string note = "Note: " + std::to_string(count) + (isOne ? " thing in " : " things in ") +
-                             ShownName(request.in) + (isOne ? " was" : " were") + " not carried over";
-    const std::string command = "\"vexagpx check " + ShellText(request.in) + "\"";
+                             ShownName(options.in) + (isOne ? " was" : " were") + " not carried over";
+    const std::string command = "\"vexagpx check " + ShellText(options.in) + "\"";
     const std::string lists = isOne ? "lists it." : "lists them.";
-    if (IsSameFile(request.in, request.out))
+    if (IsSameFile(options.in, options.out))
         PrintError(note + ", and the file that held " + (isOne ? "it" : "them") + " was replaced.");
     else if (isStream)
         PrintError(note + "; " + command + " with the same input " + lists);
@@ -99,25 +99,25 @@ void NoteLosses(const ConvertRequest& request, std::uint64_t count, bool isStrea
 
 class Converter {
 public:
-    Converter(const ConvertRequest& request, Output& standardOutput)
-        : request_(request), standardOutput_(standardOutput), parser_(request.rules.isTrusted) {
+    Converter(const ConvertOptions& options, Output& standardOutput)
+        : options_(options), standardOutput_(standardOutput), parser_(options.rules.isTrusted) {
         parser_.Watch(&losses_);
     }
 
     bool Run() {
-        const InputFile file = OpenDocument(request_.in, request_.rules.archives);
+        const InputFile file = OpenDocument(options_.in, options_.rules.archives);
         isStream_ = file.IsCopy();
         return IsArchive(file) ? ConvertArchive(file) : ConvertFile(file);
     }
 
-    void NoteLosses() const { vexagpx::NoteLosses(request_, losses_.InAll(), isStream_); }
+    void NoteLosses() const { vexagpx::NoteLosses(options_, losses_.InAll(), isStream_); }
 
 private:
     bool ConvertFile(const InputFile& file);
     bool ConvertArchive(const InputFile& file);
     void Write(const GpxDocument& document, const std::string& source, Destination destination);
 
-    const ConvertRequest& request_;
+    const ConvertOptions& options_;
     Output& standardOutput_;
     FileParser parser_;
     LossCount losses_;
@@ -126,44 +126,44 @@ private:
 
 bool Converter::ConvertFile(const InputFile& file) {
     GpxDocument document;
-    losses_.BeginDocument();
+    losses_.StartDocument();
     parser_.ReadFile(file, document);
-    Write(document, ShownName(request_.in), Destination(request_.out));
+    Write(document, ShownName(options_.in), Destination(options_.out));
     return true;
 }
 
 bool Converter::ConvertArchive(const InputFile& file) {
-    const std::size_t count = CountGpxEntries(file, request_.rules.archives);
+    const std::size_t count = CountGpxEntries(file, options_.rules.archives);
     const bool intoFolder = count != 1;
-    if (count > 1 && request_.out == kStandardOutput)
+    if (count > 1 && options_.out == kStandardOutput)
         throw std::runtime_error("Standard output takes one GPX file, and the archive holds more. (" +
-                                 request_.in + ")");
-    if (!intoFolder && IsSameFile(request_.out, file.FilePath()))
-        throw std::runtime_error("The result would replace the archive. (" + request_.in + ")");
-    ExtractionPaths paths(request_.out);
-    return ForEachGpxEntry(file, request_.rules.archives, [&](Archive& archive) {
+                                 options_.in + ")");
+    if (!intoFolder && IsSameFile(options_.out, file.FilePath()))
+        throw std::runtime_error("The result would replace the archive. (" + options_.in + ")");
+    ExtractionPaths paths(options_.out);
+    return ForEachGpxEntry(file, options_.rules.archives, [&](Archive& archive) {
         GpxDocument document;
-        losses_.BeginDocument();
-        ReadEntry(parser_, archive, request_.in, document);
-        Write(document, ShownName(request_.in) + "/" + archive.Name(),
-              intoFolder ? Destination(paths.FileFor(archive)) : Destination(request_.out));
+        losses_.StartDocument();
+        ReadEntry(parser_, archive, options_.in, document);
+        Write(document, ShownName(options_.in) + "/" + archive.Name(),
+              intoFolder ? Destination(paths.FileFor(archive)) : Destination(options_.out));
     });
 }
 
 void Converter::Write(const GpxDocument& document, const std::string& source, Destination destination) {
-    WriteResult(request_, document, source, destination, standardOutput_);
+    WriteResult(options_, document, source, destination, standardOutput_);
     losses_.EndDocument();
 }
 
 } // namespace
 
-bool Convert(const ConvertRequest& request, Output& standardOutput) {
-    Converter converter(request, standardOutput);
-    const bool fine = RunReportingErrors(request.in, [&] { return converter.Run(); });
-    if (fine)
-        NoteGpx10(request);
+bool Convert(const ConvertOptions& options, Output& standardOutput) {
+    Converter converter(options, standardOutput);
+    const bool succeeded = RunReportingErrors(options.in, [&] { return converter.Run(); });
+    if (succeeded)
+        NoteGpx10(options);
     converter.NoteLosses();
-    return fine;
+    return succeeded;
 }
 
 } // namespace vexagpx

@@ -8,7 +8,7 @@
 
 namespace vexagpx {
 
-struct ConvertRequest {
+struct ConvertOptions {
     std::string in;
     std::string out;
     std::string version = "1.1";
@@ -17,9 +17,9 @@ struct ConvertRequest {
     InputRules rules;
 };
 
-/// The `convert` command. False after a failure, which has been told on standard error; the target is then as
-/// it was. Of an archive with other than one GPX entry the target is a folder, in which each entry has its
-/// place by its name.
-bool Convert(const ConvertRequest& request, Output& standardOutput);
+/// The `convert` command. False after a failure, which has been reported on standard error; the file to write is then
+/// unchanged. For an archive whose number of GPX entries is not one, `out` is a folder, to which each entry is written
+/// under its name.
+bool Convert(const ConvertOptions& options, Output& standardOutput);
 
 } // namespace vexagpx

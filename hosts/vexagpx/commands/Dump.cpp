@@ -2,12 +2,12 @@
 #include <vexagpx/commands/Dump.h>
 
 #include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/MetaDataJson.h>
 
-#include <vexaTransferLib/model/GpxModelAccess.h>
-
-#include <array>
+#include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace vexagpx {
@@ -16,12 +16,7 @@ using namespace vexaTransferLib;
 
 namespace {
 
-constexpr std::array<std::string_view, 6> kFixNames = {"", "none", "2d", "3d", "dgps", "pps"};
-constexpr std::array<std::string_view, 3> kRouteTypeNames = {"", "points", "directions"};
-constexpr std::array<std::string_view, 6> kRoutePointTypeNames = {"",    "start",  "stop",
-                                                                  "via", "finish", "turn"};
-
-/// Writes the members that are left out when they are absent.
+/// Writes a document without the members that it does not have.
 class Dumper {
 public:
     explicit Dumper(Output& out) : json_(out) {}
@@ -38,37 +33,23 @@ private:
     void WriteGeocache(const GpxGroundspeakCache& cache);
     void WriteLog(const GpxGroundspeakCacheLog& log);
 
-    void Member(std::string_view key, const icu::UnicodeString& text) {
-        if (!text.isEmpty()) {
-            json_.Key(key);
-            json_.String(text);
-        }
-    }
-
-    template <class Number>
-    void NumberMember(std::string_view key, Number number) {
-        json_.Key(key);
-        json_.Number(number);
-    }
-
-    template <std::size_t size>
-    void NameMember(std::string_view key, const std::array<std::string_view, size>& names,
-                    std::size_t value) {
-        json_.Key(key);
-        json_.String(names.at(value));
+    void TextMember(std::string_view key, const icu::UnicodeString& text) {
+        if (!text.isEmpty())
+            json_.Member(key, text);
     }
 
     template <class Owner>
-    void Member(std::string_view key, const Owner& owner, bool (Owner::*get)(icu::UnicodeString&) const) {
+    void FieldMember(std::string_view key, const Owner& owner,
+                     bool (Owner::*get)(icu::UnicodeString&) const) {
         icu::UnicodeString text;
         if ((owner.*get)(text))
-            Member(key, text);
+            TextMember(key, text);
     }
 
-    void Member(std::string_view key, const GpxPoint& point, bool (GpxPoint::*get)(double&) const) {
+    void FieldMember(std::string_view key, const GpxPoint& point, bool (GpxPoint::*get)(double&) const) {
         double number = 0.0;
         if ((point.*get)(number))
-            NumberMember(key, number);
+            json_.Member(key, number);
     }
 
     template <class Owner>
@@ -78,9 +59,9 @@ private:
             return;
         json_.Key("url");
         json_.BeginObject();
-        Member("url", url.GetUrl());
-        Member("text", url, &GpxUrl::GetUrlText);
-        Member("type", url, &GpxUrl::GetUrlType);
+        TextMember("url", url.GetUrl());
+        FieldMember("text", url, &GpxUrl::GetUrlText);
+        FieldMember("type", url, &GpxUrl::GetUrlType);
         json_.EndObject();
     }
 
@@ -103,18 +84,16 @@ private:
 
 void Dumper::WriteDocument(const GpxDocument& document, const std::string* entry) {
     json_.BeginObject();
-    if (entry != nullptr) {
-        json_.Key("entry");
-        json_.String(icu::UnicodeString::fromUTF8(*entry));
-    }
-    Member("name", GpxModelAccess::GetName(document));
+    if (entry != nullptr)
+        json_.Member("entry", *entry);
+    TextMember("name", DocumentName(document));
     double time = 0.0;
     if (document.GetDocumentTime(time))
-        NumberMember("time", time);
+        json_.Member("time", time);
     MetaDataJson records(json_, EmptyTexts::kLeftOut);
-    records.Write(GpxModelAccess::GetGISMetaData(document).get());
-    records.Write(GpxModelAccess::GetAnnotateMetaData(document).get());
-    records.Write(GpxModelAccess::GetStats(document).get());
+    records.Write(GisMetaDataOf(document));
+    records.Write(AnnotateMetaDataOf(document));
+    records.Write(StatsOf(document));
     json_.Key("waypoints");
     PointArray(document.GetWaypointIter(), document.GetWaypointEndIter());
     json_.Key("routes");
@@ -128,12 +107,12 @@ void Dumper::WriteDocument(const GpxDocument& document, const std::string* entry
 
 void Dumper::WriteRoute(const GpxRoute& route) {
     json_.BeginObject();
-    Member("name", route, &GpxRoute::GetName);
-    Member("source", route, &GpxRoute::GetSource);
-    Member("type", route, &GpxRoute::GetType);
+    FieldMember("name", route, &GpxRoute::GetName);
+    FieldMember("source", route, &GpxRoute::GetSource);
+    FieldMember("type", route, &GpxRoute::GetType);
     TarvikRouteType type;
     if (route.GetTarvikRouteType(type))
-        NameMember("routeType", kRouteTypeNames, type);
+        json_.Member("routeType", NameOf(type));
     json_.Key("points");
     PointArray(route.GetPointIter(), route.GetPointEndIter());
     json_.EndObject();
@@ -141,13 +120,13 @@ void Dumper::WriteRoute(const GpxRoute& route) {
 
 void Dumper::WriteTrack(const GpxTrack& track) {
     json_.BeginObject();
-    Member("name", track, &GpxTrack::GetName);
-    Member("description", track, &GpxTrack::GetDescription);
-    Member("source", track, &GpxTrack::GetSource);
-    Member("type", track, &GpxTrack::GetType);
+    FieldMember("name", track, &GpxTrack::GetName);
+    FieldMember("description", track, &GpxTrack::GetDescription);
+    FieldMember("source", track, &GpxTrack::GetSource);
+    FieldMember("type", track, &GpxTrack::GetType);
     LinkMember(track);
-    if (GpxModelAccess::GetColor(track) >= 0)
-        NumberMember("color", std::int32_t{GpxModelAccess::GetColor(track)});
+    if (const std::optional<std::int32_t> color = ColorOf(track))
+        json_.Member("color", *color);
     json_.Key("segments");
     Array(track.GetSegmentIter(), track.GetSegmentEndIter(),
           [this](const GpxTrack::Segment& segment) { PointArray(segment.begin(), segment.end()); });
@@ -159,38 +138,38 @@ void Dumper::WritePoint(const GpxPoint& point) {
     double longitude;
     point.GetPoint(latitude, longitude);
     json_.BeginObject();
-    NumberMember("latitude", latitude);
-    NumberMember("longitude", longitude);
-    Member("elevation", point, &GpxPoint::GetElevation);
-    Member("time", point, &GpxPoint::GetTime);
-    Member("magneticVariation", point, &GpxPoint::GetMagneticVariation);
-    Member("geoidHeight", point, &GpxPoint::GetGeoidHeight);
+    json_.Member("latitude", latitude);
+    json_.Member("longitude", longitude);
+    FieldMember("elevation", point, &GpxPoint::GetElevation);
+    FieldMember("time", point, &GpxPoint::GetTime);
+    FieldMember("magneticVariation", point, &GpxPoint::GetMagneticVariation);
+    FieldMember("geoidHeight", point, &GpxPoint::GetGeoidHeight);
     WritePointTexts(point);
     GpxFix fix;
     if (point.GetFix(fix))
-        NameMember("fix", kFixNames, fix);
+        json_.Member("fix", NameOf(fix));
     WriteVendorData(point);
     json_.EndObject();
 }
 
 void Dumper::WritePointTexts(const GpxPoint& point) {
-    Member("name", point, &GpxPoint::GetName);
-    Member("comment", point, &GpxPoint::GetComment);
-    Member("description", point, &GpxPoint::GetDescription);
-    Member("source", point, &GpxPoint::GetSource);
+    FieldMember("name", point, &GpxPoint::GetName);
+    FieldMember("comment", point, &GpxPoint::GetComment);
+    FieldMember("description", point, &GpxPoint::GetDescription);
+    FieldMember("source", point, &GpxPoint::GetSource);
     LinkMember(point);
-    Member("symbol", point, &GpxPoint::GetSymbol);
-    Member("type", point, &GpxPoint::GetType);
+    FieldMember("symbol", point, &GpxPoint::GetSymbol);
+    FieldMember("type", point, &GpxPoint::GetType);
 }
 
 void Dumper::WriteVendorData(const GpxPoint& point) {
     TarvikRoutePointType type;
     if (point.GetPointType() == kGpxRoutePoint && point.GetTarvikRoutePointType(type))
-        NameMember("routePointType", kRoutePointTypeNames, type);
-    if (GpxModelAccess::GetSymbolNumber(point) > 0)
-        NumberMember("symbolNumber", GpxModelAccess::GetSymbolNumber(point));
-    Member("guid", GpxModelAccess::GetGUID(point));
-    const GpxPoint::FormAttributes attributes = GpxModelAccess::GetFormAttributes(point);
+        json_.Member("routePointType", NameOf(type));
+    if (const std::optional<std::int32_t> number = SymbolNumberOf(point))
+        json_.Member("symbolNumber", *number);
+    TextMember("guid", GuidOf(point));
+    const GpxPoint::FormAttributes attributes = FormAttributesOf(point);
     if (!attributes.empty())
         WriteFormAttributes(attributes);
     GpxGroundspeakCache cache;
@@ -203,10 +182,10 @@ void Dumper::WriteFormAttributes(const GpxPoint::FormAttributes& attributes) {
     Array(attributes.begin(), attributes.end(),
           [this](const GpxPoint::FormAttributes::value_type& attribute) {
               json_.BeginObject();
-              Member("key", attribute.first);
-              Member("value", attribute.second->value);
+              TextMember("key", attribute.first);
+              TextMember("value", attribute.second->value);
               if (attribute.second->modTime != 0.0)
-                  NumberMember("modTime", attribute.second->modTime);
+                  json_.Member("modTime", attribute.second->modTime);
               json_.EndObject();
           });
 }
@@ -214,15 +193,15 @@ void Dumper::WriteFormAttributes(const GpxPoint::FormAttributes& attributes) {
 void Dumper::WriteGeocache(const GpxGroundspeakCache& cache) {
     json_.Key("geocache");
     json_.BeginObject();
-    Member("name", cache.name);
-    Member("owner", cache.owner);
-    Member("type", cache.type);
-    Member("container", cache.container);
-    Member("difficulty", cache.difficulty);
-    Member("terrain", cache.terrain);
-    Member("short_description", cache.short_description);
-    Member("long_description", cache.long_description);
-    Member("encoded_hints", cache.encoded_hints);
+    TextMember("name", cache.name);
+    TextMember("owner", cache.owner);
+    TextMember("type", cache.type);
+    TextMember("container", cache.container);
+    TextMember("difficulty", cache.difficulty);
+    TextMember("terrain", cache.terrain);
+    TextMember("short_description", cache.short_description);
+    TextMember("long_description", cache.long_description);
+    TextMember("encoded_hints", cache.encoded_hints);
     if (!cache.logs.empty()) {
         json_.Key("logs");
         Array(cache.logs.begin(), cache.logs.end(),
@@ -239,66 +218,12 @@ void Dumper::WriteGeocache(const GpxGroundspeakCache& cache) {
 void Dumper::WriteLog(const GpxGroundspeakCacheLog& log) {
     json_.BeginObject();
     if (log.id != 0)
-        NumberMember("id", log.id);
-    Member("date", log.date);
-    Member("finder", log.finder);
-    Member("text", log.text);
-    Member("type", log.type);
+        json_.Member("id", log.id);
+    TextMember("date", log.date);
+    TextMember("finder", log.finder);
+    TextMember("text", log.text);
+    TextMember("type", log.type);
     json_.EndObject();
-}
-
-/// Looks for a raw text in the order in which they are written. The name of a field is made when it is found.
-class RawTextSearch {
-public:
-    using Wanted = std::function<bool(const icu::UnicodeString&, RawText::Context)>;
-
-    explicit RawTextSearch(const Wanted& wanted) : wanted_(wanted) {}
-
-    bool IsOver() const { return found.has_value(); }
-
-    void Look(const std::string& field, const icu::UnicodeString& text) {
-        Look(text, RawText::Context::kElement, [&field] { return field; });
-    }
-
-    /// \param owner what the points belong to: " of route 2"
-    template <class Iterator>
-    void LookAtPoints(const std::string& kind, const std::string& owner, Iterator begin, Iterator end) {
-        std::size_t number = 0;
-        for (Iterator point = begin; point != end && !IsOver(); ++point) {
-            ++number;
-            if (!point->ContainsExtensions())
-                continue;
-            const auto Named = [&](std::string field) {
-                return field.append(kind).append(" ").append(std::to_string(number)).append(owner);
-            };
-            for (const auto& attribute : GpxModelAccess::GetFormAttributes(*point))
-                Look(attribute.first, RawText::Context::kAttribute, [&] { return Named("form key of "); });
-            Look(GpxModelAccess::GetGUID(*point), RawText::Context::kElement,
-                 [&] { return Named("GUID of "); });
-        }
-    }
-
-    std::optional<RawText> found;
-
-private:
-    template <class MakeName>
-    void Look(const icu::UnicodeString& text, RawText::Context context, MakeName makeName) {
-        if (!IsOver() && !text.isEmpty() && wanted_(text, context))
-            found = RawText{makeName(), text, context};
-    }
-
-    const Wanted& wanted_;
-};
-
-void LookAtTracks(RawTextSearch& search, const GpxDocument& document) {
-    std::size_t trackNumber = 0;
-    for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
-        const std::string owner = " of track " + std::to_string(++trackNumber);
-        std::size_t segmentNumber = 0;
-        for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment)
-            search.LookAtPoints("point", " of segment " + std::to_string(++segmentNumber) + owner,
-                                segment->begin(), segment->end());
-    }
 }
 
 } // namespace
@@ -308,41 +233,14 @@ void DumpDocument(const GpxDocument& document, const std::string* entry, Output&
     out.Write("\n");
 }
 
-bool Dump(const std::vector<std::string>& files, const InputRules& rules, Output& out) {
-    const bool fine =
-        ReadDocuments(files, rules, [&out](const DocumentSource& source, const GpxDocument& document) {
-            DumpDocument(document, source.entry, out);
-            out.Flush();
-        });
+bool Dump(const DumpOptions& options, Output& out) {
+    const auto dump = [&out](const DocumentSource& source, const GpxDocument& document) {
+        DumpDocument(document, source.entry, out);
+        out.Flush();
+    };
+    const bool succeeded = ReadDocuments(options.files, options.rules, dump);
     out.Flush();
-    return fine;
-}
-
-icu::UnicodeString DocumentName(const GpxDocument& document) {
-    return GpxModelAccess::GetName(document);
-}
-
-std::optional<RawText> FindRawText(const GpxDocument& document, const GpxVersion& version,
-                                   const RawTextSearch::Wanted& wanted) {
-    RawTextSearch search(wanted);
-    if (const auto& record = GpxModelAccess::GetGISMetaData(document)) {
-        search.Look("layer name", record->layerName);
-        search.Look("layer key", record->layerKey);
-        search.Look("form", record->form);
-    }
-    if (const auto& record = GpxModelAccess::GetAnnotateMetaData(document)) {
-        search.Look("track GUID", record->trackGUID);
-        search.Look("waypoint GUID", record->waypointGUID);
-    }
-    if (version.IsGpx10())
-        return std::move(search.found);
-    search.LookAtPoints("waypoint", "", document.GetWaypointIter(), document.GetWaypointEndIter());
-    std::size_t routeNumber = 0;
-    for (auto route = document.GetRouteIter(); route != document.GetRouteEndIter(); ++route)
-        search.LookAtPoints("point", " of route " + std::to_string(++routeNumber), route->GetPointIter(),
-                            route->GetPointEndIter());
-    LookAtTracks(search, document);
-    return std::move(search.found);
+    return succeeded;
 }
 
 } // namespace vexagpx

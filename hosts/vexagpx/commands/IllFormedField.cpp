@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/IllFormedField.h>
 
-#include <vexagpx/commands/Dump.h>
 #include <vexagpx/input/XmlCheck.h>
+#include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/terminal/DisplayText.h>
 
 #include <vexaTransferLib/GpxUtils.h>
@@ -29,8 +29,8 @@ bool Breaks(const icu::UnicodeString& text, RawText::Context context) {
     return context == RawText::Context::kAttribute ? BreaksAttribute(text) : BreaksElement(text);
 }
 
-/// True when XML that contains the text unescaped contains another text, or more than a text. Line ends become
-/// line feeds in an element; in an attribute, which stands in double quotes, all white space becomes spaces.
+/// True when the text, written without escapes, is read as another text or as more than text. An XML parser turns line
+/// ends in elements into line feeds, and all white space in attributes into spaces. Attributes have double quotes.
 bool IsReadOtherwise(const icu::UnicodeString& text, RawText::Context context) {
     static const icu::UnicodeString kOfElements(u"<&\r");
     static const icu::UnicodeString kOfAttributes(u"<&\"\t\n\r");

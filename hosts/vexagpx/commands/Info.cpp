@@ -8,6 +8,8 @@
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/terminal/DisplayText.h>
 
+#include <vexaTransferLib/GpxTarvikExtParser.h>
+
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -20,10 +22,6 @@ using namespace vexaTransferLib;
 namespace {
 
 constexpr std::size_t kTextWidth = 60;
-
-icu::UnicodeString Text(std::int64_t number) {
-    return icu::UnicodeString::fromUTF8(std::to_string(number));
-}
 
 /// The line of a file: "walk.gpx: layer Hikes, symbol 5, 12 waypoints".
 class InfoLine {
@@ -39,9 +37,12 @@ public:
             Add(label + (u' ' + Fitted(Printable(text), kTextWidth)));
     }
 
-    void AddCount(std::int32_t count, const char16_t* noun) {
+    void AddCount(std::int32_t count, const char* noun) {
+        Add(icu::UnicodeString::fromUTF8(Counted(count, noun)));
+    }
+    void AddCountUnlessZero(std::int32_t count, const char* noun) {
         if (count != 0)
-            Add(Text(count) + u' ' + noun + (count == 1 ? u"" : u"s"));
+            AddCount(count, noun);
     }
 
     void Write(const std::string& heading, Output& out) const {
@@ -56,8 +57,7 @@ private:
     icu::UnicodeString items_;
 };
 
-/// A total without a fraction comes out of the scanner as the bits of an integer, which no length in
-/// kilometres looks like.
+/// The scanner gives a total without a fraction as the bits of an integer. No length in kilometres has such bits.
 double Kilometres(double total) {
     if (std::fpclassify(total) == FP_SUBNORMAL)
         return static_cast<double>(std::bit_cast<std::int64_t>(total));
@@ -69,20 +69,20 @@ void AddRecords(const GpxTarvikExtParser& scanner, InfoLine& line) {
         line.AddText(u"layer", layer->layerName);
         line.AddText(u"key", layer->layerKey);
         line.AddText(u"form", layer->form);
-        line.Add(u"symbol " + Text(layer->defaultSymbol));
+        line.Add(u"symbol " + NumberText(layer->defaultSymbol));
     }
     if (const auto identifiers = scanner.GetAnnotateMetaData()) {
         line.AddText(u"track GUID", identifiers->trackGUID);
         line.AddText(u"waypoint GUID", identifiers->waypointGUID);
     }
     if (const auto stats = scanner.GetStats()) {
-        line.AddCount(stats->wptcount, u"waypoint");
-        line.AddCount(stats->trkcount, u"track");
-        line.AddCount(stats->trksegcount, u"segment");
+        line.AddCountUnlessZero(stats->wptcount, "waypoint");
+        line.AddCountUnlessZero(stats->trkcount, "track");
+        line.AddCountUnlessZero(stats->trksegcount, "segment");
         if (stats->trktotalkm != 0.0)
             line.Add(LengthText(Kilometres(stats->trktotalkm) * 1000.0));
         if (stats->geocachecount != -1)
-            line.Add(Text(stats->geocachecount) + (stats->geocachecount == 1 ? u" geocache" : u" geocaches"));
+            line.AddCount(stats->geocachecount, "geocache");
     }
 }
 
@@ -97,20 +97,14 @@ void WriteLine(const GpxTarvikExtParser& scanner, const std::string& heading, Ou
     line.Write(heading, out);
 }
 
-void WriteJson(const GpxTarvikExtParser& scanner, const std::string& file, const std::string* entry,
-               Output& out) {
+void WriteJson(const GpxTarvikExtParser& scanner, const DocumentSource& source, Output& out) {
     JsonWriter json(out);
     json.BeginObject();
-    if (entry != nullptr) {
-        json.Key("entry");
-        json.String(icu::UnicodeString::fromUTF8(*entry));
-    }
-    json.Key("file");
-    json.String(icu::UnicodeString::fromUTF8(file));
-    if (scanner.GetDocumentTime() != 0.0) {
-        json.Key("time");
-        json.Number(scanner.GetDocumentTime());
-    }
+    if (source.entry != nullptr)
+        json.Member("entry", *source.entry);
+    json.Member("file", source.file);
+    if (scanner.GetDocumentTime() != 0.0)
+        json.Member("time", scanner.GetDocumentTime());
     MetaDataJson records(json, EmptyTexts::kShown);
     records.Write(scanner.GetGISMetaData().get());
     records.Write(scanner.GetAnnotateMetaData().get());
@@ -119,7 +113,7 @@ void WriteJson(const GpxTarvikExtParser& scanner, const std::string& file, const
     out.Write("\n");
 }
 
-/// Of a head that is ill-formed, what comes before the error is the answer.
+/// A head that is ill-formed is no failure: what precedes the error is the result.
 void ThrowUnlessScanned(const GpxTarvikExtParser& scanner, const std::string& name) {
     if (scanner.GetScanEnd() == kGpxScanRefused)
         throw std::runtime_error("The head of the untrusted GPX file was refused: " + name +
@@ -141,7 +135,7 @@ void ScanEntry(GpxTarvikExtParser& scanner, Archive& archive, const std::string&
     archive.Open();
     bool ended = false;
     const CallbackInputSource source(file + "/" + archive.Name(), [&](char* buffer, std::size_t size) {
-        // An entry that has ended is closed and cannot be read again.
+        // An entry is closed at its end and cannot be read again.
         const std::size_t count = ended ? 0 : archive.Read(buffer, size);
         ended = count == 0;
         return count;
@@ -150,44 +144,44 @@ void ScanEntry(GpxTarvikExtParser& scanner, Archive& archive, const std::string&
     source.RethrowFailure();
 }
 
-bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, const InputRules& rules,
-                    InfoForm form, Output& out) {
-    const InputFile file = OpenDocument(argument, rules.archives);
+/// Writes what the scan found, on one line.
+void WriteResult(const GpxTarvikExtParser& scanner, const DocumentSource& source, bool json, Output& out) {
+    if (json)
+        WriteJson(scanner, source, out);
+    else
+        WriteLine(scanner, source.Text(), out);
+}
+
+bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, const InfoOptions& options,
+                    Output& out) {
+    const InputFile file = OpenDocument(argument, options.rules.archives);
     if (!IsArchive(file)) {
         ScanFile(scanner, file);
-        WriteInfo(scanner, argument, nullptr, form, out);
+        WriteResult(scanner, {argument, nullptr}, options.json, out);
         ThrowUnlessScanned(scanner, argument);
         return true;
     }
-    return ForEachGpxEntry(file, rules.archives, [&](Archive& archive) {
+    return ForEachGpxEntry(file, options.rules.archives, [&](Archive& archive) {
         ScanEntry(scanner, archive, argument);
         const std::string entry = archive.Name();
-        WriteInfo(scanner, argument, &entry, form, out);
+        WriteResult(scanner, {argument, &entry}, options.json, out);
         ThrowUnlessScanned(scanner, argument + "/" + entry);
     });
 }
 
 } // namespace
 
-void WriteInfo(const GpxTarvikExtParser& scanner, const std::string& file, const std::string* entry,
-               InfoForm form, Output& out) {
-    if (form == InfoForm::kJson)
-        WriteJson(scanner, file, entry, out);
-    else
-        WriteLine(scanner, DocumentSource{file, entry}.Text(), out);
-}
-
-bool Info(const std::vector<std::string>& files, const InputRules& rules, InfoForm form, Output& out) {
-    bool fine = true;
+bool Info(const InfoOptions& options, Output& out) {
     GpxTarvikExtParser scanner;
-    if (!rules.isTrusted)
+    if (!options.rules.isTrusted)
         scanner.SetUntrusted();
-    for (const std::string& file : files) {
-        fine =
-            RunReportingErrors(file, [&] { return InfoOfArgument(scanner, file, rules, form, out); }) && fine;
+    bool succeeded = true;
+    for (const std::string& file : options.files) {
+        if (!RunReportingErrors(file, [&] { return InfoOfArgument(scanner, file, options, out); }))
+            succeeded = false;
         out.Flush();
     }
-    return fine;
+    return succeeded;
 }
 
 } // namespace vexagpx

@@ -8,8 +8,8 @@
 
 namespace vexagpx {
 
-/// The smallest box of latitudes and longitudes around points, in degrees. It may lie across the 180th
-/// meridian: `West()` is then greater than `East()`.
+/// The smallest box of latitudes and longitudes around points, in degrees. It may cross the 180th meridian: `West()` is
+/// then greater than `East()`.
 class Bounds {
 public:
     void Add(double latitude, double longitude);
@@ -31,13 +31,12 @@ private:
     double north_ = -kFar;
     double west_ = kFar;
     double east_ = -kFar;
-    // The same with western longitudes counted from 180 to 360.
+    // The same with western longitudes as 180 to 360 degrees.
     double wrappedWest_ = kFar;
     double wrappedEast_ = -kFar;
 };
 
-/// The earliest and the latest of some times, in milliseconds since 1970 UTC; those that are no number are
-/// skipped.
+/// The earliest and the latest of some times, in milliseconds since 1970 UTC. Times that are not finite are ignored.
 class TimeSpan {
 public:
     void Add(double time);
@@ -51,13 +50,13 @@ private:
     double last_ = -std::numeric_limits<double>::infinity();
 };
 
-/// Length and time of a path, point by point; its points also go into the bounds of the whole document.
+/// Number of points, length and times of a path. Its points also extend the bounds of the whole document.
 class PathStatistics {
 public:
     explicit PathStatistics(Bounds& bounds) : bounds_(bounds) {}
 
     void Add(const vexaTransferLib::GpxPoint& point);
-    /// What comes next is not connected to what came before.
+    /// The next point is not connected to the one before.
     void Break() { connected_ = false; }
 
     std::size_t Points() const { return points_; }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Show.h>
 
-#include <vexagpx/commands/Dump.h>
 #include <vexagpx/commands/PathStatistics.h>
 #include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/output/HiddenFields.h>
+#include <vexagpx/report/DocumentCounts.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/Table.h>
 
@@ -18,16 +19,6 @@ using namespace vexaTransferLib;
 namespace {
 
 constexpr std::size_t kRowLimit = 20;
-
-icu::UnicodeString Text(std::size_t number) {
-    return icu::UnicodeString::fromUTF8(std::to_string(number));
-}
-
-/// "1 point", "2 points".
-icu::UnicodeString Count(std::size_t number, const char16_t* noun) {
-    icu::UnicodeString text = Text(number) + u' ' + noun;
-    return number == 1 ? text : text + u's';
-}
 
 template <class Owner>
 icu::UnicodeString Get(const Owner& owner, bool (Owner::*get)(icu::UnicodeString&) const) {
@@ -71,13 +62,7 @@ private:
 
     std::size_t rowLimit_;
     Bounds bounds_;
-    std::size_t waypointCount_ = 0;
-    std::size_t geocacheCount_ = 0;
-    std::size_t routeCount_ = 0;
-    std::size_t routePointCount_ = 0;
-    std::size_t trackCount_ = 0;
-    std::size_t segmentCount_ = 0;
-    std::size_t trackPointCount_ = 0;
+    DocumentCounts counts_; ///< without logs and travel bugs
     Table waypoints_{{{u"#", Column::Kind::kNumber},
                       {u"Name", Column::Kind::kFlexible},
                       {u"Latitude", Column::Kind::kNumber},
@@ -107,11 +92,11 @@ void Summary::TakeWaypoints(const GpxDocument& document) {
         double longitude;
         point->GetPoint(latitude, longitude);
         bounds_.Add(latitude, longitude);
-        if (++waypointCount_ <= rowLimit_) {
+        if (++counts_.waypoints <= rowLimit_) {
             double elevation = 0.0;
             double time = 0.0;
-            waypoints_.AddRow({Text(waypointCount_), Get(*point, &GpxPoint::GetName), DegreesText(latitude),
-                               DegreesText(longitude),
+            waypoints_.AddRow({NumberText(counts_.waypoints), Get(*point, &GpxPoint::GetName),
+                               DegreesText(latitude), DegreesText(longitude),
                                point->GetElevation(elevation) ? HeightText(elevation) : icu::UnicodeString(),
                                point->GetTime(time) ? TimeText(time) : icu::UnicodeString()});
         }
@@ -122,7 +107,7 @@ void Summary::TakeWaypoints(const GpxDocument& document) {
 }
 
 void Summary::TakeGeocache(const GpxPoint& waypoint, const GpxGroundspeakCache& cache) {
-    if (++geocacheCount_ > rowLimit_)
+    if (++counts_.geocaches > rowLimit_)
         return;
     const auto OrDash = [](const icu::UnicodeString& text) {
         return text.isEmpty() ? icu::UnicodeString(u'-') : text;
@@ -130,8 +115,8 @@ void Summary::TakeGeocache(const GpxPoint& waypoint, const GpxGroundspeakCache& 
     icu::UnicodeString rating;
     if (!cache.difficulty.isEmpty() || !cache.terrain.isEmpty())
         rating = OrDash(cache.difficulty) + u'/' + OrDash(cache.terrain);
-    geocaches_.AddRow({Text(geocacheCount_), Get(waypoint, &GpxPoint::GetName), cache.name, cache.type,
-                       cache.container, rating});
+    geocaches_.AddRow({NumberText(counts_.geocaches), Get(waypoint, &GpxPoint::GetName), cache.name,
+                       cache.type, cache.container, rating});
 }
 
 void Summary::TakeRoutes(const GpxDocument& document) {
@@ -139,10 +124,10 @@ void Summary::TakeRoutes(const GpxDocument& document) {
         PathStatistics path(bounds_);
         for (auto point = route->GetPointIter(); point != route->GetPointEndIter(); ++point)
             path.Add(*point);
-        routePointCount_ += path.Points();
-        if (++routeCount_ <= rowLimit_)
-            routes_.AddRow({Text(routeCount_), Get(*route, &GpxRoute::GetName), Text(path.Points()),
-                            LengthText(path.Metres())},
+        counts_.routePoints += path.Points();
+        if (++counts_.routes <= rowLimit_)
+            routes_.AddRow({NumberText(counts_.routes), Get(*route, &GpxRoute::GetName),
+                            NumberText(path.Points()), LengthText(path.Metres())},
                            SpanText(path.Times()));
     }
 }
@@ -155,21 +140,22 @@ void Summary::TakeTracks(const GpxDocument& document) {
             for (auto point = track->GetPointIter(segment); point != track->GetPointEndIter(segment); ++point)
                 path.Add(*point);
         }
-        segmentCount_ += track->GetSegmentCount();
-        trackPointCount_ += path.Points();
-        if (++trackCount_ <= rowLimit_)
-            tracks_.AddRow({Text(trackCount_), Get(*track, &GpxTrack::GetName),
-                            Text(track->GetSegmentCount()), Text(path.Points()), LengthText(path.Metres())},
+        counts_.segments += track->GetSegmentCount();
+        counts_.trackPoints += path.Points();
+        if (++counts_.tracks <= rowLimit_)
+            tracks_.AddRow({NumberText(counts_.tracks), Get(*track, &GpxTrack::GetName),
+                            NumberText(track->GetSegmentCount()), NumberText(path.Points()),
+                            LengthText(path.Metres())},
                            SpanText(path.Times()));
     }
 }
 
 void Summary::Write(const GpxDocument& document, Output& out) {
     WriteHead(document, out);
-    WriteTable(u"Waypoints", waypointCount_, waypoints_, out);
-    WriteTable(u"Geocaches", geocacheCount_, geocaches_, out);
-    WriteTable(u"Routes", routeCount_, routes_, out);
-    WriteTable(u"Tracks", trackCount_, tracks_, out);
+    WriteTable(u"Waypoints", counts_.waypoints, waypoints_, out);
+    WriteTable(u"Geocaches", counts_.geocaches, geocaches_, out);
+    WriteTable(u"Routes", counts_.routes, routes_, out);
+    WriteTable(u"Tracks", counts_.tracks, tracks_, out);
 }
 
 void Summary::WriteHead(const GpxDocument& document, Output& out) const {
@@ -177,20 +163,9 @@ void Summary::WriteHead(const GpxDocument& document, Output& out) const {
     double time = 0.0;
     if (document.GetDocumentTime(time))
         WriteLine(out, u"  Time       " + TimeText(time));
-    icu::UnicodeString geocaches;
-    if (geocacheCount_ > 0)
-        geocaches = u" (" + Count(geocacheCount_, u"geocache") + u')';
-    WriteLine(out, u"  Waypoints  " + Text(waypointCount_) + geocaches);
-    icu::UnicodeString points;
-    if (routeCount_ > 0)
-        points = u" (" + Count(routePointCount_, u"point") + u')';
-    WriteLine(out, u"  Routes     " + Text(routeCount_) + points);
-    points.remove();
-    if (trackCount_ > 0)
-        points = u" (" + Count(segmentCount_, u"segment") + u", " + Count(trackPointCount_, u"point") + u')';
-    WriteLine(out, u"  Tracks     " + Text(trackCount_) + points);
+    WriteCounts(counts_, GeocacheDetail::kNumber, out);
     WriteBounds(out);
-    if (waypointCount_ + routeCount_ + trackCount_ == 0)
+    if (counts_.waypoints + counts_.routes + counts_.tracks == 0)
         WriteLine(out, u"  It holds no waypoint, route or track in the GPX namespace of its version.");
 }
 
@@ -211,25 +186,27 @@ void Summary::WriteTable(const char16_t* title, std::size_t count, Table& table,
     WriteLine(out, title);
     table.Write(out);
     if (count > rowLimit_)
-        WriteLine(out, u"  \u2026 and " + Text(count - rowLimit_) + u" more (--all lists them)");
+        WriteLine(out, u"  \u2026 and " + NumberText(count - rowLimit_) + u" more (--all lists them)");
 }
 
-} // namespace
-
+/// \param all lists every waypoint, route, track and geocache instead of the first few
 void ShowDocument(const GpxDocument& document, const std::string& heading, bool all, Output& out) {
     WriteLine(out, FittedAtEnd(Printable(icu::UnicodeString::fromUTF8(heading)), kLineWidth));
     Summary(document, all).Write(document, out);
 }
 
-bool Show(const std::vector<std::string>& files, bool all, const InputRules& rules, Output& out) {
-    bool first = true;
-    return ReadDocuments(files, rules, [&](const DocumentSource& source, const GpxDocument& document) {
-        if (!first)
+} // namespace
+
+bool Show(const ShowOptions& options, Output& out) {
+    bool isFirst = true;
+    const auto show = [&](const DocumentSource& source, const GpxDocument& document) {
+        if (!isFirst)
             out.Write("\n");
-        first = false;
-        ShowDocument(document, source.Text(), all, out);
+        isFirst = false;
+        ShowDocument(document, source.Text(), options.all, out);
         out.Flush();
-    });
+    };
+    return ReadDocuments(options.files, options.rules, show);
 }
 
 } // namespace vexagpx

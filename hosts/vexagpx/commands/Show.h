@@ -4,19 +4,18 @@
 #include <vexagpx/input/InputRules.h>
 #include <vexagpx/process/Output.h>
 
-#include <vexaTransferLib/GpxDocument.h>
-
 #include <string>
 #include <vector>
 
 namespace vexagpx {
 
-/// What is in a document, for a person at a terminal.
-/// \param all lists every waypoint, route, track and geocache instead of the first few
-void ShowDocument(const vexaTransferLib::GpxDocument& document, const std::string& heading, bool all,
-                  Output& out);
+struct ShowOptions {
+    std::vector<std::string> files;
+    InputRules rules;
+    bool all = false; ///< lists every waypoint, route, track and geocache instead of the first few
+};
 
-/// The `show` command. False when a file could not be read.
-bool Show(const std::vector<std::string>& files, bool all, const InputRules& rules, Output& out);
+/// The `show` command: shows what is in documents, for a person at a terminal. False when a file could not be read.
+bool Show(const ShowOptions& options, Output& out);
 
 } // namespace vexagpx

@@ -4,6 +4,7 @@
 #include <vexagpx/output/AtomicFile.h>
 #include <vexagpx/output/ExtractionPaths.h>
 #include <vexagpx/process/Messages.h>
+#include <vexagpx/terminal/DisplayText.h>
 
 #include <stdexcept>
 
@@ -11,11 +12,7 @@ namespace vexagpx {
 
 namespace {
 
-std::string Counted(std::size_t count, const std::string& singular, const std::string& plural) {
-    return std::to_string(count) + " " + (count == 1 ? singular : plural);
-}
-
-/// The number of files written: none for a folder, which is made.
+/// \return the number of files written: 0 for a folder, which is created
 std::size_t ExtractEntry(Archive& archive, ExtractionPaths& paths, bool overwrite) {
     FileInFolder target = paths.FileFor(archive);
     if (archive.IsFolder())
@@ -29,67 +26,68 @@ std::size_t ExtractEntry(Archive& archive, ExtractionPaths& paths, bool overwrit
     return 1;
 }
 
-} // namespace
+template <class Work>
+bool WithArchive(const ZipOptions& options, Work work) {
+    return RunReportingErrors(options.archive, [&] {
+        const InputFile file(options.archive, options.limits.streamSize);
+        Archive archive(file, options.limits);
+        return work(archive);
+    });
+}
 
-bool ZipList(const std::string& archive, const ArchiveLimits& limits, Output& out) {
-    return RunReportingErrors(archive, [&] {
-        const InputFile file(archive, limits.streamSize);
-        Archive opened(file, limits);
-        while (opened.Next())
-            out.Write(opened.Name() + "\n");
+/// False when `work` on one entry failed, which has been reported.
+template <class Work>
+bool TryEntry(const ZipOptions& options, Work work) {
+    return RunReportingErrors(options.archive, [&] {
+        work();
         return true;
     });
 }
 
-bool ZipCat(const std::string& archive, const std::string& entry, const ArchiveLimits& limits, Output& out) {
-    return RunReportingErrors(archive, [&] {
-        const InputFile file(archive, limits.streamSize);
-        Archive opened(file, limits);
-        while (opened.Next()) {
-            if (opened.Name() == entry) {
-                opened.Read([&out](std::string_view piece) { out.Write(piece); });
-                return true;
-            }
-        }
-        throw std::runtime_error("There is no such entry in the archive. (" + archive + ", " + entry + ")");
+} // namespace
+
+bool ZipList(const ZipOptions& options, Output& out) {
+    return WithArchive(options, [&](Archive& archive) {
+        while (archive.Next())
+            out.Write(archive.Name() + "\n");
+        return true;
     });
 }
 
-bool ZipTest(const std::string& archive, const ArchiveLimits& limits, Output& out) {
-    return RunReportingErrors(archive, [&] {
-        const InputFile file(archive, limits.streamSize);
-        Archive opened(file, limits);
-        std::size_t bad = 0;
-        while (opened.Next()) {
-            const bool good = RunReportingErrors(archive, [&opened] {
-                opened.Read([](std::string_view) {});
+bool ZipCat(const ZipCatOptions& options, Output& out) {
+    return WithArchive(options, [&](Archive& archive) {
+        while (archive.Next()) {
+            if (archive.Name() == options.entry) {
+                archive.Read([&out](std::string_view piece) { out.Write(piece); });
                 return true;
-            });
-            bad += good ? 0 : 1;
+            }
         }
-        out.Write(Counted(opened.EntryCount(), "entry", "entries") + " tested, " + std::to_string(bad) +
+        throw std::runtime_error("There is no such entry in the archive. (" + options.archive + ", " +
+                                 options.entry + ")");
+    });
+}
+
+bool ZipTest(const ZipOptions& options, Output& out) {
+    return WithArchive(options, [&](Archive& archive) {
+        std::size_t bad = 0;
+        while (archive.Next())
+            bad += TryEntry(options, [&] { archive.Read([](std::string_view) {}); }) ? 0 : 1;
+        out.Write(Counted(archive.EntryCount(), "entry", "entries") + " tested, " + std::to_string(bad) +
                   " bad.\n");
         return bad == 0;
     });
 }
 
-bool ZipExtract(const std::string& archive, const std::string& folder, bool overwrite,
-                const ArchiveLimits& limits, Output& out) {
-    return RunReportingErrors(archive, [&] {
-        const InputFile file(archive, limits.streamSize);
-        Archive opened(file, limits);
-        ExtractionPaths paths(folder);
+bool ZipExtract(const ZipExtractOptions& options, Output& out) {
+    return WithArchive(options, [&](Archive& archive) {
+        ExtractionPaths paths(options.folder);
         std::size_t written = 0;
-        bool fine = true;
-        while (opened.Next()) {
-            const bool extracted = RunReportingErrors(archive, [&] {
-                written += ExtractEntry(opened, paths, overwrite);
-                return true;
-            });
-            fine = fine && extracted;
-        }
-        out.Write(Counted(written, "file", "files") + " extracted.\n");
-        return fine;
+        bool succeeded = true;
+        while (archive.Next())
+            if (!TryEntry(options, [&] { written += ExtractEntry(archive, paths, options.overwrite); }))
+                succeeded = false;
+        out.Write(Counted(written, "file") + " extracted.\n");
+        return succeeded;
     });
 }
 

@@ -8,21 +8,34 @@
 
 namespace vexagpx {
 
-// The `zip` commands. Each is false after a failure, which has been told on standard error.
+// The `zip` commands. Each returns false after a failure, which has been reported on standard error.
 
-/// The names of the entries, a line each.
-bool ZipList(const std::string& archive, const ArchiveLimits& limits, Output& out);
+/// What all of them take.
+struct ZipOptions {
+    std::string archive;
+    ArchiveLimits limits;
+};
 
-/// The content of the first entry that ZipList prints so.
-bool ZipCat(const std::string& archive, const std::string& entry, const ArchiveLimits& limits, Output& out);
+/// Prints the names of the entries, a line each.
+bool ZipList(const ZipOptions& options, Output& out);
 
-/// Reads every entry to its end and tells which ones are bad.
-bool ZipTest(const std::string& archive, const ArchiveLimits& limits, Output& out);
+struct ZipCatOptions : ZipOptions {
+    std::string entry; ///< as ZipList prints its name
+};
 
-/// Writes the entries below a folder, which is made when it is not there. An entry that would come to lie
-/// elsewhere is refused, and what is there is kept unless `overwrite`; the other entries are written all the
-/// same.
-bool ZipExtract(const std::string& archive, const std::string& folder, bool overwrite,
-                const ArchiveLimits& limits, Output& out);
+/// Prints the content of the first entry of this name.
+bool ZipCat(const ZipCatOptions& options, Output& out);
+
+/// Reads every entry to its end and says which ones are bad.
+bool ZipTest(const ZipOptions& options, Output& out);
+
+struct ZipExtractOptions : ZipOptions {
+    std::string folder; ///< created when it does not exist
+    bool overwrite = false;
+};
+
+/// Writes the entries to files below a folder. An entry whose file would be outside the folder is refused. Existing
+/// files are kept unless `overwrite` is set. A failure of one entry does not stop the others.
+bool ZipExtract(const ZipExtractOptions& options, Output& out);
 
 } // namespace vexagpx

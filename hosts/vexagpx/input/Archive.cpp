@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <climits>
-#include <filesystem>
 #include <map>
 #include <stdexcept>
 #include <system_error>
@@ -30,17 +29,11 @@ vexaTransferLib::ZipFileReader OpenArchive(const InputFile& file, const std::str
     }
 }
 
-std::uint64_t FileSize(const std::string& path) {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    return error ? 0 : size;
-}
-
 bool GrowsBeyond(std::uint64_t ratio, std::uint64_t size, std::uint64_t packedSize) {
     return size / ratio > packedSize || (size / ratio == packedSize && size % ratio != 0);
 }
 
-/// The number of a method of compression, and its name where it has one that people know.
+/// The number of a compression method, and its name if it has a well-known one.
 std::string MethodText(unsigned method) {
     static const std::map<unsigned, std::string> names = {
         {1, "shrink"}, {6, "implode"},    {9, "deflate64"}, {12, "bzip2"},
@@ -58,7 +51,7 @@ bool IsArchive(const InputFile& file) {
         std::array<char, 4> bytes{};
         const long count = ReadSome(descriptor.Get(), bytes.data(), bytes.size());
         const std::string_view head(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
-        // A first entry; the end record of an archive without any; marks of an archive that was made in parts.
+        // The first entry; the end record of an archive without entries; marks of an archive that was split.
         return head == "PK\3\4" || head == "PK\5\6" || head == "PK\7\10" || head == "PK00";
     } catch (const std::system_error&) {
         return false;
@@ -85,7 +78,7 @@ bool Archive::Next() {
     return true;
 }
 
-// The reader ends its walk alike at the end and at what it cannot read.
+// At an entry that it cannot read the library's reader stops as it does at the end.
 void Archive::CheckDirectoryEnd() const {
     if (entryCount_ < reader_.GetFileCount())
         Fail("The directory of the archive is damaged: it states " + std::to_string(reader_.GetFileCount()) +
@@ -137,7 +130,7 @@ void Archive::CheckSize(std::uint64_t size) const {
     if (size > limits_.entrySize)
         FailEntry("The entry is larger than " + std::to_string(limits_.entrySize) +
                   " bytes (--max-entry-size).");
-    // What the archive states of itself may be false, the size of its file is not.
+    // The sizes in the archive may be false, the size of its file is not.
     const std::uint64_t packedSize = std::min(info_.compressedSize, fileSize_);
     if (GrowsBeyond(limits_.ratio, size, packedSize))
         FailEntry("The entry grows to more than " + std::to_string(limits_.ratio) +
@@ -153,7 +146,7 @@ void Archive::CheckTotal(std::uint64_t more) const {
                   " times its size (--max-ratio).");
 }
 
-// Not before an entry is opened: the local headers are spread over the whole file.
+// This waits until an entry is opened, because it reads the local headers, which are spread over the whole file.
 void Archive::CheckOverlap() {
     if (!overlaps_) {
         overlaps_ = FindOverlaps(EntryRanges(reader_, limits_.entries));
@@ -197,7 +190,7 @@ void Archive::Read(const std::function<void(std::string_view)>& take) {
 }
 
 std::string Archive::ReadAll(const std::string& name) {
-    // What the archive states may be false.
+    // The size in the archive may be false.
     constexpr std::uint64_t kMostInAdvance = std::uint64_t{1} << 26;
     std::string bytes;
     bytes.reserve(static_cast<std::size_t>(std::min(info_.size, kMostInAdvance)));

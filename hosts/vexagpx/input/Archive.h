@@ -15,31 +15,33 @@
 
 namespace vexagpx {
 
-/// What a small archive may grow to.
+/// Limits of what an archive may unpack to.
 struct ArchiveLimits {
     std::uint64_t entrySize = std::uint64_t{1} << 30; ///< bytes of one entry
     std::uint64_t totalSize = std::uint64_t{1} << 32; ///< bytes of all that is unpacked of one archive
-    /// Of an entry's size to its size in the archive, and of all that is unpacked to the size of the archive.
+    /// How many times its size in the archive an entry may have, and how many times the size of the archive
+    /// everything that is unpacked.
     std::uint64_t ratio = 200;
     std::uint64_t entries = 100000;
-    std::uint64_t streamSize = kMostOfStream; ///< bytes of a stream, before it is known to be an archive
+    std::uint64_t streamSize = kMostOfStream; ///< bytes of a stream, whether it is an archive or not
 };
 
-/// True when the file begins as a ZIP archive does, whatever its name. False also when it cannot be read.
+/// True when the file starts like a ZIP archive, whatever its name. False also when it cannot be read.
 bool IsArchive(const InputFile& file);
 
-/// The entries of an archive, one after another. Every error is a std::runtime_error that says which archive,
-/// and which entry where it is about one.
+/// The entries of an archive, one after another. Every error is a std::runtime_error that names the archive and, when
+/// it is about an entry, the entry.
 class Archive {
 public:
     Archive(const InputFile& file, const ArchiveLimits& limits);
 
-    /// Goes to the next entry, at first to the first. False behind the last one.
+    /// Goes to the next entry; the first call goes to the first one. False after the last one.
     bool Next();
 
-    std::size_t EntryCount() const { return entryCount_; } ///< entries gone to so far
+    std::size_t EntryCount() const { return entryCount_; } ///< of the entries up to the current one
 
-    /// About the current entry. The name is the stored bytes.
+    // About the current entry.
+    /// The bytes of the name in the archive.
     const std::string& StoredName() const { return storedName_; }
     std::string Name() const;
     bool IsFolder() const { return storedName_.ends_with('/') || storedName_.ends_with('\\'); }
@@ -47,11 +49,11 @@ public:
     bool IsLink() const { return info_.isSymbolicLink; }
     bool IsNameCut() const { return info_.nameLength > storedName_.size(); }
 
-    /// Opens the current entry from its beginning. One that claims bytes of another entry is refused.
+    /// Opens the current entry at its start. An entry that claims bytes of another one is refused.
     void Open();
-    /// The next bytes of the open entry; 0 at its end, when its content has been checked.
+    /// Reads the next bytes of the open entry. Returns 0 at its end, after checking its size and checksum.
     std::size_t Read(char* buffer, std::size_t size);
-    /// The whole current entry, in pieces.
+    /// Reads the whole current entry, in pieces.
     void Read(const std::function<void(std::string_view)>& take);
     /// \param name shown with the progress
     std::string ReadAll(const std::string& name);

@@ -24,7 +24,7 @@ public:
             position_ += count;
             return count;
         } catch (...) {
-            // Xerces loses memory when it is left by an exception here.
+            // Xerces leaks memory when an exception passes through it here.
             failure_ = std::current_exception();
             return 0;
         }
@@ -41,7 +41,7 @@ private:
 } // namespace
 
 CallbackInputSource::CallbackInputSource(const std::string& path, Read read) : read_(std::move(read)) {
-    // A relative path can look like an address.
+    // A relative path could be taken for an address.
     icu::UnicodeString name = icu::UnicodeString::fromUTF8(path.starts_with('/') ? path : "./" + path);
     setSystemId(name.getTerminatedBuffer());
 }

@@ -10,10 +10,10 @@
 
 namespace vexagpx {
 
-/// Lets the XML parser read from anywhere, as far as it wants to. Serves one parse.
+/// Gives the XML parser its bytes by calling a function, as many as it asks for. Serves one parse.
 class CallbackInputSource final : public xercesc::InputSource {
 public:
-    /// The next bytes into a buffer of that size; 0 at the end. May throw.
+    /// Reads the next bytes into a buffer of this size; returns 0 at the end. May throw.
     using Read = std::function<std::size_t(char*, std::size_t)>;
 
     /// \param path against which the parser resolves relative names of other files
@@ -21,7 +21,7 @@ public:
 
     xercesc::BinInputStream* makeStream() const override;
 
-    /// Throws what `read` threw, which the XML parser's caller may have swallowed.
+    /// Throws what `read` threw, which did not pass through the XML parser.
     void RethrowFailure() const;
 
 private:

@@ -17,7 +17,7 @@ InputFile OpenDocument(const std::string& argument, const ArchiveLimits& limits)
 
 bool ForEachGpxEntry(const InputFile& file, const ArchiveLimits& limits, const TakeEntry& take) {
     Archive archive(file, limits);
-    bool fine = true;
+    bool succeeded = true;
     std::size_t count = 0;
     while (archive.Next()) {
         if (archive.IsNameCut()) {
@@ -32,11 +32,11 @@ bool ForEachGpxEntry(const InputFile& file, const ArchiveLimits& limits, const T
             take(archive);
             return true;
         });
-        fine = fine && taken;
+        succeeded = succeeded && taken;
     }
     if (count == 0)
         throw std::runtime_error("The archive holds no GPX file. (" + file.Argument() + ")");
-    return fine;
+    return succeeded;
 }
 
 void ReadEntry(FileParser& parser, Archive& archive, const std::string& argument, GpxDocument& document) {
@@ -73,13 +73,13 @@ bool ReadArgument(FileParser& parser, const std::string& argument, const Archive
 
 bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
                    const TakeDocument& take) {
-    bool fine = true;
+    bool succeeded = true;
     FileParser parser(rules.isTrusted);
-    for (const std::string& argument : arguments)
-        fine = RunReportingErrors(argument,
-                                  [&] { return ReadArgument(parser, argument, rules.archives, take); }) &&
-               fine;
-    return fine;
+    for (const std::string& argument : arguments) {
+        const auto read = [&] { return ReadArgument(parser, argument, rules.archives, take); };
+        succeeded = RunReportingErrors(argument, read) && succeeded;
+    }
+    return succeeded;
 }
 
 } // namespace vexagpx

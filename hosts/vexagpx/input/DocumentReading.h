@@ -11,9 +11,9 @@
 
 namespace vexagpx {
 
-/// Where a document was read from.
+/// Where a document comes from.
 struct DocumentSource {
-    const std::string& file;  ///< as the command line had it
+    const std::string& file;  ///< as on the command line
     const std::string* entry; ///< the printed name of an archive's entry; null for a file
 
     /// For a heading.
@@ -21,26 +21,27 @@ struct DocumentSource {
 };
 
 using TakeDocument = std::function<void(const DocumentSource&, vexaTransferLib::GpxDocument&)>;
-/// With the archive at an entry that is GPX by its name.
+/// Called with the archive at an entry that is GPX by its name.
 using TakeEntry = std::function<void(Archive&)>;
 
-/// The file of an argument, for reading it as a document. Waits for what comes through a pipe.
+/// Opens the file of an argument, to be read as a document. Reads a pipe to its end.
 /// \throws what InputFile throws
 InputFile OpenDocument(const std::string& argument, const ArchiveLimits& limits);
 
-/// Reads the files one after another, and of archives every entry that is GPX by its name. False when
-/// something could not be read; that has been told, and the rest was read all the same.
+/// Reads the files one after another, and every entry of an archive that is GPX by its name. False when something
+/// could not be read. That has been reported, and did not stop the reading of the rest.
 bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
                    const TakeDocument& take);
 
-/// The document of the current entry.
+/// Reads the document of the current entry.
 /// \throws what FileParser::ReadBytes throws, and the archive
 void ReadEntry(FileParser& parser, Archive& archive, const std::string& argument,
                vexaTransferLib::GpxDocument& document);
 
-/// Goes through the entries that are GPX by their name. An error that `take` throws is told, and the next
-/// entry taken.
-/// \return whether all went well, which it did not when there was no such entry
+/// Calls `take` for each entry that is GPX by its name. An error that `take` throws is reported, and the next entry
+/// follows.
+/// \return true without such an error
+/// \throws std::runtime_error when there is no such entry
 bool ForEachGpxEntry(const InputFile& file, const ArchiveLimits& limits, const TakeEntry& take);
 
 } // namespace vexagpx

@@ -36,7 +36,7 @@ std::string FromCodePage437(std::string_view bytes) {
 }
 
 std::string Decoded(std::string_view bytes) {
-    // What is not UTF-8 does not survive the way to text and back.
+    // Bytes that are not UTF-8 change when they are converted to text and back.
     return ToUtf8(FromUtf8(bytes)) == bytes ? std::string(bytes) : FromCodePage437(bytes);
 }
 

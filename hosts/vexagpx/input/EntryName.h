@@ -9,17 +9,17 @@
 
 namespace vexagpx {
 
-/// The stored bytes of an entry's name, of which the library makes a code unit each.
+/// The bytes of an entry's name in the archive. The library gives each as a code unit.
 std::string StoredBytes(const icu::UnicodeString& name);
 
-/// The name as a person reads and types it, in UTF-8: bytes that are UTF-8 as they are, others as code page
-/// 437, which archives had before. Control characters become "\x" and two digits for each byte, and so does a
-/// backslash that would look like one of those: no two names in UTF-8 print alike.
+/// The name as a person reads and types it, in UTF-8. Bytes that are not UTF-8 are taken for code page 437, which older
+/// archives use. Each byte of a control character becomes "\x" and two digits, and so does a backslash that would look
+/// like such an escape, so that two different names in UTF-8 never print alike.
 std::string PrintedName(std::string_view bytes);
 
-/// The folders and the file of a name below a folder, each printed; the last one is empty for a folder. "/"
-/// and "\" separate.
-/// \throws std::runtime_error with the reason when the name could lead anywhere else
+/// The names of the folders and of the file, each as it is printed; the last one is empty for a folder. "/" and "\"
+/// are separators.
+/// \throws std::runtime_error with the reason when the name could lead out of the folder that it is relative to
 std::vector<std::string> SplitEntryName(std::string_view bytes);
 
 /// True for "*.gpx" in any case.

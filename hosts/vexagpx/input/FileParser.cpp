@@ -20,7 +20,7 @@ using vexaTransferLib::GpxSkippedElement;
 
 namespace {
 
-/// Shows the progress of one reading, ends it when that is wanted, and passes on what else is told.
+/// Shows the progress of one reading, ends it after a signal, and passes on all other notifications.
 class ReadingObserver final : public GpxReadObserver {
 public:
     /// \param path by which the XML parser knows the document
@@ -50,7 +50,7 @@ public:
 
 private:
     bool IsDocument(const std::string& file) const {
-        // The XML parser makes a relative path absolute.
+        // The XML parser turns a relative path into an absolute one.
         const std::filesystem::path path = file;
         return file == path_ ||
                path.lexically_normal() == std::filesystem::absolute(path_).lexically_normal();
@@ -74,7 +74,7 @@ private:
     vexaTransferLib::GpxParser& parser_;
 };
 
-/// What the user can do about a message of the library.
+/// Advice for the user about a message of the library.
 std::string Advice(std::string_view message) {
     const bool isRefusal = message.starts_with("The untrusted GPX file was refused: ");
     return isRefusal ? kTrustAdvice : "";
@@ -146,7 +146,7 @@ void FileParser::Read(const std::string& name, const icu::UnicodeString& path,
         StopWhenInterrupted(name);
         throw;
     }
-    // It may have come after the library had asked for the last time.
+    // The signal may have come after the last notification of progress.
     StopWhenInterrupted(name);
 }
 
@@ -168,7 +168,7 @@ void FileParser::Try(const std::string& name, const icu::UnicodeString& path,
 
 std::string FileParser::WithDetails(const std::string& message, const std::string& argument) const {
     std::string details = firstError_;
-    // Some messages do not say which file they are about. A path stands behind a colon.
+    // Some messages do not name the file. Those that do have its path after a colon.
     const std::size_t slash = argument.rfind('/');
     const std::string name = argument.substr(slash + 1);
     const bool named = message.find(": ") != std::string::npos && message.find(name) != std::string::npos;

@@ -13,10 +13,11 @@
 
 namespace vexagpx {
 
-/// Place and text of what an XML parser complained about: "line 3, column 7: expected end of tag 'wpt'".
+/// The location and the text of an error of the XML parser: "line 3, column 7: expected end of tag 'wpt'".
 std::string Describe(const xercesc::SAXParseException& exception);
 
-/// The library's reader, which remembers the first error of the XML parser.
+/// The library's reader. It shows the progress, can be interrupted, and keeps the first error of the XML parser for its
+/// messages.
 class FileParser final : public vexaTransferLib::GpxParser {
 public:
     explicit FileParser(bool isTrusted);
@@ -24,13 +25,13 @@ public:
     void error(const xercesc::SAXParseException& exception) override;
     void fatalError(const xercesc::SAXParseException& exception) override;
 
-    /// Told, from now on, what the readings pass over and what the XML parser says; null takes it away.
+    /// Sets who is notified, from now on, of what the reader skips and of the XML parser's messages; null for nobody.
     void Watch(vexaTransferLib::GpxReadObserver* watcher) { watcher_ = watcher; }
 
-    /// Both show their progress and stop at SIGINT and SIGTERM, which is told.
-    /// \throws std::runtime_error when the document is no result; Interruption
+    /// Both stop at SIGINT and SIGTERM, with a message.
+    /// \throws std::runtime_error when the document could not be read; Interruption
     void ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document);
-    /// \param name stands in messages where the path of a file would, and the document is named after it
+    /// \param name used in messages instead of the path of a file; also the document is named after it
     void ReadBytes(std::string_view bytes, const std::string& name, vexaTransferLib::GpxDocument& document);
 
 private:

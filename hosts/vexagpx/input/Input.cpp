@@ -25,7 +25,7 @@ namespace {
     throw std::runtime_error("Unable to read the file: " + argument + " (" + ErrorText(error) + ")");
 }
 
-/// True for what cannot be opened twice. What does not exist is left to the library's own message.
+/// True for what cannot be opened twice. For a file that does not exist the library has its own message.
 bool IsStream(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0)
@@ -35,14 +35,7 @@ bool IsStream(const std::string& path) {
     return !S_ISREG(status.st_mode);
 }
 
-/// 0 when it is not known.
-std::uint64_t FileSize(int fd) {
-    struct stat status {};
-    return ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size)
-                                                                : 0;
-}
-
-/// Of the file system that the descriptor's file is in, for a user who is not root.
+/// The free space of the file's file system, for a user who is not root.
 std::uint64_t FreeSpace(int fd) {
     struct statvfs status {};
     if (::fstatvfs(fd, &status) != 0)
@@ -51,8 +44,8 @@ std::uint64_t FreeSpace(int fd) {
 }
 
 struct StreamLimits {
-    std::uint64_t most; ///< asked for
-    std::uint64_t room; ///< for temporary files; other programs need the rest
+    std::uint64_t most; ///< what the user allows
+    std::uint64_t room; ///< that temporary files may take; other programs need the rest
 
     void Check(std::uint64_t size, const std::string& argument) const {
         if (size > most)
@@ -85,7 +78,7 @@ InputFile::InputFile(const std::string& argument, std::uint64_t mostOfStream) : 
     } else {
         filePath_ = argument;
     }
-    // As the library shows it.
+    // The library shows the path like this.
     path_ = icu::UnicodeString::fromUTF8(filePath_);
 }
 
@@ -107,7 +100,7 @@ void InputFile::Copy(int from, const std::string& fileName, std::uint64_t mostOf
         limits.Check(progress.done, argument_);
         if (!WriteAll(copy.Get(), {buffer.data(), static_cast<std::size_t>(count)}))
             throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));
-        // Who types the file in sees how far it is.
+        // A user who types the text sees how much there is.
         if (!isTyped)
             bar.Update(progress);
     }

@@ -18,26 +18,26 @@ inline constexpr char kStandardInput[] = "-";
 /// How messages name the file of an argument.
 std::string ShownName(const std::string& argument);
 
-/// Bytes that a stream may have, when no other limit is asked for.
+/// The bytes that a stream may have by default.
 inline constexpr std::uint64_t kMostOfStream = std::uint64_t{1} << 32;
 
-/// A file named on the command line, whose name is any bytes, as the library can open it. Standard input, named "-",
-/// and what can be read only once, such as a pipe, is copied to a temporary file of the same name.
+/// A file from the command line in a form that the library can open; its name may be any bytes. Standard input, named
+/// "-", and anything that can be read only once, such as a pipe, is copied to a temporary file of the same name.
 class InputFile {
 public:
-    /// \param mostOfStream bytes that are copied at most; more than half of the free space is refused, too
+    /// \param mostOfStream the bytes that are copied at most; more than half of the free space is refused, too
     /// \throws std::runtime_error
     explicit InputFile(const std::string& argument, std::uint64_t mostOfStream = kMostOfStream);
 
-    /// The name as the command line had it.
+    /// The name as on the command line.
     const std::string& Argument() const { return argument_; }
-    /// The bytes by which library and system open the file.
+    /// The path by which library and system open the file.
     const std::string& FilePath() const { return filePath_; }
-    /// The same as text, for messages: of bytes that are no UTF-8 another name.
+    /// The same path as text, for messages; bytes that are not UTF-8 are replaced.
     const icu::UnicodeString& Path() const { return path_; }
-    /// True for what can be read only once.
+    /// True when the file is the copy of something that can be read only once.
     bool IsCopy() const { return folder_ != nullptr; }
-    /// A message with the name as the command line had it in place of the path.
+    /// The message with the argument in place of the path.
     std::string Presented(std::string message) const;
 
 private:

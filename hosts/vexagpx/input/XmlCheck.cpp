@@ -34,7 +34,7 @@ protected:
     }
 };
 
-/// Also counts where it is.
+/// Also keeps the path of the element with the first error.
 class ErrorPathHandler final : public FirstErrorHandler {
 public:
     ErrorPathHandler() : levels_(1) {}

@@ -93,7 +93,7 @@ std::map<std::string, Value> OptionValues(const Command& tool) {
     for (const Command* command : AllOf(tool)) {
         for (const Option& option : command->options) {
             for (const std::string& name : option.names) {
-                // An empty name stands for no value.
+                // An empty name means no value.
                 const Value& first = values.emplace(name, option.value).first->second;
                 if (first.name != option.value.name)
                     throw std::runtime_error(name + " takes another value in " + command->path);

@@ -37,7 +37,7 @@ function __vexagpx_place
     echo $count
 end
 
-# Whether the cursor is in the command COMMAND, behind at least FIRST and at most LAST of its arguments.
+# Whether the cursor is in the command COMMAND, after at least FIRST and at most LAST of its arguments.
 #   __vexagpx_at COMMAND [FIRST [LAST]]
 function __vexagpx_at
     set -l place (__vexagpx_place)

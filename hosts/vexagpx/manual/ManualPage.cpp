@@ -15,7 +15,7 @@ bool IsLetter(const std::string& text, std::size_t at) {
     return at < text.size() && std::isalpha(static_cast<unsigned char>(text[at])) != 0;
 }
 
-/// In lines of at most 80 columns, none of which begins as a request does.
+/// In lines of at most 80 columns, none of which starts like a roff request.
 std::string Folded(const std::string& text) {
     std::istringstream words(text);
     std::string out;
@@ -44,7 +44,7 @@ std::string Text(const std::string& text) {
     return Folded(out.find_first_of(".'") == 0 ? "\\&" + out : out);
 }
 
-/// Text that is typed as it stands.
+/// Text that is typed literally.
 std::string Typed(const std::string& text) {
     std::string out = Replaced(text, "\\", "\\e");
     out = Replaced(out, "-", "\\-");

@@ -5,7 +5,7 @@ namespace vexagpx::manual {
 
 namespace {
 
-/// As it stands in a description of _arguments, between brackets.
+/// The form of a text in a description of _arguments, between brackets.
 std::string Description(const std::string& text) {
     std::string escaped = Replaced(text, "\\", "\\\\");
     for (const char* sign : {":", "[", "]"})

@@ -29,8 +29,8 @@ std::string Content(const std::string& path) {
 
 std::string Written(const std::string& name, const std::string& templatePath) {
     CLI::App app;
-    vexagpx::Request request;
-    vexagpx::AddCommands(app, request);
+    vexagpx::Invocation invocation;
+    vexagpx::AddCommands(app, invocation);
     const Command tool = Describe(app);
     if (name == "vexagpx.1")
         return ManualPage(tool, Content(templatePath));

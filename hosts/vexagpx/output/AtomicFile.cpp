@@ -114,7 +114,7 @@ void AtomicFile::SetMode() const {
     struct stat made {};
     if (::fstat(file_.Get(), &made) != 0)
         Fail(errno);
-    // Asked for again: what is there now may be something else than when the file was begun.
+    // Looked up again, because the old file may have been replaced since the constructor.
     const std::optional<struct stat> old = Status();
     const mode_t usual = UsualMode();
     const mode_t mode = old && S_ISREG(old->st_mode) ? ReplacementMode(*old, made, usual) : usual;
@@ -130,7 +130,7 @@ bool AtomicFile::Rename() const {
         return ::renameat(folder, from, folder, to) == 0;
     if (::renameat2(folder, from, folder, to, RENAME_NOREPLACE) == 0)
         return true;
-    // Some file systems cannot do both in one step; nothing was there a moment ago.
+    // Some file systems cannot rename and check in one step. The name was free a moment ago.
     return errno == EINVAL && ::renameat(folder, from, folder, to) == 0;
 }
 

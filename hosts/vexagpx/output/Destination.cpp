@@ -16,7 +16,8 @@ namespace vexagpx {
 namespace {
 
 bool IsStandardOutput(const std::string& path) {
-    // By its name a redirected file would be replaced under the feet of whoever opened it.
+    // Redirected output must go to the open file: a file of the same name that replaces it would not be seen by
+    // whoever opened the old one.
     return path == kStandardOutput || path == "/dev/stdout" || path == "/dev/fd/1" ||
            path == "/proc/self/fd/1";
 }
@@ -26,8 +27,8 @@ std::string FolderOf(const std::string& path) {
     return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
 }
 
-/// Follows symbolic links, also to a file that does not exist yet, so that the link stays and its target is
-/// written.
+/// Follows symbolic links, also to a file that does not exist yet, so that the link is kept and the file that it leads
+/// to is written.
 std::string FollowLinks(std::string path) {
     std::array<char, PATH_MAX> link;
     for (int i = 0; i < 40; ++i) {
@@ -55,7 +56,7 @@ Destination::Destination(const std::string& path) : path_(path) {
     if (IsStandardOutput(path))
         return;
     struct stat status {};
-    // The system has its say about links in folders that everybody may write to.
+    // The system may forbid to follow a link in a folder that everybody may write to.
     const bool exists = ::stat(path.c_str(), &status) == 0;
     if (!exists && errno != ENOENT)
         Fail(errno);

@@ -12,23 +12,23 @@ namespace vexagpx {
 
 inline constexpr char kStandardOutput[] = "-";
 
-/// What the result of a command goes to. A file is replaced as a whole or not at all. What is no regular file,
-/// such as a pipe, takes the bytes instead.
+/// Where the result of a command is written. A file is replaced as a whole or not at all. Anything but a regular file,
+/// such as a pipe, is written to directly.
 class Destination {
 public:
-    /// \param path a file, which need not exist, or "-" for standard output. A link stays, and the file that it
+    /// \param path a file, which need not exist, or "-" for standard output. A link is kept, and the file that it
     /// leads to is written.
-    /// \throws std::runtime_error when nothing can be written there
+    /// \throws std::runtime_error when it cannot be written
     explicit Destination(const std::string& path);
 
-    /// A file below a folder, no link followed; a file that is there is replaced.
-    /// \throws std::runtime_error when nothing can be written there
+    /// A file that replaces an existing one; no link is followed.
+    /// \throws std::runtime_error when it cannot be written
     explicit Destination(FileInFolder file);
 
     const std::string& Path() const { return path_; } ///< for messages
 
-    /// Writes all of the result. Without this nothing is changed.
-    /// \throws std::runtime_error, OutputError when the target is standard output
+    /// Writes the whole result. Without this call nothing changes.
+    /// \throws std::runtime_error; OutputError for standard output
     void Commit(std::string_view bytes, Output& standardOutput);
 
 private:
@@ -36,7 +36,7 @@ private:
     void WriteToStream(std::string_view bytes) const;
 
     std::string path_;
-    std::optional<AtomicFile> file_; ///< nothing for what takes the bytes itself
+    std::optional<AtomicFile> file_; ///< nothing for what is written to directly
 };
 
 } // namespace vexagpx

@@ -30,19 +30,19 @@ bool IsPlain(char byte) {
     return byte >= ' ' && byte <= '~';
 }
 
-/// Of JSON text, where only strings contain such characters.
+/// \param json only its strings contain such characters
 std::string WithoutTerminalControls(const std::string& json) {
     if (std::all_of(json.begin(), json.end(), IsPlain))
         return json;
     std::string escaped;
     escaped.reserve(json.size());
     for (std::size_t at = 0; at < json.size();) {
-        const std::size_t begin = at;
+        const std::size_t start = at;
         const UChar32 character = NextCharacter(json, at);
         if (IsTerminalControl(character))
             AppendEscape(character, escaped);
         else
-            escaped.append(json, begin, at - begin);
+            escaped.append(json, start, at - start);
     }
     return escaped;
 }
@@ -54,17 +54,17 @@ void JsonWriter::Key(std::string_view name) {
     out_.Write("\"");
     out_.Write(name);
     out_.Write("\":");
-    separate_ = false;
+    needsComma_ = false;
 }
 
 void JsonWriter::String(const icu::UnicodeString& text) {
     std::string utf8;
     text.toUTF8String(utf8);
-    String(utf8);
+    Value(WithoutTerminalControls(nlohmann::json(utf8).dump()));
 }
 
 void JsonWriter::String(std::string_view utf8) {
-    Value(WithoutTerminalControls(nlohmann::json(utf8).dump()));
+    String(icu::UnicodeString::fromUTF8({utf8.data(), static_cast<std::int32_t>(utf8.size())}));
 }
 
 void JsonWriter::Number(double number) {
@@ -92,22 +92,22 @@ void JsonWriter::Bool(bool value) {
 void JsonWriter::Begin(char bracket) {
     Separate();
     out_.Write({&bracket, 1});
-    separate_ = false;
+    needsComma_ = false;
 }
 
 void JsonWriter::End(char bracket) {
     out_.Write({&bracket, 1});
-    separate_ = true;
+    needsComma_ = true;
 }
 
 void JsonWriter::Value(std::string_view text) {
     Separate();
     out_.Write(text);
-    separate_ = true;
+    needsComma_ = true;
 }
 
 void JsonWriter::Separate() {
-    if (separate_)
+    if (needsComma_)
         out_.Write(",");
 }
 

@@ -7,11 +7,12 @@
 
 #include <cstdint>
 #include <string_view>
+#include <type_traits>
 
 namespace vexagpx {
 
-/// Writes JSON as it comes, without line breaks: a document of a million points needs no tree in memory. The
-/// caller sees to it that begins, ends and keys make sense.
+/// Writes JSON while it is produced, without line breaks, so that a document of a million points needs no tree in
+/// memory. The caller is responsible for the right order of calls.
 class JsonWriter {
 public:
     explicit JsonWriter(Output& out) : out_(out) {}
@@ -20,13 +21,32 @@ public:
     void EndObject() { End('}'); }
     void BeginArray() { Begin('['); }
     void EndArray() { End(']'); }
-    /// A name that needs no escape.
+
+    /// A name that needs no escape. Its value follows.
     void Key(std::string_view name);
-    /// What a terminal would obey (IsTerminalControl) is escaped, "\\u009b", wherever the output goes: the
-    /// bytes are the same on a terminal and in a pipe, and mean the same.
+
+    /// A name and its value: a text, a number or a truth value.
+    template <class T>
+    void Member(std::string_view name, const T& value) {
+        Key(name);
+        if constexpr (std::is_same_v<T, bool>)
+            Bool(value);
+        else if constexpr (std::is_unsigned_v<T>)
+            Number(std::uint64_t{value});
+        else if constexpr (std::is_arithmetic_v<T>)
+            Number(value);
+        else if constexpr (std::is_convertible_v<const T&, std::string_view>)
+            String(std::string_view(value));
+        else
+            String(value);
+    }
+
+    /// The characters that control a terminal (IsTerminalControl) are escaped, "\\u009b", wherever the output goes:
+    /// the bytes are the same on a terminal and in a pipe, and mean the same.
     void String(const icu::UnicodeString& text);
+    /// Bytes that are not UTF-8 become replacement characters.
     void String(std::string_view utf8);
-    /// The shortest form that reads back the same; "NaN", "Infinity" and "-Infinity" are strings, for JSON
+    /// The shortest form that reads back the same. NaN, Infinity and -Infinity are written as strings because JSON
     /// has no such numbers.
     void Number(double number);
     void Number(std::int32_t number);
@@ -40,7 +60,7 @@ private:
     void Separate();
 
     Output& out_;
-    bool separate_ = false;
+    bool needsComma_ = false;
 };
 
 } // namespace vexagpx

@@ -5,17 +5,9 @@ namespace vexagpx {
 
 using namespace vexaTransferLib;
 
-void MetaDataJson::Member(std::string_view key, const icu::UnicodeString& text) {
-    if (text.isEmpty() && emptyTexts_ == EmptyTexts::kLeftOut)
-        return;
-    json_.Key(key);
-    json_.String(text);
-}
-
-template <class Number>
-void MetaDataJson::NumberMember(std::string_view key, Number number) {
-    json_.Key(key);
-    json_.Number(number);
+void MetaDataJson::TextMember(std::string_view key, const icu::UnicodeString& text) {
+    if (!text.isEmpty() || emptyTexts_ == EmptyTexts::kShown)
+        json_.Member(key, text);
 }
 
 void MetaDataJson::Write(const GISMetaData* record) {
@@ -23,10 +15,10 @@ void MetaDataJson::Write(const GISMetaData* record) {
         return;
     json_.Key("gisMetaData");
     json_.BeginObject();
-    Member("layerKey", record->layerKey);
-    Member("layerName", record->layerName);
-    Member("form", record->form);
-    NumberMember("defaultSymbol", record->defaultSymbol);
+    TextMember("layerKey", record->layerKey);
+    TextMember("layerName", record->layerName);
+    TextMember("form", record->form);
+    json_.Member("defaultSymbol", record->defaultSymbol);
     json_.EndObject();
 }
 
@@ -35,8 +27,8 @@ void MetaDataJson::Write(const AnnotateMetaData* record) {
         return;
     json_.Key("annotateMetaData");
     json_.BeginObject();
-    Member("trackGUID", record->trackGUID);
-    Member("waypointGUID", record->waypointGUID);
+    TextMember("trackGUID", record->trackGUID);
+    TextMember("waypointGUID", record->waypointGUID);
     json_.EndObject();
 }
 
@@ -45,11 +37,11 @@ void MetaDataJson::Write(const GPXStats* record) {
         return;
     json_.Key("stats");
     json_.BeginObject();
-    NumberMember("wptcount", record->wptcount);
-    NumberMember("trkcount", record->trkcount);
-    NumberMember("trksegcount", record->trksegcount);
-    NumberMember("trktotalkm", record->trktotalkm);
-    NumberMember("geocachecount", record->geocachecount);
+    json_.Member("wptcount", record->wptcount);
+    json_.Member("trkcount", record->trkcount);
+    json_.Member("trksegcount", record->trksegcount);
+    json_.Member("trktotalkm", record->trktotalkm);
+    json_.Member("geocachecount", record->geocachecount);
     json_.EndObject();
 }
 

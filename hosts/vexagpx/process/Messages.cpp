@@ -18,8 +18,7 @@ namespace vexagpx {
 
 namespace {
 
-// Atomic, because a signal handler reads them.
-std::atomic<int> errorDescriptor{STDERR_FILENO};
+// Atomic, because a signal handler reads it.
 std::atomic<bool> statusShown{false};
 
 std::string WithoutControls(const std::string& message) {
@@ -36,8 +35,8 @@ std::string WithoutControls(const std::string& message) {
 
 void PrintError(const std::string& message) {
     ClearStatus();
-    // There is nowhere left to tell that this failed.
-    static_cast<void>(WriteAll(errorDescriptor, ErrorLine(message)));
+    // A failure cannot be reported anywhere.
+    static_cast<void>(WriteAll(STDERR_FILENO, ErrorLine(message)));
 }
 
 std::string ErrorLine(const std::string& message) {
@@ -57,24 +56,16 @@ bool RunReportingErrors(const std::string& about, const std::function<bool()>& w
     return false;
 }
 
-void SetErrorDescriptor(int fd) {
-    errorDescriptor = fd;
-}
-
-int ErrorDescriptor() {
-    return errorDescriptor;
-}
-
 void ShowStatus(const std::string& line) {
-    // First, so that a signal does not find a status that it knows nothing of.
+    // Set before the line is written, so that a signal in between clears it.
     statusShown = true;
-    static_cast<void>(WriteAll(errorDescriptor, '\r' + line + "\x1B[K"));
+    static_cast<void>(WriteAll(STDERR_FILENO, '\r' + line + "\x1B[K"));
 }
 
 void ClearStatus() {
     if (!statusShown)
         return;
-    static_cast<void>(WriteAll(errorDescriptor, "\r\x1B[K"));
+    static_cast<void>(WriteAll(STDERR_FILENO, "\r\x1B[K"));
     statusShown = false;
 }
 

@@ -6,25 +6,19 @@
 
 namespace vexagpx {
 
-/// Writes "vexagpx: ", the message and a line feed to standard error. What a terminal would obey
-/// (IsTerminalControl), which a file name may contain, becomes a question mark.
+/// Writes "vexagpx: ", the message and a line feed to standard error. Characters that control a terminal
+/// (IsTerminalControl), which a file name may contain, become question marks.
 void PrintError(const std::string& message);
-/// What PrintError writes.
+/// The line that PrintError writes.
 std::string ErrorLine(const std::string& message);
 
-/// Does the work; what it throws is told, and false returned. A failure of standard output passes.
-/// \param about named when memory runs out; other failures name what they are about
+/// Does the work. When it throws, prints the error and returns false; only an OutputError is not caught.
+/// \param about named when memory runs out; other errors name what they are about
 bool RunReportingErrors(const std::string& about, const std::function<bool()>& work);
 
-/// Where PrintError writes; standard error at first. The report filter hands over the one behind it, so that
-/// messages keep their place between the lines of standard output.
-void SetErrorDescriptor(int fd);
-int ErrorDescriptor();
-
-/// Replaces the last line of the terminal that standard error is, until it is cleared or something is
-/// complained about.
+/// Shows a line in place of the terminal's last line, until ClearStatus or PrintError is called.
 void ShowStatus(const std::string& line);
-/// Leaves the line empty when there is a status. Fit for a signal handler.
+/// Clears the line when a status is shown. A signal handler may call it.
 void ClearStatus();
 
 } // namespace vexagpx

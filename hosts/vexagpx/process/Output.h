@@ -7,13 +7,13 @@
 
 namespace vexagpx {
 
-/// Standard output could not take what was written. No later write can repair that, so it ends the program.
+/// Standard output could not be written. No later write can repair that, so this ends the program.
 class OutputError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// Standard output, buffered here so that every failed write is seen.
+/// Standard output, with a buffer of its own so that every failed write is noticed.
 class Output {
 public:
     explicit Output(int fd) : fd_(fd) {}
@@ -21,7 +21,7 @@ public:
     /// \throws OutputError, as Flush and Close do
     void Write(std::string_view text);
     void Flush();
-    /// Flushes and closes the descriptor: some file systems only then tell that the bytes were lost.
+    /// Flushes and closes the descriptor: some file systems report lost bytes only then.
     void Close();
 
 private:

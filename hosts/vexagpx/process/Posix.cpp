@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace vexagpx {
@@ -18,11 +19,15 @@ Descriptor Opened(int fd) {
     return Descriptor(fd);
 }
 
+std::uint64_t SizeOf(const struct stat& status) {
+    return S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
 } // namespace
 
 bool Descriptor::Close() {
     const int fd = std::exchange(fd_, -1);
-    // After EINTR the number is free again on Linux: a second try could hit somebody else's file.
+    // On Linux the number is free after EINTR: a second call could close another file.
     return fd < 0 || ::close(fd) == 0 || errno == EINTR;
 }
 
@@ -78,6 +83,16 @@ std::string ReadAll(int fd) {
     }
 }
 
+std::uint64_t FileSize(int fd) {
+    struct stat status {};
+    return ::fstat(fd, &status) == 0 ? SizeOf(status) : 0;
+}
+
+std::uint64_t FileSize(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 ? SizeOf(status) : 0;
+}
+
 std::string ErrorText(int error) {
     // strerror is translated by setlocale only, which nothing here calls.
     return std::strerror(error);
@@ -87,7 +102,7 @@ void KeepStandardDescriptors() {
     for (int fd = 0; fd <= 2; ++fd) {
         if (::fcntl(fd, F_GETFD) >= 0 || errno != EBADF)
             continue;
-        // The lowest free number is this one. Standard error alone swallows what is written to it.
+        // The system gives out the lowest free number, which is this one. Only standard error can be written.
         static_cast<void>(::open("/dev/null", fd == STDOUT_FILENO ? O_RDONLY : O_WRONLY));
     }
 }

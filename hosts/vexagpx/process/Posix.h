@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,22 +21,22 @@ public:
 
     int Get() const { return fd_; }
     bool IsOpen() const { return fd_ >= 0; }
-    /// False, and errno set, when the system could not finish what was written.
+    /// False, with errno set, when the system could not finish a write.
     bool Close();
 
 private:
     int fd_;
 };
 
-/// Opens a file by the bytes of its name, without following them into any encoding.
+/// Opens a file by the bytes of its name, in whatever encoding they are.
 /// \throws std::system_error
 Descriptor OpenFile(const std::string& path, int flags, unsigned mode = 0666);
 
-/// Opens a folder as the place of names, which needs no right to read it. Links are followed.
+/// Opens a folder for looking up names in it, which needs no right to read it. Links are followed.
 /// \throws std::system_error
 Descriptor OpenFolder(const std::string& path);
 
-/// Opens a folder in another one by its name alone. A link is no folder.
+/// Opens a folder in another one by its name. A link is refused.
 /// \throws std::system_error
 Descriptor OpenFolderIn(const Descriptor& folder, const std::string& name);
 
@@ -43,21 +44,25 @@ Descriptor OpenFolderIn(const Descriptor& folder, const std::string& name);
 /// \throws std::system_error
 Descriptor Duplicate(const Descriptor& descriptor);
 
-/// False, and errno set, when not everything was written.
+/// Writes everything. False, with errno set, when that failed.
 bool WriteAll(int fd, std::string_view bytes);
 
-/// One piece of at most `capacity` bytes; 0 at the end, -1 and errno on failure.
+/// Reads at most `capacity` bytes. Returns their number, 0 at the end, and -1 with errno on failure.
 long ReadSome(int fd, char* buffer, std::size_t capacity);
 
-/// The rest of the file.
+/// Reads the rest of the file.
 /// \throws std::system_error
 std::string ReadAll(int fd);
+
+/// The size of a regular file; 0 for anything else, and when it is not known.
+std::uint64_t FileSize(int fd);
+std::uint64_t FileSize(const std::string& path);
 
 /// The text of an error number, in English whatever the locale.
 std::string ErrorText(int error);
 
-/// What a caller closed (as `2>&-` does) is opened in a way that still fails, so that no file of the program
-/// gets one of the three standard numbers.
+/// Opens those of the three standard descriptors that the caller had closed (as `2>&-` does), so that no other file gets
+/// their number. Using them still fails.
 void KeepStandardDescriptors();
 
 } // namespace vexagpx

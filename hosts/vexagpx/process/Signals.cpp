@@ -20,15 +20,15 @@ namespace {
 
 constexpr int kDeadlySignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGABRT, SIGXCPU, SIGALRM};
 
-// How long, in seconds, a noted signal may go unheeded: a reader that waits for a server never looks at it.
+// The seconds after which a noted signal ends the program anyway: a reader that waits for a server does not check it.
 constexpr unsigned kPatience = 3;
 
 std::atomic<bool> delayed{false};
 std::atomic<int> noted{0};
 
 // Plain memory, because the signal handler writes it.
-char words[PATH_MAX + 128];
-std::atomic<std::size_t> wordsLength{0};
+char fatalMessage[PATH_MAX + 128];
+std::atomic<std::size_t> fatalMessageLength{0};
 
 bool IsInterruption(int signal) {
     return signal == SIGINT || signal == SIGTERM;
@@ -51,9 +51,9 @@ extern "C" void TakeDeadlySignal(int signal) {
     const int cause = signal == SIGALRM && noted != 0 ? noted.load() : signal;
     ClearStatus();
     if (IsInterruption(cause))
-        static_cast<void>(WriteAll(ErrorDescriptor(), {words, wordsLength}));
+        static_cast<void>(WriteAll(STDERR_FILENO, {fatalMessage, fatalMessageLength}));
     RemoveScopedFiles();
-    // It is blocked until this handler returns, and then does what it does by default.
+    // The signal is blocked until this handler returns; then it has its default effect.
     std::signal(cause, SIG_DFL);
     ::raise(cause);
 }
@@ -67,7 +67,7 @@ void CatchDeadlySignals() {
             continue;
         action.sa_handler = TakeDeadlySignal;
         action.sa_mask = DeadlySignals();
-        // What reads a file must not fail because a signal was noted.
+        // A read must not fail because a signal was noted.
         action.sa_flags = SA_RESTART;
         ::sigaction(signal, &action, nullptr);
     }
@@ -92,13 +92,13 @@ int PendingSignal() {
 
 FatalSignalMessage::FatalSignalMessage(const std::string& message) {
     const std::string line = ErrorLine(message);
-    const std::size_t length = std::min(line.size(), sizeof words);
-    line.copy(words, length);
-    wordsLength = length;
+    const std::size_t length = std::min(line.size(), sizeof fatalMessage);
+    line.copy(fatalMessage, length);
+    fatalMessageLength = length;
 }
 
 FatalSignalMessage::~FatalSignalMessage() {
-    wordsLength = 0;
+    fatalMessageLength = 0;
 }
 
 std::string CancelledMessage(const std::string& name) {

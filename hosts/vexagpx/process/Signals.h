@@ -7,21 +7,21 @@
 
 namespace vexagpx {
 
-/// From now on a signal that ends the program clears the status line and removes what is left over before it
-/// does. Signals that the caller of the program had ignored stay ignored.
+/// From now on, a signal that ends the program first clears the status line and removes temporary files. Signals that
+/// the program's caller had ignored stay ignored.
 void CatchDeadlySignals();
 
-/// Thrown where SIGINT or SIGTERM stopped the work, when that has been told. No std::exception, so that nobody
-/// takes it for a failure of one file on its way to main().
+/// Thrown when SIGINT or SIGTERM has stopped the work and the message has been printed. It is no std::exception, so that
+/// nothing between here and main() takes it for the failure of one file.
 struct Interruption {
     int signal;
 };
 
-/// Ends the program as the signal would have done by itself.
+/// Ends the program as the signal does by default.
 void RaiseDefault(const Interruption& interruption);
 
-/// While one lives, the first SIGINT or SIGTERM is only noted, for a reader that looks at it often. A second
-/// one ends the program at once, and so does the first one when nobody has heeded it for some seconds.
+/// While this object exists, the first SIGINT or SIGTERM is only noted, for a reader that checks PendingSignal often.
+/// A second one ends the program at once, and so does the first one when the reader does not react for some seconds.
 class DeferredInterrupt {
 public:
     DeferredInterrupt();
@@ -30,10 +30,10 @@ public:
     DeferredInterrupt& operator=(const DeferredInterrupt&) = delete;
 };
 
-/// The signal that was noted; 0 when there was none.
+/// The signal that was noted; 0 for none.
 int PendingSignal();
 
-/// What is said while a file is being read when SIGINT or SIGTERM ends the program at once.
+/// While this object exists, its message is printed when SIGINT or SIGTERM ends the program at once.
 class FatalSignalMessage {
 public:
     explicit FatalSignalMessage(const std::string& message);
@@ -45,7 +45,8 @@ public:
 /// "The reading of the GPX file was cancelled: walk.gpx".
 std::string CancelledMessage(const std::string& name);
 
-/// While one lives, no deadly signal is taken: what is made is also noted as left over, or neither.
+/// While this object exists, the signals that end the program are blocked: a file is created and its removal arranged,
+/// or neither.
 class SignalBlock {
 public:
     SignalBlock();

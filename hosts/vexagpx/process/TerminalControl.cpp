@@ -27,7 +27,7 @@ UChar32 NextCharacter(std::string_view utf8, std::size_t& at) {
     const std::string bytes(utf8.substr(at, length));
     const icu::UnicodeString text = icu::UnicodeString::fromUTF8(bytes);
     std::string back;
-    // What is not UTF-8 does not survive the way to text and back.
+    // Bytes that are not UTF-8 change when they are converted to text and back.
     const bool isUtf8 = text.countChar32() == 1 && text.toUTF8String(back) == bytes;
     at += isUtf8 ? length : 1;
     return isUtf8 ? text.char32At(0) : -1;

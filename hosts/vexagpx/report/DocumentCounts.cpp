@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/report/DocumentCounts.h>
 
+#include <vexagpx/terminal/DisplayText.h>
+
+#include <string>
+
 namespace vexagpx {
 
 using namespace vexaTransferLib;
@@ -14,6 +18,25 @@ void CountGeocache(const GpxPoint& point, DocumentCounts& counts) {
     ++counts.geocaches;
     counts.logs += cache.logs.size();
     counts.travelBugs += cache.travelbugs.size();
+}
+
+std::string GeocacheText(const DocumentCounts& counts, GeocacheDetail detail) {
+    if (counts.geocaches == 0)
+        return {};
+    std::string text = Counted(counts.geocaches, "geocache");
+    if (detail == GeocacheDetail::kLogsAndTravelBugs)
+        text += ", " + Counted(counts.logs, "log") + ", " + Counted(counts.travelBugs, "travel bug");
+    return " (" + text + ")";
+}
+
+std::string RouteText(const DocumentCounts& counts) {
+    return counts.routes == 0 ? "" : " (" + Counted(counts.routePoints, "point") + ")";
+}
+
+std::string TrackText(const DocumentCounts& counts) {
+    if (counts.tracks == 0)
+        return {};
+    return " (" + Counted(counts.segments, "segment") + ", " + Counted(counts.trackPoints, "point") + ")";
 }
 
 } // namespace
@@ -33,6 +56,12 @@ DocumentCounts CountDocument(const GpxDocument& document) {
             counts.trackPoints += track->GetPointCount(segment);
     }
     return counts;
+}
+
+void WriteCounts(const DocumentCounts& counts, GeocacheDetail detail, Output& out) {
+    out.Write("  Waypoints  " + std::to_string(counts.waypoints) + GeocacheText(counts, detail) + "\n");
+    out.Write("  Routes     " + std::to_string(counts.routes) + RouteText(counts) + "\n");
+    out.Write("  Tracks     " + std::to_string(counts.tracks) + TrackText(counts) + "\n");
 }
 
 } // namespace vexagpx

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/process/Output.h>
+
 #include <vexaTransferLib/GpxDocument.h>
 
 #include <cstddef>
 
 namespace vexagpx {
 
-/// How much there is in a document.
+/// How much a document contains.
 struct DocumentCounts {
     std::size_t waypoints = 0;
     std::size_t routes = 0;
@@ -21,5 +23,10 @@ struct DocumentCounts {
 };
 
 DocumentCounts CountDocument(const vexaTransferLib::GpxDocument& document);
+
+enum class GeocacheDetail { kNumber, kLogsAndTravelBugs };
+
+/// Writes three lines for a person: waypoints, routes and tracks.
+void WriteCounts(const DocumentCounts& counts, GeocacheDetail detail, Output& out);
 
 } // namespace vexagpx

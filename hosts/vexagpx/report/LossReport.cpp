@@ -67,8 +67,8 @@ void LossReport::Skipped(const GpxSkippedElement& what) {
     lost_ += what.isLoss ? 1 : 0;
 }
 
-/// The thing, or one that stands for all that are too many: names and messages come from the file, and may be
-/// different each time.
+/// The element, or the one that represents all that are beyond the limits: names and messages come from the file and may
+/// be different each time.
 SkippedElement LossReport::Listed(const GpxSkippedElement& what) {
     SkippedElement element{Start(what.element), what.reason, Start(what.message), what.isLoss};
     if (skipped_.Contains(element))

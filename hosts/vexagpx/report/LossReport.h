@@ -36,24 +36,25 @@ struct XmlMessage {
     }
 };
 
-/// The same word for a person and for a machine: "unknown-element".
+/// The same word for people and programs: "unknown-element".
 std::string_view Word(vexaTransferLib::GpxSkipReason reason);
 /// "error".
 std::string_view Word(vexaTransferLib::GpxMessageSeverity severity);
 
-/// What the reading of one document tells. Everything is counted, but the file chooses how many different things there
-/// are, and how long they are: what goes beyond the limits is listed as "more" instead of by its own text.
+/// Collects what the reader skips in one document, and the XML parser's messages. Everything is counted. How many
+/// different elements and messages there are, and how long they are, depends on the file: those beyond the limits are
+/// listed as "more" instead of by their own text.
 class LossReport final : public vexaTransferLib::GpxReadObserver {
 public:
-    /// Different elements and reasons that are listed, and messages of each of these.
+    /// How many different elements and reasons are listed, and how many messages of each.
     static constexpr std::size_t kMostKinds = 1000;
     static constexpr std::size_t kMostMessages = 10;
-    /// Different things that are listed when each is listed by itself.
+    /// How many different elements or messages are listed when each occurrence is listed by itself.
     static constexpr std::size_t kMostListed = 100000;
-    /// Of an element, a message, or a file's name, in bytes of UTF-8; the rest is an ellipsis.
+    /// The bytes of an element, a message or a file name in UTF-8; an ellipsis replaces the rest.
     static constexpr std::size_t kLongestText = 1000;
 
-    /// \param each keeps every thing by itself instead of counting equal ones
+    /// \param each keeps every occurrence by itself instead of counting equal ones
     explicit LossReport(bool each) : each_(each), messages_(each), skipped_(each) {}
 
     void ParserMessage(const vexaTransferLib::GpxParserMessage& message) override;
@@ -61,7 +62,7 @@ public:
 
     const Occurrences<XmlMessage>& Messages() const { return messages_; }
     const Occurrences<SkippedElement>& SkippedElements() const { return skipped_; }
-    /// How many of them a document could have held.
+    /// How many of the skipped elements a document could have held.
     std::uint64_t LostCount() const { return lost_; }
 
 private:
@@ -72,7 +73,7 @@ private:
     std::string More(const std::string& what) const;
 
     bool each_;
-    /// How many different messages of each kind are listed.
+    /// How many different messages of each kind are listed already.
     std::map<Kind, std::size_t> kinds_;
     Occurrences<XmlMessage> messages_;
     Occurrences<SkippedElement> skipped_;

@@ -10,11 +10,11 @@
 
 namespace vexagpx {
 
-/// A report as one JSON object on one line.
+/// Writes a report as one JSON object on one line.
 void WriteLossReportJson(const DocumentSource& source, const DocumentCounts& counts, const LossReport& report,
                          Output& out);
 
-/// The same of what could not be read: the error, and what the XML parser said.
+/// The same for what could not be read: the error, and the XML parser's messages.
 void WriteFailureJson(const DocumentSource& source, const std::string& error, const LossReport& report,
                       Output& out);
 

@@ -11,7 +11,7 @@ namespace vexagpx {
 
 namespace {
 
-// Longer texts are no use to a person; the JSON form has more of them.
+// A longer text does not help a person; the JSON form contains more of it.
 constexpr std::size_t kLongestText = 400;
 
 bool IsPlain(const std::string& text) {
@@ -19,7 +19,7 @@ bool IsPlain(const std::string& text) {
            std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
 
-/// Safe for a terminal.
+/// The text, safe for a terminal.
 std::string Shown(const std::string& text) {
     if (IsPlain(text))
         return text;
@@ -28,11 +28,7 @@ std::string Shown(const std::string& text) {
     return utf8;
 }
 
-std::string Counted(std::uint64_t count, const std::string& noun) {
-    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
-}
-
-/// "5:33"; "-" when the place is not known.
+/// "5:33"; "-" when it is not known.
 std::string LocationText(const Location& location) {
     if (location.line == 0)
         return "-";
@@ -40,24 +36,7 @@ std::string LocationText(const Location& location) {
            (location.column == 0 ? "-" : std::to_string(location.column));
 }
 
-void WriteCounts(const DocumentCounts& counts, Output& out) {
-    std::string geocaches;
-    if (counts.geocaches > 0)
-        geocaches = " (" + Counted(counts.geocaches, "geocache") + ", " + Counted(counts.logs, "log") + ", " +
-                    Counted(counts.travelBugs, "travel bug") + ")";
-    out.Write("  Waypoints  " + std::to_string(counts.waypoints) + geocaches + "\n");
-    std::string points;
-    if (counts.routes > 0)
-        points = " (" + Counted(counts.routePoints, "point") + ")";
-    out.Write("  Routes     " + std::to_string(counts.routes) + points + "\n");
-    points.clear();
-    if (counts.tracks > 0)
-        points =
-            " (" + Counted(counts.segments, "segment") + ", " + Counted(counts.trackPoints, "point") + ")";
-    out.Write("  Tracks     " + std::to_string(counts.tracks) + points + "\n");
-}
-
-/// "3 times, first at 9:21, 10:21, 11:21"; empty for what is there once.
+/// "3 times, first at 9:21, 10:21, 11:21"; empty for a single occurrence.
 template <class Entry>
 std::string Times(const Entry& entry) {
     if (entry.count == 1)
@@ -71,7 +50,7 @@ std::string Times(const Entry& entry) {
     return text;
 }
 
-/// The place and the first line, then the other lines below the latter; empty ones are left out.
+/// Writes the location with the first line, and below it the other lines that are not empty.
 template <class Entry>
 void WriteEntry(const Entry& entry, const std::string& first, std::string_view second, Output& out) {
     const std::string location = LocationText(entry.locations.front());
@@ -117,7 +96,7 @@ void WriteLossReportText(const std::string& heading, const DocumentCounts* count
                          Output& out) {
     out.Write(Shown(heading) + "\n");
     if (counts != nullptr)
-        WriteCounts(*counts, out);
+        WriteCounts(*counts, GeocacheDetail::kLogsAndTravelBugs, out);
     else
         out.Write("  It could not be read.\n");
     WriteMessages(report, out);

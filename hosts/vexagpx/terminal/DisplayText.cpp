@@ -33,8 +33,8 @@ std::string Fixed(double number, int decimals) {
     return std::string(digits.data(), result.ptr);
 }
 
-// Stored, so that what lies just below a limit is rounded to it also where the processor computes with more digits
-// than a double has.
+// Stored as a double, so that a number just below a limit is rounded in the same way on processors that compute with
+// more digits.
 double Thousandth(double number) {
     const volatile double rounded = number / 1000.0;
     return rounded;
@@ -44,7 +44,7 @@ bool IsSpace(UChar32 character) {
     return u_isUWhiteSpace(character) || u_charType(character) == U_CONTROL_CHAR;
 }
 
-/// Nothing to see. That holds for joiners and variation selectors too, whose width terminals disagree about.
+/// True for what has no shape, and for joiners and variation selectors, whose width differs between terminals.
 bool IsInvisible(UChar32 character) {
     return IsTerminalControl(character) || u_charType(character) == U_FORMAT_CHAR ||
            u_hasBinaryProperty(character, UCHAR_VARIATION_SELECTOR);
@@ -91,7 +91,7 @@ std::size_t DisplayWidth(const icu::UnicodeString& text) {
 
 icu::UnicodeString Fitted(const icu::UnicodeString& text, std::size_t width) {
     std::size_t taken = 0;
-    // The end of what fits together with the ellipsis.
+    // Where the part ends that fits together with the ellipsis.
     std::int32_t end = 0;
     for (std::int32_t i = 0; i < text.length();) {
         taken += CharacterWidth(text.char32At(i));
@@ -108,12 +108,12 @@ icu::UnicodeString FittedAtEnd(const icu::UnicodeString& text, std::size_t width
     std::size_t taken = DisplayWidth(text);
     if (taken <= width)
         return text;
-    std::int32_t begin = 0;
-    while (taken >= width && begin < text.length()) {
-        taken -= CharacterWidth(text.char32At(begin));
-        begin = text.moveIndex32(begin, 1);
+    std::int32_t start = 0;
+    while (taken >= width && start < text.length()) {
+        taken -= CharacterWidth(text.char32At(start));
+        start = text.moveIndex32(start, 1);
     }
-    return icu::UnicodeString(kEllipsis) + text.tempSubString(begin);
+    return icu::UnicodeString(kEllipsis) + text.tempSubString(start);
 }
 
 icu::UnicodeString LengthText(double metres) {

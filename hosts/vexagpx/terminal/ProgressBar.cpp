@@ -40,7 +40,7 @@ icu::UnicodeString Spaces(std::size_t count) {
     return icu::UnicodeString(static_cast<std::int32_t>(count), u' ', static_cast<std::int32_t>(count));
 }
 
-/// Columns of the terminal; what is written into the last one may break the line.
+/// The columns of the terminal without the last one, after which the line could break.
 std::size_t UsableColumns(int terminal) {
     struct winsize size {};
     if (::ioctl(terminal, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
@@ -53,7 +53,7 @@ bool CanShow(int fd) {
     return ::isatty(fd) != 0 && kind != nullptr && *kind != '\0' && std::string_view(kind) != "dumb";
 }
 
-/// False for a job in the background, which must not write over what another one shows.
+/// False for a job in the background, which must not overwrite what another one shows.
 bool IsInForeground(int terminal) {
     const pid_t group = ::tcgetpgrp(terminal);
     return group < 0 || group == ::getpgrp();
@@ -90,7 +90,7 @@ bool ProgressPace::IsDue(Time now) {
 }
 
 ProgressBar::ProgressBar(const std::string& name)
-    : name_(Printable(icu::UnicodeString::fromUTF8(name))), wanted_(!hidden && CanShow(ErrorDescriptor())),
+    : name_(Printable(icu::UnicodeString::fromUTF8(name))), wanted_(!hidden && CanShow(STDERR_FILENO)),
       pace_(std::chrono::steady_clock::now()) {}
 
 ProgressBar::~ProgressBar() {
@@ -100,11 +100,11 @@ ProgressBar::~ProgressBar() {
 void ProgressBar::Update(const Progress& progress) {
     if (!wanted_ || !pace_.IsDue(std::chrono::steady_clock::now()))
         return;
-    const int terminal = ErrorDescriptor();
-    if (!IsInForeground(terminal))
+    constexpr int kTerminal = STDERR_FILENO;
+    if (!IsInForeground(kTerminal))
         return;
     std::string line;
-    ProgressLine(name_, progress, UsableColumns(terminal)).toUTF8String(line);
+    ProgressLine(name_, progress, UsableColumns(kTerminal)).toUTF8String(line);
     ShowStatus(line);
 }
 

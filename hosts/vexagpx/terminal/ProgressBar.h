@@ -10,16 +10,16 @@
 
 namespace vexagpx {
 
-/// How far a reading is. `inAll` is 0 when it is not known.
+/// How much of a file has been read.
 struct Progress {
     std::uint64_t done = 0;
-    std::uint64_t inAll = 0;
+    std::uint64_t inAll = 0; ///< 0 when it is not known
 };
 
 /// "walk.gpx  [=====               ]  27%", or "walk.gpx  12.3 MB", in at most `width` columns.
 icu::UnicodeString ProgressLine(const icu::UnicodeString& name, const Progress& progress, std::size_t width);
 
-/// When to draw: not before half a second has gone by, and then some ten times a second.
+/// When to draw: first after half a second, and then about ten times a second.
 class ProgressPace {
 public:
     using Time = std::chrono::steady_clock::time_point;
@@ -33,8 +33,8 @@ private:
     Time next_;
 };
 
-/// The progress of one reading on standard error, if that is a terminal that can do it. Nothing of it remains
-/// when this goes.
+/// Shows the progress of one reading on standard error, if that is a terminal that can show it. The destructor clears
+/// the line.
 class ProgressBar {
 public:
     /// \param name shown before the bar
@@ -51,7 +51,7 @@ private:
     ProgressPace pace_;
 };
 
-/// From now on no bar shows anything.
+/// Switches all progress bars off.
 void HideProgress();
 
 } // namespace vexagpx

@@ -19,7 +19,7 @@ bool IsPlain(char c) {
            kPlain.find(c) != std::string_view::npos;
 }
 
-/// True for what would not reach the shell through a terminal as it is.
+/// True for what cannot be typed or pasted into a terminal unchanged.
 bool NeedsEscape(UChar32 character) {
     return character < 0 || IsTerminalControl(character);
 }
@@ -48,14 +48,14 @@ void AppendEscape(char byte, std::string& out) {
 std::string Escaped(const std::string& text) {
     std::string escaped = "$'";
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t begin = at;
+        const std::size_t start = at;
         const UChar32 character = NextCharacter(text, at);
         if (NeedsEscape(character)) {
-            for (const char byte : text.substr(begin, at - begin))
+            for (const char byte : text.substr(start, at - start))
                 AppendEscape(byte, escaped);
         } else {
             escaped += character == '\'' || character == '\\' ? "\\" : "";
-            escaped.append(text, begin, at - begin);
+            escaped.append(text, start, at - start);
         }
     }
     return escaped + '\'';
@@ -64,7 +64,7 @@ std::string Escaped(const std::string& text) {
 } // namespace
 
 std::string ShellText(const std::string& argument) {
-    // Otherwise an option.
+    // A name that starts with a dash would be taken for an option.
     const std::string path = argument.size() > 1 && argument.front() == '-' ? "./" + argument : argument;
     if (NeedsEscapes(path))
         return Escaped(path);

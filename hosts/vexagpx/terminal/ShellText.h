@@ -5,8 +5,8 @@
 
 namespace vexagpx {
 
-/// A file argument as a person types it into a shell: quoted only where that is needed, so that it reaches the
-/// command as it is and is taken for a file.
+/// A file argument as a person types it into a shell: quoted where needed, so that the command gets it unchanged and
+/// takes it for a file.
 std::string ShellText(const std::string& argument);
 
 } // namespace vexagpx

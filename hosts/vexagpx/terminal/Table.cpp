@@ -15,7 +15,8 @@ namespace {
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kGap = 2;
 
-/// Takes what is too much from the widest of the columns that `may` allows, down to `least` columns each.
+/// Makes the widest of the columns that `may` allows narrower, again and again, down to `least`, until the excess is
+/// gone. Returns the excess that remains.
 template <class May>
 std::size_t Shrink(std::vector<std::size_t>& widths, std::size_t excess, std::size_t least, May may) {
     while (excess > 0) {
@@ -45,7 +46,7 @@ std::vector<std::size_t> Table::FindWidths() const {
         widths.push_back(DisplayWidth(column.title));
     for (const Row& row : rows_)
         for (std::size_t i = 0; i < widths.size(); ++i)
-            // More than a line is no use, and keeps the steps of Shrink few.
+            // A cell is never shown wider than a line, and this limits the steps of Shrink.
             widths[i] = std::max(widths[i], std::min(DisplayWidth(row.cells[i]), kLineWidth));
     const std::size_t total =
         std::accumulate(widths.begin(), widths.end(), kIndent) + kGap * (widths.size() - 1);
@@ -64,7 +65,7 @@ icu::UnicodeString Table::Line(const std::vector<icu::UnicodeString>& cells,
         const icu::UnicodeString cell = Fitted(cells[i], widths[i]);
         const std::size_t padding = widths[i] - DisplayWidth(cell);
         const bool right = columns_[i].kind == Column::Kind::kNumber;
-        // Spaces are written when something follows them.
+        // Spaces are written only when something follows them.
         if (!cell.isEmpty()) {
             for (std::size_t n = pending + (right ? padding : 0); n > 0; --n)
                 line.append(u' ');

@@ -11,29 +11,29 @@
 
 namespace vexagpx {
 
-/// What a terminal shows without breaking lines.
+/// The columns that a terminal shows without breaking lines.
 inline constexpr std::size_t kLineWidth = 80;
 
 struct Column {
     enum class Kind {
         kNumber,  ///< right aligned, as wide as its widest cell
         kText,    ///< left aligned, as wide as its widest cell
-        kFlexible ///< left aligned, gives way where the line gets too long
+        kFlexible ///< left aligned, made narrower when the line would be too long
     };
 
     icu::UnicodeString title;
     Kind kind;
 };
 
-/// A table for the terminal. No line is wider than kLineWidth columns whatever the cells hold.
+/// A table for the terminal. No line is wider than kLineWidth columns, whatever the cells contain.
 class Table {
 public:
     explicit Table(std::vector<Column> columns) : columns_(std::move(columns)) {}
 
-    /// One cell for each column; `note` is a line of its own below the row, unless it is empty.
+    /// Adds one cell for each column. A note that is not empty gets a line of its own below the row.
     void AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note = {});
 
-    /// Columns without any content are left out.
+    /// Writes the table without its empty columns.
     void Write(Output& out);
 
 private:

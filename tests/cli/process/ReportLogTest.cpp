@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <vexagpx/process/ReportFilter.h>
-
 #include "support/Tool.h"
 
 #include <csignal>
@@ -18,70 +16,7 @@ using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
 
-struct Split {
-    std::string reports;
-    std::string others;
-};
-
-/// Feeds `text` in pieces of `size` bytes.
-Split SplitUp(const std::string& text, std::size_t size) {
-    Split split;
-    vexagpx::ReportSplitter splitter([&](std::string_view line) { split.reports += line; },
-                                     [&](std::string_view bytes) { split.others += bytes; });
-    for (std::size_t at = 0; at < text.size(); at += size)
-        splitter.Take(std::string_view(text).substr(at, size));
-    splitter.End();
-    return split;
-}
-
-TEST(ReportSplitterTest, ReportLinesAreToldFromTheRestHoweverTheyArrive) {
-    const std::string report = "ASSERT failed at LibCore/vexaTransferLib/GpxPoint.cpp:63\n";
-    struct Row {
-        std::string text;
-        std::string reports;
-        std::string others;
-    };
-    const std::vector<Row> rows = {
-        {"", "", ""},
-        {report, report, ""},
-        {report + report, report + report, ""},
-        {"before\n" + report + "after\n", report, "before\nafter\n"},
-        {"no line end", "", "no line end"},
-        {"ASSERT", "", "ASSERT"},
-        {"ASSERT failed at ", "", "ASSERT failed at "},
-        {"ASSERT failed at a.cpp:1", "", "ASSERT failed at a.cpp:1"},
-        {"ASSERT failed at a.cpp:1\n", "ASSERT failed at a.cpp:1\n", ""},
-        {"ASSERT failed at noon\n", "", "ASSERT failed at noon\n"},
-        {"ASSERT failed at a.cpp:\n", "", "ASSERT failed at a.cpp:\n"},
-        {"ASSERT failed at a.cpp:1x\n", "", "ASSERT failed at a.cpp:1x\n"},
-        {"ASSERT failed at :1\n", "", "ASSERT failed at :1\n"},
-        {" " + report, "", " " + report},
-        {"assert failed at a.cpp:1\n", "", "assert failed at a.cpp:1\n"},
-        {"\n\n" + report + "\n", report, "\n\n\n"},
-        {"ASSERT failed at " + std::string(10000, 'x') + ":1\n", "",
-         "ASSERT failed at " + std::string(10000, 'x') + ":1\n"},
-    };
-    for (const Row& row : rows)
-        for (const std::size_t size : {1U, 2U, 3U, 7U, 100000U}) {
-            const Split split = SplitUp(row.text, size);
-            EXPECT_EQ(split.reports, row.reports) << row.text;
-            EXPECT_EQ(split.others, row.others) << row.text;
-        }
-}
-
-TEST(ReportSplitterTest, WhatCannotBecomeAReportIsPassedOnAtOnce) {
-    std::string others;
-    vexagpx::ReportSplitter splitter([](std::string_view) {},
-                                     [&](std::string_view bytes) { others += bytes; });
-    splitter.Take("A");
-    EXPECT_EQ(others, "");
-    splitter.Take(" question? ");
-    EXPECT_EQ(others, "A question? ");
-    splitter.Take("yes");
-    EXPECT_EQ(others, "A question? yes");
-}
-
-TEST(ReportFilterTest, TheReportStaysOffTheScreen) {
+TEST(ReportLogTest, TheReportStaysOffTheScreen) {
     for (const char* command : {"show", "dump"}) {
         const Result result = RunTool({command, Data("dropped-point.gpx")});
         EXPECT_EQ(result.status, 0) << command;
@@ -94,7 +29,7 @@ TEST(ReportFilterTest, TheReportStaysOffTheScreen) {
     EXPECT_THAT(failed.err, Not(HasSubstr("ASSERT")));
 }
 
-TEST(ReportFilterTest, TheDebugLogKeepsTheReport) {
+TEST(ReportLogTest, TheDebugLogKeepsTheReport) {
     const Folder folder;
     const Result result = RunTool({"--debug-log", "log", "dump", Data("dropped-point.gpx")}, folder.Path());
     EXPECT_EQ(result.status, 0);
@@ -105,7 +40,7 @@ TEST(ReportFilterTest, TheDebugLogKeepsTheReport) {
     EXPECT_THAT(lines[1], MatchesRegex("ASSERT failed at LibCore/vexaTransferLib/GpxPoint\\.cpp:[0-9]+"));
 }
 
-TEST(ReportFilterTest, TheDebugLogHoldsNothingElseAndStartsAnew) {
+TEST(ReportLogTest, TheDebugLogHoldsNothingElseAndStartsAnew) {
     const Folder folder;
     folder.Write("log", "old\n");
     const Result result = RunTool({"dump", Data("not-well-formed.gpx"), "--debug-log", "log"}, folder.Path());
@@ -114,7 +49,7 @@ TEST(ReportFilterTest, TheDebugLogHoldsNothingElseAndStartsAnew) {
     EXPECT_EQ(ReadFile(folder.File("log")), "");
 }
 
-TEST(ReportFilterTest, AllCommandsTakeADebugLog) {
+TEST(ReportLogTest, AllCommandsTakeADebugLog) {
     const Folder folder;
     EXPECT_EQ(RunTool({"show", "--debug-log", "show", Data("dropped-point.gpx")}, folder.Path()).status, 0);
     EXPECT_EQ(Lines(ReadFile(folder.File("show"))).size(), 2U);
@@ -125,7 +60,7 @@ TEST(ReportFilterTest, AllCommandsTakeADebugLog) {
     EXPECT_EQ(ReadFile(folder.File("clean")), "");
 }
 
-TEST(ReportFilterTest, ADebugLogThatCannotBeOpenedIsAnError) {
+TEST(ReportLogTest, ADebugLogThatCannotBeOpenedIsAnError) {
     const Folder folder;
     for (const char* log : {"missing/log", "."}) {
         const Result result = RunTool({"dump", "--debug-log", log, Data("empty.gpx")}, folder.Path());
@@ -136,14 +71,14 @@ TEST(ReportFilterTest, ADebugLogThatCannotBeOpenedIsAnError) {
     }
 }
 
-TEST(ReportFilterTest, ADebugLogThatCannotBeWrittenIsAnError) {
+TEST(ReportLogTest, ADebugLogThatCannotBeWrittenIsAnError) {
     const Result result = RunTool({"dump", "--debug-log", "/dev/full", Data("dropped-point.gpx")});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(Lines(result.out).size(), 1U);
     EXPECT_EQ(result.err, "vexagpx: Unable to write the debug log: /dev/full\n");
 }
 
-TEST(ReportFilterTest, ManyReportsDoNotBlock) {
+TEST(ReportLogTest, ManyReportsDoNotBlock) {
     std::string points;
     for (int i = 0; i < 20000; ++i)
         points += "<trkpt/>";
@@ -165,7 +100,7 @@ Tool Disturbed(const std::string& words) {
     return tool;
 }
 
-TEST(ReportFilterTest, AnythingElseOnStandardErrorIsPassedOn) {
+TEST(ReportLogTest, AnythingElseOnStandardErrorIsShown) {
     for (const std::string words : {"a warning\n", "two\nlines\n", "vexagpx: Assertion `x' failed.\n",
                                     "ASSERT failed at noon\n", "ASSERT\n"}) {
         const Result result = Disturbed(words).Run();
@@ -175,7 +110,7 @@ TEST(ReportFilterTest, AnythingElseOnStandardErrorIsPassedOn) {
     }
 }
 
-TEST(ReportFilterTest, LastWordsOfACrashArePassedOn) {
+TEST(ReportLogTest, LastWordsOfACrashAreShown) {
     const Result result = Disturbed("last words without a line end").Set("VEXAGPX_TEST_ABORT", "1").Run();
     EXPECT_EQ(result.status, -SIGABRT);
     EXPECT_EQ(result.out, "");
