@@ -63,7 +63,7 @@ if(TARGET vexagpx)
     endif()
     string(CONCAT CPACK_DEBIAN_TOOL_DESCRIPTION
         "tool that shows, checks and converts GPX files\n${about}"
-        "vexagpx shows what is in GPX files, tells what of them is passed over,\n"
+        "vexagpx shows what is in GPX files, reports what it skips of them,\n"
         "writes them again as GPX 1.0 or 1.1, prints them as JSON, and reads them\n"
         "out of ZIP archives too.")
 endif()

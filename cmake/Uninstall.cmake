@@ -1,6 +1,6 @@
 # Removes the files that the last installation of a build wrote, MANIFEST being its list of them, and the folders that
 # are empty then: all below a prefix of its own, but only the library's own below a prefix of the system's. LICENSE is
-# where the licence lies below the prefix, which tells the prefix.
+# where the licence is below the prefix, from which the prefix follows.
 if(NOT EXISTS "${MANIFEST}")
     message(FATAL_ERROR "Nothing was installed from this build: there is no ${MANIFEST}")
 endif()

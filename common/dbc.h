@@ -16,8 +16,8 @@
 ///
 ///     ASSERT failed at LibCore/vexaTransferLib/GpxParser.cpp:123
 ///
-/// The source named is the public class on whose behalf the check ran. Nothing in the library can switch the
-/// report off; a host that wants a quiet screen redirects its standard error.
+/// The source named is the public class on whose behalf the check ran. A host that wants the reports elsewhere, or not
+/// at all, says so with SetReportHandler. The library never changes that setting.
 
 #include <common/Export.h>
 
@@ -62,12 +62,45 @@ public:
     ~invariant_error() override;
 };
 
-/// Writes the contract report, "ASSERT failed at SOURCE:LINE" and a line feed, to standard error.
+/// Receives the contract reports of the whole process. It is called by the thread whose check failed, before the error
+/// is thrown, and by several threads at once when several checks fail at once. It must not throw, which its type says.
+/// \param source path from the repository root, with its extension; a constant that is valid for ever
+/// \param line in that source
+/// \param context what SetReportHandler was given
+using ReportHandler = void (*)(const char* source, int line, void* context) noexcept;
+
+/// The handler until a host sets another one: writes "ASSERT failed at SOURCE:LINE" and a line feed to standard error.
+VEXATRANSFERLIB_API void WriteReport(const char* source, int line, void* context) noexcept;
+
+/// A handler, and what it is called with.
+struct ReportReceiver {
+    ReportHandler handler = &WriteReport; ///< null when reports are dropped
+    void* context = nullptr;              ///< the host's
+};
+
+/// Sets who receives the contract reports: the one setting of the library that is process-wide. May be called at any
+/// time, from any thread; a handler is always called with the context that was given with it.
+///
+/// A check that fails in another thread at this moment may still call the former handler after this has returned, so
+/// what that one's context points to must live on until those threads are through.
+///
+///     struct Log { ... };
+///     void ToLog(const char* source, int line, void* log) noexcept { static_cast<Log*>(log)->Add(source, line); }
+///     dbc::SetReportHandler(ToLog, &log);
+///     dbc::SetReportHandler(nullptr, nullptr);             // silence
+///     dbc::SetReportHandler(dbc::WriteReport, nullptr);    // as at the start
+///
+/// \param handler null drops the reports
+/// \param context handed to the handler; never looked at
+/// \return what was set before
+VEXATRANSFERLIB_API ReportReceiver SetReportHandler(ReportHandler handler, void* context) noexcept;
+
+/// Gives the contract report to the handler that is set.
 /// \param source path from the repository root, with its extension
 VEXATRANSFERLIB_API void ReportFailure(const char* source, int line) noexcept;
 
 /// \{
-/// Each writes the contract report and throws the error of its name with \p message as its `what()`.
+/// Each makes the contract report and throws the error of its name with \p message as its `what()`.
 [[noreturn]] VEXATRANSFERLIB_API void FailPrecondition(const char* source, int line,
                                                        const std::string& message);
 [[noreturn]] VEXATRANSFERLIB_API void FailPostcondition(const char* source, int line,
@@ -76,7 +109,7 @@ VEXATRANSFERLIB_API void ReportFailure(const char* source, int line) noexcept;
 /// \}
 
 /// \{
-/// Checks: nothing happens while \p holds is true; otherwise the report is written and the error is thrown.
+/// Checks: nothing happens while \p holds is true; otherwise the report is made and the error is thrown.
 /// \p source is passed by the caller because `__FILE__` would show the path of the machine that built the
 ///         library.
 inline void Require(bool holds, const char* source, const char* message, int line = __builtin_LINE()) {
@@ -95,7 +128,7 @@ inline void Invariant(bool holds, const char* source, const char* message, int l
 }
 /// \}
 
-/// The check that does not throw: writes the report when \p holds is false, and returns \p holds.
+/// The check that does not throw: makes the report when \p holds is false, and returns \p holds.
 inline bool SoftCheck(bool holds, const char* source, int line = __builtin_LINE()) noexcept {
     if (!holds)
         ReportFailure(source, line);

@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     try {
         GpxDocument document;
         GpxParser parser;
-        parser.SetUntrusted(); // opens no other file, asks no server, keeps to limits
+        parser.SetUntrusted(); // opens no other file, asks no server, enforces limits
         parser.Parse(argv[1], document);
 
         GpxPoint home(kGpxWaypoint, 46.95, 7.44); // latitude and longitude, WGS 84

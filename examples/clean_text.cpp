@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
         const std::string utf8{std::istreambuf_iterator<char>(file), {}};
         icu::UnicodeString text = icu::UnicodeString::fromUTF8(utf8);
 
-        vexaTransferLib::CleanText cleaner; // worth keeping: it serves any number of texts
+        vexaTransferLib::CleanText cleaner; // cleans any number of texts
         cleaner.CleanWebTextForTova(text);
 
         std::string clean;

@@ -23,7 +23,7 @@ int main() {
         const UnicodeStrUtils::ByteString western(text, "windows-1252");
         PrintBytes("windows-1252", western.buffer.get(), western.length);
 
-        // Latin-1 has no euro sign: the converter's substitution stands in its place.
+        // Latin-1 has no euro sign: the converter writes its substitution character.
         const std::string latin1 = UnicodeStrUtils::UnicodeStringToStlString(text, "ISO-8859-1");
         PrintBytes("ISO-8859-1", latin1.data(), latin1.size());
     } catch (const std::runtime_error& error) { // no such code page

@@ -10,7 +10,7 @@
 
 using namespace vexaTransferLib;
 
-constexpr std::size_t kMostBytes = 100'000'000; // a few kilobytes can hold gigabytes: count what comes out
+constexpr std::size_t kMostBytes = 100'000'000; // a few kilobytes can unpack to gigabytes: count the bytes
 
 std::string ReadEntry(ZipFileReader& archive) {
     std::string content;

@@ -31,6 +31,6 @@ int main(int argc, char** argv) {
             ++failures;
         }
     }
-    xercesc::XMLPlatformUtils::Terminate(); // behind the last
+    xercesc::XMLPlatformUtils::Terminate(); // after the last
     return failures == 0 ? 0 : 1;
 }

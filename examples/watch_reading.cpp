@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reads a GPX file, tells what is lost of it, and gives up at too many losses: watch_reading FILE MOST
+// Reads a GPX file, reports what is lost, and stops after too many losses: watch_reading FILE MOST
 #include <iostream>
 #include <string>
 #include <vexaTransferLib/GpxParser.h>
@@ -12,7 +12,7 @@ class Watcher : public GpxReadObserver {
 public:
     explicit Watcher(unsigned long most) : most_(most) {}
 
-    // A host with a window draws its bar here, and looks whether "Cancel" was pressed.
+    // A host with a window draws its progress bar here, and checks whether "Cancel" was pressed.
     bool Progress(std::uint64_t, std::uint64_t) override { return losses_ <= most_; }
 
     void ParserMessage(const GpxParserMessage& message) override {

@@ -1,20 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/CleanText.h>
 
-#include <vexaTransferLib/cleaner/BBCode.h>
-#include <vexaTransferLib/cleaner/Blanks.h>
-#include <vexaTransferLib/cleaner/HtmlElements.h>
-#include <vexaTransferLib/cleaner/HtmlTags.h>
-#include <vexaTransferLib/cleaner/Patterns.h>
-#include <vexaTransferLib/cleaner/Punctuation.h>
-#include <vexaTransferLib/cleaner/References.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 #include <vexaTransferLib/text/ContractSources.h>
 
 #include <common/dbc.h>
 
 #include <cstdint>
 #include <cstdlib>
-#include <iterator>
 #include <new>
 #include <utility>
 
@@ -78,19 +71,7 @@ void EnsureMemory(bool done) {
 
 } // namespace
 
-CleanText::CleanText() {
-    static_assert(std::size(cleaner::kPatterns) == kMatcherCount);
-    UErrorCode status = U_ZERO_ERROR;
-    for (std::size_t index = 0; index < kMatcherCount; ++index) {
-        const cleaner::Pattern& pattern = cleaner::kPatterns[index];
-        matchers_[index].reset(
-            new icu::RegexMatcher(icu::UnicodeString(pattern.expression), pattern.flags, status));
-        // ICU's operator new gives null when memory runs out.
-        dbc::Ensure(matchers_[index].get() != nullptr && U_SUCCESS(status), text::kCleanTextSource,
-                    pattern.message, kPatternLine);
-    }
-}
-
+CleanText::CleanText() = default;
 CleanText::~CleanText() = default;
 
 void CleanText::CleanWebTextForTova(icu::UnicodeString& text) {

@@ -10,30 +10,25 @@
 #include <unicode/regex.h>
 #include <unicode/unistr.h>
 
-#include <cstddef>
-
 namespace vexaTransferLib {
 
 /// Text pipelines that give what the vendor's Tova products take: printable characters, CR LF line breaks,
 /// single spaces, no markup.
 ///
-/// Built once (it compiles the 16 regular expressions that define its steps, in about 2 ms), used for any
-/// number of texts; no state is carried from one text to the next. One cleaner serves one thread at a time;
-/// it can be neither copied nor moved.
+/// Making a cleaner costs nothing and never throws. A cleaner serves any number of texts; it carries no state
+/// from one text to the next. One cleaner serves one thread at a time; it can be neither copied nor moved.
 ///
-/// All operations rewrite the caller's text in place. But for RegexReplaceAll they scan instead of running
-/// the expressions: in time that grows with the length of the text, whatever is in it. They fail only when
-/// there is no memory for the result of a step, with a `dbc::postcondition_error`, or with a `std::bad_alloc`
-/// where the step replaces named symbols, dashes or ellipses. The text is then as the steps before left it. A
-/// step that has nothing to do needs no memory.
+/// All operations rewrite the caller's text in place. All but RegexReplaceAll scan the text, without regular
+/// expressions: their time grows with the length of the text, whatever is in it. They fail only when there is no
+/// memory for the result of a step: with a `std::bad_alloc` where the step replaces named references, dashes or
+/// ellipses, with a `dbc::postcondition_error` in every other step. The text is then as the steps before left it.
+/// A step that has nothing to do needs no memory.
 ///
 ///     CleanText cleaner;
 ///     icu::UnicodeString text(u"<p>Hello&nbsp;&amp; [b]welcome[/b]</p>");
 ///     cleaner.CleanWebTextForTova(text); // CR LF CR LF "Hello & welcome"
 class VEXATRANSFERLIB_API CleanText {
 public:
-    /// \throws dbc::postcondition_error "Unable to create a regex pattern ..." for the first pattern that
-    ///         cannot be built
     CleanText();
     ~CleanText();
     CleanText(const CleanText&) = delete;
@@ -98,7 +93,6 @@ public:
 private:
     // The lines that contract reports name, one for each check: what could not be done.
     enum CheckLine : int {
-        kPatternLine = __LINE__,           // the constructor: one of the 16 expressions
         kCommentsLine = __LINE__,          // HTMLToPlainText: comments
         kElementsLine = __LINE__,          // HTMLToPlainText: style and script elements
         kHtmlTabsLine = __LINE__,          // HTMLToPlainText: tabs
@@ -121,11 +115,6 @@ private:
         kNoMatcherLine = __LINE__,         // RegexReplaceAll: an empty matcher
         kReplaceLine = __LINE__,           // RegexReplaceAll: the engine
     };
-
-    static constexpr std::size_t kMatcherCount = 16;
-
-    // Only built: a cleaner whose steps cannot be stated does not come to be.
-    boost::scoped_ptr<icu::RegexMatcher> matchers_[kMatcherCount];
 };
 
 } // namespace vexaTransferLib

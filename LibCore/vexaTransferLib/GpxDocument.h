@@ -21,10 +21,6 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// Vendor metadata: the file as a layer of a mapping application.
 struct VEXATRANSFERLIB_API GISMetaData {
     icu::UnicodeString layerKey;    ///< the layer's identifier
@@ -39,7 +35,8 @@ struct VEXATRANSFERLIB_API AnnotateMetaData {
     icu::UnicodeString waypointGUID; ///< of the file's waypoint
 };
 
-/// Vendor metadata: the file's summary as the file states it. The library neither counts nor measures.
+/// Vendor metadata: the file's summary as the file states it. The library does not compute
+/// these numbers.
 struct VEXATRANSFERLIB_API GPXStats {
     std::int32_t wptcount = 0;       ///< waypoints
     std::int32_t trkcount = 0;       ///< tracks
@@ -52,7 +49,8 @@ struct VEXATRANSFERLIB_API GPXStats {
 /// records.
 ///
 /// A host adds points, routes and tracks and writes the document, or has a GpxParser fill one. Name, time and
-/// the metadata records come from a file only; they have no setters. Lists only grow; Clear empties them.
+/// the metadata records come from a file only; they have no setters. Single objects cannot be removed; Clear
+/// removes all.
 ///
 /// Copies are deep, except that they share the three metadata records. Moves do not throw. An operation that
 /// throws leaves the document unchanged. Const operations, the output among them, may run on several threads
@@ -64,7 +62,7 @@ struct VEXATRANSFERLIB_API GPXStats {
 class VEXATRANSFERLIB_API GpxDocument {
 public:
     /// \{
-    /// What a document is made of.
+    /// The lists of a document, and their iterators.
     typedef std::vector<GpxPoint> Waypoints;
     typedef std::vector<GpxRoute> Routes;
     typedef std::vector<GpxTrack> Tracks;
@@ -95,7 +93,8 @@ public:
     void AddTrack(GpxTrack&& track);
     /// \}
 
-    /// Back to the state of a new document. Other documents keep the metadata records that they share.
+    /// Removes everything, so that the document is like a new one. Other documents keep the metadata records that
+    /// they share with this one.
     void Clear();
 
     /// \{
@@ -113,8 +112,8 @@ public:
     std::size_t GetTrackCount() const;
     /// \}
 
-    /// Milliseconds since 1970-01-01T00:00:00 UTC; false, and \p time untouched, when the time is exactly 0:
-    /// the epoch itself cannot be a document's time.
+    /// Milliseconds since 1970-01-01T00:00:00 UTC. Returns false and leaves \p time unchanged when the time is
+    /// exactly 0, which means that there is none.
     bool GetDocumentTime(double& time) const;
 
     /// True when any of the three metadata records is present.
@@ -125,12 +124,12 @@ public:
 
     /// The document as GPX text in UTF-8, without a byte order mark. The text does not depend on any locale.
     ///
-    /// Both versions are written in the namespace of GPX 1.1; only the `version` attribute differs, and the
-    /// readers and writers of points, links, routes and tracks. (GpxParser takes elements only in the
-    /// namespace of the file's own version: from a file written as 1.0 it reads no waypoint, route or track.)
+    /// Both versions are written in the namespace of GPX 1.1. They differ in the `version` attribute and in what
+    /// is written of points, links, routes and tracks. (GpxParser reads only elements in the namespace of the
+    /// file's own version: from a file written as 1.0 it reads no waypoint, route or track.)
     /// Layer name and key, form, GUIDs and form keys are written unescaped: with "<" or "&" in them the text
-    /// is ill-formed, or what they contain is read as elements. Control characters are written as the model holds
-    /// them: with one of U+0000 to U+001F other than tab, line feed and carriage return, or with U+FFFE or U+FFFF,
+    /// is ill-formed, or what they contain is read as elements. Control characters are written as they are in
+    /// the model: with one of U+0000 to U+001F other than tab, line feed and carriage return, or with U+FFFE or U+FFFF,
     /// no XML parser reads the text.
     ///
     /// \throws dbc::precondition_error, in this order: "Cannot write to unknown GPX schema version.", "The
@@ -149,32 +148,21 @@ public:
                        const icu::UnicodeString& applicationUrl, std::string& out) const;
 
     /// Writes the bytes of GetAsByteString to a file, which is created or truncated. The name is converted to
-    /// ICU's default code page; a host that has a name in bytes writes what GetAsByteString gives. Nothing is
-    /// touched until all bytes are made; a file whose writing failed is left as far as it got. When this returns,
-    /// every byte has been handed to the operating system. As GetAsByteString says, a control character or markup
-    /// in a text can make a file that no XML parser reads; the file is written all the same.
+    /// ICU's default code page; a host that has a name in bytes writes the result of GetAsByteString itself. All
+    /// bytes are made before the file is opened. A file whose writing failed keeps what was written. When this
+    /// returns, the operating system has every byte. A control character or markup in a text can make a file that
+    /// no XML parser reads, as GetAsByteString says; the file is written all the same.
     ///
-    /// \throws what GetAsByteString throws, before the file is touched
-    /// \throws std::runtime_error when the name cannot be converted (see ByteString), before the file is touched
+    /// \throws what GetAsByteString throws, before the file is opened
+    /// \throws std::runtime_error when the name cannot be converted (see ByteString), before the file is opened
     /// \throws dbc::postcondition_error "Unable to create the GPX file. Target could be write protected or
-    ///         full.", which is also said of a name that no file can have (empty, or with a U+0000 or a lone
+    ///         full.", also for a name that no file can have (empty, or with a U+0000 or a lone
     ///         surrogate), and "Unable to write the GPX file. Target could be write protected or full."
     void WriteToFile(const GpxVersion& version, const icu::UnicodeString& applicationName,
                      const icu::UnicodeString& applicationUrl, const icu::UnicodeString& fileName) const;
 
 private:
     friend class GpxModelAccess;
-
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, const icu::UnicodeString& applicationName,
-                                        const icu::UnicodeString& applicationUrl,
-                                        writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendHeader(const GpxVersion& version,
-                                            const icu::UnicodeString& applicationName,
-                                            const icu::UnicodeString& applicationUrl,
-                                            writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendMetaData(writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendExtensionData(writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL bool HasGeocache() const;
 
     Waypoints waypoints_;
     Routes routes_;

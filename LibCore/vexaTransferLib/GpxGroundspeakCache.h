@@ -13,46 +13,34 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// One log entry of a geocache. Plain data; nothing is checked.
 struct VEXATRANSFERLIB_API GpxGroundspeakCacheLog {
-    std::int32_t id = 0;       ///< the `id` attribute; 0 means none, and none is written
-    icu::UnicodeString date;   ///< as the file has it: a text, never converted to a time
-    icu::UnicodeString finder; ///< who was there
-    icu::UnicodeString text;   ///< what was written
+    std::int32_t id = 0;       ///< the `id` attribute; 0 means none and is not written
+    icu::UnicodeString date;   ///< the text of the file, not converted to a time
+    icu::UnicodeString finder; ///< the name of the finder
+    icu::UnicodeString text;   ///< the text of the log
     icu::UnicodeString type;   ///< "Found it", "Write note" ...
-
-private:
-    friend struct GpxGroundspeakCache;
-    VEXATRANSFERLIB_LOCAL void AppendTo(writer::TextSink& sink) const;
 };
 
 /// A geocache. Plain data; nothing is checked, every member starts empty, copies are deep.
 ///
 /// When read from a file the texts have passed the text cleaner (see CleanText); they are written without
-/// further cleaning. Availability, archive state, attributes and the geocache's own id have no place here.
+/// further cleaning. Availability, archive state, attributes and the id of the geocache are not kept.
 struct VEXATRANSFERLIB_API GpxGroundspeakCache {
-    icu::UnicodeString name;                    ///< the cache's own, not its waypoint's
-    icu::UnicodeString owner;                   ///< whose it is
+    icu::UnicodeString name;                    ///< of the cache, not of its waypoint
+    icu::UnicodeString owner;                   ///< the name of the owner
     icu::UnicodeString type;                    ///< "Traditional Cache" ...
-    icu::UnicodeString container;               ///< its size: "Small" ...
+    icu::UnicodeString container;               ///< the size: "Small" ...
     icu::UnicodeString difficulty;              ///< as text, e.g. "1.5"
     icu::UnicodeString terrain;                 ///< as text
-    icu::UnicodeString short_description;       ///< in a sentence or two
-    icu::UnicodeString long_description;        ///< in full
-    icu::UnicodeString encoded_hints;           ///< as the file has them: nothing is decoded
+    icu::UnicodeString short_description;       ///< one or two sentences
+    icu::UnicodeString long_description;        ///< the full description
+    icu::UnicodeString encoded_hints;           ///< the text of the file, not decoded
     std::vector<GpxGroundspeakCacheLog> logs;   ///< in document order
     std::vector<icu::UnicodeString> travelbugs; ///< names, in document order
 
     /// Empties all members.
     void Clear();
-
-private:
-    friend class GpxPoint;
-    VEXATRANSFERLIB_LOCAL void AppendTo(writer::TextSink& sink) const;
 };
 
 } // namespace vexaTransferLib

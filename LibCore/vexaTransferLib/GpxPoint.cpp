@@ -1,25 +1,39 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxPoint.h>
 
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ContractSources.h>
-#include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/OptionalText.h>
-#include <vexaTransferLib/writer/Elements.h>
 
 #include <common/dbc.h>
 
 #include <boost/make_shared.hpp>
 
 #include <limits>
-#include <utility>
+#include <memory>
 
 namespace vexaTransferLib {
+
+// Contract reports name these lines for the checks of the writers (in writer/), which run on behalf of this class.
+namespace text::sites {
+
+static constexpr CheckSite Here(int line = __builtin_LINE()) {
+    return {kGpxPointSource, line};
+}
+
+constinit const CheckSite kPointVersion = Here();          // PointWriter.cpp: neither GPX 1.0 nor 1.1
+constinit const CheckSite kPointOutput = Here();           // PointWriter.cpp: the text is too large
+constinit const CheckSite kUnknownPointType = Here();      // PointWriter.cpp: a point of an unknown kind
+constinit const CheckSite kUnknownFix = Here();            // PointWriter.cpp: an unknown kind of fix
+constinit const CheckSite kUnknownRoutePointType = Here(); // VendorWriter.cpp: an unknown route point type
+
+} // namespace text::sites
 
 namespace {
 
 constexpr double kLatitudeLimit = 90.0;
 constexpr double kLongitudeLimit = 180.0;
-// 180 degrees is -180 degrees: it is kept apart from it by the smallest step that a 32-bit float has there.
+// 180 degrees is the same as -180 degrees. The smallest step of a 32-bit float at this size keeps them apart.
 constexpr double kJustBelow180 = 180.0 - 1.0 / (1 << 23);
 
 bool Equal(double a, double b) {
@@ -27,7 +41,7 @@ bool Equal(double a, double b) {
     return b >= a - epsilon && a + epsilon >= b;
 }
 
-// Written so that a NaN fails.
+// The comparisons are written so that a NaN fails.
 bool IsLatitude(double value) {
     return (value > -kLatitudeLimit || Equal(value, -kLatitudeLimit)) &&
            (value < kLatitudeLimit || Equal(value, kLatitudeLimit));
@@ -37,23 +51,14 @@ bool IsLongitude(double value) {
     return (value > -kLongitudeLimit || Equal(value, -kLongitudeLimit)) && value < kLongitudeLimit;
 }
 
-// Enumerations take values from outside: below the range they wrap and are refused with those above.
+// A caller can put any number into an enumeration; a negative one becomes a large one and is refused too.
 bool IsBetween(std::uint32_t value, std::uint32_t first, std::uint32_t last) {
     return value >= first && value <= last;
 }
 
 } // namespace
 
-static_assert(sizeof(GpxPoint) <= 64, "files hold millions of points");
-
-GpxPoint::RareData::RareData(const RareData& other)
-    : magneticVariation(other.magneticVariation), geoidHeight(other.geoidHeight), name(other.name),
-      comment(other.comment), description(other.description), source(other.source), symbol(other.symbol),
-      type(other.type), formAttributes(other.formAttributes), symbolNumber(other.symbolNumber),
-      guid(other.guid) {
-    AssignAutoPtrValue(url, other.url);
-    AssignAutoPtrValue(geocache, other.geocache);
-}
+static_assert(sizeof(GpxPoint) <= 64, "files contain millions of points");
 
 GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
     : latitude_(latitude), longitude_(Equal(longitude, kLongitudeLimit) ? kJustBelow180 : longitude),
@@ -64,11 +69,7 @@ GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
     dbc::Require(IsLongitude(longitude_), text::kGpxPointSource, "The GPX point's longitude is invalid.");
 }
 
-GpxPoint::GpxPoint(const GpxPoint& other)
-    : latitude_(other.latitude_), longitude_(other.longitude_), elevation_(other.elevation_),
-      time_(other.time_), rare_(other.rare_ ? std::make_unique<RareData>(*other.rare_) : nullptr),
-      pointType_(other.pointType_), fix_(other.fix_), routePointType_(other.routePointType_),
-      hasElevation_(other.hasElevation_), hasTime_(other.hasTime_) {}
+GpxPoint::GpxPoint(const GpxPoint& other) = default;
 
 GpxPoint::GpxPoint(GpxPoint&& other) noexcept = default;
 
@@ -266,91 +267,6 @@ bool GpxPoint::ContainsExtensions() const {
         return true;
     return rare_ && (!rare_->formAttributes.empty() || rare_->symbolNumber > 0 || !rare_->guid.isEmpty() ||
                      rare_->geocache != nullptr);
-}
-
-void GpxPoint::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
-    writer::UnicodeSink sink(out);
-    AppendTo(version, sink);
-    writer::RequireNotBogus(out, text::kGpxPointSource);
-}
-
-void GpxPoint::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {
-    dbc::Require(version.IsGpx10() || version.IsGpx11(), text::kGpxPointSource,
-                 "GPX points can only be written to version 1.0 or 1.1 files.");
-    dbc::Invariant(IsBetween(pointType_, kGpxWaypoint, kGpxTrackPoint), text::kGpxPointSource,
-                   "Unable to write an unknown GPX point type.");
-    const std::string_view name = text::kPointElementNames[pointType_];
-    writer::AppendPointStart(sink, name, latitude_, longitude_);
-    AppendStandardElements(version, sink);
-    if (version.IsGpx11() && ContainsExtensions())
-        AppendExtensions(sink);
-    writer::AppendLineEnd(sink, name);
-}
-
-void GpxPoint::AppendStandardElements(const GpxVersion& version, writer::TextSink& sink) const {
-    if (hasElevation_)
-        writer::AppendFixedElement(sink, "ele", elevation_, writer::kHeightDecimals);
-    if (hasTime_) {
-        const std::string_view time = sink.TimeText(time_, text::YearDigits::kBare);
-        if (!time.empty())
-            writer::AppendAsciiElement(sink, "time", time);
-    }
-    if (rare_) {
-        if (rare_->magneticVariation)
-            writer::AppendFixedElement(sink, "magvar", *rare_->magneticVariation,
-                                       writer::kCoordinateDecimals);
-        if (rare_->geoidHeight)
-            writer::AppendFixedElement(sink, "geoidheight", *rare_->geoidHeight, writer::kHeightDecimals);
-        writer::AppendTextElement(sink, "name", rare_->name);
-        writer::AppendTextElement(sink, "cmt", rare_->comment);
-        writer::AppendTextElement(sink, "desc", rare_->description);
-        writer::AppendTextElement(sink, "src", rare_->source);
-        if (rare_->url)
-            rare_->url->AppendTo(version, sink);
-        writer::AppendTextElement(sink, "sym", rare_->symbol);
-        writer::AppendTextElement(sink, "type", rare_->type);
-    }
-    if (fix_ != 0) {
-        dbc::Invariant(fix_ < text::kFixTexts.size(), text::kGpxPointSource,
-                       "Unable to write an unknown GPS fix type.");
-        writer::AppendAsciiElement(sink, "fix", text::kFixTexts[fix_]);
-    }
-}
-
-void GpxPoint::AppendExtensions(writer::TextSink& sink) const {
-    sink.Ascii("<extensions>\r\n");
-    if (pointType_ == kGpxRoutePoint && routePointType_ != 0) {
-        dbc::Invariant(routePointType_ < text::kRoutePointTypeTexts.size(), text::kGpxPointSource,
-                       "Unable to write an unknown route point type.");
-        writer::AppendAsciiElement(sink, "tarvik:routePointType",
-                                   text::kRoutePointTypeTexts[routePointType_]);
-    }
-    if (rare_) {
-        if (!rare_->formAttributes.empty())
-            AppendFormAttributes(sink);
-        if (rare_->symbolNumber > 0)
-            writer::AppendGroupedElement(sink, "\t", "tarvik:tovasymbol", rare_->symbolNumber);
-        writer::AppendRawElement(sink, "\t", "tarvik:objectid", rare_->guid);
-        if (rare_->geocache)
-            rare_->geocache->AppendTo(sink);
-    }
-    sink.Ascii("</extensions>\r\n");
-}
-
-void GpxPoint::AppendFormAttributes(writer::TextSink& sink) const {
-    sink.Ascii("\t<tarvik:formdata>\r\n");
-    for (const auto& [key, record] : rare_->formAttributes) {
-        sink.Ascii("\t\t<tarvik:formstring key=\"");
-        sink.Raw(key);
-        sink.Ascii("\"");
-        const std::string_view modTime = sink.TimeText(record->modTime, text::YearDigits::kFour);
-        if (record->modTime != 0.0 && !modTime.empty())
-            sink.Ascii(" modtime=\"", modTime, "\"");
-        sink.Ascii(">");
-        sink.Escaped(record->value);
-        sink.Ascii("</tarvik:formstring>\r\n");
-    }
-    sink.Ascii("\t</tarvik:formdata>\r\n");
 }
 
 } // namespace vexaTransferLib

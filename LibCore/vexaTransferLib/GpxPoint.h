@@ -16,16 +16,11 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
-/// What a point is: it stays that all its life.
+/// The kind of a point, which is fixed at construction.
 enum GpxPointType : std::uint32_t {
     kGpxWaypoint = 1,   ///< written as `wpt`
     kGpxRoutePoint = 2, ///< written as `rtept`
@@ -41,7 +36,7 @@ enum GpxFix : std::uint32_t {
     kGpxFixPPS = 5   ///< "pps"
 };
 
-/// What a route point is to its route (vendor extension `routePointType`).
+/// The role of a route point in its route (vendor extension `routePointType`).
 enum TarvikRoutePointType : std::uint32_t {
     kTarvikRoutePointStart = 1,  ///< "start"
     kTarvikRoutePointStop = 2,   ///< "stop"
@@ -52,7 +47,7 @@ enum TarvikRoutePointType : std::uint32_t {
 
 /// One keyed attribute of a point's form (vendor extension `formstring`). Shared between copies of a point.
 struct VEXATRANSFERLIB_API FormData {
-    icu::UnicodeString key;   ///< as it was last spelled
+    icu::UnicodeString key;   ///< in the spelling that was set last
     icu::UnicodeString value; ///< may be empty
     double modTime = 0.0;     ///< milliseconds since 1970-01-01T00:00:00 UTC; 0 means unknown
 };
@@ -62,17 +57,17 @@ struct VEXATRANSFERLIB_API FormData {
 /// Units: degrees WGS 84 for the position, metres for elevation and geoid height, degrees for the magnetic
 /// variation, milliseconds since 1970-01-01T00:00:00 UTC for times.
 ///
-/// Kind and position are fixed at construction. Everything else starts absent, and once present can be
-/// replaced but not removed, except by assigning a whole point. A getter returns false and leaves its output
-/// untouched when the value is absent. A NaN or infinite elevation, geoid height or time is a legal, present
-/// value.
+/// Kind and position are fixed at construction. All other values are absent at first; a value that is present can
+/// be replaced but not removed, except by assigning a whole point. A getter returns false and leaves its output
+/// unchanged when the value is absent. Elevation, geoid height and time may be NaN or infinite, and are then
+/// present.
 ///
 /// Copies are deep, except that they share the FormData records; setting a form attribute of one afterwards
 /// does not change the other. A moved-from point may only be assigned to or destroyed. An operation that
 /// throws leaves the point unchanged. Const operations may run on several threads at once.
 ///
 /// A point takes at most 64 bytes while it has only a position, an elevation, a time, a fix and a route point
-/// type; the first of any other value allocates one block.
+/// type. All other values are in one block, which the first of them allocates.
 ///
 ///     GpxPoint point(kGpxWaypoint, 47.5, -122.25);
 ///     point.SetName("Home");
@@ -87,7 +82,7 @@ public:
 
     /// \param latitude -90 to 90, both included
     /// \param longitude -180 (included) to 180; 180 itself is stored as 179.9999998807907, just below
-    /// \throws dbc::precondition_error, tested in this order: "The GPX point type is invalid.", "The GPX
+    /// \throws dbc::precondition_error, checked in this order: "The GPX point type is invalid.", "The GPX
     ///         point's latitude is invalid.", "The GPX point's longitude is invalid." (a NaN is invalid)
     GpxPoint(GpxPointType type, double latitude, double longitude);
     /// \{
@@ -100,13 +95,13 @@ public:
     virtual ~GpxPoint();
 
     /// Appends the point as one GPX element with its children; lines end in CR LF, those of the geocache in
-    /// LF. Only version 1.1 carries extensions. Form keys and the GUID are written unescaped. Times lose
+    /// LF. Extensions are written in version 1.1 only. Form keys and the GUID are written unescaped. Times lose
     /// their fraction of a second, coordinates and the variation are written with 9 decimals, elevation and
     /// geoid height with 6. The text does not depend on any locale.
     /// \throws dbc::precondition_error "GPX points can only be written to version 1.0 or 1.1 files."
     /// \throws dbc::invariant_error "Unable to write an unknown GPX point type.", "Unable to write an unknown
-    ///         GPS fix type.", "Unable to write an unknown route point type."; the last two leave the lines
-    ///         before them in \p out
+    ///         GPS fix type.", "Unable to write an unknown route point type."; the last two leave in
+    ///         \p out the lines that were written before
     /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
     ///         bogus
     virtual void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
@@ -117,7 +112,7 @@ public:
     void GetPoint(double& latitude, double& longitude) const;
 
     /// \{
-    /// False, and the output untouched, when there is no such text.
+    /// Returns false and leaves the output unchanged when there is no such text.
     bool GetName(icu::UnicodeString& name) const;
     bool GetComment(icu::UnicodeString& comment) const; ///< GPX `cmt`; the reader never fills it
     bool GetDescription(icu::UnicodeString& description) const;
@@ -126,7 +121,7 @@ public:
     bool GetType(icu::UnicodeString& type) const; ///< GPX `type`: free text, not the kind of point
     /// \}
 
-    /// Each text setter replaces the text, and refuses an empty one.
+    /// Each text setter replaces the text and refuses an empty one.
     /// \throws dbc::precondition_error "The GPX point name cannot be empty."
     void SetName(const icu::UnicodeString& name);
     /// \throws dbc::precondition_error "The GPX point comment cannot be empty."
@@ -141,7 +136,7 @@ public:
     void SetType(const icu::UnicodeString& type);
 
     /// \{
-    /// False, and the output untouched, when there is no such value.
+    /// Returns false and leaves the output unchanged when there is no such value.
     bool GetElevation(double& elevation) const;
     bool GetTime(double& time) const;
     bool GetMagneticVariation(double& variation) const;
@@ -164,14 +159,14 @@ public:
     void SetURL(const GpxUrl& url);
     /// \}
 
-    /// False, and \p fix untouched, when the point has none.
+    /// Returns false and leaves \p fix unchanged when the point has none.
     bool GetFix(GpxFix& fix) const;
     /// \throws dbc::precondition_error "The GPX point's fix type was unknown." outside 1 to 5
     void SetFix(GpxFix fix);
 
     /// \throws dbc::invariant_error "The route point type is only available for route points."
     bool GetTarvikRoutePointType(TarvikRoutePointType& type) const;
-    /// \throws dbc::invariant_error as the getter, tested first
+    /// \throws dbc::invariant_error as the getter does, checked first
     /// \throws dbc::precondition_error "The GPX point's route point type was unknown." outside 1 to 5
     void SetTarvikRoutePointType(TarvikRoutePointType type);
 
@@ -181,15 +176,16 @@ public:
     /// \throws dbc::invariant_error "The GPX Groundspeak geocache information can only be set on waypoints."
     void SetGroundspeakCache(const GpxGroundspeakCache& cache);
 
-    /// Stores a new record under \p key, in place of one whose key is equal when case is ignored. The map
-    /// keeps the spelling of the key first stored (it is the one written); the record has the new spelling.
+    /// Stores a new record under \p key and removes one whose key differs from it in case at most. The map keeps
+    /// the spelling of the key that was stored first, which is the one written; the record has the new spelling.
     /// Key and value may be empty.
     /// \param modTime milliseconds since 1970 UTC; 0 writes none
     void SetFormAttribute(const icu::UnicodeString& key, const icu::UnicodeString& value, double modTime);
-    /// The record under \p key, case ignored; a null pointer when there is none. O(log n) in the attributes.
-    /// It is the point's own record and not a copy, though the point is const: what the caller writes into it
-    /// changes this point and every copy of the point that shares the record. Nothing protects such writing from
-    /// other threads. SetFormAttribute puts a new record in its place and changes this point only.
+    /// Returns the record under \p key, whose case is ignored, or a null pointer when there is none. Takes
+    /// logarithmic time in the number of attributes.
+    /// The record is the point's own and not a copy, although the point is const: what the caller writes into it
+    /// changes this point and every copy of the point that shares the record, and no lock protects it from other
+    /// threads. SetFormAttribute stores a new record instead and changes this point only.
     boost::shared_ptr<FormData> GetFormAttribute(const icu::UnicodeString& key) const;
 
     /// True when the point has anything for the extensions of GPX 1.1: a route point type, form attributes, a
@@ -198,35 +194,22 @@ public:
 
 private:
     friend class GpxModelAccess;
-    friend class GpxRoute;
-    friend class GpxTrack;
-    friend class GpxDocument;
 
     struct RareData {
-        RareData() = default;
-        RareData(const RareData& other);
-        RareData& operator=(const RareData&) = delete;
-
         std::optional<double> magneticVariation;
         std::optional<double> geoidHeight;
         icu::UnicodeString name;
         icu::UnicodeString comment;
         icu::UnicodeString description;
         icu::UnicodeString source;
-        std::unique_ptr<GpxUrl> url;
+        OwnedValue<GpxUrl> url;
         icu::UnicodeString symbol;
         icu::UnicodeString type;
-        std::unique_ptr<GpxGroundspeakCache> geocache;
+        OwnedValue<GpxGroundspeakCache> geocache;
         FormAttributes formAttributes;
         std::int32_t symbolNumber = 0;
         icu::UnicodeString guid;
     };
-
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendStandardElements(const GpxVersion& version,
-                                                      writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendExtensions(writer::TextSink& sink) const;
-    VEXATRANSFERLIB_LOCAL void AppendFormAttributes(writer::TextSink& sink) const;
 
     VEXATRANSFERLIB_LOCAL RareData& Rare();
     VEXATRANSFERLIB_LOCAL bool GetText(icu::UnicodeString& out, icu::UnicodeString RareData::*field) const;
@@ -237,7 +220,7 @@ private:
     double longitude_;
     double elevation_ = 0.0;
     double time_ = 0.0;
-    std::unique_ptr<RareData> rare_;
+    OwnedValue<RareData> rare_;
     std::uint8_t pointType_;
     std::uint8_t fix_ = 0;
     std::uint8_t routePointType_ = 0;

@@ -1,16 +1,28 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxRoute.h>
 
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ContractSources.h>
-#include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/OptionalText.h>
-#include <vexaTransferLib/writer/Elements.h>
 
 #include <common/dbc.h>
 
 #include <utility>
 
 namespace vexaTransferLib {
+
+// Contract reports name these lines for the checks of the writers (in writer/), which run on behalf of this class.
+namespace text::sites {
+
+static constexpr CheckSite Here(int line = __builtin_LINE()) {
+    return {kGpxRouteSource, line};
+}
+
+constinit const CheckSite kRouteVersion = Here();     // RouteWriter.cpp: neither GPX 1.0 nor 1.1
+constinit const CheckSite kRouteOutput = Here();      // RouteWriter.cpp: the text is too large
+constinit const CheckSite kUnknownRouteType = Here(); // RouteWriter.cpp: an unknown route type
+
+} // namespace text::sites
 
 namespace {
 
@@ -29,7 +41,7 @@ bool Accepts(TarvikRouteType routeType, bool hasPointType, TarvikRoutePointType 
 } // namespace
 
 GpxRoute::GpxRoute(TarvikRouteType routeType) : routeType_(routeType) {
-    dbc::Require(static_cast<std::uint32_t>(routeType) < text::kRouteTypeTexts.size(), text::kGpxRouteSource,
+    dbc::Require(static_cast<std::uint32_t>(routeType) <= kTarvikRouteDirections, text::kGpxRouteSource,
                  "The GPX route type is invalid.");
 }
 
@@ -101,33 +113,6 @@ GpxRoute::PointIterator GpxRoute::GetPointEndIter() const {
 
 std::size_t GpxRoute::GetPointCount() const {
     return points_.size();
-}
-
-void GpxRoute::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
-    writer::UnicodeSink sink(out);
-    AppendTo(version, sink);
-    writer::RequireNotBogus(out, text::kGpxRouteSource);
-}
-
-void GpxRoute::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {
-    dbc::Require(version.IsGpx10() || version.IsGpx11(), text::kGpxRouteSource,
-                 "GPX routes can only be written to version 1.0 or 1.1 files.");
-    dbc::Invariant(static_cast<std::uint32_t>(routeType_) < text::kRouteTypeTexts.size(),
-                   text::kGpxRouteSource, "Unable to write an unknown GPX route type.");
-    sink.Ascii("<rte>\r\n");
-    writer::AppendTextElement(sink, "name", name_);
-    writer::AppendTextElement(sink, "src", source_);
-    if (version.IsGpx11()) {
-        writer::AppendTextElement(sink, "type", type_);
-        if (routeType_ != kTarvikRouteStandard) {
-            sink.Ascii("<extensions>\r\n");
-            writer::AppendAsciiElement(sink, "tarvik:routeType", text::kRouteTypeTexts[routeType_]);
-            sink.Ascii("</extensions>\r\n");
-        }
-    }
-    for (const GpxPoint& point : points_)
-        point.AppendTo(version, sink);
-    sink.Ascii("</rte>\r\n");
 }
 
 } // namespace vexaTransferLib

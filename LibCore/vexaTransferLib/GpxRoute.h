@@ -16,10 +16,6 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// What kind of route the points describe (vendor extension `routeType`).
 enum TarvikRouteType : std::uint32_t {
     kTarvikRouteStandard = 0,  ///< a plain GPX route
@@ -33,17 +29,17 @@ enum TarvikRouteType : std::uint32_t {
 ///
 /// | route type               | accepted route point types           |
 /// |--------------------------|--------------------------------------|
-/// | `kTarvikRouteStandard`   | all, and none set                    |
+/// | `kTarvikRouteStandard`   | every type, and no type              |
 /// | `kTarvikRoutePoints`     | start, stop, via, finish             |
 /// | `kTarvikRouteDirections` | start, stop, via, finish, turn       |
 ///
 /// Points can be added but not removed or reordered. Text getters return false and leave their output
-/// untouched when the text is absent. Copies are deep, moves do not throw. An operation that throws leaves
+/// unchanged when the text is absent. Copies are deep, moves do not throw. An operation that throws leaves
 /// the route unchanged. Const operations may run on several threads at once.
 class VEXATRANSFERLIB_API GpxRoute {
 public:
     /// \{
-    /// What a route is made of.
+    /// The points of a route, and their iterator.
     typedef std::vector<GpxPoint> Points;
     typedef Points::const_iterator PointIterator;
     /// \}
@@ -60,7 +56,7 @@ public:
     virtual ~GpxRoute();
 
     /// \{
-    /// False, and the output untouched, when there is no such text.
+    /// Returns false and leaves the output unchanged when there is no such text.
     bool GetName(icu::UnicodeString& name) const;
     bool GetSource(icu::UnicodeString& source) const;
     bool GetType(icu::UnicodeString& type) const; ///< GPX `type`: free text, not the vendor's route type
@@ -73,7 +69,7 @@ public:
     /// \throws dbc::precondition_error "The GPX route type cannot be empty."
     void SetType(const icu::UnicodeString& type);
 
-    /// False, and \p routeType untouched, for a standard route.
+    /// Returns false and leaves \p routeType unchanged for a standard route.
     bool GetTarvikRouteType(TarvikRouteType& routeType) const;
 
     /// \{
@@ -91,20 +87,18 @@ public:
     std::size_t GetPointCount() const;
     /// \}
 
-    /// Appends the route as GPX text; lines end in CR LF. Version 1.0 has no place for the type and the route
-    /// type. The rules of GpxPoint::AppendToString hold for the points.
+    /// Appends the route as GPX text; lines end in CR LF. The type and the route type are written in version 1.1
+    /// only. The rules of GpxPoint::AppendToString apply to the points.
     /// \throws dbc::precondition_error "GPX routes can only be written to version 1.0 or 1.1 files."
-    /// \throws dbc::invariant_error "Unable to write an unknown GPX route type.", nothing appended; and what
-    ///         the points throw, what came before them appended
+    /// \throws dbc::invariant_error "Unable to write an unknown GPX route type.", nothing is appended
+    ///         then; and what the points throw, \p out then contains what was written before
     /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
     ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
 private:
     friend class GpxModelAccess;
-    friend class GpxDocument;
 
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
     VEXATRANSFERLIB_LOCAL void CheckPoint(const GpxPoint& point) const;
 
     icu::UnicodeString name_;

@@ -7,6 +7,7 @@
 #include <vexaTransferLib/reader/ReadAborted.h>
 #include <vexaTransferLib/reader/XmlInput.h>
 #include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/FileName.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/IcuText.h>
@@ -63,8 +64,8 @@ bool IsGpxNamespace(const icu::UnicodeString& uri) {
 }
 
 bool EndsHead(const icu::UnicodeString& name) {
-    return EqualsIgnoringCase(name, u"wpt") || EqualsIgnoringCase(name, u"trk") ||
-           EqualsIgnoringCase(name, u"rte");
+    return EqualsIgnoringCase(name, gpx::kWpt) || EqualsIgnoringCase(name, gpx::kTrk) ||
+           EqualsIgnoringCase(name, gpx::kRte);
 }
 
 /// The event parser for a file from a stranger.
@@ -128,22 +129,22 @@ struct Field {
 };
 
 using LayerField = Field<GISMetaData, icu::UnicodeString>;
-constexpr LayerField kLayerTexts[] = {{u"layername", &GISMetaData::layerName},
-                                      {u"layerkey", &GISMetaData::layerKey},
-                                      {u"form", &GISMetaData::form}};
+constexpr LayerField kLayerTexts[] = {{tarvik::kLayername, &GISMetaData::layerName},
+                                      {tarvik::kLayerkey, &GISMetaData::layerKey},
+                                      {tarvik::kForm, &GISMetaData::form}};
 using AnnotateField = Field<AnnotateMetaData, icu::UnicodeString>;
-constexpr AnnotateField kAnnotateTexts[] = {{u"trackguid", &AnnotateMetaData::trackGUID},
-                                            {u"waypointguid", &AnnotateMetaData::waypointGUID}};
+constexpr AnnotateField kAnnotateTexts[] = {{tarvik::kTrackGUID, &AnnotateMetaData::trackGUID},
+                                            {tarvik::kWaypointGUID, &AnnotateMetaData::waypointGUID}};
 using LayerNumber = Field<GISMetaData, std::int32_t>;
-constexpr LayerNumber kLayerNumbers[] = {{u"defaultsymbol", &GISMetaData::defaultSymbol}};
+constexpr LayerNumber kLayerNumbers[] = {{tarvik::kDefaultsymbol, &GISMetaData::defaultSymbol}};
 using Count = Field<GPXStats, std::int32_t>;
-constexpr Count kCounts[] = {{u"wptcount", &GPXStats::wptcount},
-                             {u"trkcount", &GPXStats::trkcount},
-                             {u"trksegcount", &GPXStats::trksegcount},
-                             {u"geocachecount", &GPXStats::geocachecount},
-                             {u"geocachesymbolcount", &GPXStats::geocachecount}};
+constexpr Count kCounts[] = {{tarvik::kWptcount, &GPXStats::wptcount},
+                             {tarvik::kTrkcount, &GPXStats::trkcount},
+                             {tarvik::kTrksegcount, &GPXStats::trksegcount},
+                             {tarvik::kGeocachecount, &GPXStats::geocachecount},
+                             {tarvik::kGeocachesymbolcount, &GPXStats::geocachecount}};
 using Total = Field<GPXStats, double>;
-constexpr Total kTotals[] = {{u"trktotalkm", &GPXStats::trktotalkm}};
+constexpr Total kTotals[] = {{tarvik::kTrktotalkm, &GPXStats::trktotalkm}};
 
 /// Stores what `read` gives in the field of that name, if there is one.
 template <class Record, class Value, std::size_t size, class Read>
@@ -296,7 +297,7 @@ void GpxTarvikExtParser::endElement(const XMLCh* const uri, const XMLCh* const l
         buffer_.trim();
         TakeVendorElement(name);
     } else if (IsGpxNamespace(space)) {
-        if (EqualsIgnoringCase(name, u"time"))
+        if (EqualsIgnoringCase(name, gpx::kTime))
             TakeTime();
         else if (EndsHead(name))
             FinishScan();

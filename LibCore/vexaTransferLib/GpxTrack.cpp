@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxTrack.h>
 
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/OptionalText.h>
-#include <vexaTransferLib/writer/Elements.h>
 
 #include <common/dbc.h>
 
@@ -11,13 +11,21 @@
 
 namespace vexaTransferLib {
 
+// Contract reports name these lines for the checks of the writers (in writer/), which run on behalf of this class.
+namespace text::sites {
+
+static constexpr CheckSite Here(int line = __builtin_LINE()) {
+    return {kGpxTrackSource, line};
+}
+
+constinit const CheckSite kTrackVersion = Here(); // TrackWriter.cpp: neither GPX 1.0 nor 1.1
+constinit const CheckSite kTrackOutput = Here();  // TrackWriter.cpp: the text is too large
+
+} // namespace text::sites
+
 GpxTrack::GpxTrack() = default;
 
-GpxTrack::GpxTrack(const GpxTrack& other)
-    : name_(other.name_), description_(other.description_), source_(other.source_), type_(other.type_),
-      color_(other.color_), segments_(other.segments_) {
-    AssignAutoPtrValue(url_, other.url_);
-}
+GpxTrack::GpxTrack(const GpxTrack& other) = default;
 
 GpxTrack& GpxTrack::operator=(const GpxTrack& other) {
     if (this != &other)
@@ -110,38 +118,6 @@ GpxTrack::PointIterator GpxTrack::GetPointEndIter(SegmentIterator segment) const
 
 std::size_t GpxTrack::GetPointCount(SegmentIterator segment) const {
     return segment->size();
-}
-
-void GpxTrack::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
-    writer::UnicodeSink sink(out);
-    AppendTo(version, sink);
-    writer::RequireNotBogus(out, text::kGpxTrackSource);
-}
-
-void GpxTrack::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {
-    dbc::Require(version.IsGpx10() || version.IsGpx11(), text::kGpxTrackSource,
-                 "GPX tracks can only be written to version 1.0 or 1.1 files.");
-    sink.Ascii("<trk>\r\n");
-    writer::AppendTextElement(sink, "name", name_);
-    writer::AppendTextElement(sink, "desc", description_);
-    writer::AppendTextElement(sink, "src", source_);
-    if (url_)
-        url_->AppendTo(version, sink);
-    if (version.IsGpx11())
-        writer::AppendTextElement(sink, "type", type_);
-    // In GPX 1.0 too, which has no extensions: that is where other readers of the vendor look for it.
-    if (color_ >= 0) {
-        sink.Ascii("<extensions>\r\n");
-        writer::AppendGroupedElement(sink, "\t", "tarvik:color", std::int32_t{color_});
-        sink.Ascii("</extensions>\r\n");
-    }
-    for (const Segment& segment : segments_) {
-        sink.Ascii("<trkseg>\r\n");
-        for (const GpxPoint& point : segment)
-            point.AppendTo(version, sink);
-        sink.Ascii("</trkseg>\r\n");
-    }
-    sink.Ascii("</trk>\r\n");
 }
 
 } // namespace vexaTransferLib

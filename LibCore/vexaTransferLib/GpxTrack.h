@@ -8,27 +8,23 @@
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxUrl.h>
 #include <vexaTransferLib/GpxVersion.h>
+#include <vexaTransferLib/OptionalValue.h>
 
 #include <unicode/unistr.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// A list of segments, each an ordered list of track points, with the track's texts and an optional link.
 ///
-/// Points go to the newest segment: open one with AddSegment, then add its points in order. Segments may stay
-/// empty; segments and points cannot be removed. Text getters return false and leave their output untouched
-/// when the text is absent. The vendor's display colour is kept from file to file but has no accessor. Copies
-/// are deep, moves do not throw. An operation that throws leaves the track unchanged. Const operations may
-/// run on several threads at once.
+/// A new point goes into the last segment: add a segment with AddSegment, then its points in order. A segment may
+/// stay empty; segments and points cannot be removed. Text getters return false and leave their output unchanged
+/// when the text is absent. The vendor's display colour is read and written but has no accessor. Copies are deep,
+/// moves do not throw. An operation that throws leaves the track unchanged. Const operations may run on several
+/// threads at once.
 ///
 ///     GpxTrack track;
 ///     track.AddSegment();
@@ -38,7 +34,7 @@ class TextSink;
 class VEXATRANSFERLIB_API GpxTrack {
 public:
     /// \{
-    /// What a track is made of.
+    /// The segments of a track, their points, and the iterators.
     typedef std::vector<GpxPoint> Segment;
     typedef std::vector<Segment> Segments;
     typedef Segments::const_iterator SegmentIterator;
@@ -56,7 +52,7 @@ public:
     virtual ~GpxTrack();
 
     /// \{
-    /// False, and the output untouched, when there is no such text.
+    /// Returns false and leaves the output unchanged when there is no such text.
     bool GetName(icu::UnicodeString& name) const;
     bool GetDescription(icu::UnicodeString& description) const;
     bool GetSource(icu::UnicodeString& source) const;
@@ -72,7 +68,7 @@ public:
     /// \throws dbc::precondition_error "The GPX track type cannot be empty."
     void SetType(const icu::UnicodeString& type);
 
-    /// False, and \p url untouched, when there is no link.
+    /// Returns false and leaves \p url unchanged when there is no link.
     bool GetURL(GpxUrl& url) const;
     /// Replaces the link.
     void SetURL(const GpxUrl& url);
@@ -80,7 +76,7 @@ public:
     /// Appends a new, empty segment.
     void AddSegment();
     /// \{
-    /// Appends a copy of the point, or the point itself when it is an rvalue, to the newest segment.
+    /// Appends a copy of the point, or the point itself when it is an rvalue, to the last segment.
     /// Amortised constant time.
     /// \throws dbc::precondition_error "Only track points can be added to GPX tracks.", then "A GPX track
     ///         needs a segment before points can be added."
@@ -103,24 +99,22 @@ public:
     /// \}
 
     /// Appends the track as GPX text; lines end in CR LF. The colour is written in both versions, the type in
-    /// 1.1 only. The rules of GpxPoint::AppendToString hold for the points.
+    /// 1.1 only. The rules of GpxPoint::AppendToString apply to the points.
     /// \throws dbc::precondition_error "GPX tracks can only be written to version 1.0 or 1.1 files."
-    /// \throws dbc::invariant_error what the points throw, what came before them appended
+    /// \throws dbc::invariant_error what the points throw, \p out then contains what was written before
     /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
     ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
 private:
     friend class GpxModelAccess;
-    friend class GpxDocument;
 
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
     VEXATRANSFERLIB_LOCAL void CheckPoint(const GpxPoint& point) const;
 
     icu::UnicodeString name_;
     icu::UnicodeString description_;
     icu::UnicodeString source_;
-    std::unique_ptr<GpxUrl> url_;
+    OwnedValue<GpxUrl> url_;
     icu::UnicodeString type_;
     std::int16_t color_ = -1;
     Segments segments_;

@@ -1,13 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxUrl.h>
 
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/OptionalText.h>
-#include <vexaTransferLib/writer/Elements.h>
 
 #include <common/dbc.h>
 
 namespace vexaTransferLib {
+
+// Contract reports name these lines for the checks of the writers (in writer/), which run on behalf of this class.
+namespace text::sites {
+
+static constexpr CheckSite Here(int line = __builtin_LINE()) {
+    return {kGpxUrlSource, line};
+}
+
+constinit const CheckSite kLinkVersion = Here(); // LinkWriter.cpp: neither GPX 1.0 nor 1.1
+constinit const CheckSite kLinkOutput = Here();  // LinkWriter.cpp: the text is too large
+
+} // namespace text::sites
 
 GpxUrl::GpxUrl(const icu::UnicodeString& url) {
     constexpr char kMessage[] = "GPX URLs must not be empty.";
@@ -41,28 +53,6 @@ void GpxUrl::SetUrlText(const icu::UnicodeString& text) {
 
 void GpxUrl::SetUrlType(const icu::UnicodeString& type) {
     text::AssignText("The GPX URL type must not be empty.", type_, type);
-}
-
-void GpxUrl::AppendToString(const GpxVersion& version, icu::UnicodeString& out) const {
-    writer::UnicodeSink sink(out);
-    AppendTo(version, sink);
-    writer::RequireNotBogus(out, text::kGpxUrlSource);
-}
-
-void GpxUrl::AppendTo(const GpxVersion& version, writer::TextSink& sink) const {
-    dbc::Require(version.IsGpx10() || version.IsGpx11(), text::kGpxUrlSource,
-                 "GPX URLs can only be written to version 1.0 or 1.1 files.");
-    if (version.IsGpx10()) {
-        writer::AppendTextElement(sink, "url", url_);
-        writer::AppendTextElement(sink, "urlname", text_);
-        return;
-    }
-    sink.Ascii("<link href=\"");
-    sink.Escaped(url_);
-    sink.Ascii("\">\r\n");
-    writer::AppendTextElement(sink, "text", text_);
-    writer::AppendTextElement(sink, "type", type_);
-    sink.Ascii("</link>\r\n");
 }
 
 } // namespace vexaTransferLib

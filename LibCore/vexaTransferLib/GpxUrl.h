@@ -11,16 +11,11 @@
 
 namespace vexaTransferLib {
 
-namespace writer {
-class TextSink;
-}
-
 /// A link: the `url` and `urlname` of GPX 1.0, the `link` element of GPX 1.1.
 ///
-/// The address is given at construction and never empty; text and type are absent while empty. A link is
-/// built whole and only grows: nothing can be taken away again. A text of blanks counts as present. Copies
-/// are independent. A moved-from link may only be assigned to or destroyed. A failed operation leaves the link
-/// unchanged.
+/// The address is given at construction, cannot be changed and is never empty. Text and type are absent at first;
+/// they can be replaced but not removed. A text of blanks counts as present. Copies are independent. A moved-from
+/// link may only be assigned to or destroyed. A failed operation leaves the link unchanged.
 class VEXATRANSFERLIB_API GpxUrl {
 public:
     /// \throws dbc::precondition_error "GPX URLs must not be empty."
@@ -38,10 +33,10 @@ public:
     /// The address.
     icu::UnicodeString GetUrl() const;
 
-    /// The link's text (GPX 1.0 `urlname`); false, and \p text untouched, when there is none.
+    /// The link's text (GPX 1.0 `urlname`). Returns false and leaves \p text unchanged when there is none.
     bool GetUrlText(icu::UnicodeString& text) const;
-    /// The MIME type of the target (written in GPX 1.1 only); false, and \p type untouched, when there is
-    /// none.
+    /// The MIME type of the target, which is written in GPX 1.1 only. Returns false and leaves \p type unchanged
+    /// when there is none.
     bool GetUrlType(icu::UnicodeString& type) const;
 
     /// \throws dbc::precondition_error "The GPX URL text must not be empty."
@@ -49,18 +44,15 @@ public:
     /// \throws dbc::precondition_error "The GPX URL type must not be empty."
     void SetUrlType(const icu::UnicodeString& type);
 
-    /// Appends the link as GPX text; lines end in CR LF. Version 1.0 has no place for the type.
-    /// \throws dbc::precondition_error "GPX URLs can only be written to version 1.0 or 1.1 files.", nothing
-    ///         appended
+    /// Appends the link as GPX text; lines end in CR LF. The type is written in version 1.1 only.
+    /// \throws dbc::precondition_error "GPX URLs can only be written to version 1.0 or 1.1 files."; nothing is
+    ///         appended then
     /// \throws dbc::postcondition_error "The GPX text is too large to be held in memory."; \p out is then
     ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
 private:
-    friend class GpxPoint;
-    friend class GpxTrack;
-
-    VEXATRANSFERLIB_LOCAL void AppendTo(const GpxVersion& version, writer::TextSink& sink) const;
+    friend class GpxModelAccess;
 
     icu::UnicodeString url_;
     icu::UnicodeString text_;

@@ -5,13 +5,13 @@
 
 #include <common/dbc.h>
 
-#include <cstdio>
+#include <string>
 
 namespace vexaTransferLib {
 
 GpxVersion::GpxVersion(unsigned long major, unsigned long minor)
     : major_(static_cast<std::uint32_t>(major)), minor_(static_cast<std::uint32_t>(minor)) {
-    // The arguments are compared, not the fields: 4294967297 would pass for 1 once it is cut to 32 bits.
+    // The arguments are compared and not the fields: 4294967297 becomes 1 when it is cut to 32 bits.
     dbc::Require(major == 1 && minor <= 1, text::kGpxVersionSource,
                  "Only GPX versions 1.0 and 1.1 are supported.");
 }
@@ -33,9 +33,8 @@ void GpxVersion::GetVersion(unsigned long& major, unsigned long& minor) const {
 }
 
 icu::UnicodeString GpxVersion::GetVersionString() const {
-    char text[64] = {};
-    std::snprintf(text, sizeof text, "%u.%u", major_, minor_);
-    return icu::UnicodeString(text, -1, US_INV);
+    const std::string text = std::to_string(major_) + '.' + std::to_string(minor_);
+    return icu::UnicodeString(text.c_str(), -1, US_INV);
 }
 
 } // namespace vexaTransferLib

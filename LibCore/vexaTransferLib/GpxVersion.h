@@ -14,8 +14,8 @@ namespace vexaTransferLib {
 
 /// GPX 1.0 or GPX 1.1; no other version can exist as a value.
 ///
-/// A plain value: copies are independent, and every operation but the two checking constructors cannot fail.
-/// Ordered by major, then minor number.
+/// A plain value: copies are independent, and only the two checking constructors can fail. Versions are ordered by
+/// major, then minor number.
 ///
 ///     document.WriteToFile(GpxVersion::GetLatestVersion(), "MyApp", "https://example.org/", path);
 class VEXATRANSFERLIB_API GpxVersion {
@@ -24,7 +24,7 @@ public:
     ///         and (1, 1)
     GpxVersion(unsigned long major, unsigned long minor);
 
-    /// Takes exactly "1.0" or "1.1": no blanks, no other spelling.
+    /// Accepts exactly "1.0" and "1.1", without blanks.
     /// \throws dbc::precondition_error "Unsupported GPX version string."
     GpxVersion(const icu::UnicodeString& version);
 
@@ -35,7 +35,7 @@ public:
     void GetVersion(unsigned long& major, unsigned long& minor) const;
 
     /// \{
-    /// True for the version of its name.
+    /// True for the version in the function's name.
     bool IsGpx10() const noexcept { return major_ == 1 && minor_ == 0; }
     bool IsGpx11() const noexcept { return major_ == 1 && minor_ == 1; }
     /// \}
@@ -56,9 +56,6 @@ public:
 
 private:
     friend class GpxModelAccess;
-
-    struct Unchecked {};
-    GpxVersion(Unchecked, std::uint32_t major, std::uint32_t minor) noexcept : major_(major), minor_(minor) {}
 
     std::uint32_t major_;
     std::uint32_t minor_;

@@ -2,16 +2,37 @@
 #pragma once
 
 /// \file
-/// Operations on a holder that owns at most one value: `std::optional` where the value is small and common,
-/// `std::unique_ptr` elsewhere. A holder's value is its own: copying through these is always deep.
+/// A holder owns at most one value: `std::optional` where the value is small and common, `std::unique_ptr` or
+/// `OwnedValue` elsewhere. Here are `OwnedValue` and the operations on all three. A holder shares its value with no
+/// other: these operations copy the value itself.
 
 #include <memory>
 #include <optional>
 
 namespace vexaTransferLib {
 
+/// A `std::unique_ptr` whose copy owns a copy of the value, so that a class with such a member needs no copy
+/// constructor of its own. A copy that throws leaves both holders unchanged; moves do not throw.
+template <class T>
+class OwnedValue : public std::unique_ptr<T> {
+public:
+    /// Owns nothing.
+    OwnedValue() = default;
+    /// \{
+    /// Copies are deep; a holder that was moved from owns nothing.
+    OwnedValue(const OwnedValue& other)
+        : std::unique_ptr<T>(other ? std::make_unique<T>(*other) : std::unique_ptr<T>()) {}
+    OwnedValue(OwnedValue&&) noexcept = default;
+    OwnedValue& operator=(const OwnedValue& other) { return *this = OwnedValue(other); }
+    OwnedValue& operator=(OwnedValue&&) noexcept = default;
+    using std::unique_ptr<T>::operator=;
+    /// \}
+    ~OwnedValue() = default;
+};
+
 /// \{
-/// False, and \p out untouched, when the holder is empty; otherwise assigns the held value to \p out.
+/// Returns false and leaves \p out unchanged when the holder is empty; otherwise assigns the holder's value to
+/// \p out.
 template <class T>
 bool GetAutoPtrValue(T& out, const std::unique_ptr<T>& holder) {
     if (!holder)
@@ -30,7 +51,7 @@ bool GetAutoPtrValue(T& out, const std::optional<T>& holder) {
 /// \}
 
 /// \{
-/// Assigns to the held object when there is one (no new object is made), otherwise makes the holder own a
+/// Assigns to the holder's object when there is one (no new object is made), otherwise makes the holder own a
 /// copy.
 template <class T>
 void SetAutoPtrValue(std::unique_ptr<T>& holder, const T& value) {

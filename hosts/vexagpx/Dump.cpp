@@ -5,7 +5,7 @@
 #include <vexagpx/JsonWriter.h>
 #include <vexagpx/MetaDataJson.h>
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <array>
 #include <string_view>

@@ -6,7 +6,7 @@
 
 #include "support/Tool.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <boost/make_shared.hpp>
 

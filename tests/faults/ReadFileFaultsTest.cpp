@@ -20,7 +20,7 @@
 #include "support/ZipFiles.h"
 
 #include <common/dbc.h>
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include "support/TestFiles.h"
 #include "support/ZipFiles.h"
 
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <gtest/gtest.h>
 

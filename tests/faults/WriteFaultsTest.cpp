@@ -4,7 +4,7 @@
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxUtils.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include "support/Attempts.h"
 #include "support/FaultSample.h"
@@ -139,7 +139,7 @@ TEST(WriteFaultsTest, AllFurtherRequestsToOperatorNew) {
     WriteEachWay("new_on", FullDocument(), [](std::size_t call) { return RefusedNew::FromCall(call); });
 }
 
-// The text itself stands in memory that is resized.
+// The text itself is in memory that is resized.
 TEST(WriteFaultsTest, OneRequestToTheCLibrary) {
 #ifndef VEXA_FAULTS_MALLOC
     GTEST_SKIP() << "malloc is the sanitizer's and cannot be replaced";

@@ -89,7 +89,7 @@ TEST_F(WriteFileFaultsTest, RoomForEveryByteIsEnough) {
     EXPECT_EQ(ReadBytes(file), whole);
 }
 
-// As on a network file system, which may tell of a full disk only then.
+// As on a network file system, which may report a full disk only then.
 TEST_F(WriteFileFaultsTest, AFileThatDoesNotCloseWellIsReported) {
     {
         CFileFaults faults;

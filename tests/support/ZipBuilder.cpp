@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <zlib.h>
 

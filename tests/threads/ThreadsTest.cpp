@@ -15,9 +15,10 @@
 #include "support/TestFiles.h"
 #include "support/ZipFiles.h"
 
-#include "../support/ZipBuilder.h"
+#include "support/ZipBuilder.h"
 
 #include <common/UnicodeStrUtils.h>
+#include <common/dbc.h>
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,7 @@
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <exception>
@@ -321,6 +323,38 @@ TEST_F(ThreadsTest, OneDocumentIsReadByManyThreads) {
     for (const std::string& text : seen)
         EXPECT_TRUE(text == seen.front()) << text;
     EXPECT_NE(seen.front().find("</gpx>"), std::string::npos) << seen.front();
+}
+
+struct ReportCounts {
+    int handler;
+    std::atomic<std::size_t> own{0};
+    std::atomic<std::size_t> foreign{0};
+};
+
+template <int kHandler>
+void CountReport(const char*, int, void* context) noexcept {
+    auto& counts = *static_cast<ReportCounts*>(context);
+    ++(counts.handler == kHandler ? counts.own : counts.foreign);
+}
+
+TEST_F(ThreadsTest, AHandlerOfReportsIsCalledWithItsOwnContextWhileAnotherIsSet) {
+    constexpr std::size_t kCalls = 20000;
+    ReportCounts first{1};
+    ReportCounts second{2};
+    const dbc::ReportReceiver former = dbc::SetReportHandler(CountReport<1>, &first);
+    SeenBy(3, [&](std::size_t thread) {
+        for (std::size_t i = 0; i < kCalls; ++i)
+            if (thread != 0)
+                dbc::ReportFailure("x", 1);
+            else if (i % 2 == 0)
+                dbc::SetReportHandler(CountReport<2>, &second);
+            else
+                dbc::SetReportHandler(CountReport<1>, &first);
+        return std::string();
+    });
+    dbc::SetReportHandler(former.handler, former.context);
+    EXPECT_EQ(first.own + second.own, 2 * kCalls);
+    EXPECT_EQ(first.foreign + second.foreign, 0U);
 }
 
 } // namespace

@@ -2,12 +2,7 @@
 // The cleaner's linear steps against the regular expressions that define them.
 #include <vexaTransferLib/CleanText.h>
 
-#include <vexaTransferLib/cleaner/BBCode.h>
-#include <vexaTransferLib/cleaner/Blanks.h>
-#include <vexaTransferLib/cleaner/HtmlElements.h>
-#include <vexaTransferLib/cleaner/HtmlTags.h>
-#include <vexaTransferLib/cleaner/Punctuation.h>
-#include <vexaTransferLib/cleaner/References.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include "support/RegexCleaner.h"
 
@@ -37,11 +32,6 @@ constexpr int kSlowdown = 10;
 #else
 constexpr int kSlowdown = 1;
 #endif
-
-CleanText& Cleaner() {
-    static CleanText cleaner;
-    return cleaner;
-}
 
 RegexCleaner& Plain() {
     static RegexCleaner cleaner;
@@ -117,7 +107,7 @@ public:
     void Of(const Pipeline& pipeline, const icu::UnicodeString& text) {
         linear_ = text;
         plain_ = text;
-        (Cleaner().*pipeline.linear)(linear_);
+        (CleanText().*pipeline.linear)(linear_);
         (Plain().*pipeline.plain)(plain_);
         Compare(pipeline.name, text);
     }

@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/CleanText.h>
 
-#include <vexaTransferLib/cleaner/Blanks.h>
-#include <vexaTransferLib/cleaner/HtmlElements.h>
-#include <vexaTransferLib/cleaner/HtmlTags.h>
-#include <vexaTransferLib/cleaner/Punctuation.h>
-#include <vexaTransferLib/cleaner/References.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include <common/dbc.h>
 
@@ -21,7 +17,6 @@
 #include <cstdlib>
 #include <exception>
 #include <functional>
-#include <memory>
 #include <new>
 #include <string>
 #include <sys/wait.h>
@@ -55,11 +50,6 @@ constexpr char kSingleQuotes[] = "Unable to replace single quotes.";
 constexpr char kDoubleQuotes[] = "Unable to replace double quotes.";
 constexpr char kTextEdges[] = "Unable to trim spaces.";
 constexpr char kOutOfMemory[] = "std::bad_alloc";
-
-CleanText& Cleaner() {
-    static CleanText cleaner;
-    return cleaner;
-}
 
 icu::UnicodeString Repeated(const char16_t* unit, int count) {
     icu::UnicodeString text;
@@ -97,7 +87,7 @@ TEST(CleanTextReplaceTest, ReplacesAllMatchesByTheEnginesReplacementSyntax) {
         Matcher matcher;
         MakeMatcher(matcher, row.expression);
         icu::UnicodeString text(row.text);
-        Cleaner().RegexReplaceAll(matcher, text, row.replacement, "unused");
+        CleanText().RegexReplaceAll(matcher, text, row.replacement, "unused");
         EXPECT_EQ(Utf8(text), Utf8(row.expected)) << row.reason;
     }
 }
@@ -114,7 +104,7 @@ TEST(CleanTextReplaceTest, FailsWithTheGivenMessageAndLeavesWhatWasNotReplaced) 
         MakeMatcher(matcher, row.expression);
         icu::UnicodeString text(row.text);
         EXPECT_FAILURE(
-            Cleaner().RegexReplaceAll(matcher, text, row.replacement, "The caller's message: 100 %."),
+            CleanText().RegexReplaceAll(matcher, text, row.replacement, "The caller's message: 100 %."),
             dbc::postcondition_error, "The caller's message: 100 %.", kSource)
             << row.reason;
         EXPECT_EQ(Utf8(text), Utf8(row.expected)) << row.reason;
@@ -125,7 +115,7 @@ TEST(CleanTextReplaceTest, TheTextMayBeItsOwnReplacement) {
     Matcher matcher;
     MakeMatcher(matcher, u"b");
     icu::UnicodeString text(u"abcb");
-    Cleaner().RegexReplaceAll(matcher, text, text, "unused");
+    CleanText().RegexReplaceAll(matcher, text, text, "unused");
     EXPECT_EQ(Utf8(text), "aabcbcabcb");
 }
 
@@ -137,7 +127,7 @@ TEST(CleanTextReplaceTest, TheMatchersFormerUseDoesNotCount) {
     matcher->reset(former).region(1, 2, status);
     ASSERT_TRUE(matcher->find());
     icu::UnicodeString text(u"bab");
-    Cleaner().RegexReplaceAll(matcher, text, u"x", "unused");
+    CleanText().RegexReplaceAll(matcher, text, u"x", "unused");
     EXPECT_EQ(Utf8(text), "xax");
 }
 
@@ -149,12 +139,12 @@ TEST(CleanTextReplaceTest, WhenTheEngineGivesUpTheTextHoldsWhatWasReplacedSoFar)
     ASSERT_TRUE(U_SUCCESS(status));
     const icu::UnicodeString rest = u"-" + Repeated(u"ab", 4000) + u"c-abc";
     icu::UnicodeString text = u"abc-ac" + rest;
-    EXPECT_FAILURE(Cleaner().RegexReplaceAll(matcher, text, u"[$0]", "gave up"), dbc::postcondition_error,
+    EXPECT_FAILURE(CleanText().RegexReplaceAll(matcher, text, u"[$0]", "gave up"), dbc::postcondition_error,
                    "gave up", kSource);
     EXPECT_EQ(Utf8(text), Utf8(u"[abc]-[ac]" + rest));
 
     icu::UnicodeString next(u"abc");
-    Cleaner().RegexReplaceAll(matcher, next, u"x", "unused");
+    CleanText().RegexReplaceAll(matcher, next, u"x", "unused");
     EXPECT_EQ(Utf8(next), "x") << "the matcher can be used again";
 }
 
@@ -163,7 +153,7 @@ TEST(CleanTextReplaceDeathTest, AnEmptyHolderStopsTheProcess) {
         {
             const Matcher none;
             icu::UnicodeString text(u"a");
-            Cleaner().RegexReplaceAll(none, text, u"b", "unused");
+            CleanText().RegexReplaceAll(none, text, u"b", "unused");
         },
         testing::KilledBySignal(SIGABRT),
         "^ASSERT failed at LibCore/vexaTransferLib/CleanText\\.h:[1-9][0-9]*\n$");
@@ -186,11 +176,11 @@ TEST(CleanTextMemoryTest, ATextThatFindsNoRoomStaysAsItWas) {
     };
     constexpr std::size_t kLargestRequest = 8'192;
     for (const MemoryRow& row : rows) {
-        Cleaner();
         icu::UnicodeString text(row.text);
         {
             const RefusedIcuMemory refused = RefusedIcuMemory::Above(kLargestRequest);
-            EXPECT_FAILURE((Cleaner().*row.operation)(text), dbc::postcondition_error, row.message, kSource);
+            EXPECT_FAILURE((CleanText().*row.operation)(text), dbc::postcondition_error, row.message,
+                           kSource);
             EXPECT_GT(refused.Refused(), 0U);
         }
         EXPECT_TRUE(text == row.text) << row.message;
@@ -200,9 +190,8 @@ TEST(CleanTextMemoryTest, ATextThatFindsNoRoomStaysAsItWas) {
 TEST(CleanTextMemoryTest, APlainReplacementThatFindsNoRoomIsOutOfMemory) {
     const icu::UnicodeString dashes = Repeated(u"\u2014", 3'000);
     icu::UnicodeString text(dashes);
-    Cleaner();
     const RefusedIcuMemory refused = RefusedIcuMemory::Above(8'192);
-    EXPECT_THROW(Cleaner().CleanPlainTextForTova(text), std::bad_alloc);
+    EXPECT_THROW(CleanText().CleanPlainTextForTova(text), std::bad_alloc);
     EXPECT_TRUE(text == dashes);
 }
 
@@ -224,7 +213,7 @@ bool FailsWithRequest(std::size_t number, Operation operation, icu::UnicodeStrin
     bool failed = false;
     CaptureStandardError([&] {
         try {
-            (Cleaner().*operation)(text);
+            (CleanText().*operation)(text);
         } catch (const std::exception&) {
             failed = true;
         }
@@ -254,26 +243,19 @@ void ExpectAllStatesAreLeft(Operation operation, const icu::UnicodeString& text,
 
 // ICU's memory inside a child process, where it can be replaced without a trace in the tests' own process.
 struct IcuHeap {
-    std::size_t size = 0;         // only requests of this size count; 0: all
-    std::size_t firstRefused = 0; // counted from 1; 0: none
-    bool onwards = false;         // all requests from there on
+    std::size_t firstRefused = 0; // counted from 1, and all requests after it; 0: none
     std::size_t counted = 0;
     std::size_t refused = 0;
-    long blocks = 0;
 
-    bool Refuses(std::size_t request) {
-        if (firstRefused == 0 || (size != 0 && request != size))
-            return false;
+    bool Refuses() {
         ++counted;
-        const bool refuse = counted == firstRefused || (onwards && counted > firstRefused);
+        const bool refuse = firstRefused != 0 && counted >= firstRefused;
         refused += refuse ? 1 : 0;
         return refuse;
     }
 
-    void Refuse(std::size_t ofSize, std::size_t number, bool andOnwards) {
-        size = ofSize;
+    void RefuseFrom(std::size_t number) {
         firstRefused = number;
-        onwards = andOnwards;
         counted = 0;
         refused = 0;
     }
@@ -284,21 +266,14 @@ struct IcuHeap {
 IcuHeap heap;
 
 void* U_CALLCONV Allocate(const void*, std::size_t size) {
-    if (heap.Refuses(size))
-        return nullptr;
-    ++heap.blocks;
-    return std::malloc(size);
+    return heap.Refuses() ? nullptr : std::malloc(size);
 }
 
 void* U_CALLCONV Reallocate(const void*, void* memory, std::size_t size) {
-    if (heap.Refuses(size))
-        return nullptr;
-    heap.blocks += memory == nullptr ? 1 : 0;
-    return std::realloc(memory, size);
+    return heap.Refuses() ? nullptr : std::realloc(memory, size);
 }
 
 void U_CALLCONV Free(const void*, void* memory) {
-    heap.blocks -= memory == nullptr ? 0 : 1;
     std::free(memory);
 }
 
@@ -358,66 +333,16 @@ void AppendUnlessLast(std::string& lines, std::string& last, const std::string& 
     last = line;
 }
 
-// The messages of construction while the 1st, 2nd ... object of this size is refused. Only whole objects:
-// refused smaller pieces, ICU's compiler crashes on some and skips others.
-std::string ConstructionFailures(std::size_t size) {
-    std::string lines;
-    std::string last;
-    for (std::size_t number = 1;; ++number) {
-        const long blocks = heap.blocks;
-        std::unique_ptr<CleanText> cleaner;
-        heap.Refuse(size, number, false);
-        const std::string failure = FailureOf([&] { cleaner = std::make_unique<CleanText>(); });
-        if (heap.refused == 0)
-            return lines;
-        if (failure.empty())
-            continue;
-        AppendUnlessLast(lines, last, failure);
-        if (cleaner != nullptr || heap.blocks != blocks)
-            lines += std::to_string(heap.blocks - blocks) + " blocks were left behind\n";
-    }
-}
-
-constexpr char kConstructionMessages[] =
-    "Unable to create a regex pattern for HTML numeric character references.\n"
-    "Unable to create a regex pattern to remove BBCode.\n"
-    "Unable to create a regex pattern to remove extra spaces.\n"
-    "Unable to create a regex pattern to trim spaces.\n"
-    "Unable to create a regex pattern to remove redundant spaces.\n"
-    "Unable to create a regex pattern to replace tab characters.\n"
-    "Unable to create a regex pattern to replace single quotes.\n"
-    "Unable to create a regex pattern to replace double quotes.\n"
-    "Unable to create a regex pattern to insert carriage returns.\n"
-    "Unable to create a regex pattern to remove carriage returns.\n"
-    "Unable to create a regex pattern to remove line breaks.\n"
-    "Unable to create a regex pattern for HTML comments.\n"
-    "Unable to create a regex pattern for HTML scripts.\n"
-    "Unable to create a regex pattern for HTML block tags.\n"
-    "Unable to create a regex pattern for HTML break tags.\n"
-    "Unable to create a regex pattern for HTML tags.\n";
-
-TEST(CleanTextMemoryTest, ConstructionFailsWithTheMessageOfTheFirstMatcherThatIsRefused) {
-    Cleaner(); // a first refusal would spoil ICU's own tables for good
-    EXPECT_EQ(InChild([] { return ConstructionFailures(sizeof(icu::RegexMatcher)); }), kConstructionMessages);
-}
-
-TEST(CleanTextMemoryTest, ConstructionFailsWithTheMessageOfTheFirstPatternThatIsRefused) {
-    Cleaner();
-    EXPECT_EQ(InChild([] { return ConstructionFailures(sizeof(icu::RegexPattern)); }), kConstructionMessages);
-}
-
 // The messages of an operation while all requests from the 1st, 2nd ... on are refused.
 std::string OperationFailures(Operation operation, const icu::UnicodeString& input) {
     icu::UnicodeString expected(input);
-    (Cleaner().*operation)(expected);
+    (CleanText().*operation)(expected);
     std::string lines;
     std::string last;
     for (std::size_t number = 1;; ++number) {
         icu::UnicodeString text(input);
-        // The engine's working memory of the runs before must not help.
-        CleanText cleaner;
-        heap.Refuse(0, number, true);
-        const std::string failure = FailureOf([&] { (cleaner.*operation)(text); });
+        heap.RefuseFrom(number);
+        const std::string failure = FailureOf([&] { (CleanText().*operation)(text); });
         const bool refused = heap.refused != 0;
         if (!failure.empty())
             AppendUnlessLast(lines, last, failure);
@@ -444,7 +369,6 @@ icu::UnicodeString WorkForAllSteps() {
 }
 
 TEST(CleanTextMemoryTest, AFailedStepLeavesTheTextAsTheStepsBeforeLeftIt) {
-    Cleaner();
     ExpectAllStatesAreLeft(&CleanText::HTMLToPlainText, WorkForAllSteps(),
                            {cleaner::RemoveComments, cleaner::RemoveStylesAndScripts, cleaner::ReplaceTabs,
                             cleaner::ReplaceBlockTags, cleaner::ReplaceBreakTags, cleaner::RemoveTags,
@@ -477,7 +401,6 @@ TEST(CleanTextMemoryTest, EveryStepReportsWithItsOwnMessage) {
           kLineBreaks, kBBCode, kLineEdges, kOutOfMemory, kSingleQuotes, kDoubleQuotes, kOutOfMemory,
           kSpaces}}, // no tabs are left for the last pipeline, and none that would become spaces at its ends
     };
-    Cleaner();
     for (const StepsRow& row : rows)
         EXPECT_EQ(InChild([&] { return OperationFailures(row.operation, WorkForAllSteps()); }),
                   Lines(row.messages));

@@ -25,11 +25,6 @@ using testing_support::Utf8;
 
 using Operation = void (CleanText::*)(icu::UnicodeString&);
 
-CleanText& Cleaner() {
-    static CleanText cleaner;
-    return cleaner;
-}
-
 icu::UnicodeString Repeated(const char16_t* unit, int count) {
     icu::UnicodeString text;
     for (; count > 0; --count)
@@ -40,7 +35,7 @@ icu::UnicodeString Repeated(const char16_t* unit, int count) {
 double SecondsFor(const icu::UnicodeString& text) {
     icu::UnicodeString cleaned(text);
     const std::clock_t begin = std::clock();
-    Cleaner().CleanWebTextForTova(cleaned);
+    CleanText().CleanWebTextForTova(cleaned);
     return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
 }
 
@@ -74,7 +69,7 @@ struct LongRow {
 
 void ExpectCleaned(const LongRow& row) {
     icu::UnicodeString text(row.text);
-    (Cleaner().*row.operation)(text);
+    (CleanText().*row.operation)(text);
     EXPECT_TRUE(text == row.expected)
         << row.reason << ": " << text.length() << " units instead of " << row.expected.length()
         << ", beginning \"" << Utf8(text.tempSubString(0, 40)) << '"';
@@ -125,9 +120,8 @@ TEST(CleanTextLongTextsTest, ATextInWhichThereIsNothingToCleanNeedsNoMemory) {
         u"Here <is nothing, 3 & 4 [so] to be = cleaned;\r\nnot even - the dashes.\r\n");
     icu::UnicodeString text;
     text.fastCopyFrom(clean);
-    Cleaner();
     const RefusedIcuMemory counted = RefusedIcuMemory::None();
-    Cleaner().CleanWebTextForTova(text);
+    CleanText().CleanWebTextForTova(text);
     EXPECT_EQ(counted.Calls(), 0U);
     EXPECT_TRUE(text == clean);
 }

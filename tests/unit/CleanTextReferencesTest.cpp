@@ -22,18 +22,13 @@ struct Row {
     const char* reason;
 };
 
-CleanText& Cleaner() {
-    static CleanText cleaner;
-    return cleaner;
-}
-
 icu::UnicodeString NumbersReplaced(icu::UnicodeString text) {
-    Cleaner().ReplaceNumericCharacterReferences(text);
+    CleanText().ReplaceNumericCharacterReferences(text);
     return text;
 }
 
 icu::UnicodeString SymbolsReplaced(icu::UnicodeString text) {
-    Cleaner().ReplaceHTMLSymbols(text);
+    CleanText().ReplaceHTMLSymbols(text);
     return text;
 }
 
@@ -138,7 +133,7 @@ TEST(CleanTextReferencesTest, EveryNumberIsReplacedByItsReplacementString) {
     for (int codePoint = 0; codePoint <= 0x2100; ++codePoint) {
         const std::string decimal = Padded(std::to_string(codePoint), kDecimalDigits);
         const icu::UnicodeString text = icu::UnicodeString::fromUTF8("<&#" + decimal + ";>");
-        const std::string expected = "<" + Utf8(Cleaner().GetCharReplacementString(codePoint)) + ">";
+        const std::string expected = "<" + Utf8(CleanText().GetCharReplacementString(codePoint)) + ">";
         ASSERT_EQ(Utf8(NumbersReplaced(text)), expected) << codePoint;
     }
 }
@@ -158,9 +153,9 @@ icu::UnicodeString ExpectedReplacement(int codePoint) {
 TEST(CleanTextReferencesTest, TheReplacementStringsOfAllCodePoints) {
     constexpr int kBehindTheLast = 0x110000;
     for (int codePoint = -1; codePoint <= kBehindTheLast; ++codePoint)
-        ASSERT_TRUE(Cleaner().GetCharReplacementString(codePoint) == ExpectedReplacement(codePoint))
+        ASSERT_TRUE(CleanText().GetCharReplacementString(codePoint) == ExpectedReplacement(codePoint))
             << codePoint;
-    const CleanText& query = Cleaner();
+    const CleanText query;
     for (const int outside :
          {std::numeric_limits<int>::min(), -65, 65 - 0x10000, 0x10000 + 65, std::numeric_limits<int>::max()})
         EXPECT_TRUE(query.GetCharReplacementString(outside).isEmpty()) << outside;

@@ -29,16 +29,11 @@ struct Row {
     const char* reason;
 };
 
-CleanText& Cleaner() {
-    static CleanText cleaner;
-    return cleaner;
-}
-
 template <std::size_t N>
 void ExpectRows(Operation operation, const Row (&rows)[N]) {
     for (const Row& row : rows) {
         icu::UnicodeString text(row.text);
-        (Cleaner().*operation)(text);
+        (CleanText().*operation)(text);
         EXPECT_EQ(Utf8(text), Utf8(row.expected)) << row.reason << ": " << Utf8(row.text);
     }
 }
@@ -56,7 +51,7 @@ TEST(CleanTextTest, AnEmptyTextStaysEmpty) {
           &CleanText::CleanPlainTextForTova, &CleanText::ConvertToDosLineBreaks,
           &CleanText::ReplaceHTMLSymbols, &CleanText::ReplaceNumericCharacterReferences}) {
         icu::UnicodeString text;
-        (Cleaner().*operation)(text);
+        (CleanText().*operation)(text);
         EXPECT_TRUE(text.isEmpty());
         EXPECT_FALSE(text.isBogus());
     }
@@ -68,7 +63,7 @@ TEST(CleanTextTest, OperationsWithATestForEmptinessTouchNoMatcherThen) {
                                       &CleanText::CleanPlainTextForTova, &CleanText::ReplaceHTMLSymbols}) {
         icu::UnicodeString text;
         text.setToBogus();
-        (Cleaner().*operation)(text);
+        (CleanText().*operation)(text);
         EXPECT_TRUE(text.isBogus());
     }
 }
@@ -263,7 +258,7 @@ TEST(CleanTextTest, ZeroUnitsAndLoneSurrogatesPassThrough) {
     static constexpr char16_t kUnits[] = {u'a', 0, 0xD83D, u'<', u'b', u'>', 0xDE00, 0, u'b'};
     static constexpr char16_t kExpected[] = {u'a', 0, 0xD83D, 0xDE00, 0, u'b'};
     icu::UnicodeString text(kUnits, static_cast<std::int32_t>(std::size(kUnits)));
-    Cleaner().CleanWebTextForTova(text);
+    CleanText().CleanWebTextForTova(text);
     EXPECT_TRUE(text == icu::UnicodeString(kExpected, static_cast<std::int32_t>(std::size(kExpected))));
 }
 
@@ -437,7 +432,7 @@ TEST(CleanTextTest, HostileTextsComeOutAsFromThePlainPipeline) {
         const icu::UnicodeString hostile = HostileText(random);
         icu::UnicodeString cleaned(hostile);
         icu::UnicodeString expected(hostile);
-        Cleaner().CleanWebTextForTova(cleaned);
+        CleanText().CleanWebTextForTova(cleaned);
         pipeline.Clean(expected);
         changed += cleaned != hostile ? 1 : 0;
         if (cleaned != expected && ++different <= kFailuresShown)

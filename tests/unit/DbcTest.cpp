@@ -72,6 +72,71 @@ TEST(DbcTest, ReportNamesSourceAndLine) {
     EXPECT_EQ(CaptureStandardError([] { dbc::ReportFailure(kSource, 123); }), ReportOfLine(123));
 }
 
+namespace {
+
+/// Sets a handler for as long as it lives.
+class HandlerScope {
+public:
+    HandlerScope(dbc::ReportHandler handler, void* context)
+        : former_(dbc::SetReportHandler(handler, context)) {}
+    ~HandlerScope() { dbc::SetReportHandler(former_.handler, former_.context); }
+    HandlerScope(const HandlerScope&) = delete;
+    HandlerScope& operator=(const HandlerScope&) = delete;
+
+private:
+    dbc::ReportReceiver former_;
+};
+
+void AppendReport(const char* source, int line, void* context) noexcept {
+    static_cast<std::string*>(context)->append(source).append(" ").append(std::to_string(line)).append("\n");
+}
+
+} // namespace
+
+TEST(ReportHandlerTest, ReceivesTheReportInsteadOfStandardError) {
+    std::string reports;
+    const HandlerScope scope(AppendReport, &reports);
+    EXPECT_EQ(Written([] {
+                  dbc::ReportFailure(kSource, 1);
+                  dbc::SoftCheck(false, kSource, 2);
+                  dbc::SoftCheck(true, kSource, 3);
+                  dbc::FailPrecondition(kSource, 4, "m");
+              }),
+              "");
+    EXPECT_EQ(Written([] { dbc::Ensure(false, kSource, "m", 5); }), "");
+    const std::string source(kSource);
+    EXPECT_EQ(reports, source + " 1\n" + source + " 2\n" + source + " 4\n" + source + " 5\n");
+}
+
+TEST(ReportHandlerTest, WithoutAHandlerReportsAreDroppedAndErrorsThrown) {
+    const HandlerScope scope(nullptr, nullptr);
+    EXPECT_EQ(Written([] { dbc::ReportFailure(kSource, 1); }), "");
+    EXPECT_EQ(CaptureStandardError(
+                  [] { EXPECT_THROW(dbc::FailPostcondition(kSource, 2, "m"), dbc::postcondition_error); }),
+              "");
+}
+
+TEST(ReportHandlerTest, TheFormerSettingIsGivenBack) {
+    std::string reports;
+    const dbc::ReportReceiver first = dbc::SetReportHandler(AppendReport, &reports);
+    EXPECT_EQ(first.handler, &dbc::WriteReport);
+    EXPECT_EQ(first.context, nullptr);
+    const dbc::ReportReceiver second = dbc::SetReportHandler(nullptr, nullptr);
+    EXPECT_EQ(second.handler, &AppendReport);
+    EXPECT_EQ(second.context, &reports);
+    const dbc::ReportReceiver third = dbc::SetReportHandler(first.handler, first.context);
+    EXPECT_EQ(third.handler, nullptr);
+    EXPECT_EQ(Written([] { dbc::ReportFailure(kSource, 7); }), ReportOfLine(7));
+    EXPECT_EQ(reports, "");
+}
+
+TEST(ReportHandlerTest, MaySetAnotherHandler) {
+    const HandlerScope scope(
+        [](const char*, int, void*) noexcept { dbc::SetReportHandler(nullptr, nullptr); }, nullptr);
+    dbc::ReportFailure(kSource, 1);
+    EXPECT_EQ(dbc::SetReportHandler(nullptr, nullptr).handler, nullptr);
+}
+
 TEST(DbcTest, FailuresReportAndThrowTheErrorOfTheirName) {
     EXPECT_FAILURE(dbc::FailPrecondition(kSource, __LINE__, "m"), dbc::precondition_error, "m", kSource);
     EXPECT_FAILURE(dbc::FailPostcondition(kSource, __LINE__, "m"), dbc::postcondition_error, "m", kSource);

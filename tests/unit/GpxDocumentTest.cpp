@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxDocument.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include "support/ContractChecks.h"
 #include "support/SampleDocument.h"

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxDocument.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include "support/ContractChecks.h"
 #include "support/IcuMemory.h"
 #include "support/LocaleScopes.h"
+#include "support/ModelDoors.h"
 #include "support/SampleDocument.h"
 #include "support/TestFiles.h"
 
@@ -25,6 +26,7 @@ using namespace vexaTransferLib;
 using testing_support::CLocaleScope;
 using testing_support::FullDocument;
 using testing_support::IcuLocaleScope;
+using testing_support::ModelDoors;
 using testing_support::ReadBytes;
 using testing_support::ReadTestData;
 using testing_support::RefusedIcuMemory;
@@ -89,7 +91,7 @@ GpxDocument DocumentWithName(std::int32_t length) {
 
 GpxPoint BadPoint() {
     GpxPoint point(kGpxWaypoint, 1.0, 2.0);
-    GpxModelAccess::SetRawFix(point, 6);
+    ModelDoors::SetFix(point, 6);
     return point;
 }
 
@@ -129,12 +131,12 @@ TEST(GpxDocumentWriterTest, OnlyAWaypointsGeocacheAddsItsSchema) {
     GpxDocument document;
     document.AddWaypoint(GpxPoint(kGpxWaypoint, 1.0, 2.0));
     GpxPoint routePoint(kGpxRoutePoint, 1.0, 2.0);
-    GpxModelAccess::SetRawGeocache(routePoint, GpxGroundspeakCache());
+    ModelDoors::SetGeocache(routePoint, GpxGroundspeakCache());
     GpxRoute route(kTarvikRouteStandard);
     route.AddPoint(routePoint);
     document.AddRoute(route);
     GpxPoint trackPoint(kGpxTrackPoint, 1.0, 2.0);
-    GpxModelAccess::SetRawGeocache(trackPoint, GpxGroundspeakCache());
+    ModelDoors::SetGeocache(trackPoint, GpxGroundspeakCache());
     GpxTrack track;
     track.AddSegment();
     track.AddPoint(trackPoint);
@@ -268,7 +270,7 @@ TEST(GpxDocumentWriterTest, ControlCharactersStayAsTheModelHoldsThem) {
 }
 
 TEST(GpxDocumentWriterTest, VersionNameAndUrlAreCheckedInThisOrderBeforeTheModel) {
-    const GpxVersion unknown = GpxModelAccess::MakeVersion(1, 2);
+    const GpxVersion unknown = ModelDoors::MakeVersion(1, 2);
     const struct {
         GpxVersion version;
         const char16_t* name;
@@ -276,8 +278,8 @@ TEST(GpxDocumentWriterTest, VersionNameAndUrlAreCheckedInThisOrderBeforeTheModel
         const char* message;
     } rows[] = {
         {unknown, u"", u"", "Cannot write to unknown GPX schema version."},
-        {GpxModelAccess::MakeVersion(2, 0), u"App", u"x", "Cannot write to unknown GPX schema version."},
-        {GpxModelAccess::MakeVersion(0, 1), u"App", u"x", "Cannot write to unknown GPX schema version."},
+        {ModelDoors::MakeVersion(2, 0), u"App", u"x", "Cannot write to unknown GPX schema version."},
+        {ModelDoors::MakeVersion(0, 1), u"App", u"x", "Cannot write to unknown GPX schema version."},
         {kGpx11, u"", u"", "The application name is required to write a GPX document."},
         {kGpx10, u"", u"x", "The application name is required to write a GPX document."},
         {kGpx11, u"App", u"", "The application URL is required to write a GPX document."},
@@ -316,7 +318,7 @@ TEST(GpxDocumentWriterTest, WhatTheModelThrowsPassesAndNothingIsWritten) {
 
     WriteBytes(folder / "existing.gpx", "before");
     GpxRoute route(kTarvikRouteStandard);
-    GpxModelAccess::SetRawRouteType(route, 3);
+    ModelDoors::SetRouteType(route, 3);
     GpxDocument second;
     second.AddRoute(route);
     EXPECT_FAILURE(WritePlain(second, folder / "existing.gpx"), dbc::invariant_error,

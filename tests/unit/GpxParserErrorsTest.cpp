@@ -5,10 +5,9 @@
 #include "support/GpxFiles.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
-#include "support/IcuMemory.h"
 #include "support/ModelCompare.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <common/dbc.h>
 
@@ -266,15 +265,6 @@ TEST(GpxParserErrorsTest, AnEmptyPathIsRefusedBeforeTheReset) {
     RememberingParser parser;
     CaptureStandardError([&] { EXPECT_THROW(parser.GetParser(u""), dbc::precondition_error); });
     EXPECT_EQ(parser.resets, 0);
-}
-
-TEST(GpxParserErrorsTest, AParserWithoutACleanerCannotBeMade) {
-    const RefusedIcuMemory refused = RefusedIcuMemory::Above(0);
-    EXPECT_FAILURE(
-        GpxParser(), dbc::postcondition_error,
-        "Unable to construct a text cleaner: Unable to create a regex pattern for HTML numeric character "
-        "references.",
-        "LibCore/vexaTransferLib/CleanText.h");
 }
 
 } // namespace

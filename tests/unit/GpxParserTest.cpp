@@ -6,6 +6,7 @@
 #include "support/GpxFiles.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
+#include "support/ModelDoors.h"
 
 #include <common/dbc.h>
 
@@ -216,10 +217,9 @@ TEST(GpxParserTest, IsStdGPXNodeWantsTheNamespaceOfTheVersion) {
 TEST(GpxParserTest, IsStdGPXNodeRefusesAnUnknownVersion) {
     const DomTree tree("<r xmlns='http://www.topografix.com/GPX/1/1'/>");
     GpxParser parser;
-    EXPECT_FAILURE(parser.IsStdGPXNode(GpxModelAccess::MakeVersion(2, 0), tree.Root()),
-                   dbc::precondition_error, "The standard namespace URI is unknown for GPX version \"2.0\".",
-                   "");
-    EXPECT_FAILURE(parser.IsStdGPXNode(GpxModelAccess::MakeVersion(1, 12), nullptr), dbc::precondition_error,
+    EXPECT_FAILURE(parser.IsStdGPXNode(ModelDoors::MakeVersion(2, 0), tree.Root()), dbc::precondition_error,
+                   "The standard namespace URI is unknown for GPX version \"2.0\".", "");
+    EXPECT_FAILURE(parser.IsStdGPXNode(ModelDoors::MakeVersion(1, 12), nullptr), dbc::precondition_error,
                    "The standard namespace URI is unknown for GPX version \"1.12\".", "");
 }
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxPoint.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include "support/ContractChecks.h"
 #include "support/IcuMemory.h"
+#include "support/ModelDoors.h"
 #include "support/SampleDocument.h"
 #include "support/TestFiles.h"
 
@@ -18,6 +19,7 @@
 
 using namespace vexaTransferLib;
 using testing_support::FullWaypoint;
+using testing_support::ModelDoors;
 using testing_support::RefusedIcuMemory;
 using testing_support::Utf8;
 using testing_support::Written;
@@ -488,7 +490,7 @@ TEST(GpxPointTest, RoutePointTypeCountsOnARoutePointOnly) {
     routePoint.SetTarvikRoutePointType(kTarvikRoutePointVia);
     EXPECT_TRUE(routePoint.ContainsExtensions());
     GpxPoint waypoint = Waypoint();
-    GpxModelAccess::SetRawRoutePointType(waypoint, 3);
+    ModelDoors::SetRoutePointType(waypoint, 3);
     EXPECT_FALSE(waypoint.ContainsExtensions());
 }
 

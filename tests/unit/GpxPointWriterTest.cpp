@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxPoint.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include "support/ContractChecks.h"
 #include "support/IcuMemory.h"
+#include "support/ModelDoors.h"
 #include "support/SampleDocument.h"
 #include "support/TestFiles.h"
 
@@ -15,6 +16,7 @@
 
 using namespace vexaTransferLib;
 using testing_support::FullWaypoint;
+using testing_support::ModelDoors;
 using testing_support::ReadTestData;
 using testing_support::RefusedIcuMemory;
 using testing_support::Utf8;
@@ -76,7 +78,7 @@ TEST(GpxPointWriterTest, PositionsAtAndBeyondTheLimits) {
     EXPECT_EQ(Written(GpxPoint(kGpxWaypoint, 90.0, 180.0), 1),
               "<wpt lat=\"90.000000000\" lon=\"179.999999881\">\r\n</wpt>\r\n");
     GpxPoint point = Waypoint();
-    GpxModelAccess::SetRawPosition(point, 91.0, 180.0);
+    ModelDoors::SetPosition(point, 91.0, 180.0);
     EXPECT_EQ(Written(point, 1), "<wpt lat=\"91.000000000\" lon=\"180.000000000\">\r\n</wpt>\r\n");
 }
 
@@ -334,10 +336,10 @@ TEST(GpxPointWriterTest, Appends) {
 }
 
 TEST(GpxPointWriterTest, RefusesUnknownVersionsAndAppendsNothing) {
-    for (const GpxVersion& version : {GpxModelAccess::MakeVersion(1, 2), GpxModelAccess::MakeVersion(2, 0),
-                                      GpxModelAccess::MakeVersion(0, 1)}) {
+    for (const GpxVersion& version :
+         {ModelDoors::MakeVersion(1, 2), ModelDoors::MakeVersion(2, 0), ModelDoors::MakeVersion(0, 1)}) {
         GpxPoint point = Waypoint();
-        GpxModelAccess::SetRawPointType(point, 4);
+        ModelDoors::SetPointType(point, 4);
         icu::UnicodeString out(u"before");
         EXPECT_FAILURE(point.AppendToString(version, out), dbc::precondition_error,
                        "GPX points can only be written to version 1.0 or 1.1 files.", kSource);
@@ -348,7 +350,7 @@ TEST(GpxPointWriterTest, RefusesUnknownVersionsAndAppendsNothing) {
 TEST(GpxPointWriterTest, RefusesAnUnknownPointTypeAndAppendsNothing) {
     for (const std::uint8_t type : {std::uint8_t{0}, std::uint8_t{4}, std::uint8_t{255}}) {
         GpxPoint point = Waypoint();
-        GpxModelAccess::SetRawPointType(point, type);
+        ModelDoors::SetPointType(point, type);
         icu::UnicodeString out(u"before");
         EXPECT_FAILURE(point.AppendToString(GpxVersion(1, 1), out), dbc::invariant_error,
                        "Unable to write an unknown GPX point type.", kSource);
@@ -362,7 +364,7 @@ TEST(GpxPointWriterTest, RefusesAnUnknownFixBehindTheLinesBefore) {
         point.SetElevation(1.0);
         point.SetType(u"type");
         GpxModelAccess::SetGUID(point, u"g");
-        GpxModelAccess::SetRawFix(point, 6);
+        ModelDoors::SetFix(point, 6);
         icu::UnicodeString out;
         EXPECT_FAILURE(point.AppendToString(GpxVersion(1, minor), out), dbc::invariant_error,
                        "Unable to write an unknown GPS fix type.", kSource);
@@ -374,7 +376,7 @@ TEST(GpxPointWriterTest, RefusesAnUnknownFixBehindTheLinesBefore) {
 TEST(GpxPointWriterTest, RefusesAnUnknownRoutePointTypeBehindTheOpenExtensions) {
     GpxPoint point = RoutePoint();
     point.SetFix(kGpxFixNone);
-    GpxModelAccess::SetRawRoutePointType(point, 6);
+    ModelDoors::SetRoutePointType(point, 6);
     icu::UnicodeString out;
     EXPECT_FAILURE(point.AppendToString(GpxVersion(1, 1), out), dbc::invariant_error,
                    "Unable to write an unknown route point type.", kSource);
@@ -384,9 +386,9 @@ TEST(GpxPointWriterTest, RefusesAnUnknownRoutePointTypeBehindTheOpenExtensions) 
 }
 
 TEST(GpxPointWriterTest, ARawRoutePointTypeOnAnotherPointIsNotWritten) {
-    EXPECT_EQ(WrittenAfter([](GpxPoint& p) { GpxModelAccess::SetRawRoutePointType(p, 6); }, 1), InPoint(""));
+    EXPECT_EQ(WrittenAfter([](GpxPoint& p) { ModelDoors::SetRoutePointType(p, 6); }, 1), InPoint(""));
     const Change both = [](GpxPoint& point) {
-        GpxModelAccess::SetRawRoutePointType(point, 1);
+        ModelDoors::SetRoutePointType(point, 1);
         GpxModelAccess::SetSymbolNumber(point, 2);
     };
     EXPECT_EQ(WrittenAfter(both, 1), InExtensions("\t<tarvik:tovasymbol>2</tarvik:tovasymbol>\r\n"));
@@ -394,7 +396,7 @@ TEST(GpxPointWriterTest, ARawRoutePointTypeOnAnotherPointIsNotWritten) {
 
 TEST(GpxPointWriterTest, ARawGeocacheIsWrittenOnAnyPoint) {
     GpxPoint point = RoutePoint();
-    GpxModelAccess::SetRawGeocache(point, GpxGroundspeakCache());
+    ModelDoors::SetGeocache(point, GpxGroundspeakCache());
     EXPECT_NE(Written(point, 1).find("<groundspeak:cache "), std::string::npos);
 }
 

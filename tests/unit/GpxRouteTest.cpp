@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxRoute.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 
 #include "support/ContractChecks.h"
+#include "support/ModelDoors.h"
 #include "support/SampleDocument.h"
 #include "support/TestFiles.h"
 
@@ -13,6 +13,7 @@
 #include <utility>
 
 using namespace vexaTransferLib;
+using testing_support::ModelDoors;
 using testing_support::Utf8;
 using testing_support::Written;
 
@@ -157,7 +158,7 @@ TEST(GpxRouteTest, AcceptsPointTypesByRouteType) {
 
 TEST(GpxRouteTest, AnUnknownRouteTypeAcceptsNoPoint) {
     GpxRoute route(kTarvikRouteStandard);
-    GpxModelAccess::SetRawRouteType(route, 3);
+    ModelDoors::SetRouteType(route, 3);
     EXPECT_FAILURE(route.AddPoint(RoutePoint(1)), dbc::precondition_error, kNotAccepted, kSource);
     EXPECT_EQ(route.GetPointCount(), 0U);
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxRoute.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 
 #include "support/ContractChecks.h"
 #include "support/IcuMemory.h"
+#include "support/ModelDoors.h"
 #include "support/TestFiles.h"
 
 #include <common/dbc.h>
@@ -12,6 +12,7 @@
 #include <utility>
 
 using namespace vexaTransferLib;
+using testing_support::ModelDoors;
 using testing_support::RefusedIcuMemory;
 using testing_support::Utf8;
 
@@ -97,10 +98,10 @@ TEST(GpxRouteWriterTest, Appends) {
 }
 
 TEST(GpxRouteWriterTest, RefusesUnknownVersionsAndAppendsNothing) {
-    for (const GpxVersion& version : {GpxModelAccess::MakeVersion(1, 2), GpxModelAccess::MakeVersion(2, 1),
-                                      GpxModelAccess::MakeVersion(0, 0)}) {
+    for (const GpxVersion& version :
+         {ModelDoors::MakeVersion(1, 2), ModelDoors::MakeVersion(2, 1), ModelDoors::MakeVersion(0, 0)}) {
         GpxRoute route = FullRoute(kTarvikRoutePoints);
-        GpxModelAccess::SetRawRouteType(route, 3);
+        ModelDoors::SetRouteType(route, 3);
         icu::UnicodeString out(u"before");
         EXPECT_FAILURE(route.AppendToString(version, out), dbc::precondition_error,
                        "GPX routes can only be written to version 1.0 or 1.1 files.", kSource);
@@ -112,7 +113,7 @@ TEST(GpxRouteWriterTest, RefusesAnUnknownRouteTypeInBothVersionsAndAppendsNothin
     for (const std::uint32_t type : {3U, 4294967295U}) {
         for (const unsigned long minor : {0UL, 1UL}) {
             GpxRoute route = FullRoute(kTarvikRoutePoints);
-            GpxModelAccess::SetRawRouteType(route, type);
+            ModelDoors::SetRouteType(route, type);
             icu::UnicodeString out(u"before");
             EXPECT_FAILURE(route.AppendToString(GpxVersion(1, minor), out), dbc::invariant_error,
                            "Unable to write an unknown GPX route type.", kSource);
@@ -126,7 +127,7 @@ TEST(GpxRouteWriterTest, WhatAPointThrowsPassesAndTheTextBeforeStays) {
     route.SetName(u"n");
     route.AddPoint(GpxPoint(kGpxRoutePoint, 1.0, 2.0));
     GpxPoint bad(kGpxRoutePoint, 3.0, 4.0);
-    GpxModelAccess::SetRawFix(bad, 6);
+    ModelDoors::SetFix(bad, 6);
     route.AddPoint(bad);
     icu::UnicodeString out;
     EXPECT_FAILURE(route.AppendToString(GpxVersion(1, 1), out), dbc::invariant_error,

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxTrack.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include "support/ContractChecks.h"
 #include "support/IcuMemory.h"
+#include "support/ModelDoors.h"
 #include "support/TestFiles.h"
 
 #include <common/dbc.h>
@@ -11,6 +12,7 @@
 #include <string>
 
 using namespace vexaTransferLib;
+using testing_support::ModelDoors;
 using testing_support::RefusedIcuMemory;
 using testing_support::Utf8;
 
@@ -107,8 +109,8 @@ TEST(GpxTrackWriterTest, Appends) {
 }
 
 TEST(GpxTrackWriterTest, RefusesUnknownVersionsAndAppendsNothing) {
-    for (const GpxVersion& version : {GpxModelAccess::MakeVersion(1, 2), GpxModelAccess::MakeVersion(2, 1),
-                                      GpxModelAccess::MakeVersion(0, 0)}) {
+    for (const GpxVersion& version :
+         {ModelDoors::MakeVersion(1, 2), ModelDoors::MakeVersion(2, 1), ModelDoors::MakeVersion(0, 0)}) {
         icu::UnicodeString out(u"before");
         EXPECT_FAILURE(FullTrack().AppendToString(version, out), dbc::precondition_error,
                        "GPX tracks can only be written to version 1.0 or 1.1 files.", kSource);
@@ -120,7 +122,7 @@ TEST(GpxTrackWriterTest, WhatAPointThrowsPassesAndTheTextBeforeStays) {
     GpxTrack track;
     track.AddSegment();
     GpxPoint bad(kGpxTrackPoint, 3.0, 4.0);
-    GpxModelAccess::SetRawFix(bad, 255);
+    ModelDoors::SetFix(bad, 255);
     track.AddPoint(bad);
     icu::UnicodeString out;
     EXPECT_FAILURE(track.AppendToString(GpxVersion(1, 0), out), dbc::invariant_error,

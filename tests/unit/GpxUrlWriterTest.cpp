@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxUrl.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 
 #include "support/ContractChecks.h"
 #include "support/IcuMemory.h"
+#include "support/ModelDoors.h"
 #include "support/TestFiles.h"
 
 #include <common/dbc.h>
@@ -11,6 +11,7 @@
 #include <string>
 
 using namespace vexaTransferLib;
+using testing_support::ModelDoors;
 using testing_support::RefusedIcuMemory;
 using testing_support::Utf8;
 
@@ -72,8 +73,8 @@ TEST(GpxUrlWriterTest, Appends) {
 }
 
 TEST(GpxUrlWriterTest, RefusesUnknownVersionsAndAppendsNothing) {
-    for (const GpxVersion& version : {GpxModelAccess::MakeVersion(1, 2), GpxModelAccess::MakeVersion(2, 0),
-                                      GpxModelAccess::MakeVersion(0, 1)}) {
+    for (const GpxVersion& version :
+         {ModelDoors::MakeVersion(1, 2), ModelDoors::MakeVersion(2, 0), ModelDoors::MakeVersion(0, 1)}) {
         icu::UnicodeString out(u"before");
         EXPECT_FAILURE(GpxUrl(u"a").AppendToString(version, out), dbc::precondition_error,
                        "GPX URLs can only be written to version 1.0 or 1.1 files.", kSource);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxVersion.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 
 #include "support/ContractChecks.h"
+#include "support/ModelDoors.h"
 #include "support/TestFiles.h"
 
 #include <common/dbc.h>
@@ -12,8 +12,8 @@
 #include <limits>
 #include <type_traits>
 
-using vexaTransferLib::GpxModelAccess;
 using vexaTransferLib::GpxVersion;
+using vexaTransferLib::testing_support::ModelDoors;
 using vexaTransferLib::testing_support::Utf8;
 
 namespace {
@@ -123,7 +123,7 @@ TEST(GpxVersionTest, LatestIs11) {
 TEST(GpxVersionTest, TextIsMajorFullStopMinor) {
     EXPECT_EQ(Utf8(GpxVersion(1, 0).GetVersionString()), "1.0");
     EXPECT_EQ(Utf8(GpxVersion(1, 1).GetVersionString()), "1.1");
-    EXPECT_EQ(Utf8(GpxModelAccess::MakeVersion(4294967295U, 4294967295U).GetVersionString()),
+    EXPECT_EQ(Utf8(ModelDoors::MakeVersion(4294967295U, 4294967295U).GetVersionString()),
               "4294967295.4294967295");
 }
 
@@ -135,10 +135,10 @@ TEST(GpxVersionTest, KindIsToldByBothNumbers) {
     } rows[] = {
         {GpxVersion(1, 0), true, false},
         {GpxVersion(1, 1), false, true},
-        {GpxModelAccess::MakeVersion(1, 2), false, false},
-        {GpxModelAccess::MakeVersion(2, 0), false, false},
-        {GpxModelAccess::MakeVersion(2, 1), false, false},
-        {GpxModelAccess::MakeVersion(0, 1), false, false},
+        {ModelDoors::MakeVersion(1, 2), false, false},
+        {ModelDoors::MakeVersion(2, 0), false, false},
+        {ModelDoors::MakeVersion(2, 1), false, false},
+        {ModelDoors::MakeVersion(0, 1), false, false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(Utf8(row.version.GetVersionString()));
@@ -149,12 +149,12 @@ TEST(GpxVersionTest, KindIsToldByBothNumbers) {
 
 TEST(GpxVersionTest, OrdersByMajorThenMinorWithoutSign) {
     const GpxVersion ascending[] = {
-        GpxModelAccess::MakeVersion(0, 9),
+        ModelDoors::MakeVersion(0, 9),
         GpxVersion(1, 0),
         GpxVersion(1, 1),
-        GpxModelAccess::MakeVersion(1, 4294967295U),
-        GpxModelAccess::MakeVersion(2, 0),
-        GpxModelAccess::MakeVersion(4294967295U, 0),
+        ModelDoors::MakeVersion(1, 4294967295U),
+        ModelDoors::MakeVersion(2, 0),
+        ModelDoors::MakeVersion(4294967295U, 0),
     };
     for (std::size_t i = 0; i < std::size(ascending); ++i) {
         for (std::size_t j = 0; j < std::size(ascending); ++j) {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "support/ModelCompare.h"
 
+#include "support/ModelDoors.h"
 #include "support/SampleDocument.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -88,10 +89,10 @@ const Mutation kMutations[] = {
     {"routes", [](D& d) { d.AddRoute(GpxRoute(kTarvikRouteStandard)); }},
     {"tracks", [](D& d) { d.AddTrack(GpxTrack()); }},
 
-    {"waypoint 0, latitude", [](D& d) { A::SetRawPosition(Waypoint(d), 45.6, -122.25); }},
-    {"waypoint 0, longitude", [](D& d) { A::SetRawPosition(Waypoint(d), 45.5, -122.26); }},
+    {"waypoint 0, latitude", [](D& d) { ModelDoors::SetPosition(Waypoint(d), 45.6, -122.25); }},
+    {"waypoint 0, longitude", [](D& d) { ModelDoors::SetPosition(Waypoint(d), 45.5, -122.26); }},
     {"waypoint 1, longitude",
-     [](D& d) { A::SetRawPosition(const_cast<GpxPoint&>(d.GetWaypointIter()[1]), 90.0, -0.0); }},
+     [](D& d) { ModelDoors::SetPosition(const_cast<GpxPoint&>(d.GetWaypointIter()[1]), 90.0, -0.0); }},
     {"waypoint 0, elevation", [](D& d) { Waypoint(d).SetElevation(1.0); }},
     {"waypoint 0, time", [](D& d) { Waypoint(d).SetTime(1.0); }},
     {"waypoint 0, magnetic variation", [](D& d) { Waypoint(d).SetMagneticVariation(1.0); }},
@@ -152,13 +153,13 @@ const Mutation kMutations[] = {
     {"route 0, name", [](D& d) { Route(d).SetName(kOther); }},
     {"route 0, source", [](D& d) { Route(d).SetSource(kOther); }},
     {"route 0, type", [](D& d) { Route(d).SetType(kOther); }},
-    {"route 0, route type", [](D& d) { A::SetRawRouteType(Route(d), 1); }},
+    {"route 0, route type", [](D& d) { ModelDoors::SetRouteType(Route(d), 1); }},
     {"route 0, points", [](D& d) { Route(d).AddPoint(GpxPoint(RoutePoint(d))); }},
     {"route 0, point 2, name", [](D& d) { RoutePoint(d).SetName(kOther); }},
     {"route 0, point 2, route point type",
      [](D& d) { RoutePoint(d).SetTarvikRoutePointType(kTarvikRoutePointStart); }},
     {"route 0, point 2, symbol number", [](D& d) { A::SetSymbolNumber(RoutePoint(d), 6); }},
-    {"route 0, point 2, point type", [](D& d) { A::SetRawPointType(RoutePoint(d), kGpxTrackPoint); }},
+    {"route 0, point 2, point type", [](D& d) { ModelDoors::SetPointType(RoutePoint(d), kGpxTrackPoint); }},
 
     {"track 0, name", [](D& d) { Track(d).SetName(kOther); }},
     {"track 0, description", [](D& d) { Track(d).SetDescription(kOther); }},
@@ -175,8 +176,8 @@ const Mutation kMutations[] = {
     {"track 0, segment 1, points", [](D& d) { Track(d).AddPoint(GpxPoint(kGpxTrackPoint, 0.0, 0.0)); }},
     {"track 0, segment 1, point 0, elevation", [](D& d) { TrackPoint(d).SetElevation(1.0); }},
     {"track 0, segment 1, point 1, longitude",
-     [](D& d) { A::SetRawPosition((&TrackPoint(d))[1], -0.0, 0.0); }},
-    {"track 0, segment 1, point 0, has extensions", [](D& d) { A::SetRawGeocache(TrackPoint(d), {}); }},
+     [](D& d) { ModelDoors::SetPosition((&TrackPoint(d))[1], -0.0, 0.0); }},
+    {"track 0, segment 1, point 0, has extensions", [](D& d) { ModelDoors::SetGeocache(TrackPoint(d), {}); }},
 };
 
 TEST(ModelCompareTest, EqualDocumentsHaveNoDifference) {

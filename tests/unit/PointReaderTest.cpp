@@ -8,6 +8,7 @@
 #include "support/GpxDom.h"
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
+#include "support/ModelDoors.h"
 
 #include <common/dbc.h>
 
@@ -241,7 +242,7 @@ TEST(PointReaderTest, OnlyChildrenInTheNamespaceOfTheVersionCount) {
 TEST(PointReaderTest, AnUnknownVersionPassesOverEveryChild) {
     const DomTree tree(Gpx11("<wpt lat='1' lon='2'><name>N</name></wpt>"));
     GpxPoint point(kGpxWaypoint, 0.0, 0.0);
-    GpxParser().ParsePointNode(GpxModelAccess::MakeVersion(2, 0), kGpxWaypoint, tree.Find("wpt"), point);
+    GpxParser().ParsePointNode(ModelDoors::MakeVersion(2, 0), kGpxWaypoint, tree.Find("wpt"), point);
     EXPECT_EQ(PositionOf(point), "1 2");
     EXPECT_EQ(TextOf(point, &GpxPoint::GetName), kAbsent);
 }

@@ -63,7 +63,7 @@ public:
 
 /// The error that comes all the same, and what was read.
 std::string ReadUnheeding(const std::function<void(GpxParser&, GpxDocument&)>& read, GpxDocument& document) {
-    static UnheedingParser parser;
+    UnheedingParser parser;
     try {
         read(parser, document);
     } catch (const std::exception& exception) {
@@ -87,8 +87,7 @@ void ExpectSameUnheeding(const std::string& path) {
 }
 
 std::string HeardWhile(const std::function<void(GpxParser&, GpxDocument&)>& read) {
-    static ListeningParser parser; // to make one costs more than most files
-    parser.heard.clear();
+    ListeningParser parser;
     GpxDocument document;
     try {
         read(parser, document);
@@ -100,8 +99,8 @@ std::string HeardWhile(const std::function<void(GpxParser&, GpxDocument&)>& read
 
 /// What an observer is told of things skipped and of the XML parser's messages, and how it ended.
 std::string SkippedBy(const std::function<void(GpxParser&, GpxDocument&)>& read) {
-    static GpxParser parser; // to make one costs more than most files
     RecordingObserver observer;
+    GpxParser parser;
     parser.SetObserver(&observer);
     std::string error;
     GpxDocument document;
@@ -110,7 +109,6 @@ std::string SkippedBy(const std::function<void(GpxParser&, GpxDocument&)>& read)
     } catch (const std::exception& exception) {
         error = exception.what();
     }
-    parser.SetObserver(nullptr);
     // What is skipped of a file that proves to be ill-formed, only one road sees.
     const bool isIllFormed = error.find("One or more errors") != std::string::npos;
     return observer.messages + (isIllFormed ? "" : observer.skipped) + error;

@@ -31,7 +31,7 @@ std::string Converted(const icu::UnicodeString& text) {
 }
 
 std::string Written(const icu::UnicodeString& text) {
-    Utf8Sink sink(kSource);
+    Utf8Sink sink({kSource, __LINE__});
     sink.Raw(text);
     return Bytes(sink.Take());
 }
@@ -70,7 +70,7 @@ TEST(Utf8SinkTest, EscapesAsTheOtherSinkDoes) {
             text.append(kUnits[random() % std::size(kUnits)]);
         icu::UnicodeString expected;
         UnicodeSink(expected).Escaped(text);
-        Utf8Sink sink(kSource);
+        Utf8Sink sink({kSource, __LINE__});
         sink.Escaped(text);
         ASSERT_EQ(Bytes(sink.Take()), Converted(expected)) << round;
     }
@@ -83,7 +83,7 @@ TEST(Utf8SinkTest, LongTextsOfOneWidthAreWrittenAsTheConverterDoes) {
             const icu::UnicodeString text(count * U16_LENGTH(character), character, count);
             const std::string expected = Converted(text);
             EXPECT_TRUE(Written(text) == expected) << character << " " << count;
-            Utf8Sink sink(kSource);
+            Utf8Sink sink({kSource, __LINE__});
             sink.Escaped(text);
             sink.Escaped(u"<" + text);
             EXPECT_TRUE(Bytes(sink.Take()) == expected + "&lt;" + expected) << character << " " << count;
@@ -95,7 +95,7 @@ TEST(Utf8SinkTest, LongTextsOfOneWidthAreWrittenAsTheConverterDoes) {
 }
 
 TEST(Utf8SinkTest, TakesPiecesOfEveryKind) {
-    Utf8Sink sink(kSource);
+    Utf8Sink sink({kSource, __LINE__});
     sink.Ascii("<a>");
     sink.Raw(u"\u00E9<");
     sink.Escaped(u"<b>");
@@ -107,7 +107,7 @@ TEST(Utf8SinkTest, TakesPiecesOfEveryKind) {
 
 TEST(Utf8SinkTest, GivesFourZerosBehindTheText) {
     for (const std::size_t length : {0U, 1U, 4091U, 4092U, 4093U, 4096U, 100000U}) {
-        Utf8Sink sink(kSource);
+        Utf8Sink sink({kSource, __LINE__});
         sink.Ascii(std::string(length, 'x'));
         const UnicodeStrUtils::ByteString bytes = sink.Take();
         EXPECT_EQ(bytes.length, length);
@@ -117,7 +117,7 @@ TEST(Utf8SinkTest, GivesFourZerosBehindTheText) {
 }
 
 TEST(Utf8SinkTest, StartsAnewAfterTake) {
-    Utf8Sink sink(kSource);
+    Utf8Sink sink({kSource, __LINE__});
     sink.Ascii("first");
     const UnicodeStrUtils::ByteString first = sink.Take();
     sink.Ascii("second");
@@ -127,10 +127,10 @@ TEST(Utf8SinkTest, StartsAnewAfterTake) {
 
 TEST(Utf8SinkTest, ATextBeyondTheLimitIsAnError) {
     constexpr std::size_t kLimit = 10000;
-    Utf8Sink fits(kSource, kLimit);
+    Utf8Sink fits({kSource, __LINE__}, kLimit);
     fits.Ascii(std::string(kLimit, 'x'));
     EXPECT_EQ(fits.Take().length, kLimit);
-    Utf8Sink sink(kSource, kLimit);
+    Utf8Sink sink({kSource, __LINE__}, kLimit);
     const auto writeMore = [&sink] {
         for (std::size_t i = 0; i <= kLimit; ++i)
             sink.Ascii("x");

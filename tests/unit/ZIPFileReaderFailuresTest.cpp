@@ -9,7 +9,7 @@
 #include "support/ZipFiles.h"
 
 #include <common/dbc.h>
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

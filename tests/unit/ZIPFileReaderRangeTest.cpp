@@ -8,7 +8,7 @@
 #include "support/ZipFiles.h"
 
 #include <common/dbc.h>
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <gtest/gtest.h>
 
@@ -65,7 +65,7 @@ TEST(ZipFileReaderRangeTest, AnEntryClaimsItsLocalHeaderAndItsPackedBytes) {
             const std::size_t packed =
                 entry.method == kZipStored ? entry.content.size() : Deflated(entry.content).size();
             expected.emplace_back(header, PackedBytesAt(archive, entry.name) + packed);
-            header = expected.back().second;
+            header = static_cast<std::size_t>(expected.back().second);
         }
         EXPECT_EQ(Ranges(ArchiveFile(archive)), expected) << &layout - &layouts[0].first;
     }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/cleaner/BBCode.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
-#include <vexaTransferLib/cleaner/FoldedNames.h>
+#include <vexaTransferLib/cleaner/CaseFolding.h>
 #include <vexaTransferLib/cleaner/Replacements.h>
+#include <vexaTransferLib/cleaner/Scanning.h>
 
 #include <cstddef>
 #include <string_view>
@@ -10,8 +11,6 @@
 namespace vexaTransferLib::cleaner {
 
 namespace {
-
-constexpr std::size_t kNowhere = std::u16string_view::npos;
 
 constexpr std::u16string_view kNames[] = {u"b",     u"i",   u"u",    u"*",     u"code", u"color",
                                           u"email", u"img", u"list", u"quote", u"size", u"url"};
@@ -26,7 +25,7 @@ std::size_t ClosingBracket(std::u16string_view text, std::size_t nameEnd) {
     if (HasUnit(text, nameEnd, u']'))
         return nameEnd;
     if (!HasUnit(text, nameEnd, u'=') || HasUnit(text, nameEnd + 1, u']'))
-        return kNowhere;
+        return kNpos;
     return text.find(u']', nameEnd + 1);
 }
 
@@ -35,11 +34,11 @@ std::size_t EndOfTagAt(std::u16string_view text, std::size_t begin) {
     for (const std::u16string_view name : kNames) {
         const std::size_t nameEnd = EndOfName(text, nameBegin, name);
         // A name may be the begin of another, as "i" is of "img".
-        const std::size_t bracket = nameEnd == kNowhere ? kNowhere : ClosingBracket(text, nameEnd);
-        if (bracket != kNowhere)
+        const std::size_t bracket = nameEnd == kNpos ? kNpos : ClosingBracket(text, nameEnd);
+        if (bracket != kNpos)
             return bracket + 1;
     }
-    return kNowhere;
+    return kNpos;
 }
 
 } // namespace
@@ -49,13 +48,13 @@ bool RemoveBBCodeTags(icu::UnicodeString& text) {
     const std::u16string_view units = replacements.Text();
     // Behind the last closing bracket no tag ends: only as far as there is the text searched.
     const std::size_t last = units.rfind(u']');
-    const std::u16string_view closed = units.substr(0, last == kNowhere ? 0 : last + 1);
+    const std::u16string_view closed = units.substr(0, last == kNpos ? 0 : last + 1);
     std::size_t from = 0;
-    for (std::size_t begin = 0; (begin = closed.find(u'[', from)) != kNowhere;) {
+    for (std::size_t begin = 0; (begin = closed.find(u'[', from)) != kNpos;) {
         const std::size_t end = EndOfTagAt(closed, begin);
-        if (end != kNowhere)
+        if (end != kNpos)
             replacements.Replace(begin, end, {});
-        from = end == kNowhere ? begin + 1 : end;
+        from = end == kNpos ? begin + 1 : end;
     }
     return replacements.Finish();
 }

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/cleaner/HtmlTags.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
-#include <vexaTransferLib/cleaner/FoldedNames.h>
+#include <vexaTransferLib/cleaner/CaseFolding.h>
 #include <vexaTransferLib/cleaner/Replacements.h>
+#include <vexaTransferLib/cleaner/Scanning.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -12,10 +13,6 @@
 namespace vexaTransferLib::cleaner {
 
 namespace {
-
-constexpr std::size_t kNowhere = std::u16string_view::npos;
-constexpr std::u16string_view kLineBreak = u"\r\n";
-constexpr std::u16string_view kParagraphBreak = u"\r\n\r\n";
 
 using Names = std::span<const std::u16string_view>;
 
@@ -27,7 +24,7 @@ constexpr std::u16string_view kBreakNames[] = {
 
 bool BeginsWithAName(std::u16string_view text, std::size_t begin, Names names) {
     return std::any_of(names.begin(), names.end(),
-                       [&](std::u16string_view name) { return EndOfName(text, begin, name) != kNowhere; });
+                       [&](std::u16string_view name) { return EndOfName(text, begin, name) != kNpos; });
 }
 
 // No name has a bracket in it, so that the tag ends at the first, whichever name it was.
@@ -35,13 +32,13 @@ bool ReplaceTags(icu::UnicodeString& text, Names names, std::u16string_view with
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t from = 0;
-    for (std::size_t begin = 0; (begin = units.find(u'<', from)) != kNowhere;) {
+    for (std::size_t begin = 0; (begin = units.find(u'<', from)) != kNpos;) {
         from = begin + 1;
         if (!BeginsWithAName(units, from, names))
             continue;
         const std::size_t bracket = units.find(u'>', from);
         // Nor is there one for the tags behind this.
-        if (bracket == kNowhere)
+        if (bracket == kNpos)
             break;
         from = bracket + 1;
         replacements.Replace(begin, from, with);
@@ -64,9 +61,9 @@ bool RemoveTags(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t begin = units.find(u'<');
-    while (begin != kNowhere) {
+    while (begin != kNpos) {
         const std::size_t bracket = units.find_first_of(kBrackets, begin + 1);
-        if (bracket == kNowhere)
+        if (bracket == kNpos)
             break;
         if (units[bracket] == u'>')
             replacements.Replace(begin, bracket + 1, {});

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/cleaner/Punctuation.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include <vexaTransferLib/cleaner/Replacements.h>
 

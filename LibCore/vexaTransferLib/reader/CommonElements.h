@@ -12,6 +12,7 @@
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
 #include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
 #include <unicode/unistr.h>
@@ -36,7 +37,7 @@ template <class Owner>
 bool ReadDescription(ReadContext& context, FieldSources& sources, const NodeView& node, Owner& owner) {
     icu::UnicodeString text;
     if (owner.GetDescription(text)) {
-        sources.ReportIgnored(u"desc", node);
+        sources.ReportIgnored(gpx::kDesc, node);
         return false;
     }
     if (!ReadText(context, node, text))

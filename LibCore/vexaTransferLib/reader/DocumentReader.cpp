@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/DocumentReader.h>
 
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/FailureIsolation.h>
 #include <vexaTransferLib/reader/FieldSources.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/RouteReader.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/TrackReader.h>
 #include <vexaTransferLib/reader/VendorReader.h>
+#include <vexaTransferLib/text/ElementNames.h>
 
 #include <memory>
 #include <utility>
@@ -20,19 +21,19 @@ namespace {
 // GPX 1.0 has these below the root, GPX 1.1 in its metadata; both places are read in both versions.
 bool ReadNameOrTime(ReadContext& context, FieldSources& sources, const NodeView& child,
                     GpxDocument& document) {
-    if (Equals(child.LocalName(), u"name")) {
+    if (Equals(child.LocalName(), gpx::kName)) {
         icu::UnicodeString name;
         if (child.TextContent(name)) {
             GpxModelAccess::SetName(document, std::move(name));
-            sources.Set(u"name", child);
+            sources.Set(gpx::kName, child);
         }
         return true;
     }
-    if (Equals(child.LocalName(), u"time")) {
+    if (Equals(child.LocalName(), gpx::kTime)) {
         double time = 0.0;
         if (ReadTime(context, child, time)) {
             GpxModelAccess::SetTime(document, time);
-            sources.Set(u"time", child);
+            sources.Set(gpx::kTime, child);
         }
         return true;
     }
@@ -44,12 +45,12 @@ void ReadMetaData(ReadContext& context, FieldSources& sources, const NodeView& m
     ForEachNamedChild(context, metadata, [&](const NodeView& child) {
         if (ReadNameOrTime(context, sources, child, document))
             return;
-        if (!Equals(child.LocalName(), u"extensions"))
+        if (!Equals(child.LocalName(), gpx::kExtensions))
             context.reporter.SkipUnknown(child);
         else if (ReadDocumentData(context, child, document))
-            sources.Set(u"extensions", child);
+            sources.Set(gpx::kExtensions, child);
         else
-            sources.Clear(u"extensions");
+            sources.Clear(gpx::kExtensions);
     });
 }
 
@@ -76,20 +77,20 @@ public:
             context_.reporter.SkipUnknown(child);
             return Visit::kSkip;
         }
-        if (Equals(name, u"wpt") || Equals(name, u"rte") || Equals(name, u"trk"))
+        if (Equals(name, gpx::kWpt) || Equals(name, gpx::kRte) || Equals(name, gpx::kTrk))
             return WayInOrder(child);
         return Visit::kAsTree;
     }
 
     std::unique_ptr<ChildReader> Descend(const NodeView& child) override {
-        return Equals(child.LocalName(), u"trk") ? EnterTrack(context_, version_, child, document_)
-                                                 : EnterRoute(context_, version_, child, document_);
+        return Equals(child.LocalName(), gpx::kTrk) ? EnterTrack(context_, version_, child, document_)
+                                                    : EnterRoute(context_, version_, child, document_);
     }
 
     void ReadTree(const NodeView& child) override {
-        if (Equals(child.LocalName(), u"wpt"))
+        if (Equals(child.LocalName(), gpx::kWpt))
             ReadWaypoint(child);
-        else if (Equals(child.LocalName(), u"metadata"))
+        else if (Equals(child.LocalName(), gpx::kMetadata))
             ReadMetaData(context_, sources_, child, document_);
         else
             ReadNameOrTime(context_, sources_, child, document_);
@@ -99,16 +100,17 @@ public:
 
 private:
     static bool IsKnown(const char16_t* name) {
-        for (const char16_t* known : {u"wpt", u"rte", u"trk", u"metadata", u"name", u"time"})
-            if (Equals(name, known))
+        for (const auto* known :
+             {&gpx::kWpt, &gpx::kRte, &gpx::kTrk, &gpx::kMetadata, &gpx::kName, &gpx::kTime})
+            if (Equals(name, *known))
                 return true;
         return false;
     }
 
     // Of a waypoint, a route, or a track.
     Visit WayInOrder(const NodeView& child) {
-        const bool isWaypoint = Equals(child.LocalName(), u"wpt");
-        const bool isTrack = Equals(child.LocalName(), u"trk");
+        const bool isWaypoint = Equals(child.LocalName(), gpx::kWpt);
+        const bool isTrack = Equals(child.LocalName(), gpx::kTrk);
         if (isWaypoint ? routeSeen_ || trackSeen_ : !isTrack && trackSeen_) {
             context_.reporter.Skip(
                 child, kGpxOutOfOrder,
@@ -137,7 +139,7 @@ private:
 std::unique_ptr<ChildReader> EnterDocument(ReadContext& context, const NodeView& root,
                                            GpxDocument& document) {
     icu::UnicodeString versionText;
-    text::Ensure(ReadTextAttribute(root, u"version", versionText), text::sites::kGpxVersion,
+    text::Ensure(ReadTextAttribute(root, gpx::kVersion, versionText), text::sites::kGpxVersion,
                  "Unable to read the GPX version.");
     const GpxVersion version(versionText);
     text::Ensure(root.HasChildList(), text::sites::kGpxChildren, "Unable to read the GPX file nodes.");
@@ -145,7 +147,7 @@ std::unique_ptr<ChildReader> EnterDocument(ReadContext& context, const NodeView&
 }
 
 void RequireGpxRoot(const NodeView& root) {
-    if (!Equals(root.LocalName(), u"gpx"))
+    if (!Equals(root.LocalName(), gpx::kGpx))
         throw dbc::postcondition_error("The GPX document element was not found.");
 }
 

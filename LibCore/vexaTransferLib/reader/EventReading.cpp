@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/EventReading.h>
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/LimitedParser.h>
 #include <vexaTransferLib/reader/ReadErrors.h>
 

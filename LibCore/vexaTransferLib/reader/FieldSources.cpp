@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/FieldSources.h>
 
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/IcuText.h>
 
 #include <algorithm>
@@ -14,7 +15,7 @@ namespace {
 icu::UnicodeString ContentOf(const NodeView& element) {
     icu::UnicodeString content;
     element.TextContent(content);
-    if (const char16_t* const href = element.Attribute(u"href"))
+    if (const char16_t* const href = element.Attribute(gpx::kHref))
         content.append(u'\n').append(href, -1);
     text::ThrowIfBogus(content);
     return content;

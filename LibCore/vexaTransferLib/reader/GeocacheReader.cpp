@@ -4,6 +4,7 @@
 #include <vexaTransferLib/reader/FailureIsolation.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/NumberText.h>
 
@@ -23,22 +24,22 @@ struct TextElement {
 };
 
 constexpr TextElement<GpxGroundspeakCache> kCacheTexts[] = {
-    {u"name", &GpxGroundspeakCache::name},
-    {u"owner", &GpxGroundspeakCache::owner},
-    {u"type", &GpxGroundspeakCache::type},
-    {u"container", &GpxGroundspeakCache::container},
-    {u"difficulty", &GpxGroundspeakCache::difficulty},
-    {u"terrain", &GpxGroundspeakCache::terrain},
-    {u"short_description", &GpxGroundspeakCache::short_description},
-    {u"long_description", &GpxGroundspeakCache::long_description},
-    {u"encoded_hints", &GpxGroundspeakCache::encoded_hints},
+    {groundspeak::kName, &GpxGroundspeakCache::name},
+    {groundspeak::kOwner, &GpxGroundspeakCache::owner},
+    {groundspeak::kType, &GpxGroundspeakCache::type},
+    {groundspeak::kContainer, &GpxGroundspeakCache::container},
+    {groundspeak::kDifficulty, &GpxGroundspeakCache::difficulty},
+    {groundspeak::kTerrain, &GpxGroundspeakCache::terrain},
+    {groundspeak::kShortDescription, &GpxGroundspeakCache::short_description},
+    {groundspeak::kLongDescription, &GpxGroundspeakCache::long_description},
+    {groundspeak::kEncodedHints, &GpxGroundspeakCache::encoded_hints},
 };
 
 constexpr TextElement<GpxGroundspeakCacheLog> kLogTexts[] = {
-    {u"date", &GpxGroundspeakCacheLog::date},
-    {u"finder", &GpxGroundspeakCacheLog::finder},
-    {u"type", &GpxGroundspeakCacheLog::type},
-    {u"text", &GpxGroundspeakCacheLog::text},
+    {groundspeak::kDate, &GpxGroundspeakCacheLog::date},
+    {groundspeak::kFinder, &GpxGroundspeakCacheLog::finder},
+    {groundspeak::kType, &GpxGroundspeakCacheLog::type},
+    {groundspeak::kText, &GpxGroundspeakCacheLog::text},
 };
 
 // To clean so much text takes as long as to read a child.
@@ -87,7 +88,7 @@ void ForEachGroundspeakChild(ReadContext& context, const NodeView& node, Read re
 
 void ReadLogId(ReadContext& context, const NodeView& node, GpxGroundspeakCacheLog& log) {
     std::string id;
-    if (!ToNarrow(AttributeText(node, u"id"), id))
+    if (!ToNarrow(AttributeText(node, groundspeak::kId), id))
         return;
     log.id = text::ReadInt32(id.c_str());
     long long whole = 0;
@@ -115,7 +116,7 @@ bool ReadTravelBug(ReadContext& context, const NodeView& travelBug, GpxGroundspe
     bool found = false;
     ForEachGroundspeakChild(context, travelBug, [&](const NodeView& child) {
         icu::UnicodeString name;
-        if (!Equals(child.LocalName(), u"name")) {
+        if (!Equals(child.LocalName(), groundspeak::kName)) {
             context.reporter.SkipUnknown(child);
         } else if (ReadCleanText(context, child, name)) {
             context.CountObject();
@@ -152,7 +153,7 @@ bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions
     ChildWalk children(extensions);
     for (NodeView child; children.Next(child);) {
         context.Work();
-        if (!Equals(child.LocalName(), u"cache"))
+        if (!Equals(child.LocalName(), groundspeak::kCache))
             continue;
         if (isRead || !IsGroundspeak(child)) {
             TellOtherGeocache(context, child, isRead);
@@ -171,9 +172,9 @@ bool ReadGeocache(ReadContext& context, const NodeView& node, GpxGroundspeakCach
     bool found = false;
     FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
     ForEachGroundspeakChild(context, node, [&](const NodeView& child) {
-        if (Equals(child.LocalName(), u"logs"))
+        if (Equals(child.LocalName(), groundspeak::kLogs))
             ReadGeocacheLogs(context, child, cache);
-        else if (Equals(child.LocalName(), u"travelbugs"))
+        else if (Equals(child.LocalName(), groundspeak::kTravelbugs))
             ReadTravelBugs(context, child, cache);
         else if (ReadTextOf(context, sources, child, kCacheTexts, cache))
             found = true;
@@ -187,7 +188,7 @@ bool ReadGeocache(ReadContext& context, const NodeView& node, GpxGroundspeakCach
 bool ReadGeocacheLogs(ReadContext& context, const NodeView& logs, GpxGroundspeakCache& cache) {
     bool found = false;
     ForEachGroundspeakChild(context, logs, [&](const NodeView& child) {
-        if (!Equals(child.LocalName(), u"log"))
+        if (!Equals(child.LocalName(), groundspeak::kLog))
             context.reporter.SkipUnknown(child);
         else if (child.HasChildList())
             found = ReadLog(context, child, cache) || found;
@@ -198,7 +199,7 @@ bool ReadGeocacheLogs(ReadContext& context, const NodeView& logs, GpxGroundspeak
 bool ReadTravelBugs(ReadContext& context, const NodeView& travelBugs, GpxGroundspeakCache& cache) {
     bool found = false;
     ForEachGroundspeakChild(context, travelBugs, [&](const NodeView& child) {
-        if (Equals(child.LocalName(), u"travelbug"))
+        if (Equals(child.LocalName(), groundspeak::kTravelbug))
             found = ReadTravelBug(context, child, cache) || found;
         else
             context.reporter.SkipUnknown(child);

@@ -4,6 +4,7 @@
 #include <vexaTransferLib/reader/FailureIsolation.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/text/ElementNames.h>
 
 #include <utility>
 
@@ -17,15 +18,15 @@ constexpr ChildMessages kMessages = {"Unable to read GPX link child elements.",
 
 void ReadLinkChild(ReadContext& context, FieldSources& sources, const NodeView& child, GpxUrl& link) {
     icu::UnicodeString text;
-    if (Equals(child.LocalName(), u"text")) {
+    if (Equals(child.LocalName(), gpx::kText)) {
         if (ReadText(context, child, text)) {
             link.SetUrlText(text);
-            sources.Set(u"text", child);
+            sources.Set(gpx::kText, child);
         }
-    } else if (Equals(child.LocalName(), u"type")) {
+    } else if (Equals(child.LocalName(), gpx::kType)) {
         if (ReadText(context, child, text)) {
             link.SetUrlType(text);
-            sources.Set(u"type", child);
+            sources.Set(gpx::kType, child);
         }
     } else {
         context.reporter.SkipUnknown(child);
@@ -36,7 +37,7 @@ void ReadLinkChild(ReadContext& context, FieldSources& sources, const NodeView& 
 
 void ReadLink(ReadContext& context, const NodeView& node, GpxUrl& link) {
     icu::UnicodeString href;
-    text::Ensure(ReadTextAttribute(node, u"href", href), text::sites::kLinkHref,
+    text::Ensure(ReadTextAttribute(node, gpx::kHref, href), text::sites::kLinkHref,
                  "A link element was missing the href attribute.");
     GpxUrl read(href);
     FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);

@@ -7,6 +7,7 @@
 #include <vexaTransferLib/reader/GeocacheReader.h>
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
+#include <vexaTransferLib/text/ElementNames.h>
 
 namespace vexaTransferLib::reader {
 
@@ -64,7 +65,7 @@ void ReadGeocacheInto(const PointChild& child) {
     if (!ReadGeocache(child.context, child.node, cache))
         return;
     child.point.SetGroundspeakCache(cache);
-    child.sources.Set(u"cache", child.node);
+    child.sources.Set(groundspeak::kCache, child.node);
 }
 
 void ReadRoutePointExtensions(const PointChild& child) {
@@ -72,14 +73,14 @@ void ReadRoutePointExtensions(const PointChild& child) {
     if (!ReadRoutePointType(child.context, child.node, type))
         return;
     child.point.SetTarvikRoutePointType(type);
-    child.sources.Set(u"routePointType", child.node);
+    child.sources.Set(tarvik::kRoutePointType, child.node);
 }
 
 void ReadWaypointExtensions(const PointChild& child) {
     GpxGroundspeakCache cache;
     if (ReadGeocacheFromExtensions(child.context, child.node, cache)) {
         child.point.SetGroundspeakCache(cache);
-        child.sources.Set(u"cache", child.node);
+        child.sources.Set(groundspeak::kCache, child.node);
     }
     ReadWaypointData(child.context, child.sources, child.node, child.point);
 }
@@ -107,26 +108,26 @@ struct PointElement {
 
 // The most frequent first: a track point rarely has more than the first two.
 constexpr PointElement kElements[] = {
-    {u"ele", u"ele", ReadNumberInto<&GpxPoint::SetElevation>},
-    {u"time", u"time", ReadPointTime},
-    {u"magvar", u"magvar", ReadNumberInto<&GpxPoint::SetMagneticVariation>},
-    {u"geoidheight", u"geoidheight", ReadNumberInto<&GpxPoint::SetGeoidHeight>},
-    {u"name", u"name", ReadTextInto<&GpxPoint::SetName>},
-    {u"cmt", u"desc",
+    {gpx::kEle, gpx::kEle, ReadNumberInto<&GpxPoint::SetElevation>},
+    {gpx::kTime, gpx::kTime, ReadPointTime},
+    {gpx::kMagvar, gpx::kMagvar, ReadNumberInto<&GpxPoint::SetMagneticVariation>},
+    {gpx::kGeoidheight, gpx::kGeoidheight, ReadNumberInto<&GpxPoint::SetGeoidHeight>},
+    {gpx::kName, gpx::kName, ReadTextInto<&GpxPoint::SetName>},
+    {gpx::kCmt, gpx::kDesc,
      [](const PointChild& c) { return ReadCommentAsDescription(c.context, c.node, c.point); }},
-    {u"desc", u"desc",
+    {gpx::kDesc, gpx::kDesc,
      [](const PointChild& c) { return ReadDescription(c.context, c.sources, c.node, c.point); }},
-    {u"src", u"src", ReadTextInto<&GpxPoint::SetSource>},
-    {u"link", u"url",
+    {gpx::kSrc, gpx::kSrc, ReadTextInto<&GpxPoint::SetSource>},
+    {gpx::kLink, gpx::kUrl,
      [](const PointChild& c) { return ReadLinkElement(c.context, c.version, c.node, c.point); }},
-    {u"url", u"url",
+    {gpx::kUrl, gpx::kUrl,
      [](const PointChild& c) { return ReadUrlElement(c.context, c.version, c.node, c.point); }},
-    {u"urlname", u"urlname",
+    {gpx::kUrlname, gpx::kUrlname,
      [](const PointChild& c) { return ReadUrlNameElement(c.context, c.version, c.node, c.point); }},
-    {u"sym", u"sym", ReadTextInto<&GpxPoint::SetSymbol>},
-    {u"type", u"type", ReadTextInto<&GpxPoint::SetType>},
-    {u"fix", u"fix", ReadPointFix},
-    {u"extensions", u"extensions", ReadExtensions},
+    {gpx::kSym, gpx::kSym, ReadTextInto<&GpxPoint::SetSymbol>},
+    {gpx::kType, gpx::kType, ReadTextInto<&GpxPoint::SetType>},
+    {gpx::kFix, gpx::kFix, ReadPointFix},
+    {gpx::kExtensions, gpx::kExtensions, ReadExtensions},
 };
 
 const PointElement* FindElement(const char16_t* name) {
@@ -150,7 +151,7 @@ void ReadPointChild(const PointChild& child) {
         ReadStandardChild(child);
     else if (!IsGroundspeak(child.node))
         SkipForeignToGpx(child.context.reporter, child.version, child.node, FindElement(name) != nullptr);
-    else if (Equals(name, u"cache"))
+    else if (Equals(name, groundspeak::kCache))
         ReadGeocacheInto(child);
     else
         child.context.reporter.SkipUnknown(child.node);
@@ -166,9 +167,9 @@ GpxPoint ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType
         context.limiter->AddPoint();
     double latitude = 0.0;
     double longitude = 0.0;
-    text::Ensure(ReadDoubleAttribute(node, u"lat", latitude), text::sites::kPointLatitude,
+    text::Ensure(ReadDoubleAttribute(node, gpx::kLat, latitude), text::sites::kPointLatitude,
                  "Unable to read a GPX point's latitude.");
-    text::Ensure(ReadDoubleAttribute(node, u"lon", longitude), text::sites::kPointLongitude,
+    text::Ensure(ReadDoubleAttribute(node, gpx::kLon, longitude), text::sites::kPointLongitude,
                  "Unable to read a GPX point's longitude.");
     GpxPoint point(type, latitude, longitude);
     FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);

@@ -7,6 +7,7 @@
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/ElementNames.h>
 
 #include <optional>
 #include <utility>
@@ -32,12 +33,12 @@ public:
         if (IsStandard(version_, child))
             return Visit::kAsTree;
         SkipForeignToGpx(context_.reporter, version_, child,
-                         Equals(child.LocalName(), u"rtept") || FieldOf(child) != nullptr);
+                         Equals(child.LocalName(), gpx::kRtept) || FieldOf(child) != nullptr);
         return Visit::kSkip;
     }
 
     void ReadTree(const NodeView& child) override {
-        if (Equals(child.LocalName(), u"rtept"))
+        if (Equals(child.LocalName(), gpx::kRtept))
             ReadRoutePoint(child);
         else if (const char16_t* const field = FieldOf(child); field == nullptr)
             context_.reporter.SkipUnknown(child);
@@ -52,24 +53,24 @@ public:
 private:
     /// The name, when it is that of something other than a point that a route has.
     static const char16_t* FieldOf(const NodeView& child) {
-        for (const char16_t* field : {u"name", u"src", u"type", u"extensions"})
-            if (Equals(child.LocalName(), field))
-                return field;
+        for (const auto* field : {&gpx::kName, &gpx::kSrc, &gpx::kType, &gpx::kExtensions})
+            if (Equals(child.LocalName(), *field))
+                return *field;
         return nullptr;
     }
 
     /// True when the route will have the element's value.
     bool ReadField(const NodeView& child) {
         const char16_t* const name = child.LocalName();
-        if (Equals(name, u"name"))
+        if (Equals(name, gpx::kName))
             return ReadText(context_, child, name_);
-        if (Equals(name, u"src"))
+        if (Equals(name, gpx::kSrc))
             return ReadText(context_, child, source_);
         if (version_.IsGpx10()) {
             context_.reporter.SkipOtherVersion(child, version_);
             return false;
         }
-        if (Equals(name, u"type"))
+        if (Equals(name, gpx::kType))
             return ReadText(context_, child, type_);
         return ReadRouteType(context_, child, routeType_);
     }

@@ -8,6 +8,7 @@
 #include <vexaTransferLib/reader/ToldValues.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/ElementNames.h>
 
 #include <algorithm>
 #include <iterator>
@@ -51,20 +52,21 @@ struct TrackElement {
 
 // Unlike those of points, the extensions of a track are read in GPX 1.0 too.
 constexpr TrackElement kElements[] = {
-    {u"name", u"name", ReadTextInto<&GpxTrack::SetName>},
-    {u"cmt", u"desc",
+    {gpx::kName, gpx::kName, ReadTextInto<&GpxTrack::SetName>},
+    {gpx::kCmt, gpx::kDesc,
      [](const TrackChild& c) { return ReadCommentAsDescription(c.context, c.node, c.track); }},
-    {u"desc", u"desc",
+    {gpx::kDesc, gpx::kDesc,
      [](const TrackChild& c) { return ReadDescription(c.context, c.sources, c.node, c.track); }},
-    {u"src", u"src", ReadTextInto<&GpxTrack::SetSource>},
-    {u"extensions", u"color", [](const TrackChild& c) { return ReadTrackData(c.context, c.node, c.track); }},
-    {u"link", u"url",
+    {gpx::kSrc, gpx::kSrc, ReadTextInto<&GpxTrack::SetSource>},
+    {gpx::kExtensions, tarvik::kColor,
+     [](const TrackChild& c) { return ReadTrackData(c.context, c.node, c.track); }},
+    {gpx::kLink, gpx::kUrl,
      [](const TrackChild& c) { return ReadLinkElement(c.context, c.version, c.node, c.track); }},
-    {u"url", u"url",
+    {gpx::kUrl, gpx::kUrl,
      [](const TrackChild& c) { return ReadUrlElement(c.context, c.version, c.node, c.track); }},
-    {u"urlname", u"urlname",
+    {gpx::kUrlname, gpx::kUrlname,
      [](const TrackChild& c) { return ReadUrlNameElement(c.context, c.version, c.node, c.track); }},
-    {u"type", u"type", ReadTrackType},
+    {gpx::kType, gpx::kType, ReadTrackType},
 };
 
 const TrackElement* FindElement(const char16_t* name) {
@@ -86,7 +88,7 @@ public:
     const text::CheckSite& MissingChildSite() const override { return text::sites::kSegmentChild; }
 
     Visit Classify(const NodeView& child) override {
-        const bool isPoint = Equals(child.LocalName(), u"trkpt");
+        const bool isPoint = Equals(child.LocalName(), gpx::kTrkpt);
         if (isPoint && IsStandard(version_, child))
             return Visit::kAsTree;
         PassOver(child, isPoint);
@@ -139,10 +141,10 @@ public:
             return Visit::kSkip;
         if (!IsStandard(version_, child)) {
             SkipForeignToGpx(context_.reporter, version_, child,
-                             Equals(name, u"trkseg") || FindElement(name) != nullptr);
+                             Equals(name, gpx::kTrkseg) || FindElement(name) != nullptr);
             return Visit::kSkip;
         }
-        return Equals(name, u"trkseg") ? Visit::kDescend : Visit::kAsTree;
+        return Equals(name, gpx::kTrkseg) ? Visit::kDescend : Visit::kAsTree;
     }
 
     std::unique_ptr<ChildReader> Descend(const NodeView& child) override {

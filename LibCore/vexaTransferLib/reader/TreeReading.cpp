@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/TreeReading.h>
 
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/DocumentReader.h>
 #include <vexaTransferLib/reader/DomNode.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 #include <vexaTransferLib/reader/LimitedParser.h>
 #include <vexaTransferLib/reader/ReadAborted.h>
 #include <vexaTransferLib/reader/ReadErrors.h>

@@ -2,9 +2,10 @@
 #include <vexaTransferLib/reader/VendorReader.h>
 
 #include <vexaTransferLib/GpxUtils.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/FailureIsolation.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
 #include <vexaTransferLib/reader/ToldValues.h>
+#include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
 #include <boost/make_shared.hpp>
@@ -59,20 +60,20 @@ bool ReadType(ReadContext& context, const NodeView& extensions, const char16_t* 
 // False, with a report where the node is no element at all, when there is nothing to read.
 bool IsExtensions(const NodeView& node) {
     return text::SoftCheck(node.LocalName() != nullptr, text::sites::kVendorExtensions) &&
-           Equals(node.LocalName(), u"extensions");
+           Equals(node.LocalName(), gpx::kExtensions);
 }
 
 double ReadModTime(ReadContext& context, const NodeView& node) {
     double modTime = 0.0;
     std::string time;
-    if (ToNarrow(AttributeText(node, u"modtime"), time) && !ParseGpxTime(time, modTime))
+    if (ToNarrow(AttributeText(node, tarvik::kModtime), time) && !ParseGpxTime(time, modTime))
         context.reporter.Skip(node, kGpxUnreadable, "Its modtime is not a time.", true);
     return modTime;
 }
 
 void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point) {
     icu::UnicodeString key;
-    if (!ReadTextAttribute(node, u"key", key)) {
+    if (!ReadTextAttribute(node, tarvik::kKey, key)) {
         context.reporter.Skip(node, kGpxIncomplete, "A form field without a key is not kept.", true);
         return;
     }
@@ -88,7 +89,7 @@ void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point)
 
 void ReadFormData(ReadContext& context, const NodeView& form, GpxPoint& point) {
     ForEachNamedChild(context, form, [&](const NodeView& child) {
-        if (Equals(child.LocalName(), u"formstring"))
+        if (Equals(child.LocalName(), tarvik::kFormstring))
             ReadFormString(context, child, point);
         else
             context.reporter.SkipUnknown(child);
@@ -107,17 +108,17 @@ std::int32_t ReadInteger(ReadContext& context, const NodeView& node, const icu::
 // True when the child is one of the vendor's data of a waypoint.
 bool ReadWaypointDatum(ReadContext& context, FieldSources& sources, const NodeView& child, GpxPoint& point) {
     icu::UnicodeString text;
-    if (Equals(child.LocalName(), u"tovasymbol")) {
+    if (Equals(child.LocalName(), tarvik::kTovasymbol)) {
         if (ReadText(context, child, text)) {
             GpxModelAccess::SetSymbolNumber(point, ReadInteger(context, child, text));
-            sources.Set(u"tovasymbol", child);
+            sources.Set(tarvik::kTovasymbol, child);
         }
         return true;
     }
-    if (Equals(child.LocalName(), u"objectid")) {
+    if (Equals(child.LocalName(), tarvik::kObjectid)) {
         if (ReadText(context, child, text)) {
             GpxModelAccess::SetGUID(point, text);
-            sources.Set(u"objectid", child);
+            sources.Set(tarvik::kObjectid, child);
         }
         return true;
     }
@@ -128,16 +129,16 @@ bool ReadWaypointDatum(ReadContext& context, FieldSources& sources, const NodeVi
 bool ReadDocumentDatum(ReadContext& context, const NodeView& child, GISMetaData& layer,
                        AnnotateMetaData& annotation) {
     const char16_t* const name = child.LocalName();
-    icu::UnicodeString* const field = Equals(name, u"layerkey")       ? &layer.layerKey
-                                      : Equals(name, u"layername")    ? &layer.layerName
-                                      : Equals(name, u"form")         ? &layer.form
-                                      : Equals(name, u"waypointGUID") ? &annotation.waypointGUID
-                                      : Equals(name, u"trackGUID")    ? &annotation.trackGUID
-                                                                      : nullptr;
+    icu::UnicodeString* const field = Equals(name, tarvik::kLayerkey)       ? &layer.layerKey
+                                      : Equals(name, tarvik::kLayername)    ? &layer.layerName
+                                      : Equals(name, tarvik::kForm)         ? &layer.form
+                                      : Equals(name, tarvik::kWaypointGUID) ? &annotation.waypointGUID
+                                      : Equals(name, tarvik::kTrackGUID)    ? &annotation.trackGUID
+                                                                            : nullptr;
     if (field != nullptr)
         return ReadText(context, child, *field);
     icu::UnicodeString text;
-    if (!Equals(name, u"defaultsymbol"))
+    if (!Equals(name, tarvik::kDefaultsymbol))
         context.reporter.SkipUnknown(child);
     else if (ReadText(context, child, text))
         layer.defaultSymbol = ReadInteger(context, child, text);
@@ -147,11 +148,11 @@ bool ReadDocumentDatum(ReadContext& context, const NodeView& child, GISMetaData&
 } // namespace
 
 bool ReadRouteType(ReadContext& context, const NodeView& extensions, TarvikRouteType& type) {
-    return ReadType(context, extensions, u"routeType", text::kRouteTypeTexts, type);
+    return ReadType(context, extensions, tarvik::kRouteType, text::kRouteTypeTexts, type);
 }
 
 bool ReadRoutePointType(ReadContext& context, const NodeView& extensions, TarvikRoutePointType& type) {
-    return ReadType(context, extensions, u"routePointType", text::kRoutePointTypeTexts, type);
+    return ReadType(context, extensions, tarvik::kRoutePointType, text::kRoutePointTypeTexts, type);
 }
 
 void ReadWaypointData(ReadContext& context, FieldSources& sources, const NodeView& extensions,
@@ -160,12 +161,12 @@ void ReadWaypointData(ReadContext& context, FieldSources& sources, const NodeVie
         return;
     NodeView form;
     ForEachNamedChild(context, extensions, [&](const NodeView& child) {
-        if (Equals(child.LocalName(), u"formdata")) {
+        if (Equals(child.LocalName(), tarvik::kFormdata)) {
             if (!form.IsNull())
                 context.reporter.Skip(form, kGpxReplaced, "The last form is the one that is read.", true);
             form = child;
         } else if (!ReadWaypointDatum(context, sources, child, point) &&
-                   !Equals(child.LocalName(), u"cache")) {
+                   !Equals(child.LocalName(), groundspeak::kCache)) {
             context.reporter.SkipUnknown(child);
         }
     });
@@ -179,12 +180,12 @@ bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& t
     FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
     ForEachNamedChild(context, extensions, [&](const NodeView& child) {
         icu::UnicodeString text;
-        if (!Equals(child.LocalName(), u"color")) {
+        if (!Equals(child.LocalName(), tarvik::kColor)) {
             context.reporter.SkipUnknown(child);
         } else if (ReadText(context, child, text)) {
             // The low 16 bits are kept: 65535 reads as -1, no colour.
             GpxModelAccess::SetColor(track, static_cast<std::int16_t>(ReadInteger(context, child, text)));
-            sources.Set(u"color", child);
+            sources.Set(tarvik::kColor, child);
             found = true;
         }
     });

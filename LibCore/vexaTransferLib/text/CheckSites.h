@@ -29,6 +29,11 @@ inline void Ensure(bool holds, const CheckSite& site, const char* message) {
         dbc::FailPostcondition(site.source, site.line, message);
 }
 
+inline void Invariant(bool holds, const CheckSite& site, const char* message) {
+    if (!holds)
+        dbc::FailInvariant(site.source, site.line, message);
+}
+
 inline bool SoftCheck(bool holds, const CheckSite& site) noexcept {
     return dbc::SoftCheck(holds, site.source, site.line);
 }
@@ -42,6 +47,31 @@ extern const CheckSite kLongField;
 extern const CheckSite kFraction;
 extern const CheckSite kGpxTime;
 extern const CheckSite kNumberFormat;
+
+// The sources of the model have these: GpxUrl.cpp,
+extern const CheckSite kLinkVersion;
+extern const CheckSite kLinkOutput;
+// GpxPoint.cpp,
+extern const CheckSite kPointVersion;
+extern const CheckSite kPointOutput;
+extern const CheckSite kUnknownPointType;
+extern const CheckSite kUnknownFix;
+extern const CheckSite kUnknownRoutePointType;
+// GpxRoute.cpp,
+extern const CheckSite kRouteVersion;
+extern const CheckSite kRouteOutput;
+extern const CheckSite kUnknownRouteType;
+// GpxTrack.cpp,
+extern const CheckSite kTrackVersion;
+extern const CheckSite kTrackOutput;
+// GpxDocument.cpp.
+extern const CheckSite kDocumentVersion;
+extern const CheckSite kApplicationName;
+extern const CheckSite kApplicationUrl;
+extern const CheckSite kDocumentOutput;
+extern const CheckSite kFileCreated;
+extern const CheckSite kFileWritten;
+extern const CheckSite kFileClosed;
 
 // GpxParser.cpp has these.
 extern const CheckSite kGpxVersion;

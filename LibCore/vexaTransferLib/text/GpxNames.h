@@ -5,8 +5,10 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
-// Every fixed text that readers and writers share. Namespaces stand as UTF-16 because that is how the XML
-// parser compares them; the writer narrows them.
+// The fixed texts other than names of elements that readers and writers share. Readers compare namespaces as UTF-16,
+// which the XML parser gives them; writers append ASCII.
+
+#include <vexaTransferLib/text/ElementNames.h>
 
 #include <array>
 #include <string_view>
@@ -34,7 +36,8 @@ inline constexpr std::string_view kTarvikSchemaLocation =
 inline constexpr char16_t kVendorHomePage[] = u"https://tarvik.example/";
 
 // Texts of enumerations, by value; an empty text means that the value has none.
-inline constexpr std::array<std::string_view, 4> kPointElementNames = {"", "wpt", "rtept", "trkpt"};
+inline constexpr std::array<std::string_view, 4> kPointElementNames = {"", gpx::kWpt, gpx::kRtept,
+                                                                       gpx::kTrkpt};
 inline constexpr std::array<std::string_view, 6> kFixTexts = {"", "none", "2d", "3d", "dgps", "pps"};
 inline constexpr std::array<std::string_view, 3> kRouteTypeTexts = {"", "points", "directions"};
 inline constexpr std::array<std::string_view, 6> kRoutePointTypeTexts = {"",    "start",  "stop",

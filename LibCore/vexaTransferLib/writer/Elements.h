@@ -17,10 +17,10 @@ inline constexpr std::string_view kEndOfLine = "\r\n";
 inline constexpr int kCoordinateDecimals = 9;
 inline constexpr int kHeightDecimals = 6;
 
-// Those that every point of a track needs are inline: the names are constants, whose characters are then
-// stored without a loop or a call.
+// The functions that every point of a track needs are inline. Their names are constants, whose characters the compiler
+// then stores without a loop or a call.
 
-/// `<name>`, nothing around it.
+/// `<name>`, without indentation or the end of a line.
 inline void AppendOpen(TextSink& sink, std::string_view name) {
     sink.Ascii("<", name, ">");
 }
@@ -44,15 +44,15 @@ inline void AppendFixedElement(TextSink& sink, std::string_view name, double num
 
 /// A whole line with its escaped text; nothing when the text is empty.
 void AppendTextElement(TextSink& sink, std::string_view name, const icu::UnicodeString& text);
-/// A whole line behind `indent` with its text as it stands; nothing when the text is empty.
+/// A whole line that starts with `indent`, with the text unescaped; nothing when the text is empty.
 void AppendRawElement(TextSink& sink, std::string_view indent, std::string_view name,
                       const icu::UnicodeString& text);
 void AppendGroupedElement(TextSink& sink, std::string_view indent, std::string_view name,
                           std::int32_t number);
 void AppendGroupedElement(TextSink& sink, std::string_view indent, std::string_view name, double number);
 
-/// The start tag of a point with its position. A position within one epsilon of a pole or of -180 is written
-/// as that number; +180 has no such case.
+/// The start tag of a point with its position. A latitude within one epsilon of -90 or 90, and a longitude within one
+/// epsilon of -180, is written as that number. A longitude of 180 cannot occur.
 void AppendPointStart(TextSink& sink, std::string_view name, double latitude, double longitude);
 
 } // namespace vexaTransferLib::writer

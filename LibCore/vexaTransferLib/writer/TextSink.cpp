@@ -20,7 +20,7 @@ void UnicodeSink::AppendAscii(std::string_view text) {
     }
 }
 
-// Runs between the special characters are appended whole: escaping in place is quadratic.
+// Appends the runs between the special characters whole: escaping in place would take quadratic time.
 void UnicodeSink::Escaped(const icu::UnicodeString& text) {
     const char16_t* const units = text.getBuffer();
     const std::int32_t length = text.length();

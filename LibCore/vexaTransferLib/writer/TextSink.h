@@ -5,6 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/NumberText.h>
 #include <vexaTransferLib/text/TimeText.h>
 #include <vexaTransferLib/text/UsNumberFormat.h>
@@ -18,11 +19,11 @@
 
 namespace vexaTransferLib::writer {
 
-/// Where GPX text goes. The text of the model is written once, against this; an implementation decides on the
-/// encoding. One sink serves one call of a writer, so the number format inside is made at most once per call.
+/// Receives GPX text. The writers write to this class, and an implementation decides on the encoding. Each call of a
+/// public writing operation uses one sink, so that the number format inside is made at most once per call.
 ///
-/// Nearly all of a track is ASCII in small pieces. An implementation whose encoding keeps ASCII as it is lends
-/// its buffer for them (see `next_`), so that they cost no virtual call.
+/// Nearly all of a track is ASCII in small pieces. An implementation whose encoding leaves ASCII unchanged lends its
+/// buffer for them (see `next_`), so that they cost no virtual call.
 class TextSink {
 public:
     TextSink() = default;
@@ -30,28 +31,28 @@ public:
     TextSink& operator=(const TextSink&) = delete;
     virtual ~TextSink() = default;
 
-    /// Fixed text and digits, ASCII only: the pieces one behind the other.
+    /// Appends fixed text and digits, ASCII only: the pieces one after the other.
     template <std::convertible_to<std::string_view>... Pieces>
     void Ascii(const Pieces&... pieces) {
         AppendPieces(std::string_view(pieces)...);
     }
-    /// Text of the model as it stands.
+    /// Appends text of the model unescaped.
     virtual void Raw(const icu::UnicodeString& text) = 0;
-    /// Text of the model with the five XML special characters escaped.
+    /// Appends text of the model with the five XML special characters escaped.
     virtual void Escaped(const icu::UnicodeString& text) = 0;
 
-    /// A number in fixed notation.
+    /// Appends a number in fixed notation.
     void Fixed(double number, int decimals) {
         if (Room() >= text::kLongestFixed)
             next_ = text::WriteFixed(next_, number, decimals);
         else
             AppendAscii(text::FixedText(number, decimals).View());
     }
-    /// A number with thousands separators, as the vendor's extensions have them.
+    /// Appends a number with thousands separators, as the vendor's extensions have them.
     void Grouped(std::int32_t number) { Raw(numberFormat_.Format(number)); }
     void Grouped(double number) { Raw(numberFormat_.Format(number)); }
 
-    /// The GPX text of a time, empty for a NaN; valid until the next call. Appends nothing.
+    /// Returns the GPX text of a time, empty for a NaN, valid until the next call. Appends nothing.
     std::string_view TimeText(double millis, text::YearDigits yearDigits) {
         timeText_.Set(millis, yearDigits);
         return timeText_.View();
@@ -75,8 +76,7 @@ private:
             (AppendAscii(pieces), ...);
             return;
         }
-        // A copy, because the characters stored could be those of the member itself for all the compiler
-        // knows.
+        // A local copy, because the compiler has to assume that the stored characters change the member itself.
         char* next = next_;
         ((next += pieces.copy(next, pieces.size())), ...);
         next_ = next;
@@ -86,8 +86,8 @@ private:
     text::TimeText timeText_;
 };
 
-/// Appends to a UnicodeString. A string that ICU cannot hold turns bogus and stays so; whoever finishes the
-/// text looks (see RequireNotBogus).
+/// Appends to a UnicodeString. A string that is too large for ICU becomes bogus and stays so; RequireNotBogus checks
+/// it at the end.
 class UnicodeSink final : public TextSink {
 public:
     explicit UnicodeSink(icu::UnicodeString& out) : out_(out) {}
@@ -101,7 +101,11 @@ private:
     icu::UnicodeString& out_;
 };
 
-/// \throws dbc::postcondition_error when ICU gave up on the text; `source` is the class that wrote it
+/// \throws dbc::postcondition_error when the text became bogus; `source` is that of the class that wrote it
 void RequireNotBogus(const icu::UnicodeString& text, const char* source, int line = __builtin_LINE());
+/// The same for a check that runs in another file than the one reported.
+inline void RequireNotBogus(const icu::UnicodeString& text, const text::CheckSite& site) {
+    RequireNotBogus(text, site.source, site.line);
+}
 
 } // namespace vexaTransferLib::writer

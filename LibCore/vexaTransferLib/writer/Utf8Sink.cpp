@@ -3,8 +3,6 @@
 
 #include <vexaTransferLib/writer/XmlEntities.h>
 
-#include <common/dbc.h>
-
 #include <unicode/utf16.h>
 
 #include <algorithm>
@@ -52,19 +50,19 @@ void Utf8Sink::Reserve(std::size_t count) {
 
 void Utf8Sink::Grow(std::size_t count) {
     const std::size_t length = Length();
-    ThrowIfBogus(length <= limit_);
+    RequireRoom(length <= limit_);
     const std::size_t capacity =
         std::max({length + count + kZeros, (length + Room() + kZeros) * 2, kFirstCapacity});
     char* const grown = static_cast<char*>(std::realloc(bytes_.get(), capacity));
-    ThrowIfBogus(grown != nullptr);
+    RequireRoom(grown != nullptr);
     static_cast<void>(bytes_.release());
     bytes_.reset(grown);
     next_ = grown + length;
     end_ = grown + capacity - kZeros;
 }
 
-void Utf8Sink::ThrowIfBogus(bool isHeld) const {
-    dbc::Ensure(isHeld, source_, "The GPX text is too large to be held in memory.", line_);
+void Utf8Sink::RequireRoom(bool hasRoom) const {
+    text::Ensure(hasRoom, site_, "The GPX text is too large to be held in memory.");
 }
 
 void Utf8Sink::AppendAscii(std::string_view text) {
@@ -92,7 +90,7 @@ void Utf8Sink::Raw(const icu::UnicodeString& text) {
         Append(text.getBuffer(), static_cast<std::size_t>(text.length()));
 }
 
-// Special characters are no surrogates: what stands between them converts on its own.
+// Special characters are no surrogates, so that the runs between them can be converted one by one.
 void Utf8Sink::Escaped(const icu::UnicodeString& text) {
     const char16_t* units = text.getBuffer();
     const char16_t* const end = units + text.length();
@@ -111,7 +109,7 @@ UnicodeStrUtils::ByteString Utf8Sink::Take() {
     if (bytes_ == nullptr)
         Grow(0);
     const std::size_t length = Length();
-    ThrowIfBogus(length <= limit_);
+    RequireRoom(length <= limit_);
     std::memset(next_, 0, kZeros);
     UnicodeStrUtils::ByteString result{icu::UnicodeString()};
     result.length = static_cast<std::uint32_t>(length);

@@ -5,6 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/writer/TextSink.h>
 
 #include <common/UnicodeStrUtils.h>
@@ -17,22 +18,21 @@
 
 namespace vexaTransferLib::writer {
 
-/// Appends UTF-8 to a buffer that becomes the result as it is. Unpaired surrogates come out as ICU's
-/// converter writes them, U+0000 as a zero byte.
+/// Appends UTF-8 to a buffer that becomes the result without a copy. An unpaired surrogate is written as ICU's
+/// converter writes it, U+0000 as a zero byte.
 class Utf8Sink final : public TextSink {
 public:
-    /// \param source the class on whose behalf a text that is too large is reported, with the line there that makes
-    ///         the sink
-    /// \param limit the most bytes that the text may have; beyond, or without the memory, writing or Take throws
+    /// \param site what the report names when the text is too large
+    /// \param limit the most bytes that the text may have; beyond it, or without the memory, writing or Take throws
     ///         dbc::postcondition_error
-    explicit Utf8Sink(const char* source, std::size_t limit = std::numeric_limits<std::uint32_t>::max(),
-                      int line = __builtin_LINE())
-        : source_(source), line_(line), limit_(limit) {}
+    explicit Utf8Sink(const text::CheckSite& site,
+                      std::size_t limit = std::numeric_limits<std::uint32_t>::max())
+        : site_(site), limit_(limit) {}
 
     void Raw(const icu::UnicodeString& text) override;
     void Escaped(const icu::UnicodeString& text) override;
 
-    /// The bytes written, followed by four zero bytes; the sink is empty then.
+    /// Returns the bytes written, followed by four zero bytes, and empties the sink.
     UnicodeStrUtils::ByteString Take();
 
 private:
@@ -42,14 +42,13 @@ private:
 
     void AppendAscii(std::string_view text) override;
     std::size_t Length() const { return static_cast<std::size_t>(next_ - bytes_.get()); }
-    /// Makes room for so many more bytes, with the zeros behind them.
+    /// Makes room for so many more bytes, and for the zeros after them.
     void Reserve(std::size_t count);
     void Grow(std::size_t count);
-    void ThrowIfBogus(bool isHeld) const;
+    void RequireRoom(bool hasRoom) const;
     void Append(const char16_t* units, std::size_t count);
 
-    const char* source_;
-    int line_;
+    text::CheckSite site_;
     std::size_t limit_;
     std::unique_ptr<char, Free> bytes_;
 };

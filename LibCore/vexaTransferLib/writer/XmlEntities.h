@@ -9,7 +9,7 @@
 
 namespace vexaTransferLib::writer {
 
-/// The entity for one of XML's five special characters; empty for any other, which stands for itself.
+/// The entity for one of XML's five special characters; empty for any other, which is written as it is.
 constexpr std::string_view EntityOf(char16_t unit) {
     switch (unit) {
     case u'"':

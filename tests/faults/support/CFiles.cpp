@@ -39,7 +39,7 @@ Function* Next(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-// What is behind the file is exchanged, so that all that follows is the system's own doing.
+// The file itself is exchanged, so that the system does everything that follows.
 void Break(int file, CFileFaults::Read read) {
     const int other = open("/dev/null", read == CFileFaults::Read::kFails ? O_WRONLY : O_RDONLY);
     dup2(other, file);

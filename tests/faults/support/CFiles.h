@@ -12,7 +12,7 @@ struct CFileFaults {
     // Writing.
     int openError = 0;                               ///< errno of every fopen; 0 to open
     std::size_t room = static_cast<std::size_t>(-1); ///< how many bytes all fwrites together write
-    bool failsToClose = false;                       ///< fclose closes, and tells of a failure
+    bool failsToClose = false;                       ///< fclose closes, and reports a failure
     bool failsToUnbuffer = false;                    ///< setvbuf does nothing
 
     // Reading.

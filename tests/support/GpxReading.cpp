@@ -4,7 +4,7 @@
 #include "support/CaughtAs.h"
 #include "support/ContractChecks.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <exception>
 

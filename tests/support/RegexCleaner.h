@@ -10,8 +10,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// The steps of the plain pipelines, one for each regular expression, in the order in which the library makes
-/// its matchers, and one for the symbols that have names.
+/// The steps of the cleaning: one for each regular expression, then one for the named references.
 enum class PlainStep : std::size_t {
     kNumericReferences,
     kBBCodeTags,

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/cleaner/FoldedNames.h>
+#include <vexaTransferLib/cleaner/CaseFolding.h>
+
+#include <vexaTransferLib/cleaner/Scanning.h>
 
 namespace vexaTransferLib::cleaner {
 
@@ -29,7 +31,7 @@ bool FoldsToSt(char16_t unit) {
 std::size_t EndOfName(std::u16string_view text, std::size_t begin, std::u16string_view name) {
     while (!name.empty()) {
         if (begin == text.size())
-            return std::u16string_view::npos;
+            return kNpos;
         const char16_t unit = text[begin++];
         std::size_t matched = 0;
         if (Folded(unit) == name.front())
@@ -37,7 +39,7 @@ std::size_t EndOfName(std::u16string_view text, std::size_t begin, std::u16strin
         else if (FoldsToSt(unit) && name.starts_with(u"st"))
             matched = 2;
         else
-            return std::u16string_view::npos;
+            return kNpos;
         name.remove_prefix(matched);
     }
     return begin;

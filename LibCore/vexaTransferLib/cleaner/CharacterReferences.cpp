@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/cleaner/References.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include <vexaTransferLib/cleaner/Replacements.h>
+#include <vexaTransferLib/cleaner/Scanning.h>
 
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
@@ -14,8 +15,6 @@
 namespace vexaTransferLib::cleaner {
 
 namespace {
-
-constexpr std::size_t kNowhere = std::u16string_view::npos;
 
 struct Substitute {
     int codePoint;
@@ -93,7 +92,7 @@ struct NumericReference {
     int codePoint;
 };
 
-constexpr NumericReference kNoReference{kNowhere, kNoCodePoint};
+constexpr NumericReference kNoReference{kNpos, kNoCodePoint};
 
 NumericReference DigitsAt(std::u16string_view text, std::size_t begin, Notation notation) {
     Number number;
@@ -144,10 +143,10 @@ bool ReplaceNumericReferences(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t from = 0;
-    for (std::size_t begin = 0; (begin = units.find(u'&', from)) != kNowhere;) {
+    for (std::size_t begin = 0; (begin = units.find(u'&', from)) != kNpos;) {
         from = begin + 1;
         const NumericReference reference = NumericReferenceAt(units, begin);
-        if (reference.end == kNowhere)
+        if (reference.end == kNpos)
             continue;
         const icu::UnicodeString character = CharacterFor(reference.codePoint);
         from = reference.end;
@@ -163,7 +162,7 @@ bool ReplaceNamedReferences(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t from = 0;
-    for (std::size_t begin = 0; (begin = units.find(u'&', from)) != kNowhere;) {
+    for (std::size_t begin = 0; (begin = units.find(u'&', from)) != kNpos;) {
         from = begin + 1;
         const NamedReference* const named = NamedReferenceAt(units, begin);
         if (named == nullptr)

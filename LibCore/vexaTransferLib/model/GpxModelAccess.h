@@ -18,16 +18,36 @@ namespace vexaTransferLib {
 
 class CleanText;
 
-/// The one door to what the model keeps without a public accessor. For the reader, the unit tests, and the
-/// host's dump. Inline throughout, so that it needs no exported symbol.
+/// The one door to what the model keeps without a public accessor, or without one that copies nothing. For readers,
+/// writers, the unit tests, and the host's dump. Inline throughout, so that it needs no exported symbol.
 class GpxModelAccess {
 public:
-    /// A version that the public constructors refuse.
-    static GpxVersion MakeVersion(std::uint32_t major, std::uint32_t minor) {
-        return GpxVersion(GpxVersion::Unchecked(), major, minor);
-    }
+    /// The unit tests define it, for values that no constructor and no setter takes.
+    class Doors;
+
+    // Links. An empty text is absent.
+    static const icu::UnicodeString& GetUrl(const GpxUrl& link) { return link.url_; }
+    static const icu::UnicodeString& GetText(const GpxUrl& link) { return link.text_; }
+    static const icu::UnicodeString& GetType(const GpxUrl& link) { return link.type_; }
 
     // Points.
+    using RareData = GpxPoint::RareData;
+    static double GetLatitude(const GpxPoint& point) { return point.latitude_; }
+    static double GetLongitude(const GpxPoint& point) { return point.longitude_; }
+    /// \{
+    /// A null pointer when the value is absent.
+    static const double* GetElevation(const GpxPoint& point) {
+        return point.hasElevation_ ? &point.elevation_ : nullptr;
+    }
+    static const double* GetTime(const GpxPoint& point) { return point.hasTime_ ? &point.time_ : nullptr; }
+    static const RareData* GetRareData(const GpxPoint& point) { return point.rare_.get(); }
+    /// \}
+    /// \{
+    /// Numbers of the enumerations, 0 when absent.
+    static std::uint8_t GetRawPointType(const GpxPoint& point) { return point.pointType_; }
+    static std::uint8_t GetRawFix(const GpxPoint& point) { return point.fix_; }
+    static std::uint8_t GetRawRoutePointType(const GpxPoint& point) { return point.routePointType_; }
+    /// \}
     static std::int32_t GetSymbolNumber(const GpxPoint& point) {
         return point.rare_ ? point.rare_->symbolNumber : 0;
     }
@@ -50,25 +70,25 @@ public:
     static GpxPoint::FormAttributes GetFormAttributes(const GpxPoint& point) {
         return point.rare_ ? point.rare_->formAttributes : GpxPoint::FormAttributes();
     }
-    /// Values outside the enumerations, as no setter takes them.
-    static void SetRawPointType(GpxPoint& point, std::uint8_t type) { point.pointType_ = type; }
-    static void SetRawFix(GpxPoint& point, std::uint8_t fix) { point.fix_ = fix; }
-    static void SetRawRoutePointType(GpxPoint& point, std::uint8_t type) { point.routePointType_ = type; }
-    static void SetRawPosition(GpxPoint& point, double latitude, double longitude) {
-        point.latitude_ = latitude;
-        point.longitude_ = longitude;
-    }
-    /// On any kind of point, as no setter does.
-    static void SetRawGeocache(GpxPoint& point, const GpxGroundspeakCache& cache) {
-        SetAutoPtrValue(MakeRare(point).geocache, cache);
-    }
 
-    // Routes and tracks.
-    static void SetRawRouteType(GpxRoute& route, std::uint32_t type) {
-        route.routeType_ = static_cast<TarvikRouteType>(type);
-    }
+    // Routes. An empty text is absent.
+    static const icu::UnicodeString& GetName(const GpxRoute& route) { return route.name_; }
+    static const icu::UnicodeString& GetSource(const GpxRoute& route) { return route.source_; }
+    static const icu::UnicodeString& GetType(const GpxRoute& route) { return route.type_; }
+    static std::uint32_t GetRawRouteType(const GpxRoute& route) { return route.routeType_; }
+    static const GpxRoute::Points& GetPoints(const GpxRoute& route) { return route.points_; }
+
+    // Tracks. An empty text is absent.
+    static const icu::UnicodeString& GetName(const GpxTrack& track) { return track.name_; }
+    static const icu::UnicodeString& GetDescription(const GpxTrack& track) { return track.description_; }
+    static const icu::UnicodeString& GetSource(const GpxTrack& track) { return track.source_; }
+    static const icu::UnicodeString& GetType(const GpxTrack& track) { return track.type_; }
+    /// A null pointer when there is none.
+    static const GpxUrl* GetLink(const GpxTrack& track) { return track.url_.get(); }
+    /// -1 when there is none.
     static std::int16_t GetColor(const GpxTrack& track) { return track.color_; }
     static void SetColor(GpxTrack& track, std::int16_t color) { track.color_ = color; }
+    static const GpxTrack::Segments& GetSegments(const GpxTrack& track) { return track.segments_; }
 
     // Documents.
     static const icu::UnicodeString& GetName(const GpxDocument& document) { return document.name_; }

@@ -3,7 +3,7 @@
 
 #include "support/TestFiles.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <boost/make_shared.hpp>
 

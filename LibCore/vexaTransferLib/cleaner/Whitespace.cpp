@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/cleaner/Blanks.h>
+#include <vexaTransferLib/cleaner/Steps.h>
 
 #include <vexaTransferLib/cleaner/Replacements.h>
+#include <vexaTransferLib/cleaner/Scanning.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -11,10 +12,7 @@ namespace vexaTransferLib::cleaner {
 
 namespace {
 
-constexpr std::size_t kNowhere = std::u16string_view::npos;
 constexpr std::u16string_view kSpace = u" ";
-constexpr std::u16string_view kLineBreak = u"\r\n";
-constexpr std::u16string_view kParagraphBreak = u"\r\n\r\n";
 
 // The line ends of the regular expression engine's "^" and "$".
 bool IsLineEnd(char16_t unit) {
@@ -42,7 +40,7 @@ bool ReplaceTabs(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t end = 0;
-    for (std::size_t begin = 0; (begin = units.find(u'\t', end)) != kNowhere;) {
+    for (std::size_t begin = 0; (begin = units.find(u'\t', end)) != kNpos;) {
         end = EndOfRun(units, begin);
         replacements.Replace(begin, end, kSpace);
     }
@@ -53,7 +51,7 @@ bool CollapseSpaces(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t end = 0;
-    for (std::size_t begin = 0; (begin = units.find(u' ', end)) != kNowhere;) {
+    for (std::size_t begin = 0; (begin = units.find(u' ', end)) != kNpos;) {
         end = EndOfRun(units, begin);
         if (end - begin > 1)
             replacements.Replace(begin, end, kSpace);
@@ -65,7 +63,7 @@ bool TrimLines(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t end = 0;
-    for (std::size_t begin = 0; (begin = units.find(u' ', end)) != kNowhere;) {
+    for (std::size_t begin = 0; (begin = units.find(u' ', end)) != kNpos;) {
         end = EndOfRun(units, begin);
         if (StandsAtLineEdge(units, begin, end))
             replacements.Replace(begin, end, {});
@@ -91,7 +89,7 @@ bool TrimText(icu::UnicodeString& text) {
 bool RemoveLoneCarriageReturns(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
-    for (std::size_t at = units.find(u'\r'); at != kNowhere; at = units.find(u'\r', at + 1)) {
+    for (std::size_t at = units.find(u'\r'); at != kNpos; at = units.find(u'\r', at + 1)) {
         if (!units.substr(at).starts_with(kLineBreak))
             replacements.Replace(at, at + 1, {});
     }
@@ -101,7 +99,7 @@ bool RemoveLoneCarriageReturns(icu::UnicodeString& text) {
 bool CompleteLineFeeds(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
-    for (std::size_t at = units.find(u'\n'); at != kNowhere; at = units.find(u'\n', at + 1)) {
+    for (std::size_t at = units.find(u'\n'); at != kNpos; at = units.find(u'\n', at + 1)) {
         if (at == 0 || units[at - 1] != u'\r')
             replacements.Replace(at, at + 1, kLineBreak);
     }
@@ -112,7 +110,7 @@ bool CollapseLineBreaks(icu::UnicodeString& text) {
     Replacements replacements(text);
     const std::u16string_view units = replacements.Text();
     std::size_t end = 0;
-    for (std::size_t begin = 0; (begin = units.find(kLineBreak, end)) != kNowhere;) {
+    for (std::size_t begin = 0; (begin = units.find(kLineBreak, end)) != kNpos;) {
         end = begin;
         while (units.substr(end).starts_with(kLineBreak))
             end += kLineBreak.size();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/DomReading.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <common/dbc.h>
 

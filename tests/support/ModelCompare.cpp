@@ -4,7 +4,7 @@
 #include "support/GpxValues.h"
 #include "support/TestFiles.h"
 
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <algorithm>
 #include <cmath>

@@ -5,7 +5,7 @@
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxUrl.h>
-#include <vexaTransferLib/reader/GpxModelAccess.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <unicode/unistr.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/RegexCleaner.h"
 
-#include <vexaTransferLib/cleaner/Patterns.h>
+#include <unicode/uregex.h>
 
 #include <cstdint>
 #include <iterator>
@@ -18,10 +18,41 @@ constexpr char16_t kSpace[] = u" ";
 constexpr char16_t kLineBreak[] = u"\r\n";
 constexpr char16_t kParagraphBreak[] = u"\r\n\r\n";
 
-// In the order of the patterns. The numeric references have no fixed replacement.
-constexpr const char16_t* kReplacements[] = {
-    kNothing,   kNothing, kNothing,        kNothing, kSpace,   kSpace,          u"'",       u"\"",
-    kLineBreak, kNothing, kParagraphBreak, kNothing, kNothing, kParagraphBreak, kLineBreak, kNothing,
+// What a step replaces, as a regular expression, and by what. The library's steps scan the text instead,
+// because the engine needs quadratic time on some texts and gives up on others.
+struct Pattern {
+    const char16_t* expression;
+    std::uint32_t flags;
+    const char16_t* replacement;
+};
+
+constexpr std::uint32_t kLineFlags = UREGEX_MULTILINE | UREGEX_DOTALL;
+constexpr std::uint32_t kNameFlags = kLineFlags | UREGEX_CASE_INSENSITIVE;
+
+// The spaces at the edges of lines and those at the edges of the text differ in the flags only.
+constexpr char16_t kEdgeSpaces[] = u"(^ +)|( +$)";
+
+// In the order of the enumeration. Each numeric reference has a replacement of its own. Element names are
+// prefixes: "<param>" opens a block as "<p>" does.
+constexpr Pattern kPatterns[] = {
+    {uR"(&#(([\d]{1,10})|([xX][\da-fA-F]{1,8}));)", kLineFlags, nullptr},
+    {uR"(\[[/]?(b|i|u|\*|code|color|email|img|list|quote|size|url)(=[^\]]+\]|\]))", kNameFlags, kNothing},
+    {kEdgeSpaces, kLineFlags, kNothing},
+    {kEdgeSpaces, UREGEX_DOTALL, kNothing},
+    {u" {2,}", kLineFlags, kSpace},
+    {uR"([\t]+)", kLineFlags, kSpace},
+    {u"[\u2018\u2019]", kLineFlags, u"'"},
+    {u"[\u201C\u201D]", kLineFlags, u"\""},
+    {uR"((?<!\r)\n)", kLineFlags, kLineBreak},
+    {uR"(\r(?!\n))", kLineFlags, kNothing},
+    {uR"((\r\n){2,})", kLineFlags, kParagraphBreak},
+    {uR"(<!--.+?--[\s]*>)", kLineFlags, kNothing},
+    {uR"(<(style|script)[^\w>]*[^>]*>.*?</\1[^\w>]*[^>]*>)", kNameFlags, kNothing},
+    {uR"(<(blockquote|div|hr|p|pre)[^\w>]*[^>]*>)", kNameFlags, kParagraphBreak},
+    {uR"(<(/blockquote|br|dd|dl|dt|/div|h1|/h1|h2|/h2|h3|/h3|h4|/h4|h5|/h5|h6|/h6)"
+     uR"(|li|ol|/ol|/pre|tr|ul|/ul)[^\w>]*[^>]*>)",
+     kNameFlags, kLineBreak},
+    {uR"(<[^\s<>]*[^<>]*>)", kLineFlags, kNothing},
 };
 
 struct NamedSymbol {
@@ -147,9 +178,9 @@ void ReplaceLiterally(icu::UnicodeString& text, const icu::UnicodeString& from,
 } // namespace
 
 RegexCleaner::RegexCleaner() {
-    static_assert(std::size(kReplacements) == std::size(cleaner::kPatterns));
+    static_assert(std::size(kPatterns) == static_cast<std::size_t>(PlainStep::kNamedSymbols));
     UErrorCode status = U_ZERO_ERROR;
-    for (const cleaner::Pattern& pattern : cleaner::kPatterns) {
+    for (const Pattern& pattern : kPatterns) {
         matchers_.push_back(std::make_unique<icu::RegexMatcher>(icu::UnicodeString(pattern.expression),
                                                                 pattern.flags, status));
         if (U_FAILURE(status))
@@ -165,7 +196,7 @@ void RegexCleaner::Apply(PlainStep step, icu::UnicodeString& text) {
     } else if (step == PlainStep::kNumericReferences) {
         ReplaceNumbers(*matchers_[index], text);
     } else {
-        ReplaceMatches(*matchers_[index], text, kReplacements[index]);
+        ReplaceMatches(*matchers_[index], text, kPatterns[index].replacement);
     }
 }
 
