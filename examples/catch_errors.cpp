@@ -2,6 +2,7 @@
 // Provokes each kind of error and tells them apart: catch_errors
 #include <common/UnicodeStrUtils.h>
 #include <common/dbc.h>
+#include <cstring>
 #include <functional>
 #include <iostream>
 #include <vexaTransferLib/GpxDocument.h>
@@ -29,6 +30,9 @@ void Try(const std::function<void()>& action) {
         PrintBadFile(error, error.Details());
     } catch (const GpxReadValueError& error) { // the same, of a value that the model refuses
         PrintBadFile(error, error.Details());
+    } catch (const GpxWriteError& error) { // the disk, or the name that the user has chosen
+        std::cout << "not written:   " << error.what() << '\n'
+                  << "               (" << std::strerror(error.Details().systemError) << ")\n";
     } catch (const dbc::precondition_error& error) { // this program is wrong
         std::cout << "bad argument:  " << error.what() << '\n';
     } catch (const dbc::invariant_error& error) { // this program is wrong, too

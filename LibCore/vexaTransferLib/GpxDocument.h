@@ -155,9 +155,9 @@ public:
     ///
     /// \throws what GetAsByteString throws, before the file is opened
     /// \throws std::runtime_error when the name cannot be converted (see ByteString), before the file is opened
-    /// \throws dbc::postcondition_error "Unable to create the GPX file. Target could be write protected or
-    ///         full.", also for a name that no file can have (empty, or with a U+0000 or a lone
-    ///         surrogate), and "Unable to write the GPX file. Target could be write protected or full."
+    /// \throws GpxWriteError "Unable to create the GPX file. Target could be write protected or full.", also for a
+    ///         name that no file can have (empty, or with a U+0000 or a lone surrogate), and
+    ///         "Unable to write the GPX file. Target could be write protected or full."
     void WriteToFile(const GpxVersion& version, const icu::UnicodeString& applicationName,
                      const icu::UnicodeString& applicationUrl, const icu::UnicodeString& fileName) const;
 

@@ -21,4 +21,9 @@ const GpxReadErrorDetails* FindReadErrorDetails(const std::exception& error) noe
     return nullptr;
 }
 
+GpxWriteError::GpxWriteError(const std::string& message, const GpxWriteErrorDetails& details)
+    : dbc::postcondition_error(message), details_(std::make_shared<const GpxWriteErrorDetails>(details)) {}
+
+GpxWriteError::~GpxWriteError() = default;
+
 } // namespace vexaTransferLib

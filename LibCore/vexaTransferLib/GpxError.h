@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// What a host can learn of a failed reading without taking its message apart.
+/// What a host can learn of a failed reading or writing without taking its message apart.
 
 #include <common/Export.h>
 #include <common/dbc.h>
@@ -84,5 +84,31 @@ private:
 /// The details of a GpxReadError or GpxReadValueError, for a host that catches both in one clause. They belong to
 /// \p error; null when it is neither.
 VEXATRANSFERLIB_API const GpxReadErrorDetails* FindReadErrorDetails(const std::exception& error) noexcept;
+
+/// What is known of a failed writing.
+struct GpxWriteErrorDetails {
+    std::string file; ///< the path that the operation was given, in UTF-8; a lone surrogate in it is U+FFFD
+    /// The system's number (`errno`) of what has failed, as ENOSPC for a full disk; 0 when the system was not asked,
+    /// because no file can have that name.
+    int systemError = 0;
+};
+
+/// A GPX file could not be created or written (GpxDocument::WriteToFile). Copies share the details and never throw.
+class VEXATRANSFERLIB_API GpxWriteError : public dbc::postcondition_error {
+public:
+    /// \{
+    /// An error with its message; copies have the same.
+    GpxWriteError(const std::string& message, const GpxWriteErrorDetails& details);
+    GpxWriteError(const GpxWriteError&) noexcept = default;
+    GpxWriteError& operator=(const GpxWriteError&) noexcept = default;
+    /// \}
+    ~GpxWriteError() override;
+
+    /// File and error number.
+    const GpxWriteErrorDetails& Details() const noexcept { return *details_; }
+
+private:
+    std::shared_ptr<const GpxWriteErrorDetails> details_;
+};
 
 } // namespace vexaTransferLib

@@ -2,13 +2,13 @@
 #pragma once
 
 /// \file
-/// How much a file from a stranger may be.
+/// How large a file from a stranger may be.
 
 #include <cstdint>
 
 namespace vexaTransferLib {
 
-/// The limits of an untrusted file; see GpxParser::SetUntrusted. What lies at a limit is still read. The defaults
+/// The limits of an untrusted file; see GpxParser::SetUntrusted. What is just at a limit is still read. The defaults
 /// are far above what real files hold.
 struct GpxInputLimits {
     /// Elements within elements, the root included.
@@ -29,8 +29,8 @@ struct GpxInputLimits {
     std::uint64_t namespaces = 512;
     /// UTF-16 code units of one namespace. A DOM parser (GpxParser::GetParser) looks at all of it for each element.
     std::uint64_t namespaceLength = 1024;
-    /// Routes, tracks, track segments, geocaches, their logs and travel bugs, and form attributes in all: what of
-    /// the model is no point. Those that are read and then not kept count too.
+    /// Routes, tracks, track segments, geocaches, their logs and travel bugs, and form attributes in all: everything
+    /// in the model that is not a point. Those that are read and then not kept count too.
     std::uint64_t objects = 1'000'000;
     /// Bytes of one start tag, as they are in the file.
     std::uint64_t tagBytes = std::uint64_t{4} * 1024 * 1024;

@@ -2,7 +2,6 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include <vexaTransferLib/CleanText.h>
-#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/DocumentReader.h>
 #include <vexaTransferLib/reader/DomNode.h>
 #include <vexaTransferLib/reader/EventReading.h>

@@ -41,7 +41,7 @@ struct ReadSettings;
 /// The reader of GPX files, and the error handler of the XML parsers that it makes.
 ///
 /// The host calls `xercesc::XMLPlatformUtils::Initialize()` before it makes a parser and keeps the platform
-/// until the parser is gone; the library never does. One parser reads any number of files, one after another,
+/// until the parser is gone; the library never calls it. One parser reads any number of files, one after another,
 /// on one thread at a time; parsers on different threads are independent.
 ///
 ///     xercesc::XMLPlatformUtils::Initialize();
@@ -64,16 +64,16 @@ struct ReadSettings;
 /// these things, with its line.
 ///
 /// **What may surprise.** A `cmt` becomes the *description* of a point or track and wins over any `desc`; the
-/// first of several `desc` stays. Element text is the first child if it is text, else nothing: a comment in
-/// front hides it. Numbers may start with blanks but not end with them.
+/// first of several `desc` stays. Element text is the first child if it is text, else nothing: a comment before
+/// it hides it. Numbers may start with blanks but not end with them.
 ///
-/// **When memory runs out** a reading ends with std::bad_alloc or, where it is the XML parser's, with
-/// xercesc::OutOfMemoryException, which is no std::exception; a name for which ICU has no memory cannot be converted
-/// (std::runtime_error, see UnicodeStrUtils.h), nor perhaps the file ("One or more errors ..."). Two things differ:
-/// where it runs out within what is skipped when it cannot be read, that is skipped (an observer is told
-/// "std::bad_alloc"; where even that is refused the reading ends or, from a DOM, the parent is skipped and
-/// told), and a geocache text stays as the cleaner left it. Without memory for ICU's number format, which the
-/// vendor's numbers need, the process stops. The parser can be used again.
+/// **When memory runs out** a reading ends with std::bad_alloc; with xercesc::OutOfMemoryException, which is no
+/// std::exception, when the XML parser has none; with std::runtime_error when ICU cannot convert the name (see
+/// UnicodeStrUtils.h); or, when ICU cannot convert the file, as if that was ill-formed ("One or more errors ...").
+/// Two things differ. An element that is skipped when it cannot be read is skipped (an observer is told
+/// "std::bad_alloc"; without memory to tell it the reading ends or, from a DOM, the parent is skipped and told). A
+/// geocache text stays as the cleaner left it. Without memory for ICU's number format, which the vendor's numbers
+/// need, the process stops. The parser can be used again.
 ///
 /// **A warning.** By default a file may name other files and servers (external entities, document types), and
 /// they are read: what a local file holds can end up in the document, and servers are asked. Nothing limits what
@@ -91,9 +91,9 @@ public:
     GpxParser& operator=(const GpxParser&) = delete;
 
     /// \{
-    /// Called by Xerces while a file is parsed. A host that wants the parser's complaints with their line and
-    /// column derives, notes them, and calls the base. A warning does nothing; an error or fatal error makes
-    /// the parse fail at its end.
+    /// Called by Xerces while a file is parsed. A host that wants all errors of the XML parser derives, notes them,
+    /// and calls the base. A warning does nothing; an error or fatal error makes the parse fail at its end, and the
+    /// first one is in the details of the GpxReadError.
     void warning(const xercesc::SAXParseException& exception) override;
     void error(const xercesc::SAXParseException& exception) override;
     void fatalError(const xercesc::SAXParseException& exception) override;
@@ -107,7 +107,7 @@ public:
     void SetObserver(GpxReadObserver* observer);
 
     /// Takes files from now on as coming from strangers. GetParser and Parse then refuse, with
-    /// dbc::postcondition_error and the document of Parse unchanged:
+    /// GpxReadError and the document of Parse unchanged:
     /// - a document type declaration, before anything that it names is opened: "The untrusted GPX file was
     ///   refused: PATH. It has a document type declaration."
     /// - a file beyond one of the limits: "... Its elements are nested deeper than N (limit of element depth).",
@@ -131,12 +131,12 @@ public:
     /// a track point. Parse does without the tree. Any encoding that Xerces knows; external entities are read.
     /// Of an untrusted file nobody counts the points here: the limit of points does not hold for a tree.
     ///
-    /// The system is given the path in ICU's default code page, as it stands: "way/../walk.gpx" is looked for above
+    /// The system is given the path in ICU's default code page, unchanged: "way/../walk.gpx" is looked for above
     /// the folder that a link `way` leads to. The XML parser makes it absolute and removes "/./" and, of a
     /// relative path, ".." as text; so messages name the file, and so names of other files in it are resolved.
     /// \throws dbc::precondition_error "The GPX file path was empty or invalid.", which one with a U+0000 or a lone
     ///         surrogate is
-    /// \throws dbc::postcondition_error "Error parsing the GPX file: PATH. Error message: ...", "Error
+    /// \throws GpxReadError, with what else is known: "Error parsing the GPX file: PATH. Error message: ...", "Error
     ///         parsing GPX file: PATH. DOM error code: N", or, for whatever else made the file unreadable,
     ///         "One or more errors encountered while parsing the GPX file: PATH"
     std::unique_ptr<xercesc::XercesDOMParser> GetParser(const icu::UnicodeString& path);
@@ -157,8 +157,8 @@ public:
     /// ill-formed.
     ///
     /// \throws what GetParser throws
-    /// \throws dbc::postcondition_error "Unable to interpret the GPX file: PATH. The document object could
-    ///         not be obtained.", "The GPX document element was not found.", and what ParseGpxNode throws
+    /// \throws GpxReadError "Unable to interpret the GPX file: PATH. The document object could not be obtained.",
+    ///         "The GPX document element was not found."; it and GpxReadValueError with what ParseGpxNode says
     void Parse(const icu::UnicodeString& path, GpxDocument& document);
 
     /// The same of a file whose name need not be text: \p path is the very bytes that the system is given, and never
@@ -166,7 +166,7 @@ public:
     /// \throws what Parse throws; the path is invalid when it has a zero byte
     void ParseFile(const std::string& path, GpxDocument& document);
 
-    /// The same from bytes in memory, which are not copied. \p name stands where the path would: the document
+    /// The same from bytes in memory, which are not copied. \p name takes the place of the path: the document
     /// is named after it, messages quote it, relative names of other files are resolved against it. No file
     /// of that name is opened.
     void Parse(std::string_view bytes, const icu::UnicodeString& name, GpxDocument& document);

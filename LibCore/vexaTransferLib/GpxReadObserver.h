@@ -11,16 +11,16 @@
 
 namespace vexaTransferLib {
 
-/// How bad the XML parser finds what it complains about. A warning does not fail the parse, the others do.
+/// How serious a message of the XML parser is. A warning does not make the parse fail, the others do.
 enum GpxMessageSeverity : std::uint32_t {
     kGpxMessageWarning = 0,
     kGpxMessageError = 1,
     kGpxMessageFatalError = 2
 };
 
-/// A complaint of the XML parser.
+/// A message of the XML parser.
 struct GpxParserMessage {
-    GpxMessageSeverity severity = kGpxMessageError; ///< how bad it is
+    GpxMessageSeverity severity = kGpxMessageError; ///< how serious it is
     std::uint64_t line = 0;   ///< from 1; 0 when it is not known, as for a file that cannot be opened
     std::uint64_t column = 0; ///< from 1; 0 when it is not known
     std::string text;         ///< in English unless Xerces was initialised otherwise; UTF-8
@@ -32,14 +32,14 @@ enum GpxSkipReason : std::uint32_t {
     kGpxForeignNamespace = 1, ///< an element that is in no namespace where its parent is read from
     kGpxUnknownElement = 2,   ///< an element that the library does not keep
     kGpxOtherVersion = 3,     ///< an element of the other GPX version than that of the file
-    kGpxOutOfOrder = 4,       ///< a waypoint behind a route, a route's name behind its first point ...
-    kGpxUnreadable = 5,       ///< a number, time, or fix that is none; a text that does not come first
-    kGpxRefused = 6,          ///< reading it failed; the message is the error's
+    kGpxOutOfOrder = 4,       ///< a waypoint after a route, a route's name after its first point ...
+    kGpxUnreadable = 5, ///< a number, time or fix that cannot be read; a text that is not the first child
+    kGpxRefused = 6,    ///< reading it failed; the message is the error's
     kGpxIncomplete = 7, ///< lacks what it needs: a log without a date, a `urlname` without its `url` ...
     kGpxReplaced = 8    ///< another element was kept in its place: the second link, a `desc` for a `cmt` ...
 };
 
-/// One thing that the reader skipped in silence. What is below a skipped element is not told again.
+/// One thing that the reader has skipped. What is below a skipped element is not reported again.
 struct GpxSkippedElement {
     std::string element; ///< local names from the root, UTF-8: "gpx/trk/trkseg/trkpt/ele"
     /// \{
@@ -53,7 +53,7 @@ struct GpxSkippedElement {
     bool isLoss = false; ///< a document has a place for such content: data of this library's kind was lost
 };
 
-/// Told what happens while a GpxParser reads; see GpxParser::SetObserver.
+/// Is told what happens while a GpxParser reads; see GpxParser::SetObserver.
 ///
 /// Every operation is called by the thread that reads, before the reading operation of the parser returns, and
 /// does nothing unless it is overridden. What it throws ends the reading and leaves the parser's caller, with the
@@ -76,28 +76,28 @@ public:
     /// \}
     virtual ~GpxReadObserver();
 
-    /// Called at the start with 0 bytes, then now and again, and with everything read at the end: never more than
-    /// some 300 times a file. Numbers do not fall within a file, except that a file that proves to need a DOM is
-    /// begun anew.
+    /// Called at the start with 0 bytes, then repeatedly, and with everything read at the end: never more than some
+    /// 300 times a file. Numbers do not fall within a file, except that a file that proves to need a DOM is started
+    /// again.
     ///
     /// A long element is no exception: this is called while its bytes are read and then, with the same numbers as
-    /// before, while its children are, which only begins when the XML parser is through with it. So it may be called
+    /// before, while its children are, which only starts when the XML parser has finished it. So it may be called
     /// several times with everything read. It is not called in the middle of the 48 kB of the file that the XML parser
     /// takes at once, of one value, and of the cleaning of one geocache text (a megabyte takes about a tenth of a
     /// second).
     /// \param bytesRead how much of the file the XML parser has taken, before decoding
     /// \param bytesInAll the file's length; 0 when it is not known, as for a pipe or an address
-    /// \return false to cancel: the reading then ends with dbc::postcondition_error "The reading of the GPX file
-    ///         was cancelled: PATH", the document unchanged
+    /// \return false to cancel: the reading then ends with GpxReadError "The reading of the GPX file was cancelled:
+    ///         PATH", the document unchanged
     virtual bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll);
 
     /// Called before the error handler of the parser is, for each of its calls.
     virtual void ParserMessage(const GpxParserMessage& message);
 
-    /// Called in the order of the file, more or less: what another element took the place of is told when that
-    /// other one is read. A file that fails to be read may have had some of it told.
+    /// Called roughly in the order of the file: an element that another one replaces is reported when that other
+    /// one is read. Some calls may already have been made for a file that then fails to be read.
     ///
-    /// Not told: attributes that nothing reads, comments, processing instructions, and text between the children
+    /// Not reported: attributes that nothing reads, comments, processing instructions, and text between the children
     /// of an element that has children.
     virtual void Skipped(const GpxSkippedElement& what);
 };

@@ -56,7 +56,7 @@ enum GpxScanEnd : std::uint32_t {
 /// stops.
 ///
 /// **What may surprise.** Vendor elements are found by their namespace and name without regard to case,
-/// wherever in the head they stand. Counts are the low 32 bits of what the US number format stores for the
+/// wherever in the head they are. Counts are the low 32 bits of what the US number format stores for the
 /// text, and `trktotalkm` is the same storage read as a double: a total without a fraction ("12") reads as a
 /// number near 6e-323, and a count with one ("7.9") as -1717986918. "time" elements in a GPX namespace all
 /// count, the last one wins.

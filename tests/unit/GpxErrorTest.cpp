@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <exception>
 #include <functional>
@@ -29,6 +30,8 @@ using Kind = GpxReadErrorKind;
 static_assert(std::is_nothrow_copy_constructible_v<GpxReadError>);
 static_assert(std::is_nothrow_copy_assignable_v<GpxReadError>);
 static_assert(std::is_nothrow_copy_constructible_v<GpxReadValueError>);
+static_assert(std::is_nothrow_copy_constructible_v<GpxWriteError>);
+static_assert(std::is_nothrow_copy_assignable_v<GpxWriteError>);
 static_assert(std::is_nothrow_copy_assignable_v<GpxReadValueError>);
 
 /// What a failed reading has thrown.
@@ -312,6 +315,37 @@ TEST(GpxErrorTest, ANameThatIsNoUtf8IsShownWithReplacements) {
 TEST(GpxErrorTest, AnInvalidPathIsTheCallersError) {
     const Caught caught([&](GpxParser& parser, GpxDocument& document) { parser.Parse(u"", document); });
     EXPECT_STREQ(caught.type->name(), typeid(dbc::precondition_error).name());
+}
+
+GpxWriteErrorDetails DetailsOfWriting(const icu::UnicodeString& path) {
+    GpxWriteErrorDetails details;
+    CaptureStandardError([&] {
+        try {
+            GpxDocument().WriteToFile(GpxVersion::GetLatestVersion(), u"test", u"https://example.org/", path);
+            ADD_FAILURE() << "was written";
+        } catch (const GpxWriteError& error) {
+            details = error.Details();
+        }
+    });
+    return details;
+}
+
+TEST(GpxErrorTest, AFileThatCannotBeCreatedHasTheSystemsReason) {
+    const GpxWriteErrorDetails missing = DetailsOfWriting(u"/nowhere/Grüße.gpx");
+    EXPECT_EQ(missing.file, "/nowhere/Gr\xC3\xBC\xC3\x9F"
+                            "e.gpx");
+    EXPECT_EQ(missing.systemError, ENOENT);
+    const TemporaryFolder folder;
+    EXPECT_EQ(DetailsOfWriting(icu::UnicodeString::fromUTF8((folder / "").string())).systemError, EISDIR);
+}
+
+TEST(GpxErrorTest, AFileThatCannotBeWrittenHasTheSystemsReason) {
+    EXPECT_EQ(DetailsOfWriting(u"/dev/full").systemError, ENOSPC);
+}
+
+TEST(GpxErrorTest, ANameThatNoFileCanHaveIsNotTheSystemsError) {
+    errno = EIO;
+    EXPECT_EQ(DetailsOfWriting(u"").systemError, 0);
 }
 
 TEST(GpxErrorTest, CopiesHaveTheSameDetails) {

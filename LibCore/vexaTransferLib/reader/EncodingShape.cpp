@@ -23,7 +23,7 @@ constexpr unsigned kAscii = 0x80;
 constexpr unsigned kBytes = 0x100;
 constexpr std::u16string_view kMarkup = u"<>=\"'!?-/";
 
-/// One converter for each text: what one leaves behind must not change the next.
+/// One converter for each text: a state that one text leaves must not change the next.
 class Converter {
 public:
     explicit Converter(const std::u16string& encoding) : encoding_(encoding) {}

@@ -10,18 +10,18 @@
 
 namespace vexaTransferLib::reader {
 
-/// How an encoding writes the ASCII characters that make up XML's markup, as far as it can be told from the
-/// XML parser's converter.
+/// How an encoding writes the ASCII characters that XML's markup consists of, as far as the XML parser's converter
+/// shows it.
 struct EncodingShape {
     enum class Markup {
         kUnknown, ///< the XML parser has no such encoding
         kBytes,   ///< each is one byte with its ASCII number, and such a byte is nothing else
-        kWide,    ///< in units of more than one byte
+        kWide,    ///< each is one unit of more than one byte
         kOther    ///< otherwise: by other numbers, or after bytes that change the meaning of others
     };
 
     Markup markup = Markup::kUnknown;
-    /// The bytes that form one character with a "]" after them: that bracket is none.
+    /// The bytes that form one character with a "]" after them, which is then no bracket.
     std::bitset<256> leads;
 };
 

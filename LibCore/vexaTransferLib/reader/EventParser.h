@@ -20,9 +20,9 @@ namespace vexaTransferLib::reader {
 /// declaration, or whose XML declaration names a version other than 1.0 and 1.1.
 struct NeedsDom {};
 
-/// The XML parser's SAX2 reader, which passes what it finds to a walk. It takes the parser's events one step before they
-/// become calls of a content handler, where namespaces still have their numbers: looking one up by its number costs
-/// nothing. LimitedParser makes of it a parser for files from strangers.
+/// The XML parser's SAX2 reader, which passes what it finds to a walk. It takes the parser's events one step before
+/// they become calls of a content handler, where namespaces still have their numbers: looking one up by its number
+/// costs nothing. LimitedParser makes of it a parser for files from strangers.
 class EventParser : public xercesc::SAX2XMLReaderImpl {
 public:
     /// \param isWatched the walk is given the location of each element, and not only where it asks for it

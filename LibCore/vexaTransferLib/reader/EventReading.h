@@ -25,8 +25,8 @@ public:
     /// Context and input stay the caller's.
     EventReading(ReadContext& context, XmlInput& input, const ReadSettings& settings);
 
-    /// Returns false for a file that only a DOM shows as a DOM reader would see it. The receiver of errors has then been
-    /// told nothing.
+    /// Returns false for a file that only a DOM shows as a DOM reader would see it. The receiver of errors has then
+    /// been told nothing.
     /// \throws GpxReadError for what the XML parser throws; ReadAborted; what the receiver throws
     bool Parse();
     /// False after the parse of what could not be opened.

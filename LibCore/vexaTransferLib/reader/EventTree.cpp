@@ -44,7 +44,7 @@ void Arena::Rewind() {
     size_ = blocks_.empty() ? 0 : blocks_.front().size;
 }
 
-// The name follows behind.
+// The name follows it in memory.
 struct EventTree::AttributeNode {
     AttributeNode* next;
     const char16_t* value;

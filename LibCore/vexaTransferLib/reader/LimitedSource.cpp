@@ -19,8 +19,8 @@ public:
     const XMLCh* getContentType() const override { return stream_->getContentType(); }
     const XMLCh* getEncoding() const override { return stream_->getEncoding(); }
 
-    // What comes before the place of the refusal is read first: it may be ill-formed. The XML parser loses memory when
-    // it is left by an exception from the first read, as it makes its reader.
+    // What comes before the place of the refusal is read first, because it may be ill-formed. An exception from the
+    // first read, which the XML parser does while it makes its reader, would leak the reader's memory.
     XMLSize_t readBytes(XMLByte* const bytes, const XMLSize_t capacity) override {
         if (!isFirst_)
             watcher_.ThrowIfRefused();

@@ -32,7 +32,7 @@ public:
     const XMLCh* getContentType() const override { return stream_->getContentType(); }
     const XMLCh* getEncoding() const override { return stream_->getEncoding(); }
 
-    // The XML parser loses memory when it is left by an exception from the first read, as it makes its reader.
+    // An exception from the first read, which the XML parser does while it makes its reader, would leak memory.
     XMLSize_t readBytes(XMLByte* const bytes, const XMLSize_t capacity) override {
         if (!isFirst_)
             progress_.ThrowIfStopped();

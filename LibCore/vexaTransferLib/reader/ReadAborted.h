@@ -10,7 +10,7 @@
 namespace vexaTransferLib::reader {
 
 /// Thrown through readers and XML parser to end the reading of a file for a reason of its own: an observer has
-/// thrown or cancelled, a limit is passed. No std::exception: the guard of a child must not swallow it.
+/// thrown or cancelled, a limit is exceeded. It is no std::exception, so that the isolation of failures lets it pass.
 struct ReadAborted {
     std::exception_ptr reason;
 };

@@ -12,11 +12,11 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-// For what is no ASCII character, and no part of markup.
+// Represents each character that is not ASCII, and so no part of markup.
 constexpr char kOtherCharacter = '\x80';
-// The XML parser wants more bytes before it has used up those that it has.
+// The XML parser asks for more bytes before it has used up those that it has.
 constexpr std::uint64_t kLookahead = 1024;
-// Of a document type up to its internal subset, where the parser tells of it.
+// Of a document type declaration up to its internal subset, where the parser reports it.
 constexpr std::uint64_t kDocumentTypeBytes = 65536;
 constexpr std::uint64_t kEndless = std::numeric_limits<std::uint64_t>::max();
 
@@ -37,7 +37,7 @@ bool IsSpace(char character) {
     return character == ' ' || character == '\t' || character == '\r' || character == '\n';
 }
 
-/// The value of `encoding` in what stands between "<?" and "?>", or nothing.
+/// The value of `encoding` in the text between "<?" and "?>"; empty when there is none.
 std::string DeclaredEncoding(const std::string& declaration) {
     constexpr char kName[] = "encoding";
     std::size_t at = 0;
@@ -127,7 +127,7 @@ void TagWatcher::TakeEncoding(const std::u16string& encoding) {
     isAfterLead_ = false;
 }
 
-// Most of a file: texts and tags, without a call for each byte. Stops at other markup, and where it throws.
+// Takes texts and tags, which are most of a file, without a call for each byte. Stops at other markup.
 void TagWatcher::TakePlain(const unsigned char*& at, const unsigned char* const end) {
     while (at != end) {
         switch (state_) {
@@ -184,7 +184,7 @@ void TagWatcher::TakePlainTag(const unsigned char*& at, const unsigned char* con
     ++at;
 }
 
-// What is nothing but content goes by fast. Returns the number of its bytes.
+// Takes the content of comments and CDATA sections without a call for each byte. Returns how many bytes it took.
 std::size_t TagWatcher::Skip(const unsigned char* bytes, std::size_t size) {
     const bool isComment = state_ == State::kComment;
     if (!isPlain_ || run_ != 0 || !(isComment || state_ == State::kCData))
@@ -213,8 +213,8 @@ void TagWatcher::TakeByte(unsigned char byte) {
     }
 }
 
-// The first four bytes tell how wide the characters are: the first character of a well-formed file, or after its XML
-// declaration, is "<" or white space, with or without a byte order mark before it.
+// The first four bytes show how wide the characters are: the first character of a well-formed file, and the first after
+// its XML declaration, is "<" or white space, after a byte order mark if there is one.
 void TagWatcher::TakeStart(unsigned char byte) {
     start_[startSize_++] = byte;
     if (startSize_ == start_.size())
@@ -271,39 +271,34 @@ void TagWatcher::Take(char character) {
     case State::kStart:
     case State::kLeft:
     case State::kDocumentType:
-        break;
+        return;
     case State::kText:
-        if (character == '<') {
-            Begin(State::kOpened);
-            length_ = 1;
-        } else {
-            isAtStart_ = false;
-        }
-        break;
+        return TakeText(character);
     case State::kOpened:
-        TakeOpened(character);
-        break;
+        return TakeOpened(character);
     case State::kTag:
     case State::kQuoted:
-        TakeInTag(character);
-        break;
+        return TakeInTag(character);
     case State::kEndTag:
-        if (character == '>')
-            Begin(State::kText);
-        break;
+        return EndAfter(character, '>', 0);
     case State::kInstruction:
-        TakeInstruction(character);
-        break;
+        return TakeInstruction(character);
     case State::kMarkup:
     case State::kCommentOpen:
-        TakeMarkup(character);
-        break;
+        return TakeMarkup(character);
     case State::kComment:
-        EndAfter(character, '-', 2);
-        break;
+        return EndAfter(character, '-', 2);
     case State::kCData:
-        EndAfter(character, ']', 2);
-        break;
+        return EndAfter(character, ']', 2);
+    }
+}
+
+void TagWatcher::TakeText(char character) {
+    if (character == '<') {
+        Begin(State::kOpened);
+        length_ = 1;
+    } else {
+        isAtStart_ = false;
     }
 }
 

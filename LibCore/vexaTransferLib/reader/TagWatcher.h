@@ -16,16 +16,16 @@
 
 namespace vexaTransferLib::reader {
 
-/// Looks at the bytes of a stranger's file before the XML parser does, because the parser reads a start tag, a
-/// comment, a CDATA section or a processing instruction to its end before it tells anybody: finds the place where one
-/// is beyond the limits. Knows no more of XML than where markup starts and ends. What is not well-formed is
-/// the parser's to refuse, and nothing after it matters.
+/// Checks the bytes of a stranger's file before the XML parser reads them, because the parser reads a start tag, a
+/// comment, a CDATA section or a processing instruction to its end before it reports it. Finds the place where one
+/// exceeds the limits. Knows no more of XML than where markup starts and ends. The parser refuses what is not
+/// well-formed, and nothing after that matters.
 class TagWatcher {
 public:
     using Extent = InputLimiter::Extent;
 
     /// \param name of the file, for messages
-    /// \param encoding that the host has given, whatever the file says of itself; empty when it has not
+    /// \param encoding that the host has given, which overrides what the file says of itself; empty when it has not
     TagWatcher(const GpxInputLimits& limits, const InputName& name, Extent extent,
                const std::u16string& encoding);
 
@@ -50,7 +50,7 @@ private:
         kComment,
         kCData,
         kDocumentType,
-        kLeft ///< to the parser, which finds it ill-formed
+        kLeft ///< what the parser will find ill-formed
     };
 
     std::size_t WithinHead(std::size_t size);
@@ -63,6 +63,7 @@ private:
     void TakeStartBytes();
     void TakeUnitByte(unsigned char byte);
     void Take(char character);
+    void TakeText(char character);
     void TakeOpened(char character);
     void TakeInTag(char character);
     void TakeMarkup(char character);

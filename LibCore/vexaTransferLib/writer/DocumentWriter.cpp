@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxDocument.h>
 
+#include <vexaTransferLib/GpxError.h>
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ElementNames.h>
@@ -16,10 +17,12 @@
 
 #include <common/ScopeGuard.h>
 #include <common/UnicodeStrUtils.h>
+#include <common/dbc.h>
 
 #include <unicode/unistr.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <string>
 
@@ -95,16 +98,28 @@ void WriteDocument(TextSink& sink, const GpxVersion& version, const icu::Unicode
     AppendLineEnd(sink, gpx::kGpx);
 }
 
+[[noreturn]] void FailWriting(const text::CheckSite& site, const char* message,
+                              const icu::UnicodeString& fileName, int systemError) {
+    dbc::ReportFailure(site.source, site.line);
+    GpxWriteErrorDetails details;
+    fileName.toUTF8String(details.file);
+    details.systemError = systemError;
+    throw GpxWriteError(message, details);
+}
+
 // With a buffer the C library would accept a small document on a full disk and fail only when the file is closed;
 // without one the count of `fwrite` says what was written.
-void WriteBytes(std::FILE* file, const UnicodeStrUtils::ByteString& bytes) {
+void WriteBytes(std::FILE* file, const UnicodeStrUtils::ByteString& bytes,
+                const icu::UnicodeString& fileName) {
     constexpr char kWriteFailed[] = "Unable to write the GPX file. Target could be write protected or full.";
     ScopeGuard closeFile([file] { std::fclose(file); });
     std::setvbuf(file, nullptr, _IONBF, 0);
     const std::size_t written = std::fwrite(bytes.buffer.get(), 1, bytes.length, file);
-    text::Ensure(written == bytes.length, text::sites::kFileWritten, kWriteFailed);
+    if (written != bytes.length)
+        FailWriting(text::sites::kFileWritten, kWriteFailed, fileName, errno);
     closeFile.Dismiss();
-    text::Ensure(std::fclose(file) == 0, text::sites::kFileClosed, kWriteFailed);
+    if (std::fclose(file) != 0)
+        FailWriting(text::sites::kFileClosed, kWriteFailed, fileName, errno);
 }
 
 } // namespace
@@ -130,10 +145,13 @@ void GpxDocument::WriteToFile(const GpxVersion& version, const icu::UnicodeStrin
                               const icu::UnicodeString& fileName) const {
     const UnicodeStrUtils::ByteString bytes = GetAsByteString(version, applicationName, applicationUrl);
     const UnicodeStrUtils::ByteString path(fileName);
+    errno = 0;
     std::FILE* const file = text::IsFileName(fileName) ? std::fopen(path.buffer.get(), "w+b") : nullptr;
-    text::Ensure(file != nullptr, text::sites::kFileCreated,
-                 "Unable to create the GPX file. Target could be write protected or full.");
-    writer::WriteBytes(file, bytes);
+    if (file == nullptr)
+        writer::FailWriting(text::sites::kFileCreated,
+                            "Unable to create the GPX file. Target could be write protected or full.",
+                            fileName, errno);
+    writer::WriteBytes(file, bytes, fileName);
 }
 
 } // namespace vexaTransferLib

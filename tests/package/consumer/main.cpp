@@ -12,6 +12,7 @@
 
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
@@ -195,6 +196,20 @@ void ExpectReadErrors() {
                                                          GpxReadErrorKind::kInvalidContent, 1);
 }
 
+void ExpectWriteError() {
+    const auto write = [] {
+        GpxDocument().WriteToFile(GpxVersion::GetLatestVersion(), u"consumer", u"https://example.org/",
+                                  u"/nowhere/missing.gpx");
+    };
+    bool isOwn = false;
+    try {
+        write();
+    } catch (const GpxWriteError& error) {
+        isOwn = error.Details().systemError == ENOENT && error.Details().file == "/nowhere/missing.gpx";
+    }
+    Expect(isOwn && Run(write).caught == Caught::postcondition, "a typed error of writing");
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -210,6 +225,7 @@ int main(int argc, char** argv) {
         ExpectSameAsMade(read);
         ExpectErrors(document);
         ExpectReadErrors();
+        ExpectWriteError();
     });
     Expect(outcome.caught == Caught::nothing, "nothing else is thrown " + outcome.message);
     xercesc::XMLPlatformUtils::Terminate();

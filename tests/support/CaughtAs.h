@@ -10,10 +10,10 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// The class that a host names to catch an exception: for an error of a reading the contract error that it derives
-/// from, for every other its own class.
+/// The class that a host names to catch an exception: for a typed error the contract error that it derives from, for every other its own class.
 inline const std::type_info& CaughtAs(const std::exception& exception) {
-    if (dynamic_cast<const GpxReadError*>(&exception) != nullptr)
+    if (dynamic_cast<const GpxReadError*>(&exception) != nullptr ||
+        dynamic_cast<const GpxWriteError*>(&exception) != nullptr)
         return typeid(dbc::postcondition_error);
     if (dynamic_cast<const GpxReadValueError*>(&exception) != nullptr)
         return typeid(dbc::precondition_error);
