@@ -70,7 +70,7 @@ constinit const CheckSite kDocumentExtensions =
 constinit const CheckSite kVendorExtensions = Here(); // VendorReader.cpp: extensions that are no element
 constinit const CheckSite kElementText = Here();      // ValueReaders.cpp: the text of a null node
 constinit const CheckSite kAttributeText = Here();    // ValueReaders.cpp: an attribute of a null node
-constinit const CheckSite kGroundspeakNode = Here();  // GeocacheReader.cpp: the namespace of a null node
+constinit const CheckSite kGroundspeakNode = Here();  // ValueReaders.cpp: the namespace of a null node
 
 } // namespace text::sites
 

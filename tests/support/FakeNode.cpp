@@ -40,11 +40,14 @@ public:
         return text != nullptr;
     }
     bool HasChildList(const void* node) const override { return AsFake(node).hasChildList; }
-    bool NextChild(const void* node, reader::ChildPosition& position, const void*& child) const override {
+    bool NextChild(const void* node, const void*& position, const void*& child) const override {
         const std::vector<FakeNodePtr>& children = AsFake(node).children;
-        if (position.index == children.size())
+        const auto* const last = static_cast<const FakeNodePtr*>(position);
+        const FakeNodePtr* const next = last == nullptr ? children.data() : last + 1;
+        if (next == children.data() + children.size())
             return false;
-        child = children[position.index++].get();
+        position = next;
+        child = next->get();
         return true;
     }
 };

@@ -21,7 +21,7 @@ public:
         return true;
     }
     bool HasChildList(const void*) const override { return true; }
-    bool NextChild(const void*, reader::ChildPosition&, const void*&) const override { return false; }
+    bool NextChild(const void*, const void*&, const void*&) const override { return false; }
     std::string Path(const void*) const override { return path; }
 
     const char16_t* namespaceUri = nullptr;

@@ -3,6 +3,7 @@
 
 #include "support/ContractChecks.h"
 #include "support/FakeNode.h"
+#include "support/GpxText.h"
 #include "support/TestFiles.h"
 
 #include <gtest/gtest.h>

@@ -5,9 +5,9 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxUrl.h>
-#include <vexaTransferLib/GpxVersion.h>
-#include <vexaTransferLib/reader/FieldSources.h>
+#include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/LinkReader.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
@@ -17,79 +17,90 @@
 
 #include <unicode/unistr.h>
 
+#include <type_traits>
+#include <utility>
+
 namespace vexaTransferLib::reader {
 
-// The elements that points and tracks have in common: description and link. `Owner` is GpxPoint or GpxTrack. Each
-// returns whether the owner has its value now.
+// The functions that the tables of several readers have.
 
-/// A comment becomes the description and wins over any, whatever their order.
-template <class Owner>
-bool ReadCommentAsDescription(ReadContext& context, const NodeView& node, Owner& owner) {
-    icu::UnicodeString text;
-    if (!ReadText(context, node, text))
+/// Gives the value of an element to `target`, which is a member or a setter of the owner.
+template <auto target, class Value, class Owner>
+bool ReadInto(const Element<Owner>& element, bool (*read)(ReadContext&, const NodeView&, Value&)) {
+    Value value{};
+    if (!read(element.context, element.node, value))
         return false;
-    owner.SetDescription(text);
+    if constexpr (std::is_member_object_pointer_v<decltype(target)>)
+        element.owner.*target = std::move(value);
+    else
+        (element.owner.*target)(value);
     return true;
 }
+
+template <auto target, class Owner>
+bool ReadTextInto(const Element<Owner>& element) {
+    return ReadInto<target, icu::UnicodeString>(element, ReadText);
+}
+
+template <auto target, class Owner>
+bool ReadDoubleInto(const Element<Owner>& element) {
+    return ReadInto<target, double>(element, ReadDouble);
+}
+
+template <auto target, class Owner>
+bool ReadTimeInto(const Element<Owner>& element) {
+    return ReadInto<target, double>(element, ReadTime);
+}
+
+template <auto target, class Owner>
+bool ReadFixInto(const Element<Owner>& element) {
+    return ReadInto<target, GpxFix>(element, ReadFix);
+}
+
+// Points and tracks have the following elements in common.
 
 /// The first description stays.
 template <class Owner>
-bool ReadDescription(ReadContext& context, FieldSources& sources, const NodeView& node, Owner& owner) {
+bool ReadDescription(const Element<Owner>& element) {
     icu::UnicodeString text;
-    if (owner.GetDescription(text)) {
-        sources.ReportIgnored(gpx::kDesc, node);
+    if (element.owner.GetDescription(text)) {
+        element.sources.ReportIgnored(gpx::kDesc, element.node);
         return false;
     }
-    if (!ReadText(context, node, text))
-        return false;
-    owner.SetDescription(text);
-    return true;
+    return ReadTextInto<&Owner::SetDescription>(element);
 }
 
-/// GPX 1.1 `link`: a later one replaces an earlier one.
+/// A later `link` replaces an earlier one.
 template <class Owner>
-bool ReadLinkElement(ReadContext& context, const GpxVersion& version, const NodeView& node, Owner& owner) {
-    if (version.IsGpx10()) {
-        context.reporter.SkipOtherVersion(node, version);
-        return false;
-    }
+bool ReadLinkElement(const Element<Owner>& element) {
     GpxUrl link(text::kVendorHomePage);
-    ReadLink(context, node, link);
-    owner.SetURL(link);
+    ReadLink(element.context, element.node, link);
+    element.owner.SetURL(link);
     return true;
 }
 
-/// GPX 1.0 `url`.
 template <class Owner>
-bool ReadUrlElement(ReadContext& context, const GpxVersion& version, const NodeView& node, Owner& owner) {
-    if (!version.IsGpx10()) {
-        context.reporter.SkipOtherVersion(node, version);
-        return false;
-    }
+bool ReadUrl(const Element<Owner>& element) {
     icu::UnicodeString text;
-    if (!ReadText(context, node, text))
+    if (!ReadText(element.context, element.node, text))
         return false;
-    owner.SetURL(GpxUrl(text));
+    element.owner.SetURL(GpxUrl(text));
     return true;
 }
 
-/// GPX 1.0 `urlname`: lost when it stands before its `url`.
+/// A `urlname` is lost when it comes before its `url`.
 template <class Owner>
-bool ReadUrlNameElement(ReadContext& context, const GpxVersion& version, const NodeView& node, Owner& owner) {
-    if (!version.IsGpx10()) {
-        context.reporter.SkipOtherVersion(node, version);
-        return false;
-    }
+bool ReadUrlName(const Element<Owner>& element) {
     icu::UnicodeString text;
     GpxUrl link(text::kVendorHomePage);
-    if (!owner.GetURL(link)) {
-        context.reporter.Skip(node, kGpxIncomplete, "No url stands before it.", true);
+    if (!element.owner.GetURL(link)) {
+        element.context.reporter.Skip(element.node, kGpxIncomplete, "No url stands before it.", true);
         return false;
     }
-    if (!ReadText(context, node, text))
+    if (!ReadText(element.context, element.node, text))
         return false;
     link.SetUrlText(text);
-    owner.SetURL(link);
+    element.owner.SetURL(link);
     return true;
 }
 

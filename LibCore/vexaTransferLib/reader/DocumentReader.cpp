@@ -3,12 +3,14 @@
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/Children.h>
+#include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/RouteReader.h>
 #include <vexaTransferLib/reader/TrackReader.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
+#include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ElementNames.h>
 
 #include <memory>
@@ -18,43 +20,72 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-// GPX 1.0 has these below the root, GPX 1.1 in its metadata; both places are read in both versions.
-bool ReadNameOrTime(ReadContext& context, FieldSources& sources, const NodeView& child,
-                    GpxDocument& document) {
-    if (Equals(child.LocalName(), gpx::kName)) {
-        icu::UnicodeString name;
-        if (child.TextContent(name)) {
-            GpxModelAccess::SetName(document, std::move(name));
-            sources.Set(gpx::kName, child);
-        }
+using DocumentElement = Element<GpxDocument>;
+
+// All text of the element counts, and an element without text gives an empty name.
+bool ReadName(const DocumentElement& element) {
+    icu::UnicodeString name;
+    if (!element.node.TextContent(name))
+        return false;
+    GpxModelAccess::SetName(element.owner, std::move(name));
+    return true;
+}
+
+bool ReadDocumentTime(const DocumentElement& element) {
+    double time = 0.0;
+    if (!ReadTime(element.context, element.node, time))
+        return false;
+    GpxModelAccess::SetTime(element.owner, time);
+    return true;
+}
+
+bool ReadExtensions(const DocumentElement& element) {
+    if (ReadDocumentData(element.context, element.node, element.owner))
         return true;
-    }
-    if (Equals(child.LocalName(), gpx::kTime)) {
-        double time = 0.0;
-        if (ReadTime(context, child, time)) {
-            GpxModelAccess::SetTime(document, time);
-            sources.Set(gpx::kTime, child);
-        }
-        return true;
-    }
+    element.sources.Clear(gpx::kExtensions);
     return false;
 }
 
-void ReadMetaData(ReadContext& context, FieldSources& sources, const NodeView& metadata,
-                  GpxDocument& document) {
-    ForEachNamedChild(context, metadata, [&](const NodeView& child) {
-        if (ReadNameOrTime(context, sources, child, document))
-            return;
-        if (!Equals(child.LocalName(), gpx::kExtensions))
-            context.reporter.SkipUnknown(child);
-        else if (ReadDocumentData(context, child, document))
-            sources.Set(gpx::kExtensions, child);
-        else
-            sources.Clear(gpx::kExtensions);
+constexpr ElementReader<GpxDocument> kMetadataReaders[] = {
+    {gpx::kName, gpx::kName, ReadName},
+    {gpx::kTime, gpx::kTime, ReadDocumentTime},
+    {gpx::kExtensions, gpx::kExtensions, ReadExtensions},
+};
+constexpr ElementTable<GpxDocument> kMetadataElements = {Namespace::kAny, kMetadataReaders};
+
+bool ReadMetadata(const DocumentElement& element) {
+    ForEachNamedChild(element.context, element.node, [&](const NodeView& child) {
+        ReadElement(kMetadataElements,
+                    {element.context, element.version, child, element.owner, element.sources});
     });
+    return true;
 }
 
-// GPX wants waypoints, then routes, then tracks; what stands out of that order is skipped.
+bool ReadWaypoint(const DocumentElement& element) {
+    element.owner.AddWaypoint(ReadPoint(element.context, *element.version, kGpxWaypoint, element.node));
+    return true;
+}
+
+// GPX 1.0 has name and time below the root, GPX 1.1 in its metadata; both places are read in both versions.
+constexpr ElementReader<GpxDocument> kRootReaders[] = {
+    {gpx::kWpt, nullptr, ReadWaypoint}, {gpx::kRte, nullptr, nullptr},
+    {gpx::kTrk, nullptr, nullptr},      {gpx::kMetadata, nullptr, ReadMetadata},
+    {gpx::kName, gpx::kName, ReadName}, {gpx::kTime, gpx::kTime, ReadDocumentTime},
+};
+constexpr ElementTable<GpxDocument> kRootElements = {Namespace::kGpx, kRootReaders};
+
+// The place of an element in the order of waypoints, routes and tracks; 0 for one that may come anywhere.
+enum Rank { kAnywhere, kWaypoints, kRoutes, kTracks };
+
+Rank RankOf(const NodeView& child) {
+    const char16_t* const name = child.LocalName();
+    if (Equals(name, gpx::kWpt))
+        return kWaypoints;
+    if (Equals(name, gpx::kRte))
+        return kRoutes;
+    return Equals(name, gpx::kTrk) ? kTracks : kAnywhere;
+}
+
 class RootReader final : public ChildReader {
 public:
     RootReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
@@ -65,21 +96,8 @@ public:
     const text::CheckSite& MissingChildSite() const override { return text::sites::kGpxChild; }
 
     Visit Classify(const NodeView& child) override {
-        const char16_t* const name = child.LocalName();
-        if (!IsStandard(version_, child)) {
-            if (name != nullptr)
-                SkipForeignToGpx(context_.reporter, version_, child, IsKnown(name));
-            return Visit::kSkip;
-        }
-        if (name == nullptr)
-            return Visit::kSkip;
-        if (!IsKnown(name)) {
-            context_.reporter.SkipUnknown(child);
-            return Visit::kSkip;
-        }
-        if (Equals(name, gpx::kWpt) || Equals(name, gpx::kRte) || Equals(name, gpx::kTrk))
-            return WayInOrder(child);
-        return Visit::kAsTree;
+        const Visit visit = ClassifyElement(kRootElements, context_, version_, child, WhenUnknown::kAtStart);
+        return visit != Visit::kSkip && IsInOrder(child) ? visit : Visit::kSkip;
     }
 
     std::unique_ptr<ChildReader> Descend(const NodeView& child) override {
@@ -88,49 +106,31 @@ public:
     }
 
     void ReadTree(const NodeView& child) override {
-        if (Equals(child.LocalName(), gpx::kWpt))
-            ReadWaypoint(child);
-        else if (Equals(child.LocalName(), gpx::kMetadata))
-            ReadMetaData(context_, sources_, child, document_);
-        else
-            ReadNameOrTime(context_, sources_, child, document_);
+        ReadOwnElement(kRootElements, {context_, &version_, child, document_, sources_});
     }
 
     void Finish() override {}
 
 private:
-    static bool IsKnown(const char16_t* name) {
-        for (const auto* known :
-             {&gpx::kWpt, &gpx::kRte, &gpx::kTrk, &gpx::kMetadata, &gpx::kName, &gpx::kTime})
-            if (Equals(name, *known))
-                return true;
-        return false;
-    }
-
-    // Of a waypoint, a route, or a track.
-    Visit WayInOrder(const NodeView& child) {
-        const bool isWaypoint = Equals(child.LocalName(), gpx::kWpt);
-        const bool isTrack = Equals(child.LocalName(), gpx::kTrk);
-        if (isWaypoint ? routeSeen_ || trackSeen_ : !isTrack && trackSeen_) {
-            context_.reporter.Skip(
-                child, kGpxOutOfOrder,
-                isWaypoint ? "It stands behind a route or a track." : "It stands behind a track.", true);
-            return Visit::kSkip;
+    bool IsInOrder(const NodeView& child) {
+        const Rank rank = RankOf(child);
+        if (rank == kAnywhere)
+            return true;
+        if (rank < lastRank_) {
+            context_.reporter.Skip(child, kGpxOutOfOrder,
+                                   rank == kWaypoints ? "It stands behind a route or a track."
+                                                      : "It stands behind a track.",
+                                   true);
+            return false;
         }
-        trackSeen_ = trackSeen_ || isTrack;
-        routeSeen_ = routeSeen_ || !(isTrack || isWaypoint);
-        return isWaypoint ? Visit::kAsTree : Visit::kDescend;
-    }
-
-    void ReadWaypoint(const NodeView& child) {
-        document_.AddWaypoint(ReadPoint(context_, version_, kGpxWaypoint, child));
+        lastRank_ = rank;
+        return true;
     }
 
     ReadContext& context_;
     const GpxVersion version_;
     GpxDocument& document_;
-    bool routeSeen_ = false;
-    bool trackSeen_ = false;
+    Rank lastRank_ = kWaypoints;
     FieldSources sources_{context_.reporter, FieldSources::Lifetime::kShort};
 };
 

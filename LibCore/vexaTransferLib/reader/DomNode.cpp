@@ -101,12 +101,12 @@ public:
     }
 
     // By sibling: every access by index walks the list from its start.
-    bool NextChild(const void* node, ChildPosition& position, const void*& child) const override {
-        const DOMNode* next = position.position == nullptr ? AsDom(node).getFirstChild()
-                                                           : AsDom(position.position).getNextSibling();
+    bool NextChild(const void* node, const void*& position, const void*& child) const override {
+        const DOMNode* next =
+            position == nullptr ? AsDom(node).getFirstChild() : AsDom(position).getNextSibling();
         if (next == nullptr)
             return false;
-        position.position = next;
+        position = next;
         child = next;
         return true;
     }

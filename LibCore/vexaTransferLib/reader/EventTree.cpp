@@ -218,12 +218,11 @@ bool EventTree::HasChildList(const void*) const {
     return true;
 }
 
-bool EventTree::NextChild(const void* node, ChildPosition& position, const void*& child) const {
-    const Node* const next =
-        position.position == nullptr ? AsNode(node).firstChild : AsNode(position.position).next;
+bool EventTree::NextChild(const void* node, const void*& position, const void*& child) const {
+    const Node* const next = position == nullptr ? AsNode(node).firstChild : AsNode(position).next;
     if (next == nullptr)
         return false;
-    position.position = next;
+    position = next;
     child = next;
     return true;
 }

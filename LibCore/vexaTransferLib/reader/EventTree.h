@@ -87,7 +87,7 @@ public:
     const char16_t* FirstChildText(const void* node) const override;
     bool TextContent(const void* node, icu::UnicodeString& out) const override;
     bool HasChildList(const void* node) const override;
-    bool NextChild(const void* node, ChildPosition& position, const void*& child) const override;
+    bool NextChild(const void* node, const void*& position, const void*& child) const override;
     std::string Path(const void* node) const override;
     SourceLocation Location(const void* node) const override;
 

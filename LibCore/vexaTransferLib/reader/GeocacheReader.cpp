@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/GeocacheReader.h>
 
-#include <vexaTransferLib/reader/Children.h>
-#include <vexaTransferLib/reader/FieldSources.h>
+#include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
@@ -17,31 +16,6 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-template <class Record>
-struct TextElement {
-    const char16_t* name;
-    icu::UnicodeString Record::*field;
-};
-
-constexpr TextElement<GpxGroundspeakCache> kCacheTexts[] = {
-    {groundspeak::kName, &GpxGroundspeakCache::name},
-    {groundspeak::kOwner, &GpxGroundspeakCache::owner},
-    {groundspeak::kType, &GpxGroundspeakCache::type},
-    {groundspeak::kContainer, &GpxGroundspeakCache::container},
-    {groundspeak::kDifficulty, &GpxGroundspeakCache::difficulty},
-    {groundspeak::kTerrain, &GpxGroundspeakCache::terrain},
-    {groundspeak::kShortDescription, &GpxGroundspeakCache::short_description},
-    {groundspeak::kLongDescription, &GpxGroundspeakCache::long_description},
-    {groundspeak::kEncodedHints, &GpxGroundspeakCache::encoded_hints},
-};
-
-constexpr TextElement<GpxGroundspeakCacheLog> kLogTexts[] = {
-    {groundspeak::kDate, &GpxGroundspeakCacheLog::date},
-    {groundspeak::kFinder, &GpxGroundspeakCacheLog::finder},
-    {groundspeak::kType, &GpxGroundspeakCacheLog::type},
-    {groundspeak::kText, &GpxGroundspeakCacheLog::text},
-};
-
 // To clean so much text takes as long as to read a child.
 constexpr std::uint64_t kUnitsCleanedAtOnce = 4;
 
@@ -53,38 +27,19 @@ bool ReadCleanText(ReadContext& context, const NodeView& node, icu::UnicodeStrin
     return true;
 }
 
-template <class Record, std::size_t Size>
-const TextElement<Record>* FindText(const TextElement<Record> (&elements)[Size], const NodeView& child) {
-    for (const TextElement<Record>& element : elements)
-        if (Equals(child.LocalName(), element.name))
-            return &element;
-    return nullptr;
+template <auto field, class Owner>
+bool ReadCleanTextInto(const Element<Owner>& element) {
+    return ReadCleanText(element.context, element.node, element.owner.*field);
 }
 
-// True when the child is one of the record's texts and has one.
-template <class Record, std::size_t Size>
-bool ReadTextOf(ReadContext& context, FieldSources& sources, const NodeView& child,
-                const TextElement<Record> (&elements)[Size], Record& record) {
-    const TextElement<Record>* const element = FindText(elements, child);
-    if (element == nullptr) {
-        context.reporter.SkipUnknown(child);
-        return false;
-    }
-    if (!ReadCleanText(context, child, record.*element->field))
-        return false;
-    sources.Set(element->name, child);
-    return true;
-}
-
-template <class Read>
-void ForEachGroundspeakChild(ReadContext& context, const NodeView& node, Read read) {
-    ForEachNamedChild(context, node, [&](const NodeView& child) {
-        if (IsGroundspeak(child))
-            read(child);
-        else
-            context.reporter.SkipForeign(child, "that of geocaches", true);
-    });
-}
+using Log = GpxGroundspeakCacheLog;
+constexpr ElementReader<Log> kLogReaders[] = {
+    {groundspeak::kDate, groundspeak::kDate, ReadCleanTextInto<&Log::date>},
+    {groundspeak::kFinder, groundspeak::kFinder, ReadCleanTextInto<&Log::finder>},
+    {groundspeak::kType, groundspeak::kType, ReadCleanTextInto<&Log::type>},
+    {groundspeak::kText, groundspeak::kText, ReadCleanTextInto<&Log::text>},
+};
+constexpr ElementTable<Log> kLogElements = {Namespace::kGroundspeak, kLogReaders};
 
 void ReadLogId(ReadContext& context, const NodeView& node, GpxGroundspeakCacheLog& log) {
     std::string id;
@@ -97,37 +52,83 @@ void ReadLogId(ReadContext& context, const NodeView& node, GpxGroundspeakCacheLo
         context.reporter.Skip(node, kGpxUnreadable, "Its id is not a number.", true);
 }
 
-bool ReadLog(ReadContext& context, const NodeView& node, GpxGroundspeakCache& cache) {
+using Cache = GpxGroundspeakCache;
+
+bool ReadLog(const Element<Cache>& element) {
+    ReadContext& context = element.context;
     context.CountObject();
-    GpxGroundspeakCacheLog log;
-    ReadLogId(context, node, log);
-    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
-    ForEachGroundspeakChild(
-        context, node, [&](const NodeView& child) { ReadTextOf(context, sources, child, kLogTexts, log); });
+    Log log;
+    ReadLogId(context, element.node, log);
+    ReadElements(kLogElements, context, element.node, log);
     if (log.date.isEmpty() || log.finder.isEmpty() || log.text.isEmpty()) {
-        context.reporter.Skip(node, kGpxIncomplete, "A log without date, finder or text is not kept.", true);
+        context.reporter.Skip(element.node, kGpxIncomplete, "A log without date, finder or text is not kept.",
+                              true);
         return false;
     }
-    cache.logs.push_back(std::move(log));
+    element.owner.logs.push_back(std::move(log));
     return true;
 }
 
-bool ReadTravelBug(ReadContext& context, const NodeView& travelBug, GpxGroundspeakCache& cache) {
-    bool found = false;
-    ForEachGroundspeakChild(context, travelBug, [&](const NodeView& child) {
-        icu::UnicodeString name;
-        if (!Equals(child.LocalName(), groundspeak::kName)) {
-            context.reporter.SkipUnknown(child);
-        } else if (ReadCleanText(context, child, name)) {
-            context.CountObject();
-            cache.travelbugs.push_back(name);
-            found = true;
-        }
-    });
-    if (!found)
-        context.reporter.Skip(travelBug, kGpxIncomplete, "A travel bug without a name is not kept.", true);
-    return found;
+constexpr ElementReader<Cache> kLogListReaders[] = {
+    {groundspeak::kLog, nullptr, ReadLog},
+};
+constexpr ElementTable<Cache> kLogListElements = {Namespace::kGroundspeak, kLogListReaders};
+
+bool ReadTravelBugName(const Element<Cache>& element) {
+    icu::UnicodeString name;
+    if (!ReadCleanText(element.context, element.node, name))
+        return false;
+    element.context.CountObject();
+    element.owner.travelbugs.push_back(name);
+    return true;
 }
+
+constexpr ElementReader<Cache> kTravelBugReaders[] = {
+    {groundspeak::kName, nullptr, ReadTravelBugName},
+};
+constexpr ElementTable<Cache> kTravelBugElements = {Namespace::kGroundspeak, kTravelBugReaders};
+
+bool ReadTravelBug(const Element<Cache>& element) {
+    if (ReadElements(kTravelBugElements, element.context, element.node, element.owner))
+        return true;
+    element.context.reporter.Skip(element.node, kGpxIncomplete, "A travel bug without a name is not kept.",
+                                  true);
+    return false;
+}
+
+constexpr ElementReader<Cache> kTravelBugListReaders[] = {
+    {groundspeak::kTravelbug, nullptr, ReadTravelBug},
+};
+constexpr ElementTable<Cache> kTravelBugListElements = {Namespace::kGroundspeak, kTravelBugListReaders};
+
+// Logs and travel bugs alone do not make a geocache, so that their lists do not count as read.
+
+bool ReadLogList(const Element<Cache>& element) {
+    ReadGeocacheLogs(element.context, element.node, element.owner);
+    return false;
+}
+
+bool ReadTravelBugList(const Element<Cache>& element) {
+    ReadTravelBugs(element.context, element.node, element.owner);
+    return false;
+}
+
+constexpr ElementReader<Cache> kCacheReaders[] = {
+    {groundspeak::kName, groundspeak::kName, ReadCleanTextInto<&Cache::name>},
+    {groundspeak::kOwner, groundspeak::kOwner, ReadCleanTextInto<&Cache::owner>},
+    {groundspeak::kType, groundspeak::kType, ReadCleanTextInto<&Cache::type>},
+    {groundspeak::kContainer, groundspeak::kContainer, ReadCleanTextInto<&Cache::container>},
+    {groundspeak::kDifficulty, groundspeak::kDifficulty, ReadCleanTextInto<&Cache::difficulty>},
+    {groundspeak::kTerrain, groundspeak::kTerrain, ReadCleanTextInto<&Cache::terrain>},
+    {groundspeak::kShortDescription, groundspeak::kShortDescription,
+     ReadCleanTextInto<&Cache::short_description>},
+    {groundspeak::kLongDescription, groundspeak::kLongDescription,
+     ReadCleanTextInto<&Cache::long_description>},
+    {groundspeak::kEncodedHints, groundspeak::kEncodedHints, ReadCleanTextInto<&Cache::encoded_hints>},
+    {groundspeak::kLogs, nullptr, ReadLogList},
+    {groundspeak::kTravelbugs, nullptr, ReadTravelBugList},
+};
+constexpr ElementTable<Cache> kCacheElements = {Namespace::kGroundspeak, kCacheReaders};
 
 // Unlike the rest of the extensions, only the first counts.
 void TellOtherGeocache(ReadContext& context, const NodeView& child, bool isRead) {
@@ -138,13 +139,6 @@ void TellOtherGeocache(ReadContext& context, const NodeView& child, bool isRead)
 }
 
 } // namespace
-
-bool IsGroundspeak(const NodeView& node) {
-    if (!text::SoftCheck(!node.IsNull(), text::sites::kGroundspeakNode))
-        return false;
-    const char16_t* const uri = node.NamespaceUri();
-    return Equals(uri, text::kGroundspeak10Namespace) || Equals(uri, text::kGroundspeak101Namespace);
-}
 
 bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions,
                                 GpxGroundspeakCache& cache) {
@@ -165,46 +159,23 @@ bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions
     return found;
 }
 
-// Logs and travel bugs alone do not make a geocache.
 bool ReadGeocache(ReadContext& context, const NodeView& node, GpxGroundspeakCache& cache) {
     context.CountObject();
     cache.Clear();
-    bool found = false;
-    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
-    ForEachGroundspeakChild(context, node, [&](const NodeView& child) {
-        if (Equals(child.LocalName(), groundspeak::kLogs))
-            ReadGeocacheLogs(context, child, cache);
-        else if (Equals(child.LocalName(), groundspeak::kTravelbugs))
-            ReadTravelBugs(context, child, cache);
-        else if (ReadTextOf(context, sources, child, kCacheTexts, cache))
-            found = true;
-    });
-    if (!found && !(cache.logs.empty() && cache.travelbugs.empty()))
+    if (ReadElements(kCacheElements, context, node, cache))
+        return true;
+    if (!(cache.logs.empty() && cache.travelbugs.empty()))
         context.reporter.Skip(node, kGpxIncomplete,
                               "A geocache with nothing but logs and travel bugs is not kept.", true);
-    return found;
+    return false;
 }
 
 bool ReadGeocacheLogs(ReadContext& context, const NodeView& logs, GpxGroundspeakCache& cache) {
-    bool found = false;
-    ForEachGroundspeakChild(context, logs, [&](const NodeView& child) {
-        if (!Equals(child.LocalName(), groundspeak::kLog))
-            context.reporter.SkipUnknown(child);
-        else if (child.HasChildList())
-            found = ReadLog(context, child, cache) || found;
-    });
-    return found;
+    return ReadElements(kLogListElements, context, logs, cache);
 }
 
 bool ReadTravelBugs(ReadContext& context, const NodeView& travelBugs, GpxGroundspeakCache& cache) {
-    bool found = false;
-    ForEachGroundspeakChild(context, travelBugs, [&](const NodeView& child) {
-        if (Equals(child.LocalName(), groundspeak::kTravelbug))
-            found = ReadTravelBug(context, child, cache) || found;
-        else
-            context.reporter.SkipUnknown(child);
-    });
-    return found;
+    return ReadElements(kTravelBugListElements, context, travelBugs, cache);
 }
 
 } // namespace vexaTransferLib::reader

@@ -13,7 +13,6 @@ namespace vexaTransferLib::reader {
 
 // The Groundspeak geocache of a waypoint; see the operations of GpxParser. Nothing here throws on bad input.
 
-bool IsGroundspeak(const NodeView& node);
 bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions, GpxGroundspeakCache& cache);
 bool ReadGeocache(ReadContext& context, const NodeView& node, GpxGroundspeakCache& cache);
 bool ReadGeocacheLogs(ReadContext& context, const NodeView& logs, GpxGroundspeakCache& cache);

@@ -2,6 +2,8 @@
 #include <vexaTransferLib/reader/LinkReader.h>
 
 #include <vexaTransferLib/reader/Children.h>
+#include <vexaTransferLib/reader/CommonElements.h>
+#include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
@@ -16,22 +18,11 @@ constexpr ChildMessages kMessages = {"Unable to read GPX link child elements.",
                                      "Unable to read a GPX link child node.", text::sites::kLinkChildren,
                                      text::sites::kLinkChild};
 
-void ReadLinkChild(ReadContext& context, FieldSources& sources, const NodeView& child, GpxUrl& link) {
-    icu::UnicodeString text;
-    if (Equals(child.LocalName(), gpx::kText)) {
-        if (ReadText(context, child, text)) {
-            link.SetUrlText(text);
-            sources.Set(gpx::kText, child);
-        }
-    } else if (Equals(child.LocalName(), gpx::kType)) {
-        if (ReadText(context, child, text)) {
-            link.SetUrlType(text);
-            sources.Set(gpx::kType, child);
-        }
-    } else {
-        context.reporter.SkipUnknown(child);
-    }
-}
+constexpr ElementReader<GpxUrl> kReaders[] = {
+    {gpx::kText, gpx::kText, ReadTextInto<&GpxUrl::SetUrlText>},
+    {gpx::kType, gpx::kType, ReadTextInto<&GpxUrl::SetUrlType>},
+};
+constexpr ElementTable<GpxUrl> kElements = {Namespace::kAny, kReaders};
 
 } // namespace
 
@@ -41,8 +32,9 @@ void ReadLink(ReadContext& context, const NodeView& node, GpxUrl& link) {
                  "A link element was missing the href attribute.");
     GpxUrl read(href);
     FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
-    ForEachIsolatedChild(context, node, kMessages,
-                         [&](const NodeView& child) { ReadLinkChild(context, sources, child, read); });
+    ForEachIsolatedChild(context, node, kMessages, [&](const NodeView& child) {
+        ReadElement(kElements, {context, nullptr, child, read, sources});
+    });
     link = std::move(read);
 }
 

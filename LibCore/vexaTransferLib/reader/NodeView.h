@@ -7,7 +7,6 @@
 
 #include <unicode/unistr.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -15,13 +14,6 @@
 namespace vexaTransferLib::reader {
 
 class NodeView;
-
-/// Where a walk over the children of one node stands. What `position` and `index` mean is the source's
-/// business.
-struct ChildPosition {
-    const void* position = nullptr;
-    std::size_t index = 0;
-};
 
 /// Where an element's start tag ends, from 1; zeros when that is not known.
 struct SourceLocation {
@@ -48,11 +40,11 @@ public:
     /// is of a kind that has none. Bounded stack whatever the depth.
     virtual bool TextContent(const void* node, icu::UnicodeString& out) const = 0;
     virtual bool HasChildList(const void* node) const = 0;
-    /// Moves to the next child, from the start for a fresh position; false after the last. \p child is null
-    /// for an entry that is missing.
-    virtual bool NextChild(const void* node, ChildPosition& position, const void*& child) const = 0;
+    /// Moves to the next child; false after the last. \p child is null for an entry that is missing. What \p position
+    /// means is known to the source alone; before the first child it is null.
+    virtual bool NextChild(const void* node, const void*& position, const void*& child) const = 0;
 
-    // For a host that watches: these may cost, and a source need not know.
+    // For the reports to an observer. These may take time, and a source need not know the answer.
 
     /// Local names from the root of the file to an element, with slashes between them, in UTF-8.
     virtual std::string Path(const void*) const { return {}; }
@@ -111,7 +103,7 @@ public:
 private:
     NodeView parent_;
     bool hasChildren_;
-    ChildPosition position_;
+    const void* position_ = nullptr;
 };
 
 /// Exact comparison of a name that may be null with one that is not.

@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/CommonElements.h>
+#include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
@@ -17,144 +18,77 @@ constexpr ChildMessages kMessages = {"Unable to read GPX point child elements.",
                                      "Unable to read a GPX point child node.", text::sites::kPointChildren,
                                      text::sites::kPointChild};
 
-// What the reader of one child needs.
-struct PointChild {
-    ReadContext& context;
-    const GpxVersion& version;
-    const NodeView& node;
-    GpxPoint& point;
-    FieldSources& sources;
-};
+using PointElement = Element<GpxPoint>;
 
-template <void (GpxPoint::*Set)(double)>
-bool ReadNumberInto(const PointChild& child) {
-    double value = 0.0;
-    if (!ReadDouble(child.context, child.node, value))
-        return false;
-    (child.point.*Set)(value);
-    return true;
-}
-
-template <void (GpxPoint::*Set)(const icu::UnicodeString&)>
-bool ReadTextInto(const PointChild& child) {
-    icu::UnicodeString text;
-    if (!ReadText(child.context, child.node, text))
-        return false;
-    (child.point.*Set)(text);
-    return true;
-}
-
-bool ReadPointTime(const PointChild& child) {
-    double time = 0.0;
-    if (!ReadTime(child.context, child.node, time))
-        return false;
-    child.point.SetTime(time);
-    return true;
-}
-
-bool ReadPointFix(const PointChild& child) {
-    GpxFix fix = kGpxFixNone;
-    if (!ReadFix(child.context, child.node, fix))
-        return false;
-    child.point.SetFix(fix);
-    return true;
-}
-
-void ReadGeocacheInto(const PointChild& child) {
+bool ReadGeocacheElement(const PointElement& element) {
     GpxGroundspeakCache cache;
-    if (!ReadGeocache(child.context, child.node, cache))
-        return;
-    child.point.SetGroundspeakCache(cache);
-    child.sources.Set(groundspeak::kCache, child.node);
+    if (!ReadGeocache(element.context, element.node, cache))
+        return false;
+    element.owner.SetGroundspeakCache(cache);
+    return true;
 }
 
-void ReadRoutePointExtensions(const PointChild& child) {
+void ReadRoutePointExtensions(const PointElement& element) {
     TarvikRoutePointType type = kTarvikRoutePointStart;
-    if (!ReadRoutePointType(child.context, child.node, type))
+    if (!ReadRoutePointType(element.context, element.node, type))
         return;
-    child.point.SetTarvikRoutePointType(type);
-    child.sources.Set(tarvik::kRoutePointType, child.node);
+    element.owner.SetTarvikRoutePointType(type);
+    element.sources.Set(tarvik::kRoutePointType, element.node);
 }
 
-void ReadWaypointExtensions(const PointChild& child) {
+void ReadWaypointExtensions(const PointElement& element) {
     GpxGroundspeakCache cache;
-    if (ReadGeocacheFromExtensions(child.context, child.node, cache)) {
-        child.point.SetGroundspeakCache(cache);
-        child.sources.Set(groundspeak::kCache, child.node);
+    if (ReadGeocacheFromExtensions(element.context, element.node, cache)) {
+        element.owner.SetGroundspeakCache(cache);
+        element.sources.Set(groundspeak::kCache, element.node);
     }
-    ReadWaypointData(child.context, child.sources, child.node, child.point);
+    ReadWaypointData(element.context, element.sources, element.node, element.owner);
 }
 
-// Keeps account of the fields itself: one element fills several.
-bool ReadExtensions(const PointChild& child) {
-    if (child.version.IsGpx10())
-        child.context.reporter.SkipOtherVersion(child.node, child.version);
-    else if (child.point.GetPointType() == kGpxRoutePoint)
-        ReadRoutePointExtensions(child);
-    else if (child.point.GetPointType() == kGpxWaypoint)
-        ReadWaypointExtensions(child);
+bool ReadExtensions(const PointElement& element) {
+    if (element.owner.GetPointType() == kGpxRoutePoint)
+        ReadRoutePointExtensions(element);
+    else if (element.owner.GetPointType() == kGpxWaypoint)
+        ReadWaypointExtensions(element);
     else
-        child.context.reporter.Skip(child.node, kGpxUnknownElement,
-                                    "The library does not keep the extensions of track points.", false);
-    return false;
+        element.context.reporter.Skip(element.node, kGpxUnknownElement,
+                                      "The library does not keep the extensions of track points.", false);
+    return true;
 }
 
-struct PointElement {
-    const char16_t* name;
-    const char16_t* field;
-    /// True when the field has the element's value.
-    bool (*read)(const PointChild&);
-};
-
-// The most frequent first: a track point rarely has more than the first two.
-constexpr PointElement kElements[] = {
-    {gpx::kEle, gpx::kEle, ReadNumberInto<&GpxPoint::SetElevation>},
-    {gpx::kTime, gpx::kTime, ReadPointTime},
-    {gpx::kMagvar, gpx::kMagvar, ReadNumberInto<&GpxPoint::SetMagneticVariation>},
-    {gpx::kGeoidheight, gpx::kGeoidheight, ReadNumberInto<&GpxPoint::SetGeoidHeight>},
+// A track point rarely has more than the first two. A comment becomes the description and wins over any, whatever
+// their order.
+constexpr ElementReader<GpxPoint> kStandardReaders[] = {
+    {gpx::kEle, gpx::kEle, ReadDoubleInto<&GpxPoint::SetElevation>},
+    {gpx::kTime, gpx::kTime, ReadTimeInto<&GpxPoint::SetTime>},
+    {gpx::kMagvar, gpx::kMagvar, ReadDoubleInto<&GpxPoint::SetMagneticVariation>},
+    {gpx::kGeoidheight, gpx::kGeoidheight, ReadDoubleInto<&GpxPoint::SetGeoidHeight>},
     {gpx::kName, gpx::kName, ReadTextInto<&GpxPoint::SetName>},
-    {gpx::kCmt, gpx::kDesc,
-     [](const PointChild& c) { return ReadCommentAsDescription(c.context, c.node, c.point); }},
-    {gpx::kDesc, gpx::kDesc,
-     [](const PointChild& c) { return ReadDescription(c.context, c.sources, c.node, c.point); }},
+    {gpx::kCmt, gpx::kDesc, ReadTextInto<&GpxPoint::SetDescription>},
+    {gpx::kDesc, gpx::kDesc, ReadDescription},
     {gpx::kSrc, gpx::kSrc, ReadTextInto<&GpxPoint::SetSource>},
-    {gpx::kLink, gpx::kUrl,
-     [](const PointChild& c) { return ReadLinkElement(c.context, c.version, c.node, c.point); }},
-    {gpx::kUrl, gpx::kUrl,
-     [](const PointChild& c) { return ReadUrlElement(c.context, c.version, c.node, c.point); }},
-    {gpx::kUrlname, gpx::kUrlname,
-     [](const PointChild& c) { return ReadUrlNameElement(c.context, c.version, c.node, c.point); }},
+    {gpx::kLink, gpx::kUrl, ReadLinkElement, Versions::kOnly11},
+    {gpx::kUrl, gpx::kUrl, ReadUrl, Versions::kOnly10},
+    {gpx::kUrlname, gpx::kUrlname, ReadUrlName, Versions::kOnly10},
     {gpx::kSym, gpx::kSym, ReadTextInto<&GpxPoint::SetSymbol>},
     {gpx::kType, gpx::kType, ReadTextInto<&GpxPoint::SetType>},
-    {gpx::kFix, gpx::kFix, ReadPointFix},
-    {gpx::kExtensions, gpx::kExtensions, ReadExtensions},
+    {gpx::kFix, gpx::kFix, ReadFixInto<&GpxPoint::SetFix>},
+    {gpx::kExtensions, nullptr, ReadExtensions, Versions::kOnly11},
 };
+constexpr ElementTable<GpxPoint> kStandardElements = {Namespace::kGpx, kStandardReaders};
 
-const PointElement* FindElement(const char16_t* name) {
-    for (const PointElement& element : kElements)
-        if (Equals(name, element.name))
-            return &element;
-    return nullptr;
-}
+constexpr ElementReader<GpxPoint> kGroundspeakReaders[] = {
+    {groundspeak::kCache, groundspeak::kCache, ReadGeocacheElement},
+};
+constexpr ElementTable<GpxPoint> kGroundspeakElements = {Namespace::kGroundspeak, kGroundspeakReaders};
 
-void ReadStandardChild(const PointChild& child) {
-    const PointElement* const element = FindElement(child.node.LocalName());
-    if (element == nullptr)
-        child.context.reporter.SkipUnknown(child.node);
-    else if (element->read(child))
-        child.sources.Set(element->field, child.node);
-}
-
-void ReadPointChild(const PointChild& child) {
-    const char16_t* const name = child.node.LocalName();
-    if (IsStandard(child.version, child.node))
-        ReadStandardChild(child);
-    else if (!IsGroundspeak(child.node))
-        SkipForeignToGpx(child.context.reporter, child.version, child.node, FindElement(name) != nullptr);
-    else if (Equals(name, groundspeak::kCache))
-        ReadGeocacheInto(child);
+void ReadPointChild(const PointElement& element) {
+    if (IsStandard(*element.version, element.node))
+        ReadOwnElement(kStandardElements, element);
+    else if (IsGroundspeak(element.node))
+        ReadOwnElement(kGroundspeakElements, element);
     else
-        child.context.reporter.SkipUnknown(child.node);
+        SkipForeign(kStandardElements, element.context, element.version, element.node);
 }
 
 } // namespace
@@ -174,7 +108,7 @@ GpxPoint ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType
     GpxPoint point(type, latitude, longitude);
     FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
     ForEachIsolatedChild(context, node, kMessages, [&](const NodeView& child) {
-        ReadPointChild({context, version, child, point, sources});
+        ReadPointChild({context, &version, child, point, sources});
     });
     return point;
 }

@@ -2,12 +2,15 @@
 #include <vexaTransferLib/reader/RouteReader.h>
 
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/reader/CommonElements.h>
+#include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/PointReader.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ElementNames.h>
+
+#include <unicode/unistr.h>
 
 #include <optional>
 #include <utility>
@@ -16,8 +19,49 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-// A route checks its points against its type, so the type must be known when the route is made: at the first
-// route point, with what stood before it.
+// What has been read of a route. A route checks its points against its kind, which must be known when the route is
+// made: at the first route point, from the elements before it.
+struct RouteParts {
+    icu::UnicodeString name;
+    icu::UnicodeString source;
+    icu::UnicodeString type;
+    TarvikRouteType kind = kTarvikRouteStandard;
+    std::optional<GpxRoute> route;
+};
+
+GpxRoute& MadeRoute(RouteParts& parts) {
+    if (!parts.route) {
+        GpxRoute route(parts.kind);
+        if (!parts.name.isEmpty())
+            route.SetName(parts.name);
+        if (!parts.source.isEmpty())
+            route.SetSource(parts.source);
+        if (!parts.type.isEmpty())
+            route.SetType(parts.type);
+        parts.route = std::move(route);
+    }
+    return *parts.route;
+}
+
+bool ReadRoutePoint(const Element<RouteParts>& element) {
+    GpxRoute& route = MadeRoute(element.owner);
+    route.AddPoint(ReadPoint(element.context, *element.version, kGpxRoutePoint, element.node));
+    return true;
+}
+
+bool ReadRouteExtensions(const Element<RouteParts>& element) {
+    return ReadRouteType(element.context, element.node, element.owner.kind);
+}
+
+constexpr ElementReader<RouteParts> kReaders[] = {
+    {gpx::kRtept, nullptr, ReadRoutePoint},
+    {gpx::kName, gpx::kName, ReadTextInto<&RouteParts::name>},
+    {gpx::kSrc, gpx::kSrc, ReadTextInto<&RouteParts::source>},
+    {gpx::kType, gpx::kType, ReadTextInto<&RouteParts::type>, Versions::kOnly11},
+    {gpx::kExtensions, gpx::kExtensions, ReadRouteExtensions, Versions::kOnly11},
+};
+constexpr ElementTable<RouteParts> kElements = {Namespace::kGpx, kReaders};
+
 class RouteReader final : public ChildReader {
 public:
     RouteReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
@@ -28,80 +72,28 @@ public:
     const text::CheckSite& MissingChildSite() const override { return text::sites::kRouteChild; }
 
     Visit Classify(const NodeView& child) override {
-        if (child.LocalName() == nullptr)
-            return Visit::kSkip;
-        if (IsStandard(version_, child))
-            return Visit::kAsTree;
-        SkipForeignToGpx(context_.reporter, version_, child,
-                         Equals(child.LocalName(), gpx::kRtept) || FieldOf(child) != nullptr);
-        return Visit::kSkip;
+        return ClassifyElement(kElements, context_, version_, child, WhenUnknown::kAtEnd);
     }
 
     void ReadTree(const NodeView& child) override {
-        if (Equals(child.LocalName(), gpx::kRtept))
-            ReadRoutePoint(child);
-        else if (const char16_t* const field = FieldOf(child); field == nullptr)
-            context_.reporter.SkipUnknown(child);
-        else if (route_)
+        if (parts_.route && GivesField(child))
             context_.reporter.Skip(child, kGpxOutOfOrder, "It stands behind the first route point.", true);
-        else if (ReadField(child))
-            sources_.Set(field, child);
+        else
+            ReadOwnElement(kElements, {context_, &version_, child, parts_, sources_});
     }
 
-    void Finish() override { document_.AddRoute(std::move(Route())); }
+    void Finish() override { document_.AddRoute(std::move(MadeRoute(parts_))); }
 
 private:
-    /// The name, when it is that of something other than a point that a route has.
-    static const char16_t* FieldOf(const NodeView& child) {
-        for (const auto* field : {&gpx::kName, &gpx::kSrc, &gpx::kType, &gpx::kExtensions})
-            if (Equals(child.LocalName(), *field))
-                return *field;
-        return nullptr;
-    }
-
-    /// True when the route will have the element's value.
-    bool ReadField(const NodeView& child) {
-        const char16_t* const name = child.LocalName();
-        if (Equals(name, gpx::kName))
-            return ReadText(context_, child, name_);
-        if (Equals(name, gpx::kSrc))
-            return ReadText(context_, child, source_);
-        if (version_.IsGpx10()) {
-            context_.reporter.SkipOtherVersion(child, version_);
-            return false;
-        }
-        if (Equals(name, gpx::kType))
-            return ReadText(context_, child, type_);
-        return ReadRouteType(context_, child, routeType_);
-    }
-
-    GpxRoute& Route() {
-        if (!route_) {
-            GpxRoute route(routeType_);
-            if (!name_.isEmpty())
-                route.SetName(name_);
-            if (!source_.isEmpty())
-                route.SetSource(source_);
-            if (!type_.isEmpty())
-                route.SetType(type_);
-            route_ = std::move(route);
-        }
-        return *route_;
-    }
-
-    void ReadRoutePoint(const NodeView& child) {
-        GpxRoute& route = Route();
-        route.AddPoint(ReadPoint(context_, version_, kGpxRoutePoint, child));
+    static bool GivesField(const NodeView& child) {
+        const ElementReader<RouteParts>* const reader = kElements.Find(child.LocalName());
+        return reader != nullptr && reader->field != nullptr;
     }
 
     ReadContext& context_;
     const GpxVersion version_;
     GpxDocument& document_;
-    icu::UnicodeString name_;
-    icu::UnicodeString source_;
-    icu::UnicodeString type_;
-    TarvikRouteType routeType_ = kTarvikRouteStandard;
-    std::optional<GpxRoute> route_;
+    RouteParts parts_;
     FieldSources sources_{context_.reporter, FieldSources::Lifetime::kShort};
 };
 

@@ -3,78 +3,48 @@
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/reader/CommonElements.h>
+#include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/PointReader.h>
-#include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ElementNames.h>
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace vexaTransferLib::reader {
 
 namespace {
 
-// What the reader of one child needs.
-struct TrackChild {
-    ReadContext& context;
-    const GpxVersion& version;
-    const NodeView& node;
-    GpxTrack& track;
-    FieldSources& sources;
-};
+bool ReadTrackExtensions(const Element<GpxTrack>& element) {
+    return ReadTrackData(element.context, element.node, element.owner);
+}
 
-template <void (GpxTrack::*Set)(const icu::UnicodeString&)>
-bool ReadTextInto(const TrackChild& child) {
-    icu::UnicodeString text;
-    if (!ReadText(child.context, child.node, text))
-        return false;
-    (child.track.*Set)(text);
+// Unlike those of points, the extensions of a track are read in GPX 1.0 too.
+constexpr ElementReader<GpxTrack> kTrackReaders[] = {
+    {gpx::kTrkseg, nullptr, nullptr},
+    {gpx::kName, gpx::kName, ReadTextInto<&GpxTrack::SetName>},
+    {gpx::kCmt, gpx::kDesc, ReadTextInto<&GpxTrack::SetDescription>},
+    {gpx::kDesc, gpx::kDesc, ReadDescription},
+    {gpx::kSrc, gpx::kSrc, ReadTextInto<&GpxTrack::SetSource>},
+    {gpx::kExtensions, tarvik::kColor, ReadTrackExtensions},
+    {gpx::kLink, gpx::kUrl, ReadLinkElement, Versions::kOnly11},
+    {gpx::kUrl, gpx::kUrl, ReadUrl, Versions::kOnly10},
+    {gpx::kUrlname, gpx::kUrlname, ReadUrlName, Versions::kOnly10},
+    {gpx::kType, gpx::kType, ReadTextInto<&GpxTrack::SetType>, Versions::kOnly11},
+};
+constexpr ElementTable<GpxTrack> kTrackElements = {Namespace::kGpx, kTrackReaders};
+
+bool ReadTrackPoint(const Element<GpxTrack>& element) {
+    element.owner.AddPoint(ReadPoint(element.context, *element.version, kGpxTrackPoint, element.node));
     return true;
 }
 
-bool ReadTrackType(const TrackChild& child) {
-    if (child.version.IsGpx11())
-        return ReadTextInto<&GpxTrack::SetType>(child);
-    child.context.reporter.SkipOtherVersion(child.node, child.version);
-    return false;
-}
-
-struct TrackElement {
-    const char16_t* name;
-    const char16_t* field;
-    /// True when the field has the element's value.
-    bool (*read)(const TrackChild&);
+// Only track points are read.
+constexpr ElementReader<GpxTrack> kSegmentReaders[] = {
+    {gpx::kTrkpt, nullptr, ReadTrackPoint},
 };
-
-// Unlike those of points, the extensions of a track are read in GPX 1.0 too.
-constexpr TrackElement kElements[] = {
-    {gpx::kName, gpx::kName, ReadTextInto<&GpxTrack::SetName>},
-    {gpx::kCmt, gpx::kDesc,
-     [](const TrackChild& c) { return ReadCommentAsDescription(c.context, c.node, c.track); }},
-    {gpx::kDesc, gpx::kDesc,
-     [](const TrackChild& c) { return ReadDescription(c.context, c.sources, c.node, c.track); }},
-    {gpx::kSrc, gpx::kSrc, ReadTextInto<&GpxTrack::SetSource>},
-    {gpx::kExtensions, tarvik::kColor,
-     [](const TrackChild& c) { return ReadTrackData(c.context, c.node, c.track); }},
-    {gpx::kLink, gpx::kUrl,
-     [](const TrackChild& c) { return ReadLinkElement(c.context, c.version, c.node, c.track); }},
-    {gpx::kUrl, gpx::kUrl,
-     [](const TrackChild& c) { return ReadUrlElement(c.context, c.version, c.node, c.track); }},
-    {gpx::kUrlname, gpx::kUrlname,
-     [](const TrackChild& c) { return ReadUrlNameElement(c.context, c.version, c.node, c.track); }},
-    {gpx::kType, gpx::kType, ReadTrackType},
-};
-
-const TrackElement* FindElement(const char16_t* name) {
-    const auto* const found =
-        std::find_if(std::begin(kElements), std::end(kElements),
-                     [&](const TrackElement& element) { return Equals(name, element.name); });
-    return found != std::end(kElements) ? found : nullptr;
-}
+constexpr ElementTable<GpxTrack> kSegmentElements = {Namespace::kGpx, kSegmentReaders};
 
 class SegmentReader final : public ChildReader {
 public:
@@ -88,32 +58,20 @@ public:
     const text::CheckSite& MissingChildSite() const override { return text::sites::kSegmentChild; }
 
     Visit Classify(const NodeView& child) override {
-        const bool isPoint = Equals(child.LocalName(), gpx::kTrkpt);
-        if (isPoint && IsStandard(version_, child))
-            return Visit::kAsTree;
-        PassOver(child, isPoint);
-        return Visit::kSkip;
+        return ClassifyElement(kSegmentElements, context_, version_, child, WhenUnknown::kAtStart);
     }
 
     void ReadTree(const NodeView& child) override {
-        track_.AddPoint(ReadPoint(context_, version_, kGpxTrackPoint, child));
+        ReadTrackPoint({context_, &version_, child, track_, sources_});
     }
 
     void Finish() override {}
 
 private:
-    void PassOver(const NodeView& child, bool isPoint) {
-        if (child.LocalName() == nullptr || !context_.reporter.IsWanted())
-            return;
-        if (IsStandard(version_, child))
-            context_.reporter.SkipUnknown(child);
-        else
-            SkipForeignToGpx(context_.reporter, version_, child, isPoint);
-    }
-
     ReadContext& context_;
     const GpxVersion version_;
     GpxTrack& track_;
+    FieldSources sources_{context_.reporter, FieldSources::Lifetime::kShort};
 };
 
 std::unique_ptr<ChildReader> EnterSegment(ReadContext& context, const GpxVersion& version,
@@ -136,15 +94,7 @@ public:
     const text::CheckSite& MissingChildSite() const override { return text::sites::kTrackChild; }
 
     Visit Classify(const NodeView& child) override {
-        const char16_t* const name = child.LocalName();
-        if (name == nullptr)
-            return Visit::kSkip;
-        if (!IsStandard(version_, child)) {
-            SkipForeignToGpx(context_.reporter, version_, child,
-                             Equals(name, gpx::kTrkseg) || FindElement(name) != nullptr);
-            return Visit::kSkip;
-        }
-        return Equals(name, gpx::kTrkseg) ? Visit::kDescend : Visit::kAsTree;
+        return ClassifyElement(kTrackElements, context_, version_, child, WhenUnknown::kAtEnd);
     }
 
     std::unique_ptr<ChildReader> Descend(const NodeView& child) override {
@@ -152,11 +102,7 @@ public:
     }
 
     void ReadTree(const NodeView& child) override {
-        const TrackElement* const element = FindElement(child.LocalName());
-        if (element == nullptr)
-            context_.reporter.SkipUnknown(child);
-        else if (element->read({context_, version_, child, track_, sources_}))
-            sources_.Set(element->field, child);
+        ReadOwnElement(kTrackElements, {context_, &version_, child, track_, sources_});
     }
 
     void Finish() override { document_.AddTrack(std::move(track_)); }

@@ -140,4 +140,11 @@ bool IsStandard(const GpxVersion& version, const NodeView& node) {
                                   "\".");
 }
 
+bool IsGroundspeak(const NodeView& node) {
+    if (!text::SoftCheck(!node.IsNull(), text::sites::kGroundspeakNode))
+        return false;
+    const char16_t* const uri = node.NamespaceUri();
+    return Equals(uri, text::kGroundspeak10Namespace) || Equals(uri, text::kGroundspeak101Namespace);
+}
+
 } // namespace vexaTransferLib::reader

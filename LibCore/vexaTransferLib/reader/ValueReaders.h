@@ -70,5 +70,7 @@ inline bool ReadFix(ReadContext& context, const NodeView& node, GpxFix& out) {
 /// True when the node is in the standard namespace of the version.
 /// \throws dbc::precondition_error for a version that has none
 bool IsStandard(const GpxVersion& version, const NodeView& node);
+/// True when the node is in one of the namespaces of geocaches. A null node writes the contract report.
+bool IsGroundspeak(const NodeView& node);
 
 } // namespace vexaTransferLib::reader

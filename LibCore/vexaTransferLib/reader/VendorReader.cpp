@@ -4,6 +4,7 @@
 #include <vexaTransferLib/GpxUtils.h>
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/Children.h>
+#include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
@@ -12,6 +13,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -36,25 +39,38 @@ std::size_t FindType(ReadContext& context, const NodeView& child,
     return 0;
 }
 
-template <class Type, std::size_t Size>
-bool ReadType(ReadContext& context, const NodeView& extensions, const char16_t* name,
-              const std::array<std::string_view, Size>& texts, Type& type) {
-    std::size_t found = 0;
+template <const auto& texts, class Type>
+bool ReadTypeElement(const Element<std::optional<Type>>& element) {
+    const std::size_t found = FindType(element.context, element.node, texts);
+    if (found != 0)
+        element.owner = static_cast<Type>(found);
+    return found != 0;
+}
+
+using FoundRouteType = std::optional<TarvikRouteType>;
+constexpr ElementReader<FoundRouteType> kRouteTypeReaders[] = {
+    {tarvik::kRouteType, tarvik::kRouteType, ReadTypeElement<text::kRouteTypeTexts>},
+};
+constexpr ElementTable<FoundRouteType> kRouteTypeElements = {Namespace::kTarvik, kRouteTypeReaders};
+
+using FoundRoutePointType = std::optional<TarvikRoutePointType>;
+constexpr ElementReader<FoundRoutePointType> kRoutePointTypeReaders[] = {
+    {tarvik::kRoutePointType, tarvik::kRoutePointType, ReadTypeElement<text::kRoutePointTypeTexts>},
+};
+constexpr ElementTable<FoundRoutePointType> kRoutePointTypeElements = {Namespace::kTarvik,
+                                                                       kRoutePointTypeReaders};
+
+template <class Type>
+bool ReadType(ReadContext& context, const NodeView& extensions,
+              const ElementTable<std::optional<Type>>& table, Type& type) {
+    std::optional<Type> found;
     FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
     ForEachIsolatedChild(context, extensions, kMessages, [&](const NodeView& child) {
-        if (!Equals(child.NamespaceUri(), text::kTarvikNamespace) || !Equals(child.LocalName(), name)) {
-            context.reporter.SkipUnknown(child);
-            return;
-        }
-        const std::size_t match = FindType(context, child, texts);
-        if (match == 0)
-            return;
-        found = match;
-        sources.Set(name, child);
+        ReadElement(table, {context, nullptr, child, found, sources});
     });
-    if (found != 0)
-        type = static_cast<Type>(found);
-    return found != 0;
+    if (found)
+        type = *found;
+    return found.has_value();
 }
 
 // False, with a report where the node is no element at all, when there is nothing to read.
@@ -105,54 +121,84 @@ std::int32_t ReadInteger(ReadContext& context, const NodeView& node, const icu::
     return number;
 }
 
-// True when the child is one of the vendor's data of a waypoint.
-bool ReadWaypointDatum(ReadContext& context, FieldSources& sources, const NodeView& child, GpxPoint& point) {
+bool ReadSymbolNumber(const Element<GpxPoint>& element) {
     icu::UnicodeString text;
-    if (Equals(child.LocalName(), tarvik::kTovasymbol)) {
-        if (ReadText(context, child, text)) {
-            GpxModelAccess::SetSymbolNumber(point, ReadInteger(context, child, text));
-            sources.Set(tarvik::kTovasymbol, child);
-        }
-        return true;
-    }
-    if (Equals(child.LocalName(), tarvik::kObjectid)) {
-        if (ReadText(context, child, text)) {
-            GpxModelAccess::SetGUID(point, text);
-            sources.Set(tarvik::kObjectid, child);
-        }
-        return true;
-    }
-    return false;
+    if (!ReadText(element.context, element.node, text))
+        return false;
+    GpxModelAccess::SetSymbolNumber(element.owner, ReadInteger(element.context, element.node, text));
+    return true;
 }
 
-// True when the child is one of the records' fields and has a value.
-bool ReadDocumentDatum(ReadContext& context, const NodeView& child, GISMetaData& layer,
-                       AnnotateMetaData& annotation) {
-    const char16_t* const name = child.LocalName();
-    icu::UnicodeString* const field = Equals(name, tarvik::kLayerkey)       ? &layer.layerKey
-                                      : Equals(name, tarvik::kLayername)    ? &layer.layerName
-                                      : Equals(name, tarvik::kForm)         ? &layer.form
-                                      : Equals(name, tarvik::kWaypointGUID) ? &annotation.waypointGUID
-                                      : Equals(name, tarvik::kTrackGUID)    ? &annotation.trackGUID
-                                                                            : nullptr;
-    if (field != nullptr)
-        return ReadText(context, child, *field);
+bool ReadGUID(const Element<GpxPoint>& element) {
     icu::UnicodeString text;
-    if (!Equals(name, tarvik::kDefaultsymbol))
-        context.reporter.SkipUnknown(child);
-    else if (ReadText(context, child, text))
-        layer.defaultSymbol = ReadInteger(context, child, text);
-    return !text.isEmpty();
+    if (!ReadText(element.context, element.node, text))
+        return false;
+    GpxModelAccess::SetGUID(element.owner, text);
+    return true;
 }
+
+constexpr ElementReader<GpxPoint> kWaypointReaders[] = {
+    {tarvik::kTovasymbol, tarvik::kTovasymbol, ReadSymbolNumber},
+    {tarvik::kObjectid, tarvik::kObjectid, ReadGUID},
+};
+constexpr ElementTable<GpxPoint> kWaypointElements = {Namespace::kAny, kWaypointReaders};
+
+bool ReadColor(const Element<GpxTrack>& element) {
+    icu::UnicodeString text;
+    if (!ReadText(element.context, element.node, text))
+        return false;
+    // The low 16 bits are kept: 65535 reads as -1, no colour.
+    GpxModelAccess::SetColor(element.owner,
+                             static_cast<std::int16_t>(ReadInteger(element.context, element.node, text)));
+    return true;
+}
+
+constexpr ElementReader<GpxTrack> kTrackReaders[] = {
+    {tarvik::kColor, tarvik::kColor, ReadColor},
+};
+constexpr ElementTable<GpxTrack> kTrackElements = {Namespace::kAny, kTrackReaders};
+
+struct DocumentRecords {
+    GISMetaData& layer;
+    AnnotateMetaData& annotation;
+};
+
+template <icu::UnicodeString GISMetaData::*field>
+bool ReadLayerText(const Element<DocumentRecords>& element) {
+    return ReadText(element.context, element.node, element.owner.layer.*field);
+}
+
+template <icu::UnicodeString AnnotateMetaData::*field>
+bool ReadAnnotationText(const Element<DocumentRecords>& element) {
+    return ReadText(element.context, element.node, element.owner.annotation.*field);
+}
+
+bool ReadDefaultSymbol(const Element<DocumentRecords>& element) {
+    icu::UnicodeString text;
+    if (!ReadText(element.context, element.node, text))
+        return false;
+    element.owner.layer.defaultSymbol = ReadInteger(element.context, element.node, text);
+    return true;
+}
+
+constexpr ElementReader<DocumentRecords> kDocumentReaders[] = {
+    {tarvik::kLayerkey, tarvik::kLayerkey, ReadLayerText<&GISMetaData::layerKey>},
+    {tarvik::kLayername, tarvik::kLayername, ReadLayerText<&GISMetaData::layerName>},
+    {tarvik::kForm, tarvik::kForm, ReadLayerText<&GISMetaData::form>},
+    {tarvik::kDefaultsymbol, tarvik::kDefaultsymbol, ReadDefaultSymbol},
+    {tarvik::kWaypointGUID, tarvik::kWaypointGUID, ReadAnnotationText<&AnnotateMetaData::waypointGUID>},
+    {tarvik::kTrackGUID, tarvik::kTrackGUID, ReadAnnotationText<&AnnotateMetaData::trackGUID>},
+};
+constexpr ElementTable<DocumentRecords> kDocumentElements = {Namespace::kAny, kDocumentReaders};
 
 } // namespace
 
 bool ReadRouteType(ReadContext& context, const NodeView& extensions, TarvikRouteType& type) {
-    return ReadType(context, extensions, tarvik::kRouteType, text::kRouteTypeTexts, type);
+    return ReadType(context, extensions, kRouteTypeElements, type);
 }
 
 bool ReadRoutePointType(ReadContext& context, const NodeView& extensions, TarvikRoutePointType& type) {
-    return ReadType(context, extensions, tarvik::kRoutePointType, text::kRoutePointTypeTexts, type);
+    return ReadType(context, extensions, kRoutePointTypeElements, type);
 }
 
 void ReadWaypointData(ReadContext& context, FieldSources& sources, const NodeView& extensions,
@@ -165,31 +211,15 @@ void ReadWaypointData(ReadContext& context, FieldSources& sources, const NodeVie
             if (!form.IsNull())
                 context.reporter.Skip(form, kGpxReplaced, "The last form is the one that is read.", true);
             form = child;
-        } else if (!ReadWaypointDatum(context, sources, child, point) &&
-                   !Equals(child.LocalName(), groundspeak::kCache)) {
-            context.reporter.SkipUnknown(child);
+        } else if (!Equals(child.LocalName(), groundspeak::kCache)) {
+            ReadElement(kWaypointElements, {context, nullptr, child, point, sources});
         }
     });
     ReadFormData(context, form, point);
 }
 
 bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& track) {
-    if (!IsExtensions(extensions))
-        return false;
-    bool found = false;
-    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
-    ForEachNamedChild(context, extensions, [&](const NodeView& child) {
-        icu::UnicodeString text;
-        if (!Equals(child.LocalName(), tarvik::kColor)) {
-            context.reporter.SkipUnknown(child);
-        } else if (ReadText(context, child, text)) {
-            // The low 16 bits are kept: 65535 reads as -1, no colour.
-            GpxModelAccess::SetColor(track, static_cast<std::int16_t>(ReadInteger(context, child, text)));
-            sources.Set(tarvik::kColor, child);
-            found = true;
-        }
-    });
-    return found;
+    return IsExtensions(extensions) && ReadElements(kTrackElements, context, extensions, track);
 }
 
 bool ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocument& document) {
@@ -198,15 +228,8 @@ bool ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocum
     const auto annotation = boost::make_shared<AnnotateMetaData>();
     GpxModelAccess::SetGISMetaData(document, layer);
     GpxModelAccess::SetAnnotateMetaData(document, annotation);
-    bool found = false;
-    FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
-    ForEachNamedChild(context, extensions, [&](const NodeView& child) {
-        if (!ReadDocumentDatum(context, child, *layer, *annotation))
-            return;
-        sources.Set(child.LocalName(), child);
-        found = true;
-    });
-    return found;
+    DocumentRecords records{*layer, *annotation};
+    return ReadElements(kDocumentElements, context, extensions, records);
 }
 
 } // namespace vexaTransferLib::reader

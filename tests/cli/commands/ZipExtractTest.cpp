@@ -2,7 +2,7 @@
 #include "support/ResourceLimit.h"
 #include "support/Tool.h"
 
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <algorithm>
 #include <csignal>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/Tool.h"
 
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -6,7 +6,7 @@
 
 #include "support/Tool.h"
 
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <random>
 

@@ -4,7 +4,7 @@
 
 #include "support/Tool.h"
 
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 namespace {
 

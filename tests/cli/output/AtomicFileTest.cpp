@@ -7,7 +7,7 @@
 #include "support/Tool.h"
 #include "support/Umask.h"
 
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <csignal>
 #include <filesystem>

@@ -5,7 +5,7 @@
 #include "support/Session.h"
 #include "support/SlowPipe.h"
 
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <csignal>
 

@@ -3,7 +3,7 @@
 
 #include "support/Tool.h"
 
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <nlohmann/json.hpp>
 #include <unicode/unistr.h>

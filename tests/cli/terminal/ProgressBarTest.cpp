@@ -8,7 +8,7 @@
 #include "support/Session.h"
 #include "support/SlowPipe.h"
 
-#include <tests/support/ZipBuilder.h>
+#include "support/ZipBuilder.h"
 
 #include <chrono>
 #include <thread>
