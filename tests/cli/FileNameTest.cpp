@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Files whose names are no text, or look like something else: the very file is read and written, and its
-// look-alike left alone.
+// Files whose names are not text, or look like something else: exactly this file is read and written, and a file
+// with a similar name is not touched.
 
 #include "support/Tool.h"
 
@@ -172,7 +172,7 @@ TEST(FileNamesTest, TwoDotsLeadWhereTheSystemSays) {
     EXPECT_EQ(ReadFile(folder.File("here/x.gpx")), Document("another"));
 }
 
-TEST(FileNamesTest, ATextThatBeginsWithTheMarkOfTheCommandLineKeepsIt) {
+TEST(FileNamesTest, ATextThatStartsWithTheMarkOfTheCommandLineKeepsIt) {
     const Folder folder;
     folder.Write("in.gpx", Document("n"));
     for (const std::vector<std::string>& option :
@@ -180,7 +180,7 @@ TEST(FileNamesTest, ATextThatBeginsWithTheMarkOfTheCommandLineKeepsIt) {
         std::vector<std::string> arguments = {"convert"};
         arguments.insert(arguments.end(), option.begin(), option.end());
         arguments.insert(arguments.end(), {"in.gpx", "-"});
-        // No XML can hold that character.
+        // XML cannot contain this character.
         EXPECT_TRUE(Failed(RunTool(arguments, folder.Path()), "because of the application URL \"[u]\""));
     }
     const Result plain = RunTool({"convert", "--app=[a]", "--url", "[u]", "in.gpx", "-"}, folder.Path());

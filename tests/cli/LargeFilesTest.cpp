@@ -22,7 +22,7 @@ using cli::RunTool;
 
 constexpr std::uintmax_t kLargeSize = (std::uintmax_t{1} << 31) + 4096;
 
-/// Makes large files by holes, which take no room where the file system has them.
+/// Creates large files as holes, which take no space if the file system supports them.
 class LargeFilesTest : public testing::Test {
 protected:
     void SetUp() override {
@@ -56,7 +56,7 @@ TEST_F(LargeFilesTest, ADocumentIsReadToWhereItIsWrong) {
 
 TEST_F(LargeFilesTest, AnArchiveIsRead) {
     const std::string bytes = testing_support::BuildZip({{.name = "walk.gpx", .content = Gpx("")}});
-    // What stands before an archive, such as a program that unpacks it, does not matter.
+    // Bytes before an archive, such as a program that unpacks it, do not matter.
     Grow(folder_.Write("walk.zip", ""));
     const int file = ::open(folder_.File("walk.zip").c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
     ASSERT_EQ(::write(file, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));

@@ -101,7 +101,7 @@ TEST(UsageTest, EveryCommandHasHelpWithItsOwnExamples) {
     }
 }
 
-TEST(UsageTest, HelpTellsHowToWriteToStandardOutput) {
+TEST(UsageTest, HelpSaysHowToWriteToStandardOutput) {
     EXPECT_THAT(RunTool({"convert", "--help"}).out, HasSubstr("- is standard output"));
 }
 
@@ -158,7 +158,7 @@ TEST(UsageTest, FileNamesThatLookLikeSomethingElseAreFileNames) {
               std::vector<std::string>(12, R"({"name":"n","waypoints":[],"routes":[],"tracks":[]})"));
 }
 
-TEST(UsageTest, OptionsMayStandBeforeOrAfterTheCommandAndTheFiles) {
+TEST(UsageTest, OptionsMayBeBeforeOrAfterTheCommandAndTheFiles) {
     const Folder folder;
     folder.Write("a.gpx", cli::Gpx(""));
     for (const std::vector<std::string>& arguments :

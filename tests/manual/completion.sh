@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Asks a shell what it would complete, and holds that against the help of the tool.
+# Asks a shell what it would complete, and compares that with the help of the tool.
 #   completion.sh SHELL TOOL COMPLETION [PACKAGE]    PACKAGE is the bash-completion package's own script
 # shellcheck disable=SC2086 # a command such as "zip list" is two words
 set -euo pipefail
@@ -17,7 +17,7 @@ touch "$folder/here/walk.gpx"
 export HOME=$folder/home XDG_CONFIG_HOME=$folder/home XDG_DATA_HOME=$folder/home XDG_CACHE_HOME=$folder/home
 cd "$folder/here"
 
-# What the shell offers at the end of each line of input, one word a line, and an empty line behind each.
+# What the shell offers at the end of each line of input, one word a line, and an empty line after each.
 offered() {
     case $shell in
     bash) bash --norc "$here/ask-bash.sh" "$completion" ${package:+"$package"} ;;

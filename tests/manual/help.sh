@@ -18,12 +18,12 @@ options_of() {
     help_of "$@" | sed -n 's/^  \(-[^ ]*\).*/\1/p' | tr ',' '\n'
 }
 
-# The options of a command that take a value, which the help names in capitals right behind them.
+# The options of a command that take a value, which the help names in capitals directly after them.
 value_options_of() {
     help_of "$@" | sed -n 's/^  \(-[^ ]*\) [A-Z].*/\1/p' | tr ',' '\n'
 }
 
-# A line for each option of a command: its names, a tab, and its text, which stands from column 31 on.
+# A line for each option of a command: its names, a tab, and its text, which starts in column 31.
 texts_of() {
     help_of "$@" | awk '
         function flush() { if (names != "") print names "\t" text; names = "" }

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Holds the manual page against the help of the tool, and lets mandoc judge its form.
+# Compares the manual page with the help of the tool, and lets mandoc judge its form.
 #   manual-page.sh TOOL PAGE VERSION [MANDOC]
 # shellcheck disable=SC2086 # a command such as "zip list" is two words
 set -euo pipefail

@@ -89,7 +89,7 @@ std::string OptionEntry(const Option& option) {
     return entry;
 }
 
-/// How often an option occurs, meaning the same: its own text tells.
+/// How many commands have this option with the same meaning, which its description shows.
 std::size_t Occurrences(const Command& tool, const Option& wanted) {
     std::size_t count = 0;
     for (const Command* command : AllOf(tool)) {
@@ -158,10 +158,10 @@ std::string Commands(const Command& tool) {
 std::string SharedOptions(const Command& tool) {
     std::vector<std::string> groups;
     std::vector<std::string> sections;
-    std::set<std::string> told;
+    std::set<std::string> written;
     for (const Command* command : AllOf(tool)) {
         for (const Option& option : command->options) {
-            if (!IsShared(tool, option) || !told.insert(OptionEntry(option)).second)
+            if (!IsShared(tool, option) || !written.insert(OptionEntry(option)).second)
                 continue;
             const auto group = std::find(groups.begin(), groups.end(), option.group);
             const auto index = static_cast<std::size_t>(group - groups.begin());
@@ -177,14 +177,14 @@ std::string SharedOptions(const Command& tool) {
 
 std::string Examples(const Command& tool) {
     std::string text = ".nf\n";
-    std::set<std::string> told;
+    std::set<std::string> written;
     std::vector<const Command*> commands = AllOf(tool);
     // The tool's own examples are a choice of the others.
     std::rotate(commands.begin(), commands.begin() + 1, commands.end());
     for (const Command* command : commands) {
         std::istringstream lines(command->footer);
         for (std::string line; std::getline(lines, line);) {
-            if (line.compare(0, 2, "  ") == 0 && told.insert(line).second)
+            if (line.compare(0, 2, "  ") == 0 && written.insert(line).second)
                 text += Typed(line.substr(2)) + "\n";
         }
     }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Writes the tool's manual page or one of its completions, told by the file's name.
+// Writes the tool's manual page or one of its completions, depending on the name of the file.
 //   vexagpx_manual OUTPUT TEMPLATE
 
 #include <vexagpx/CommandLine.h>

@@ -106,8 +106,8 @@ std::string CancelledMessage(const std::string& name) {
 }
 
 SignalBlock::SignalBlock() : before_() {
-    const sigset_t held = DeadlySignals();
-    ::sigprocmask(SIG_BLOCK, &held, &before_);
+    const sigset_t signals = DeadlySignals();
+    ::sigprocmask(SIG_BLOCK, &signals, &before_);
 }
 
 SignalBlock::~SignalBlock() {

@@ -20,7 +20,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-// The line and column of an element stand where its start tag ends.
+// The line and column of an element are those of the end of its start tag.
 const std::string kMixed = "<wpt lat='1' lon='2'><ele>high</ele><hdop>1</hdop><time>noon</time></wpt>\n"
                            "<trk><trkseg>\n"
                            "<trkpt lat='1' lon='2'><t:hr>99</t:hr></trkpt>\n"
@@ -56,7 +56,7 @@ TEST(CheckTest, TellsWhatWasReadAndWhatWasSkipped) {
                           "6 things were skipped, 3 of which a document could have held.\n");
 }
 
-TEST(CheckTest, AFileThatIsReadWholeIsFine) {
+TEST(CheckTest, AFileThatIsReadWholeIsASuccess) {
     const Folder folder;
     folder.Write("walk.gpx", Gpx("<rte><rtept lat='1' lon='2'/></rte>"));
     const Result result = RunTool({"check", "walk.gpx", "walk.gpx"}, folder.Path());
@@ -88,7 +88,7 @@ std::string Points(int count, const std::function<std::string(int)>& content) {
     return points + "</trkseg></trk>";
 }
 
-TEST(CheckTest, EqualThingsAreOneEntryWithItsFirstTenPlaces) {
+TEST(CheckTest, EqualThingsAreOneEntryWithItsFirstTenLocations) {
     const Folder folder;
     folder.Write("a.gpx", Gpx(Points(1000, [](int) { return "<ele>x</ele>"; })));
     const Result result = RunTool({"check", "a.gpx"}, folder.Path());
@@ -127,7 +127,7 @@ TEST(CheckTest, ManyTextsOfOneKindAreNotAllListed) {
                           "      unreadable: \"x999\" is not a number.\n"));
 }
 
-TEST(CheckTest, AFileWithADocumentTypeHasNoPlaces) {
+TEST(CheckTest, AFileWithADocumentTypeHasNoLocations) {
     const Folder folder;
     folder.Write("a.gpx", "<!DOCTYPE gpx>" + Gpx("<wpt lat='1' lon='2'><hdop>1</hdop><hdop>1</hdop></wpt>"));
     EXPECT_THAT(RunTool({"check", "--trust", "a.gpx"}, folder.Path()).out,

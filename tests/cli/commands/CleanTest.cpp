@@ -52,7 +52,7 @@ TEST(CleanTest, AZeroByteDoesNotEndTheText) {
     EXPECT_EQ(Tool({"clean"}).Stdin(std::string("a\0b", 3)).Run().out, std::string("a\0b", 3));
 }
 
-TEST(CleanTest, AFileThatCannotBeReadIsTold) {
+TEST(CleanTest, AFileThatCannotBeReadIsReported) {
     const Folder folder;
     const Result missing = RunTool({"clean", "missing"}, folder.Path());
     EXPECT_EQ(missing.status, 1);

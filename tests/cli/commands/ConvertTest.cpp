@@ -116,7 +116,7 @@ struct IllFormed {
     const char* text = nullptr;
 };
 
-/// What is said when the document is refused, which leaves the target as it was.
+/// The message when the document is refused; the file to write stays unchanged.
 std::string ComplaintAbout(const IllFormed& row) {
     const Folder folder;
     folder.Write("in.gpx", Gpx(row.elements));
@@ -183,7 +183,7 @@ std::string Changed(const std::string& field, const std::string& in) {
            in + ")\n";
 }
 
-/// Texts of every kind that is written unescaped, each with what XML would make something else of.
+/// Texts of every kind that is written unescaped, each with characters that XML reads as something else.
 const std::vector<IllFormed> kChanged = {
     {"layer name", Metadata("<t:layername>a &amp;amp; b</t:layername>"), "\"a &amp; b\""},
     {"layer name", Metadata("<t:layername>a &lt;i>c&lt;/i></t:layername>"), "\"a <i>c</i>\""},
@@ -331,7 +331,7 @@ TEST(ConvertTest, AnInputThatCannotBeReadLeavesTheTargetAsItWas) {
     }
 }
 
-TEST(ConvertTest, ATargetThatCannotBeWrittenIsTold) {
+TEST(ConvertTest, ATargetThatCannotBeWrittenIsReported) {
     const Folder folder;
     std::filesystem::create_directory(folder.File("folder"));
     const std::string in = Data("empty.gpx");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What the model can hold and no file puts there.
+// Models that no file can produce.
 
 #include <vexagpx/commands/Dump.h>
 
@@ -32,7 +32,7 @@ std::string Line(const std::string& head, const std::string& waypoints) {
            "\n";
 }
 
-TEST(DumpModelTest, AllFiveNumbersStandInTheStats) {
+TEST(DumpModelTest, TheStatsContainAllFiveNumbers) {
     GpxDocument document;
     GpxModelAccess::SetStats(document, boost::make_shared<GPXStats>());
     EXPECT_EQ(
@@ -47,7 +47,7 @@ TEST(DumpModelTest, AllFiveNumbersStandInTheStats) {
                                      ""));
 }
 
-TEST(DumpModelTest, RecordsStandInOrder) {
+TEST(DumpModelTest, RecordsAreInOrder) {
     GpxDocument document;
     GpxModelAccess::SetStats(document, boost::make_shared<GPXStats>());
     GpxModelAccess::SetAnnotateMetaData(document, boost::make_shared<AnnotateMetaData>());
@@ -60,7 +60,7 @@ TEST(DumpModelTest, ANewDocumentHasNoName) {
     EXPECT_EQ(DumpOf(GpxDocument()), Line("", ""));
 }
 
-TEST(DumpModelTest, CommentStandsBeforeTheDescription) {
+TEST(DumpModelTest, TheCommentIsBeforeTheDescription) {
     GpxDocument document;
     GpxPoint point(kGpxWaypoint, 1, 2);
     point.SetDescription(u"d");
@@ -101,7 +101,7 @@ TEST(DumpModelTest, NumbersThatJsonCannotHoldAreTextsEverywhere) {
                                        R"("formAttributes":[{"key":"k","modTime":"-Infinity"}]})"));
 }
 
-TEST(DumpModelTest, VendorDataOfRouteAndTrackPointsStandToo) {
+TEST(DumpModelTest, VendorDataOfRouteAndTrackPointsIsContained) {
     GpxPoint point(kGpxRoutePoint, 1, 2);
     GpxModelAccess::SetSymbolNumber(point, 7);
     GpxModelAccess::SetGUID(point, u"g");

@@ -36,7 +36,7 @@ std::string WithPoint(const std::string& members) {
            "\n";
 }
 
-TEST(DumpTest, EverythingTheReaderTakesStandsInTheGivenShapeAndOrder) {
+TEST(DumpTest, EverythingTheReaderTakesHasTheGivenShapeAndOrder) {
     const Result result = RunTool({"dump", Data("full.gpx")});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
@@ -230,7 +230,7 @@ TEST(DumpTest, EachFileGivesOneLine) {
     EXPECT_EQ(Lines(result.out)[1] + "\n", cli::ReadFile(Data("full.json")));
 }
 
-/// Members of each kind of record in the order in which they may stand.
+/// Members of each kind of record in the order that is allowed.
 const std::map<std::string, std::vector<std::string>> kShape = {
     {"document",
      {"name", "time", "gisMetaData", "annotateMetaData", "stats", "waypoints", "routes", "tracks"}},

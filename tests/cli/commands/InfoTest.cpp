@@ -41,7 +41,7 @@ const std::string kAllRecords =
              "<t:geocachecount>44</t:geocachecount>",
              kTime);
 
-/// What `info` says of a document; it must be one line and no complaint.
+/// What `info` says of a document; it must be one line, without an error.
 std::string InfoOf(const std::string& document, std::vector<std::string> options = {}) {
     const Folder folder;
     folder.Write("t.gpx", document);
@@ -63,7 +63,7 @@ TEST(InfoTest, OneLineTellsAllThatTheHeadHolds) {
         EXPECT_THAT(line, HasSubstr(item));
 }
 
-TEST(InfoTest, OnlyWhatIsThereIsTold) {
+TEST(InfoTest, OnlyWhatIsFoundIsShown) {
     const std::string line = InfoOf(Gpx(Metadata("<t:layername>Hikes</t:layername>")));
     EXPECT_THAT(line, HasSubstr("layer Hikes"));
     for (const char* item : {"key", "form", "GUID", "waypoint", "track", "segment", "geocache", "km"})
@@ -141,7 +141,7 @@ TEST(InfoTest, OnlyTheHeadIsRead) {
               R"({"file":"t.gpx",)" + kTimeMember + "}\n");
 }
 
-TEST(InfoTest, WhatStandsBeforeAnErrorInTheHeadIsKept) {
+TEST(InfoTest, WhatPrecedesAnErrorInTheHeadIsKept) {
     const std::string head =
         "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'><metadata>" + kTime;
     EXPECT_EQ(InfoOf(head + "</oops>", {"--json"}), R"({"file":"t.gpx",)" + kTimeMember + "}\n");
@@ -170,7 +170,7 @@ TEST(InfoTest, ALargeFileTakesNoMemoryForItsRest) {
               R"({"file":"t.gpx",)" + kTimeMember + "}\n");
 }
 
-TEST(InfoTest, FilesThatCannotBeOpenedAreToldInTheirPlaceAndTheOthersToo) {
+TEST(InfoTest, FilesThatCannotBeOpenedAreReportedInTheirOrderAndTheOthersAreRead) {
     for (const std::string option : {"--json", "--debug-log=/dev/null"}) {
         const Folder folder;
         folder.Write("a.gpx", Gpx(kAllRecords));
@@ -214,13 +214,13 @@ TEST(InfoTest, StandardInputAndANamedPipe) {
     EXPECT_TRUE(Failed(Tool({"info", "-"}).CloseStdin().Run(), "standard input"));
 }
 
-TEST(InfoTest, AFullDeviceIsTold) {
+TEST(InfoTest, AFullDeviceIsReported) {
     for (const char* option : {"--json", "--debug-log=/dev/null"})
         EXPECT_TRUE(Failed(Tool({"info", option, Data("full.gpx")}).StdoutTo("/dev/full").Run(),
                            "Unable to write to standard output: No space left on device"));
 }
 
-/// How many time elements stand before the first waypoint, route or track. What is not ASCII does not matter
+/// How many time elements are before the first waypoint, route or track. What is not ASCII does not matter
 /// here, so UTF-16 is read without its zero bytes.
 std::size_t TimesInHead(const std::string& path) {
     std::string text = cli::ReadFile(path);
@@ -235,7 +235,7 @@ std::size_t TimesInHead(const std::string& path) {
 }
 
 // A dump reads the time from where the version of GPX has it; the scanner takes the last time element of the
-// head, wherever it stands. They must agree where the head has one time element only and the dump has a time;
+// head, wherever it is. They must agree where the head has one time element only and the dump has a time;
 // without any time element the scanner cannot have one.
 TEST(InfoTest, EveryFileOfTheCorpusIsOneLineOfJsonWithTheTimeOfItsDump) {
     std::vector<std::string> files = cli::Corpus("gpx");

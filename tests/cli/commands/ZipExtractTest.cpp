@@ -169,7 +169,7 @@ TEST(ZipExtractTest, LinksThatLieInTheFolderAreNotFollowed) {
         }
 }
 
-/// A process that swaps a folder for a link to another place and back, as fast as it can, until this goes.
+/// A process that swaps a folder for a link to another place and back, as fast as it can, until this object is destroyed.
 class Swapper {
 public:
     Swapper(const std::string& folder, const std::string& link) : child_(::fork()) {
@@ -303,7 +303,7 @@ TEST(ZipExtractTest, ABadEntryLeavesNothing) {
         }
 }
 
-TEST(ZipExtractTest, NamesThatTheFileSystemRefusesAreTold) {
+TEST(ZipExtractTest, NamesThatTheFileSystemRefusesAreReported) {
     const Extraction extraction({{.name = std::string(256, 'n')}, {.name = std::string(255, 'n')}, kGood});
     EXPECT_TRUE(Failed(extraction.Run(), "File name too long"));
     extraction.ExpectTree({std::string(255, 'n'), "last.gpx"});
@@ -318,7 +318,7 @@ TEST(ZipExtractTest, NamesThatAreTooLongToBeReadAreRefused) {
     extraction.ExpectTree({"last.gpx"});
 }
 
-TEST(ZipExtractTest, AFileThatCannotBeWrittenWholeIsToldAndLeavesNothing) {
+TEST(ZipExtractTest, AFileThatCannotBeWrittenWholeIsReportedAndLeavesNothing) {
     // Above what a build that counts coverage writes about itself.
     constexpr rlim_t kLimit = rlim_t{4} << 20;
     const Extraction extraction(
@@ -332,7 +332,7 @@ TEST(ZipExtractTest, AFileThatCannotBeWrittenWholeIsToldAndLeavesNothing) {
     extraction.ExpectTree({"last.gpx"});
 }
 
-TEST(ZipExtractTest, AFolderThatCannotBeMadeIsTold) {
+TEST(ZipExtractTest, AFolderThatCannotBeMadeIsReported) {
     const Extraction extraction({kGood});
     extraction.folder.Write("file", "as it was");
     for (const char* folder : {"file", "file/below", "", "/proc/no/such"}) {
@@ -352,7 +352,7 @@ TEST(ZipExtractTest, WhatIsNoArchiveMakesNoFolder) {
     EXPECT_THAT(folder.Names(), ElementsAre("text.zip"));
 }
 
-TEST(ZipExtractTest, ADamagedDirectoryIsToldAfterWhatStandsBefore) {
+TEST(ZipExtractTest, ADamagedDirectoryIsReportedAfterWhatPrecedesIt) {
     const Folder folder;
     std::string archive = BuildZip({kGood, {.name = "lost"}});
     archive[archive.rfind("PK\1\2") + 2] = 'x';

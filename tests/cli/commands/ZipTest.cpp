@@ -155,7 +155,7 @@ TEST(ZipTest, OfTwoEntriesOfOneNameCatTakesTheFirst) {
     ExpectOutput(Zip("test", archive), "2 entries tested, 0 bad.\n");
 }
 
-TEST(ZipTest, AnEntryThatIsNotThereIsTold) {
+TEST(ZipTest, AnEntryThatIsNotThereIsReported) {
     const std::string archive = BuildZip({{.name = "a.gpx", .content = "x"}});
     for (const char* name : {"b.gpx", "A.GPX", "a", "./a.gpx", "a.gpx/", ""}) {
         const Result result = Zip("cat", archive, {name});
@@ -207,7 +207,7 @@ TEST(ZipTest, TestReadsEveryEntryAndNamesTheBadOnes) {
     }
 }
 
-TEST(ZipTest, WhatNeedsAPasswordOrAnotherMethodIsToldSo) {
+TEST(ZipTest, WhatNeedsAPasswordOrAnotherMethodIsReported) {
     const std::vector<std::pair<ZipEntry, std::string>> rows = {
         {{.flags = testing_support::kZipEncryptedFlag}, "protected by a password and cannot be read"},
         {{.method = 99, .flags = testing_support::kZipEncryptedFlag, .packed = "x"},
@@ -232,7 +232,7 @@ TEST(ZipTest, WhatNeedsAPasswordOrAnotherMethodIsToldSo) {
     }
 }
 
-TEST(ZipTest, ASoundArchiveIsTold) {
+TEST(ZipTest, ASoundArchiveIsReported) {
     ExpectOutput(Zip("test", BuildZip({{.name = "a"}, {.name = "d/"}, {.name = "b", .content = kLong}})),
                  "3 entries tested, 0 bad.\n");
     ExpectOutput(Zip("test", BuildZip({{.name = "a"}})), "1 entry tested, 0 bad.\n");
@@ -244,7 +244,7 @@ TEST(ZipTest, AnArchiveWithoutEntriesIsSound) {
     EXPECT_TRUE(Failed(Zip("cat", BuildZip({}), {"a"}), "a.zip"));
 }
 
-TEST(ZipTest, WhatIsNoArchiveIsTold) {
+TEST(ZipTest, WhatIsNoArchiveIsReported) {
     const std::string whole = BuildZip({{.name = "a.gpx", .content = kLong}, {.name = "b.gpx"}});
     const std::size_t directory = whole.find("PK\1\2");
     for (const std::string& bytes :
@@ -259,7 +259,7 @@ TEST(ZipTest, WhatIsNoArchiveIsTold) {
         EXPECT_TRUE(Failed(RunTool({"zip", "list", file}), file)) << file;
 }
 
-TEST(ZipTest, ADirectoryThatIsDamagedInTheMiddleIsToldAfterWhatStandsBefore) {
+TEST(ZipTest, ADirectoryThatIsDamagedInTheMiddleIsReportedAfterWhatPrecedesIt) {
     const std::string whole = BuildZip({{.name = "1"}, {.name = "2"}, {.name = "3"}});
     std::size_t record = whole.find("PK\1\2");
     for (std::size_t found = 0; found < 3; ++found, record = whole.find("PK\1\2", record + 1)) {
@@ -305,7 +305,7 @@ TEST(ZipTest, StandardInputAndANamedPipe) {
     EXPECT_TRUE(Failed(Tool({"zip", "list", "-"}).Stdin("PK").Run(), "(-)"));
 }
 
-TEST(ZipTest, AFullDeviceIsTold) {
+TEST(ZipTest, AFullDeviceIsReported) {
     const Folder folder;
     folder.Write("a.zip", BuildZip({{.name = "a", .content = kLong}}));
     for (std::vector<std::string> command : std::vector<std::vector<std::string>>{

@@ -54,7 +54,7 @@ std::vector<std::string> Members(const std::string& lines, const std::string& po
 const std::string kWaypointName = "/waypoints/0/name";
 const std::string kLayerName = "/gisMetaData/layerName";
 
-/// A folder for temporary files that remembers what was made in it.
+/// A folder for temporary files that counts what is created in it.
 class WatchedFolder {
 public:
     WatchedFolder() : fd_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
@@ -64,7 +64,7 @@ public:
     WatchedFolder(const WatchedFolder&) = delete;
     WatchedFolder& operator=(const WatchedFolder&) = delete;
 
-    /// How many files and folders were made in it since it was asked before.
+    /// How many files and folders were created in it since the last call.
     std::size_t Made() {
         alignas(inotify_event) std::array<char, 65536> buffer;
         std::size_t count = 0;
@@ -146,7 +146,7 @@ TEST(ArchiveInputTest, ShowNamesArchiveAndEntry) {
     EXPECT_THAT(show.out, HasSubstr(second));
 }
 
-TEST(ArchiveInputTest, ABadEntryIsToldAndTheOthersAreDone) {
+TEST(ArchiveInputTest, ABadEntryIsReportedAndTheOthersAreDone) {
     std::string altered = Named("altered");
     altered[altered.find("lat=")] ^= 1;
     const std::vector<ZipEntry> rows = {
@@ -194,7 +194,7 @@ TEST(ArchiveInputTest, InfoReadsTheHeadOfAnEntryOnly) {
     EXPECT_THAT(Members(result.out, "/entry"), ElementsAre("crc.gpx", "good.gpx"));
 }
 
-TEST(ArchiveInputTest, AnArchiveWithoutGpxIsTold) {
+TEST(ArchiveInputTest, AnArchiveWithoutGpxIsReported) {
     const Folder folder;
     folder.Write("other.zip", BuildZip({{.name = "a.txt", .content = Named("x")}, {.name = "b.gpx/"}}));
     folder.Write("empty.zip", BuildZip({}));
@@ -211,7 +211,7 @@ TEST(ArchiveInputTest, AnArchiveWithoutGpxIsTold) {
     EXPECT_THAT(folder.Names(), ElementsAre("empty.zip", "good.gpx", "other.zip"));
 }
 
-TEST(ArchiveInputTest, AnArchiveThatCannotBeOpenedIsToldAndTheOtherFilesDone) {
+TEST(ArchiveInputTest, AnArchiveThatCannotBeOpenedIsReportedAndTheOtherFilesDone) {
     const Folder folder;
     const std::string whole = BuildZip({GpxEntry("a.gpx", "A")});
     folder.Write("cut.gpx", whole.substr(0, whole.size() - 5));
@@ -225,7 +225,7 @@ TEST(ArchiveInputTest, AnArchiveThatCannotBeOpenedIsToldAndTheOtherFilesDone) {
     EXPECT_THAT(folder.Names(), ElementsAre("cut.gpx", "good.gpx"));
 }
 
-TEST(ArchiveInputTest, ADamagedDirectoryIsToldAfterWhatStandsBefore) {
+TEST(ArchiveInputTest, ADamagedDirectoryIsReportedAfterWhatPrecedesIt) {
     const Folder folder;
     std::string archive = BuildZip({GpxEntry("1.gpx", "1"), GpxEntry("2.gpx", "2"), GpxEntry("3.gpx", "3")});
     archive[archive.rfind("PK\1\2") + 2] = 'x';

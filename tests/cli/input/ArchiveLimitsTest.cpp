@@ -103,7 +103,7 @@ TEST(ArchiveLimitsTest, WhatAllEntriesUnpackToIsAnOption) {
     EXPECT_EQ(result.out, "3 entries tested, 1 bad.\n");
 }
 
-// It is refused for the size that it states; what does fit is read all the same.
+// It is refused for the size that it states; the entries that fit are read.
 TEST(ArchiveLimitsTest, AnEntryThatDoesNotFitIntoTheTotalIsNotCounted) {
     const Result result = TestZip({{.name = "a", .content = Zeros(900), .method = 0},
                                    {.name = "large", .content = Zeros(101), .method = 0},
@@ -113,7 +113,7 @@ TEST(ArchiveLimitsTest, AnEntryThatDoesNotFitIntoTheTotalIsNotCounted) {
     EXPECT_EQ(result.out, "3 entries tested, 1 bad.\n");
 }
 
-// What was unpacked of an entry before it proved bad has been unpacked.
+// What was unpacked of an entry that turns out bad counts, too.
 TEST(ArchiveLimitsTest, BadEntriesCountAsFarAsTheyAreUnpacked) {
     const Result result = TestZip({{.name = "bad", .content = Zeros(600), .method = 0, .crc = 1},
                                    {.name = "b", .content = Zeros(401), .method = 0}},
@@ -157,12 +157,12 @@ TEST(ArchiveLimitsTest, TheRatioHoldsForAllEntriesTogether) {
     EXPECT_TRUE(Failed(test(most + half), "The entry grows to more than 200 times its size in the archive"));
 }
 
-TEST(ArchiveLimitsTest, StatedSizesThatAreFalseAreTold) {
+TEST(ArchiveLimitsTest, StatedSizesThatAreFalseAreReported) {
     std::string text;
     for (int i = 0; text.size() < 5000; ++i)
         text += "line " + std::to_string(i) + "\n";
     const std::string zeros = Zeros(8000000);
-    // What follows the bomb can be taken for a part of it.
+    // The bytes after the entry can be taken for a part of it.
     const ZipEntry filler = {.name = "filler", .content = std::string(20000, 'f'), .method = 0};
     const std::size_t packed = Deflated(zeros).size();
     const std::vector<std::pair<const char*, ZipEntry>> rows = {
@@ -233,7 +233,7 @@ TEST(ArchiveLimitsTest, AnArchiveMayHave100000EntriesByDefault) {
 }
 
 TEST(ArchiveLimitsTest, MoreEntriesThanStatedAreCountedToo) {
-    // 65535 stands for a number that the record cannot hold.
+    // 65535 means a number that the record cannot hold.
     const Folder folder;
     folder.Write("a.zip",
                  BuildZip(std::vector<ZipEntry>(65540, {.name = "a", .method = 0}), {.entryCount = 65535}));
@@ -241,7 +241,7 @@ TEST(ArchiveLimitsTest, MoreEntriesThanStatedAreCountedToo) {
                        "more than 65539 entries"));
 }
 
-/// Every command that takes an archive, behind which options may stand.
+/// Every command that takes an archive, after which options may follow.
 const std::vector<std::vector<std::string>> kCommands = {
     {"show", "a.zip"},
     {"dump", "a.zip"},

@@ -52,7 +52,7 @@ TEST(EntryNameTest, OtherBytesArePrintedAsCodePage437) {
         EXPECT_EQ(PrintedName(stored), printed);
 }
 
-TEST(EntryNameTest, WhatATerminalWouldObeyIsEscapedByteByByte) {
+TEST(EntryNameTest, TerminalControlsAreEscapedByteByByte) {
     const std::vector<Row> rows = {
         {"a\nb", "a\\x0Ab"},
         {"\x1B[31m", "\\x1B[31m"},

@@ -26,7 +26,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
 
-TEST(InputTest, AFileThatIsNotWellFormedIsToldWithLineAndColumn) {
+TEST(InputTest, AFileThatIsNotWellFormedIsReportedWithLineAndColumn) {
     for (const char* command : {"show", "dump"}) {
         const Result result = RunTool({command, "not-well-formed.gpx"}, Data(""));
         EXPECT_EQ(result.status, 1) << command;
@@ -37,7 +37,7 @@ TEST(InputTest, AFileThatIsNotWellFormedIsToldWithLineAndColumn) {
     }
 }
 
-TEST(InputTest, AFileThatIsNotThereIsTold) {
+TEST(InputTest, AFileThatIsNotThereIsReported) {
     const Folder folder;
     const Result result = RunTool({"dump", "missing.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 1);
@@ -171,7 +171,7 @@ TEST(InputTest, ASignalRemovesTheCopyOfStandardInput) {
     }
 }
 
-TEST(InputTest, StandardInputThatCannotBeReadIsTold) {
+TEST(InputTest, StandardInputThatCannotBeReadIsReported) {
     for (const std::vector<std::string>& arguments :
          std::vector<std::vector<std::string>>{{"dump", "-"}, {"show", "-"}, {"clean"}, {"clean", "-"}}) {
         const Result result = Tool(arguments).CloseStdin().Run();
@@ -181,7 +181,7 @@ TEST(InputTest, StandardInputThatCannotBeReadIsTold) {
     }
 }
 
-TEST(InputTest, ANonexistentTemporaryFolderIsTold) {
+TEST(InputTest, ANonexistentTemporaryFolderIsReported) {
     const Result result = Tool({"dump", "-"}).Stdin(Gpx("")).Set("TMPDIR", "/nonexistent/folder").Run();
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out, "");
@@ -210,7 +210,7 @@ TEST(InputTest, ANameWithControlCharactersDoesNotReachTheTerminalRaw) {
     EXPECT_THAT(result.err, Not(HasSubstr("\x9B")));
 }
 
-TEST(InputTest, EveryMalformedFileOfTheCorpusIsToldOrRead) {
+TEST(InputTest, EveryMalformedFileOfTheCorpusIsReportedOrRead) {
     const std::vector<std::string> files = cli::Corpus("gpx-malformed");
     if (files.empty())
         GTEST_SKIP() << "the shared corpus is not beside the repository";

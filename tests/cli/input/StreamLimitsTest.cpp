@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// How much a stream may bring before the tool ends copying it.
+// How many bytes of a stream the tool copies at most.
 
 #include "support/Tool.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Files from strangers, and --trust.
+// Untrusted files, and --trust.
 
 #include "support/Tool.h"
 

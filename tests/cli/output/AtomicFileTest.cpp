@@ -145,7 +145,7 @@ struct Swappable {
 };
 
 TEST(AtomicFileTest, StaysInItsFolderWhenALinkTakesThePlaceOfThatFolder) {
-    // Before the file is begun, while it is written, or before it is committed.
+    // Before the file is created, while it is written, or before it is committed.
     for (int step = 0; step < 3; ++step) {
         const Swappable places;
         FileInFolder place = places.Place();
@@ -163,7 +163,7 @@ TEST(AtomicFileTest, StaysInItsFolderWhenALinkTakesThePlaceOfThatFolder) {
     }
 }
 
-/// A file of somebody else with the name of our temporary file, where the path now leads.
+/// A file of another user with the name of the temporary file, where the path now leads.
 void PutStrangersFile(const Folder& folder) {
     const fs::path temporary = fs::directory_iterator(folder.File("sub"))->path().filename();
     SwapForLink(folder);
@@ -208,7 +208,7 @@ TEST(AtomicFileTest, HoldsNoDescriptorAfterwards) {
     EXPECT_EQ(CountDescriptors(), before);
 }
 
-TEST(AtomicFileTest, AFullDiskIsToldAndLeavesNothing) {
+TEST(AtomicFileTest, AFullDiskIsReportedAndLeavesNothing) {
     // Above what a build that counts coverage writes about itself.
     constexpr rlim_t kLimit = rlim_t{4} << 20;
     const Folder folder;

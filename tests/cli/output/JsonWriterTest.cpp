@@ -23,7 +23,7 @@ std::string JsonOf(const std::function<void(JsonWriter&)>& write) {
     return cli::ReadFile(path);
 }
 
-TEST(JsonWriterTest, CommasStandBetweenMembersAndElementsOnly) {
+TEST(JsonWriterTest, CommasAreBetweenMembersAndElementsOnly) {
     EXPECT_EQ(JsonOf([](JsonWriter& json) {
                   json.BeginObject();
                   json.Key("a");
@@ -79,7 +79,7 @@ TEST(JsonWriterTest, AnUnpairedSurrogateBecomesTheReplacementCharacter) {
                                                                                          "b\"");
 }
 
-TEST(JsonWriterTest, WhatATerminalWouldObeyIsEscapedAndNothingElse) {
+TEST(JsonWriterTest, TerminalControlsAreEscapedAndNothingElse) {
     const std::vector<std::pair<std::string, std::string>> rows = {
         {"plain ~", "plain ~"},
         {"\x7F", "\\u007f"},

@@ -47,7 +47,7 @@ TEST(ResolveBelowTest, MakesTheFoldersOnTheWayAndEntersThem) {
     EXPECT_THAT(folder.Tree(), ElementsAre("a/", "a/b/", "a/b/c.gpx", "a/d.gpx"));
 }
 
-TEST(ResolveBelowTest, AnEmptyLastPartStandsForAFolder) {
+TEST(ResolveBelowTest, AnEmptyLastPartMeansAFolder) {
     const Folder folder;
     const FileInFolder place = Find(folder, {"a", ""});
     EXPECT_EQ(place.name, "");
@@ -136,7 +136,7 @@ TEST(ResolveBelowTest, ManyFoldersTakeNeitherThatManyDescriptorsNorAPathOfTheirL
     FileInFolder place = ResolveBelow(root, "shown", parts);
     Descriptor deepest = Duplicate(place.folder);
     Write(std::move(place), "deep");
-    // Whoever removes a folder with its content might not get that deep.
+    // A program that removes a folder with its content may not reach that depth.
     EXPECT_EQ(::unlinkat(deepest.Get(), "x", 0), 0);
     for (int i = 0; i < kDepth; ++i) {
         deepest = OpenFolderIn(deepest, "..");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Loaded in front of the C library: whoever makes a temporary folder also writes VEXAGPX_TEST_WORDS to
+// Loaded before the C library: creating a temporary folder also writes VEXAGPX_TEST_WORDS to
 // standard error and, when VEXAGPX_TEST_ABORT is set, ends as a failed assertion does. Every file system has
 // VEXAGPX_TEST_FREE bytes free, when that is set.
 

@@ -22,7 +22,7 @@ const std::vector<std::vector<std::string>> kCommands = {
     {"convert", Data("full.gpx"), "/dev/stdout"},
 };
 
-TEST(OutputTest, AFullDeviceIsTold) {
+TEST(OutputTest, AFullDeviceIsReported) {
     for (const std::vector<std::string>& command : kCommands) {
         const Result result = Tool(command).StdoutTo("/dev/full").Run();
         EXPECT_EQ(result.status, 1) << command[0];
@@ -31,7 +31,7 @@ TEST(OutputTest, AFullDeviceIsTold) {
     }
 }
 
-TEST(OutputTest, ClosedStandardOutputIsTold) {
+TEST(OutputTest, ClosedStandardOutputIsReported) {
     for (const std::vector<std::string>& command : kCommands) {
         const Result result = Tool(command).CloseStdout().Run();
         EXPECT_EQ(result.status, 1) << command[0];
@@ -40,7 +40,7 @@ TEST(OutputTest, ClosedStandardOutputIsTold) {
     }
 }
 
-TEST(OutputTest, AReaderThatWentAwayIsTold) {
+TEST(OutputTest, AReaderThatWentAwayIsReported) {
     for (const std::vector<std::string>& command : kCommands) {
         const cli::Folder folder;
         int ends[2];

@@ -28,7 +28,7 @@ std::string Cancelled(const std::string& name) {
     return "\r\x1B[Kvexagpx: The reading of the GPX file was cancelled: " + name + "\r\n";
 }
 
-/// The bar was drawn and not cleared since.
+/// The bar has been drawn and not cleared since.
 bool ShowsProgress(const Session& session) {
     return session.Screen().ends_with("\x1B[K") && !session.Screen().ends_with("\r\x1B[K");
 }

@@ -73,7 +73,7 @@ TEST_F(TemporaryFolderTest, ANameThatIsTooLongLeavesNothing) {
     EXPECT_THAT(place.Names(), IsEmpty());
 }
 
-TEST_F(TemporaryFolderTest, APlaceThatIsNotThereIsTold) {
+TEST_F(TemporaryFolderTest, AMissingTMPDIRIsReported) {
     ::setenv("TMPDIR", place.File("missing").c_str(), 1);
     try {
         TemporaryFolder folder("walk.gpx");

@@ -75,7 +75,7 @@ TEST(TerminalControlTest, CharactersComeOneByOneAndWhatIsNoUtf8ByteByByte) {
     }
 }
 
-/// What XML 1.0 may contain of the characters that a terminal obeys.
+/// The characters that control a terminal and that XML 1.0 allows.
 std::string AllThatXmlHolds() {
     std::string text = "a";
     for (const Range& range : kControls)

@@ -57,7 +57,7 @@ TEST(LossReportTest, BeyondAThousandKindsTheRestIsCounted) {
     EXPECT_EQ(report.LostCount(), 1000U);
 }
 
-TEST(LossReportTest, WithAllEveryPlaceIsListedAndBeyondAHundredThousandNotEveryText) {
+TEST(LossReportTest, WithAllEveryLocationIsListedAndBeyondAHundredThousandNotEveryText) {
     constexpr std::size_t kMost = LossReport::kMostListed;
     LossReport report(true);
     for (std::uint64_t i = 0; i < 2 * kMost; ++i)

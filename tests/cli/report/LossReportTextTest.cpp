@@ -36,7 +36,7 @@ TEST(LossReportTextTest, SaysInPlainWordsWhatTheReportsComeTo) {
         EXPECT_EQ(SummaryText(totals), expected);
 }
 
-TEST(LossReportTextTest, MessagesOfTheParserHavePlaceSeverityAndFile) {
+TEST(LossReportTextTest, MessagesOfTheParserHaveLocationSeverityAndFile) {
     LossReport report(false);
     report.ParserMessage({kGpxMessageWarning, 3, 7, "odd", ""});
     report.ParserMessage({kGpxMessageError, 0, 0, "gone", "other.xml"});

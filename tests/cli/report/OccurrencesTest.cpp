@@ -10,7 +10,7 @@ namespace {
 using testing::ElementsAre;
 using namespace vexagpx;
 
-TEST(OccurrencesTest, EntriesComeInTheOrderOfTheirFirstPlace) {
+TEST(OccurrencesTest, EntriesComeInTheOrderOfTheirFirstLocation) {
     Occurrences<std::string> things(false);
     things.Add("b", {5, 1});
     things.Add("a", {2, 9});
@@ -27,7 +27,7 @@ TEST(OccurrencesTest, EntriesComeInTheOrderOfTheirFirstPlace) {
     EXPECT_THAT(places[0], ElementsAre(Location{1, 7}, Location{5, 1}));
 }
 
-TEST(OccurrencesTest, OnlyTheFirstTenPlacesAreKept) {
+TEST(OccurrencesTest, OnlyTheFirstTenLocationsAreKept) {
     Occurrences<std::string> things(false);
     for (std::uint64_t line = 1000; line > 0; --line)
         things.Add("a", {line, 1});
@@ -40,7 +40,7 @@ TEST(OccurrencesTest, OnlyTheFirstTenPlacesAreKept) {
     EXPECT_EQ(things.DifferentCount(), 1U);
 }
 
-TEST(OccurrencesTest, ThingsAtOnePlaceComeInTheOrderInWhichTheyWereAdded) {
+TEST(OccurrencesTest, ValuesAtOneLocationComeInTheOrderInWhichTheyWereAdded) {
     for (const bool each : {false, true}) {
         Occurrences<std::string> things(each);
         for (const char* thing : {"c", "a", "b"})

@@ -5,7 +5,7 @@
 
 namespace cli {
 
-/// Sets the soft limit of a resource while it lives, for this process and those that it starts.
+/// Sets the soft limit of a resource while it exists, for this process and those that it starts.
 class ResourceLimit {
 public:
     ResourceLimit(__rlimit_resource_t resource, rlim_t most) : resource_(resource) {

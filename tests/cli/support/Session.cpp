@@ -170,7 +170,7 @@ void Session::Finish() {
         ADD_FAILURE() << "the run does not end";
         return;
     }
-    // What copies standard error may still write when the run itself has ended.
+    // Another process of the run may still write when the run itself has ended.
     for (const auto start = Clock::now(); Clock::now() - start < kLimit;) {
         pollfd waiting{terminal_, POLLIN, 0};
         std::array<char, 4096> buffer;

@@ -13,7 +13,7 @@
 
 namespace cli {
 
-/// Of what runs in a terminal. Skipped where none can be made, as without /dev/pts.
+/// Base of tests in a terminal, which are skipped where none can be created, as without /dev/pts.
 class TerminalTest : public testing::Test {
 protected:
     void SetUp() override;
@@ -32,7 +32,7 @@ public:
     Session& In(const std::string& folder);
     Session& Set(const std::string& name, const std::string& value);
     Session& Columns(unsigned short columns);
-    /// As a job behind the one that the terminal belongs to.
+    /// Starts it as a job in the background of the terminal.
     Session& InBackground();
     Session& Ignoring(int signal);
     Session& Start();

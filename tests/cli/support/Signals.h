@@ -5,7 +5,7 @@
 
 namespace cli {
 
-/// Holds all signals back while it lives, so that a child which is started meanwhile takes none before it has set
+/// Blocks all signals while it exists, so that a child that is started meanwhile gets none before it has set
 /// what to do with them.
 class SignalBlock {
 public:
@@ -22,7 +22,7 @@ private:
     sigset_t before_;
 };
 
-/// For a child that becomes another program: no signal is ignored or held back, but \p ignored where it is given,
+/// For a child that becomes another program: no signal is ignored or blocked, but \p ignored where it is given,
 /// whatever the caller of the tests ignores.
 inline void ResetSignals(int ignored = 0) {
     for (int signal = 1; signal < NSIG; ++signal)

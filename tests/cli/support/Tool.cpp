@@ -96,7 +96,7 @@ Result Tool::Run() {
     const int in = Open(files.Write("in", input_), O_RDONLY);
     const int out = Open(stdoutPath_.value_or(files.File("out")), O_WRONLY | O_CREAT | O_APPEND);
     const int err = Open(files.File("err"), O_WRONLY | O_CREAT | O_APPEND);
-    // Ends when the last process of this run is gone: the one that copies standard error may outlive a crash.
+    // Ends when the last process of this run has ended.
     int lifeline[2];
     if (::pipe(lifeline) != 0)
         throw std::runtime_error("cannot make a pipe");

@@ -51,13 +51,13 @@ private:
     bool merge_ = false;
 };
 
-/// Exit status 1, and on standard error nothing but messages, one of which holds the text.
+/// Exit status 1, and on standard error nothing but messages, one of which contains the text.
 testing::AssertionResult Failed(const Result& result, const std::string& text);
 
 /// Runs in `folder`.
 Result RunTool(std::vector<std::string> arguments, const std::string& folder = ".");
 
-/// A folder that goes with its content.
+/// A folder that is removed with its content.
 class Folder {
 public:
     Folder();
@@ -68,9 +68,9 @@ public:
     const std::string& Path() const { return path_; }
     std::string File(const std::string& name) const { return path_ + "/" + name; }
     std::string Write(const std::string& name, const std::string& bytes) const;
-    /// Names of what lies in it, sorted.
+    /// Names of what it contains, sorted.
     std::vector<std::string> Names() const;
-    /// Paths of all that lies below it, sorted; those of folders end with "/".
+    /// Paths of everything below it, sorted; those of folders end with "/".
     std::vector<std::string> Tree() const;
 
 private:

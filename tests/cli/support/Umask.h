@@ -6,7 +6,7 @@
 
 namespace cli {
 
-/// Sets the mask of new files' permissions while it lives.
+/// Sets the mask of new files' permissions while it exists.
 class Umask {
 public:
     explicit Umask(mode_t mask) : before_(::umask(mask)) {}

@@ -157,7 +157,7 @@ TEST_F(ProgressBarTest, NoMoreThanTenTimesASecond) {
     EXPECT_LE(Drawn(session.Screen()).size(), static_cast<std::size_t>(tenths) + 1);
 }
 
-TEST_F(ProgressBarTest, AMessageStandsOnAClearedLine) {
+TEST_F(ProgressBarTest, AMessageIsWrittenOnAClearedLine) {
     const Folder folder;
     SlowPipe pipe(folder.File("walk.gpx"));
     Session session({"show", "walk.gpx"});
