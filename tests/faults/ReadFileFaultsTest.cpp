@@ -19,8 +19,8 @@
 #include "support/TestFiles.h"
 #include "support/ZipFiles.h"
 
-#include <common/dbc.h>
 #include "support/ZipBuilder.h"
+#include <common/dbc.h>
 
 #include <gtest/gtest.h>
 

@@ -7,8 +7,8 @@
 #include "support/ContractChecks.h"
 #include "support/ZipFiles.h"
 
-#include <common/dbc.h>
 #include "support/ZipBuilder.h"
+#include <common/dbc.h>
 
 #include <gtest/gtest.h>
 
