@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// How large a file from a stranger may be.
+/// How large an untrusted file may be.
 
 #include <cstdint>
 
@@ -22,7 +22,7 @@ struct GpxInputLimits {
     /// Waypoints, route points and track points in all.
     std::uint64_t points = 50'000'000;
     /// Different names that the XML parser must remember: those of elements as they are written, and the prefixes and
-    /// namespaces that are declared. The parser searches names in a way that a stranger can make slow, so
+    /// namespaces that are declared. The parser searches names in a way that a hostile file can make slow, so
     /// that each element may cost as much as this number of comparisons.
     std::uint64_t names = 1024;
     /// Namespace declarations in scope at once: those of an element and of the elements around it.

@@ -78,7 +78,7 @@ struct ReadSettings;
 /// **A warning.** By default a file may name other files and servers (external entities, document types), and
 /// they are read: what a local file holds can end up in the document, and servers are asked. Nothing limits what
 /// the expansion of entities takes, and Xerces 3.2.4 has a known use after free with external document types.
-/// SetUntrusted refuses all that: use it wherever files may come from strangers.
+/// SetUntrusted refuses all that: use it wherever files may come from somebody else.
 ///
 /// The public operations on nodes take any node of a Xerces DOM, a null one included; nodes stay the
 /// caller's.
@@ -106,7 +106,7 @@ public:
     /// Parse also tell it their progress and the XML parser's messages. Not while the parser reads.
     void SetObserver(GpxReadObserver* observer);
 
-    /// Takes files from now on as coming from strangers. GetParser and Parse then refuse, with
+    /// Takes files from now on as untrusted. GetParser and Parse then refuse, with
     /// GpxReadError and the document of Parse unchanged:
     /// - a document type declaration, before anything that it names is opened: "The untrusted GPX file was
     ///   refused: PATH. It has a document type declaration."
@@ -122,14 +122,14 @@ public:
     /// - a path that is an address ("http:...", "file:...") and not the name of a file: "An untrusted GPX file is
     ///   not read from an address: PATH"
     ///
-    /// So no file but the one that is asked for is opened, and no server. Not while the parser reads.
+    /// So no other file is opened, and no server is contacted. Not while the parser reads.
     void SetUntrusted(const GpxInputLimits& limits = GpxInputLimits());
     /// The default: document types and addresses are read, and nothing has a limit.
     void SetTrusted();
 
     /// Parses a file into a DOM tree, which the returned parser owns. Everything in memory: about 1.8 kB for
     /// a track point. Parse does without the tree. Any encoding that Xerces knows; external entities are read.
-    /// Of an untrusted file nobody counts the points here: the limit of points does not hold for a tree.
+    /// The points of an untrusted file are not counted here: the limit of points does not hold for a tree.
     ///
     /// The system is given the path in ICU's default code page, unchanged: "way/../walk.gpx" is looked for above
     /// the folder that a link `way` leads to. The XML parser makes it absolute and removes "/./" and, of a

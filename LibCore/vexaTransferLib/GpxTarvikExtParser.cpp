@@ -68,7 +68,7 @@ bool EndsHead(const icu::UnicodeString& name) {
            EqualsIgnoringCase(name, gpx::kRte);
 }
 
-/// The event parser for a file from a stranger.
+/// The event parser for an untrusted file.
 class UntrustedReader final : public reader::LimitedParser<xercesc::SAX2XMLReaderImpl> {
 public:
     explicit UntrustedReader(const reader::InputLimiter& limiter) : LimitedParser(limiter) {

@@ -62,7 +62,7 @@ enum GpxScanEnd : std::uint32_t {
 /// count, the last one wins.
 ///
 /// **A warning.** XML lets a file name other files and servers in entities, and they are read. SetUntrusted
-/// refuses that: use it wherever files may come from strangers.
+/// refuses that: use it wherever files may come from somebody else.
 class VEXATRANSFERLIB_API GpxTarvikExtParser : public xercesc::ContentHandler {
 public:
     GpxTarvikExtParser();
@@ -82,10 +82,10 @@ public:
     /// beyond what Xerces reads ahead (48 KiB).
     void ParseSource(const xercesc::InputSource& source);
 
-    /// Takes files from now on as coming from strangers: a document type declaration, an encoding that
+    /// Takes files from now on as untrusted: a document type declaration, an encoding that
     /// GpxParser::SetUntrusted refuses, anything beyond the limits (those of points and objects do not matter here,
     /// those of the head matter here only), and a path that is an address end the scan as kGpxScanRefused. No
-    /// file but the one that is asked for is opened, and no server.
+    /// other file is opened, and no server is contacted.
     void SetUntrusted(const GpxInputLimits& limits = GpxInputLimits());
     /// The default.
     void SetTrusted();

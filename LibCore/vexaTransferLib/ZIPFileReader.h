@@ -59,7 +59,7 @@ struct VEXATRANSFERLIB_API ZipEntryRange {
 /// The memory that a reader needs does not depend on the size of the archive or its entries. One thread at a time
 /// may use a reader; readers on different threads are independent, also on the same archive.
 ///
-/// **A warning.** A few kilobytes can contain gigabytes: a host that takes archives from strangers counts what
+/// **A warning.** A few kilobytes can contain gigabytes: a host that takes untrusted archives counts what
 /// it reads, of each entry and of all together. Many entries can claim the same bytes of the file: each size that
 /// the directory states is then plausible, but not their sum. GetCurrentFileRange shows that. Names cannot be
 /// trusted either: they may be absolute, contain "..", or occur twice.

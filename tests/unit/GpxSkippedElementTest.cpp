@@ -123,10 +123,10 @@ INSTANTIATE_TEST_SUITE_P(
         Case{Gpx11("<x:wpt xmlns:x='urn:x' lat='1' lon='2'/>"),
              "gpx/wpt foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"},
         Case{Gpx11("<trk/><wpt lat='1' lon='2'/><rte/>"),
-             "gpx/wpt order loss: It stands behind a route or a track.\n"
-             "gpx/rte order loss: It stands behind a track.\n"},
+             "gpx/wpt order loss: It comes after a route or a track.\n"
+             "gpx/rte order loss: It comes after a track.\n"},
         Case{Gpx11("<rte/><wpt lat='1' lon='2'/>"),
-             "gpx/wpt order loss: It stands behind a route or a track.\n"},
+             "gpx/wpt order loss: It comes after a route or a track.\n"},
         Case{Gpx11("<metadata><name>a</name><name>b</name><author>x</author><time>soon</time></metadata>"),
              "gpx/metadata/name replaced loss: " + kReplaced + "gpx/metadata/author unknown: " + kUnknown +
                  "gpx/metadata/time unreadable loss: \"soon\" is not a time.\n"},
@@ -150,7 +150,7 @@ INSTANTIATE_TEST_SUITE_P(
              "gpx/wpt/hdop unknown: " +
                  kUnknown},
         Case{Wpt("<name><!-- c -->n</name><desc>a<b>c</b></desc>"),
-             "gpx/wpt/name unreadable loss: Its text stands behind something else and is not read.\n"
+             "gpx/wpt/name unreadable loss: Its text comes after something else and is not read.\n"
              "gpx/wpt/desc unreadable loss: Only the first piece of its text is read.\n"},
         Case{Wpt("<desc>a</desc><cmt>b</cmt><desc>c</desc><desc>b</desc>"),
              "gpx/wpt/desc replaced loss: " + kReplaced + "gpx/wpt/desc replaced loss: " + kReplaced},
@@ -172,7 +172,7 @@ INSTANTIATE_TEST_SUITE_P(
              "gpx/wpt/url version loss: GPX 1.1 has no such element.\n"
              "gpx/wpt/urlname version loss: GPX 1.1 has no such element.\n"},
         Case{Wpt10("<urlname>n</urlname><url>u</url><link href='l'/><extensions/>"),
-             "gpx/wpt/urlname incomplete loss: No url stands before it.\n"
+             "gpx/wpt/urlname incomplete loss: No url comes before it.\n"
              "gpx/wpt/link version loss: GPX 1.0 has no such element.\n"
              "gpx/wpt/extensions version loss: GPX 1.0 has no such element.\n"},
         Case{Wpt("<name xmlns=''>n</name><x xmlns='urn:" + std::string(70, 'y') + "'/>"),
@@ -238,7 +238,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{Route("<desc>d</desc><name>a</name><name>b</name><rtept lat='1' lon='2'/><name>c</name>"
                    "<rtept lat='x' lon='2'/><rtept lat='91' lon='2'/>"),
              "gpx/rte/desc unknown: " + kUnknown + "gpx/rte/name replaced loss: " + kReplaced +
-                 "gpx/rte/name order loss: It stands behind the first route point.\n"
+                 "gpx/rte/name order loss: It comes after the first route point.\n"
                  "gpx/rte/rtept refused loss: Unable to read a GPX point's latitude.\n"
                  "gpx/rte/rtept refused loss: The GPX point's latitude is invalid.\n"},
         Case{

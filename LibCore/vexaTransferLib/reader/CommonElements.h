@@ -94,7 +94,7 @@ bool ReadUrlName(const Element<Owner>& element) {
     icu::UnicodeString text;
     GpxUrl link(text::kVendorHomePage);
     if (!element.owner.GetURL(link)) {
-        element.context.reporter.Skip(element.node, kGpxIncomplete, "No url stands before it.", true);
+        element.context.reporter.Skip(element.node, kGpxIncomplete, "No url comes before it.", true);
         return false;
     }
     if (!ReadText(element.context, element.node, text))

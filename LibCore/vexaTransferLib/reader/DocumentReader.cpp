@@ -117,10 +117,9 @@ private:
         if (rank == kAnywhere)
             return true;
         if (rank < lastRank_) {
-            context_.reporter.Skip(child, kGpxOutOfOrder,
-                                   rank == kWaypoints ? "It stands behind a route or a track."
-                                                      : "It stands behind a track.",
-                                   true);
+            context_.reporter.Skip(
+                child, kGpxOutOfOrder,
+                rank == kWaypoints ? "It comes after a route or a track." : "It comes after a track.", true);
             return false;
         }
         lastRank_ = rank;

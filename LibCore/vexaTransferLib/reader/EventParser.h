@@ -22,7 +22,7 @@ struct NeedsDom {};
 
 /// The XML parser's SAX2 reader, which passes what it finds to a walk. It takes the parser's events one step before
 /// they become calls of a content handler, where namespaces still have their numbers: looking one up by its number
-/// costs nothing. LimitedParser makes of it a parser for files from strangers.
+/// costs nothing. LimitedParser makes of it a parser for untrusted files.
 class EventParser : public xercesc::SAX2XMLReaderImpl {
 public:
     /// \param isWatched the walk is given the location of each element, and not only where it asks for it

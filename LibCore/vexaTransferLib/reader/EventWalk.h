@@ -62,7 +62,7 @@ public:
 private:
     enum class State {
         kBetween,  ///< the children of the innermost reader come next
-        kInTree,   ///< within a child that is read whole
+        kInTree,   ///< within a child that is read as a tree
         kSkipping, ///< within a child that is skipped
         kFailed
     };
@@ -80,7 +80,8 @@ private:
 
     struct Open {
         std::unique_ptr<ChildReader> reader;
-        GpxSkippedElement ifRefused; ///< for its end, when its node is gone; empty when nobody watches
+        GpxSkippedElement
+            ifRefused; ///< for a failure at its end, when its node is gone; empty when there is no observer
     };
 
     ReadContext& context_;

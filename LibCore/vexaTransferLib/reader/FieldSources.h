@@ -14,11 +14,11 @@
 
 namespace vexaTransferLib::reader {
 
-/// Remembers from which element each field of one object was read, so that a host that watches is told of every
-/// element that lost its field to another. Elements of the same text lose nothing.
+/// Remembers from which element each field of one object was read, so that the observer learns of every
+/// element whose value another element has replaced. An element of the same text has lost nothing.
 class FieldSources {
 public:
-    /// What becomes of an element after its reading: it stays as long as this, or goes at once.
+    /// How long a node is valid: at least as long as this object, or only while it is read.
     enum class Lifetime { kLong, kShort };
 
     FieldSources(SkipReporter& reporter, Lifetime lifetime) : reporter_(reporter), lifetime_(lifetime) {}
@@ -28,9 +28,9 @@ public:
         if (reporter_.IsWanted())
             Replace(field, element);
     }
-    /// The field has lost its value, and to no element.
+    /// The field has no value any more, and no element has replaced it.
     void Clear(const char16_t* field);
-    /// The field has a value already, which stays.
+    /// The field keeps the value that it has; the element's value is not used.
     void ReportIgnored(const char16_t* field, const NodeView& element) {
         if (reporter_.IsWanted())
             NotifyIgnored(field, element);
@@ -40,9 +40,9 @@ private:
     struct Source {
         const char16_t* field;
         NodeView element;
-        /// Of an element that goes.
+        /// Of an element that is valid only while it is read.
         GpxSkippedElement description;
-        /// What ContentOf gives, when an element that goes was described or another one was compared with it.
+        /// The result of ContentOf, once it was needed.
         std::optional<icu::UnicodeString> content;
     };
 

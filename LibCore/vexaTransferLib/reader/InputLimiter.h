@@ -21,7 +21,7 @@
 
 namespace vexaTransferLib::reader {
 
-/// Checks what an XML parser finds in one file from a stranger: each operation throws ReadAborted with a GpxReadError
+/// Checks what an XML parser finds in one untrusted file: each operation throws ReadAborted with a GpxReadError
 /// when the file is refused.
 class InputLimiter {
 public:

@@ -17,7 +17,7 @@
 
 namespace vexaTransferLib::reader {
 
-/// A parser of Xerces, or one derived from it, for a file from a stranger: what it finds is checked before it is worked
+/// A parser of Xerces, or one derived from it, for an untrusted file: what it finds is checked before it is worked
 /// on. Throws ReadAborted out of the parse.
 template <class Parser>
 class LimitedParser : public Parser {

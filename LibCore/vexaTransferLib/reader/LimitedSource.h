@@ -15,7 +15,7 @@
 
 namespace vexaTransferLib::reader {
 
-/// A stranger's source of bytes, which a TagWatcher checks: throws ReadAborted out of the parse. The source stays the
+/// An untrusted source of bytes, which a TagWatcher checks: throws ReadAborted out of the parse. The source stays the
 /// caller's. Serves one parse at a time.
 class LimitedSource final : public xercesc::InputSource {
 public:

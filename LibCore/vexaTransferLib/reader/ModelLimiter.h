@@ -14,7 +14,7 @@
 
 namespace vexaTransferLib::reader {
 
-/// Counts what one file from a stranger brings into the model: each operation throws ReadAborted with a GpxReadError
+/// Counts what one untrusted file brings into the model: each operation throws ReadAborted with a GpxReadError
 /// when there is too much.
 class ModelLimiter {
 public:

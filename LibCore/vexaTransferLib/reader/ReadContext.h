@@ -36,7 +36,7 @@ public:
     }
 
     /// Something of the model that is no point is read: told before memory is taken for it.
-    /// \throws ReadAborted when a stranger's file has too many
+    /// \throws ReadAborted when an untrusted file has too many
     void CountObject() const {
         if (limiter != nullptr)
             limiter->AddObject();
@@ -45,7 +45,7 @@ public:
     SkipReporter reporter;
     /// Of a file that is watched; null otherwise.
     Progress* progress = nullptr;
-    /// Of a file from a stranger; null when the file is trusted.
+    /// Of an untrusted file; null when the file is trusted.
     std::unique_ptr<ModelLimiter> limiter;
     /// Made on first use: most files hold no vendor number.
     text::UsNumberFormat numberFormat;

@@ -23,7 +23,7 @@ std::string ToUtf8(const char16_t* units);
 GpxReadErrorDetails MakeDetails(GpxReadErrorKind kind, const InputName& name, SourceLocation location = {},
                                 std::string parserMessage = {});
 
-/// Ends the reading of a file from a stranger.
+/// Ends the reading of an untrusted file.
 /// \throws ReadAborted with a GpxReadError
 [[noreturn]] void RefuseUntrusted(GpxReadErrorKind kind, const InputName& name, const std::string& why);
 /// The same for a limit: "It has more points than 5 (limit of points)."

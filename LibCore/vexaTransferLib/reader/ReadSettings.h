@@ -16,8 +16,8 @@ namespace vexaTransferLib::reader {
 
 /// What the host has set for the reading of files. All of it stays the caller's.
 struct ReadSettings {
-    xercesc::ErrorHandler& receiver;             ///< is told the XML parser's errors
-    GpxReadObserver* observer;                   ///< null when nobody watches
+    xercesc::ErrorHandler& receiver;             ///< receives the XML parser's errors
+    GpxReadObserver* observer;                   ///< null when there is no observer
     const std::optional<GpxInputLimits>& limits; ///< of untrusted files
 };
 

@@ -77,7 +77,7 @@ public:
 
     void ReadTree(const NodeView& child) override {
         if (parts_.route && GivesField(child))
-            context_.reporter.Skip(child, kGpxOutOfOrder, "It stands behind the first route point.", true);
+            context_.reporter.Skip(child, kGpxOutOfOrder, "It comes after the first route point.", true);
         else
             ReadOwnElement(kElements, {context_, &version_, child, parts_, sources_});
     }

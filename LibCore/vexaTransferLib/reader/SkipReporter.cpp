@@ -74,8 +74,8 @@ void SkipReporter::NotifyUnreadText(const NodeView& element) {
         return;
     const char16_t* const first = element.FirstChildText();
     if (first == nullptr || *first == u'\0')
-        Notify(Describe(element, kGpxUnreadable, "Its text stands behind something else and is not read.",
-                        true));
+        Notify(
+            Describe(element, kGpxUnreadable, "Its text comes after something else and is not read.", true));
     else if (whole != text::Alias(first))
         Notify(Describe(element, kGpxUnreadable, "Only the first piece of its text is read.", true));
 }

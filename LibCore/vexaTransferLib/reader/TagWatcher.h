@@ -16,7 +16,7 @@
 
 namespace vexaTransferLib::reader {
 
-/// Checks the bytes of a stranger's file before the XML parser reads them, because the parser reads a start tag, a
+/// Checks the bytes of an untrusted file before the XML parser reads them, because the parser reads a start tag, a
 /// comment, a CDATA section or a processing instruction to its end before it reports it. Finds the place where one
 /// exceeds the limits. Knows no more of XML than where markup starts and ends. The parser refuses what is not
 /// well-formed, and nothing after that matters.

@@ -15,20 +15,19 @@
 
 namespace vexaTransferLib::reader {
 
-// The vendor's own elements. The two type readers want the vendor's namespace; the others go by local name
-// alone, because files with other prefixes and none are about.
+// The vendor's own elements. The readers of the two types require the vendor's namespace. The others accept any
+// namespace, because existing files declare another one for these elements, or none.
 
-/// The last recognised type among the children; false, and `type` untouched, when there is none.
+/// Reads the last recognised type among the children. False, with `type` unchanged, when there is none.
 bool ReadRouteType(ReadContext& context, const NodeView& extensions, TarvikRouteType& type);
 bool ReadRoutePointType(ReadContext& context, const NodeView& extensions, TarvikRoutePointType& type);
 
-/// Form attributes, symbol number and GUID of a waypoint. A geocache is read, and told of, elsewhere.
+/// Reads form attributes, symbol number and GUID of a waypoint. Geocaches have a reader of their own.
 void ReadWaypointData(ReadContext& context, FieldSources& sources, const NodeView& extensions,
                       GpxPoint& point);
-/// Colour of a track; false when there is none.
+/// Reads the colour of a track; false when there is none.
 bool ReadTrackData(ReadContext& context, const NodeView& extensions, GpxTrack& track);
-/// The metadata block of a document; both records are replaced by fresh ones. True when
-/// there was something in it.
+/// Reads the vendor's metadata of a document, into two new records. True when there was any.
 bool ReadDocumentData(ReadContext& context, const NodeView& extensions, GpxDocument& document);
 
 } // namespace vexaTransferLib::reader

@@ -29,7 +29,7 @@ public:
     /// files are read, unless there is a file of that name.
     enum class AddressPolicy { kAllowed, kFilesOnly };
 
-    // The observer is null when nobody watches.
+    // The observer may be null.
 
     XmlInput(const icu::UnicodeString& path, AddressPolicy policy, GpxReadObserver* observer);
     /// \param fileName the bytes that the system is given; never an address
@@ -37,11 +37,11 @@ public:
     /// \param bytes stay the caller's
     XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer);
 
-    /// From now on the file is a stranger's: its bytes are checked for what the XML parser cannot be stopped at.
+    /// From now on the file is untrusted: its bytes are checked for what the XML parser cannot be stopped at.
     void Limit(const GpxInputLimits& limits, InputLimiter::Extent extent);
 
     const InputName& Name() const { return name_; }
-    /// Null when nobody watches.
+    /// Null when there is no observer.
     Progress* GetProgress() { return progress_ ? &*progress_ : nullptr; }
     /// What is no file, such as a pipe or an address, cannot be read a second time.
     bool IsRepeatable() const { return isRepeatable_; }
@@ -77,7 +77,7 @@ private:
     std::optional<Progress> progress_;
     /// What is read; null where the XML parser is to say why it cannot be.
     std::unique_ptr<xercesc::InputSource> source_;
-    /// Of a stranger's file.
+    /// Of an untrusted file.
     std::optional<GpxInputLimits> limits_;
     InputLimiter::Extent extent_ = InputLimiter::Extent::kFile;
     /// What `source_`, or what it watches, checks.

@@ -51,7 +51,7 @@ TEST(CheckTest, TellsWhatWasReadAndWhatWasSkipped) {
                           "\"https://tarvik.example/xmlschemas/gpx-extensions/1/0\", not that of GPX 1.1.\n"
                           "      2 times, at 4:30, 5:30\n"
                           "  7:23  gpx/wpt (lost)\n"
-                          "      out-of-order: It stands behind a route or a track.\n"
+                          "      out-of-order: It comes after a route or a track.\n"
                           "\n"
                           "6 things were skipped, 3 of which a document could have held.\n");
 }
