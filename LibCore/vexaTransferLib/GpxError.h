@@ -41,6 +41,19 @@ struct GpxReadErrorDetails {
     /// The XML parser's first error, in UTF-8 and, unless Xerces was initialised otherwise, in English. Empty when the
     /// XML parser found nothing wrong.
     std::string parserMessage;
+    /// \{
+    /// The parts of the error's message before and after the name of the file. When the message does not name the file,
+    /// `messageStart` is all of it.
+    std::string messageStart{};
+    std::string messageEnd{};
+    bool namesFile = false; ///< true when the message names the file
+    /// \}
+
+    /// The error's message with \p name as the name of the file, for a host that shows files by other names than their
+    /// paths.
+    std::string MessageFor(const std::string& name) const {
+        return namesFile ? messageStart + name + messageEnd : messageStart;
+    }
 };
 
 /// A GPX file could not be read. The messages are those that GpxParser lists. Copies share the details and never

@@ -83,6 +83,18 @@ void Expect(const Caught& caught, Kind kind, const std::string& file, std::uint6
     EXPECT_EQ(caught.details.kind, kind) << caught.message;
     EXPECT_EQ(caught.details.file, file);
     EXPECT_EQ(std::tuple(caught.details.line, caught.details.column), std::tuple(line, column));
+    if (kind == Kind::kNotGpx || kind == Kind::kInvalidContent) {
+        EXPECT_FALSE(caught.details.namesFile);
+        EXPECT_EQ(caught.details.MessageFor("other"), caught.message);
+    }
+}
+
+/// The message names the file, and can name it otherwise.
+void ExpectNamed(const Caught& caught, const std::string& start, const std::string& end = {}) {
+    EXPECT_TRUE(caught.details.namesFile);
+    EXPECT_EQ(caught.message, start + caught.details.file + end);
+    EXPECT_EQ(caught.details.MessageFor(caught.details.file), caught.message);
+    EXPECT_EQ(caught.details.MessageFor("other"), start + "other" + end);
 }
 
 TEST(GpxErrorTest, AMissingFileCannotBeOpened) {
@@ -103,7 +115,7 @@ TEST(GpxErrorTest, AMissingFileCannotBeOpened) {
         Expect<GpxReadError>(caught, Kind::kNotOpened, path);
         EXPECT_NE(caught.details.parserMessage.find("missing.gpx"), std::string::npos)
             << caught.details.parserMessage;
-        EXPECT_EQ(caught.message, ParseErrorsMessage(path));
+        ExpectNamed(caught, "One or more errors encountered while parsing the GPX file: ");
     }
 }
 
@@ -151,12 +163,16 @@ TEST(GpxErrorTest, EachReadingStartsWithoutErrors) {
 
 TEST(GpxErrorTest, AnUnknownXmlVersionIsIllFormed) {
     const GpxFile file("<?xml version=\"1.2\"?>" + Gpx11(""));
-    Expect<GpxReadError>(CaughtOf(file), Kind::kIllFormed, file.NarrowPath());
+    const Caught caught = CaughtOf(file);
+    Expect<GpxReadError>(caught, Kind::kIllFormed, file.NarrowPath());
+    ExpectNamed(caught, "Error parsing the GPX file: ", ". Error message: " + caught.details.parserMessage);
 }
 
 TEST(GpxErrorTest, AnUntrustedFileIsRefused) {
     const GpxFile file("<!DOCTYPE gpx>" + Gpx11(""));
-    Expect<GpxReadError>(CaughtOfUntrusted(file), Kind::kUntrusted, file.NarrowPath());
+    const Caught caught = CaughtOfUntrusted(file);
+    Expect<GpxReadError>(caught, Kind::kUntrusted, file.NarrowPath());
+    ExpectNamed(caught, "The untrusted GPX file was refused: ", ". It has a document type declaration.");
     const GpxFile encoded("<?xml version='1.0' encoding='UTF-7'?>" + Gpx11(""));
     Expect<GpxReadError>(CaughtOfUntrusted(encoded), Kind::kUntrusted, encoded.NarrowPath());
     const std::string address = "http://localhost:1/walk.gpx";
@@ -165,6 +181,7 @@ TEST(GpxErrorTest, AnUntrustedFileIsRefused) {
         parser.Parse(icu::UnicodeString::fromUTF8(address), document);
     });
     Expect<GpxReadError>(ofAddress, Kind::kUntrusted, address);
+    ExpectNamed(ofAddress, "An untrusted GPX file is not read from an address: ");
     EXPECT_EQ(ofAddress.details.parserMessage, "");
 }
 
@@ -198,6 +215,7 @@ TEST(GpxErrorTest, AnObserverCancels) {
         parser.Parse(file.Path(), document);
     });
     Expect<GpxReadError>(caught, Kind::kCancelled, file.NarrowPath());
+    ExpectNamed(caught, "The reading of the GPX file was cancelled: ");
 }
 
 TEST(GpxErrorTest, AnotherFilesErrorThatAnObserverThrowsStaysAsItIs) {

@@ -81,8 +81,8 @@ void Progress::Notify() noexcept {
     const std::uint64_t bytesInAll = bytesInAll_ != 0 ? std::max(bytesInAll_, bytesRead_) : 0;
     try {
         if (!observer_.Progress(bytesRead_, bytesInAll))
-            throw GpxReadError("The reading of the GPX file was cancelled: " + name_.Bytes(),
-                               MakeDetails(GpxReadErrorKind::kCancelled, name_));
+            throw MakeError(name_, MakeDetails(GpxReadErrorKind::kCancelled, name_,
+                                               "The reading of the GPX file was cancelled: "));
     } catch (...) {
         stop_ = std::current_exception();
     }

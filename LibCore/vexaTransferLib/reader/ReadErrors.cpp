@@ -30,20 +30,24 @@ std::string ToUtf8(const char16_t* units) {
     return narrow;
 }
 
-GpxReadErrorDetails MakeDetails(GpxReadErrorKind kind, const InputName& name, SourceLocation location,
-                                std::string parserMessage) {
+GpxReadErrorDetails MakeDetails(GpxReadErrorKind kind, const InputName& name, std::string messageStart,
+                                std::string messageEnd) {
     GpxReadErrorDetails details;
     name.Text().toUTF8String(details.file);
-    details.line = location.line;
-    details.column = location.column;
     details.kind = kind;
-    details.parserMessage = std::move(parserMessage);
+    details.messageStart = std::move(messageStart);
+    details.messageEnd = std::move(messageEnd);
+    details.namesFile = true;
     return details;
 }
 
+GpxReadError MakeError(const InputName& name, const GpxReadErrorDetails& details) {
+    return GpxReadError(details.MessageFor(name.Bytes()), details);
+}
+
 void RefuseUntrusted(GpxReadErrorKind kind, const InputName& name, const std::string& why) {
-    throw ReadAborted{std::make_exception_ptr(GpxReadError(
-        "The untrusted GPX file was refused: " + name.Bytes() + ". " + why, MakeDetails(kind, name)))};
+    throw ReadAborted{std::make_exception_ptr(
+        MakeError(name, MakeDetails(kind, name, "The untrusted GPX file was refused: ", ". " + why)))};
 }
 
 void RefuseOverLimit(const InputName& name, const char* what, std::uint64_t limit, const char* limitName) {
@@ -52,15 +56,18 @@ void RefuseOverLimit(const InputName& name, const char* what, std::uint64_t limi
 }
 
 void FailWithErrors(const InputName& name, bool isOpened, const GpxParserMessage& firstError) {
-    throw GpxReadError("One or more errors encountered while parsing the GPX file: " + name.Bytes(),
-                       MakeDetails(KindOfFailedParse(isOpened), name, {firstError.line, firstError.column},
-                                   firstError.text));
+    GpxReadErrorDetails details = MakeDetails(KindOfFailedParse(isOpened), name,
+                                              "One or more errors encountered while parsing the GPX file: ");
+    details.line = firstError.line;
+    details.column = firstError.column;
+    details.parserMessage = firstError.text;
+    throw MakeError(name, details);
 }
 
 void FailWithoutDocument(const InputName& name) {
-    throw GpxReadError("Unable to interpret the GPX file: " + name.Bytes() +
-                           ". The document object could not be obtained.",
-                       MakeDetails(GpxReadErrorKind::kNotOpened, name));
+    throw MakeError(name,
+                    MakeDetails(GpxReadErrorKind::kNotOpened, name, "Unable to interpret the GPX file: ",
+                                ". The document object could not be obtained."));
 }
 
 void RethrowParserException(const InputName& name, bool isOpened) {
@@ -70,23 +77,32 @@ void RethrowParserException(const InputName& name, bool isOpened) {
     } catch (const xercesc::XMLException& exception) {
         std::string message;
         ToNarrow(exception.getMessage(), message);
-        throw GpxReadError("Error parsing the GPX file: " + name.Bytes() + ". Error message: " + message,
-                           MakeDetails(kind, name, {}, ToUtf8(exception.getMessage())));
+        GpxReadErrorDetails details =
+            MakeDetails(kind, name, "Error parsing the GPX file: ", ". Error message: " + message);
+        details.parserMessage = ToUtf8(exception.getMessage());
+        throw MakeError(name, details);
     } catch (const xercesc::DOMException& exception) {
-        throw GpxReadError("Error parsing GPX file: " + name.Bytes() +
-                               ". DOM error code: " + std::to_string(exception.code),
-                           MakeDetails(kind, name, {}, ToUtf8(exception.getMessage())));
+        GpxReadErrorDetails details = MakeDetails(
+            kind, name, "Error parsing GPX file: ", ". DOM error code: " + std::to_string(exception.code));
+        details.parserMessage = ToUtf8(exception.getMessage());
+        throw MakeError(name, details);
     }
 }
 
 void RethrowContentError(const InputName& name, bool isGpx, SourceLocation location) {
-    const GpxReadErrorKind kind = isGpx ? GpxReadErrorKind::kInvalidContent : GpxReadErrorKind::kNotGpx;
+    GpxReadErrorDetails details =
+        MakeDetails(isGpx ? GpxReadErrorKind::kInvalidContent : GpxReadErrorKind::kNotGpx, name, {});
+    details.line = location.line;
+    details.column = location.column;
+    details.namesFile = false;
     try {
         throw;
     } catch (const dbc::postcondition_error& error) {
-        throw GpxReadError(error.what(), MakeDetails(kind, name, location));
+        details.messageStart = error.what();
+        throw GpxReadError(error.what(), details);
     } catch (const dbc::precondition_error& error) {
-        throw GpxReadValueError(error.what(), MakeDetails(kind, name, location));
+        details.messageStart = error.what();
+        throw GpxReadValueError(error.what(), details);
     }
 }
 

@@ -18,10 +18,11 @@ namespace vexaTransferLib::reader {
 /// In UTF-8; empty for null.
 std::string ToUtf8(const char16_t* units);
 
-/// \param location zeros when it is not known
-/// \param parserMessage empty when the XML parser found nothing wrong
-GpxReadErrorDetails MakeDetails(GpxReadErrorKind kind, const InputName& name, SourceLocation location = {},
-                                std::string parserMessage = {});
+/// Details whose message names the file.
+GpxReadErrorDetails MakeDetails(GpxReadErrorKind kind, const InputName& name, std::string messageStart,
+                                std::string messageEnd = {});
+/// An error with the message of the details.
+GpxReadError MakeError(const InputName& name, const GpxReadErrorDetails& details);
 
 /// Ends the reading of an untrusted file.
 /// \throws ReadAborted with a GpxReadError

@@ -85,8 +85,8 @@ std::unique_ptr<xercesc::InputSource> XmlInput::MakeSource() {
     // Whatever the path looks like, a file of that name is a file.
     if (isRepeatable_)
         return std::make_unique<FileSource>(path, fileName_);
-    throw GpxReadError("An untrusted GPX file is not read from an address: " + name_.Bytes(),
-                       MakeDetails(GpxReadErrorKind::kUntrusted, name_));
+    throw MakeError(name_, MakeDetails(GpxReadErrorKind::kUntrusted, name_,
+                                       "An untrusted GPX file is not read from an address: "));
 }
 
 void XmlInput::Open() {

@@ -6,6 +6,8 @@
 #include <vexagpx/process/Signals.h>
 #include <vexagpx/terminal/ProgressBar.h>
 
+#include <vexaTransferLib/GpxError.h>
+
 #include <cstdint>
 #include <exception>
 #include <filesystem>
@@ -15,6 +17,8 @@
 namespace vexagpx {
 
 using vexaTransferLib::GpxParserMessage;
+using vexaTransferLib::GpxReadErrorDetails;
+using vexaTransferLib::GpxReadErrorKind;
 using vexaTransferLib::GpxReadObserver;
 using vexaTransferLib::GpxSkippedElement;
 
@@ -74,9 +78,36 @@ private:
     vexaTransferLib::GpxParser& parser_;
 };
 
-/// Advice for the user about a message of the library.
-std::string Advice(std::string_view message) {
-    const bool isRefusal = message.starts_with("The untrusted GPX file was refused: ");
+/// "line 3, column 7: expected end of tag 'wpt'", as far as it is known.
+std::string Describe(std::uint64_t line, std::uint64_t column, const std::string& message) {
+    if (line == 0)
+        return message;
+    const std::string location = "line " + std::to_string(line) + ", column " + std::to_string(column);
+    return message.empty() ? location : location + ": " + message;
+}
+
+/// The message for the user about a file that could not be read.
+/// \param name of the file, as the user knows it
+std::string MessageOf(const std::exception& failure, const std::string& name) {
+    const GpxReadErrorDetails* const details = vexaTransferLib::FindReadErrorDetails(failure);
+    std::string message = failure.what();
+    std::string more = name;
+    if (details != nullptr) {
+        message = details->MessageFor(name);
+        const std::string description = Describe(details->line, details->column, details->parserMessage);
+        if (details->namesFile)
+            more = description;
+        else if (!description.empty())
+            more += ", " + description;
+    }
+    return more.empty() ? message : message + " (" + more + ")";
+}
+
+/// Advice for a user whose file was refused; empty for any other failure.
+std::string AdviceFor(const std::exception& failure) {
+    const GpxReadErrorDetails* const details = vexaTransferLib::FindReadErrorDetails(failure);
+    const bool isRefusal = details != nullptr && (details->kind == GpxReadErrorKind::kUntrusted ||
+                                                  details->kind == GpxReadErrorKind::kOverLimit);
     return isRefusal ? kTrustAdvice : "";
 }
 
@@ -91,51 +122,25 @@ void StopWhenInterrupted(const std::string& name) {
 } // namespace
 
 std::string Describe(const xercesc::SAXParseException& exception) {
-    std::string text;
-    // A file that could not be opened has no line.
-    if (exception.getLineNumber() > 0)
-        text = "line " + std::to_string(exception.getLineNumber()) + ", column " +
-               std::to_string(exception.getColumnNumber()) + ": ";
+    std::string message;
     if (exception.getMessage() != nullptr)
-        icu::UnicodeString(exception.getMessage()).toUTF8String(text);
-    return text;
+        icu::UnicodeString(exception.getMessage()).toUTF8String(message);
+    return Describe(exception.getLineNumber(), exception.getColumnNumber(), message);
 }
 
 FileParser::FileParser(bool isTrusted) {
     if (!isTrusted)
-        SetUntrusted();
-}
-
-void FileParser::error(const xercesc::SAXParseException& exception) {
-    Note(exception);
-    GpxParser::error(exception);
-}
-
-void FileParser::fatalError(const xercesc::SAXParseException& exception) {
-    Note(exception);
-    GpxParser::fatalError(exception);
-}
-
-void FileParser::Note(const xercesc::SAXParseException& exception) {
-    if (firstError_.empty())
-        firstError_ = Describe(exception);
+        parser_.SetUntrusted();
 }
 
 void FileParser::ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document) {
-    Read(file.Argument(), file.Path(), [&] {
-        try {
-            ParseFile(file.FilePath(), document);
-        } catch (const std::logic_error& failure) {
-            firstError_ = file.Presented(firstError_);
-            throw std::runtime_error(file.Presented(failure.what()));
-        }
-    });
+    Read(file.Argument(), file.Path(), [&] { parser_.ParseFile(file.FilePath(), document); });
 }
 
 void FileParser::ReadBytes(std::string_view bytes, const std::string& name,
                            vexaTransferLib::GpxDocument& document) {
     const icu::UnicodeString path = icu::UnicodeString::fromUTF8(name);
-    Read(name, path, [&] { Parse(bytes, path, document); });
+    Read(name, path, [&] { parser_.Parse(bytes, path, document); });
 }
 
 void FileParser::Read(const std::string& name, const icu::UnicodeString& path,
@@ -155,26 +160,14 @@ void FileParser::Try(const std::string& name, const icu::UnicodeString& path,
     const FatalSignalMessage message(CancelledMessage(name));
     const DeferredInterrupt deferred;
     ReadingObserver observer(name, path, watcher_);
-    const Observed observed(*this, observer);
-    firstError_.clear();
+    const Observed observed(parser_, observer);
     try {
         parse();
     } catch (const std::bad_alloc&) {
         throw std::runtime_error("Out of memory. (" + name + ")");
     } catch (const std::exception& failure) {
-        throw std::runtime_error(WithDetails(failure.what(), name) + Advice(failure.what()));
+        throw std::runtime_error(MessageOf(failure, name) + AdviceFor(failure));
     }
-}
-
-std::string FileParser::WithDetails(const std::string& message, const std::string& argument) const {
-    std::string details = firstError_;
-    // Some messages do not name the file. Those that do have its path after a colon.
-    const std::size_t slash = argument.rfind('/');
-    const std::string name = argument.substr(slash + 1);
-    const bool named = message.find(": ") != std::string::npos && message.find(name) != std::string::npos;
-    if (!named)
-        details = details.empty() ? argument : argument + ", " + details;
-    return details.empty() ? message : message + " (" + details + ")";
 }
 
 } // namespace vexagpx

@@ -16,14 +16,11 @@ namespace vexagpx {
 /// The location and the text of an error of the XML parser: "line 3, column 7: expected end of tag 'wpt'".
 std::string Describe(const xercesc::SAXParseException& exception);
 
-/// The library's reader. It shows the progress, can be interrupted, and keeps the first error of the XML parser for its
-/// messages.
-class FileParser final : public vexaTransferLib::GpxParser {
+/// Reads files with the library's reader, shows the progress, and can be interrupted. Its messages contain the first
+/// error of the XML parser.
+class FileParser {
 public:
     explicit FileParser(bool isTrusted);
-
-    void error(const xercesc::SAXParseException& exception) override;
-    void fatalError(const xercesc::SAXParseException& exception) override;
 
     /// Sets who is notified, from now on, of what the reader skips and of the XML parser's messages; null for nobody.
     void Watch(vexaTransferLib::GpxReadObserver* watcher) { watcher_ = watcher; }
@@ -37,10 +34,8 @@ public:
 private:
     void Read(const std::string& name, const icu::UnicodeString& path, const std::function<void()>& parse);
     void Try(const std::string& name, const icu::UnicodeString& path, const std::function<void()>& parse);
-    void Note(const xercesc::SAXParseException& exception);
-    std::string WithDetails(const std::string& message, const std::string& argument) const;
 
-    std::string firstError_;
+    vexaTransferLib::GpxParser parser_;
     vexaTransferLib::GpxReadObserver* watcher_ = nullptr;
 };
 

@@ -109,16 +109,6 @@ void InputFile::Copy(int from, const std::string& fileName, std::uint64_t mostOf
     filePath_ = folder_->FilePath();
 }
 
-std::string InputFile::Presented(std::string message) const {
-    std::string path;
-    path_.toUTF8String(path);
-    if (path == argument_ || path.empty())
-        return message;
-    for (std::size_t at = 0; (at = message.find(path, at)) != std::string::npos; at += argument_.size())
-        message.replace(at, path.size(), argument_);
-    return message;
-}
-
 Descriptor OpenInput(const std::string& path, const std::string& argument) {
     try {
         return OpenFile(path, O_RDONLY);

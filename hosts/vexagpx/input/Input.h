@@ -37,8 +37,6 @@ public:
     const icu::UnicodeString& Path() const { return path_; }
     /// True when the file is the copy of something that can be read only once.
     bool IsCopy() const { return folder_ != nullptr; }
-    /// The message with the argument in place of the path.
-    std::string Presented(std::string message) const;
 
 private:
     void Copy(int from, const std::string& fileName, std::uint64_t mostOfStream);

@@ -155,9 +155,10 @@ TEST(CheckTest, AFileThatCannotBeReadShowsOnlyWhatTheParserSaid) {
     EXPECT_THAT(result.out, Not(HasSubstr("other.gpx")));
     EXPECT_THAT(result.out, Not(HasSubstr("Skipped")));
     EXPECT_EQ(Lines(result.out).back(), "3 files could not be read. Everything else was read.");
-    EXPECT_THAT(Lines(result.err), ElementsAre(HasSubstr("bad.gpx (line 2, column 44: "),
-                                               "vexagpx: Unable to read a GPX point's latitude. (other.gpx)",
-                                               HasSubstr("missing.gpx")));
+    EXPECT_THAT(Lines(result.err),
+                ElementsAre(HasSubstr("bad.gpx (line 2, column 44: "),
+                            "vexagpx: Unable to read a GPX point's latitude. (other.gpx, line 2, column 7)",
+                            HasSubstr("missing.gpx")));
 }
 
 TEST(CheckTest, AMessageAboutAnotherFileNamesIt) {

@@ -47,16 +47,17 @@ TEST(InputTest, AFileThatIsNotThereIsReported) {
     EXPECT_EQ(Lines(result.err).size(), 1U);
 }
 
-TEST(InputTest, MessagesWithoutAPathAreFollowedByTheFile) {
+TEST(InputTest, MessagesWithoutAPathAreFollowedByTheFileAndTheLine) {
     const Folder folder;
     folder.Write("root.gpx", "<kml/>");
     folder.Write("version.gpx", "<gpx/>");
     folder.Write("new.gpx", "<gpx version='1.2'/>");
     const std::vector<std::pair<std::string, std::string>> rows = {
-        {"root.gpx", "The GPX document element was not found. (root.gpx)"},
-        {"version.gpx", "Unable to read the GPX version. (version.gpx)"},
-        {"new.gpx", "Unsupported GPX version string. (new.gpx)"},
-        {Data("no-position.gpx"), "Unable to read a GPX point's latitude. (" + Data("no-position.gpx") + ")"},
+        {"root.gpx", "The GPX document element was not found. (root.gpx, line 1, column 7)"},
+        {"version.gpx", "Unable to read the GPX version. (version.gpx, line 1, column 7)"},
+        {"new.gpx", "Unsupported GPX version string. (new.gpx, line 1, column 21)"},
+        {Data("no-position.gpx"),
+         "Unable to read a GPX point's latitude. (" + Data("no-position.gpx") + ", line 3, column 23)"},
         {"", "The GPX file path was empty or invalid."},
         {".", "Unable to read the file: . (Is a directory)"},
     };
