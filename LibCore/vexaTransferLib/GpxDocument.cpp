@@ -13,9 +13,7 @@ namespace vexaTransferLib {
 // Contract reports name these lines for the checks of the writers (in writer/), which run on behalf of this class.
 namespace text::sites {
 
-static constexpr CheckSite Here(int line = __builtin_LINE()) {
-    return {kGpxDocumentSource, line};
-}
+static constexpr CheckSiteMaker Here{kGpxDocumentSource};
 
 constinit const CheckSite kDocumentVersion = Here(); // DocumentWriter.cpp: neither GPX 1.0 nor 1.1
 constinit const CheckSite kApplicationName = Here(); // DocumentWriter.cpp: no name of the application

@@ -41,9 +41,7 @@ namespace vexaTransferLib {
 // Contract reports name these lines for the checks of the readers (in reader/), which run on behalf of the parser.
 namespace text::sites {
 
-static constexpr CheckSite Here(int line = __builtin_LINE()) {
-    return {kGpxParserSource, line};
-}
+static constexpr CheckSiteMaker Here{kGpxParserSource};
 
 constinit const CheckSite kGpxVersion = Here();        // DocumentReader.cpp: the root has no version
 constinit const CheckSite kGpxChildren = Here();       // DocumentReader.cpp: the root has no child list

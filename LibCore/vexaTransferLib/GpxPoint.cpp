@@ -17,9 +17,7 @@ namespace vexaTransferLib {
 // Contract reports name these lines for the checks of the writers (in writer/), which run on behalf of this class.
 namespace text::sites {
 
-static constexpr CheckSite Here(int line = __builtin_LINE()) {
-    return {kGpxPointSource, line};
-}
+static constexpr CheckSiteMaker Here{kGpxPointSource};
 
 constinit const CheckSite kPointVersion = Here();          // PointWriter.cpp: neither GPX 1.0 nor 1.1
 constinit const CheckSite kPointOutput = Here();           // PointWriter.cpp: the text is too large

@@ -14,9 +14,7 @@ namespace vexaTransferLib {
 // Contract reports name these lines for the checks of the writers (in writer/), which run on behalf of this class.
 namespace text::sites {
 
-static constexpr CheckSite Here(int line = __builtin_LINE()) {
-    return {kGpxRouteSource, line};
-}
+static constexpr CheckSiteMaker Here{kGpxRouteSource};
 
 constinit const CheckSite kRouteVersion = Here();     // RouteWriter.cpp: neither GPX 1.0 nor 1.1
 constinit const CheckSite kRouteOutput = Here();      // RouteWriter.cpp: the text is too large

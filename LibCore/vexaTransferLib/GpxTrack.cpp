@@ -14,9 +14,7 @@ namespace vexaTransferLib {
 // Contract reports name these lines for the checks of the writers (in writer/), which run on behalf of this class.
 namespace text::sites {
 
-static constexpr CheckSite Here(int line = __builtin_LINE()) {
-    return {kGpxTrackSource, line};
-}
+static constexpr CheckSiteMaker Here{kGpxTrackSource};
 
 constinit const CheckSite kTrackVersion = Here(); // TrackWriter.cpp: neither GPX 1.0 nor 1.1
 constinit const CheckSite kTrackOutput = Here();  // TrackWriter.cpp: the text is too large

@@ -12,9 +12,7 @@ namespace vexaTransferLib {
 // Contract reports name these lines for the checks of the writers (in writer/), which run on behalf of this class.
 namespace text::sites {
 
-static constexpr CheckSite Here(int line = __builtin_LINE()) {
-    return {kGpxUrlSource, line};
-}
+static constexpr CheckSiteMaker Here{kGpxUrlSource};
 
 constinit const CheckSite kLinkVersion = Here(); // LinkWriter.cpp: neither GPX 1.0 nor 1.1
 constinit const CheckSite kLinkOutput = Here();  // LinkWriter.cpp: the text is too large

@@ -14,9 +14,7 @@ namespace vexaTransferLib {
 // Contract reports name these lines for the checks of other files that run on behalf of this one.
 namespace text::sites {
 
-static constexpr CheckSite Here(int line = __builtin_LINE()) {
-    return {kGpxUtilsSource, line};
-}
+static constexpr CheckSiteMaker Here{kGpxUtilsSource};
 
 constinit const CheckSite kTextSetter = Here();   // text/OptionalText.h: a text to set is empty
 constinit const CheckSite kLongField = Here();    // text/TimeText.cpp: a field without text or too wide

@@ -11,6 +11,7 @@
 #include "support/GpxText.h"
 #include "support/GpxValues.h"
 #include "support/ModelCompare.h"
+#include "support/RecordingParser.h"
 #include "support/SystemFiles.h"
 #include "support/XercesDoubles.h"
 #include "support/ZipFiles.h"
@@ -47,35 +48,7 @@ namespace fs = std::filesystem;
 
 const std::string kGoodFile = Gpx11("<wpt lat='1' lon='2'/>");
 
-// Notes what Xerces tells its error handler, and passes it on.
-class RecordingParser : public GpxParser {
-public:
-    void error(const xercesc::SAXParseException& exception) override {
-        Note("error", exception);
-        GpxParser::error(exception);
-    }
-    void fatalError(const xercesc::SAXParseException& exception) override {
-        Note("fatal", exception);
-        GpxParser::fatalError(exception);
-    }
-    void resetErrors() override {
-        ++resets;
-        GpxParser::resetErrors();
-    }
-
-    std::string calls;
-    int resets = 0;
-
-private:
-    void Note(const char* kind, const xercesc::SAXParseException& exception) {
-        const icu::UnicodeString systemId(exception.getSystemId());
-        calls += std::string(kind) + " " + std::to_string(exception.getLineNumber()) + ":" +
-                 std::to_string(exception.getColumnNumber()) + " " + Utf8(systemId) + ": " +
-                 Utf8(icu::UnicodeString(exception.getMessage())) + "\n";
-    }
-};
-
-// The same of an observer.
+// Records what an observer is notified of.
 class Notes : public GpxReadObserver {
 public:
     bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override {
@@ -140,8 +113,8 @@ protected:
         });
         EXPECT_TRUE(IsSameModel(UsedDocument(), document));
         EXPECT_EQ(written, "");
-        EXPECT_EQ(parser.resets, 1);
-        return Without(error + "\n" + parser.calls + notes.text, Base());
+        EXPECT_EQ(parser.Resets(), 1U);
+        return Without(error + "\n" + parser.Messages() + notes.text, Base());
     }
 
     /// Both by the path and by its bytes.
@@ -153,7 +126,7 @@ protected:
     /// What is told when Xerces finds one fatal error.
     static std::string Fatal(const std::string& path, const std::string& complaint,
                              const std::string& progressBefore = "", const std::string& progressAfter = "") {
-        std::string trace = ParseErrorsMessage(path) + "\nfatal " + complaint + "\n";
+        std::string trace = ParseErrorsMessage(path) + "\nfatal error " + complaint + "\n";
         if (GetParam().isObserved)
             trace += progressBefore + "message 2 " + complaint + "\n" + progressAfter;
         return trace;

@@ -9,6 +9,7 @@
 #include "support/ModelCompare.h"
 #include "support/Mutations.h"
 #include "support/RecordingObserver.h"
+#include "support/RecordingParser.h"
 #include "support/SampleDocument.h"
 #include "support/TestFiles.h"
 
@@ -26,33 +27,6 @@ namespace vexaTransferLib {
 namespace {
 
 using namespace testing_support;
-
-/// Everything that reaches the virtual slots of the error handler.
-class ListeningParser : public GpxParser {
-public:
-    void warning(const xercesc::SAXParseException& exception) override { Note("warning", exception); }
-    void error(const xercesc::SAXParseException& exception) override {
-        Note("error", exception);
-        GpxParser::error(exception);
-    }
-    void fatalError(const xercesc::SAXParseException& exception) override {
-        Note("fatal", exception);
-        GpxParser::fatalError(exception);
-    }
-    void resetErrors() override {
-        heard += "reset\n";
-        GpxParser::resetErrors();
-    }
-
-    std::string heard;
-
-private:
-    void Note(const std::string& kind, const xercesc::SAXParseException& exception) {
-        heard += kind + " " + std::to_string(exception.getLineNumber()) + ":" +
-                 std::to_string(exception.getColumnNumber()) + " " +
-                 Utf8(icu::UnicodeString(exception.getMessage())) + "\n";
-    }
-};
 
 /// A host that takes what it gets.
 class UnheedingParser : public GpxParser {
@@ -86,15 +60,21 @@ void ExpectSameUnheeding(const std::string& path) {
     EXPECT_TRUE(IsSameModel(expected, actual));
 }
 
+/// The calls of the error handler, and whether the reading has thrown.
 std::string HeardWhile(const std::function<void(GpxParser&, GpxDocument&)>& read) {
-    ListeningParser parser;
+    RecordingParser parser;
     GpxDocument document;
+    std::string end;
     try {
         read(parser, document);
     } catch (const std::exception&) {
-        parser.heard += "thrown\n";
+        end = "thrown\n";
     }
-    return parser.heard;
+    std::string heard;
+    for (const RecordingParser::Call& call : parser.calls)
+        heard += call.kind + " " + std::to_string(call.line) + ":" + std::to_string(call.column) + " " +
+                 call.message + "\n";
+    return heard + end;
 }
 
 /// What an observer is told of things skipped and of the XML parser's messages, and how it ended.

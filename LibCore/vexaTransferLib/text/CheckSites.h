@@ -17,6 +17,16 @@ struct CheckSite {
     int line;
 };
 
+/// Makes sites of one source: each is the line that calls `Here()`.
+///
+///     constexpr CheckSiteMaker Here{kGpxParserSource};
+///     constinit const CheckSite kGpxVersion = Here();
+struct CheckSiteMaker {
+    const char* source;
+
+    constexpr CheckSite operator()(int line = __builtin_LINE()) const { return {source, line}; }
+};
+
 /// \{
 /// The checks of common/dbc.h for such a place.
 inline void Require(bool holds, const CheckSite& site, const char* message) {
