@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// \file
-/// Runs an action when a scope is left, by any way out.
+/// \file Runs an action when a scope is left, also by an exception.
 
 #include <utility>
 
