@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// What cleaning long texts takes, whatever is in them.
+// SPDX-License-Identifier: MIT Time and memory that cleaning long texts needs, for any content.
 #include <vexaTransferLib/CleanText.h>
 
 #include "support/HostileTexts.h"

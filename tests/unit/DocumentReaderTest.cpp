@@ -196,7 +196,7 @@ TEST(DocumentReaderTest, ABadWaypointEndsTheReading) {
     EXPECT_EQ(CountsOf(document), "1 waypoints, 0 routes, 0 tracks");
 }
 
-// What a Xerces tree never is.
+// Nodes in forms that a Xerces tree never has.
 
 FakeNodePtr Root(std::vector<FakeNodePtr> children) {
     const FakeNodePtr root = Gpx11Node(u"gpx", std::move(children));

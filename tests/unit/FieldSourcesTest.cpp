@@ -16,7 +16,7 @@ namespace {
 using namespace testing_support;
 using Lifetime = FieldSources::Lifetime;
 
-/// Lifetime with these texts, told by their number when they are lost.
+/// Elements with these texts, whose numbers are reported when they are lost.
 std::vector<OneNode> NodesWith(const std::vector<const char16_t*>& contents) {
     std::vector<OneNode> nodes(contents.size());
     for (std::size_t i = 0; i < nodes.size(); ++i) {

@@ -434,7 +434,7 @@ TEST(GpxDocumentWriterTest, NoFileStaysOpen) {
     EXPECT_EQ(openFiles(), before);
 }
 
-// In a child process, for a limit cannot be taken back.
+// Runs in a child process, because the limit cannot be removed again.
 void WriteWithLittleMemory(const GpxDocument& document, const std::filesystem::path& path) {
     constexpr rlim_t kLimit = rlim_t{256} << 20;
     const rlimit limit{kLimit, kLimit};

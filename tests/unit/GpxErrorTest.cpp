@@ -34,7 +34,7 @@ static_assert(std::is_nothrow_copy_constructible_v<GpxWriteError>);
 static_assert(std::is_nothrow_copy_assignable_v<GpxWriteError>);
 static_assert(std::is_nothrow_copy_assignable_v<GpxReadValueError>);
 
-/// What a failed reading has thrown.
+/// The error that a failed reading has thrown.
 struct Caught {
     explicit Caught(const std::function<void(GpxParser&, GpxDocument&)>& read) {
         GpxParser parser;

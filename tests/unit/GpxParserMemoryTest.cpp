@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What is particular to reading from bytes in memory.
+// Reading from bytes in memory: everything that differs from reading a file.
 
 #include <vexaTransferLib/GpxParser.h>
 
@@ -126,7 +126,7 @@ TEST(GpxParserMemoryTest, OnlyTheGivenBytesAreRead) {
 }
 
 TEST(GpxParserMemoryTest, TheBytesAreNotCopied) {
-    // Many small nodes: only a copy of the whole could be large.
+    // Many small nodes, so that a large request could only be for a copy of the whole.
     const std::string bytes = Gpx11(Repeat("<wpt lat='1' lon='2'><name>n</name></wpt>", 100000));
     GpxParser parser;
     GpxDocument document;
@@ -192,7 +192,7 @@ TEST(GpxParserMemoryTest, RelativeNamesAreResolvedAgainstTheName) {
     EXPECT_NE(ReadingOfBytes(bytes, (folder / "missing/walk.gpx").string()).error, "");
 }
 
-// A host's parser: notes where the complaints are.
+// A host's parser, which keeps the locations of the errors.
 class RecordingParser : public GpxParser {
 public:
     void warning(const xercesc::SAXParseException& exception) override { Note("warning", exception); }

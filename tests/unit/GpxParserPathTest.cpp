@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Which file a path means, and what is told of one that cannot be read.
+// Which file a path means, and what is reported about a file that cannot be read.
 
 #include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/GpxReadObserver.h>
@@ -47,7 +47,7 @@ namespace fs = std::filesystem;
 
 const std::string kGoodFile = Gpx11("<wpt lat='1' lon='2'/>");
 
-// Notes what Xerces tells its error handler, and passes it on.
+// Keeps what Xerces reports to its error handler, and passes it on.
 class RecordingParser : public GpxParser {
 public:
     void error(const xercesc::SAXParseException& exception) override {
@@ -75,7 +75,7 @@ private:
     }
 };
 
-// The same of an observer.
+// Keeps what is reported to an observer.
 class Notes : public GpxReadObserver {
 public:
     bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override {
@@ -111,8 +111,8 @@ class GpxParserUnreadableTest : public testing::TestWithParam<Setting> {
 protected:
     std::string Base() const { return (folder_ / "").string(); }
 
-    /// Everything that is told of a failed reading: the message, the calls of the error handler, those of the
-    /// observer. Paths lack the folder.
+    /// Everything that is reported about a failed reading: the message, the calls of the error handler, those
+    /// of the observer. Paths lack the folder.
     std::string TraceOf(const std::string& path) const {
         return TraceOf([&](GpxParser& parser, GpxDocument& document) {
             parser.Parse(icu::UnicodeString::fromUTF8(path), document);
@@ -144,13 +144,13 @@ protected:
         return Without(error + "\n" + parser.calls + notes.text, Base());
     }
 
-    /// Both by the path and by its bytes.
+    /// Reads the file both by the path and by its bytes.
     void ExpectTold(const std::string& path, const std::string& trace) const {
         EXPECT_EQ(TraceOf(path), trace);
         EXPECT_EQ(TraceOfBytes(path), trace);
     }
 
-    /// What is told when Xerces finds one fatal error.
+    /// The expected reports when Xerces finds one fatal error.
     static std::string Fatal(const std::string& path, const std::string& complaint,
                              const std::string& progressBefore = "", const std::string& progressAfter = "") {
         std::string trace = ParseErrorsMessage(path) + "\nfatal " + complaint + "\n";
@@ -222,7 +222,7 @@ TEST_P(GpxParserUnreadableTest, XercesToldPathIsAbsoluteAndWithoutDots) {
     };
     for (const std::string path : {"bad.gpx", "./bad.gpx", "../way/bad.gpx"})
         ExpectTold(path, expected(path, "way/bad.gpx"));
-    // ".." stays in a path that is absolute.
+    // ".." is kept in an absolute path.
     ExpectTold(Base() + "way/../way/./bad.gpx", expected("way/../way/./bad.gpx", "way/../way/bad.gpx"));
     ExpectTold("missing.gpx", NotOpened("missing.gpx", "way/missing.gpx"));
 }
@@ -468,7 +468,7 @@ TEST(GpxParserPathTest, APipeThatGivesItsBytesOneByOneIsRead) {
     }
 }
 
-/// Notes, while a file is read, whether a program that this process starts would inherit it.
+/// Finds out, while a file is read, whether a program that this process starts would inherit it.
 class InheritanceWatch : public GpxReadObserver {
 public:
     explicit InheritanceWatch(const std::string& path) : path_(path) {}

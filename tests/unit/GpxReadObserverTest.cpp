@@ -29,13 +29,13 @@ namespace {
 
 using namespace testing_support;
 
-/// Of some size, with one thing that is skipped at its start and one at its end.
+/// A file of some size, with one element that is skipped at its start and one at its end.
 std::string BigFile(std::size_t points) {
     return Gpx11("<extensions/>" + Repeat("<wpt lat='1' lon='2'><ele>100</ele></wpt>", points) +
                  "<extensions/>");
 }
 
-/// The same, for the DOM.
+/// The same file in a form that is read from the DOM.
 std::string BigDomFile(std::size_t points) {
     return "<!DOCTYPE gpx>" + BigFile(points);
 }
@@ -215,18 +215,18 @@ TEST_P(CancelTest, WhatIsThrownOfASkippedElementIsWhatTheCallerGets) {
 }
 
 TEST(GpxReadObserverTest, WhatItThrowsIsNoFailureOfAChild) {
-    // Behind three guards.
+    // The failures of children are isolated on three levels above this element.
     const GpxFile file(Gpx11("<trk><trkseg><trkpt lat='1' lon='2'><hdop/></trkpt></trkseg></trk>"));
     ThrowingObserver observer;
     EXPECT_EQ(ReadObserved(file, observer).error, std::string(typeid(std::out_of_range).name()) + ": enough");
     EXPECT_EQ(observer.calls, 1);
 }
 
-/// A file whose length is nearly all that of one element.
+/// A file that consists almost only of one long element.
 struct LongElement {
     const char* name;
     std::string gpx;
-    bool isReadAfterItsEnd; ///< child by child, when the XML parser has gone through all of it
+    bool isReadAfterItsEnd; ///< its children are read one by one after the XML parser has read all of it
 };
 
 std::string LongWaypoint(const std::string& children) {

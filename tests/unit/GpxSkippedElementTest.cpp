@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What an observer is told of the things that the reader skips.
+// The reports to an observer about elements that the reader skips.
 
 #include "support/ContractChecks.h"
 #include "support/GpxDom.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What the scanner says of how a scan has ended.
+// How the scanner reports the end of a scan.
 
 #include "support/GpxFiles.h"
 #include "support/GpxText.h"

@@ -391,7 +391,7 @@ TEST(PointReaderTest, AnEmptyGeocacheUnderATrackPointIsNotEvenReported) {
     EXPECT_EQ(CaptureStandardError([] { Read(k11, kGpxTrackPoint, "<groundspeak:cache/>"); }), "");
 }
 
-// What a Xerces tree never is.
+// Nodes in forms that a Xerces tree never has.
 
 GpxPoint ReadView(const FakeNode& node) {
     MarkingContext context;

@@ -76,7 +76,7 @@ GpxPoint FullReadableWaypoint() {
     return point;
 }
 
-// The sample writes the form key of its first waypoint as it stands, with an ampersand.
+// The form key of the sample's first waypoint contains an ampersand and is written unescaped.
 GpxDocument FullReadableDocument() {
     const GpxDocument sample = FullDocument();
     GpxDocument document;

@@ -147,7 +147,7 @@ TEST(RouteReaderTest, RoutesAreAppended) {
     EXPECT_EQ(CountsOf(document), "0 waypoints, 2 routes, 0 tracks");
 }
 
-// What a Xerces tree never is.
+// Nodes in forms that a Xerces tree never has.
 
 void ReadView(const FakeNodePtr& node, GpxDocument& document) {
     MarkingContext context;

@@ -178,7 +178,7 @@ TEST(TrackReaderTest, ASegmentIsAppendedToTheTrack) {
     EXPECT_EQ(Segments(track), "[a][a]");
 }
 
-// What a Xerces tree never is.
+// Nodes in forms that a Xerces tree never has.
 
 void ReadView(const FakeNodePtr& node, GpxDocument& document) {
     MarkingContext context;

@@ -383,7 +383,7 @@ TEST(ZipFileReaderTest, InfoTellsHowTheEntryIsPacked) {
     }
 }
 
-// Not every minizip finds sizes in zip64 form. One that does not gives what stands in their place, and the
+// Some versions of minizip do not find sizes in zip64 form. They give the values in their place, and the
 // entry cannot be opened.
 constexpr std::uint64_t kInZip64Form = 0xFFFFFFFF;
 
