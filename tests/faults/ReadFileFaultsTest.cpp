@@ -257,7 +257,7 @@ std::vector<ZipEntry> Entries() {
             {.name = "second.txt", .content = Lines(4000), .method = ::testing_support::kZipStored}};
 }
 
-TEST(ReadFileFaultsTest, AnArchiveThatBreaksOrEndsTellsSoAndCanBeClosed) {
+TEST(ReadFileFaultsTest, AnArchiveThatBreaksOrEndsIsReportedAndCanBeClosed) {
     const ArchiveFile file(BuildZip(Entries()));
     const std::size_t descriptors = OpenDescriptors();
     std::size_t flagged = 0;
@@ -289,7 +289,7 @@ TEST(ReadFileFaultsTest, AnArchiveThatBreaksOrEndsTellsSoAndCanBeClosed) {
     EXPECT_EQ(OpenDescriptors(), descriptors);
 }
 
-TEST(ReadFileFaultsTest, AnArchiveThatIsCutAfterItWasOpenedTellsSo) {
+TEST(ReadFileFaultsTest, AnArchiveThatIsCutAfterItWasOpenedIsReported) {
     const std::string content = Lines(40000);
     const ArchiveFile file(BuildZip({{.name = "first.txt", .content = content}, Entries()[1]}));
     ZipFileReader reader(file.Path());

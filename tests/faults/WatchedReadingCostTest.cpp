@@ -66,7 +66,7 @@ TEST_P(WatchedReadingCostTest, FourTimesTheFileAsksForFourTimesTheMemory) {
     }
 }
 
-TEST_P(WatchedReadingCostTest, SoItIsForAFileFromAStranger) {
+TEST_P(WatchedReadingCostTest, FourTimesAnUntrustedFileAsksForFourTimesTheMemory) {
     GpxParser parser;
     GpxReadObserver observer;
     parser.SetObserver(&observer);

@@ -159,7 +159,7 @@ TEST(CleanTextReplaceDeathTest, AnEmptyHolderStopsTheProcess) {
         "^ASSERT failed at LibCore/vexaTransferLib/CleanText\\.h:[1-9][0-9]*\n$");
 }
 
-TEST(CleanTextMemoryTest, ATextThatFindsNoRoomStaysAsItWas) {
+TEST(CleanTextMemoryTest, ATextWithoutMemoryForItsResultIsUnchanged) {
     struct MemoryRow {
         Operation operation;
         icu::UnicodeString text;
@@ -187,7 +187,7 @@ TEST(CleanTextMemoryTest, ATextThatFindsNoRoomStaysAsItWas) {
     }
 }
 
-TEST(CleanTextMemoryTest, APlainReplacementThatFindsNoRoomIsOutOfMemory) {
+TEST(CleanTextMemoryTest, APlainReplacementWithoutMemoryForItsResultIsOutOfMemory) {
     const icu::UnicodeString dashes = Repeated(u"\u2014", 3'000);
     icu::UnicodeString text(dashes);
     const RefusedIcuMemory refused = RefusedIcuMemory::Above(8'192);

@@ -91,7 +91,7 @@ TEST(CleanTextLongTextsTest, LongTextsComeOutClean) {
         ExpectCleaned(row);
 }
 
-TEST(CleanTextLongTextsTest, SoDoThoseOnWhichTheRegularExpressionEngineGivesUp) {
+TEST(CleanTextLongTextsTest, TextsOnWhichTheRegularExpressionEngineGivesUpComeOutClean) {
     constexpr Operation kHtmlToText = &CleanText::HTMLToPlainText;
     constexpr Operation kCleanPlain = &CleanText::CleanPlainTextForTova;
     const icu::UnicodeString spaces = Repeated(u" ", 600'000);

@@ -86,7 +86,7 @@ TEST(CleanTextReferencesTest, DecimalNumbersTooLargeForAnIntAreRemoved) {
         EXPECT_EQ(Utf8(NumbersReplaced(reference)), "") << Utf8(reference);
 }
 
-TEST(CleanTextReferencesTest, WhatIsNoReferenceStays) {
+TEST(CleanTextReferencesTest, ATextThatIsNoReferenceIsKept) {
     static constexpr const char16_t* kTexts[] = {
         u"&#12345678901;",
         u"&#00000000065;",

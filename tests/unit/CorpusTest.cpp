@@ -325,7 +325,7 @@ GpxPoint OnlyWaypointOf(const char* file) {
     return *document.GetWaypointIter();
 }
 
-TEST(CorpusFilesTest, WhatIsBadInAWaypointIsSkipped) {
+TEST(CorpusFilesTest, BadElementsOfAWaypointAreSkipped) {
     SKIP_WITHOUT_CORPUS();
     const GpxPoint badTime = OnlyWaypointOf("sgraaf-invalid-time.gpx");
     EXPECT_EQ(PositionOf(badTime), "52.52 13.405");

@@ -98,7 +98,7 @@ std::string RefusalOf(const std::function<void(GpxParser&)>& parse) {
     }
 }
 
-TEST_P(DeepAndWideTest, IsRefusedOfAStrangerWhereItIsBeyondALimit) {
+TEST_P(DeepAndWideTest, IsRefusedInAnUntrustedFileBeyondALimit) {
     const GpxFile file(Document(GetParam(), ""));
     const std::string expected =
         GetParam().refusal.empty()
@@ -112,7 +112,7 @@ TEST_P(DeepAndWideTest, IsRefusedOfAStrangerWhereItIsBeyondALimit) {
     EXPECT_EQ(RefusalOf([&](GpxParser& parser) { parser.GetParser(file.Path()); }), expected);
 }
 
-TEST_P(DeepAndWideTest, EndsTheScanOfAStrangersFileWhereItIsBeyondALimit) {
+TEST_P(DeepAndWideTest, EndsTheScanOfAnUntrustedFileBeyondALimit) {
     GpxTarvikExtParser scanner;
     scanner.SetUntrusted();
     RunOnASmallStack([&] { ScanBytes(scanner, Document(GetParam(), "")); });

@@ -49,14 +49,14 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Lifetime, FieldSourcesTest, testing::Values(Lifetime::kLong, Lifetime::kShort));
 
-TEST_P(FieldSourcesTest, TheOneBeforeIsLostUnlessItSaysTheSame) {
+TEST_P(FieldSourcesTest, TheEarlierElementIsLostUnlessItHasTheSameText) {
     const std::vector<OneNode> nodes = NodesWith({u"a", u"b", u"b", u"a", u"", u""});
     for (const OneNode& node : nodes)
         sources_.Set(u"field", node.View());
     EXPECT_EQ(Lost(observer_), "0 2 3 ");
 }
 
-TEST_P(FieldSourcesTest, WhatIsRefusedIsLostUnlessItSaysTheSame) {
+TEST_P(FieldSourcesTest, AnIgnoredElementIsLostUnlessItHasTheSameText) {
     const std::vector<OneNode> nodes = NodesWith({u"a", u"b", u"a", u"b"});
     sources_.Set(u"field", nodes[0].View());
     for (std::size_t i = 1; i < nodes.size(); ++i)

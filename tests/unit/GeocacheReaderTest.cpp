@@ -240,7 +240,7 @@ TEST(GeocacheReaderTest, OnlyGroundspeakLogsCountAndAllListsAddUp) {
               "5 D F T X;5 D F T X;");
 }
 
-TEST(GeocacheReaderTest, GetGroundspeakCacheLogsAppendsAndTellsWhetherItKeptOne) {
+TEST(GeocacheReaderTest, GetGroundspeakCacheLogsAppendsAndReturnsWhetherItKeptOne) {
     struct Row {
         std::string logs;
         bool found;

@@ -200,7 +200,7 @@ TEST(GpxErrorTest, AnObserverCancels) {
     Expect<GpxReadError>(caught, Kind::kCancelled, file.NarrowPath());
 }
 
-TEST(GpxErrorTest, AnotherFilesErrorThatAnObserverThrowsStaysAsItIs) {
+TEST(GpxErrorTest, AnotherFilesErrorThatAnObserverThrowsIsUnchanged) {
     class Throwing : public GpxReadObserver {
         bool Progress(std::uint64_t, std::uint64_t) override {
             throw GpxReadError("of another file", {"other.gpx", 3, 4, Kind::kIllFormed, "text"});
@@ -216,7 +216,7 @@ TEST(GpxErrorTest, AnotherFilesErrorThatAnObserverThrowsStaysAsItIs) {
     EXPECT_EQ(caught.message, "of another file");
 }
 
-TEST(GpxErrorTest, AContractErrorThatAnObserverThrowsStaysAsItIs) {
+TEST(GpxErrorTest, AContractErrorThatAnObserverThrowsIsUnchanged) {
     class Throwing : public GpxReadObserver {
         void Skipped(const GpxSkippedElement&) override { throw dbc::postcondition_error("of the host"); }
     };

@@ -173,12 +173,12 @@ INSTANTIATE_TEST_SUITE_P(Settings, GpxParserUnreadableTest,
                                          Setting{"UntrustedObserved", false, true}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_P(GpxParserUnreadableTest, AMissingFileIsTold) {
+TEST_P(GpxParserUnreadableTest, AMissingFileIsReported) {
     for (const std::string name : {"missing.gpx", "no folder/x.gpx", "f\u00E4hlt %20#.gpx"})
         ExpectTold(Base() + name, NotOpened(name, name));
 }
 
-TEST_P(GpxParserUnreadableTest, AFolderIsTold) {
+TEST_P(GpxParserUnreadableTest, AFolderIsReported) {
 #ifdef __SANITIZE_ADDRESS__
     const __lsan::ScopedDisabler xercesLosesTheNameOfADirectory;
 #endif
@@ -187,7 +187,7 @@ TEST_P(GpxParserUnreadableTest, AFolderIsTold) {
                Fatal("way", "0:0 : unable to read data from file", "progress 0/0\n", "progress 0/0\n"));
 }
 
-TEST_P(GpxParserUnreadableTest, AFileThatMayNotBeReadIsTold) {
+TEST_P(GpxParserUnreadableTest, AFileThatMayNotBeReadIsReported) {
     if (geteuid() == 0)
         GTEST_SKIP() << "root may read every file";
     WriteBytes(folder_ / "walk.gpx", kGoodFile);
@@ -195,7 +195,7 @@ TEST_P(GpxParserUnreadableTest, AFileThatMayNotBeReadIsTold) {
     ExpectTold(Base() + "walk.gpx", NotOpened("walk.gpx", "walk.gpx"));
 }
 
-TEST_P(GpxParserUnreadableTest, APipeThatEndsEarlyIsTold) {
+TEST_P(GpxParserUnreadableTest, APipeThatEndsEarlyIsReported) {
     const std::string path = Base() + "pipe";
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     std::thread writer([&] { WriteBytes(path, "<gpx>\n"); });
@@ -207,7 +207,7 @@ TEST_P(GpxParserUnreadableTest, APipeThatEndsEarlyIsTold) {
                     "progress 0/0\n", "progress 6/0\n"));
 }
 
-TEST_P(GpxParserUnreadableTest, XercesToldPathIsAbsoluteAndWithoutDots) {
+TEST_P(GpxParserUnreadableTest, ThePathThatXercesReportsIsAbsoluteAndWithoutDots) {
     fs::create_directory(folder_ / "way");
     const std::string bad = Gpx11("").substr(0, Gpx11("").find("</gpx>"));
     WriteBytes(folder_ / "way/bad.gpx", bad);
@@ -227,7 +227,7 @@ TEST_P(GpxParserUnreadableTest, XercesToldPathIsAbsoluteAndWithoutDots) {
     ExpectTold("missing.gpx", NotOpened("missing.gpx", "way/missing.gpx"));
 }
 
-TEST_P(GpxParserUnreadableTest, ThatTheCurrentFolderIsGoneIsTold) {
+TEST_P(GpxParserUnreadableTest, AMissingCurrentFolderIsReported) {
     fs::create_directory(folder_ / "gone");
     const CurrentFolder current(folder_ / "gone");
     fs::remove(folder_ / "gone");

@@ -339,7 +339,7 @@ TEST(GpxParserUntrustedTest, AnEncodingThatHidesMarkupIsRefused) {
     EXPECT_EQ(ReadUntrusted(file.NarrowPath()).error, Refusal(file.NarrowPath(), why));
 }
 
-TEST(GpxParserUntrustedTest, WhatIsIllFormedBeforeALimitIsToldAsSuch) {
+TEST(GpxParserUntrustedTest, IllFormedContentBeforeALimitIsReportedAsSuch) {
     std::string attributes;
     for (int i = 0; i < 2000; ++i)
         attributes += " a" + std::to_string(i) + "=''";
@@ -365,7 +365,7 @@ std::size_t RequestsToRefuse(const std::string& bytes) {
 
 using MakeShape = std::string (*)(std::size_t);
 
-TEST(GpxParserUntrustedTest, WhatIsRefusedCostsNoMoreWhenThereIsMoreOfIt) {
+TEST(GpxParserUntrustedTest, RefusingALongerFileCostsNoMore) {
     const MakeShape shapes[] = {
         [](std::size_t count) {
             std::string attributes;

@@ -40,7 +40,7 @@ void PrintTo(const Case& given, std::ostream* out) {
 
 class GpxSkippedElementTest : public testing::TestWithParam<Case> {};
 
-TEST_P(GpxSkippedElementTest, TellsWhatIsSkipped) {
+TEST_P(GpxSkippedElementTest, ReportsSkippedElements) {
     EXPECT_EQ(Skipped(GetParam().bytes), GetParam().skipped);
 }
 

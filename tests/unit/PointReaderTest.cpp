@@ -239,7 +239,7 @@ TEST(PointReaderTest, OnlyChildrenInTheNamespaceOfTheVersionCount) {
     }
 }
 
-TEST(PointReaderTest, AnUnknownVersionPassesOverEveryChild) {
+TEST(PointReaderTest, AnUnknownVersionSkipsEveryChild) {
     const DomTree tree(Gpx11("<wpt lat='1' lon='2'><name>N</name></wpt>"));
     GpxPoint point(kGpxWaypoint, 0.0, 0.0);
     GpxParser().ParsePointNode(ModelDoors::MakeVersion(2, 0), kGpxWaypoint, tree.Find("wpt"), point);
@@ -428,7 +428,7 @@ TEST(PointReaderTest, AChildThatFailsHalfwayLeavesWhatItChanged) {
     EXPECT_EQ(TextOf(point, &GpxPoint::GetSymbol), "S");
 }
 
-TEST(PointReaderTest, WhatIsNoStandardExceptionPassesThrough) {
+TEST(PointReaderTest, OnlyStandardExceptionsAreSwallowed) {
     const FakeNodePtr name = Gpx11Text(u"name", u"N");
     EXPECT_THROW(ReadView(*Gpx11Point(u"wpt", {Throwing(*name, 5)})), int);
     EXPECT_THROW(ReadView(*Gpx11Point(u"wpt", {Throwing(*name, xercesc::DOMException())})),

@@ -92,7 +92,7 @@ GpxDocument FullReadableDocument() {
     return document;
 }
 
-TEST(ReadWriteTest, EveryFieldComesBackAsTheRulesTell) {
+TEST(ReadWriteTest, EveryFieldComesBackAccordingToTheRules) {
     const GpxDocument document = FullReadableDocument();
     EXPECT_TRUE(IsSameModel(ReadBack().Of(document, u"out"), WrittenAndRead(document)));
 }
@@ -191,7 +191,7 @@ TEST(ReadWriteTest, AThousandsSeparatorEndsALogIdButNoVendorNumber) {
     }
 }
 
-TEST(ReadWriteTest, AColorComesBackUnlessItIsNone) {
+TEST(ReadWriteTest, AColorOtherThanNoColorComesBack) {
     constexpr std::int16_t kColors[] = {0, 999, 1000, INT16_MAX, -1, -2, INT16_MIN};
     for (const std::int16_t color : kColors) {
         GpxTrack track;

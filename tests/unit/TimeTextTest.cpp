@@ -98,7 +98,7 @@ TEST(TimeTextTest, PlainTimesAreReadAtOnce) {
     }
 }
 
-TEST(TimeTextTest, EveryDayIsReadAsByTheOtherWay) {
+TEST(TimeTextTest, PlainTimesOfEveryDayAreReadAsByTheGeneralReader) {
     for (int day = 0; day < 200000; ++day) {
         const std::string text = Four(day * kDay + day % 86400 * 1000.0);
         double expected = -1.0;

@@ -106,7 +106,7 @@ TEST(Utf8SinkTest, TakesPiecesOfEveryKind) {
     EXPECT_EQ(Bytes(sink.Take()), "<a>\xC3\xA9<&lt;b&gt;-1.5001,234,5671,234.568");
 }
 
-TEST(Utf8SinkTest, GivesFourZerosBehindTheText) {
+TEST(Utf8SinkTest, GivesFourZerosAfterTheText) {
     for (const std::size_t length : {0U, 1U, 4091U, 4092U, 4093U, 4096U, 100000U}) {
         Utf8Sink sink({kSource, __LINE__});
         sink.Ascii(std::string(length, 'x'));

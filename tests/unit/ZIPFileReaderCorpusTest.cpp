@@ -156,7 +156,7 @@ TEST(ZipCorpusTest, ArchivesAreReadAsFarAsTheyAreGood) {
     }
 }
 
-TEST(ZipCorpusTest, WhatIsNoWholeArchiveIsRefused) {
+TEST(ZipCorpusTest, AnIncompleteArchiveIsRefused) {
     SKIP_WITHOUT_CORPUS();
     for (const char* file : kCorpusRefused) {
         SCOPED_TRACE(file);

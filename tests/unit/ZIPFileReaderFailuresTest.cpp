@@ -372,7 +372,7 @@ TEST(ZipFileReaderFailuresTest, AWrongChecksumIsACrcErrorOnceTheEntryIsReadToIts
     }
 }
 
-TEST(ZipFileReaderFailuresTest, AReadTellsDamageAndTheEntryCanStillBeClosed) {
+TEST(ZipFileReaderFailuresTest, AReadReportsDamageAndTheEntryCanStillBeClosed) {
     struct Damaged {
         ZipEntry entry;
         int result;

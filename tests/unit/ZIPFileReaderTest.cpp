@@ -263,7 +263,7 @@ TEST(ZipFileReaderTest, AReadWithoutABufferIsRefusedAndLosesNothing) {
     reader.CloseCurrentFile();
 }
 
-TEST(ZipFileReaderTest, OpeningAgainStartsFromTheBeginning) {
+TEST(ZipFileReaderTest, OpeningAgainStartsAtTheFirstEntry) {
     const ArchiveFile file(BuildZip(ThreeEntries()));
     ZipFileReader reader(file.Path());
     char buffer[4];
@@ -320,7 +320,7 @@ TEST(ZipFileReaderTest, AskingForNameAndInfoDoesNotDisturbTheReading) {
     reader.CloseCurrentFile();
 }
 
-TEST(ZipFileReaderTest, InfoTellsSizesAndLinks) {
+TEST(ZipFileReaderTest, InfoHasSizesAndLinks) {
     const std::string words(1000, 'w');
     constexpr std::uint32_t kRegularFile = 0100644u << 16;
     constexpr std::uint32_t kFolder = 0040755u << 16;
@@ -355,7 +355,7 @@ TEST(ZipFileReaderTest, InfoTellsSizesAndLinks) {
     }
 }
 
-TEST(ZipFileReaderTest, InfoTellsHowTheEntryIsPacked) {
+TEST(ZipFileReaderTest, InfoHasHowTheEntryIsPacked) {
     constexpr std::uint16_t kStrongEncryption = 0x41;
     struct Packed {
         ZipEntry entry;

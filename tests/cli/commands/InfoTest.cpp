@@ -55,7 +55,7 @@ std::string InfoOf(const std::string& document, std::vector<std::string> options
     return result.out;
 }
 
-TEST(InfoTest, OneLineTellsAllThatTheHeadHolds) {
+TEST(InfoTest, OneLineShowsEverythingInTheHead) {
     const std::string line = InfoOf(Gpx(kAllRecords));
     EXPECT_THAT(line, StartsWith("t.gpx: "));
     for (const char* item : {"Hikes & walks", "k-1", "survey", "symbol 12", "t-g", "w-g", "21 waypoints",
@@ -76,7 +76,7 @@ TEST(InfoTest, AWholeNumberOfKilometresIsALengthToo) {
     EXPECT_THAT(InfoOf(Gpx(Metadata("<t:trktotalkm>12</t:trktotalkm>"))), HasSubstr(" km"));
 }
 
-TEST(InfoTest, TextsStayOnTheLineAndControlTheTerminalNot) {
+TEST(InfoTest, TextsAreShownOnOneLineWithoutTerminalControls) {
     const std::string line = InfoOf(Gpx(Metadata("<t:layername>a\nb\tc</t:layername><t:form>\xC2\x9B"
                                                  "31m</t:form>")));
     EXPECT_THAT(line, Not(HasSubstr("\t")));
@@ -151,7 +151,7 @@ TEST(InfoTest, WhatPrecedesAnErrorInTheHeadIsKept) {
                                       "\n");
 }
 
-TEST(InfoTest, ALineTellsThatTheHeadIsNotWellFormed) {
+TEST(InfoTest, ALineReportsAHeadThatIsNotWellFormed) {
     EXPECT_EQ(InfoOf("no XML"), "t.gpx: the head is not well-formed XML\n");
     EXPECT_EQ(InfoOf(Gpx("<metadata>" + kTime + "</metadata></oops>")),
               "t.gpx: 2009-01-15T10:20:30Z, the head is not well-formed XML\n");

@@ -220,7 +220,7 @@ TEST(ZipExtractTest, TheFolderItselfMayBeALinkOrDeep) {
                             "real/", "real/last.gpx"));
 }
 
-TEST(ZipExtractTest, WhatIsThereIsKeptUnlessOverwriteIsSaid) {
+TEST(ZipExtractTest, ExistingFilesAreKeptWithoutOverwrite) {
     const Extraction extraction(
         {{.name = "a.gpx", .content = "new"}, {.name = "sub/b.gpx", .content = "new"}, kGood});
     fs::create_directories(extraction.folder.File("out/sub"));
@@ -252,7 +252,7 @@ TEST(ZipExtractTest, TwoEntriesOfOnePlaceKeepTheFirst) {
     }
 }
 
-TEST(ZipExtractTest, WhatIsNoFolderIsNotTakenForOne) {
+TEST(ZipExtractTest, FilesFoldersAndPipesDoNotReplaceEachOther) {
     for (const std::vector<std::string>& options :
          std::vector<std::vector<std::string>>{{}, {"--overwrite"}}) {
         const Extraction extraction({{.name = "a", .content = "file"},
@@ -344,7 +344,7 @@ TEST(ZipExtractTest, AFolderThatCannotBeMadeIsReported) {
     EXPECT_EQ(ReadFile(extraction.folder.File("file")), "as it was");
 }
 
-TEST(ZipExtractTest, WhatIsNoArchiveMakesNoFolder) {
+TEST(ZipExtractTest, AFileThatIsNoArchiveMakesNoFolder) {
     const Folder folder;
     folder.Write("text.zip", "text");
     for (const char* archive : {"text.zip", "missing.zip"})

@@ -256,7 +256,7 @@ TEST(ArchiveInputTest, ConvertDoesNotReplaceItsArchive) {
     EXPECT_EQ(ReadFile(folder.File("a.zip")), archive);
 }
 
-TEST(ArchiveInputTest, WhatIsSaidToBeSkippedIsSkipped) {
+TEST(ArchiveInputTest, EntriesThatAreReportedAsSkippedAreNotRead) {
     const Folder folder;
     folder.Write("a.zip",
                  BuildZip({GpxEntry(std::string(1019, 'n') + ".gpx.txt", "cut after .gpx"),

@@ -92,7 +92,7 @@ TEST(ArchiveLimitsTest, AnEntryMayHaveAGibibyteByDefault) {
                "--max-ratio"));
 }
 
-TEST(ArchiveLimitsTest, WhatAllEntriesUnpackToIsAnOption) {
+TEST(ArchiveLimitsTest, TheTotalSizeOfAllEntriesIsAnOption) {
     const ZipEntry first = {.name = "a", .content = Zeros(600), .method = 0};
     const ZipEntry second = {.name = "b", .content = Zeros(400), .method = 0};
     ExpectFine(TestZip({first, second, {.name = "none"}}, {"--max-total-size=1000"}));

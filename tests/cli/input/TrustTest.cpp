@@ -91,7 +91,7 @@ TEST_P(TrustTest, LimitsHoldUnlessTheFileIsTrusted) {
     EXPECT_THAT(Run("deep.gpx", {"--trust"}).err, Not(HasSubstr("refused")));
 }
 
-TEST_P(TrustTest, EntriesOfArchivesAreStrangersToo) {
+TEST_P(TrustTest, EntriesOfArchivesAreUntrustedToo) {
     folder.Write("a.zip", testing_support::BuildZip(
                               {{.name = "leak.gpx", .content = ReadFile(folder.File("leak.gpx"))}}));
     const Result result = Run("a.zip");

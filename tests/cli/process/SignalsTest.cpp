@@ -115,7 +115,7 @@ TEST_F(SignalsTest, AnEntryOfAnArchiveIsNamed) {
     EXPECT_THAT(session.Screen(), EndsWith(Cancelled("a.zip/long.gpx")));
 }
 
-TEST_F(SignalsTest, WhatComesThroughAPipeIsCancelledAndItsCopyRemoved) {
+TEST_F(SignalsTest, ReadingAPipeIsCancelledAndItsCopyRemoved) {
     for (const int signal : {SIGINT, SIGTERM}) {
         const Folder folder;
         const Folder temporary;

@@ -242,7 +242,7 @@ TEST(ProgressBarWithoutTerminalTest, NothingIsWritten) {
     EXPECT_EQ(result.err, "");
 }
 
-TEST_F(ProgressBarTest, WhatTakesLessThanHalfASecondShowsNothing) {
+TEST_F(ProgressBarTest, AReadingOfLessThanHalfASecondShowsNothing) {
     const Folder folder;
     folder.Write("a.gpx", Gpx("<wpt lat='1' lon='2'/>"));
     for (int i = 0; i < 20; ++i) {
