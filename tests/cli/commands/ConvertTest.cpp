@@ -251,7 +251,7 @@ TEST(ConvertTest, ATextThatWouldBeReadAsSomethingElseIsNamedWithItsSource) {
 }
 
 TEST(ConvertTest, AnyOtherTextIsWrittenAndReadBackAsItIs) {
-    // Also what is markup only elsewhere, and markup in texts that are escaped.
+    // Also characters that are markup only in other places, and markup in texts that are escaped.
     const std::vector<std::string> rows = {
         Metadata("<t:layername>a > b \"c\" 'd'\n\te\xC2\x85\xE2\x80\xA8</t:layername>"),
         Metadata("<t:layerkey> ]] > amp; lt; #65; --> </t:layerkey><t:form>日本</t:form>"),

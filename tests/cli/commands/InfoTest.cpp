@@ -41,7 +41,7 @@ const std::string kAllRecords =
              "<t:geocachecount>44</t:geocachecount>",
              kTime);
 
-/// What `info` says of a document; it must be one line, without an error.
+/// The line that `info` prints for a document; there must be one line and no error.
 std::string InfoOf(const std::string& document, std::vector<std::string> options = {}) {
     const Folder folder;
     folder.Write("t.gpx", document);
@@ -220,8 +220,8 @@ TEST(InfoTest, AFullDeviceIsReported) {
                            "Unable to write to standard output: No space left on device"));
 }
 
-/// How many time elements are before the first waypoint, route or track. What is not ASCII does not matter
-/// here, so UTF-16 is read without its zero bytes.
+/// How many time elements are before the first waypoint, route or track. Characters other than ASCII do not
+/// matter here, so that UTF-16 is read without its zero bytes.
 std::size_t TimesInHead(const std::string& path) {
     std::string text = cli::ReadFile(path);
     std::erase(text, '\0');
@@ -234,7 +234,7 @@ std::size_t TimesInHead(const std::string& path) {
     return count;
 }
 
-// A dump reads the time from where the version of GPX has it; the scanner takes the last time element of the
+// A dump reads the time from its place in the version of GPX; the scanner takes the last time element of the
 // head, wherever it is. They must agree where the head has one time element only and the dump has a time;
 // without any time element the scanner cannot have one.
 TEST(InfoTest, EveryFileOfTheCorpusIsOneLineOfJsonWithTheTimeOfItsDump) {

@@ -319,12 +319,12 @@ TEST(ZipExtractTest, NamesThatAreTooLongToBeReadAreRefused) {
 }
 
 TEST(ZipExtractTest, AFileThatCannotBeWrittenWholeIsReportedAndLeavesNothing) {
-    // Above what a build that counts coverage writes about itself.
+    // Above the size of the files that a build with coverage writes about itself.
     constexpr rlim_t kLimit = rlim_t{4} << 20;
     const Extraction extraction(
         {{.name = "large.gpx", .content = std::string(kLimit + 1, 'l'), .method = 0}, kGood});
     const Result result = [&] {
-        // As on a disk that is full.
+        // Like a full disk.
         const cli::ResourceLimit limit(RLIMIT_FSIZE, kLimit);
         return extraction.Run();
     }();

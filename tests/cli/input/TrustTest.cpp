@@ -22,7 +22,7 @@ using Arguments = std::vector<std::string>;
 const std::string kRefused = "vexagpx: The untrusted GPX file was refused: ";
 const std::string kAdvice = " If you know where it comes from, --trust reads it.\n";
 
-// Valid, because the reader validates where a declaration lists elements.
+// The file is valid, because the reader validates a file whose declaration lists elements.
 const std::string kLeak = "<!DOCTYPE gpx [<!ENTITY e SYSTEM 'secret.txt'>"
                           "<!ELEMENT gpx ANY><!ATTLIST gpx version CDATA #IMPLIED xmlns CDATA #IMPLIED>"
                           "<!ELEMENT metadata ANY><!ELEMENT name ANY>]>"
@@ -36,7 +36,7 @@ std::string Nested(int depth) {
     return Gpx(nested);
 }
 
-/// Commands that read a document, each with what follows its options.
+/// Commands that read a document, each with the arguments after its options.
 class TrustTest : public testing::TestWithParam<Arguments> {
 protected:
     TrustTest() {

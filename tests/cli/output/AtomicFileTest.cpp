@@ -45,7 +45,7 @@ mode_t ModeOf(const std::string& path) {
     return StatusOf(path).st_mode & 07777;
 }
 
-/// The message of what is thrown; empty when nothing is.
+/// The message of the exception; empty when there is none.
 template <class Action>
 std::string MessageOf(Action action) {
     try {
@@ -163,7 +163,7 @@ TEST(AtomicFileTest, IsWrittenToItsFolderWhenALinkReplacesThatFolder) {
     }
 }
 
-/// A file of another user with the name of the temporary file, where the path now leads.
+/// Writes a file of another user with the name of the temporary file to the place that the path now leads to.
 void PutStrangersFile(const Folder& folder) {
     const fs::path temporary = fs::directory_iterator(folder.File("sub"))->path().filename();
     SwapForLink(folder);
@@ -209,7 +209,7 @@ TEST(AtomicFileTest, HoldsNoDescriptorAfterwards) {
 }
 
 TEST(AtomicFileTest, AFullDiskIsReportedAndLeavesNothing) {
-    // Above what a build that counts coverage writes about itself.
+    // Above the size of the files that a build with coverage writes about itself.
     constexpr rlim_t kLimit = rlim_t{4} << 20;
     const Folder folder;
     folder.Write("a.gpx", "as it was");
