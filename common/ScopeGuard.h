@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// \file Runs an action when a scope is left, also by an exception.
+/// \file
+/// Runs an action when a scope is left, also by an exception.
 
 #include <utility>
 

@@ -71,7 +71,7 @@ void ExpectCleaned(const LongRow& row) {
     (CleanText().*row.operation)(text);
     EXPECT_TRUE(text == row.expected)
         << row.reason << ": " << text.length() << " units instead of " << row.expected.length()
-        << ", beginning \"" << Utf8(text.tempSubString(0, 40)) << '"';
+        << ", starting with \"" << Utf8(text.tempSubString(0, 40)) << '"';
 }
 
 TEST(CleanTextLongTextsTest, LongTextsComeOutClean) {

@@ -77,7 +77,7 @@ TEST(ZipFileReaderTest, WalksTheEntriesInTheirOrder) {
     const ArchiveFile file(BuildZip(ThreeEntries()));
     ZipFileReader reader(file.Path());
     EXPECT_EQ(reader.GetFileCount(), 3u);
-    EXPECT_EQ(NameBytes(reader), "short.txt") << "a fresh reader stands at the first entry";
+    EXPECT_EQ(NameBytes(reader), "short.txt") << "a new reader is at the first entry";
     EXPECT_TRUE(reader.GoToFirstFile());
     EXPECT_EQ(NameBytes(reader), "short.txt");
     EXPECT_TRUE(reader.GoToNextFile());
