@@ -2,8 +2,8 @@
 // The cleaner compared with one that runs regular expressions, on the descriptions and logs of geocaches, and the
 // cleaner on hostile texts. All times are for one UTF-16 unit, so that rows can be compared.
 //
-// The texts of geocaches come from the file that VEXA_CLEAN_GPX names, else from the generator in ../shared,
-// else from the words below.
+// The texts of geocaches come from the file that VEXA_CLEAN_GPX names, otherwise from the generator in
+// ../shared, otherwise from the words below.
 #include "support/HostileTexts.h"
 #include "support/RegexCleaner.h"
 

@@ -10,7 +10,7 @@
 
 namespace bench {
 
-/// A file with these bytes in the current folder, for as long as this lives.
+/// A file with these bytes in the current folder, which exists as long as this object.
 class File {
 public:
     File(const std::string& name, const std::string& bytes)
@@ -29,7 +29,8 @@ private:
     std::string path_;
 };
 
-/// A GPX 1.1 file with the vendor's metadata block and so many waypoints, of about 100 bytes each.
+/// A GPX 1.1 file with the vendor's metadata block and the given number of waypoints, of about 100 bytes
+/// each.
 inline std::string WaypointFile(int waypoints) {
     std::string text =
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"

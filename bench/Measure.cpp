@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Does one thing to a file and prints the CPU seconds that it took:
-//   measure sax FILE         bare SAX2 parse, with the reader's settings and handlers that do nothing
-//   measure read FILE        GpxParser::Parse
-//   measure write FILE OUT   GpxDocument::WriteToFile of what was read; the reading does not count
+//   measure sax FILE         bare SAX2 parse, with the reader's settings and handlers that do nothing measure
+//   read FILE        GpxParser::Parse measure write FILE OUT   GpxDocument::WriteToFile of the document;
+//   reading it does not count
 #include <vexaTransferLib/GpxParser.h>
 
 #include <xercesc/sax2/DefaultHandler.hpp>

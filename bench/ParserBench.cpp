@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// What a small file costs a program that makes a parser for each file.
+// SPDX-License-Identifier: MIT The time for reading a small file in a program that makes a parser for each
+// file.
 #include "Files.h"
 
 #include <vexaTransferLib/GpxDocument.h>

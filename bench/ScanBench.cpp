@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A file that counts what is read of it.
+/// A file that counts the bytes that are read.
 class CountingSource final : public xercesc::InputSource {
 public:
     explicit CountingSource(const std::string& path) : path_(path) {}

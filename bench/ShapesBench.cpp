@@ -60,7 +60,8 @@ std::string Children(std::int64_t count) {
     return text;
 }
 
-/// As many different names as that, all with the same number in the XML parser's tables: "Az" and "BT" have it.
+/// The given number of different names that all have the same hash value in the XML parser's tables, as "Az"
+/// and "BT" have.
 std::vector<std::string> CollidingNames(std::int64_t count) {
     std::vector<std::string> names;
     for (std::int64_t i = 0; i < count; ++i) {
@@ -110,7 +111,7 @@ std::string NamespacesOnLevels(std::int64_t count) {
     return text;
 }
 
-/// Ends the metadata: the tracks are read.
+/// Ends the metadata, so that the tracks are read.
 std::string Tracks(std::int64_t count) {
     std::string text = "</metadata>";
     for (std::int64_t i = 0; i < count; ++i)
@@ -135,7 +136,7 @@ void ReadUntrusted(const std::string& shape) {
     try {
         parser.Parse(Gpx("", shape), u"shape", document);
     } catch (const dbc::postcondition_error&) {
-        // Refused, where it is beyond the limits.
+        // Shapes beyond the limits are refused.
     }
 }
 

@@ -1,5 +1,5 @@
-# A build without a type is optimised, for a library without optimisation serves nobody. Only where it is on its own:
-# the type of a host's build is the host's.
+# A build without a type is optimised, because a library without optimisation is of no use. This applies only
+# when the library is built on its own: a host decides on the type of its build.
 get_property(is_multi_config GLOBAL PROPERTY GENERATOR_IS_MULTI_CONFIG)
 if(PROJECT_IS_TOP_LEVEL AND NOT is_multi_config AND CMAKE_BUILD_TYPE STREQUAL "")
     message(STATUS "No build type: RelWithDebInfo")

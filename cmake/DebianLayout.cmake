@@ -1,4 +1,5 @@
-# Run by cpack on the installed components before it packs them: moves and adds what Debian wants elsewhere.
+# Run by cpack on the installed components before it packs them: moves the files that Debian has in other
+# places, and adds those that it requires.
 find_program(GZIP gzip REQUIRED)
 
 function(vexa_gzip file)

@@ -1,8 +1,8 @@
-# Run by cpack on the finished packages: mends in them what cpack itself cannot be told.
+# Run by cpack on the finished packages: makes changes in them for which cpack has no setting.
 find_program(DPKG_DEB dpkg-deb REQUIRED)
 find_program(OBJCOPY objcopy REQUIRED)
 
-# The library is made known by dpkg's trigger instead of by scripts that call ldconfig.
+# A trigger of dpkg registers the library, instead of scripts that call ldconfig.
 function(vexa_use_trigger folder)
     if(EXISTS "${folder}/DEBIAN/shlibs")
         file(REMOVE "${folder}/DEBIAN/postinst" "${folder}/DEBIAN/postrm")
@@ -19,7 +19,7 @@ function(vexa_link_documents folder package)
     endif()
 endfunction()
 
-# What the compiler is called is of no use in a program.
+# Removes the name of the compiler, which is of no use in a program.
 function(vexa_trim_binaries folder)
     file(GLOB_RECURSE binaries "${folder}/usr/bin/*" "${folder}/usr/lib*/*.so.*")
     foreach(file IN LISTS binaries)
@@ -27,7 +27,8 @@ function(vexa_trim_binaries folder)
     endforeach()
 endfunction()
 
-# The mask of whoever builds, or the permissions of the files in the repository, do not show.
+# Sets the permissions, so that they depend neither on the umask of the build nor on the files in the
+# repository.
 function(vexa_set_permissions folder)
     set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
     file(GLOB_RECURSE places LIST_DIRECTORIES true "${folder}/usr/*")
@@ -42,7 +43,7 @@ function(vexa_set_permissions folder)
     endforeach()
 endfunction()
 
-# cpack names debug symbols by their place on this machine.
+# Writes the checksums again, because those of cpack name debug symbols by their place on this machine.
 function(vexa_write_checksums folder)
     file(GLOB_RECURSE files RELATIVE "${folder}" LIST_DIRECTORIES false "${folder}/usr/*")
     set(lines "")

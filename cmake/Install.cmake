@@ -1,4 +1,5 @@
-# Three components: "runtime" is the shared library, "development" what a host is built with, "tool" the tool.
+# Three components: "runtime" is the shared library, "development" contains the files that a host is built
+# with, "tool" is the tool.
 include(CMakePackageConfigHelpers)
 
 set(VEXA_INSTALL_INCLUDEDIR "${CMAKE_INSTALL_INCLUDEDIR}/vexaTransferLib")
@@ -23,7 +24,7 @@ configure_package_config_file(
     "${PROJECT_BINARY_DIR}/vexaTransferLibConfig.cmake"
     INSTALL_DESTINATION "${VEXA_INSTALL_CMAKEDIR}"
     NO_SET_AND_CHECK_MACRO)
-# Before 1.0 a new minor version may break what a host was written against.
+# Before 1.0 a new minor version may be incompatible with existing hosts.
 write_basic_package_version_file(
     "${PROJECT_BINARY_DIR}/vexaTransferLibConfigVersion.cmake" COMPATIBILITY SameMinorVersion)
 install(
@@ -32,11 +33,11 @@ install(
         "${PROJECT_BINARY_DIR}/vexaTransferLibConfigVersion.cmake"
     DESTINATION "${VEXA_INSTALL_CMAKEDIR}" COMPONENT development)
 
-# The pkg-config file finds its prefix from where it lies, so that an installed tree may be moved.
+# The pkg-config file finds its prefix from its own place, so that an installed tree may be moved.
 file(RELATIVE_PATH VEXA_PREFIX_FROM_PKGCONFIG
     "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 string(REGEX REPLACE "/$" "" VEXA_PREFIX_FROM_PKGCONFIG "${VEXA_PREFIX_FROM_PKGCONFIG}")
-# There is no shared library to bring minizip along.
+# A host of the static library must link minizip itself.
 set(VEXA_PKGCONFIG_STATIC_REQUIRES "")
 if(VEXATRANSFERLIB_STATIC)
     set(VEXA_PKGCONFIG_STATIC_REQUIRES " minizip")

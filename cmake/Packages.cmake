@@ -1,5 +1,5 @@
-# Debian packages, made by `cpack`: the library, what hosts are built with, the tool, and their debug symbols.
-# scripts/make-packages builds them as Debian lays them out.
+# Debian packages, made by `cpack`: the library, the files that hosts are built with, the tool, and their
+# debug symbols. scripts/make-packages builds them as Debian lays them out.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vexaTransferLib)
 set(CPACK_PACKAGE_VENDOR "vexaTransferLib developers")
@@ -9,7 +9,7 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/LICENSE")
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_THREADS 0)
-# What Debian wants otherwise than an installation has it.
+# Changes the layout of an installation to that of Debian.
 set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/DebianLayout.cmake")
 set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/DebianMend.cmake")
 

@@ -1,5 +1,5 @@
-# What a test measures is the library, which is optimised as the build says; compiling the tests without optimisation
-# takes half as long.
+# Tests are compiled without optimisation, which takes half as long. The library that they measure is
+# optimised as the build requires.
 add_library(vexa_test_options INTERFACE)
 target_link_libraries(vexa_test_options INTERFACE vexa_warnings)
 if(VEXATRANSFERLIB_FAST_TESTS)
@@ -7,7 +7,8 @@ if(VEXATRANSFERLIB_FAST_TESTS)
     target_compile_options(vexa_test_options INTERFACE -O0 -U_FORTIFY_SOURCE)
 endif()
 
-# The headers that take most of a test's compilation. The ordinary build does without, so that a missing include shows.
+# The headers that take most of a test's compilation. The ordinary build does not use them, so that a missing
+# include is found.
 function(vexa_precompile_for_tests target)
     if(VEXATRANSFERLIB_PRECOMPILED_TESTS)
         target_precompile_headers(${target} PRIVATE

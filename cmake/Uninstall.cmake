@@ -46,7 +46,7 @@ foreach(file IN LISTS files)
     endwhile()
 endforeach()
 
-# The deepest first.
+# The deepest folders come first.
 list(REMOVE_DUPLICATES folders)
 list(SORT folders ORDER DESCENDING)
 foreach(folder IN LISTS folders)

@@ -2,7 +2,7 @@
 #pragma once
 
 /// \file
-/// Runs an action when a scope is left, by any way out.
+/// Runs an action when a scope is left, also by an exception.
 
 #include <utility>
 

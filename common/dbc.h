@@ -78,8 +78,9 @@ struct ReportReceiver {
     void* context = nullptr;              ///< the host's
 };
 
-/// Sets who receives the contract reports: the one setting of the library that is process-wide. May be called at any
-/// time, from any thread; a handler is always called with the context that was given with it.
+/// Sets the function that receives the contract reports. This is the only process-wide setting of the
+/// library. May be called at any time, from any thread; a handler is always called with the context that was
+/// given with it.
 ///
 /// A check that fails in another thread at this moment may still call the former handler after this has returned, so
 /// what that one's context points to must live on until those threads are through.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Reads the input as a ZIP archive, as a careful host would, and wants the documented results and exceptions only.
+// Reads the input as a ZIP archive, as a careful host would, and accepts only the documented results and
+// exceptions.
 
 #include "MemoryFile.h"
 
@@ -43,7 +44,7 @@ void ReadEntry(ZipFileReader& archive, std::uint64_t fileSize) {
             std::abort();
     }
     archive.CloseCurrentFile();
-    // What has ended and was closed without an error is whole.
+    // An entry that was read to its end and closed without an error is complete.
     if (count == 0 && total != info.size)
         std::abort();
 }
@@ -55,7 +56,7 @@ void ReadArchive(const std::string& path, std::uint64_t fileSize) {
         ++entries;
         try {
             ReadEntry(archive, fileSize);
-        } catch (const dbc::precondition_error&) { // the next one may be read all the same
+        } catch (const dbc::precondition_error&) { // the next one may still be readable
         }
     }
 }

@@ -22,7 +22,8 @@ struct Pipeline {
     void (RegexCleaner::*plain)(icu::UnicodeString&);
 };
 
-// In the first pipeline most steps get what the steps before left; in the others they get the input itself.
+// In the first pipeline most steps receive the result of the steps before; in the others they receive the
+// input itself.
 constexpr Pipeline kPipelines[] = {
     {"CleanWebTextForTova", &CleanText::CleanWebTextForTova, &RegexCleaner::CleanWebTextForTova},
     {"StripBBCode", &CleanText::StripBBCode, &RegexCleaner::StripBBCode},

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Reads the input as a file by both roads, the XML parser's events and a DOM, and wants to see no difference: the
-// same model, the same exception.
+// Reads the input as a file from the XML parser's events and from a DOM, and stops when the results differ:
+// both must give the same model or the same exception.
 
 #include "DocumentType.h"
 #include "MemoryFile.h"
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    // It takes the DOM road anyhow.
+    // Such a file is always read from a DOM.
     if (HasDocumentType({reinterpret_cast<const char*>(bytes), size}))
         return -1;
     Compare(MemoryFile(bytes, size).Path());

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 
-// Reads the input as coming from a stranger, with low limits, and wants what the trusting reader makes of it or a
-// refusal that names its reason; scans its head in both ways; writes what was read in both versions.
+// Reads the input as an untrusted file with low limits. The result must be that of a trusted file, or a
+// refusal that names its reason. Scans the head as trusted and untrusted, and writes the document in both
+// versions.
 
 #include "DocumentType.h"
 #include "support/ModelCompare.h"
@@ -84,7 +85,7 @@ bool FoundTheSame(const GpxTarvikExtParser& left, const GpxTarvikExtParser& righ
            !left.GetAnnotateMetaData() == !right.GetAnnotateMetaData();
 }
 
-// What is not refused is found in both ways, and ends in the same way.
+// If the untrusted scan is not refused, both scans must have the same results and the same end.
 void Scan(std::string_view bytes, const GpxInputLimits& limits) {
     static GpxTarvikExtParser trusting;
     static GpxTarvikExtParser limited;
@@ -93,7 +94,8 @@ void Scan(std::string_view bytes, const GpxInputLimits& limits) {
     if (limited.GetScanEnd() == kGpxScanRefused || HasDocumentType(bytes))
         return;
     ScanHead(trusting, bytes);
-    // The XML parser decodes ahead, and finds nothing where that fails: low limits keep some of it from the parser.
+    // The XML parser decodes ahead, and finds nothing when that fails. With low limits it receives fewer
+    // bytes and may find more.
     const bool mayBeKeptFromIt = limits.tagBytes < bytes.size();
     if (mayBeKeptFromIt && trusting.GetScanEnd() == kGpxScanIllFormed)
         return;

@@ -96,7 +96,7 @@ private:
     GpxParser& parser_;
 };
 
-// What an observer has thrown, and why a reading was ended, is what the caller gets.
+// Rethrows to the caller the exception of an observer, or the error for which a reading was ended.
 template <class Action>
 auto RethrowAbort(Action action) {
     try {

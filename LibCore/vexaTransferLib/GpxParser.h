@@ -60,19 +60,19 @@ struct ReadSettings;
 /// attribute; a `wpt` after a route or track, and a `rte` after a track; a point child, link, route point,
 /// track point or segment that cannot be read or that the model refuses (the rest of its parent is read); the
 /// extensions of track points and of GPX 1.0; satellites, dilution of precision, numbers. A waypoint without
-/// a usable position is not skipped: it ends the reading. An observer (GpxReadObserver.h) is told each of
-/// these things, with its line.
+/// a usable position is not skipped: it ends the reading. Each skipped element is reported to an observer
+/// (GpxReadObserver.h), with its line.
 ///
 /// **What may surprise.** A `cmt` becomes the *description* of a point or track and wins over any `desc`; the
-/// first of several `desc` stays. Element text is the first child if it is text, else nothing: a comment before
+/// first of several `desc` is kept. Element text is the first child if it is text, else nothing: a comment before
 /// it hides it. Numbers may start with blanks but not end with them.
 ///
 /// **When memory runs out** a reading ends with std::bad_alloc; with xercesc::OutOfMemoryException, which is no
 /// std::exception, when the XML parser has none; with std::runtime_error when ICU cannot convert the name (see
 /// UnicodeStrUtils.h); or, when ICU cannot convert the file, as if that was ill-formed ("One or more errors ...").
-/// Two things differ. An element that is skipped when it cannot be read is skipped (an observer is told
-/// "std::bad_alloc"; without memory to tell it the reading ends or, from a DOM, the parent is skipped and told). A
-/// geocache text stays as the cleaner left it. Without memory for ICU's number format, which the vendor's numbers
+/// There are two exceptions. An element that is skipped when it cannot be read is skipped ("std::bad_alloc" is
+/// reported; without memory for the report the reading ends or, from a DOM, the parent is skipped and reported). A
+/// geocache text is kept as the cleaner left it. Without memory for ICU's number format, which the vendor's numbers
 /// need, the process stops. The parser can be used again.
 ///
 /// **A warning.** By default a file may name other files and servers (external entities, document types), and
@@ -101,9 +101,9 @@ public:
     /// Forgets earlier errors; GetParser calls it first.
     void resetErrors() override;
 
-    /// Gives the parser an observer (see GpxReadObserver.h), which stays the caller's and must be there while the
-    /// parser reads; null takes it away. All operations that read tell it what they skip; GetParser and
-    /// Parse also tell it their progress and the XML parser's messages. Not while the parser reads.
+    /// Gives the parser an observer (see GpxReadObserver.h), which the caller owns and which must exist while the
+    /// parser reads; null removes it. All operations that read report skipped elements; GetParser and
+    /// Parse also report their progress and the XML parser's messages. Not while the parser reads.
     void SetObserver(GpxReadObserver* observer);
 
     /// Takes files from now on as untrusted. GetParser and Parse then refuse, with
@@ -153,7 +153,7 @@ public:
     /// beside the new one; Clear first avoids that.
     ///
     /// A file whose XML declaration names a version other than 1.0 and 1.1 ends in "DOM error code: 9". Contract
-    /// reports of what was read may stand on standard error before a later part of the file proves to be
+    /// reports about the content may be on standard error before a later part of the file proves to be
     /// ill-formed.
     ///
     /// \throws what GetParser throws

@@ -53,7 +53,7 @@ struct GpxSkippedElement {
     bool isLoss = false; ///< a document has a place for such content: data of this library's kind was lost
 };
 
-/// Is told what happens while a GpxParser reads; see GpxParser::SetObserver.
+/// Receives reports while a GpxParser reads; see GpxParser::SetObserver.
 ///
 /// Every operation is called by the thread that reads, before the reading operation of the parser returns, and
 /// does nothing unless it is overridden. What it throws ends the reading and leaves the parser's caller, with the

@@ -47,7 +47,7 @@ icu::UnicodeString Alias(const XMLCh* text) {
 }
 
 // A namespace counts for each of its elements and may be of any length: what is longer than those that the scanner
-// knows is none of them.
+// knows is a different one.
 icu::UnicodeString AliasOfNamespace(const XMLCh* uri) {
     constexpr std::int32_t kLongestKnown = std::size(text::kTarvikNamespace) - 1;
     static_assert(kLongestKnown >= std::size(text::kGpx10Namespace) - 1 &&
@@ -72,7 +72,7 @@ bool EndsHead(const icu::UnicodeString& name) {
 class UntrustedReader final : public reader::LimitedParser<xercesc::SAX2XMLReaderImpl> {
 public:
     explicit UntrustedReader(const reader::InputLimiter& limiter) : LimitedParser(limiter) {
-        // Without one the parser would keep document types to itself.
+        // Without a handler the parser would not report document types.
         setLexicalHandler(&lexicalHandler_);
     }
 
@@ -83,7 +83,7 @@ private:
 std::unique_ptr<xercesc::SAX2XMLReader> MakeReader(const std::optional<GpxInputLimits>& limits) {
     if (!limits)
         return std::unique_ptr<xercesc::SAX2XMLReader>(xercesc::XMLReaderFactory::createXMLReader());
-    // No message of it is ever seen.
+    // Its messages are never shown.
     return std::make_unique<UntrustedReader>(
         reader::InputLimiter(*limits, reader::InputName(), Extent::kHead));
 }
@@ -101,7 +101,7 @@ void Feed(XmlInput& input, const std::optional<GpxInputLimits>& limits, xercesc:
     }
 }
 
-/// Notes that the file is ill-formed, which the XML parser would keep to itself.
+/// Records that the file is ill-formed, which the XML parser would not report otherwise.
 class NotedErrors final : public xercesc::ErrorHandler {
 public:
     explicit NotedErrors(bool& areThere) : areThere_(areThere) {}
@@ -239,7 +239,7 @@ void GpxTarvikExtParser::Configure() {
     reader_->setFeature(XMLUni::fgXercesSchemaFullChecking, false);
 }
 
-// The regular end of a scan is an exception too; whatever ended it, the results so far are the results.
+// The regular end of a scan is an exception too. The results so far are kept, no matter how the scan ended.
 GpxScanEnd GpxTarvikExtParser::EndOf(const std::function<void()>& feed) {
     try {
         Configure();
@@ -304,7 +304,7 @@ void GpxTarvikExtParser::endElement(const XMLCh* const uri, const XMLCh* const l
     }
 }
 
-// Nothing but an exception stops the XML parser in the middle of a file.
+// Only an exception stops the XML parser in the middle of a file.
 void GpxTarvikExtParser::FinishScan() {
     hasContent_ = true;
     throw std::runtime_error("Finished Parsing");

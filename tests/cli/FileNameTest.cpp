@@ -37,7 +37,7 @@ std::string Document(const std::string& name) {
                "</t:layername></extensions></metadata><wpt lat='1' lon='2'/>");
 }
 
-/// A name, and that of the file which a careless conversion of it finds.
+/// A name, and the name of the file that a careless conversion of the first one finds.
 struct Names {
     const char* name;
     const char* lookAlike;

@@ -73,7 +73,7 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
     }
 }
 
-TEST(UsageTest, AVersionThatIsNoneLeavesTheTargetAlone) {
+TEST(UsageTest, AnInvalidVersionLeavesTheTargetUnchanged) {
     const Folder folder;
     folder.Write("in.gpx", cli::Gpx(""));
     EXPECT_EQ(RunTool({"convert", "in.gpx", "out.gpx", "--gpx", "2.0"}, folder.Path()).status, 2);
@@ -115,7 +115,7 @@ TEST(UsageTest, HelpFitsATerminal) {
     }
 }
 
-TEST(UsageTest, HelpTellsTheLimitsForArchivesAndStreams) {
+TEST(UsageTest, HelpNamesTheLimitsForArchivesAndStreams) {
     for (const std::vector<std::string>& command : kCommands) {
         if (command == std::vector<std::string>{"clean"} || command == std::vector<std::string>{"zip"})
             continue;

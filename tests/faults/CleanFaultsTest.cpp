@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Cleaning while one request for memory, or all from one on, is refused: each of them in turn.
+// Cleaning while one request for memory, or that request and all later ones, is refused. Each request is
+// refused in turn.
 
 #include <vexaTransferLib/CleanText.h>
 #include <vexaTransferLib/GpxParser.h>
@@ -27,7 +28,7 @@ using Operation = void (CleanText::*)(icu::UnicodeString&);
 struct Pipeline {
     const char* name;
     Operation operation;
-    bool leavesUntouched; ///< the text, when it fails
+    bool leavesUntouched; ///< true when the text is unchanged after a failure
 };
 
 constexpr Pipeline kPipelines[] = {
@@ -56,7 +57,8 @@ const std::set<std::string_view> kDocumented = {
     "postcondition: Unable to trim spaces.",
 };
 
-/// Work for every step, longer than what ICU holds in place.
+/// A text in which every step replaces something, and which is longer than the texts that ICU stores without
+/// memory.
 icu::UnicodeString Work() {
     icu::UnicodeString text;
     for (int i = 0; i < 20; ++i)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Converting text while one request for memory is refused: each of them in turn.
+// Converting text while one request for memory is refused. Each request is refused in turn.
 
 #include <common/UnicodeStrUtils.h>
 
@@ -22,7 +22,7 @@ using namespace testing_support;
 
 const icu::UnicodeString kText(u"A text of more units than ICU holds in place: \u00E9\u20AC");
 
-/// Converts in one way. `out` is what the conversion replaces, and it is unchanged when that fails.
+/// A conversion in one way. It replaces `out`, which is unchanged when the conversion fails.
 struct Conversion {
     const char* name;
     void (*convert)(std::string& out);

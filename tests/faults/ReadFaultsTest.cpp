@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Reading while one request for memory, or all from one on, is refused: each of them in turn.
+// Reading while one request for memory, or that request and all later ones, is refused. Each request is
+// refused in turn.
 
 #include <vexaTransferLib/GpxParser.h>
 
@@ -51,7 +52,7 @@ void PrintTo(const Way& way, std::ostream* out) {
     *out << way.name;
 }
 
-/// What a reading may fail with for want of memory; see GpxParser.
+/// The failures that a lack of memory may cause in a reading; see GpxParser.
 testing::AssertionResult IsOutOfMemory(std::string_view failure, const FaultFile& file) {
     const std::string others[] = {
         kBadAlloc,
@@ -68,7 +69,7 @@ testing::AssertionResult IsOutOfMemory(std::string_view failure, const FaultFile
 
 class ReadFaultsTest : public testing::TestWithParam<Way> {
 protected:
-    /// Reads with the request refused that `refuse` chooses, then without a refusal.
+    /// Reads while the request that `refuse` chooses is refused, then without a refusal.
     template <class Refuse>
     Attempt ReadTwice(FaultFile& file, Refuse refuse) {
         const long blocks = CppMemory::Blocks();

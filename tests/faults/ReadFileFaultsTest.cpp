@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Reading files that break, become shorter, vanish or change while they are read, and those whose names are
-// no text.
+// Reading files that become unreadable, are shortened, removed or replaced while they are read, and files
+// whose names are not text.
 
 #include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/GpxTarvikExtParser.h>
@@ -46,7 +46,7 @@ using ::testing_support::ZipEntry;
 
 constexpr std::size_t kPoints = 10000;
 
-/// Of several times what the XML parser reads at once.
+/// A file several times as long as the XML parser reads at once.
 std::string BigFile(const std::string& documentType = "") {
     return documentType + Gpx11(Repeat("<wpt lat='1' lon='2'><ele>100</ele></wpt>", kPoints));
 }
@@ -112,7 +112,7 @@ TEST(ReadFileFaultsTest, AFileThatEndsEarlyIsRefusedAndTheDocumentLeftUntouched)
             faults.faultyRead = read;
             faults.read = CFileFaults::Read::kEnds;
             const Reading reading = ReadWith(faults, file);
-            // The last read finds the end as it is.
+            // The last read finds the real end of the file.
             if (reading.error.empty()) {
                 EXPECT_EQ(reading.document.GetWaypointCount(), kPoints);
                 continue;
@@ -139,7 +139,7 @@ TEST(ReadFileFaultsTest, ReadingGoesOnAfterSignals) {
     }
 }
 
-/// Does something once, when so much of the file has been read.
+/// An observer that runs an action once when a given part of the file has been read.
 class Interruption : public GpxReadObserver {
 public:
     Interruption(std::uint64_t after, std::function<void()> action)
@@ -257,7 +257,7 @@ std::vector<ZipEntry> Entries() {
             {.name = "second.txt", .content = Lines(4000), .method = ::testing_support::kZipStored}};
 }
 
-TEST(ReadFileFaultsTest, AnArchiveThatBreaksOrEndsTellsSoAndCanBeClosed) {
+TEST(ReadFileFaultsTest, AnArchiveThatBreaksOrEndsIsReportedAndCanBeClosed) {
     const ArchiveFile file(BuildZip(Entries()));
     const std::size_t descriptors = OpenDescriptors();
     std::size_t flagged = 0;
@@ -289,7 +289,7 @@ TEST(ReadFileFaultsTest, AnArchiveThatBreaksOrEndsTellsSoAndCanBeClosed) {
     EXPECT_EQ(OpenDescriptors(), descriptors);
 }
 
-TEST(ReadFileFaultsTest, AnArchiveThatIsCutAfterItWasOpenedTellsSo) {
+TEST(ReadFileFaultsTest, AnArchiveThatIsCutAfterItWasOpenedIsReported) {
     const std::string content = Lines(40000);
     const ArchiveFile file(BuildZip({{.name = "first.txt", .content = content}, Entries()[1]}));
     ZipFileReader reader(file.Path());
@@ -340,7 +340,7 @@ TEST(ReadFileFaultsTest, ANameThatIsNoTextIsRefused) {
     }
 }
 
-/// Everything that opens a file by its name; leaves the process with the number of those that failed.
+/// Runs every operation that opens a file by its name, and exits with the number of operations that failed.
 void UseNamesBeyondAscii() {
     int failed = 0;
     const auto expect = [&](bool holds, const char* what) {
@@ -375,7 +375,7 @@ void UseNamesBeyondAscii() {
     std::_Exit(failed);
 }
 
-// The code page of the C locale holds nothing beyond ASCII; names are UTF-8 all the same.
+// The code page of the C locale has only ASCII characters, but names are UTF-8 nevertheless.
 TEST(ReadFileFaultsDeathTest, NamesBeyondAsciiAreFoundInTheCLocale) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     setenv("LC_ALL", "C", 1);

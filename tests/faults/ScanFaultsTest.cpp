@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Scanning a head while one request for memory, or all from one on, is refused: each of them in turn.
+// Scanning a head while one request for memory, or that request and all later ones, is refused. Each request
+// is refused in turn.
 
 #include <vexaTransferLib/GpxTarvikExtParser.h>
 
@@ -42,7 +43,8 @@ std::vector<std::string> ElementsOfAHead(Numbers numbers) {
 
 class ScanFaultsTest : public testing::TestWithParam<bool> {
 protected:
-    /// A scan ends where memory runs out, with what it has found: the elements of the head up to some place.
+    /// A scan ends where memory runs out and keeps its results so far: those of the elements up to some place
+    /// in the head.
     template <class Refuse>
     void ScanWithEachRefused(const std::string& what, Numbers numbers, Refuse refuse) {
         std::string head;
@@ -96,7 +98,8 @@ TEST_P(ScanFaultsTest, AllFurtherRequestsOfXerces) {
                         [](std::size_t call) { return RefusedXercesMemory::FromCall(call); });
 }
 
-// GpxTarvikExtParserNumbersTest and -CostTest refuse ICU the memory for numbers.
+// The refusal of ICU's memory for numbers is tested in GpxTarvikExtParserNumbersTest and
+// GpxTarvikExtParserCostTest.
 TEST_P(ScanFaultsTest, OneRequestOfIcu) {
     ScanWithEachRefused("icu", Numbers::kNoneOfIcu,
                         [](std::size_t call) { return RefusedIcuMemory::AtCall(call); });

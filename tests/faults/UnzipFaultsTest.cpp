@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Reading an archive while one request for memory, or all from one on, is refused: each of them in turn.
+// Reading an archive while one request for memory, or that request and all later ones, is refused. Each
+// request is refused in turn.
 
 #include <vexaTransferLib/ZIPFileReader.h>
 
@@ -46,8 +47,8 @@ const std::string& Archive() {
     return archive;
 }
 
-/// Names and contents, in memory that is never refused, up to a read that fails. Returns what that gives,
-/// else 0.
+/// Reads names and contents, into memory that is never refused, until a read fails. Returns the result of
+/// that read, or 0.
 int ReadInto(std::string& all, ZipFileReader& reader) {
     std::array<char, 4096> buffer;
     for (bool found = reader.GoToFirstFile(); found; found = reader.GoToNextFile()) {
@@ -69,8 +70,8 @@ int ReadInto(std::string& all, ZipFileReader& reader) {
     return 0;
 }
 
-/// \param lostDescriptors how many minizip loses in all: it does not close the file when there is no memory
-///        for its handle
+/// \param lostDescriptors the number of descriptors that minizip leaves open in all: it does not close the
+///        file when there is no memory for its handle
 template <class Refuse>
 void UnzipWithEachRefused(const std::string& what, std::size_t lostDescriptors, Refuse refuse) {
     const ArchiveFile file(Archive(), "an archive whose name has more units than ICU holds.zip");
@@ -120,7 +121,7 @@ TEST(UnzipFaultsTest, AllFurtherRequestsToOperatorNew) {
     UnzipWithEachRefused("new_on", 0, [](std::size_t call) { return RefusedNew::FromCall(call); });
 }
 
-// Those of minizip and zlib are among these.
+// The requests include those of minizip and zlib.
 TEST(UnzipFaultsTest, OneRequestToTheCLibrary) {
 #ifndef VEXA_FAULTS_MALLOC
     GTEST_SKIP() << "malloc is the sanitizer's and cannot be replaced";

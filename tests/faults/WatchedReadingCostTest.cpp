@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// What a watched reading asks of memory, for files of a shape: so many times as much for so many times the file.
+// The memory that an observed reading requests for hostile shapes of files: it must grow in proportion to the
+// length of the file.
 
 #include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/GpxReadObserver.h>
@@ -21,7 +22,7 @@ namespace {
 
 using namespace testing_support;
 
-/// Requests to operator new, to ICU, and to Xerces, and the bytes of those to ICU.
+/// The numbers of requests to operator new, ICU and Xerces, and the bytes that were requested from ICU.
 using Cost = std::array<std::size_t, 4>;
 
 Cost CostOf(const std::function<void()>& action) {
@@ -34,13 +35,14 @@ Cost CostOf(const std::function<void()>& action) {
 
 void ExpectLinear(const std::function<Cost(std::size_t)>& costOf) {
     constexpr std::size_t kCount = 250;
-    costOf(1); // what is made on first use
+    costOf(1); // makes the objects that are made on first use
     const Cost fixed = costOf(1);
     const Cost ofFile = costOf(kCount);
     const Cost ofFourTimes = costOf(4 * kCount);
     for (std::size_t i = 0; i < fixed.size(); ++i) {
         ASSERT_GE(ofFile[i], fixed[i]) << i;
-        // What asks for more than it needs as it grows takes steps. The square would be 16 times as much.
+        // Buffers that request more than they need grow in steps, so that up to 8 times as much is accepted.
+        // Quadratic growth would give 16 times as much.
         EXPECT_LE(ofFourTimes[i] - fixed[i], (ofFile[i] - fixed[i]) * 8 + 1000) << i;
     }
 }
@@ -64,7 +66,7 @@ TEST_P(WatchedReadingCostTest, FourTimesTheFileAsksForFourTimesTheMemory) {
     }
 }
 
-TEST_P(WatchedReadingCostTest, SoItIsForAFileFromAStranger) {
+TEST_P(WatchedReadingCostTest, FourTimesAnUntrustedFileAsksForFourTimesTheMemory) {
     GpxParser parser;
     GpxReadObserver observer;
     parser.SetObserver(&observer);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Writing while one request for memory, or all from one on, is refused: each of them in turn.
+// Writing while one request for memory, or that request and all later ones, is refused. Each request is
+// refused in turn.
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxUtils.h>
@@ -41,14 +42,14 @@ const std::set<std::string_view> kOutOfMemory = {
     "runtime: Unable to open the converter: UTF-8 (default)",
 };
 
-/// Writes the document in one way, and keeps what was written.
+/// Writes the document in one way and keeps the written text.
 struct Writer {
     virtual ~Writer() = default;
-    /// Puts something else in its place.
+    /// Replaces the written text by another one.
     virtual void Reset() = 0;
     virtual void Write(const GpxDocument& document) = 0;
     virtual std::string Written() const = 0;
-    /// What is there when nothing was written.
+    /// The text after Reset.
     virtual std::string Before() const { return "before"; }
 };
 
@@ -79,7 +80,7 @@ struct FileWriter : Writer {
     const icu::UnicodeString name = icu::UnicodeString::fromUTF8(path.string());
 };
 
-/// Writes with the request refused that `refuse` chooses, then without a refusal.
+/// Writes while the request that `refuse` chooses is refused, then without a refusal.
 template <class Refuse>
 Attempt WriteTwice(Writer& writer, const GpxDocument& document, const std::string& whole, Refuse refuse) {
     writer.Reset();
@@ -123,10 +124,10 @@ void WriteEachWay(const std::string& what, const GpxDocument& document, Refuse r
     WriteWithEachRefused(what + "_file", file, document, refuse);
 }
 
-/// See SampleNumbers.
+/// A document without numbers that ICU formats; see SampleNumbers.
 GpxDocument DocumentWithoutNumbersOfIcu() {
     GpxDocument document = ReadGpx(FaultSample(SampleNumbers::kNoneOfIcu));
-    // It has a number, be it the default.
+    // This record has a number, even if only the default.
     GpxModelAccess::SetGISMetaData(document, nullptr);
     return document;
 }
@@ -139,7 +140,7 @@ TEST(WriteFaultsTest, AllFurtherRequestsToOperatorNew) {
     WriteEachWay("new_on", FullDocument(), [](std::size_t call) { return RefusedNew::FromCall(call); });
 }
 
-// The text itself is in memory that is resized.
+// These requests include those for the text itself, whose memory is resized.
 TEST(WriteFaultsTest, OneRequestToTheCLibrary) {
 #ifndef VEXA_FAULTS_MALLOC
     GTEST_SKIP() << "malloc is the sanitizer's and cannot be replaced";
@@ -156,7 +157,7 @@ TEST(WriteFaultsTest, AllFurtherRequestsToTheCLibrary) {
                  [](std::size_t call) { return RefusedMalloc::FromCall(call); });
 }
 
-// Only the name of the file needs memory of ICU; GpxDocumentWriterTest says so of the text.
+// Only the name of the file needs memory of ICU. GpxDocumentWriterTest checks that the text needs none.
 TEST(WriteFaultsTest, OneRequestOfIcu) {
     FileWriter file;
     WriteWithEachRefused("icu_file", file, DocumentWithoutNumbersOfIcu(),
@@ -165,7 +166,7 @@ TEST(WriteFaultsTest, OneRequestOfIcu) {
 
 using Append = void (*)(const GpxDocument&, icu::UnicodeString&);
 
-/// Appends while ICU's memory is refused: a failure leaves a bogus text and no shortened one.
+/// Appends while ICU's memory is refused: after a failure the text is bogus, never shortened.
 void AppendWithEachRefused(const std::string& what, Append append) {
     const GpxDocument document = DocumentWithoutNumbersOfIcu();
     icu::UnicodeString whole;

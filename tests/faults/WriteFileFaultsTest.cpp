@@ -89,7 +89,7 @@ TEST_F(WriteFileFaultsTest, RoomForEveryByteIsEnough) {
     EXPECT_EQ(ReadBytes(file), whole);
 }
 
-// As on a network file system, which may report a full disk only then.
+// A network file system may report a full disk only when the file is closed.
 TEST_F(WriteFileFaultsTest, AFileThatDoesNotCloseWellIsReported) {
     {
         CFileFaults faults;
@@ -141,7 +141,7 @@ TEST_F(WriteFileFaultsTest, LinksThatLeadNowhereOrInCirclesAreRefused) {
 TEST_F(WriteFileFaultsTest, APipeTakesTheWholeText) {
     const std::filesystem::path pipe = folder / "pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    // Open for the whole time, so that neither side ever waits for the other to come.
+    // The reader is open all the time, so that neither side waits for the other.
     const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK);
     ASSERT_GE(reader, 0);
     ASSERT_LT(whole.size(), 65536U) << "must fit a pipe";
@@ -152,7 +152,7 @@ TEST_F(WriteFileFaultsTest, APipeTakesTheWholeText) {
     EXPECT_EQ(read.substr(0, count > 0 ? static_cast<std::size_t>(count) : 0), whole);
 }
 
-// The converter would put U+FFFD for what no code page holds.
+// The converter would replace a lone surrogate by U+FFFD.
 TEST_F(WriteFileFaultsTest, ANameThatIsNoTextIsRefusedAndNoLookAlikeWritten) {
     icu::UnicodeString name = AsPath(folder / "a");
     name.append(char16_t{0xD800}).append(u".gpx", -1);

@@ -20,7 +20,7 @@ expected=(libvexatransferlib-dev libvexatransferlib1 vexagpx)
 same 'packages' "$(printf '%s\n' "${expected[@]/%/_${version}_$architecture.deb}" | LC_ALL=C sort)" \
     "$(cd "$packages" && printf '%s\n' ./*.deb | sed 's|^\./||' | LC_ALL=C sort)"
 
-# depends PACKAGE NEEDED...: a package needs these, whatever else it needs.
+# depends PACKAGE NEEDED...: checks that a package depends on these, among others.
 depends() {
     local found
     found=", $(dpkg-deb -f "$packages/$1_${version}_$architecture.deb" Depends), "

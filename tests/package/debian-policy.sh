@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# SPDX-License-Identifier: MIT
-# Lets lintian hold the Debian packages against Debian's policy: errors and warnings fail.
+# SPDX-License-Identifier: MIT Lets lintian check the Debian packages against Debian's policy: errors and
+# warnings make the test fail.
 #   debian-policy.sh PACKAGES [hardened [FOLDER...]]
 # With "hardened" the programs must be built with hardening flags; the packages must not name the FOLDERs, which are
 # those of the build.

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# SPDX-License-Identifier: MIT
-# Compiles each installed header alone, as the oldest language standard that hosts use.
+# SPDX-License-Identifier: MIT Compiles each installed header alone, in the oldest language standard that
+# hosts use.
 #   headers-alone.sh PREFIX LIBDIR COMPILER
 set -euo pipefail
 root=$1/include/vexaTransferLib libdir=$2 compiler=$3

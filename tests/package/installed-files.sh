@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# SPDX-License-Identifier: MIT
-# Compares an installed tree with installed-files.txt: an internal header, or a file forgotten, is a difference.
+# SPDX-License-Identifier: MIT Compares an installed tree with installed-files.txt: an additional internal
+# header and a missing file are differences.
 #   installed-files.sh PREFIX LIBDIR shared|static [without-tool]
 set -euo pipefail
 prefix=$1 libdir=$2 kind=$3 without=${4-}

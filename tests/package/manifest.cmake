@@ -1,4 +1,4 @@
-# A test's installation must not become what `uninstall` removes.
+# The installation of a test must not change the list of files that `uninstall` removes.
 set(manifest "${BUILD}/install_manifest.txt")
 
 function(vexa_keep_manifest)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# SPDX-License-Identifier: MIT
-# What is installed names no folder of the machine that built it: neither its text files nor the tool's search path.
+# SPDX-License-Identifier: MIT Fails when the installation names a folder of the machine that built it, in its
+# text files or in the tool's search path.
 #   no-build-paths.sh PREFIX FOLDER...
 set -euo pipefail
 prefix=$1
@@ -12,7 +12,7 @@ done
 
 count=$(find "$prefix" -type f | wc -l)
 [ "$count" -gt 10 ]
-# Debug information does name the sources.
+# Binaries are not searched as a whole, because their debug information may name the sources.
 if grep -rIlF "${patterns[@]}" "$prefix"; then
     exit 1
 fi

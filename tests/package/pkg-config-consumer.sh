@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# SPDX-License-Identifier: MIT
-# Builds the consumer by pkg-config alone, in each language standard that hosts use, and runs it.
+# SPDX-License-Identifier: MIT Builds the consumer with pkg-config alone, in each language standard that hosts
+# use, and runs it.
 #   pkg-config-consumer.sh LIBDIR SOURCE OUTPUT COMPILER [FLAGS...]
-# With STATIC=1 in the environment pkg-config is asked for what static libraries need.
+# With STATIC=1 in the environment pkg-config is asked for the flags that static libraries need.
 set -euo pipefail
 libdir=$1 source=$2 output=$3
 shift 3

@@ -1,4 +1,4 @@
-# Takes the library in by add_subdirectory() without options: it would install nothing.
+# Includes the library by add_subdirectory() without options, and checks that it would install nothing.
 #   SOURCE the project, LIBRARY the library's sources, WORK an empty folder, GENERATOR, COMPILER
 file(REMOVE_RECURSE "${WORK}")
 execute_process(

@@ -1,4 +1,4 @@
-# Installs the build BUILD into the folder WORK/prefix, which holds a file already, and uninstalls it.
+# Installs the build BUILD into the folder WORK/prefix, which already contains a file, and uninstalls it.
 include("${CMAKE_CURRENT_LIST_DIR}/manifest.cmake")
 
 file(REMOVE_RECURSE "${WORK}")
@@ -30,7 +30,7 @@ if(NOT folders STREQUAL "include;share;share/vexaTransferLib")
     message(FATAL_ERROR "These folders are left: ${folders}")
 endif()
 
-# Below a prefix of the system's the folders that everything shares stay, empty or not.
+# Below a system prefix, folders that other software shares are kept, even if they are empty.
 vexa_keep_manifest()
 set(ENV{DESTDIR} "${WORK}/staged")
 execute_process(

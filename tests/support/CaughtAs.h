@@ -10,7 +10,8 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// The class that a host names to catch an exception: for a typed error the contract error that it derives from, for every other its own class.
+/// The class by which a host catches an exception. For a typed error this is the contract error that it
+/// derives from, for every other exception its own class.
 inline const std::type_info& CaughtAs(const std::exception& exception) {
     if (dynamic_cast<const GpxReadError*>(&exception) != nullptr ||
         dynamic_cast<const GpxWriteError*>(&exception) != nullptr)

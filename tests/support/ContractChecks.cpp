@@ -18,7 +18,7 @@ bool IsLineNumber(std::string_view text) {
     return !text.empty() && text.front() != '0' && text.find_first_not_of("0123456789") == text.npos;
 }
 
-// What a line has that makes a check, or that stands for one of another file.
+// True for a line that contains a check, or that represents a check in another file.
 bool HasACheck(std::string_view line) {
     constexpr std::array<std::string_view, 5> kChecks = {"dbc::", "Here()", "__LINE__", "RequireNotBogus(",
                                                          "Utf8Sink "};

@@ -9,7 +9,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// What reached standard error while `action` ran.
+/// The text that was written to standard error while `action` ran.
 std::string CaptureStandardError(const std::function<void()>& action);
 
 /// True when `text` is exactly one contract report line that names `source` (a path from the repository

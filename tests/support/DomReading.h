@@ -8,7 +8,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// What GpxParser::Parse does, by the public operations on DOM nodes.
+/// Does the same as GpxParser::Parse with the public operations on DOM nodes.
 void ReadByDom(GpxParser& parser, const std::string& path, GpxDocument& document);
 
 } // namespace vexaTransferLib::testing_support

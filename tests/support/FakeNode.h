@@ -13,8 +13,8 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// A node that can be what no Xerces DOM is: without a child list, with missing entries in it, an element
-/// without a local name, one whose reading throws.
+/// A node in a form that a Xerces DOM never has: it may have no child list or a list with missing entries, be
+/// an element without a local name, or throw when it is read.
 struct FakeNode {
     bool isElement = true;
     std::optional<std::u16string> localName;
@@ -34,7 +34,7 @@ FakeNodePtr Gpx11Node(const char16_t* localName, std::vector<FakeNodePtr> childr
 FakeNodePtr Gpx11Text(const char16_t* localName, const char16_t* text);
 FakeNodePtr GeocacheNode(const char16_t* localName, std::vector<FakeNodePtr> children = {});
 FakeNodePtr GeocacheText(const char16_t* localName, const char16_t* text);
-/// With `lat` and `lon` of 1 and 2.
+/// A point with `lat` and `lon` of 1 and 2.
 FakeNodePtr Gpx11Point(const char16_t* localName, std::vector<FakeNodePtr> children = {});
 
 /// A copy of the node without its child list.
@@ -47,13 +47,13 @@ FakeNodePtr Throwing(const FakeNode& node, Thrown thrown) {
     return copy;
 }
 
-/// A reading context that marks the geocache texts it was given: "<text>".
+/// A reading context that marks the geocache texts that it cleans: "<text>".
 class MarkingContext : public reader::ReadContext {
 public:
     void CleanText(icu::UnicodeString& text) override { text = u"<" + text + u">"; }
 };
 
-/// For a reader that is not asked about it.
+/// A context for a test that does not check the cleaning.
 reader::ReadContext& AnyContext();
 
 } // namespace vexaTransferLib::testing_support

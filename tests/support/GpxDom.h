@@ -12,7 +12,7 @@
 namespace vexaTransferLib::testing_support {
 
 /// The DOM of a text (UTF-8 unless it says otherwise), with namespaces, without validation; throws when the
-/// text is not well-formed. Nodes live as long as this.
+/// text is not well-formed. The nodes exist as long as this object.
 class DomTree {
 public:
     explicit DomTree(const std::string& xml);
@@ -29,7 +29,7 @@ private:
     std::unique_ptr<xercesc::XercesDOMParser> parser_;
 };
 
-/// The node after this one in document order, below the same root; null at the end.
+/// The next node after `node` in document order within the same tree; null after the last.
 const xercesc::DOMNode* NextInDocument(const xercesc::DOMNode* node);
 
 } // namespace vexaTransferLib::testing_support

@@ -11,7 +11,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// A file in a folder of its own, for as long as this lives.
+/// A file in a folder of its own; both exist as long as this object.
 class GpxFile {
 public:
     explicit GpxFile(const std::string& bytes, const std::string& name = "walk.gpx");
@@ -24,7 +24,7 @@ private:
     std::string name_;
 };
 
-/// What a fresh parser reads from a file "walk.gpx" with these bytes.
+/// The document that a new parser reads from a file "walk.gpx" with these bytes.
 GpxDocument ReadGpx(const std::string& bytes);
 
 /// "One or more errors encountered while parsing the GPX file: " and the path.

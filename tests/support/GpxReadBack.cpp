@@ -45,7 +45,7 @@ double Rounded(double number, int decimals) {
     return std::strtod(text, nullptr);
 }
 
-// Absent when the reader does not take the text that is written.
+// Absent when the reader does not accept the text that is written.
 std::optional<double> WholeSeconds(double time) {
     constexpr double kYear10000 = 253402300800000.0;
     if (!(time >= 0.0 && time < kYear10000))

@@ -8,14 +8,15 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// What a document becomes when it is written as GPX 1.1 and read again, told from the rules of both sides
-/// without writing or reading anything:
+/// The document that results when a document is written as GPX 1.1 and read again. It is computed from the
+/// rules of writer and reader, without writing or reading anything:
 ///
-/// - numbers lose what lies beyond 9 or 6 decimals, times their fraction of a second; times outside the years
-///   1970 to 9999 vanish;
+/// - numbers keep 9 or 6 decimals, times lose their fraction of a second; times outside the years
+///   1970 to 9999 are dropped;
 /// - line ends and, in attributes, white space become what XML makes of them;
 /// - a point's comment becomes its description;
-/// - geocache texts are cleaned once more, empty ones vanish, a log id ends at its first thousands separator;
+/// - geocache texts are cleaned once more, empty ones are dropped, a log id ends at its first thousands
+/// separator;
 /// - only waypoints keep vendor data, only route points their type; statistics are not read.
 class ReadBack {
 public:

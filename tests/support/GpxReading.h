@@ -10,15 +10,15 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// A document that shows whether a failed reading has touched it: with a name and a track.
+/// A document with a name and a track, which shows whether a failed reading has changed it.
 GpxDocument UsedDocument();
 
-/// What a fresh parser did to a used document.
+/// The result of reading with a new parser into such a document.
 struct Reading {
     explicit Reading(const std::function<void(GpxParser&, GpxDocument&)>& read);
 
     std::string error;   ///< type (see CaughtAs) and message of the exception; empty when there was none
-    std::string written; ///< to standard error
+    std::string written; ///< the text written to standard error
     GpxDocument document = UsedDocument();
 };
 

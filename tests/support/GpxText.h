@@ -5,7 +5,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// What the contract reports of every reader name.
+/// The source that the contract reports of all readers name.
 inline constexpr char kParserSource[] = "LibCore/vexaTransferLib/GpxParser.cpp";
 
 inline constexpr char kGpx10Uri[] = "http://www.topografix.com/GPX/1/0";
@@ -20,10 +20,10 @@ std::string Gpx(const std::string& version, const std::string& defaultNamespace,
 std::string Gpx10(const std::string& children);
 std::string Gpx11(const std::string& children);
 
-/// `count` times the text.
+/// The text repeated `count` times.
 std::string Repeat(const std::string& text, std::size_t count);
 
-/// The text, whose characters are below U+0100, in units of that many bytes.
+/// The text, whose characters must be below U+0100, in code units of the given number of bytes.
 std::string Wide(const std::string& text, std::size_t width, bool isBigEndian);
 
 } // namespace vexaTransferLib::testing_support

@@ -14,7 +14,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// What stands for an absent value in comparisons.
+/// Represents an absent value in comparisons.
 inline constexpr char kAbsent[] = "(absent)";
 
 /// TextOf(point, &GpxPoint::GetName): the text as UTF-8, or kAbsent.

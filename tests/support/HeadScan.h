@@ -7,7 +7,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// What the contract reports of the scanner name.
+/// The source that the contract reports of the scanner name.
 inline constexpr char kScannerSource[] = "LibCore/vexaTransferLib/GpxTarvikExtParser.cpp";
 
 /// A GPX 1.1 document: the elements among the extensions of its metadata, then a waypoint.
@@ -20,7 +20,8 @@ std::string FoundBy(const GpxTarvikExtParser& scanner);
 void ScanFile(GpxTarvikExtParser& scanner, const std::string& path);
 void ScanBytes(GpxTarvikExtParser& scanner, const std::string& bytes);
 
-/// What fresh scanners find in a file with these bytes; fails the test when it is something else from memory.
+/// The results that new scanners find in a file with these bytes; fails the test when a scan of the bytes in
+/// memory finds others.
 std::string Scan(const std::string& bytes);
 
 } // namespace vexaTransferLib::testing_support

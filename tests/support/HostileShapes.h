@@ -8,10 +8,11 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// GPX files whose shape tempts a reader that is watched to work more than their length is worth.
+/// GPX files whose shape could make an observed reading take much more time or memory than their length
+/// justifies.
 struct HostileShape {
     const char* name;
-    /// A file whose length grows with the number.
+    /// Makes a file whose length grows with the number.
     std::string (*make)(std::size_t);
 };
 

@@ -8,22 +8,22 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// A text that makes a cleaner start a search again and again, mostly in vain.
+/// A text that makes a cleaner start a search again and again, most of which find nothing.
 struct HostileText {
     const char* name;
     const char16_t* head = u"";
-    const char16_t* unit;       // over and over
-    const char16_t* then = u""; // if anything, over and over in the second half
+    const char16_t* unit;       // repeated
+    const char16_t* then = u""; // repeated in the second half if not empty
     const char16_t* tail = u"";
 
-    /// About so many UTF-16 units of it.
+    /// The text with about this number of UTF-16 units.
     icu::UnicodeString OfLength(std::int32_t length) const;
 };
 
 std::span<const HostileText> HostileTexts();
 
-/// Their pieces in random order, but for the comments and the ends of elements: those would take most of it
-/// away at once.
+/// The pieces of the hostile texts in random order. Comments and the ends of elements are left out, because
+/// cleaning would remove most of the text with them.
 icu::UnicodeString HostileMixture(std::int32_t length);
 
 } // namespace vexaTransferLib::testing_support

@@ -43,8 +43,8 @@ void U_CALLCONV Free(const void*, void* memory) {
     std::free(memory);
 }
 
-// Once and for good: these hand on to the functions that ICU uses anyway, so memory from before can be freed
-// here.
+// Installs the functions once; they are never removed. They call the functions that ICU uses by default, so
+// that Free can free memory that was allocated before.
 void Install() {
     static const bool installed = [] {
         UErrorCode status = U_ZERO_ERROR;

@@ -5,31 +5,31 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// Counts ICU's requests for memory on this thread and refuses some while it lives; afterwards ICU allocates
-/// as before. One at a time.
+/// Counts ICU's requests for memory on this thread and refuses some of them as long as this object exists;
+/// afterwards ICU allocates as before. There may be one at a time.
 ///
 ///     const RefusedIcuMemory refused = RefusedIcuMemory::Above(4096);
 ///     EXPECT_FAILURE(document.WriteToFile(...), ...);
 class [[nodiscard]] RefusedIcuMemory {
 public:
-    /// Every request for more than `bytes`.
+    /// Refuses every request for more than `bytes`.
     static RefusedIcuMemory Above(std::size_t bytes) { return RefusedIcuMemory(bytes, 0); }
-    /// The one request with this number, counted from 1.
+    /// Refuses the request with this number, counted from 1.
     static RefusedIcuMemory AtCall(std::size_t number) {
         return RefusedIcuMemory(static_cast<std::size_t>(-1), number);
     }
-    /// None: only counts.
+    /// Refuses none and only counts.
     static RefusedIcuMemory None() { return AtCall(0); }
 
     ~RefusedIcuMemory();
     RefusedIcuMemory(const RefusedIcuMemory&) = delete;
     RefusedIcuMemory& operator=(const RefusedIcuMemory&) = delete;
 
-    /// How many requests there were so far, the refused ones included.
+    /// The number of requests so far, including the refused ones.
     std::size_t Calls() const;
-    /// How many bytes they were for.
+    /// The number of bytes that they asked for.
     std::size_t Bytes() const;
-    /// How many requests were refused so far.
+    /// The number of refused requests so far.
     std::size_t Refused() const;
 
 private:

@@ -7,7 +7,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// The C locale of the process while this lives; the former one afterwards.
+/// Sets the C locale of the process as long as this object exists, and restores the former one.
 class CLocaleScope {
 public:
     explicit CLocaleScope(const char* name);
@@ -15,7 +15,7 @@ public:
     CLocaleScope(const CLocaleScope&) = delete;
     CLocaleScope& operator=(const CLocaleScope&) = delete;
 
-    /// False when this machine does not have the locale; nothing was changed then.
+    /// False when this machine does not have the locale; it was then not changed.
     bool IsInstalled() const { return installed_; }
 
 private:
@@ -23,7 +23,7 @@ private:
     bool installed_;
 };
 
-/// ICU's default locale while this lives; the former one afterwards.
+/// Sets ICU's default locale as long as this object exists, and restores the former one.
 class IcuLocaleScope {
 public:
     explicit IcuLocaleScope(const char* name);

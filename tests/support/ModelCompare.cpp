@@ -103,7 +103,7 @@ private:
         where_.resize(length);
     }
 
-    // An object that may be absent on one side.
+    // Compares objects of which one may be absent.
     template <class Holder, class Object>
     void Held(const char* name, const Holder& expected, const Holder& actual,
               void (Comparison::*compare)(const Object&, const Object&)) {
@@ -195,7 +195,7 @@ private:
         Field("GUID", Access::GetGUID(expected), Access::GetGUID(actual));
         FormAttributes(Access::GetFormAttributes(expected), Access::GetFormAttributes(actual));
         if (expected.GetPointType() != actual.GetPointType())
-            return; // told already; the getters below refuse the wrong kind
+            return; // already reported; the getters below refuse the wrong kind
         if (expected.GetPointType() == kGpxWaypoint)
             Held("geocache", GeocacheOf(expected), GeocacheOf(actual), &Comparison::Geocache);
         else if (expected.GetPointType() == kGpxRoutePoint)

@@ -11,8 +11,8 @@
 
 namespace vexaTransferLib {
 
-/// Makes objects that contain values which no constructor and no setter takes. They are what the checks of writers and
-/// getters are for.
+/// Makes objects with values that no constructor and no setter accepts. The checks of writers and getters are
+/// tested with them.
 class GpxModelAccess::Doors {
 public:
     static GpxVersion MakeVersion(std::uint32_t major, std::uint32_t minor) {

@@ -8,7 +8,7 @@ namespace vexaTransferLib::testing_support {
 
 namespace {
 
-// Pieces that change what a reader makes of the place where they come to stand.
+// Pieces that change how a reader understands the place where they are put.
 constexpr const char* kPieces[] = {
     "<!-- comment -->",
     "<?pi data?>",
@@ -58,7 +58,7 @@ std::size_t Mutator::Below(std::size_t bound) {
     return bound == 0 ? 0 : random_() % bound;
 }
 
-// Elements of small files, by matching tags; what is no element costs nothing but a mutation.
+// Finds elements of small files by their tags. A wrong match does no harm: it only makes another mutation.
 std::vector<Mutator::Range> Mutator::FindElements(const std::string& xml) const {
     std::vector<Range> elements;
     std::vector<std::size_t> open;
@@ -130,7 +130,7 @@ void Mutator::MutateBytes(std::string& xml) {
     }
 }
 
-// Mostly between tags, where it is well-formed more often.
+// Mostly chooses a place between tags, where the result is well-formed more often.
 void Mutator::InsertPiece(std::string& xml) {
     const std::string piece = kPieces[Below(std::size(kPieces))];
     const std::size_t tag = xml.find('>', Below(xml.size() + 1));

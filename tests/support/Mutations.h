@@ -8,7 +8,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// Makes files that are nearly right: the same ones for the same seed.
+/// Makes files with a few errors; the same seed gives the same files.
 class Mutator {
 public:
     explicit Mutator(std::uint32_t seed) : random_(seed) {}

@@ -5,7 +5,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// An element that tells how often its text was built, with texts that need not end.
+/// An element that counts how often its text was built. Its texts need not be zero-terminated.
 class OneNode final : public reader::NodeSource {
 public:
     reader::NodeView View() const { return {*this, this}; }

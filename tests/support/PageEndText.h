@@ -6,7 +6,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// A text without a zero behind it, at the end of the memory that may be read: whoever looks further ends the process.
+/// A text without a zero after it, at the end of readable memory: reading past the text ends the process.
 class PageEndText {
 public:
     /// \param text fits into a page

@@ -10,14 +10,14 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// Notes everything that it is told.
+/// Keeps everything that is reported to it.
 class RecordingObserver : public GpxReadObserver {
 public:
     bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override;
     void ParserMessage(const GpxParserMessage& message) override;
     void Skipped(const GpxSkippedElement& what) override;
 
-    /// Whether to go on; asked at every progress after it was noted.
+    /// Decides whether to continue; called for every progress after that was recorded.
     std::function<bool()> goesOn = [] { return true; };
 
     std::vector<std::pair<std::uint64_t, std::uint64_t>> progress;

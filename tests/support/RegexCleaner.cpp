@@ -18,8 +18,8 @@ constexpr char16_t kSpace[] = u" ";
 constexpr char16_t kLineBreak[] = u"\r\n";
 constexpr char16_t kParagraphBreak[] = u"\r\n\r\n";
 
-// What a step replaces, as a regular expression, and by what. The library's steps scan the text instead,
-// because the engine needs quadratic time on some texts and gives up on others.
+// The regular expression of the text that a step replaces, and the replacement. The library's steps scan the
+// text instead, because the engine needs quadratic time on some texts and gives up on others.
 struct Pattern {
     const char16_t* expression;
     std::uint32_t flags;

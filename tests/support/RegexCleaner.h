@@ -31,8 +31,8 @@ enum class PlainStep : std::size_t {
     kNamedSymbols,
 };
 
-/// The cleaner as it is defined: one regular expression after the other. Slow on any text and quadratic or
-/// worse on some; what the library's linear steps must agree with.
+/// The cleaner as it is defined: it runs one regular expression after the other. The library's linear steps
+/// must give the same results. It is slow on any text, and takes quadratic time or worse on some.
 ///
 /// Throws std::runtime_error when the engine gives up on a text.
 class RegexCleaner {

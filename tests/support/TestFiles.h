@@ -8,7 +8,7 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// The text as UTF-8: what a failed comparison prints can then be read.
+/// The text as UTF-8, so that the output of a failed comparison is readable.
 std::string Utf8(const icu::UnicodeString& text);
 
 /// The bytes of a file; throws when it cannot be read.
@@ -18,7 +18,7 @@ void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 /// The bytes of a file below tests/data.
 std::string ReadTestData(const std::string& name);
 
-/// A new empty folder that goes away with everything in it.
+/// A new empty folder that is removed with everything in it.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -32,7 +32,7 @@ private:
     std::filesystem::path path_;
 };
 
-/// The current folder of the process while this lives.
+/// Sets the current folder of the process as long as this object exists.
 class CurrentFolder {
 public:
     explicit CurrentFolder(const std::filesystem::path& folder) : former_(std::filesystem::current_path()) {

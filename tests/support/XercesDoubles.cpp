@@ -41,7 +41,7 @@ void* XercesMemory::allocate(XMLSize_t size) {
     return memory;
 }
 
-// Also given what the former manager allocated.
+// Also called with memory that the former manager allocated.
 void XercesMemory::deallocate(void* memory) {
     if (const auto block = inUse_.find(memory); block != inUse_.end()) {
         bytesInUse_ -= block->second;

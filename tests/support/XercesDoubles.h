@@ -14,8 +14,8 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// Xerces' default memory manager while this lives: counts, and refuses one request where it is told to.
-/// Whatever Xerces keeps of the memory stays valid afterwards. One at a time.
+/// Replaces Xerces' default memory manager as long as this object exists. Counts requests, and refuses one if
+/// a test asks for that. Memory that Xerces keeps is still valid afterwards. There may be one at a time.
 class XercesMemory : private xercesc::MemoryManager {
 public:
     XercesMemory();
@@ -46,7 +46,7 @@ private:
     bool hasRefused_ = false;
 };
 
-/// Counts what Xerces does with files while this lives.
+/// Counts what Xerces does with files as long as this object exists.
 class XercesFiles : private xercesc::XMLFileMgr {
 public:
     XercesFiles();
@@ -54,7 +54,7 @@ public:
     XercesFiles(const XercesFiles&) = delete;
     XercesFiles& operator=(const XercesFiles&) = delete;
 
-    /// Also those that could not be opened.
+    /// Includes files that could not be opened.
     std::size_t Opened() const { return opened_; }
     std::size_t StillOpen() const { return stillOpen_; }
     std::size_t BytesRead() const { return bytesRead_; }
@@ -84,7 +84,7 @@ private:
     std::size_t bytesRead_ = 0;
 };
 
-/// Counts the requests that Xerces makes to the network while this lives; none gets there.
+/// Counts the requests that Xerces makes to the network as long as this object exists; none of them is sent.
 class XercesNet : private xercesc::XMLNetAccessor {
 public:
     XercesNet();
@@ -103,7 +103,7 @@ private:
     std::size_t requests_ = 0;
 };
 
-/// A text that is made as it is read: `head`, then `count` times `block`, then `tail`.
+/// A text that is made while it is read: `head`, then `count` times `block`, then `tail`.
 class GeneratedSource : public xercesc::InputSource {
 public:
     GeneratedSource(std::string head, std::string block, std::size_t count, std::string tail);

@@ -39,7 +39,7 @@ private:
     std::string bytes_;
 };
 
-/// What both headers say.
+/// The fields that both headers have.
 struct Stated {
     explicit Stated(const ZipEntry& entry)
         : packed(entry.packed                   ? *entry.packed
@@ -73,7 +73,7 @@ std::string Descriptor(const ZipEntry& entry, const Stated& stated) {
     return out.Number32(stated.compressedSize).Number32(stated.size).Get();
 }
 
-/// The entry with its local header in front.
+/// The entry after its local header.
 std::string Local(const ZipEntry& entry) {
     const Stated stated(entry);
     const bool zip64 = entry.zip64 != Zip64Extra::kNone;
@@ -118,7 +118,7 @@ struct Directory {
     std::uint64_t offset;
 };
 
-/// The zip64 end record, which stands at the offset given, and its locator.
+/// The zip64 end record, which is at the given offset, and its locator.
 std::string Zip64End(const Directory& directory, std::uint64_t offset) {
     constexpr std::uint64_t kRestOfRecord = 44;
     Bytes out;

@@ -14,10 +14,10 @@ constexpr std::uint16_t kZipDeflated = 8;
 constexpr std::uint16_t kZipEncryptedFlag = 1;
 constexpr std::uint16_t kZipUtf8Flag = 0x800;
 
-/// External attributes of a symbolic link; the content of the entry is where it leads.
+/// External attributes of a symbolic link; the content of the entry is the link's target.
 constexpr std::uint32_t kZipSymbolicLink = 0120777u << 16;
 
-/// Where checksum and sizes of an entry stand: in its local header, or behind its data.
+/// Where the checksum and the sizes of an entry are: in its local header, or after its data.
 enum class ZipDescriptor { kNone, kSigned, kUnsigned };
 
 /// Which headers of an entry leave its sizes (and the directory its offset) to a zip64 extra field. Writers
@@ -36,7 +36,7 @@ struct ZipEntry {
     std::string localExtra = {}; ///< extra fields in front of the one for zip64
     std::string centralExtra = {};
 
-    // In place of what the content gives; in both headers and the descriptor.
+    // These replace what follows from the content, in both headers and in the descriptor.
     std::optional<std::string> packed = {};
     std::optional<std::uint32_t> crc = {};
     std::optional<std::uint64_t> size = {};
@@ -64,7 +64,7 @@ std::string Deflated(const std::string& content);
 
 std::string BuildZip(const std::vector<ZipEntry>& entries, const ZipOptions& options = {});
 
-/// Where the entry's packed bytes begin in an archive that BuildZip made: behind its local header.
+/// The offset of the entry's packed bytes in an archive that BuildZip made: after its local header.
 std::size_t PackedBytesAt(const std::string& archive, const std::string& name);
 
 } // namespace testing_support

@@ -33,7 +33,7 @@ private:
 /// How one entry was read.
 struct EntryRead {
     std::string bytes;
-    int end = -102;      ///< what the last read gave
+    int end = -102;      ///< the result of the last read
     std::string failure; ///< of opening or closing it
 
     bool IsFlagged() const { return end < 0 || !failure.empty(); }
@@ -42,10 +42,10 @@ struct EntryRead {
 /// Opens, reads and closes the current entry; stops early when there are `limit` bytes.
 EntryRead ReadEntry(ZipFileReader& reader, std::size_t limit = std::string::npos);
 
-/// So many lines, all different.
+/// The given number of lines, all different.
 std::string Lines(int count);
 
-/// How many descriptors this process has open.
+/// The number of open descriptors of this process.
 std::size_t OpenDescriptors();
 
 } // namespace vexaTransferLib::testing_support

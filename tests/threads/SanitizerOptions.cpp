@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// What ThreadSanitizer is told when the tests were built with it; read before main.
+// SPDX-License-Identifier: MIT The options of ThreadSanitizer when the tests are built with it; it reads them
+// before main.
 
 #ifdef __SANITIZE_THREAD__
 #define VEXA_THREAD_SANITIZER

@@ -1,6 +1,6 @@
-// SPDX-License-Identifier: MIT
-// Objects of all kinds at work on several threads at once. Each thread must see what a thread alone sees; built with
-// ThreadSanitizer, the tests also fail where two threads touch the same memory without order.
+// SPDX-License-Identifier: MIT Objects of all kinds are used on several threads at once. Each thread must get
+// the same results as a thread that runs alone. Built with ThreadSanitizer, the tests also fail when two
+// threads access the same memory without synchronisation.
 #include <vexaTransferLib/CleanText.h>
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxParser.h>
@@ -46,7 +46,7 @@ namespace {
 
 using namespace testing_support;
 
-// What a thread does with objects of its own; the text is everything that it saw.
+// The work of a thread with objects of its own; the text contains all its results.
 struct Work {
     const char* name;
     std::function<std::string()> run;
@@ -66,7 +66,7 @@ std::string Bytes(const GpxDocument& document, const GpxVersion& version) {
     return out;
 }
 
-// What the action returned, or the message of what it threw.
+// The result of the action, or the message of its exception.
 std::string Outcome(const std::function<std::string()>& action) {
     try {
         return action();
@@ -216,7 +216,7 @@ const std::vector<Work>& AllWork() {
     return work;
 }
 
-// Lets all threads go at once.
+// Lets all threads start at once.
 class Gate {
 public:
     explicit Gate(std::size_t threads) : awaited_(threads) {}
@@ -234,7 +234,7 @@ private:
     std::size_t awaited_;
 };
 
-// What each of the threads saw, in the order of their numbers.
+// The results of the threads, in the order of their numbers.
 std::vector<std::string> SeenBy(std::size_t threads,
                                 const std::function<std::string(std::size_t thread)>& run) {
     std::vector<std::string> seen(threads);
@@ -250,7 +250,7 @@ std::vector<std::string> SeenBy(std::size_t threads,
     return seen;
 }
 
-// Standard error has whole contract reports, and nothing of a sanitizer.
+// Standard error contains only whole contract reports, and nothing from a sanitizer.
 void ExpectOnlyReports(const std::string& written) {
     std::istringstream lines(written);
     for (std::string line; std::getline(lines, line);)
@@ -258,8 +258,9 @@ void ExpectOnlyReports(const std::string& written) {
     EXPECT_NE(written, "") << "the failed checks must be reported";
 }
 
-// ICU publishes what it makes on first use by atomics that ThreadSanitizer cannot see in Debian's library, which is not
-// instrumented; so it is made before there are threads. What this library makes on first use is left to the threads.
+// ICU publishes what it makes on first use by atomics that ThreadSanitizer cannot see in Debian's library,
+// which is not instrumented; so these objects are made before the threads start. The objects that this
+// library makes on first use are left to the threads.
 class ThreadsTest : public testing::Test {
 protected:
     static void SetUpTestSuite() {

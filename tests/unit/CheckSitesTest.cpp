@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// The places that contract reports name for checks that run in another file than the one named.
+// SPDX-License-Identifier: MIT The lines that contract reports name for checks that run in another file than
+// the one named.
 #include <vexaTransferLib/text/CheckSites.h>
 
 #include <vexaTransferLib/CleanText.h>
@@ -58,7 +58,8 @@ struct Row {
     std::function<void()> fail;
 };
 
-// Each row writes one report of the source; its line names the check, and no two rows have the same.
+// Each row writes one report of the source. The line that the report names contains the name of the check and
+// differs from those of all other rows.
 template <std::size_t Size>
 void ExpectPlaces(const Row (&rows)[Size], const char* source) {
     std::map<std::string, const char*> checks;
@@ -74,7 +75,7 @@ void ExpectPlaces(const Row (&rows)[Size], const char* source) {
 const GpxVersion k11(1, 1);
 
 NodeView View(const FakeNodePtr& node) {
-    static std::set<FakeNodePtr> kept; // as long as the views
+    static std::set<FakeNodePtr> kept; // must exist as long as the views
     return (*kept.insert(node).first)->View();
 }
 
@@ -138,7 +139,7 @@ TEST(CheckSitesTest, EachCheckOfTheReadersHasALineOfItsOwnInTheParsersSource) {
     ExpectPlaces(rows, kParserSource);
 }
 
-// Appends the object to a bogus text, which no check before the last one looks at.
+// Appends the object to a bogus text, which only the last check examines.
 template <class Object>
 std::function<void()> Writing(const Object& object, const GpxVersion& version = k11) {
     return [object, version] {
@@ -234,7 +235,7 @@ TEST(CheckSitesTest, EveryTextSetterNamesTheOneCheckOfAll) {
     EXPECT_TRUE(IsOneReport(*reports.begin(), kUtilsSource));
 }
 
-// All lines that the operation's reports name while one request for memory after the other is refused.
+// All lines that the operation's reports name while each request for memory is refused in turn.
 void AddLines(void (CleanText::*operation)(icu::UnicodeString&), std::map<std::string, std::string>& lines) {
     CleanText cleaner;
     bool isRefused = true;

@@ -19,7 +19,7 @@ using namespace testing_support;
 constexpr ChildMessages kMessages = {"no children", "no child", text::sites::kLinkChildren,
                                      text::sites::kLinkChild};
 
-// The names that arrive; those in `failing` throw after they were noted.
+// The names of the children that are read. Those in `failing` throw after they were recorded.
 std::string IsolatedNames(const FakeNodePtr& parent, const char16_t* failing = u"") {
     std::string names;
     ForEachIsolatedChild(AnyContext(), parent->View(), kMessages, [&](const NodeView& child) {

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// The cleaner's linear steps against the regular expressions that define them.
+// SPDX-License-Identifier: MIT Compares the cleaner's linear steps with the regular expressions that define
+// them.
 #include <vexaTransferLib/CleanText.h>
 
 #include <vexaTransferLib/cleaner/Steps.h>
@@ -135,7 +135,7 @@ icu::UnicodeString Piece(const char16_t* units) {
     return icu::UnicodeString(units);
 }
 
-// What the steps look for, one row for each: whole, in parts, in other cases, and what is nearly the same.
+// Texts that the steps search for, one row for each step: whole, in parts, in other cases, and similar texts.
 const std::vector<std::vector<icu::UnicodeString>>& Alphabets() {
     static const std::vector<std::vector<icu::UnicodeString>> alphabets = {
         {u"<!--", u"<!-", u"<", u"!", u"-", u"--", u"-->", u"-- >", u"--\r\n>", u"--\u2003>", u">", u" ",
@@ -248,7 +248,7 @@ class Texts {
 public:
     explicit Texts(std::uint32_t seed) : random_(seed) {}
 
-    // Now of the pieces of one step, now of all, now with any unit between them.
+    // Some texts have the pieces of one step, some those of all steps, and some any units between them.
     icu::UnicodeString Next() {
         const std::size_t count = Alphabets().size();
         const std::size_t alphabet = Below(count + 1);
@@ -276,7 +276,7 @@ private:
     std::mt19937 random_;
 };
 
-// How many random texts there are to each test; VEXA_CLEAN_TEXTS in the environment makes them more.
+// The number of random texts for each test; VEXA_CLEAN_TEXTS in the environment raises it.
 int TextCount() {
     constexpr int kTexts = 100'000;
     const char* const wanted = std::getenv("VEXA_CLEAN_TEXTS");
@@ -314,7 +314,7 @@ TEST(CleanTextDifferenceTest, EveryPipelineMakesOfRandomTextsWhatThePlainOneMake
     EXPECT_GT(pipelines.Changed(), 2 * count) << "the texts have too little to clean";
 }
 
-// All texts of up to so many of the pieces.
+// All texts of up to the given number of pieces.
 void CompareAll(Comparison& comparison, const Step& step, std::span<const char16_t* const> pieces,
                 int longest, const icu::UnicodeString& text) {
     comparison.Of(step, text);
@@ -360,7 +360,7 @@ TEST(CleanTextDifferenceTest, EveryStepMakesOfAllShortTextsWhatItsExpressionMake
 
 struct Template {
     Step step;
-    const char16_t* text; // with an "@" where the character goes
+    const char16_t* text; // with an "@" in place of the character
 };
 
 void ComparePutIn(Comparison& comparison, std::span<const Template> templates, UChar32 character) {
@@ -394,7 +394,7 @@ TEST(CleanTextDifferenceTest, CharactersOfAllKindsAreWhatTheEngineTakesThemFor) 
     EXPECT_EQ(comparison.Different(), 0);
 }
 
-// Whole, without the last letter, and with one more.
+// The name whole, without its last letter, and with one letter more.
 void CompareNames(Comparison& comparison, std::span<const Step> steps, const icu::UnicodeString& name) {
     const icu::UnicodeString shorter(name, 0, name.length() - 1);
     for (const icu::UnicodeString& written : {name, shorter, name + u"x"}) {

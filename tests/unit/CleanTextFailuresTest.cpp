@@ -159,7 +159,7 @@ TEST(CleanTextReplaceDeathTest, AnEmptyHolderStopsTheProcess) {
         "^ASSERT failed at LibCore/vexaTransferLib/CleanText\\.h:[1-9][0-9]*\n$");
 }
 
-TEST(CleanTextMemoryTest, ATextThatFindsNoRoomStaysAsItWas) {
+TEST(CleanTextMemoryTest, ATextWithoutMemoryForItsResultIsUnchanged) {
     struct MemoryRow {
         Operation operation;
         icu::UnicodeString text;
@@ -187,7 +187,7 @@ TEST(CleanTextMemoryTest, ATextThatFindsNoRoomStaysAsItWas) {
     }
 }
 
-TEST(CleanTextMemoryTest, APlainReplacementThatFindsNoRoomIsOutOfMemory) {
+TEST(CleanTextMemoryTest, APlainReplacementWithoutMemoryForItsResultIsOutOfMemory) {
     const icu::UnicodeString dashes = Repeated(u"\u2014", 3'000);
     icu::UnicodeString text(dashes);
     const RefusedIcuMemory refused = RefusedIcuMemory::Above(8'192);
@@ -222,7 +222,8 @@ bool FailsWithRequest(std::size_t number, Operation operation, icu::UnicodeStrin
     return failed;
 }
 
-// Each request for memory is refused in its turn: the text is left as one step after the other found it.
+// Each request for memory is refused in turn. The text must then be the result of the steps before the one
+// that failed.
 void ExpectAllStatesAreLeft(Operation operation, const icu::UnicodeString& text,
                             const std::vector<Step>& steps) {
     const std::vector<icu::UnicodeString> states = States(text, steps);
@@ -241,7 +242,7 @@ void ExpectAllStatesAreLeft(Operation operation, const icu::UnicodeString& text,
     EXPECT_EQ(reached + 2, states.size()) << "every state but the last is left by a failure";
 }
 
-// ICU's memory inside a child process, where it can be replaced without a trace in the tests' own process.
+// ICU's memory in a child process, where replacing it does not affect the process of the tests.
 struct IcuHeap {
     std::size_t firstRefused = 0; // counted from 1, and all requests after it; 0: none
     std::size_t counted = 0;
@@ -277,7 +278,7 @@ void U_CALLCONV Free(const void*, void* memory) {
     std::free(memory);
 }
 
-// What `action` returned in a child process that lets ICU allocate through `heap`.
+// The result of `action` in a child process in which ICU allocates through `heap`.
 std::string InChild(const std::function<std::string()>& action) {
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0)
@@ -360,7 +361,7 @@ std::string Lines(const std::vector<const char*>& messages) {
     return lines;
 }
 
-// Longer than the short strings that need no memory, and with work for every step.
+// Longer than the short strings that need no memory, and every step changes it.
 icu::UnicodeString WorkForAllSteps() {
     return Repeated(
         u"\t <!--c--><style>x</style><p>\ta<br>\u2018b\u2019 <i>\u201Cc\u201D &#65;\r\n\n\n\n&lt;&amp;  "

@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: MIT
-// What cleaning long texts takes, whatever is in them.
+// SPDX-License-Identifier: MIT Time and memory that cleaning long texts needs, for any content.
 #include <vexaTransferLib/CleanText.h>
 
 #include "support/HostileTexts.h"
@@ -72,7 +71,7 @@ void ExpectCleaned(const LongRow& row) {
     (CleanText().*row.operation)(text);
     EXPECT_TRUE(text == row.expected)
         << row.reason << ": " << text.length() << " units instead of " << row.expected.length()
-        << ", beginning \"" << Utf8(text.tempSubString(0, 40)) << '"';
+        << ", starting with \"" << Utf8(text.tempSubString(0, 40)) << '"';
 }
 
 TEST(CleanTextLongTextsTest, LongTextsComeOutClean) {
@@ -92,7 +91,7 @@ TEST(CleanTextLongTextsTest, LongTextsComeOutClean) {
         ExpectCleaned(row);
 }
 
-TEST(CleanTextLongTextsTest, SoDoThoseOnWhichTheRegularExpressionEngineGivesUp) {
+TEST(CleanTextLongTextsTest, TextsOnWhichTheRegularExpressionEngineGivesUpComeOutClean) {
     constexpr Operation kHtmlToText = &CleanText::HTMLToPlainText;
     constexpr Operation kCleanPlain = &CleanText::CleanPlainTextForTova;
     const icu::UnicodeString spaces = Repeated(u" ", 600'000);

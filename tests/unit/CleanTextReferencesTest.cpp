@@ -79,14 +79,14 @@ TEST(CleanTextReferencesTest, NumbersThatAreNotShownAreRemoved) {
     }
 }
 
-// 65 more than a multiple of 2^32 would be a letter if the number wrapped.
+// A number that exceeds a multiple of 2^32 by 65 would become the letter A if it wrapped.
 TEST(CleanTextReferencesTest, DecimalNumbersTooLargeForAnIntAreRemoved) {
     for (const char16_t* reference :
          {u"&#2147483648;", u"&#4294967295;", u"&#4294967361;", u"&#8589934657;", u"&#9999999999;"})
         EXPECT_EQ(Utf8(NumbersReplaced(reference)), "") << Utf8(reference);
 }
 
-TEST(CleanTextReferencesTest, WhatIsNoReferenceStays) {
+TEST(CleanTextReferencesTest, ATextThatIsNoReferenceIsKept) {
     static constexpr const char16_t* kTexts[] = {
         u"&#12345678901;",
         u"&#00000000065;",
@@ -200,7 +200,7 @@ TEST(CleanTextReferencesTest, AnEmptyTextIsReturnedUntouched) {
     EXPECT_TRUE(NumbersReplaced(u"").isEmpty());
 }
 
-// Replacing in place would move the rest of the text each time: half a minute for these.
+// Replacing in place would move the rest of the text each time and take half a minute for these texts.
 TEST(CleanTextReferencesTest, HundredsOfThousandsOfSymbolsAreReplaced) {
     constexpr std::int32_t kCount = 400'000;
     for (const char16_t* reference : {u"&amp;", u"&#38;"}) {

@@ -275,7 +275,7 @@ TEST(CleanTextTest, NoStateIsCarriedFromOneTextToTheNext) {
     }
 }
 
-// The pipeline written a second time, in the plainest way.
+// A second implementation of the pipeline, as simple as possible.
 class PlainPipeline {
 public:
     PlainPipeline() {

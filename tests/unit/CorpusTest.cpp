@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Files of many programs, where a folder of them lies beside the source tree. The tables tell what the files
-// hold, counted by other means than the reader.
+// Reads files of many programs if a folder of them is beside the source tree. The tables give the content of
+// the files, which was counted without the reader.
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxParser.h>
@@ -252,7 +252,7 @@ constexpr BadFile kBadFiles[] = {
     {"sgraaf-duplicate-metadata.gpx", Outcome::kRead, "Second", "", {}},
     {"sgraaf-invalid-time.gpx", Outcome::kRead, "sgraaf-invalid-time", "", {1, 0, 0, 0, 0, 0, 0, 0}},
     {"sgraaf-invalid-fix.gpx", Outcome::kRead, "sgraaf-invalid-fix", "", {1, 0, 0, 0, 0, 0, 0, 0}},
-    // An encoding that contradicts the bytes is a warning only, and the bytes are believed.
+    // An encoding that contradicts the bytes is only a warning; the file is read as the bytes show.
     {"routeconverter-utf16-declared.gpx",
      Outcome::kRead,
      "Rockbuster Duathlon at Ashland State Park",
@@ -325,7 +325,7 @@ GpxPoint OnlyWaypointOf(const char* file) {
     return *document.GetWaypointIter();
 }
 
-TEST(CorpusFilesTest, WhatIsBadInAWaypointIsSkipped) {
+TEST(CorpusFilesTest, BadElementsOfAWaypointAreSkipped) {
     SKIP_WITHOUT_CORPUS();
     const GpxPoint badTime = OnlyWaypointOf("sgraaf-invalid-time.gpx");
     EXPECT_EQ(PositionOf(badTime), "52.52 13.405");

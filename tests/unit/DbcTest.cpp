@@ -29,7 +29,7 @@ static_assert(!std::is_base_of_v<dbc::postcondition_error, dbc::invariant_error>
 static_assert(!std::is_base_of_v<dbc::invariant_error, dbc::precondition_error>);
 static_assert(!std::is_base_of_v<dbc::invariant_error, dbc::postcondition_error>);
 
-// What a statement wrote; its exception, if any, is dropped.
+// The text that a statement writes to standard error; its exception, if any, is ignored.
 template <class Action>
 std::string Written(Action action) {
     return CaptureStandardError([&] {
@@ -74,7 +74,7 @@ TEST(DbcTest, ReportNamesSourceAndLine) {
 
 namespace {
 
-/// Sets a handler for as long as it lives.
+/// Sets a handler as long as this object exists.
 class HandlerScope {
 public:
     HandlerScope(dbc::ReportHandler handler, void* context)

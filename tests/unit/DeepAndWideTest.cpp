@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Files of extreme shapes, by every way into the library, on a small stack: with limits and without.
+// Files of extreme shapes, read by every reading operation on a small stack, with limits and without.
 
 #include "support/GpxFiles.h"
 #include "support/GpxText.h"
@@ -27,8 +27,8 @@ using namespace testing_support;
 constexpr std::size_t kMillion = 1000000;
 static_assert(kMillion * sizeof(void*) > kSmallStack, "a recursion would overflow the stack");
 
-/// What stands in the metadata of a file, between a time that every reading finds and one that only a reading
-/// finds that comes behind the shape.
+/// Content of a file's metadata. It is between two times: every reading finds the first, and only a reading
+/// that gets past the shape finds the second.
 struct Shape {
     const char* name;
     std::function<std::string()> make;
@@ -53,7 +53,7 @@ std::string ManyAttributes() {
 
 class DeepAndWideTest : public testing::TestWithParam<Shape> {};
 
-// Each level with a namespace of its own: Xerces looks an inherited one up level by level.
+// Each level has a namespace of its own, because Xerces searches an inherited one level by level.
 INSTANTIATE_TEST_SUITE_P(
     Shapes, DeepAndWideTest,
     testing::Values(Shape{"MillionLevels",
@@ -86,7 +86,7 @@ TEST_P(DeepAndWideTest, IsScanned) {
     EXPECT_EQ(scanner.GetDocumentTime(), 1363255200000.0);
 }
 
-/// What the parse of an untrusted file says; empty when nothing.
+/// The message of the exception from the parse of an untrusted file; empty when there is none.
 std::string RefusalOf(const std::function<void(GpxParser&)>& parse) {
     GpxParser parser;
     parser.SetUntrusted();
@@ -98,7 +98,7 @@ std::string RefusalOf(const std::function<void(GpxParser&)>& parse) {
     }
 }
 
-TEST_P(DeepAndWideTest, IsRefusedOfAStrangerWhereItIsBeyondALimit) {
+TEST_P(DeepAndWideTest, IsRefusedInAnUntrustedFileBeyondALimit) {
     const GpxFile file(Document(GetParam(), ""));
     const std::string expected =
         GetParam().refusal.empty()
@@ -112,7 +112,7 @@ TEST_P(DeepAndWideTest, IsRefusedOfAStrangerWhereItIsBeyondALimit) {
     EXPECT_EQ(RefusalOf([&](GpxParser& parser) { parser.GetParser(file.Path()); }), expected);
 }
 
-TEST_P(DeepAndWideTest, EndsTheScanOfAStrangersFileWhereItIsBeyondALimit) {
+TEST_P(DeepAndWideTest, EndsTheScanOfAnUntrustedFileBeyondALimit) {
     GpxTarvikExtParser scanner;
     scanner.SetUntrusted();
     RunOnASmallStack([&] { ScanBytes(scanner, Document(GetParam(), "")); });
@@ -122,7 +122,8 @@ TEST_P(DeepAndWideTest, EndsTheScanOfAStrangersFileWhereItIsBeyondALimit) {
     EXPECT_EQ(scanner.GetScanEnd() == kGpxScanRefused, !isWithin);
 }
 
-// Levels without namespaces of their own, which cost Xerces quadratic time: the engine must not go on to them.
+// Levels without namespaces of their own, for which Xerces needs quadratic time: they must be refused before
+// it reads them.
 TEST(DeepAndWideLimitsTest, NothingIsDoneForTheLevelsBeyondTheLimit) {
     const GpxFile file(Gpx11(Repeat("<x>", kMillion)));
     const XercesMemory memory;

@@ -139,7 +139,7 @@ TEST(DocumentReaderTest, TheNameIsTheWholeTextContent) {
         EXPECT_EQ(NameOf(Read(Gpx11(row.children))), row.name) << row.children;
 }
 
-TEST(DocumentReaderTest, TheTimeIsReadWhereItIsOne) {
+TEST(DocumentReaderTest, OnlyAValidTimeIsRead) {
     struct Row {
         const char* children;
         double time;
@@ -196,7 +196,7 @@ TEST(DocumentReaderTest, ABadWaypointEndsTheReading) {
     EXPECT_EQ(CountsOf(document), "1 waypoints, 0 routes, 0 tracks");
 }
 
-// What a Xerces tree never is.
+// Nodes in forms that a Xerces tree never has.
 
 FakeNodePtr Root(std::vector<FakeNodePtr> children) {
     const FakeNodePtr root = Gpx11Node(u"gpx", std::move(children));
@@ -262,7 +262,7 @@ TEST(DocumentReaderTest, MetadataWithoutChildListOrWithMissingChildrenIsReadOn) 
     EXPECT_TRUE(document.HasExtensionData());
 }
 
-TEST(DocumentReaderTest, TheRootWalkHasNoGuard) {
+TEST(DocumentReaderTest, AFailingChildOfTheRootEndsTheReading) {
     GpxDocument document;
     const FakeNodePtr time = Gpx11Text(u"time", u"T");
     EXPECT_THROW(ReadView(Root({Throwing(*time, std::runtime_error("any"))}), document), std::runtime_error);
@@ -356,7 +356,7 @@ TEST(MetaDataReaderTest, EveryExtensionsElementOfTheMetadataReplacesBothRecords)
     EXPECT_EQ(MetaData(Read(Gpx11("<metadata><Extensions/></metadata>"))), "none");
 }
 
-TEST(MetaDataReaderTest, TheRecordsAreFreshOnesAndStatisticsStay) {
+TEST(MetaDataReaderTest, TheRecordsAreNewOnesAndStatisticsAreKept) {
     const DomTree tree(Gpx11("<extensions><layerkey>K</layerkey></extensions>"));
     GpxDocument document;
     GpxParser parser;

@@ -108,7 +108,7 @@ TEST(DomNodeTest, EveryKindOfNodeHasAChildListThatMayBeEmpty) {
     }
 }
 
-// Small documents of everything that an element can hold, some of it in entities that hold entities.
+// Small documents with every kind of content that an element can have, some of it in nested entities.
 class RandomXml {
 public:
     explicit RandomXml(unsigned seed) : random_(seed) {}
@@ -217,7 +217,7 @@ TEST(DomNodeTest, TextContentReplacesTheOutput) {
     EXPECT_EQ(content, u"x");
 }
 
-// What stands beside or above the node is no part of it.
+// Content beside or above the node does not belong to it.
 TEST(DomNodeTest, TextContentStaysWithinTheNode) {
     const DomTree tree("<r>a<x>b<y>c</y>d</x>e</r>");
     icu::UnicodeString content;

@@ -10,7 +10,7 @@ namespace {
 
 using Markup = EncodingShape::Markup;
 
-TEST(EncodingShapeTest, TellsWhereMarkupIsAscii) {
+TEST(EncodingShapeTest, FindsHowEncodingsWriteMarkup) {
     for (const char16_t* name :
          {u"UTF-8", u"utf-8", u"US-ASCII", u"ISO-8859-1", u"ISO-8859-15", u"windows-1252", u"windows-1251",
           u"KOI8-R", u"macintosh", u"IBM437", u"Shift_JIS", u"EUC-JP", u"EUC-KR", u"GB2312", u"GBK",
@@ -27,7 +27,7 @@ TEST(EncodingShapeTest, TellsWhereMarkupIsAscii) {
         EXPECT_EQ(ShapeOf(name).markup, Markup::kUnknown);
 }
 
-TEST(EncodingShapeTest, TellsTheBytesThatABracketMayFollowAsPartOfTheirCharacter) {
+TEST(EncodingShapeTest, FindsTheBytesThatFormOneCharacterWithABracketAfterThem) {
     for (const char16_t* name : {u"UTF-8", u"windows-1252", u"EUC-JP"})
         EXPECT_TRUE(ShapeOf(name).leads.none());
     const EncodingShape shiftJis = ShapeOf(u"Shift_JIS");

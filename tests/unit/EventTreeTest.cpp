@@ -23,7 +23,7 @@ NodeView FirstElement(const NodeView& parent) {
     return {};
 }
 
-/// A tree of one element with what `build` puts into it.
+/// A tree of one element with the content that `build` adds.
 template <class Build>
 void BuildTree(EventTree& tree, Build build) {
     tree.Clear();

@@ -16,7 +16,7 @@ namespace {
 using namespace testing_support;
 using Lifetime = FieldSources::Lifetime;
 
-/// Lifetime with these texts, told by their number when they are lost.
+/// Elements with these texts, whose numbers are reported when they are lost.
 std::vector<OneNode> NodesWith(const std::vector<const char16_t*>& contents) {
     std::vector<OneNode> nodes(contents.size());
     for (std::size_t i = 0; i < nodes.size(); ++i) {
@@ -49,14 +49,14 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Lifetime, FieldSourcesTest, testing::Values(Lifetime::kLong, Lifetime::kShort));
 
-TEST_P(FieldSourcesTest, TheOneBeforeIsLostUnlessItSaysTheSame) {
+TEST_P(FieldSourcesTest, TheEarlierElementIsLostUnlessItHasTheSameText) {
     const std::vector<OneNode> nodes = NodesWith({u"a", u"b", u"b", u"a", u"", u""});
     for (const OneNode& node : nodes)
         sources_.Set(u"field", node.View());
     EXPECT_EQ(Lost(observer_), "0 2 3 ");
 }
 
-TEST_P(FieldSourcesTest, WhatIsRefusedIsLostUnlessItSaysTheSame) {
+TEST_P(FieldSourcesTest, AnIgnoredElementIsLostUnlessItHasTheSameText) {
     const std::vector<OneNode> nodes = NodesWith({u"a", u"b", u"a", u"b"});
     sources_.Set(u"field", nodes[0].View());
     for (std::size_t i = 1; i < nodes.size(); ++i)

@@ -129,7 +129,7 @@ TEST(GeocacheReaderTest, ARepeatedTextOverwrites) {
     EXPECT_EQ(Texts(Read("<name>A</name><name>B</name><name/>").cache), "B||||||||");
 }
 
-// What cleans to nothing was read all the same.
+// A text that is empty after cleaning counts as read.
 TEST(GeocacheReaderTest, ATextThatCleansToNothingStillMakesACache) {
     const Result result = Read("<name>A</name><name>&lt;b&gt;</name>");
     EXPECT_TRUE(result.found);
@@ -240,7 +240,7 @@ TEST(GeocacheReaderTest, OnlyGroundspeakLogsCountAndAllListsAddUp) {
               "5 D F T X;5 D F T X;");
 }
 
-TEST(GeocacheReaderTest, GetGroundspeakCacheLogsAppendsAndTellsWhetherItKeptOne) {
+TEST(GeocacheReaderTest, GetGroundspeakCacheLogsAppendsAndReturnsWhetherItKeptOne) {
     struct Row {
         std::string logs;
         bool found;
@@ -374,7 +374,7 @@ TEST(GeocacheReaderTest, CleanGroundspeakTextCleansInPlace) {
     EXPECT_TRUE(text.isEmpty());
 }
 
-// Cleaning makes it longer: with memory for this text but for none that is longer, it cannot be cleaned.
+// Cleaning makes this text longer. It cannot be cleaned when there is no memory for a longer text.
 const std::string kGrowingText = Repeat("x&lt;p>", 110);
 constexpr std::size_t kEnoughToReadIt = 1000;
 constexpr char kCleanerSource[] = "LibCore/vexaTransferLib/CleanText.h";
@@ -408,7 +408,7 @@ TEST(GeocacheReaderTest, ACacheWhoseTextCannotBeCleanedIsReadOn) {
     EXPECT_FALSE(cache.long_description.isEmpty());
 }
 
-// What a Xerces tree never is.
+// Nodes in forms that a Xerces tree never has.
 
 TEST(GeocacheReaderTest, MissingChildrenAndListsAreSkipped) {
     const FakeNodePtr nameless = GeocacheText(u"owner", u"X");

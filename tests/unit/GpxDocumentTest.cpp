@@ -157,7 +157,7 @@ TEST(GpxDocumentTest, ObjectsOfItsOwnCanBeAddedAgain) {
     EXPECT_EQ(Written(*(document.GetTrackIter() + 5)), Written(NamedTrack(u"t")));
 }
 
-TEST(GpxDocumentTest, TimeOfExactlyZeroIsNone) {
+TEST(GpxDocumentTest, ATimeOfExactlyZeroCountsAsAbsent) {
     GpxDocument document;
     double time = 77.0;
     for (const double none : {0.0, -0.0}) {

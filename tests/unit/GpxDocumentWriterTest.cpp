@@ -101,7 +101,7 @@ TEST(GpxDocumentWriterTest, AnEmptyDocumentHasNoMetadata) {
     EXPECT_EQ(Plain(GpxDocument(), kGpx11), ReadTestData("writer/empty-1.1.gpx"));
 }
 
-TEST(GpxDocumentWriterTest, Version10StandsInTheNamespaceOf11) {
+TEST(GpxDocumentWriterTest, Version10IsWrittenInTheNamespaceOf11) {
     EXPECT_EQ(Plain(GpxDocument(), kGpx10), ReadTestData("writer/empty-1.0.gpx"));
 }
 
@@ -116,7 +116,7 @@ TEST(GpxDocumentWriterTest, FourZeroBytesFollowTheText) {
     EXPECT_EQ(std::string(bytes.buffer.get() + bytes.length, 4), std::string(4, '\0'));
 }
 
-TEST(GpxDocumentWriterTest, NoByteOrderMarkStandsInFront) {
+TEST(GpxDocumentWriterTest, NoByteOrderMarkIsWritten) {
     EXPECT_EQ(Plain(GpxDocument()).substr(0, 5), "<?xml");
 }
 
@@ -150,7 +150,7 @@ TEST(GpxDocumentWriterTest, OnlyAWaypointsGeocacheAddsItsSchema) {
     EXPECT_NE(Plain(document, kGpx10).find(kPair), std::string::npos);
 }
 
-TEST(GpxDocumentWriterTest, ATimeAloneStandsWithoutMetadata) {
+TEST(GpxDocumentWriterTest, ATimeAloneIsWrittenWithoutMetadata) {
     GpxDocument document;
     GpxModelAccess::SetTime(document, kMorning + 999.0);
     EXPECT_EQ(Plain(document), ReadTestData("writer/time-only.gpx"));
@@ -263,7 +263,7 @@ TEST(GpxDocumentWriterTest, WaypointsThenRoutesThenTracks) {
                               "<rte>\r\n</rte>\r\n<trk>\r\n</trk>\r\n</gpx>\r\n");
 }
 
-TEST(GpxDocumentWriterTest, ControlCharactersStayAsTheModelHoldsThem) {
+TEST(GpxDocumentWriterTest, ControlCharactersAreWrittenAsTheModelHoldsThem) {
     GpxDocument document;
     GpxModelAccess::SetName(document, u"\x01\x1F\uFFFE");
     EXPECT_NE(Plain(document).find("<name>\x01\x1F\xEF\xBF\xBE</name>"), std::string::npos);
@@ -303,7 +303,7 @@ TEST(GpxDocumentWriterTest, VersionNameAndUrlAreCheckedInThisOrderBeforeTheModel
     }
 }
 
-TEST(GpxDocumentWriterTest, WhatTheModelThrowsPassesAndNothingIsWritten) {
+TEST(GpxDocumentWriterTest, AnExceptionOfTheModelPassesAndNothingIsWritten) {
     const TemporaryFolder folder;
     GpxDocument document;
     document.AddWaypoint(BadPoint());
@@ -434,7 +434,7 @@ TEST(GpxDocumentWriterTest, NoFileStaysOpen) {
     EXPECT_EQ(openFiles(), before);
 }
 
-// In a child process, for a limit cannot be taken back.
+// Runs in a child process, because the limit cannot be removed again.
 void WriteWithLittleMemory(const GpxDocument& document, const std::filesystem::path& path) {
     constexpr rlim_t kLimit = rlim_t{256} << 20;
     const rlimit limit{kLimit, kLimit};

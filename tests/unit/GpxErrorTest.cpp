@@ -34,7 +34,7 @@ static_assert(std::is_nothrow_copy_constructible_v<GpxWriteError>);
 static_assert(std::is_nothrow_copy_assignable_v<GpxWriteError>);
 static_assert(std::is_nothrow_copy_assignable_v<GpxReadValueError>);
 
-/// What a failed reading has thrown.
+/// The error that a failed reading has thrown.
 struct Caught {
     explicit Caught(const std::function<void(GpxParser&, GpxDocument&)>& read) {
         GpxParser parser;
@@ -218,7 +218,7 @@ TEST(GpxErrorTest, AnObserverCancels) {
     ExpectNamed(caught, "The reading of the GPX file was cancelled: ");
 }
 
-TEST(GpxErrorTest, AnotherFilesErrorThatAnObserverThrowsStaysAsItIs) {
+TEST(GpxErrorTest, AnotherFilesErrorThatAnObserverThrowsIsUnchanged) {
     class Throwing : public GpxReadObserver {
         bool Progress(std::uint64_t, std::uint64_t) override {
             throw GpxReadError("of another file", {"other.gpx", 3, 4, Kind::kIllFormed, "text"});
@@ -234,7 +234,7 @@ TEST(GpxErrorTest, AnotherFilesErrorThatAnObserverThrowsStaysAsItIs) {
     EXPECT_EQ(caught.message, "of another file");
 }
 
-TEST(GpxErrorTest, AContractErrorThatAnObserverThrowsStaysAsItIs) {
+TEST(GpxErrorTest, AContractErrorThatAnObserverThrowsIsUnchanged) {
     class Throwing : public GpxReadObserver {
         void Skipped(const GpxSkippedElement&) override { throw dbc::postcondition_error("of the host"); }
     };

@@ -34,7 +34,8 @@ const std::string kWarningFile = "<?xml version=\"1.0\" encoding=\"UTF-16\"?>" +
 // An undeclared element is a validity error, as soon as the file has declarations at all.
 const std::string kInvalidFile = "<!DOCTYPE gpx [<!ELEMENT other EMPTY>]>" + kGoodFile;
 
-// A host's parser: counts what arrives in the slots, and hands on to the base where it is told so.
+// A host's parser, which counts the calls of its virtual functions and passes them to the base class if a
+// test asks for that.
 class CountingParser : public GpxParser {
 public:
     void warning(const xercesc::SAXParseException& exception) override {
@@ -127,7 +128,7 @@ TEST(GpxParserErrorsTest, WithoutADocumentTheFileCannotBeInterpreted) {
     EXPECT_EQ(NameOf(document), "missing");
 }
 
-// As much as had come before the file broke off, by events as by the DOM.
+// Reads the content before the end of the incomplete file, from events and from the DOM.
 TEST(GpxParserErrorsTest, AHostThatKeepsErrorsFromTheBaseGetsWhatCameBefore) {
     for (const std::string end :
          {"", "<trkpt lat='3' lon='4'><ele>5", "</trkseg><x><y>", "</trkseg><name>n"}) {
@@ -156,7 +157,7 @@ TEST(GpxParserErrorsTest, WithoutARootThereIsNoDocumentElement) {
     EXPECT_EQ(parser.fatalErrors, 1);
 }
 
-// Xerces would deliver the exception of its own message; a handler's own arrives the same way.
+// A handler's exception takes the same path as one that Xerces throws itself.
 TEST(GpxParserErrorsTest, AnXmlExceptionIsReportedWithItsMessage) {
     using xercesc::RuntimeException;
     const RuntimeException thrown("test", 1, xercesc::XMLExcepts::Pool_ElemAlreadyExists,
@@ -206,7 +207,7 @@ xercesc::SAXParseException AnyException() {
                                       xercesc::XMLPlatformUtils::fgMemoryManager);
 }
 
-// Does not reset, so that a flag set before shows in the next parse.
+// Does not reset the errors, so that a flag from before is still set in the next parse.
 class RememberingParser : public GpxParser {
 public:
     void resetErrors() override { ++resets; }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Whatever the contents, bytes in memory are read as a file with them is.
+// Bytes in memory of any content are read like a file with the same bytes.
 
 #include "support/GpxFiles.h"
 #include "support/GpxReading.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What is particular to reading from bytes in memory.
+// Reading from bytes in memory: everything that differs from reading a file.
 
 #include <vexaTransferLib/GpxParser.h>
 
@@ -127,7 +127,7 @@ TEST(GpxParserMemoryTest, OnlyTheGivenBytesAreRead) {
 }
 
 TEST(GpxParserMemoryTest, TheBytesAreNotCopied) {
-    // Many small nodes: only a copy of the whole could be large.
+    // Many small nodes, so that a large request could only be for a copy of the whole.
     const std::string bytes = Gpx11(Repeat("<wpt lat='1' lon='2'><name>n</name></wpt>", 100000));
     GpxParser parser;
     GpxDocument document;

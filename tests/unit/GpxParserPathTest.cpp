@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Which file a path means, and what is told of one that cannot be read.
+// Which file a path means, and what is reported about a file that cannot be read.
 
 #include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/GpxReadObserver.h>
@@ -84,8 +84,8 @@ class GpxParserUnreadableTest : public testing::TestWithParam<Setting> {
 protected:
     std::string Base() const { return (folder_ / "").string(); }
 
-    /// Everything that is told of a failed reading: the message, the calls of the error handler, those of the
-    /// observer. Paths lack the folder.
+    /// Everything that is reported about a failed reading: the message, the calls of the error handler, those
+    /// of the observer. Paths lack the folder.
     std::string TraceOf(const std::string& path) const {
         return TraceOf([&](GpxParser& parser, GpxDocument& document) {
             parser.Parse(icu::UnicodeString::fromUTF8(path), document);
@@ -117,13 +117,13 @@ protected:
         return Without(error + "\n" + parser.Messages() + notes.text, Base());
     }
 
-    /// Both by the path and by its bytes.
+    /// Reads the file both by the path and by its bytes.
     void ExpectTold(const std::string& path, const std::string& trace) const {
         EXPECT_EQ(TraceOf(path), trace);
         EXPECT_EQ(TraceOfBytes(path), trace);
     }
 
-    /// What is told when Xerces finds one fatal error.
+    /// The expected reports when Xerces finds one fatal error.
     static std::string Fatal(const std::string& path, const std::string& complaint,
                              const std::string& progressBefore = "", const std::string& progressAfter = "") {
         std::string trace = ParseErrorsMessage(path) + "\nfatal error " + complaint + "\n";
@@ -146,12 +146,12 @@ INSTANTIATE_TEST_SUITE_P(Settings, GpxParserUnreadableTest,
                                          Setting{"UntrustedObserved", false, true}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST_P(GpxParserUnreadableTest, AMissingFileIsTold) {
+TEST_P(GpxParserUnreadableTest, AMissingFileIsReported) {
     for (const std::string name : {"missing.gpx", "no folder/x.gpx", "f\u00E4hlt %20#.gpx"})
         ExpectTold(Base() + name, NotOpened(name, name));
 }
 
-TEST_P(GpxParserUnreadableTest, AFolderIsTold) {
+TEST_P(GpxParserUnreadableTest, AFolderIsReported) {
 #ifdef __SANITIZE_ADDRESS__
     const __lsan::ScopedDisabler xercesLosesTheNameOfADirectory;
 #endif
@@ -160,7 +160,7 @@ TEST_P(GpxParserUnreadableTest, AFolderIsTold) {
                Fatal("way", "0:0 : unable to read data from file", "progress 0/0\n", "progress 0/0\n"));
 }
 
-TEST_P(GpxParserUnreadableTest, AFileThatMayNotBeReadIsTold) {
+TEST_P(GpxParserUnreadableTest, AFileThatMayNotBeReadIsReported) {
     if (geteuid() == 0)
         GTEST_SKIP() << "root may read every file";
     WriteBytes(folder_ / "walk.gpx", kGoodFile);
@@ -168,7 +168,7 @@ TEST_P(GpxParserUnreadableTest, AFileThatMayNotBeReadIsTold) {
     ExpectTold(Base() + "walk.gpx", NotOpened("walk.gpx", "walk.gpx"));
 }
 
-TEST_P(GpxParserUnreadableTest, APipeThatEndsEarlyIsTold) {
+TEST_P(GpxParserUnreadableTest, APipeThatEndsEarlyIsReported) {
     const std::string path = Base() + "pipe";
     ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
     std::thread writer([&] { WriteBytes(path, "<gpx>\n"); });
@@ -180,7 +180,7 @@ TEST_P(GpxParserUnreadableTest, APipeThatEndsEarlyIsTold) {
                     "progress 0/0\n", "progress 6/0\n"));
 }
 
-TEST_P(GpxParserUnreadableTest, XercesToldPathIsAbsoluteAndWithoutDots) {
+TEST_P(GpxParserUnreadableTest, ThePathThatXercesReportsIsAbsoluteAndWithoutDots) {
     fs::create_directory(folder_ / "way");
     const std::string bad = Gpx11("").substr(0, Gpx11("").find("</gpx>"));
     WriteBytes(folder_ / "way/bad.gpx", bad);
@@ -195,12 +195,12 @@ TEST_P(GpxParserUnreadableTest, XercesToldPathIsAbsoluteAndWithoutDots) {
     };
     for (const std::string path : {"bad.gpx", "./bad.gpx", "../way/bad.gpx"})
         ExpectTold(path, expected(path, "way/bad.gpx"));
-    // ".." stays in a path that is absolute.
+    // ".." is kept in an absolute path.
     ExpectTold(Base() + "way/../way/./bad.gpx", expected("way/../way/./bad.gpx", "way/../way/bad.gpx"));
     ExpectTold("missing.gpx", NotOpened("missing.gpx", "way/missing.gpx"));
 }
 
-TEST_P(GpxParserUnreadableTest, ThatTheCurrentFolderIsGoneIsTold) {
+TEST_P(GpxParserUnreadableTest, AMissingCurrentFolderIsReported) {
     fs::create_directory(folder_ / "gone");
     const CurrentFolder current(folder_ / "gone");
     fs::remove(folder_ / "gone");
@@ -441,7 +441,7 @@ TEST(GpxParserPathTest, APipeThatGivesItsBytesOneByOneIsRead) {
     }
 }
 
-/// Notes, while a file is read, whether a program that this process starts would inherit it.
+/// Finds out, while a file is read, whether a program that this process starts would inherit it.
 class InheritanceWatch : public GpxReadObserver {
 public:
     explicit InheritanceWatch(const std::string& path) : path_(path) {}

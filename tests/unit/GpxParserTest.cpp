@@ -150,7 +150,7 @@ TEST(GpxParserTest, ARootWithoutNamespaceGivesNothingButTheFilesName) {
     EXPECT_FALSE(document.HasExtensionData());
 }
 
-TEST(GpxParserTest, AFailureOnTheWayLeavesWhatWasReadBefore) {
+TEST(GpxParserTest, AFailureAmongTheElementsKeepsWhatWasReadBefore) {
     const GpxFile file(Gpx11("<metadata><name>N</name></metadata><wpt lat='1' lon='2'/><wpt lat='x' lon='2'/>"
                              "<wpt lat='3' lon='4'/>"));
     GpxParser parser;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What the reader refuses of a file from a stranger.
+// What the reader refuses in an untrusted file.
 
 #include "support/ContractChecks.h"
 #include "support/GpxFiles.h"
@@ -272,7 +272,7 @@ TEST_P(InputLimitTest, HoldsForTheDom) {
     const GpxFile within(GetParam().within);
     GpxDocument document;
     parser.GetParser(within.Path());
-    // The DOM knows no points.
+    // Points are not counted when only the DOM is built.
     if (GetParam().limits.points < 100)
         return;
     EXPECT_THROW(parser.GetParser(GpxFile(GetParam().beyond).Path()), dbc::postcondition_error);
@@ -339,7 +339,7 @@ TEST(GpxParserUntrustedTest, AnEncodingThatHidesMarkupIsRefused) {
     EXPECT_EQ(ReadUntrusted(file.NarrowPath()).error, Refusal(file.NarrowPath(), why));
 }
 
-TEST(GpxParserUntrustedTest, WhatIsIllFormedBeforeALimitIsToldAsSuch) {
+TEST(GpxParserUntrustedTest, IllFormedContentBeforeALimitIsReportedAsSuch) {
     std::string attributes;
     for (int i = 0; i < 2000; ++i)
         attributes += " a" + std::to_string(i) + "=''";
@@ -349,7 +349,7 @@ TEST(GpxParserUntrustedTest, WhatIsIllFormedBeforeALimitIsToldAsSuch) {
     EXPECT_NE(ReadUntrusted(file.NarrowPath()).error, "");
 }
 
-/// What Xerces asks for to refuse these bytes.
+/// The memory that Xerces requests until these bytes are refused.
 std::size_t RequestsToRefuse(const std::string& bytes) {
     const XercesMemory memory;
     {
@@ -365,7 +365,7 @@ std::size_t RequestsToRefuse(const std::string& bytes) {
 
 using MakeShape = std::string (*)(std::size_t);
 
-TEST(GpxParserUntrustedTest, WhatIsRefusedCostsNoMoreWhenThereIsMoreOfIt) {
+TEST(GpxParserUntrustedTest, RefusingALongerFileCostsNoMore) {
     const MakeShape shapes[] = {
         [](std::size_t count) {
             std::string attributes;

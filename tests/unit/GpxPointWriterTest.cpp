@@ -358,7 +358,7 @@ TEST(GpxPointWriterTest, RefusesAnUnknownPointTypeAndAppendsNothing) {
     }
 }
 
-TEST(GpxPointWriterTest, RefusesAnUnknownFixBehindTheLinesBefore) {
+TEST(GpxPointWriterTest, RefusesAnUnknownFixAfterTheLinesBefore) {
     for (const unsigned long minor : {0UL, 1UL}) {
         GpxPoint point = Waypoint();
         point.SetElevation(1.0);
@@ -373,7 +373,7 @@ TEST(GpxPointWriterTest, RefusesAnUnknownFixBehindTheLinesBefore) {
     }
 }
 
-TEST(GpxPointWriterTest, RefusesAnUnknownRoutePointTypeBehindTheOpenExtensions) {
+TEST(GpxPointWriterTest, RefusesAnUnknownRoutePointTypeAfterTheOpenExtensions) {
     GpxPoint point = RoutePoint();
     point.SetFix(kGpxFixNone);
     ModelDoors::SetRoutePointType(point, 6);

@@ -29,13 +29,13 @@ namespace {
 
 using namespace testing_support;
 
-/// Of some size, with one thing that is skipped at its start and one at its end.
+/// A file of some size, with one element that is skipped at its start and one at its end.
 std::string BigFile(std::size_t points) {
     return Gpx11("<extensions/>" + Repeat("<wpt lat='1' lon='2'><ele>100</ele></wpt>", points) +
                  "<extensions/>");
 }
 
-/// The same, for the DOM.
+/// The same file in a form that is read from the DOM.
 std::string BigDomFile(std::size_t points) {
     return "<!DOCTYPE gpx>" + BigFile(points);
 }
@@ -66,7 +66,7 @@ TEST(GpxReadObserverTest, DoesNothingUnlessOverridden) {
     EXPECT_EQ(reading.document.GetWaypointCount(), 10U);
 }
 
-TEST(GpxReadObserverTest, IsToldTheProgressFromNothingToEverything) {
+TEST(GpxReadObserverTest, ReceivesTheProgressFromNothingToEverything) {
     const std::string bytes = BigFile(200000);
     RecordingObserver observer;
     EXPECT_EQ(ReadObserved(GpxFile(bytes), observer).error, "");
@@ -82,7 +82,7 @@ TEST(GpxReadObserverTest, IsToldTheProgressFromNothingToEverything) {
     }
 }
 
-TEST(GpxReadObserverTest, IsToldTheProgressOfBytesInMemory) {
+TEST(GpxReadObserverTest, ReceivesTheProgressOfBytesInMemory) {
     const std::string bytes = BigFile(20000);
     RecordingObserver observer;
     GpxParser parser;
@@ -95,7 +95,7 @@ TEST(GpxReadObserverTest, IsToldTheProgressOfBytesInMemory) {
               std::make_pair(std::uint64_t{bytes.size()}, std::uint64_t{bytes.size()}));
 }
 
-TEST(GpxReadObserverTest, AFileThatNeedsADomIsBegunAnew) {
+TEST(GpxReadObserverTest, TheProgressOfAFileThatNeedsADomStartsAgain) {
     const std::string bytes = BigDomFile(20000);
     RecordingObserver observer;
     EXPECT_EQ(ReadObserved(GpxFile(bytes), observer).error, "");
@@ -106,7 +106,7 @@ TEST(GpxReadObserverTest, AFileThatNeedsADomIsBegunAnew) {
     EXPECT_EQ(observer.progress.back().first, bytes.size());
 }
 
-TEST(GpxReadObserverTest, IsToldTheProgressOfGetParser) {
+TEST(GpxReadObserverTest, ReceivesTheProgressOfGetParser) {
     const std::string bytes = BigFile(1000);
     const GpxFile file(bytes);
     RecordingObserver observer;
@@ -185,7 +185,7 @@ TEST_P(CancelTest, EndsTheReadingAtAnyProgressAndLeavesTheDocument) {
         ExpectCancelledAt(calls, file_);
 }
 
-TEST_P(CancelTest, WhatProgressThrowsIsWhatTheCallerGets) {
+TEST_P(CancelTest, TheCallerGetsTheExceptionOfProgress) {
     RecordingObserver observer;
     observer.goesOn = [&]() -> bool {
         if (observer.progress.size() == 5)
@@ -206,7 +206,7 @@ public:
     int calls = 0;
 };
 
-TEST_P(CancelTest, WhatIsThrownOfASkippedElementIsWhatTheCallerGets) {
+TEST_P(CancelTest, TheCallerGetsTheExceptionOfSkipped) {
     ThrowingObserver observer;
     const Reading reading = ReadObserved(file_, observer);
     EXPECT_EQ(reading.error, std::string(typeid(std::out_of_range).name()) + ": enough");
@@ -214,19 +214,19 @@ TEST_P(CancelTest, WhatIsThrownOfASkippedElementIsWhatTheCallerGets) {
     EXPECT_EQ(observer.calls, 1);
 }
 
-TEST(GpxReadObserverTest, WhatItThrowsIsNoFailureOfAChild) {
-    // Behind three guards.
+TEST(GpxReadObserverTest, ItsExceptionIsNoFailureOfAChild) {
+    // The failures of children are isolated on three levels above this element.
     const GpxFile file(Gpx11("<trk><trkseg><trkpt lat='1' lon='2'><hdop/></trkpt></trkseg></trk>"));
     ThrowingObserver observer;
     EXPECT_EQ(ReadObserved(file, observer).error, std::string(typeid(std::out_of_range).name()) + ": enough");
     EXPECT_EQ(observer.calls, 1);
 }
 
-/// A file whose length is nearly all that of one element.
+/// A file that consists almost only of one long element.
 struct LongElement {
     const char* name;
     std::string gpx;
-    bool isReadAfterItsEnd; ///< child by child, when the XML parser has gone through all of it
+    bool isReadAfterItsEnd; ///< its children are read one by one after the XML parser has read all of it
 };
 
 std::string LongWaypoint(const std::string& children) {
@@ -276,7 +276,7 @@ INSTANTIATE_TEST_SUITE_P(Ways, LongElementTest, testing::Values("", "<!DOCTYPE g
                              return *way.param != '\0' ? "Dom" : "Events";
                          });
 
-TEST_P(LongElementTest, IsToldTheProgressWithinItButNotTooOften) {
+TEST_P(LongElementTest, TheProgressWithinItIsReportedButNotTooOften) {
     for (const LongElement& element : LongElements()) {
         SCOPED_TRACE(element.name);
         const std::string bytes = GetParam() + element.gpx;
@@ -304,7 +304,7 @@ TEST_P(LongElementTest, CanBeCancelledAtAnyProgressWithinIt) {
     }
 }
 
-TEST_P(LongElementTest, ACancelledReadingOfChildrenTellsNothingMore) {
+TEST_P(LongElementTest, ACancelledReadingOfChildrenReportsNothingMore) {
     for (const LongElement& element : LongElements()) {
         if (!element.isReadAfterItsEnd)
             continue;
@@ -326,7 +326,7 @@ TEST_P(LongElementTest, ACancelledReadingOfChildrenTellsNothingMore) {
     }
 }
 
-TEST(GpxReadObserverTest, ALongElementFromAPipeIsToldToo) {
+TEST(GpxReadObserverTest, TheProgressWithinALongElementFromAPipeIsReportedToo) {
     const std::string bytes = LongWaypoint(Repeat("<x/>", 150000));
     RecordingObserver observer;
     ReadThroughAPipe(bytes, observer);
@@ -348,7 +348,7 @@ TEST(GpxReadObserverTest, AfterACancelledReadingTheParserReadsOn) {
     EXPECT_EQ(document.GetWaypointCount(), 20000U);
 }
 
-TEST(GpxReadObserverTest, IsToldTheParsersMessagesBeforeTheHandlerIs) {
+TEST(GpxReadObserverTest, ReceivesTheParsersMessagesBeforeTheHandler) {
     class Handler : public GpxParser {
     public:
         void fatalError(const xercesc::SAXParseException& exception) override {
@@ -367,7 +367,7 @@ TEST(GpxReadObserverTest, IsToldTheParsersMessagesBeforeTheHandlerIs) {
     EXPECT_EQ(parser.heardBefore, parser.observer.messages);
 }
 
-TEST(GpxReadObserverTest, IsToldWarningsAndErrorsOfAValidatingParse) {
+TEST(GpxReadObserverTest, ReceivesWarningsAndErrorsOfAValidatingParse) {
     class Files : public RecordingObserver {
     public:
         void ParserMessage(const GpxParserMessage& message) override {

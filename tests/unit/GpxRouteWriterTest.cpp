@@ -122,7 +122,7 @@ TEST(GpxRouteWriterTest, RefusesAnUnknownRouteTypeInBothVersionsAndAppendsNothin
     }
 }
 
-TEST(GpxRouteWriterTest, WhatAPointThrowsPassesAndTheTextBeforeStays) {
+TEST(GpxRouteWriterTest, AnExceptionOfAPointPassesAndTheTextBeforeIsKept) {
     GpxRoute route(kTarvikRouteStandard);
     route.SetName(u"n");
     route.AddPoint(GpxPoint(kGpxRoutePoint, 1.0, 2.0));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What an observer is told of the things that the reader skips.
+// The reports to an observer about elements that the reader skips.
 
 #include "support/ContractChecks.h"
 #include "support/GpxDom.h"
@@ -40,7 +40,7 @@ void PrintTo(const Case& given, std::ostream* out) {
 
 class GpxSkippedElementTest : public testing::TestWithParam<Case> {};
 
-TEST_P(GpxSkippedElementTest, TellsWhatIsSkipped) {
+TEST_P(GpxSkippedElementTest, ReportsSkippedElements) {
     EXPECT_EQ(Skipped(GetParam().bytes), GetParam().skipped);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Files of many programs, where a folder of them lies beside the source tree.
+// Scans files of many programs if a folder of them is beside the source tree.
 
 #include <vexaTransferLib/GpxTarvikExtParser.h>
 #include <vexaTransferLib/GpxUtils.h>

@@ -133,7 +133,7 @@ TEST(GpxTarvikExtParserCostTest, OneNumberFormatServesAScan) {
     IcuRequestsOf(1); // ICU keeps things that it makes on first use
     const std::size_t ofOne = IcuRequestsOf(1);
     EXPECT_GT(ofOne, 0U);
-    // One request may be the price of a number, but not the several of another format.
+    // Reading a number may cost one request, but not the several requests of a new number format.
     EXPECT_LT(IcuRequestsOf(1000), ofOne + 1500);
 }
 
@@ -264,7 +264,7 @@ TEST(GpxTarvikExtParserCostTest, APathThatIcuCannotHoldLeavesNothing) {
     GpxTarvikExtParser scanner;
     ScanBytes(scanner, WithExtensions("<tarvik:form>f</tarvik:form>"));
     const icu::UnicodeString longPath(3000, u'x', 3000);
-    const icu::UnicodeString path = longPath.tempSubString(0, 2999); // has no zero behind it
+    const icu::UnicodeString path = longPath.tempSubString(0, 2999); // has no zero after it
     {
         const RefusedIcuMemory refused = RefusedIcuMemory::Above(4096);
         EXPECT_NO_THROW(scanner.Parse(path));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What the scanner says of how a scan has ended.
+// How the scanner reports the end of a scan.
 
 #include "support/GpxFiles.h"
 #include "support/GpxText.h"
@@ -68,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"long head", Gpx11(Repeat("<x/>", 100001)), kGpxScanComplete, kGpxScanRefused},
         Case{"large head", Gpx11(std::string(3000000, ' ')), kGpxScanComplete, kGpxScanRefused}));
 
-TEST_P(ScanEndTest, IsToldOfFilesAndOfBytes) {
+TEST_P(ScanEndTest, IsReportedForFilesAndForBytes) {
     GpxTarvikExtParser scanner;
     const GpxFile file(GetParam().bytes);
     for (const bool isTrusted : {true, false, true}) {
@@ -84,7 +84,7 @@ TEST_P(ScanEndTest, IsToldOfFilesAndOfBytes) {
     }
 }
 
-TEST(GpxTarvikExtParserEndTest, BeforeAScanThereIsNoneAndAnEmptyPathIsNoScan) {
+TEST(GpxTarvikExtParserEndTest, BeforeAScanThereIsNoEndAndAnEmptyPathIsNoScan) {
     GpxTarvikExtParser scanner;
     EXPECT_EQ(scanner.GetScanEnd(), kGpxScanNone);
     scanner.Parse(u"");
@@ -98,7 +98,7 @@ struct NoStream : xercesc::InputSource {
     xercesc::BinInputStream* makeStream() const override { return nullptr; }
 };
 
-TEST(GpxTarvikExtParserEndTest, WhatCannotBeOpenedIsMissing) {
+TEST(GpxTarvikExtParserEndTest, AFileThatCannotBeOpenedIsMissing) {
     const TemporaryFolder folder;
     for (const bool isTrusted : {true, false}) {
         GpxTarvikExtParser scanner;
@@ -161,7 +161,7 @@ struct FailingSource : xercesc::InputSource {
     xercesc::BinInputStream* makeStream() const override { return new Stream; }
 };
 
-TEST(GpxTarvikExtParserEndTest, WhatTheHostsSourceThrowsAndWantOfMemoryAreFailures) {
+TEST(GpxTarvikExtParserEndTest, ExceptionsOfTheHostsSourceAndLackOfMemoryAreFailures) {
     for (const bool isTrusted : {true, false}) {
         GpxTarvikExtParser scanner;
         if (!isTrusted)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// Files that the scanner can or cannot read, wherever they lie and whatever their encoding.
+// Files that the scanner can or cannot read, in any place and any encoding.
 
 #include <vexaTransferLib/GpxTarvikExtParser.h>
 

@@ -89,7 +89,7 @@ TEST_F(GpxTarvikExtParserHandlerTest, TheEndOfTheHeadIsThrown) {
     EXPECT_NO_THROW(End(kGpx, u"rtept"));
 }
 
-// A file says it once and means it for each of a million elements.
+// A file can declare a long namespace once and use it for a million elements.
 TEST_F(GpxTarvikExtParserHandlerTest, NoMoreOfALongNamespaceIsLookedAtThanTheLongestKnownOneHas) {
     const std::u16string vendor = kVendor;
     const std::u16string gpx = kGpx;

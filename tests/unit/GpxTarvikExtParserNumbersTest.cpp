@@ -48,7 +48,7 @@ TEST(GpxTarvikExtParserNumbersTest, TheTotalIsWhatIsStoredReadAsADouble) {
             << row.text << ": " << row.reason;
 }
 
-TEST(GpxTarvikExtParserNumbersTest, SurprisingNumbersStayAsTheyAre) {
+TEST(GpxTarvikExtParserNumbersTest, UnusualNumbersHaveTheseResults) {
     EXPECT_EQ(StatsIn(Element("wptcount", "7.9")).wptcount, -1717986918);
     EXPECT_EQ(StatsIn(Element("wptcount", "-0")).wptcount, 0);
     EXPECT_EQ(StatsIn(Element("wptcount", "NaN")).wptcount, 0);

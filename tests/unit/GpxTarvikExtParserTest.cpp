@@ -153,7 +153,7 @@ TEST(GpxTarvikExtParserTest, TextsAreTrimmed) {
             << row.text;
 }
 
-TEST(GpxTarvikExtParserTest, TextsMayStandInPieces) {
+TEST(GpxTarvikExtParserTest, TextsMayBeInPieces) {
     const Row rows[] = {
         {"a<![CDATA[<b> &amp; ]]>c", "a<b> &amp; c"},
         {"a&amp;b&lt;&#233;&#x1F30D;&quot;", "a&b<\u00E9\U0001F30D\""},
@@ -186,7 +186,7 @@ TEST(GpxTarvikExtParserTest, AnElementEndsWithTheTextSinceTheLastStartTag) {
         EXPECT_EQ(Scan(WithExtensions(row.text)), row.found) << row.text;
 }
 
-TEST(GpxTarvikExtParserTest, VendorElementsStandAnywhereInTheHead) {
+TEST(GpxTarvikExtParserTest, VendorElementsMayBeAnywhereInTheHead) {
     const std::string form = "<tarvik:form>f</tarvik:form>";
     const Row rows[] = {
         {Gpx11(form), "layer ||f|1; time 0"},

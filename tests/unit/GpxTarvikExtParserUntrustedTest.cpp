@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What the scanner does with a file from a stranger.
+// What the scanner does with an untrusted file.
 
 #include "support/GpxFiles.h"
 #include "support/GpxText.h"

@@ -136,7 +136,7 @@ TEST(GpxTrackTest, LinkIsCopiedInAndOutAndReplaced) {
     EXPECT_EQ(Utf8(text), "changed");
 }
 
-TEST(GpxTrackTest, AddPointGoesToTheNewestSegment) {
+TEST(GpxTrackTest, AddPointAppendsToTheNewestSegment) {
     GpxTrack track;
     const GpxPoint copied = TrackPoint(u"p2");
     track.AddSegment();
@@ -151,7 +151,7 @@ TEST(GpxTrackTest, AddPointGoesToTheNewestSegment) {
     EXPECT_EQ(Written(copied), Written(*(track.GetPointIter(track.GetSegmentIter()) + 1)));
 }
 
-TEST(GpxTrackTest, SegmentsMayStayEmpty) {
+TEST(GpxTrackTest, SegmentsMayBeEmpty) {
     GpxTrack track;
     track.AddSegment();
     track.AddSegment();

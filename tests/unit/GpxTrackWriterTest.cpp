@@ -118,7 +118,7 @@ TEST(GpxTrackWriterTest, RefusesUnknownVersionsAndAppendsNothing) {
     }
 }
 
-TEST(GpxTrackWriterTest, WhatAPointThrowsPassesAndTheTextBeforeStays) {
+TEST(GpxTrackWriterTest, AnExceptionOfAPointPassesAndTheTextBeforeIsKept) {
     GpxTrack track;
     track.AddSegment();
     GpxPoint bad(kGpxTrackPoint, 3.0, 4.0);

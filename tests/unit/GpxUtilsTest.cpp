@@ -45,7 +45,7 @@ icu::UnicodeString Bogus() {
     return bogus;
 }
 
-// The text in memory of its own, exactly as long as it is, so that reading on is an error.
+// The text in a block of memory of exactly its size, so that reading past its end is an error.
 std::unique_ptr<char[]> Exact(const std::string& text) {
     auto copy = std::make_unique<char[]>(text.size() + 1);
     std::memcpy(copy.get(), text.c_str(), text.size() + 1);

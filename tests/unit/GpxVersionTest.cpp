@@ -127,7 +127,7 @@ TEST(GpxVersionTest, TextIsMajorFullStopMinor) {
               "4294967295.4294967295");
 }
 
-TEST(GpxVersionTest, KindIsToldByBothNumbers) {
+TEST(GpxVersionTest, KindFollowsFromBothNumbers) {
     const struct {
         GpxVersion version;
         bool is10;

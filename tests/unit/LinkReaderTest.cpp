@@ -105,7 +105,7 @@ TEST(LinkReaderTest, AFailingChildIsSkipped) {
     EXPECT_EQ(LinkText(link), "u|-|b");
 }
 
-TEST(LinkReaderTest, WhatIsNoStandardExceptionPassesThrough) {
+TEST(LinkReaderTest, OnlyStandardExceptionsAreSwallowed) {
     GpxUrl link(u"before");
     EXPECT_THROW(reader::ReadLink(AnyContext(), Link({Throwing(*Gpx11Text(u"text", u"a"), 5)})->View(), link),
                  int);

@@ -22,7 +22,7 @@ GpxDocument Sample() {
     return document;
 }
 
-// The lists hand out const elements only; what they hold was never const.
+// The lists give only const access, but their elements are not const objects.
 GpxPoint& Waypoint(GpxDocument& document) {
     return const_cast<GpxPoint&>(*document.GetWaypointIter());
 }

@@ -118,7 +118,7 @@ TEST(NumberTextTest, FixedEqualsPrintfAtEverySizeAndTie) {
     for (int exponent = -90; exponent <= 90; ++exponent) {
         for (int decimals = 0; decimals <= 12; ++decimals) {
             const double power = std::ldexp(1.0, exponent);
-            // A few bits make ties, all of them make numbers next to none.
+            // With a few random bits there are ties; with all bits random there are almost none.
             const double tie = std::ldexp(static_cast<double>(random() % 4096), exponent);
             const double any = std::ldexp(static_cast<double>(random() >> 11U), exponent - 52);
             for (const double number : {power, std::nextafter(power, 0.0), std::nextafter(power, kMax), tie,
@@ -274,7 +274,8 @@ TEST(NumberTextTest, ShortDecimalsAreReadAtOnce) {
     }
 }
 
-// Texts whose value lies so close to the middle between two doubles that 64 bits cannot tell the side.
+// Texts whose value is so close to the middle between two doubles that 64 bits do not show on which side it
+// is.
 TEST(NumberTextTest, IsRoundedOnceWhereTheProcessorComputesWithMoreDigits) {
     for (const char* text :
          {"-48.064838065", "-63.768401420", "-21.794135700", "-138.073783186", "-14.061873866",

@@ -239,7 +239,7 @@ TEST(PointReaderTest, OnlyChildrenInTheNamespaceOfTheVersionCount) {
     }
 }
 
-TEST(PointReaderTest, AnUnknownVersionPassesOverEveryChild) {
+TEST(PointReaderTest, AnUnknownVersionSkipsEveryChild) {
     const DomTree tree(Gpx11("<wpt lat='1' lon='2'><name>N</name></wpt>"));
     GpxPoint point(kGpxWaypoint, 0.0, 0.0);
     GpxParser().ParsePointNode(ModelDoors::MakeVersion(2, 0), kGpxWaypoint, tree.Find("wpt"), point);
@@ -391,7 +391,7 @@ TEST(PointReaderTest, AnEmptyGeocacheUnderATrackPointIsNotEvenReported) {
     EXPECT_EQ(CaptureStandardError([] { Read(k11, kGpxTrackPoint, "<groundspeak:cache/>"); }), "");
 }
 
-// What a Xerces tree never is.
+// Nodes in forms that a Xerces tree never has.
 
 GpxPoint ReadView(const FakeNode& node) {
     MarkingContext context;
@@ -428,7 +428,7 @@ TEST(PointReaderTest, AChildThatFailsHalfwayLeavesWhatItChanged) {
     EXPECT_EQ(TextOf(point, &GpxPoint::GetSymbol), "S");
 }
 
-TEST(PointReaderTest, WhatIsNoStandardExceptionPassesThrough) {
+TEST(PointReaderTest, OnlyStandardExceptionsAreSwallowed) {
     const FakeNodePtr name = Gpx11Text(u"name", u"N");
     EXPECT_THROW(ReadView(*Gpx11Point(u"wpt", {Throwing(*name, 5)})), int);
     EXPECT_THROW(ReadView(*Gpx11Point(u"wpt", {Throwing(*name, xercesc::DOMException())})),

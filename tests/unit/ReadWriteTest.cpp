@@ -76,7 +76,7 @@ GpxPoint FullReadableWaypoint() {
     return point;
 }
 
-// The sample writes the form key of its first waypoint as it stands, with an ampersand.
+// The form key of the sample's first waypoint contains an ampersand and is written unescaped.
 GpxDocument FullReadableDocument() {
     const GpxDocument sample = FullDocument();
     GpxDocument document;
@@ -92,7 +92,7 @@ GpxDocument FullReadableDocument() {
     return document;
 }
 
-TEST(ReadWriteTest, EveryFieldComesBackAsTheRulesTell) {
+TEST(ReadWriteTest, EveryFieldComesBackAccordingToTheRules) {
     const GpxDocument document = FullReadableDocument();
     EXPECT_TRUE(IsSameModel(ReadBack().Of(document, u"out"), WrittenAndRead(document)));
 }
@@ -191,7 +191,7 @@ TEST(ReadWriteTest, AThousandsSeparatorEndsALogIdButNoVendorNumber) {
     }
 }
 
-TEST(ReadWriteTest, AColorComesBackUnlessItIsNone) {
+TEST(ReadWriteTest, AColorOtherThanNoColorComesBack) {
     constexpr std::int16_t kColors[] = {0, 999, 1000, INT16_MAX, -1, -2, INT16_MIN};
     for (const std::int16_t color : kColors) {
         GpxTrack track;

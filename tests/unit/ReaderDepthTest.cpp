@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// What files from strangers may hold: nesting that no recursion survives, texts and lists of any length.
+// Untrusted files may have elements that are nested too deeply for any recursion, and texts and lists of any
+// length.
 
 #include <vexaTransferLib/GpxParser.h>
 
@@ -71,7 +72,8 @@ TEST(ReaderDepthTest, ATextOfTenMillionCharactersIsReadWhole) {
     EXPECT_TRUE(TextOf(*document.GetWaypointIter(), &GpxPoint::GetDescription) == text);
 }
 
-// By index each step would walk the list from its start: hours instead of seconds.
+// With access by index each step would walk the list from its start, which would take hours instead of
+// seconds.
 constexpr std::size_t kManyChildren = 200000;
 
 TEST(ReaderDepthTest, ManyWaypointsAreReadInLinearTime) {

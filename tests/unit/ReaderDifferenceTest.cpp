@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// A file is read from the XML parser's events, or, where these tell less, from a DOM tree. Nobody may notice which.
+// A file is read from the XML parser's events, or from a DOM tree when the events contain less. The results
+// must be the same.
 
 #include "support/DomReading.h"
 #include "support/GpxFiles.h"
@@ -28,14 +29,14 @@ namespace {
 
 using namespace testing_support;
 
-/// A host that takes what it gets.
+/// A host that ignores the errors of the XML parser.
 class UnheedingParser : public GpxParser {
 public:
     void error(const xercesc::SAXParseException&) override {}
     void fatalError(const xercesc::SAXParseException&) override {}
 };
 
-/// The error that comes all the same, and what was read.
+/// The error of a reading that a host's ignoring does not prevent, and the document that was read.
 std::string ReadUnheeding(const std::function<void(GpxParser&, GpxDocument&)>& read, GpxDocument& document) {
     UnheedingParser parser;
     try {
@@ -77,7 +78,8 @@ std::string HeardWhile(const std::function<void(GpxParser&, GpxDocument&)>& read
     return heard + end;
 }
 
-/// What an observer is told of things skipped and of the XML parser's messages, and how it ended.
+/// The reports to an observer about skipped elements and the XML parser's messages, and the error of the
+/// reading.
 std::string SkippedBy(const std::function<void(GpxParser&, GpxDocument&)>& read) {
     RecordingObserver observer;
     GpxParser parser;
@@ -89,12 +91,12 @@ std::string SkippedBy(const std::function<void(GpxParser&, GpxDocument&)>& read)
     } catch (const std::exception& exception) {
         error = exception.what();
     }
-    // What is skipped of a file that proves to be ill-formed, only one road sees.
+    // In an ill-formed file, skipped elements are reported only when it is read from events.
     const bool isIllFormed = error.find("One or more errors") != std::string::npos;
     return observer.messages + (isIllFormed ? "" : observer.skipped) + error;
 }
 
-/// Compares the two roads; true when the file was read without an error.
+/// Compares the reading from events with that from the DOM; true when the file was read without an error.
 bool ExpectSameByEventsAndDom(const std::string& path) {
     const auto byDom = [&path](GpxParser& parser, GpxDocument& document) {
         ReadByDom(parser, path, document);
@@ -265,7 +267,7 @@ TEST(ReaderDifferenceTest, ReadMutationsAlike) {
         read +=
             ExpectSameOfBytes(mutator.Mutate(seeds[static_cast<std::size_t>(round) % seeds.size()])) ? 1 : 0;
     }
-    // Otherwise the mutations would say little.
+    // With fewer well-formed files the mutations would test little.
     EXPECT_GT(read, kRounds / 4);
     EXPECT_LT(read, kRounds);
 }

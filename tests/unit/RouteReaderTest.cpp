@@ -80,7 +80,7 @@ TEST(RouteReaderTest, WithoutRoutePointsTheRouteIsAddedAllTheSame) {
     EXPECT_EQ(Summary(Read11("")), "(absent)|(absent)|(absent)|0|");
 }
 
-TEST(RouteReaderTest, TextsThatAreEmptyStayAbsent) {
+TEST(RouteReaderTest, EmptyTextsAreAbsent) {
     EXPECT_EQ(Summary(Read11("<name/><src></src><type><!-- c -->T</type>")), "(absent)|(absent)|(absent)|0|");
     EXPECT_EQ(Summary(Read11("<name>A</name><name>B</name><name/><src>S</src><src>R</src>")),
               "B|R|(absent)|0|");
@@ -147,7 +147,7 @@ TEST(RouteReaderTest, RoutesAreAppended) {
     EXPECT_EQ(CountsOf(document), "0 waypoints, 2 routes, 0 tracks");
 }
 
-// What a Xerces tree never is.
+// Nodes in forms that a Xerces tree never has.
 
 void ReadView(const FakeNodePtr& node, GpxDocument& document) {
     MarkingContext context;
@@ -202,7 +202,7 @@ TEST(RouteReaderTest, AFailingChildIsSkipped) {
     EXPECT_EQ(Summary(*document.GetRouteIter()), "(absent)|S|(absent)|0|");
 }
 
-TEST(RouteReaderTest, WhatIsNoStandardExceptionPassesThrough) {
+TEST(RouteReaderTest, OnlyStandardExceptionsAreSwallowed) {
     GpxDocument document;
     const FakeNodePtr name = Gpx11Text(u"name", u"N");
     EXPECT_THROW(ReadView(Gpx11Node(u"rte", {Throwing(*name, 5)}), document), int);

@@ -22,7 +22,7 @@ std::string ForeignTold(const char16_t* namespaceUri) {
     return observer.skipped;
 }
 
-// A file says it once and means it for each of a million elements.
+// A file can declare a long namespace once and use it for a million elements.
 TEST(SkipReporterTest, NoMoreOfALongNamespaceIsLookedAtThanIsQuoted) {
     const PageEndText shortest(std::u16string(61, u'u'));
     EXPECT_EQ(ForeignTold(shortest.Get()),

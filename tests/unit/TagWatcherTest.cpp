@@ -26,14 +26,14 @@ GpxInputLimits LowLimits(std::uint64_t tagBytes = 60) {
     return limits;
 }
 
-/// What a parser that reads `step` bytes at a time is given, and why the rest is refused.
+/// The bytes that a parser gets when it reads `step` bytes at a time, and why the rest is refused.
 struct Watched {
     Watched(const std::string& bytes, std::size_t step, const GpxInputLimits& limits = LowLimits(),
             const std::u16string& encoding = {}, Extent extent = Extent::kFile) {
         TagWatcher watcher(limits, InputName(u"walk.gpx"), extent, encoding);
         try {
             for (std::size_t at = 0; at < bytes.size(); at += step) {
-                // Not before the first, as the XML parser makes its reader.
+                // Not called before the first read, which the XML parser does while it makes its reader.
                 if (at != 0)
                     watcher.ThrowIfRefused();
                 const std::string piece = bytes.substr(at, step);
@@ -71,7 +71,7 @@ void ExpectAll(const std::string& bytes, const std::u16string& encoding = {}) {
     }
 }
 
-/// \param before what comes before the place of the refusal
+/// \param before the bytes before the place of the refusal
 void ExpectCut(const std::string& before, const std::string& after, const std::string& refusal) {
     for (const std::size_t step : {std::size_t{1}, before.size() + after.size()}) {
         const Watched watched(before + after, step);
@@ -129,7 +129,7 @@ TEST(TagWatcherTest, CutsOtherMarkupThatCannotHoldATextWithinTheLimit) {
         EXPECT_EQ(Watched(start + tooLong, 1000).refusal, kTextLength) << start;
         EXPECT_LT(Watched(start + tooLong, 1).given.size(), 270U) << start;
     }
-    // Outside markup the parser tells of texts in pieces.
+    // Outside markup the parser reports texts in pieces.
     ExpectAll("<x>" + std::string(10000, 'a'));
 }
 
@@ -191,7 +191,7 @@ TEST(TagWatcherTest, TheHostsEncodingWinsOverThatOfTheFile) {
     ExpectAll("<?xml version='1.0' encoding='UTF-7'?><x/>", u"UTF-8");
     const Watched watched("<x/>", 10, LowLimits(), u"UTF-7");
     EXPECT_EQ(watched.refusal, OfEncoding("UTF-7"));
-    // Not nothing, which would be an empty file.
+    // At least one byte, because no byte would mean an empty file.
     EXPECT_EQ(watched.given, "<");
     EXPECT_EQ(Watched(Wide("<x a='' b='' c='' d=", 2, false), 9, LowLimits(), u"UTF-16").refusal,
               kAttributes);

@@ -40,7 +40,7 @@ TEST(TextSinkTest, AsciiOfAnyLengthIsAppendedWhole) {
     }
 }
 
-TEST(TextSinkTest, PiecesAreAppendedInOrderBehindWhatIsThere) {
+TEST(TextSinkTest, PiecesAreAppendedInOrderAfterTheExistingText) {
     icu::UnicodeString out(u"before ");
     UnicodeSink sink(out);
     sink.Ascii("<a>");

@@ -98,7 +98,7 @@ TEST(TimeTextTest, PlainTimesAreReadAtOnce) {
     }
 }
 
-TEST(TimeTextTest, EveryDayIsReadAsByTheOtherWay) {
+TEST(TimeTextTest, PlainTimesOfEveryDayAreReadAsByTheGeneralReader) {
     for (int day = 0; day < 200000; ++day) {
         const std::string text = Four(day * kDay + day % 86400 * 1000.0);
         double expected = -1.0;
@@ -136,7 +136,7 @@ TEST(TimeTextTest, AYearAloneIsNoTime) {
 TEST(TimeTextTest, NoPartOfAPlainTimeIsOne) {
     const std::u16string whole = u"2009-01-15T10:20:30Z";
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        // Of exactly its size, so that a sanitizer sees a look past the end.
+        // A block of exactly its size, so that a sanitizer reports reading past the end.
         std::vector<char16_t> text(length + 1);
         std::copy_n(whole.begin(), length, text.begin());
         double millis = -2.0;

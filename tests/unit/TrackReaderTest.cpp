@@ -76,7 +76,7 @@ TEST(TrackReaderTest, ReadsTextsAndColor) {
     EXPECT_EQ(Texts(Read11("")), kNoTexts);
 }
 
-TEST(TrackReaderTest, TextsThatAreEmptyStayAsTheyAre) {
+TEST(TrackReaderTest, EmptyTextsChangeNothing) {
     EXPECT_EQ(Texts(Read11("<name>A</name><name>B</name><name/><src><b>S</b></src><desc/><type/>")),
               "B|(absent)|(absent)|(absent)|-1");
 }
@@ -178,7 +178,7 @@ TEST(TrackReaderTest, ASegmentIsAppendedToTheTrack) {
     EXPECT_EQ(Segments(track), "[a][a]");
 }
 
-// What a Xerces tree never is.
+// Nodes in forms that a Xerces tree never has.
 
 void ReadView(const FakeNodePtr& node, GpxDocument& document) {
     MarkingContext context;
@@ -208,7 +208,7 @@ TEST(TrackReaderTest, WithoutAChildListNoSegmentIsAdded) {
     EXPECT_EQ(track.GetSegmentCount(), 0u);
 }
 
-TEST(TrackReaderTest, ASegmentWithoutAChildListIsReportedAndTheTrackGoesOn) {
+TEST(TrackReaderTest, ASegmentWithoutAChildListIsReportedAndTheTrackReadOn) {
     GpxDocument document;
     EXPECT_REPORT(
         ReadView(Gpx11Node(u"trk", {Gpx11Node(u"trkseg", {Gpx11Point(u"trkpt")}),
@@ -246,7 +246,7 @@ TEST(TrackReaderTest, AFailingChildIsSkipped) {
     EXPECT_EQ(Texts(*document.GetTrackIter()), "(absent)|(absent)|S|(absent)|-1");
 }
 
-TEST(TrackReaderTest, WhatIsNoStandardExceptionPassesThroughAndKeepsTheSegment) {
+TEST(TrackReaderTest, OnlyStandardExceptionsAreSwallowedAndTheSegmentIsKept) {
     GpxDocument document;
     EXPECT_THROW(ReadView(Gpx11Node(u"trk", {Throwing(*Gpx11Text(u"name", u"N"), 5)}), document), int);
     EXPECT_EQ(document.GetTrackCount(), 0u);

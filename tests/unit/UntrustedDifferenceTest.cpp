@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What lies within the limits is read from an untrusted file as from a trusted one.
+// An untrusted file within the limits is read like a trusted one.
 
 #include "support/GpxReading.h"
 #include "support/GpxText.h"
@@ -54,7 +54,7 @@ void ExpectSame(const std::string& bytes) {
     ExpectSameScan(bytes);
 }
 
-/// The files below a folder that are no longer than that.
+/// The files below a folder that have at most the given length.
 std::vector<std::string> FilesBelow(const std::filesystem::path& folder, std::uintmax_t longest) {
     std::vector<std::string> files;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
@@ -85,7 +85,7 @@ TEST(UntrustedDifferenceTest, FilesOfManyProgramsAreReadTheSame) {
     }
 }
 
-// Each of these is well-formed, and close to what ends a tag, a comment, a section or an instruction.
+// Each of these is well-formed and similar to the end of a tag, a comment, a section or an instruction.
 TEST(UntrustedDifferenceTest, OddMarkupIsReadTheSame) {
     for (const std::string& odd :
          {std::string("<x a = '>' b\n=\n\"'/>\" ></x >"), std::string("<!----><!-- - -> --><?p?><?p ? >?>"),

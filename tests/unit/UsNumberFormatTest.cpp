@@ -137,7 +137,7 @@ TEST(UsNumberFormatTest, SkipsNoBlankBeforeAStoredNumber) {
 
 TEST(UsNumberFormatTest, TheFirst400UnitsAreCodeUnits) {
     UsNumberFormat format;
-    // Digits of two units each: the last one is cut in two, and what is left of it is no digit.
+    // Digits of two units each. The last one is cut in two, and its first half is not a digit.
     const icu::UnicodeString digits(400, 0x1D7CE, 200);
     EXPECT_EQ(format.ParseStored(digits.tempSubString(0, 398) + icu::UnicodeString(0x1D7D1)), 3);
     EXPECT_EQ(format.ParseStored(digits.tempSubString(0, 398) + u"1" + icu::UnicodeString(0x1D7D1)), 1);

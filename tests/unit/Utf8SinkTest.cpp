@@ -76,7 +76,8 @@ TEST(Utf8SinkTest, EscapesAsTheOtherSinkDoes) {
     }
 }
 
-// The lengths lie at and beyond the first capacity, so that a sanitizer sees a byte written past the room.
+// The lengths are at and above the first capacity, so that a sanitizer reports a byte written past the
+// buffer.
 TEST(Utf8SinkTest, LongTextsOfOneWidthAreWrittenAsTheConverterDoes) {
     for (const UChar32 character : {0x7F, 0xE9, 0x7FF, 0x20AC, 0xFFFD, 0x1F30D, 0xD800}) {
         for (const std::int32_t count : {1022, 1023, 1024, 1364, 1365, 1366, 2046, 4092, 4093, 100000}) {
@@ -105,7 +106,7 @@ TEST(Utf8SinkTest, TakesPiecesOfEveryKind) {
     EXPECT_EQ(Bytes(sink.Take()), "<a>\xC3\xA9<&lt;b&gt;-1.5001,234,5671,234.568");
 }
 
-TEST(Utf8SinkTest, GivesFourZerosBehindTheText) {
+TEST(Utf8SinkTest, GivesFourZerosAfterTheText) {
     for (const std::size_t length : {0U, 1U, 4091U, 4092U, 4093U, 4096U, 100000U}) {
         Utf8Sink sink({kSource, __LINE__});
         sink.Ascii(std::string(length, 'x'));

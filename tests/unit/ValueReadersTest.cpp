@@ -29,7 +29,7 @@ bool SameBits(double first, double second) {
     return (std::isnan(first) && std::isnan(second)) || std::memcmp(&first, &second, sizeof first) == 0;
 }
 
-// One of each thing that an element can begin with; `e` is an entity.
+// One of each kind of node that can be the first in an element; `e` is an entity.
 class ElementTextTest : public testing::Test {
 protected:
     const DomTree tree_{

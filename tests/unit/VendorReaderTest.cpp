@@ -147,7 +147,7 @@ TEST(VendorTypeReaderTest, AMissingChildIsReportedAndSkipped) {
     EXPECT_EQ(routePointType, kTarvikRoutePointVia);
 }
 
-TEST(VendorTypeReaderTest, AFailingChildIsPassedOverUnlessItsExceptionIsNoStandardOne) {
+TEST(VendorTypeReaderTest, AFailingChildIsSkippedIfItsExceptionIsAStandardOne) {
     const FakeNodePtr good = VendorText(u"routeType", u"points");
     const auto read = [&](const FakeNodePtr& bad) {
         TarvikRouteType type = kTarvikRouteStandard;
@@ -329,7 +329,7 @@ TEST(WaypointDataReaderTest, MissingChildrenAndListsAreSkipped) {
     EXPECT_EQ(FormOf(point), "k=v@0;");
 }
 
-TEST(WaypointDataReaderTest, HasNoGuardOfItsOwn) {
+TEST(WaypointDataReaderTest, TheExceptionOfAChildIsPassedOn) {
     MarkingContext context;
     reader::FieldSources sources(context.reporter, reader::FieldSources::Lifetime::kLong);
     GpxPoint point(kGpxWaypoint, 0.0, 0.0);

@@ -34,7 +34,7 @@ private:
     }
 };
 
-// What the published schema has to say against the text; nothing is fetched.
+// The errors that a validation with the published schema finds in the text; nothing is fetched.
 std::string Validate(const std::string& schema, const std::string& text) {
     Complaints complaints;
     xercesc::XercesDOMParser parser;
@@ -60,7 +60,7 @@ TEST(WrittenSchemaTest, Gpx11IsValid) {
         GTEST_SKIP() << "the published GPX 1.1 schema is not here: " << schema;
     std::string text;
     FullDocument().WriteToString(GpxVersion(1, 1), u"App", u"http://x/", text);
-    // The sample shows that keys are written as they are.
+    // The sample has a key with an ampersand, which is written unescaped.
     const std::string key = "alpha & key";
     ASSERT_NE(text.find(key), std::string::npos);
     text.replace(text.find(key), key.size(), "alpha");

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Archives made by other programs, where a folder of them is beside the source tree.
+// SPDX-License-Identifier: MIT Reads archives made by other programs if a folder of them is beside the source
+// tree.
 
 #include <vexaTransferLib/ZIPFileReader.h>
 
@@ -30,7 +30,7 @@ constexpr char kNoArchive[] = "Could not open ZIP for reading.";
 constexpr char kNotOpened[] = "Could not open file at the current position within the zip file.";
 constexpr char kCrcError[] = "Encountered CRC error in current file.";
 
-/// What the corpus packs, as the checksum of what is read or as how reading it ends.
+/// The entries of the corpus: the checksum of the content, or how reading it ends.
 struct CorpusEntry {
     std::string name;
     std::size_t size;
@@ -156,7 +156,7 @@ TEST(ZipCorpusTest, ArchivesAreReadAsFarAsTheyAreGood) {
     }
 }
 
-TEST(ZipCorpusTest, WhatIsNoWholeArchiveIsRefused) {
+TEST(ZipCorpusTest, AnIncompleteArchiveIsRefused) {
     SKIP_WITHOUT_CORPUS();
     for (const char* file : kCorpusRefused) {
         SCOPED_TRACE(file);

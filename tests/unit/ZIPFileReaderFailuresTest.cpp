@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What the reader refuses, and what it makes of archives that are damaged.
+// What the reader refuses, and how it reads damaged archives.
 
 #include <vexaTransferLib/ZIPFileReader.h>
 
@@ -61,7 +61,7 @@ TEST(ZipFileReaderFailuresTest, RefusesAnEmptyPathWithAReport) {
     EXPECT_FAILURE(ZipFileReader::OpenFile(""), dbc::precondition_error, kNoFile, kSource);
 }
 
-// The system would open another file: the one whose name ends there, or one with other characters in it.
+// For these names the system would open another file: one with a shorter name, or one with other characters.
 TEST(ZipFileReaderFailuresTest, RefusesAPathThatNoFileCanHaveWithAReport) {
     const ArchiveFile file(BuildZip(ThreeEntries()));
     const ArchiveFile replaced(BuildZip(ThreeEntries()), "\xEF\xBF\xBD.zip");
@@ -180,7 +180,7 @@ TEST(ZipFileReaderFailuresTest, RefusesPathsThatHoldNoReadableFile) {
     EXPECT_EQ(OpenDescriptors(), before);
 }
 
-// Nobody writes into the pipe: who opened it would wait.
+// The pipe has no writer, so that opening it would wait.
 TEST(ZipFileReaderFailuresTest, RefusesAPipeWithoutWaitingForIt) {
     const TemporaryFolder folder;
     const std::filesystem::path pipe = folder / "pipe.zip";
@@ -188,7 +188,7 @@ TEST(ZipFileReaderFailuresTest, RefusesAPipeWithoutWaitingForIt) {
     EXPECT_FAILURE(ZipFileReader(AsPath(pipe)), dbc::precondition_error, kNoArchive, "");
 }
 
-/// Bytes that this process has read from files so far; none where the system does not count them.
+/// Bytes that this process has read from files so far; empty when the system does not count them.
 std::optional<std::uint64_t> BytesRead() {
     std::ifstream counters("/proc/self/io");
     std::string name;
@@ -253,7 +253,7 @@ TEST(ZipFileReaderFailuresTest, AnArchiveCutInItsCommentIsReadWhole) {
     }
 }
 
-// The last signature of the file counts, wherever it stands.
+// The last signature in the file counts, wherever it is.
 TEST(ZipFileReaderFailuresTest, ASignatureInTheCommentHidesTheEntriesAndGivesNoOthers) {
     const std::string whole = BuildZip(ThreeEntries());
     const std::string comments[] = {"it holds PK\5\6", "it holds PK\5\6 and more than the length of a record",
@@ -372,7 +372,7 @@ TEST(ZipFileReaderFailuresTest, AWrongChecksumIsACrcErrorOnceTheEntryIsReadToIts
     }
 }
 
-TEST(ZipFileReaderFailuresTest, AReadTellsDamageAndTheEntryCanStillBeClosed) {
+TEST(ZipFileReaderFailuresTest, AReadReportsDamageAndTheEntryCanStillBeClosed) {
     struct Damaged {
         ZipEntry entry;
         int result;
@@ -425,7 +425,7 @@ std::vector<EndsEarly> EntriesThatEndEarly() {
     };
 }
 
-// The checksum is not looked at then.
+// The checksum is then not checked.
 TEST(ZipFileReaderFailuresTest, AnEntryThatEndsBeforeItsStatedSizeDoesNotClose) {
     for (const auto& [entry, content] : EntriesThatEndEarly()) {
         SCOPED_TRACE(entry.name);
@@ -463,7 +463,7 @@ TEST(ZipFileReaderFailuresTest, AnEntryThatWasReadInPartCloses) {
             readUpTo(size);
             EXPECT_EQ(CaptureStandardError([&] { reader.CloseCurrentFile(); }), "");
         }
-        // What was read to its end once may be opened again and left.
+        // An entry that was read to its end may be opened again and closed early.
         reader.OpenCurrentFile();
         while (reader.ReadFromCurrentFile(buffer.data(), static_cast<unsigned int>(buffer.size())) > 0) {
         }
@@ -542,7 +542,7 @@ void AskForTheRange(ZipFileReader& reader, std::size_t archiveSize) {
     }
 }
 
-/// Walks and reads everything; what fails must fail with a message of the reader's.
+/// Walks through all entries and reads them; each failure must have a message of the reader.
 void WalkWhatever(const icu::UnicodeString& path, std::size_t archiveSize) {
     constexpr std::size_t kDirectoryRecord = 46;
     constexpr std::size_t kBestCompression = 1100;
@@ -586,7 +586,7 @@ TEST(ZipFileReaderFailuresTest, WithstandsEveryMutation) {
         for (const std::string& archive : archives)
             for (int round = 0; round < kRounds; ++round) {
                 std::string mutated = archive;
-                // Half of them fall on the directory and the end, which is where the structure is.
+                // Half of the mutations change the directory and the end record, which hold the structure.
                 const std::size_t from =
                     round % 2 == 0 ? 0 : std::min(archive.find("PK\1\2"), archive.size() - kEndRecordSize);
                 for (std::size_t changes = 1 + below(4); changes > 0; --changes)

@@ -77,7 +77,7 @@ TEST(ZipFileReaderTest, WalksTheEntriesInTheirOrder) {
     const ArchiveFile file(BuildZip(ThreeEntries()));
     ZipFileReader reader(file.Path());
     EXPECT_EQ(reader.GetFileCount(), 3u);
-    EXPECT_EQ(NameBytes(reader), "short.txt") << "a fresh reader stands at the first entry";
+    EXPECT_EQ(NameBytes(reader), "short.txt") << "a new reader is at the first entry";
     EXPECT_TRUE(reader.GoToFirstFile());
     EXPECT_EQ(NameBytes(reader), "short.txt");
     EXPECT_TRUE(reader.GoToNextFile());
@@ -263,7 +263,7 @@ TEST(ZipFileReaderTest, AReadWithoutABufferIsRefusedAndLosesNothing) {
     reader.CloseCurrentFile();
 }
 
-TEST(ZipFileReaderTest, OpeningAgainStartsFromTheBeginning) {
+TEST(ZipFileReaderTest, OpeningAgainStartsAtTheFirstEntry) {
     const ArchiveFile file(BuildZip(ThreeEntries()));
     ZipFileReader reader(file.Path());
     char buffer[4];
@@ -320,7 +320,7 @@ TEST(ZipFileReaderTest, AskingForNameAndInfoDoesNotDisturbTheReading) {
     reader.CloseCurrentFile();
 }
 
-TEST(ZipFileReaderTest, InfoTellsSizesAndLinks) {
+TEST(ZipFileReaderTest, InfoHasSizesAndLinks) {
     const std::string words(1000, 'w');
     constexpr std::uint32_t kRegularFile = 0100644u << 16;
     constexpr std::uint32_t kFolder = 0040755u << 16;
@@ -355,7 +355,7 @@ TEST(ZipFileReaderTest, InfoTellsSizesAndLinks) {
     }
 }
 
-TEST(ZipFileReaderTest, InfoTellsHowTheEntryIsPacked) {
+TEST(ZipFileReaderTest, InfoHasHowTheEntryIsPacked) {
     constexpr std::uint16_t kStrongEncryption = 0x41;
     struct Packed {
         ZipEntry entry;
@@ -383,7 +383,7 @@ TEST(ZipFileReaderTest, InfoTellsHowTheEntryIsPacked) {
     }
 }
 
-// Not every minizip finds sizes in zip64 form. One that does not gives what stands in their place, and the
+// Some versions of minizip do not find sizes in zip64 form. They give the values in their place, and the
 // entry cannot be opened.
 constexpr std::uint64_t kInZip64Form = 0xFFFFFFFF;
 

@@ -18,8 +18,9 @@ namespace vexaTransferLib {
 
 class CleanText;
 
-/// The one door to what the model keeps without a public accessor, or without one that copies nothing. For readers,
-/// writers, the unit tests, and the host's dump. Inline throughout, so that it needs no exported symbol.
+/// The only access to those fields of the model that have no public accessor, or only one that copies. For
+/// readers, writers, the unit tests, and the host's dump. Inline throughout, so that it needs no exported
+/// symbol.
 class GpxModelAccess {
 public:
     /// The unit tests define it, for values that no constructor and no setter takes.

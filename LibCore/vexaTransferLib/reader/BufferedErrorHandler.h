@@ -14,19 +14,19 @@
 
 namespace vexaTransferLib::reader {
 
-/// Keeps what an XML parser tells its error handler until it is clear that this parse is the one that counts: the
-/// errors of a file that is parsed a second time must not be reported twice.
+/// Keeps the errors that an XML parser reports until it is clear that the file need not be parsed a second
+/// time. The errors of a file that is parsed twice are thus reported once.
 class BufferedErrorHandler final : public xercesc::ErrorHandler {
 public:
     explicit BufferedErrorHandler(xercesc::ErrorHandler& receiver) : receiver_(receiver) {}
 
-    /// Resets the receiver's errors and passes on what it has kept; from now on passes on everything at once.
+    /// Resets the receiver's errors and passes on the kept ones. Later errors are passed on at once.
     void Release();
 
     void warning(const xercesc::SAXParseException& exception) override;
     void error(const xercesc::SAXParseException& exception) override;
     void fatalError(const xercesc::SAXParseException& exception) override;
-    /// Not passed on: a DOM parser does not either.
+    /// Is not passed on, because a DOM parser does not pass it on either.
     void resetErrors() override {}
 
 private:

@@ -14,11 +14,11 @@
 
 namespace vexaTransferLib::reader {
 
-// The ways to read the children of an element, and the one place where the failure of a child is swallowed.
+// Functions that read the children of an element. The failure of a child is swallowed nowhere else.
 
-/// Calls `action`. When failures are isolated, one is swallowed, and `refuse` is called with its message. Only what
-/// derives from std::exception is swallowed: the XML parser's own exceptions (out of memory among them) do not, and
-/// ReadAborted does not either.
+/// Calls `action`. When failures are isolated, an exception that derives from std::exception is swallowed,
+/// and `refuse` is called with its message. The XML parser's own exceptions (including its lack of memory)
+/// and ReadAborted do not derive from it and are passed on.
 template <class Action, class Refuse>
 void IsolateFailure(bool isIsolated, Action action, Refuse refuse) {
     try {
@@ -30,7 +30,7 @@ void IsolateFailure(bool isIsolated, Action action, Refuse refuse) {
     }
 }
 
-/// The same, where the observer is told that the element was refused.
+/// The same; reports to the observer that the element was refused.
 template <class Action>
 void IsolateFailure(ReadContext& context, const NodeView& element, bool isIsolated, Action action) {
     IsolateFailure(isIsolated, action,
@@ -46,8 +46,8 @@ struct ChildMessages {
     const text::CheckSite& noChildSite;
 };
 
-/// Calls `read` for every child that has a local name. The failure of a child is isolated, so that it never costs the
-/// parent.
+/// Calls `read` for every child that has a local name. The failure of a child is isolated: it never makes the
+/// reading of the parent fail.
 /// \throws dbc::postcondition_error when the node has no child list
 template <class Read>
 void ForEachIsolatedChild(ReadContext& context, const NodeView& node, const ChildMessages& messages,
@@ -64,8 +64,8 @@ void ForEachIsolatedChild(ReadContext& context, const NodeView& node, const Chil
     }
 }
 
-/// Calls `read` for every child that has a local name. The failure of a child is that of the parent; missing entries
-/// are skipped.
+/// Calls `read` for every child that has a local name. The failure of a child makes the reading of the parent
+/// fail; missing entries are skipped.
 template <class Read>
 void ForEachNamedChild(ReadContext& context, const NodeView& node, Read read) {
     ChildWalk children(node);
@@ -76,26 +76,26 @@ void ForEachNamedChild(ReadContext& context, const NodeView& node, Read read) {
     }
 }
 
-/// Reads the children of one of the elements that grow long (the root, routes, tracks, segments), one child at
-/// a time: a source of events need not hold more than one child, and a tree is walked the same way.
+/// Reads the children of one of the elements that grow long (the root, routes, tracks, segments), one child
+/// at a time: a source of events then holds no more than one child at once. A tree is walked in the same way.
 class ChildReader {
 public:
     enum class Visit {
         kSkip,
-        kAsTree, ///< ReadTree wants the child with all below it
-        kDescend ///< Descend gives the reader of its children
+        kAsTree, ///< ReadTree needs the child with all its descendants
+        kDescend ///< Descend returns the reader of the child's children
     };
 
     virtual ~ChildReader() = default;
 
-    /// True when the failure of a child never costs the parent: see IsolateFailure.
+    /// True when the failure of a child never makes the reading of the parent fail: see IsolateFailure.
     virtual bool IsolatesFailures() const = 0;
     /// The message of the check that a child exists.
     virtual const char* MissingChildMessage() const = 0;
     /// The place that the contract report of that check names.
     virtual const text::CheckSite& MissingChildSite() const = 0;
 
-    // The functions below are given a child that is not null.
+    // The child that is passed to these functions is never null.
 
     /// Called once for each child, in their order. It may look at name, namespace and attributes.
     virtual Visit Classify(const NodeView& child) = 0;

@@ -22,7 +22,7 @@
 
 namespace vexaTransferLib::reader {
 
-// The functions that the tables of several readers have.
+// Functions that the tables of several readers use.
 
 /// Gives the value of an element to `target`, which is a member or a setter of the owner.
 template <auto target, class Value, class Owner>
@@ -57,9 +57,9 @@ bool ReadFixInto(const Element<Owner>& element) {
     return ReadInto<target, GpxFix>(element, ReadFix);
 }
 
-// Points and tracks have the following elements in common.
+// The functions below read elements that both points and tracks have.
 
-/// The first description stays.
+/// The first description is kept.
 template <class Owner>
 bool ReadDescription(const Element<Owner>& element) {
     icu::UnicodeString text;

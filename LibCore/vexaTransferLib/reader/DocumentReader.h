@@ -14,10 +14,10 @@
 
 namespace vexaTransferLib::reader {
 
-/// \throws dbc::postcondition_error when the root element of a file is no `gpx`, or there is none
+/// \throws dbc::postcondition_error when the root element is missing or is not a `gpx`
 void RequireGpxRoot(const NodeView& root);
 
-/// The reader of the root's children. Of the root only its attributes need be there.
+/// The reader of the root's children. Of the root it uses only the attributes.
 std::unique_ptr<ChildReader> EnterDocument(ReadContext& context, const NodeView& root, GpxDocument& document);
 
 /// Walks the children of the root element; see GpxParser::ParseGpxNode.

@@ -26,7 +26,7 @@ bool IsText(const DOMNode& node) {
     return node.getNodeType() == DOMNode::TEXT_NODE || node.getNodeType() == DOMNode::CDATA_SECTION_NODE;
 }
 
-// Comments and processing instructions have a text of their own that is no part of their parent's.
+// The text of a comment or a processing instruction does not belong to the text of its parent.
 bool HasTextContent(const DOMNode& node) {
     switch (node.getNodeType()) {
     case DOMNode::ELEMENT_NODE:
@@ -40,7 +40,7 @@ bool HasTextContent(const DOMNode& node) {
     }
 }
 
-// The node after this one and all below it, within the tree under `root`; null at its end.
+// Returns the next node after `node` and its descendants within the tree of `root`; null when there is none.
 const DOMNode* NextOutside(const DOMNode* node, const DOMNode* root) {
     while (node != root) {
         if (const DOMNode* sibling = node->getNextSibling())
@@ -69,7 +69,8 @@ public:
         return first != nullptr && IsText(*first) ? first->getNodeValue() : nullptr;
     }
 
-    // Xerces' own getTextContent recurses: some 100,000 nested elements end the process.
+    // Does not use getTextContent of Xerces, which recurses: about 100,000 nested elements would end the
+    // process.
     bool TextContent(const void* node, icu::UnicodeString& out) const override {
         const DOMNode& root = AsDom(node);
         if (!HasTextContent(root)) {
@@ -100,7 +101,7 @@ public:
         return PathOf(names);
     }
 
-    // By sibling: every access by index walks the list from its start.
+    // Goes from sibling to sibling, because every access by index walks the list from its start.
     bool NextChild(const void* node, const void*& position, const void*& child) const override {
         const DOMNode* next =
             position == nullptr ? AsDom(node).getFirstChild() : AsDom(position).getNextSibling();

@@ -11,7 +11,7 @@
 
 namespace vexaTransferLib::reader {
 
-/// The view of a node of a Xerces DOM; a null pointer gives a null view.
+/// Returns the view of a node of a Xerces DOM; a null view for a null pointer.
 NodeView ViewOf(const xercesc::DOMNode* node);
 
 } // namespace vexaTransferLib::reader

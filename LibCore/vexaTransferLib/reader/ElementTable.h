@@ -17,11 +17,11 @@
 
 namespace vexaTransferLib::reader {
 
-// A reader has a table of the elements that it keeps. What is the same for all of them happens here: namespaces,
-// versions, elements that are in no table, and the record of which element gave a field its value. The functions in
-// the tables convert values and do nothing else.
+// A reader has a table of the elements that it keeps. The functions in a table only convert values.
+// Everything that is the same for all elements is done here: it checks namespaces and versions, reports
+// elements that are in no table, and records which element gave a field its value.
 
-/// An element, and what is needed to read it into `owner`.
+/// An element and the objects that are needed to read it into `owner`.
 template <class Owner>
 struct Element {
     ReadContext& context;

@@ -23,14 +23,15 @@ constexpr unsigned kAscii = 0x80;
 constexpr unsigned kBytes = 0x100;
 constexpr std::u16string_view kMarkup = u"<>=\"'!?-/";
 
-/// One converter for each text: a state that one text leaves must not change the next.
+/// Uses a new converter for each text, because the state after one text must not change the result of the
+/// next.
 class Converter {
 public:
     explicit Converter(const std::u16string& encoding) : encoding_(encoding) {}
 
     bool IsThere() const { return Make() != nullptr; }
 
-    /// Nothing where the bytes cannot be converted.
+    /// Empty when the bytes cannot be converted.
     std::optional<std::u16string> Convert(const std::array<XMLByte, kBlock>& bytes, XMLSize_t count) const {
         std::array<XMLCh, kBlock> text{};
         std::array<unsigned char, kBlock> sizes{};
@@ -59,7 +60,7 @@ private:
     const std::u16string& encoding_;
 };
 
-// Zero bytes are characters of their own wherever characters may have one byte.
+// An encoding has one-byte characters if it converts a zero byte to a character.
 bool IsWide(const Converter& converter) {
     const auto zeros = converter.Convert({}, kBlock);
     return zeros && zeros->size() < kBlock;
@@ -69,7 +70,8 @@ bool IsMarkup(char16_t character) {
     return kMarkup.find(character) != std::u16string_view::npos;
 }
 
-// National variants and code pages exchange some characters that are no part of markup.
+// National variants and code pages have other characters in place of some ASCII characters that are not used
+// in markup.
 bool MayDiffer(unsigned byte) {
     return byte < ' ' || byte == '\\' || byte == '~' || byte == kAscii - 1;
 }

@@ -21,7 +21,7 @@ struct EncodingShape {
     };
 
     Markup markup = Markup::kUnknown;
-    /// The bytes that form one character with a "]" after them, which is then no bracket.
+    /// The bytes that form one character together with a "]" after them, so that the "]" is not a bracket.
     std::bitset<256> leads;
 };
 

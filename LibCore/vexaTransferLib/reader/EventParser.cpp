@@ -16,7 +16,8 @@ namespace {
 
 using xercesc::XMLUni;
 
-// A namespace that the readers ask for is given by the very pointer that they compare with.
+// For a namespace that the readers know, returns the constant with which they compare: equal pointers need no
+// comparison of the texts.
 const char16_t* Known(const char16_t* uri) {
     for (const char16_t* known : {text::kGpx11Namespace, text::kGpx10Namespace, text::kTarvikNamespace,
                                   text::kGroundspeak10Namespace, text::kGroundspeak101Namespace})
@@ -27,7 +28,8 @@ const char16_t* Known(const char16_t* uri) {
 
 } // namespace
 
-// The same as for the DOM: validation only where a grammar is named, namespaces, no schema.
+// Has the same settings as the DOM parser: namespaces, no schema, and validation only when the file names a
+// grammar.
 EventParser::EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched)
     : walk_(walk), errors_(errors), isWatched_(isWatched) {
     setErrorHandler(&errors);
@@ -63,7 +65,7 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
                                const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) {
     if (isRoot)
-        errors_.Release(); // No declaration can follow that would make the file one for the DOM.
+        errors_.Release(); // No declaration that requires the DOM can follow.
     if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(),
                            isWatched_ || walk_.WantsLocation() ? handler_.Location() : SourceLocation())) {
         for (XMLSize_t i = 0; i < attributeCount; ++i) {

@@ -16,19 +16,21 @@
 
 namespace vexaTransferLib::reader {
 
-/// Thrown out of the parse of a file that only the DOM sees as a DOM reader would: one with a document type
-/// declaration, or whose XML declaration names a version other than 1.0 and 1.1.
+/// Thrown out of the parse of a file that must be read from a DOM, because its events may differ from its
+/// DOM: a file that has a document type declaration, or whose XML declaration names a version other than 1.0
+/// and 1.1.
 struct NeedsDom {};
 
-/// The XML parser's SAX2 reader, which passes what it finds to a walk. It takes the parser's events one step before
-/// they become calls of a content handler, where namespaces still have their numbers: looking one up by its number
-/// costs nothing. LimitedParser makes of it a parser for untrusted files.
+/// The XML parser's SAX2 reader, which passes its events to a walk. It receives the events one step before
+/// they become calls of a content handler. There a namespace still has its number, by which its text is found
+/// at no cost. LimitedParser derives a parser for untrusted files from it.
 class EventParser : public xercesc::SAX2XMLReaderImpl {
 public:
-    /// \param isWatched the walk is given the location of each element, and not only where it asks for it
+    /// \param isWatched true gives the walk the location of every element; false only where the walk asks for
+    ///             it
     EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched);
 
-    /// False after the parse of what could not be opened.
+    /// False after the parse when the file could not be opened.
     bool HasDocument() const { return hasDocument_; }
 
     void startDocument() override;
@@ -49,7 +51,7 @@ public:
                      const bool hasExternalSubset) override;
 
 private:
-    // Only a content handler is given the locator.
+    // The parser gives its locator only to a content handler.
     class Handler final : public xercesc::DefaultHandler {
     public:
         void setDocumentLocator(const xercesc::Locator* const locator) override { locator_ = locator; }
@@ -66,7 +68,7 @@ private:
     Handler handler_;
     bool isWatched_;
     bool hasDocument_ = false;
-    /// By the parser's numbers.
+    /// Indexed by the parser's numbers of the namespaces.
     std::vector<const char16_t*> namespaceUris_;
 };
 

@@ -18,20 +18,20 @@
 
 namespace vexaTransferLib::reader {
 
-/// Reads one file into a document from the XML parser's events, in two steps: the caller looks between them whether the
-/// XML parser has found errors.
+/// Reads one file into a document from the XML parser's events, in two steps, so that the caller can check
+/// between them whether the XML parser has found errors.
 class EventReading {
 public:
-    /// Context and input stay the caller's.
+    /// The caller owns context and input.
     EventReading(ReadContext& context, XmlInput& input, const ReadSettings& settings);
 
-    /// Returns false for a file that only a DOM shows as a DOM reader would see it. The receiver of errors has then
-    /// been told nothing.
+    /// Returns false for a file that must be read from a DOM (see NeedsDom). No error has then been reported
+    /// to the receiver of errors.
     /// \throws GpxReadError for what the XML parser throws; ReadAborted; what the receiver throws
     bool Parse();
-    /// False after the parse of what could not be opened.
+    /// False after the parse when the file could not be opened.
     bool HasDocument() const { return parser_->HasDocument(); }
-    /// Gives \p document what was read, also when the reading has failed.
+    /// Moves the content that was read into \p document, also when the reading has failed.
     /// \throws what the reading failed with, contract errors as GpxReadError and GpxReadValueError
     void MoveTo(GpxDocument& document);
 

@@ -11,7 +11,7 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-/// What one big tree took is not kept for the small ones that follow.
+/// Memory in more blocks than these is freed after a big tree: the small trees that follow do not need it.
 constexpr std::size_t kKeptBlocks = 16;
 
 enum Kind { kElement, kText, kOther };
@@ -23,7 +23,8 @@ void* Arena::AllocateInNextBlock(std::size_t size) {
         ++nextBlock_;
     if (nextBlock_ == blocks_.size()) {
         const std::size_t blockSize = std::max(kBlockSize, size);
-        // Not zeroed, as std::make_unique_for_overwrite has it, which libc++ 14 lacks.
+        // Not std::make_unique, which would fill the block with zeros. libc++ 14 lacks
+        // std::make_unique_for_overwrite.
         blocks_.push_back({std::unique_ptr<std::byte[]>(new std::byte[blockSize]), blockSize});
     }
     bytes_ = blocks_[nextBlock_].bytes.get();
@@ -44,7 +45,7 @@ void Arena::Rewind() {
     size_ = blocks_.empty() ? 0 : blocks_.front().size;
 }
 
-// The name follows it in memory.
+// An attribute. Its name follows this object in memory.
 struct EventTree::AttributeNode {
     AttributeNode* next;
     const char16_t* value;
@@ -118,7 +119,7 @@ void EventTree::StartElement(const char16_t* namespaceUri, const char16_t* local
 }
 
 void EventTree::AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
-    // Both with the zero that ends them.
+    // Both sizes include the terminating zero.
     const std::size_t nameSize = (std::char_traits<char16_t>::length(qualifiedName) + 1) * sizeof(char16_t);
     const std::size_t valueSize = (std::char_traits<char16_t>::length(value) + 1) * sizeof(char16_t);
     auto* const bytes = static_cast<std::byte*>(
@@ -188,7 +189,7 @@ const char16_t* EventTree::FirstChildText(const void* node) const {
     return first != nullptr && first->kind == kText ? first->text : nullptr;
 }
 
-// By parent links instead of recursion: the depth is the file's to choose.
+// Follows parent links instead of recursing, because a file may nest its elements to any depth.
 bool EventTree::TextContent(const void* node, icu::UnicodeString& out) const {
     const Node* const root = &AsNode(node);
     if (root->kind == kOther)

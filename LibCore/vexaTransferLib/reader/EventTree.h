@@ -15,8 +15,8 @@
 
 namespace vexaTransferLib::reader {
 
-/// Memory for one tree after another: nothing is freed singly, everything is forgotten at once, and what was
-/// allocated serves the next tree.
+/// Memory for one tree after another. Single objects are not freed: Clear gives up all of them at once, and
+/// the next tree uses the same memory.
 class Arena {
 public:
     /// \param alignment a power of two
@@ -46,34 +46,35 @@ private:
 
     std::vector<Block> blocks_;
     std::size_t nextBlock_ = 0;
-    // The block in use.
+    // The block that is in use.
     std::byte* bytes_ = nullptr;
     std::size_t size_ = 0;
     std::size_t used_ = 0;
 };
 
-/// A small tree that is built from the XML parser's events, for one child of a long element at a time. What the
-/// DOM tells of a node, this tells: adjacent character data is one text, CDATA sections, comments and
-/// processing instructions are nodes of their own.
+/// A small tree that is built from the XML parser's events, for one child of a long element at a time. It
+/// gives the same answers about a node as the DOM: adjacent character data is one text; CDATA sections,
+/// comments and processing instructions are nodes of their own.
 class EventTree final : public NodeSource {
 public:
-    /// \param outerNames the names of the elements around every tree, as they are when a path is asked for
+    /// \param outerNames the names of the elements around the tree; read whenever a path is asked for
     explicit EventTree(const std::vector<const char16_t*>& outerNames) : outerNames_(outerNames) {}
 
     /// Forgets the tree.
     void Clear();
     bool IsEmpty() const { return depth_ == 0; }
 
-    // Building. The first element is the root; the others go below the one that is open. Namespace and name
-    // must outlive the tree; other texts are copied.
+    // Building. The first element is the root; each other element becomes a child of the one that is open.
+    // Namespace and name must outlive the tree; other texts are copied.
 
     void StartElement(const char16_t* namespaceUri, const char16_t* localName, SourceLocation location);
     void AddAttribute(const char16_t* qualifiedName, const char16_t* value);
     void AddText(std::u16string_view text);
     void AddCData(std::u16string_view text);
-    /// A comment or a processing instruction, which only keep texts apart.
+    /// Adds a comment or a processing instruction. Only its place matters: it separates the texts before and
+    /// after it.
     void AddOther();
-    /// True when this was the root's end.
+    /// Returns true when the root has ended.
     bool EndElement();
 
     NodeView Root() const { return root_ != nullptr ? NodeView(*this, root_) : NodeView(); }
@@ -105,7 +106,7 @@ private:
     Arena arena_;
     Node* root_ = nullptr;
     Node* open_ = nullptr;
-    /// Where the next node is hung.
+    /// The pointer that the next node is stored in.
     Node** next_ = &root_;
     std::size_t depth_ = 0;
     /// The text that may still grow; its node is the last child of the open element. It is complete unless

@@ -5,7 +5,7 @@
 
 namespace vexaTransferLib::reader {
 
-// A failure that is isolated costs the child; any other ends the reading.
+// An isolated failure skips the child; any other ends the reading.
 template <class Read, class Refuse>
 void EventWalk::Try(Read read, Refuse refuse) {
     const bool isIsolated = !readers_.empty() && readers_.back().reader->IsolatesFailures();
@@ -24,7 +24,8 @@ void EventWalk::TryChild(const NodeView& child, Read read) {
     Try(read, [&](const char* message) { context_.reporter.Skip(child, kGpxRefused, message, true); });
 }
 
-// All of it or nothing: where memory runs out the element is skipped, and its parent's reader goes on.
+// Either completes or has no effect: when memory runs out, the element is skipped, and the reader of its
+// parent continues.
 template <class Make>
 void EventWalk::Descend(const NodeView& node, Make makeReader) {
     Open open;

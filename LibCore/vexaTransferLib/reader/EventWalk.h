@@ -29,7 +29,7 @@ public:
     /// True when the next element may end the reading: the root or one of its children. Its location is then used, and
     /// otherwise only for an observer.
     bool WantsLocation() const { return state_ == State::kBetween && readers_.size() <= 1; }
-    /// True when its attributes are wanted.
+    /// Returns true when the attributes of the element are needed.
     bool StartElement(const char16_t* namespaceUri, const char16_t* localName, SourceLocation location);
     void AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
         tree_.AddAttribute(qualifiedName, value);
@@ -49,14 +49,14 @@ public:
             tree_.AddOther();
     }
 
-    /// After the parse: ends the elements that are still open, which there are when the host ignores the errors of an
-    /// ill-formed file.
+    /// After the parse: ends the elements that are still open. There are such elements when the host ignores
+    /// the errors of an ill-formed file.
     void Finish();
-    /// Throws what the reading failed with.
+    /// Rethrows the failure of the reading, if there was one.
     void RethrowFailure() const;
     /// False when the root element is missing or is no `gpx`.
     bool IsGpx() const { return isGpx_; }
-    /// Of the element that the reading failed at; zeros when it is not known.
+    /// The location of the element at which the reading failed; zeros when it is not known.
     SourceLocation FailureLocation() const { return location_; }
 
 private:
@@ -93,7 +93,7 @@ private:
     State state_ = State::kBetween;
     bool rootSeen_ = false;
     bool isGpx_ = false;
-    /// Of the last element that is the root or the child of a long element.
+    /// The location of the last element that is the root or a child of a long element.
     SourceLocation location_;
     std::size_t skippedDepth_ = 0;
     std::exception_ptr failure_;

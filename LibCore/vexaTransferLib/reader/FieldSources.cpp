@@ -11,7 +11,8 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-// What makes two elements of one field say the same; links have theirs in an attribute.
+// The content by which two elements of one field are compared: an attribute for links, the text for all
+// others.
 icu::UnicodeString ContentOf(const NodeView& element) {
     icu::UnicodeString content;
     element.TextContent(content);
@@ -27,7 +28,7 @@ GpxSkippedElement AsReplaced(const NodeView& element) {
 
 } // namespace
 
-// Built once, however many elements are compared with it.
+// The content is built once, however many elements are compared with it.
 const icu::UnicodeString& FieldSources::ContentOf(Source& source) {
     if (!source.content)
         source.content = reader::ContentOf(source.element);

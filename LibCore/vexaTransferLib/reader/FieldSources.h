@@ -14,8 +14,9 @@
 
 namespace vexaTransferLib::reader {
 
-/// Remembers from which element each field of one object was read, so that the observer learns of every
-/// element whose value another element has replaced. An element of the same text has lost nothing.
+/// Remembers from which element each field of one object was read, so that every element whose value another
+/// element replaces is reported to the observer. An element with the same text is not reported: nothing is
+/// lost.
 class FieldSources {
 public:
     /// How long a node is valid: at least as long as this object, or only while it is read.
@@ -23,14 +24,14 @@ public:
 
     FieldSources(SkipReporter& reporter, Lifetime lifetime) : reporter_(reporter), lifetime_(lifetime) {}
 
-    /// The element's value is now that of the field.
+    /// Records that the field now has the element's value.
     void Set(const char16_t* field, const NodeView& element) {
         if (reporter_.IsWanted())
             Replace(field, element);
     }
-    /// The field has no value any more, and no element has replaced it.
+    /// Records that the field no longer has a value, although no other element has replaced it.
     void Clear(const char16_t* field);
-    /// The field keeps the value that it has; the element's value is not used.
+    /// Reports an element whose value is not used because the field keeps its earlier one.
     void ReportIgnored(const char16_t* field, const NodeView& element) {
         if (reporter_.IsWanted())
             NotifyIgnored(field, element);
@@ -40,9 +41,9 @@ private:
     struct Source {
         const char16_t* field;
         NodeView element;
-        /// Of an element that is valid only while it is read.
+        /// The description of an element that is valid only while it is read.
         GpxSkippedElement description;
-        /// The result of ContentOf, once it was needed.
+        /// The result of ContentOf; empty until it is needed.
         std::optional<icu::UnicodeString> content;
     };
 

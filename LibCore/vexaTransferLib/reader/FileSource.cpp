@@ -34,8 +34,8 @@ public:
     XMLFilePos curPos() const override { return position_; }
     const XMLCh* getContentType() const override { return nullptr; }
 
-    // Less than `capacity` only at the end: the XML parser guesses the encoding from what it gets first, and a pipe
-    // gives what it has.
+    // Returns less than `capacity` only at the end of the file. The XML parser guesses the encoding from the
+    // first bytes that it gets, and a single read from a pipe may give only a few.
     XMLSize_t readBytes(XMLByte* const bytes, const XMLSize_t capacity) override {
         XMLSize_t count = 0;
         while (count < capacity && !hasEnded_)
@@ -50,7 +50,7 @@ private:
         if (count > 0)
             return static_cast<XMLSize_t>(count);
         if (count == 0)
-            hasEnded_ = true; // A terminal could go on.
+            hasEnded_ = true; // A terminal could give more bytes after its end.
         else if (errno != EINTR)
             throw xercesc::XMLPlatformUtilsException("LibCore/vexaTransferLib/reader/FileSource.cpp",
                                                      __LINE__, xercesc::XMLExcepts::File_CouldNotReadFromFile,

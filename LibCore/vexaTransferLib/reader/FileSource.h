@@ -12,13 +12,13 @@
 
 namespace vexaTransferLib::reader {
 
-/// A file that the system finds by the very bytes of its name. The XML parser's own source for files removes ".."
-/// from the path as text, which leads to another file where a folder is a symbolic link.
+/// A file that the system finds by the unchanged bytes of its name. The XML parser's own source for files
+/// removes ".." from the path as text, which leads to another file where a folder is a symbolic link.
 class FileSource final : public xercesc::LocalFileInputSource {
 public:
-    /// \param path what the XML parser calls the file, in messages and where it resolves relative names of other
-    ///             files; it makes it absolute
-    /// \param fileName opened by makeStream
+    /// \param path the name that the XML parser makes absolute and then uses in messages and to resolve the
+    ///             relative names of other files
+    /// \param fileName the name that makeStream opens
     FileSource(const XMLCh* path, std::string fileName)
         : LocalFileInputSource(path), fileName_(std::move(fileName)) {}
 

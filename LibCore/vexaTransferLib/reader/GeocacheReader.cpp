@@ -16,7 +16,7 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-// To clean so much text takes as long as to read a child.
+// Cleaning this many code units takes about as long as reading a child.
 constexpr std::uint64_t kUnitsCleanedAtOnce = 4;
 
 bool ReadCleanText(ReadContext& context, const NodeView& node, icu::UnicodeString& text) {
@@ -101,7 +101,7 @@ constexpr ElementReader<Cache> kTravelBugListReaders[] = {
 };
 constexpr ElementTable<Cache> kTravelBugListElements = {Namespace::kGroundspeak, kTravelBugListReaders};
 
-// Logs and travel bugs alone do not make a geocache, so that their lists do not count as read.
+// The two functions below return false, because logs and travel bugs alone do not make a geocache.
 
 bool ReadLogList(const Element<Cache>& element) {
     ReadGeocacheLogs(element.context, element.node, element.owner);
@@ -130,7 +130,7 @@ constexpr ElementReader<Cache> kCacheReaders[] = {
 };
 constexpr ElementTable<Cache> kCacheElements = {Namespace::kGroundspeak, kCacheReaders};
 
-// Unlike the rest of the extensions, only the first counts.
+// Only the first geocache is read, unlike the other extensions, of which the last counts.
 void TellOtherGeocache(ReadContext& context, const NodeView& child, bool isRead) {
     if (!IsGroundspeak(child))
         context.reporter.SkipForeign(child, "that of geocaches", true);

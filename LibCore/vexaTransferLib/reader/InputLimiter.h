@@ -91,9 +91,9 @@ private:
     std::uint64_t depth_ = 0;
     std::uint64_t textLength_ = 0;
     std::uint64_t names_ = 0;
-    /// By the XML parser's numbers.
+    /// Indexed by the XML parser's numbers of the names.
     std::vector<bool> isKnownName_;
-    // Ordered: no choice of texts makes the search slow.
+    // Ordered sets, because no choice of texts makes a search in them slow.
     std::set<std::u16string, std::less<>> prefixes_;
     std::set<std::u16string, std::less<>> uris_;
     /// The depth of each namespace declaration in scope.

@@ -11,16 +11,15 @@
 
 namespace vexaTransferLib::reader {
 
-/// What a file is called, as text and as the bytes that messages quote. It is converted when it is made, and nowhere
-/// else.
+/// The name of a file, as text and as the bytes that messages quote. The constructor converts it once.
 class InputName {
 public:
     InputName() = default;
-    /// \throws std::runtime_error when ICU has no memory to convert it
+    /// \throws std::runtime_error when ICU has no memory to convert the name
     explicit InputName(const icu::UnicodeString& text);
 
     const icu::UnicodeString& Text() const { return text_; }
-    /// In ICU's default code page.
+    /// The name in ICU's default code page.
     const std::string& Bytes() const { return bytes_; }
 
 private:
@@ -28,7 +27,7 @@ private:
     std::string bytes_;
 };
 
-/// What a document is called that has no name of its own: the file's name without folder and extension. Only "/"
+/// The name of a document whose file gives it none: the file's name without folder and extension. Only "/"
 /// separates folders.
 icu::UnicodeString DefaultDocumentName(const InputName& name);
 

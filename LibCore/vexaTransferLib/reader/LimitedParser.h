@@ -17,12 +17,12 @@
 
 namespace vexaTransferLib::reader {
 
-/// A parser of Xerces, or one derived from it, for an untrusted file: what it finds is checked before it is worked
-/// on. Throws ReadAborted out of the parse.
+/// A parser of Xerces, or one derived from it, for an untrusted file: its content is checked before it is
+/// processed. Throws ReadAborted out of the parse.
 template <class Parser>
 class LimitedParser : public Parser {
 public:
-    /// \param arguments of the parser
+    /// \param arguments for the constructor of the parser
     template <class... Arguments>
     explicit LimitedParser(InputLimiter limiter, Arguments&&... arguments)
         : Parser(std::forward<Arguments>(arguments)...), limiter_(std::move(limiter)) {}
@@ -70,7 +70,7 @@ public:
     }
 
 private:
-    // Counts it, too, when it declares a namespace.
+    // Checks an attribute, and counts it if it declares a namespace.
     void CheckAttribute(const xercesc::XMLAttr& attribute) {
         const XMLCh* const value = attribute.getValue();
         limiter_.CheckText(xercesc::XMLString::stringLen(value));

@@ -19,13 +19,14 @@ public:
     const XMLCh* getContentType() const override { return stream_->getContentType(); }
     const XMLCh* getEncoding() const override { return stream_->getEncoding(); }
 
-    // What comes before the place of the refusal is read first, because it may be ill-formed. An exception from the
-    // first read, which the XML parser does while it makes its reader, would leak the reader's memory.
+    // The parser first gets the bytes before the place where the file is refused, because they may be
+    // ill-formed. The first read never throws: the XML parser does it while it makes its reader, and an
+    // exception would leak the reader's memory.
     XMLSize_t readBytes(XMLByte* const bytes, const XMLSize_t capacity) override {
         if (!isFirst_)
             watcher_.ThrowIfRefused();
         const XMLSize_t count = watcher_.Watch(bytes, stream_->readBytes(bytes, capacity));
-        // Without a byte, the file would seem to end here.
+        // If the file is refused here, returning no byte would look like the end of the file.
         if (count == 0 && !isFirst_)
             watcher_.ThrowIfRefused();
         isFirst_ = false;

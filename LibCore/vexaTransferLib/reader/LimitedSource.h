@@ -15,11 +15,11 @@
 
 namespace vexaTransferLib::reader {
 
-/// An untrusted source of bytes, which a TagWatcher checks: throws ReadAborted out of the parse. The source stays the
-/// caller's. Serves one parse at a time.
+/// Passes on the bytes of an untrusted file, which a TagWatcher checks; throws ReadAborted out of the parse
+/// when they exceed a limit. The caller owns the source of the bytes. For one parse at a time.
 class LimitedSource final : public xercesc::InputSource {
 public:
-    /// \param name of the file, for messages
+    /// \param the file's name, for messages
     LimitedSource(const xercesc::InputSource& source, const GpxInputLimits& limits, InputName name,
                   InputLimiter::Extent extent);
 
@@ -30,7 +30,8 @@ private:
     GpxInputLimits limits_;
     InputName name_;
     InputLimiter::Extent extent_;
-    /// Of the last stream, which the XML parser loses when its memory runs out as it makes its reader.
+    /// The watcher of the last stream. It is not a part of the stream, because the XML parser loses the
+    /// stream when memory runs out while it makes its reader.
     mutable std::optional<TagWatcher> watcher_;
 };
 

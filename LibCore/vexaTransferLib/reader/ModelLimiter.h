@@ -14,8 +14,8 @@
 
 namespace vexaTransferLib::reader {
 
-/// Counts what one untrusted file brings into the model: each operation throws ReadAborted with a GpxReadError
-/// when there is too much.
+/// Counts the objects that one untrusted file adds to the model. Each operation throws ReadAborted with a
+/// GpxReadError when there are too many.
 class ModelLimiter {
 public:
     ModelLimiter(const GpxInputLimits& limits, InputName name)
@@ -25,7 +25,7 @@ public:
         if (++points_ > pointLimit_)
             RefuseOverLimit(name_, "It has more points than", pointLimit_, "points");
     }
-    /// Something that is no point.
+    /// Counts an object that is not a point.
     void AddObject() {
         if (++objects_ > objectLimit_)
             RefuseOverLimit(name_, "It has more objects than", objectLimit_, "objects");

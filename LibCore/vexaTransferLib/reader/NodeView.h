@@ -21,14 +21,14 @@ struct SourceLocation {
     std::uint64_t column = 0;
 };
 
-/// One kind of tree behind the node view. Nodes are handles that only their source understands; none is null.
-/// Texts are zero-terminated, belong to the tree and live as long as it.
+/// A kind of tree whose nodes NodeView shows. Nodes are handles that only their source understands; none is
+/// null. Texts are zero-terminated, belong to the tree and live as long as it.
 class NodeSource {
 public:
     virtual ~NodeSource() = default;
 
     virtual bool IsElement(const void* node) const = 0;
-    /// Null when the node has none, as a text node.
+    /// Null when the node has none, for example a text node.
     virtual const char16_t* LocalName(const void* node) const = 0;
     /// Null when the node is in no namespace.
     virtual const char16_t* NamespaceUri(const void* node) const = 0;
@@ -37,14 +37,15 @@ public:
     /// The value of the first child when that is a text or CDATA section; null otherwise.
     virtual const char16_t* FirstChildText(const void* node) const = 0;
     /// All text and CDATA below the node, without comments and processing instructions; false when the node
-    /// is of a kind that has none. Bounded stack whatever the depth.
+    /// is of a kind that has none. The stack that it needs does not grow with the depth.
     virtual bool TextContent(const void* node, icu::UnicodeString& out) const = 0;
     virtual bool HasChildList(const void* node) const = 0;
-    /// Moves to the next child; false after the last. \p child is null for an entry that is missing. What \p position
-    /// means is known to the source alone; before the first child it is null.
+    /// Moves to the next child; false after the last. \p child is null for an entry that is missing. Only the
+    /// source knows the meaning of \p position, which is null before the first child.
     virtual bool NextChild(const void* node, const void*& position, const void*& child) const = 0;
 
-    // For the reports to an observer. These may take time, and a source need not know the answer.
+    // These are for the reports to an observer. They may take long, and a source that cannot answer need not
+    // override them.
 
     /// Local names from the root of the file to an element, with slashes between them, in UTF-8.
     virtual std::string Path(const void*) const { return {}; }

@@ -12,10 +12,10 @@
 
 namespace vexaTransferLib::reader {
 
-/// What an XML parser tells its error handler, in the words of an observer.
+/// Makes the message for an observer from an error that an XML parser reports.
 GpxParserMessage MessageOf(GpxMessageSeverity severity, const xercesc::SAXParseException& exception);
 
-/// Passes on what an XML parser tells its error handler, after telling it to an observer.
+/// Reports the errors of an XML parser to an observer first, and then to another error handler.
 class ObservedErrorHandler final : public xercesc::ErrorHandler {
 public:
     /// \param observer may be null

@@ -56,8 +56,8 @@ bool ReadExtensions(const PointElement& element) {
     return true;
 }
 
-// A track point rarely has more than the first two. A comment becomes the description and wins over any, whatever
-// their order.
+// A track point rarely has more than the first two elements. A comment becomes the description and replaces
+// one that comes from `desc`, in whatever order they come.
 constexpr ElementReader<GpxPoint> kStandardReaders[] = {
     {gpx::kEle, gpx::kEle, ReadDoubleInto<&GpxPoint::SetElevation>},
     {gpx::kTime, gpx::kTime, ReadTimeInto<&GpxPoint::SetTime>},

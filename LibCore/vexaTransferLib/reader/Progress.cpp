@@ -15,12 +15,13 @@ namespace vexaTransferLib::reader {
 namespace {
 
 constexpr std::uint64_t kNotices = 200;
-// Of a file of unknown length: about 300 places of a terabyte.
+// For a file of unknown length. With these two, a terabyte gives about 300 calls.
 constexpr std::uint64_t kFirstStep = 65536;
 constexpr std::uint64_t kGrowth = 16;
-// The shortest element takes four bytes and is worked on twice at most, so that this makes half as many calls.
+// The shortest element has four bytes and counts twice at most, so that work causes at most half as many
+// calls as there are hundredths.
 constexpr std::uint64_t kWorkNotices = 100;
-// Less work is done before anybody could want to stop it.
+// Less work than this is done so fast that cancelling it is of no use.
 constexpr std::uint64_t kLeastWork = 4096;
 
 class ProgressInputStream final : public xercesc::BinInputStream {
@@ -32,7 +33,8 @@ public:
     const XMLCh* getContentType() const override { return stream_->getContentType(); }
     const XMLCh* getEncoding() const override { return stream_->getEncoding(); }
 
-    // An exception from the first read, which the XML parser does while it makes its reader, would leak memory.
+    // Never throws at the first read: the XML parser does it while it makes its reader, and an exception
+    // would leak the reader's memory.
     XMLSize_t readBytes(XMLByte* const bytes, const XMLSize_t capacity) override {
         if (!isFirst_)
             progress_.ThrowIfStopped();

@@ -16,29 +16,29 @@
 
 namespace vexaTransferLib::reader {
 
-/// How far a file has been read, told to an observer at some 200 places of the file, and now and again while what has
-/// been read is worked on.
+/// Reports to an observer how far a file has been read: at about 200 places of the file, and from time to
+/// time while the content that has been read is processed.
 class Progress {
 public:
-    /// \param bytesInAll 0 when it is not known
-    /// \param name of the file, for the error of a cancelled reading
+    /// \param bytesInAll 0 when the size is not known
+    /// \param the file's name, for the error when the reading is cancelled
     Progress(GpxReadObserver& observer, std::uint64_t bytesInAll, InputName name)
         : observer_(observer), bytesInAll_(bytesInAll), name_(std::move(name)) {}
 
-    // None of these three throws. What the observer throws, and that it cancels, is kept for ThrowIfStopped; it is not
-    // called again.
+    // None of these three throws. If the observer throws or cancels, that is kept for ThrowIfStopped, and the
+    // observer is not called again.
 
-    /// Nothing is read yet, or not any more.
+    /// Reading starts at the first byte, for the first time or again.
     void Begin();
     void Add(std::uint64_t bytes);
-    /// Everything is read, if it could be opened at all.
+    /// Reading has ended. Does nothing when the file could not be opened.
     void End();
 
     /// \throws ReadAborted
     void ThrowIfStopped() const;
 
-    /// Some work on what has been read, so much as goes with about so many bytes: 1 for an element. Tells the
-    /// observer about once for each hundredth of the file's length.
+    /// Counts work on content that has been read. The unit is the work that one byte causes on average;
+    /// reading an element counts as 1. Calls the observer about once for each hundredth of the file's length.
     /// \throws ReadAborted
     void Work(std::uint64_t amount) {
         work_ += amount;
@@ -62,7 +62,7 @@ private:
     std::exception_ptr stop_;
 };
 
-/// A source of bytes whose reading is told to a Progress. Both stay the caller's.
+/// Passes on another source of bytes and reports to a Progress how much was read. The caller owns both.
 class ProgressInputSource final : public xercesc::InputSource {
 public:
     ProgressInputSource(const xercesc::InputSource& source, Progress& progress);

@@ -9,8 +9,9 @@
 
 namespace vexaTransferLib::reader {
 
-/// Thrown through readers and XML parser to end the reading of a file for a reason of its own: an observer has
-/// thrown or cancelled, a limit is exceeded. It is no std::exception, so that the isolation of failures lets it pass.
+/// Thrown through the readers and the XML parser to end the reading of a file when an observer has thrown or
+/// cancelled, or when a limit is exceeded. It does not derive from std::exception, so that the isolation of
+/// failures does not swallow it.
 struct ReadAborted {
     std::exception_ptr reason;
 };

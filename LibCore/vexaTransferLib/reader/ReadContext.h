@@ -20,22 +20,22 @@ namespace vexaTransferLib::reader {
 /// What the node readers share during one public operation of the parser.
 class ReadContext {
 public:
-    /// \param observer told what is skipped; null for silence
+    /// \param observer receives the reports of skipped elements; may be null
     explicit ReadContext(GpxReadObserver* observer = nullptr) : reporter(observer) {}
     virtual ~ReadContext() = default;
 
     /// Cleans a geocache text in place; never throws.
     virtual void CleanText(icu::UnicodeString& text) = 0;
 
-    /// Called for each child that is read, and with more for what takes longer: an element may have millions of
-    /// children, and the observer of a file is asked now and again whether to go on.
+    /// Called for each child that is read, and with a greater amount for longer work. An element may have
+    /// millions of children; through these calls the observer of a file can cancel while they are read.
     /// \throws ReadAborted
     void Work(std::uint64_t amount = 1) const {
         if (progress != nullptr)
             progress->Work(amount);
     }
 
-    /// Something of the model that is no point is read: told before memory is taken for it.
+    /// Counts an object of the model that is not a point. Called before memory is allocated for the object.
     /// \throws ReadAborted when an untrusted file has too many
     void CountObject() const {
         if (limiter != nullptr)
@@ -43,11 +43,11 @@ public:
     }
 
     SkipReporter reporter;
-    /// Of a file that is watched; null otherwise.
+    /// The progress of a file whose reading is observed; null otherwise.
     Progress* progress = nullptr;
-    /// Of an untrusted file; null when the file is trusted.
+    /// The limits of an untrusted file; null for a trusted one.
     std::unique_ptr<ModelLimiter> limiter;
-    /// Made on first use: most files hold no vendor number.
+    /// Made on first use: most files have no number in a vendor's element.
     text::UsNumberFormat numberFormat;
 };
 

@@ -15,7 +15,7 @@
 
 namespace vexaTransferLib::reader {
 
-/// In UTF-8; empty for null.
+/// The text in UTF-8; empty for null.
 std::string ToUtf8(const char16_t* units);
 
 /// Details whose message names the file.
@@ -27,22 +27,22 @@ GpxReadError MakeError(const InputName& name, const GpxReadErrorDetails& details
 /// Ends the reading of an untrusted file.
 /// \throws ReadAborted with a GpxReadError
 [[noreturn]] void RefuseUntrusted(GpxReadErrorKind kind, const InputName& name, const std::string& why);
-/// The same for a limit: "It has more points than 5 (limit of points)."
+/// The same for a limit that is exceeded: "It has more points than 5 (limit of points)."
 [[noreturn]] void RefuseOverLimit(const InputName& name, const char* what, std::uint64_t limit,
                                   const char* limitName);
 
 /// \throws GpxReadError for a file that is not read because the XML parser has found errors
 [[noreturn]] void FailWithErrors(const InputName& name, bool isOpened, const GpxParserMessage& firstError);
-/// \throws GpxReadError for a file of which the host ignores that it could not be opened
+/// \throws GpxReadError for a file that could not be opened when the host ignores that error
 [[noreturn]] void FailWithoutDocument(const InputName& name);
 
-// For the handler of any exception.
+// These are called within a handler of any exception.
 
-/// Throws the XML parser's own exceptions as GpxReadError, any other as it is.
-/// \param isOpened false when nothing could be read of the file
+/// Rethrows an exception of the XML parser as a GpxReadError, any other unchanged.
+/// \param isOpened false when the file could not be opened or read at all
 [[noreturn]] void RethrowParserException(const InputName& name, bool isOpened);
-/// Throws contract errors as GpxReadError and GpxReadValueError, any other as it is.
-/// \param isGpx false when the root element is none of GPX
+/// Rethrows contract errors as GpxReadError and GpxReadValueError, any other exception unchanged.
+/// \param isGpx false when the root element is not one of GPX
 [[noreturn]] void RethrowContentError(const InputName& name, bool isGpx, SourceLocation location);
 
 } // namespace vexaTransferLib::reader

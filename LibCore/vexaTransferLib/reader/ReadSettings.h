@@ -14,7 +14,7 @@
 
 namespace vexaTransferLib::reader {
 
-/// What the host has set for the reading of files. All of it stays the caller's.
+/// The host's settings for the reading of files. The caller owns all of them.
 struct ReadSettings {
     xercesc::ErrorHandler& receiver;             ///< receives the XML parser's errors
     GpxReadObserver* observer;                   ///< null when there is no observer

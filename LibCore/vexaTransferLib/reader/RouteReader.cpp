@@ -19,8 +19,8 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-// What has been read of a route. A route checks its points against its kind, which must be known when the route is
-// made: at the first route point, from the elements before it.
+// The parts of a route that have been read. The route is made at the first route point, from the elements
+// before it: a route checks its points against its kind, which must be known when it is made.
 struct RouteParts {
     icu::UnicodeString name;
     icu::UnicodeString source;

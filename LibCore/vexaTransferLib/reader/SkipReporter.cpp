@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::int32_t kQuotedUnits = 60;
 
-// Names and values come from the file, and may be of any length.
+// Quotes only the start of a long text, because names and values of a file may have any length.
 std::string Quoted(const char16_t* units) {
     const icu::UnicodeString start = text::AliasOfStart(units, kQuotedUnits + 1);
     const bool isCut = start.length() > kQuotedUnits;
@@ -52,7 +52,8 @@ GpxSkippedElement SkipReporter::Describe(const NodeView& element, GpxSkipReason 
     return what;
 }
 
-// What another program keeps under a name of ours in a namespace of its own is not ours.
+// An element of another program is no loss, even if its name is one that the reader knows in another
+// namespace.
 void SkipReporter::NotifyForeign(const NodeView& element, const char* mustBe, bool isKnown) {
     const char16_t* const uri = element.NamespaceUri();
     const std::string is = uri == nullptr ? "It is in no namespace" : "Its namespace is " + Quoted(uri);

@@ -17,7 +17,7 @@
 
 namespace vexaTransferLib::reader {
 
-/// Calls an observer; what it throws leaves as ReadAborted.
+/// Calls an observer. An exception of the observer is rethrown as ReadAborted.
 template <class Call>
 auto CallObserver(Call call) {
     try {
@@ -27,8 +27,8 @@ auto CallObserver(Call call) {
     }
 }
 
-/// Tells a host's observer what the node readers skip. Without an observer nothing is done, and nothing
-/// is looked at.
+/// Reports to a host's observer the elements that the node readers skip. Without an observer its functions
+/// return at once.
 class SkipReporter {
 public:
     explicit SkipReporter(GpxReadObserver* observer) : observer_(observer) {}
@@ -39,8 +39,8 @@ public:
         if (IsWanted())
             Notify(Describe(element, reason, message, isLoss));
     }
-    /// \param mustBe "that of GPX 1.1"
-    /// \param isKnown the reader knows the name, if in another namespace
+    /// \param mustBe the namespace that would be read, such as "that of GPX 1.1"
+    /// \param isKnown true when the reader knows an element of this name in another namespace
     void SkipForeign(const NodeView& element, const char* mustBe, bool isKnown) {
         if (IsWanted())
             NotifyForeign(element, mustBe, isKnown);
@@ -48,17 +48,17 @@ public:
     void SkipUnknown(const NodeView& element) {
         Skip(element, kGpxUnknownElement, "The library does not keep this element.", false);
     }
-    /// For an element that only the other version has.
+    /// Reports an element that exists only in the other version of GPX.
     void SkipOtherVersion(const NodeView& element, const GpxVersion& version) {
         Skip(element, kGpxOtherVersion,
              version.IsGpx10() ? "GPX 1.0 has no such element." : "GPX 1.1 has no such element.", true);
     }
-    /// \param what "a number"
+    /// \param what the expected value, such as "a number"
     void ReportUnreadable(const NodeView& element, const char* what) {
         if (IsWanted())
             NotifyUnreadable(element, what);
     }
-    /// Looks whether the element has more text than its first child, the only one that is read.
+    /// Reports the element if it has more text than its first child, which is the only one that is read.
     void ReportUnreadText(const NodeView& element) {
         if (IsWanted())
             NotifyUnreadText(element);
@@ -79,7 +79,7 @@ private:
     GpxReadObserver* observer_;
 };
 
-/// The same for an element by the version of its file.
+/// Calls SkipForeign for an element that must be in the namespace of the file's version.
 void SkipForeignToGpx(SkipReporter& reporter, const GpxVersion& version, const NodeView& element,
                       bool isKnown);
 

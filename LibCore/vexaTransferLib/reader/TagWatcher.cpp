@@ -12,15 +12,15 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-// Represents each character that is not ASCII, and so no part of markup.
+// Represents every character that is not ASCII and so is not a part of markup.
 constexpr char kOtherCharacter = '\x80';
 // The XML parser asks for more bytes before it has used up those that it has.
 constexpr std::uint64_t kLookahead = 1024;
-// Of a document type declaration up to its internal subset, where the parser reports it.
+// The limit of a document type declaration up to its internal subset, where the parser reports it.
 constexpr std::uint64_t kDocumentTypeBytes = 65536;
 constexpr std::uint64_t kEndless = std::numeric_limits<std::uint64_t>::max();
 
-/// True for what ends a name, or the space around one, in a start tag.
+/// True for the characters that end a name, or the white space around one, in a start tag.
 constexpr std::array<bool, 256> kEndsNames = [] {
     std::array<bool, 256> ends{};
     for (const char character : {'=', '"', '\'', '>'})
@@ -127,7 +127,7 @@ void TagWatcher::TakeEncoding(const std::u16string& encoding) {
     isAfterLead_ = false;
 }
 
-// Takes texts and tags, which are most of a file, without a call for each byte. Stops at other markup.
+// Handles texts and tags, which are most of a file, without a call for each byte. Stops at other markup.
 void TagWatcher::TakePlain(const unsigned char*& at, const unsigned char* const end) {
     while (at != end) {
         switch (state_) {
@@ -166,7 +166,7 @@ void TagWatcher::TakePlain(const unsigned char*& at, const unsigned char* const 
     }
 }
 
-// Up to the next place that matters in a tag.
+// Handles a tag up to the next byte that changes the state.
 void TagWatcher::TakePlainTag(const unsigned char*& at, const unsigned char* const end) {
     const unsigned char* next = at;
     if (state_ == State::kQuoted)
@@ -184,7 +184,8 @@ void TagWatcher::TakePlainTag(const unsigned char*& at, const unsigned char* con
     ++at;
 }
 
-// Takes the content of comments and CDATA sections without a call for each byte. Returns how many bytes it took.
+// Handles the content of comments and CDATA sections without a call for each byte. Returns how many bytes it
+// handled.
 std::size_t TagWatcher::Skip(const unsigned char* bytes, std::size_t size) {
     const bool isComment = state_ == State::kComment;
     if (!isPlain_ || run_ != 0 || !(isComment || state_ == State::kCData))
@@ -356,7 +357,7 @@ void TagWatcher::EndAfter(char character, char repeated, unsigned times) {
         run_ = character == repeated ? run_ + 1 : 0;
 }
 
-// From here on the XML parser reads what the declaration names.
+// From here on the XML parser uses the encoding that the declaration names.
 void TagWatcher::EndDeclaration() {
     isDeclaration_ = false;
     if (isForced_ || !declaration_.starts_with("xml "))

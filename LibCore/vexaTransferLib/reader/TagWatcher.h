@@ -16,21 +16,23 @@
 
 namespace vexaTransferLib::reader {
 
-/// Checks the bytes of an untrusted file before the XML parser reads them, because the parser reads a start tag, a
-/// comment, a CDATA section or a processing instruction to its end before it reports it. Finds the place where one
-/// exceeds the limits. Knows no more of XML than where markup starts and ends. The parser refuses what is not
-/// well-formed, and nothing after that matters.
+/// Checks the bytes of an untrusted file before the XML parser reads them, because the parser reads a start
+/// tag, a comment, a CDATA section or a processing instruction to its end before it reports it. Finds the
+/// place where one of these exceeds the limits. It recognises only where markup starts and ends. Bytes after
+/// an error of well-formedness do not matter, because the parser ends there.
 class TagWatcher {
 public:
     using Extent = InputLimiter::Extent;
 
-    /// \param name of the file, for messages
-    /// \param encoding that the host has given, which overrides what the file says of itself; empty when it has not
+    /// \param the file's name, for messages
+    /// \param encoding the encoding that the host has set, which overrides the one that the file declares;
+    ///             empty when it has set none
     TagWatcher(const GpxInputLimits& limits, const InputName& name, Extent extent,
                const std::u16string& encoding);
 
-    /// Looks at the next bytes of the file. Returns how many of them the parser may have: all, or those before the
-    /// place where the file is refused. Of the first bytes it is at least one: nothing would look like an empty file.
+    /// Looks at the next bytes of the file. Returns how many of them the parser may have: all, or those
+    /// before the place where the file is refused. Never returns 0 for the first bytes, because that would
+    /// look like an empty file.
     std::size_t Watch(const unsigned char* bytes, std::size_t size);
 
     /// \throws ReadAborted when the file is refused at a place that Watch has found
@@ -38,7 +40,7 @@ public:
 
 private:
     enum class State {
-        kStart, ///< of the file, or what follows its XML declaration: the width of its characters is not known
+        kStart, ///< at the start of the file or after its XML declaration; the width of characters is unknown
         kText,
         kOpened, ///< after "<"
         kTag,
@@ -50,7 +52,7 @@ private:
         kComment,
         kCData,
         kDocumentType,
-        kLeft ///< what the parser will find ill-formed
+        kLeft ///< the bytes so far are ill-formed, which the parser will report
     };
 
     std::size_t WithinHead(std::size_t size);
@@ -87,7 +89,7 @@ private:
     /// Nothing but a byte order mark has been seen.
     bool isAtStart_ = true;
     bool isDeclaration_ = false;
-    /// What is in the XML declaration, without repeated white space.
+    /// The content of the XML declaration, without repeated white space.
     std::string declaration_;
 
     /// Bytes of a character: 1, 2 or 4.
@@ -100,11 +102,11 @@ private:
     bool isPlain_ = true;
     bool isAfterLead_ = false;
 
-    /// Of the markup, from its "<".
+    /// The length of the markup, from its "<".
     std::uint64_t length_ = 0;
     std::uint64_t attributes_ = 0;
     char quote_ = '"';
-    /// How often the character that ends the markup has come, with nothing between.
+    /// How many of the characters that end the markup have come directly one after the other.
     unsigned run_ = 0;
 };
 

@@ -28,7 +28,7 @@ std::unique_ptr<xercesc::XercesDOMParser> MakeParser(const InputName& name, cons
 
 } // namespace
 
-// Everything else keeps the XML parser's defaults, the reading of external entities among them.
+// All other settings keep the XML parser's defaults; it reads external entities, for example.
 TreeReading::TreeReading(XmlInput& input, const ReadSettings& settings)
     : input_(input), errors_(settings.receiver, settings.observer),
       parser_(MakeParser(input.Name(), settings)) {

@@ -17,17 +17,19 @@
 
 namespace vexaTransferLib::reader {
 
-/// Reads one file by way of a DOM, in two steps: the caller looks between them whether the XML parser has found errors.
+/// Reads one file through a DOM, in two steps, so that the caller can check between them whether the XML
+/// parser has found errors.
 class TreeReading {
 public:
-    /// The input stays the caller's.
+    /// The caller owns the input.
     TreeReading(XmlInput& input, const ReadSettings& settings);
 
     /// \throws GpxReadError for what the XML parser throws; ReadAborted; what the receiver of errors throws
     void Parse();
-    /// False after the parse of what could not be opened.
+    /// False after the parse when the file could not be opened.
     bool HasDocument() const { return parser_->getDocument() != nullptr; }
-    /// After the parse: the parser with its tree, which then tells its errors to \p receiver. Nothing is left here.
+    /// After the parse: gives up the parser with its tree. The parser then reports its errors to \p receiver.
+    /// This object must not be used after that.
     std::unique_ptr<xercesc::XercesDOMParser> TakeParser(xercesc::ErrorHandler& receiver);
     /// After the parse: replaces \p document, also when the reading fails, but not when it is aborted.
     /// \throws ReadAborted; what the reading fails with, contract errors as GpxReadError and GpxReadValueError

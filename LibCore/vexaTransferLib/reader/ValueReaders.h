@@ -16,15 +16,15 @@
 
 namespace vexaTransferLib::reader {
 
-// Readers of one value. Each returns false (or null) when there is none and then leaves its output untouched, except
-// that a number followed by other characters is stored although false is returned.
+// Readers of one value. Each returns false (or null) and leaves its output unchanged when there is no value.
+// The exception is a number followed by other characters: it is stored although false is returned.
 
 /// The element's non-empty first-child text. A null node writes the contract report.
 const char16_t* ElementText(const NodeView& node);
 /// The non-empty value of the attribute with this qualified name. A null node writes the contract report.
 const char16_t* AttributeText(const NodeView& node, const char16_t* name);
 
-/// Conversion to the local code page of the XML parser; false for null.
+/// Converts to the local code page of the XML parser; false for null.
 bool ToNarrow(const char16_t* text, std::string& out);
 
 bool ReadText(const NodeView& node, icu::UnicodeString& out);
@@ -38,9 +38,9 @@ bool ReadFix(const NodeView& node, GpxFix& out);
 /// A number as `strtod` of the classic locale reads it; false when empty or when something follows it.
 bool ReadNumber(const char* text, double& out);
 
-// With a context, the readers of an element report what of it they could not read.
+// The readers of an element that have a context report the content that they could not read.
 
-/// \param what the value is, for the report of a text that is none: "a number"
+/// \param what the expected value, for the report of a text that is not one: "a number"
 template <class Value>
 bool ReadValue(ReadContext& context, const NodeView& node, bool (*read)(const NodeView&, Value&),
                const char* what, Value& out) {
@@ -51,7 +51,7 @@ bool ReadValue(ReadContext& context, const NodeView& node, bool (*read)(const No
     return isRead;
 }
 
-/// Every text is readable; only what comes after the first piece of it is reported.
+/// Every text can be read. Text after the first piece is not read and is reported.
 inline bool ReadText(ReadContext& context, const NodeView& node, icu::UnicodeString& out) {
     const bool isRead = ReadText(node, out);
     context.reporter.ReportUnreadText(node);

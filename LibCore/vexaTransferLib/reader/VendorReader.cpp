@@ -73,7 +73,7 @@ bool ReadType(ReadContext& context, const NodeView& extensions,
     return found.has_value();
 }
 
-// False, with a report where the node is no element at all, when there is nothing to read.
+// False when there is nothing to read. Writes the contract report when the node is not an element.
 bool IsExtensions(const NodeView& node) {
     return text::SoftCheck(node.LocalName() != nullptr, text::sites::kVendorExtensions) &&
            Equals(node.LocalName(), gpx::kExtensions);
@@ -112,7 +112,7 @@ void ReadFormData(ReadContext& context, const NodeView& form, GpxPoint& point) {
     });
 }
 
-// Half a number is read as what it begins with, and none as 0.
+// Text after the number is ignored, and a text without a number gives 0.
 std::int32_t ReadInteger(ReadContext& context, const NodeView& node, const icu::UnicodeString& text) {
     const std::int32_t number = context.numberFormat.ParseInteger(text);
     if (context.reporter.IsWanted() && context.numberFormat.Format(number) != text &&

@@ -15,8 +15,8 @@
 
 namespace vexaTransferLib::reader {
 
-// The vendor's own elements. The readers of the two types require the vendor's namespace. The others accept any
-// namespace, because existing files declare another one for these elements, or none.
+// The vendor's own elements. The readers of the two types require the vendor's namespace. The others accept
+// any namespace, because existing files declare another namespace for these elements, or none.
 
 /// Reads the last recognised type among the children. False, with `type` unchanged, when there is none.
 bool ReadRouteType(ReadContext& context, const NodeView& extensions, TarvikRouteType& type);

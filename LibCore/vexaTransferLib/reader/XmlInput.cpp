@@ -21,7 +21,7 @@ namespace vexaTransferLib::reader {
 
 namespace {
 
-/// Of a regular file.
+/// The size of a regular file; empty for everything else.
 std::optional<std::uint64_t> FileSize(const std::filesystem::path& file) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error))
@@ -30,7 +30,7 @@ std::optional<std::uint64_t> FileSize(const std::filesystem::path& file) {
     return error ? 0 : size;
 }
 
-// As the XML parser's scanner decides when it is given a path.
+// Decides as the XML parser's scanner does when it is given a path.
 bool IsAddress(const XMLCh* path, xercesc::XMLURL& url) {
     return xercesc::XMLURL::parse(path, url) && !url.isRelative();
 }
@@ -82,7 +82,7 @@ std::unique_ptr<xercesc::InputSource> XmlInput::MakeSource() {
         return std::make_unique<FileSource>(path, fileName_);
     if (policy_ == AddressPolicy::kAllowed)
         return std::make_unique<xercesc::URLInputSource>(url);
-    // Whatever the path looks like, a file of that name is a file.
+    // If a file has this name, the path is not taken for an address.
     if (isRepeatable_)
         return std::make_unique<FileSource>(path, fileName_);
     throw MakeError(name_, MakeDetails(GpxReadErrorKind::kUntrusted, name_,
@@ -94,7 +94,8 @@ void XmlInput::Open() {
         if (!source_)
             source_ = MakeSource();
     } catch (const xercesc::XMLException&) {
-        // Given the path, the XML parser tells its error handler what is wrong: there is no current folder.
+        // There is no current folder. When the XML parser is given the path itself, it reports this to its
+        // error handler.
         if (progress_ || policy_ != AddressPolicy::kAllowed)
             throw;
     }

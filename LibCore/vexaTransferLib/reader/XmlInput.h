@@ -21,33 +21,35 @@
 
 namespace vexaTransferLib::reader {
 
-/// One file for an XML parser: a path, an address, or bytes in memory. Its reading is watched when there is an
-/// observer.
+/// One file for an XML parser: a path, an address, or bytes in memory. With an observer, the progress of its
+/// reading is reported.
 class XmlInput {
 public:
-    /// What a path may be. An address is read by the XML parser from a server or from a file, or refused where only
-    /// files are read, unless there is a file of that name.
+    /// Whether a path that looks like an address may be one. With kAllowed, the XML parser reads the address
+    /// from a server or from a file. With kFilesOnly, the address is refused unless a file has this name.
     enum class AddressPolicy { kAllowed, kFilesOnly };
 
     // The observer may be null.
 
     XmlInput(const icu::UnicodeString& path, AddressPolicy policy, GpxReadObserver* observer);
-    /// \param fileName the bytes that the system is given; never an address
+    /// \param fileName the bytes that the system is given; never taken for an address
     XmlInput(const std::string& fileName, GpxReadObserver* observer);
-    /// \param bytes stay the caller's
+    /// \param bytes not copied; they must stay valid while this object is in use
     XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer);
 
-    /// From now on the file is untrusted: its bytes are checked for what the XML parser cannot be stopped at.
+    /// Makes the file an untrusted one: its bytes are then checked for everything that the XML parser reads
+    /// to its end before it can be stopped.
     void Limit(const GpxInputLimits& limits, InputLimiter::Extent extent);
 
     const InputName& Name() const { return name_; }
     /// Null when there is no observer.
     Progress* GetProgress() { return progress_ ? &*progress_ : nullptr; }
-    /// What is no file, such as a pipe or an address, cannot be read a second time.
+    /// False for a pipe, an address and everything else that is not a regular file: it cannot be read a
+    /// second time.
     bool IsRepeatable() const { return isRepeatable_; }
 
-    /// \throws what the parser throws; ReadAborted; std::bad_alloc; GpxReadError for an address where it is not
-    ///         read
+    /// \throws what the parser throws; ReadAborted; std::bad_alloc; GpxReadError for an address that is
+    ///         refused
     template <class Parser>
     void Feed(Parser& parser) {
         Open();
@@ -59,7 +61,7 @@ public:
     }
 
 private:
-    /// With a zero after it; null when the name is bogus.
+    /// The zero-terminated name for the XML parser; null when the name is bogus.
     const XMLCh* SystemId();
     std::unique_ptr<xercesc::InputSource> MakeSource();
     void Open();
@@ -71,18 +73,18 @@ private:
     InputName name_;
     icu::UnicodeString systemId_;
     std::string fileName_;
-    /// None: whatever the name looks like, it is a file's.
+    /// Empty when the name is always that of a file, even if it looks like an address.
     std::optional<AddressPolicy> policy_;
     bool isRepeatable_ = true;
     std::optional<Progress> progress_;
-    /// What is read; null where the XML parser is to say why it cannot be.
+    /// The source that is read; null when it cannot be made and the XML parser is to report why.
     std::unique_ptr<xercesc::InputSource> source_;
-    /// Of an untrusted file.
+    /// The limits of an untrusted file; empty for a trusted one.
     std::optional<GpxInputLimits> limits_;
     InputLimiter::Extent extent_ = InputLimiter::Extent::kFile;
-    /// What `source_`, or what it watches, checks.
+    /// The source whose bytes are checked by `source_`, or by `watched_` when there is an observer.
     std::unique_ptr<xercesc::InputSource> limited_;
-    /// What `source_` watches.
+    /// The source whose progress `source_` reports.
     std::unique_ptr<xercesc::InputSource> watched_;
 };
 

@@ -9,9 +9,9 @@
 
 namespace vexaTransferLib::text {
 
-/// What a contract report names for a check that runs in another file than the source of the public class on whose
-/// behalf it runs: that source, and the line there that says which check it is and where. Each check has its own
-/// place.
+/// The source and the line that a contract report names for a check that runs on behalf of a public class but
+/// is in another file than the source of that class. The line is in that source and defines the check's site.
+/// Each check has its own site.
 struct CheckSite {
     const char* source;
     int line;
@@ -28,7 +28,7 @@ struct CheckSiteMaker {
 };
 
 /// \{
-/// The checks of common/dbc.h for such a place.
+/// The checks of common/dbc.h for such a site.
 inline void Require(bool holds, const CheckSite& site, const char* message) {
     if (!holds)
         dbc::FailPrecondition(site.source, site.line, message);

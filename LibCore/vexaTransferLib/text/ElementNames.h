@@ -14,9 +14,9 @@
 
 namespace vexaTransferLib::text {
 
-/// The name of an element or an attribute, in both forms that the library needs: readers compare the local name with
-/// that of the XML parser, writers append the qualified name. Either form is a conversion, so that a constant goes
-/// wherever its text would.
+/// The name of an element or an attribute, in both forms that the library needs: readers compare the local
+/// name with that of the XML parser, writers append the qualified name. Both forms are conversions, so that a
+/// constant can be used in place of its text.
 class ElementName {
 public:
     /// \param qualified ASCII, with a prefix where the writers write one: "ele", "tarvik:color"
@@ -27,7 +27,7 @@ public:
             colon == std::string_view::npos ? qualified_ : qualified_.substr(colon + 1);
         *std::copy(local.begin(), local.end(), local_.begin()) = u'\0';
     }
-    // A copy would leave pointers to its text behind.
+    // Not copyable, because pointers to the text of a copy become invalid when the copy is destroyed.
     ElementName(const ElementName&) = delete;
     ElementName& operator=(const ElementName&) = delete;
 

@@ -270,8 +270,8 @@ void TimeText::SetClock(int hour, int minute, int second) {
     length_ = dateLength_ + static_cast<std::size_t>(AppendClock(clock, hour, minute, second) - clock);
 }
 
-// The locale is fixed because the default one may count the years in another way. A NaN, which no calendar takes,
-// gives an empty text.
+// The locale is fixed because the default one may count the years in another way. A NaN, which calendars do
+// not accept, gives an empty text.
 void TimeText::SetFromCalendar(double millis, YearDigits yearDigits) {
     UErrorCode status = U_ZERO_ERROR;
     icu::GregorianCalendar calendar(*icu::TimeZone::getGMT(), icu::Locale::getUS(), status);

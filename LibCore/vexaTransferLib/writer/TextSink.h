@@ -48,7 +48,7 @@ public:
         else
             AppendAscii(text::FixedText(number, decimals).View());
     }
-    /// Appends a number with thousands separators, as the vendor's extensions have them.
+    /// Appends a number with thousands separators, as the vendor's extensions require.
     void Grouped(std::int32_t number) { Raw(numberFormat_.Format(number)); }
     void Grouped(double number) { Raw(numberFormat_.Format(number)); }
 
@@ -64,8 +64,8 @@ protected:
 
     std::size_t Room() const { return static_cast<std::size_t>(end_ - next_); }
 
-    /// Where the next ASCII character goes and where the room for more of them ends; equal when the
-    /// implementation lends no buffer.
+    /// The place for the next ASCII character and the end of the buffer; equal when the implementation lends
+    /// no buffer.
     char* next_ = nullptr;
     char* end_ = nullptr;
 
@@ -86,8 +86,8 @@ private:
     text::TimeText timeText_;
 };
 
-/// Appends to a UnicodeString. A string that is too large for ICU becomes bogus and stays so; RequireNotBogus checks
-/// it at the end.
+/// Appends to a UnicodeString. A string that is too large for ICU becomes bogus and remains so;
+/// RequireNotBogus checks it at the end.
 class UnicodeSink final : public TextSink {
 public:
     explicit UnicodeSink(icu::UnicodeString& out) : out_(out) {}

@@ -28,7 +28,7 @@ const std::string kMixed = "<wpt lat='1' lon='2'><ele>high</ele><hdop>1</hdop><t
                            "</trkseg></trk>\n"
                            "<wpt lat='1' lon='2'/>";
 
-TEST(CheckTest, TellsWhatWasReadAndWhatWasSkipped) {
+TEST(CheckTest, ReportsWhatWasReadAndWhatWasSkipped) {
     const Folder folder;
     folder.Write("walk.gpx", Gpx(kMixed));
     const Result result = RunTool({"check", "walk.gpx"}, folder.Path());
@@ -65,7 +65,7 @@ TEST(CheckTest, AFileThatIsReadWholeIsASuccess) {
     EXPECT_EQ(result.out, report + report + "Everything was read.\n");
 }
 
-TEST(CheckTest, WhatNoDocumentCouldHoldIsNoFailure) {
+TEST(CheckTest, SkippingAnElementThatNoDocumentCanHoldIsNoFailure) {
     const Folder folder;
     folder.Write("walk.gpx", Gpx("<wpt lat='1' lon='2'><hdop>1</hdop></wpt>"));
     const Result result = RunTool({"check", "walk.gpx"}, folder.Path());

@@ -169,7 +169,7 @@ TEST(ConvertTest, AnIllFormedResultDoesNotReachStandardOutput) {
     }
 }
 
-TEST(ConvertTest, InAndOutTheSameStaysAsItWasWhenTheResultIsIllFormed) {
+TEST(ConvertTest, AFileConvertedInPlaceIsUnchangedWhenTheResultIsIllFormed) {
     const Folder folder;
     const std::string document = ReadFile(Data("raw-markup.gpx"));
     folder.Write("a.gpx", document);
@@ -217,7 +217,7 @@ TEST(ConvertTest, ATextThatWouldBeReadAsSomethingElseIsNamedAndNothingWritten) {
         EXPECT_EQ(ComplaintAbout(row), Changed(row.field + std::string(" ") + row.text, "in.gpx"));
 }
 
-TEST(ConvertTest, SuchATextMakesNoNewFileAndReachesNoStandardOutput) {
+TEST(ConvertTest, ATextThatWouldBeReadAsSomethingElseMakesNoNewFileAndNoOutput) {
     for (const IllFormed& row : {kChanged.front(), kChanged.back()}) {
         const Folder folder;
         folder.Write("in.gpx", Gpx(row.elements));
@@ -233,7 +233,7 @@ TEST(ConvertTest, SuchATextMakesNoNewFileAndReachesNoStandardOutput) {
     }
 }
 
-TEST(ConvertTest, SuchATextOfStandardInputOrAnArchiveIsNamedWithItsSource) {
+TEST(ConvertTest, ATextThatWouldBeReadAsSomethingElseIsNamedWithItsSource) {
     const Folder folder;
     const std::string bad = Gpx(Extensions("<t:objectid>&lt;x/></t:objectid>"));
     const std::string field = "GUID of waypoint 2 \"<x/>\"";
@@ -251,7 +251,7 @@ TEST(ConvertTest, SuchATextOfStandardInputOrAnArchiveIsNamedWithItsSource) {
 }
 
 TEST(ConvertTest, AnyOtherTextIsWrittenAndReadBackAsItIs) {
-    // Also what is markup only elsewhere, and markup in texts that are escaped.
+    // Also characters that are markup only in other places, and markup in texts that are escaped.
     const std::vector<std::string> rows = {
         Metadata("<t:layername>a > b \"c\" 'd'\n\te\xC2\x85\xE2\x80\xA8</t:layername>"),
         Metadata("<t:layerkey> ]] > amp; lt; #65; --> </t:layerkey><t:form>日本</t:form>"),
@@ -349,7 +349,7 @@ TEST(ConvertTest, ATargetThatCannotBeWrittenIsReported) {
     }
 }
 
-TEST(ConvertTest, AWriteProtectedTargetStays) {
+TEST(ConvertTest, AWriteProtectedTargetIsKept) {
     if (::geteuid() == 0)
         GTEST_SKIP() << "no file is write-protected for root";
     const Folder folder;
@@ -377,7 +377,7 @@ TEST(ConvertTest, AnExistingTargetKeepsItsModeAndANewOneHasTheUsualOne) {
     EXPECT_EQ(ModeOf(folder.File("new.gpx")), 0640U);
 }
 
-TEST(ConvertTest, ASymbolicLinkStaysAndItsTargetIsWritten) {
+TEST(ConvertTest, ASymbolicLinkIsKeptAndItsTargetIsWritten) {
     const Folder folder;
     std::filesystem::create_directory(folder.File("sub"));
     folder.Write("sub/real.gpx", "x");
@@ -428,7 +428,7 @@ TEST(ConvertTest, WhatWasNotCarriedOverIsCountedAtTheEnd) {
     EXPECT_THAT(Lines(old.err)[1], StartsWith("vexagpx: Note: 1 thing "));
 }
 
-TEST(ConvertTest, WhatIsGoneAfterwardsIsNotSaidToBeListed) {
+TEST(ConvertTest, TheNoteNamesNoFileThatTheConversionHasReplaced) {
     const Folder folder;
     folder.Write("a.gpx", Gpx(kPartlyRead));
     EXPECT_EQ(Tool({"convert", "-", "out.gpx"}).In(folder.Path()).Stdin(Gpx(kPartlyRead)).Run().err,

@@ -14,7 +14,7 @@ using cli::Lines;
 using cli::Result;
 using cli::RunTool;
 
-/// The line that a document of these elements gives.
+/// The line that `dump` prints for a document of these elements.
 std::string DumpOf(const std::string& elements) {
     const Folder folder;
     folder.Write("t.gpx", Gpx(elements));

@@ -41,7 +41,7 @@ const std::string kAllRecords =
              "<t:geocachecount>44</t:geocachecount>",
              kTime);
 
-/// What `info` says of a document; it must be one line, without an error.
+/// The line that `info` prints for a document; there must be one line and no error.
 std::string InfoOf(const std::string& document, std::vector<std::string> options = {}) {
     const Folder folder;
     folder.Write("t.gpx", document);
@@ -55,7 +55,7 @@ std::string InfoOf(const std::string& document, std::vector<std::string> options
     return result.out;
 }
 
-TEST(InfoTest, OneLineTellsAllThatTheHeadHolds) {
+TEST(InfoTest, OneLineShowsEverythingInTheHead) {
     const std::string line = InfoOf(Gpx(kAllRecords));
     EXPECT_THAT(line, StartsWith("t.gpx: "));
     for (const char* item : {"Hikes & walks", "k-1", "survey", "symbol 12", "t-g", "w-g", "21 waypoints",
@@ -76,7 +76,7 @@ TEST(InfoTest, AWholeNumberOfKilometresIsALengthToo) {
     EXPECT_THAT(InfoOf(Gpx(Metadata("<t:trktotalkm>12</t:trktotalkm>"))), HasSubstr(" km"));
 }
 
-TEST(InfoTest, TextsStayOnTheLineAndControlTheTerminalNot) {
+TEST(InfoTest, TextsAreShownOnOneLineWithoutTerminalControls) {
     const std::string line = InfoOf(Gpx(Metadata("<t:layername>a\nb\tc</t:layername><t:form>\xC2\x9B"
                                                  "31m</t:form>")));
     EXPECT_THAT(line, Not(HasSubstr("\t")));
@@ -151,7 +151,7 @@ TEST(InfoTest, WhatPrecedesAnErrorInTheHeadIsKept) {
                                       "\n");
 }
 
-TEST(InfoTest, ALineTellsThatTheHeadIsNotWellFormed) {
+TEST(InfoTest, ALineReportsAHeadThatIsNotWellFormed) {
     EXPECT_EQ(InfoOf("no XML"), "t.gpx: the head is not well-formed XML\n");
     EXPECT_EQ(InfoOf(Gpx("<metadata>" + kTime + "</metadata></oops>")),
               "t.gpx: 2009-01-15T10:20:30Z, the head is not well-formed XML\n");
@@ -220,8 +220,8 @@ TEST(InfoTest, AFullDeviceIsReported) {
                            "Unable to write to standard output: No space left on device"));
 }
 
-/// How many time elements are before the first waypoint, route or track. What is not ASCII does not matter
-/// here, so UTF-16 is read without its zero bytes.
+/// How many time elements are before the first waypoint, route or track. Characters other than ASCII do not
+/// matter here, so that UTF-16 is read without its zero bytes.
 std::size_t TimesInHead(const std::string& path) {
     std::string text = cli::ReadFile(path);
     std::erase(text, '\0');
@@ -234,7 +234,7 @@ std::size_t TimesInHead(const std::string& path) {
     return count;
 }
 
-// A dump reads the time from where the version of GPX has it; the scanner takes the last time element of the
+// A dump reads the time from its place in the version of GPX; the scanner takes the last time element of the
 // head, wherever it is. They must agree where the head has one time element only and the dump has a time;
 // without any time element the scanner cannot have one.
 TEST(InfoTest, EveryFileOfTheCorpusIsOneLineOfJsonWithTheTimeOfItsDump) {

@@ -17,7 +17,7 @@ TEST(PathStatisticsTest, WesternPointsAloneDoNotLieAcrossThe180thMeridian) {
     EXPECT_EQ(bounds.East(), -122.730903);
 }
 
-TEST(PathStatisticsTest, PointsAroundGreenwichDoNotEither) {
+TEST(PathStatisticsTest, PointsAroundGreenwichDoNotLieAcrossThe180thMeridian) {
     Bounds bounds;
     bounds.Add(0, -1);
     bounds.Add(0, 1);

@@ -40,7 +40,7 @@ std::string Point(const std::string& element, double latitude, double longitude,
            "'>" + content + "</" + element + ">";
 }
 
-TEST(ShowTest, TellsWhatIsInTheFile) {
+TEST(ShowTest, ShowsWhatIsInTheFile) {
     const Result result = RunTool({"show", "full.gpx"}, Data(""));
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");

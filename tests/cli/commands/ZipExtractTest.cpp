@@ -220,7 +220,7 @@ TEST(ZipExtractTest, TheFolderItselfMayBeALinkOrDeep) {
                             "real/", "real/last.gpx"));
 }
 
-TEST(ZipExtractTest, WhatIsThereIsKeptUnlessOverwriteIsSaid) {
+TEST(ZipExtractTest, ExistingFilesAreKeptWithoutOverwrite) {
     const Extraction extraction(
         {{.name = "a.gpx", .content = "new"}, {.name = "sub/b.gpx", .content = "new"}, kGood});
     fs::create_directories(extraction.folder.File("out/sub"));
@@ -252,7 +252,7 @@ TEST(ZipExtractTest, TwoEntriesOfOnePlaceKeepTheFirst) {
     }
 }
 
-TEST(ZipExtractTest, WhatIsNoFolderIsNotTakenForOne) {
+TEST(ZipExtractTest, FilesFoldersAndPipesDoNotReplaceEachOther) {
     for (const std::vector<std::string>& options :
          std::vector<std::vector<std::string>>{{}, {"--overwrite"}}) {
         const Extraction extraction({{.name = "a", .content = "file"},
@@ -319,12 +319,12 @@ TEST(ZipExtractTest, NamesThatAreTooLongToBeReadAreRefused) {
 }
 
 TEST(ZipExtractTest, AFileThatCannotBeWrittenWholeIsReportedAndLeavesNothing) {
-    // Above what a build that counts coverage writes about itself.
+    // Above the size of the files that a build with coverage writes about itself.
     constexpr rlim_t kLimit = rlim_t{4} << 20;
     const Extraction extraction(
         {{.name = "large.gpx", .content = std::string(kLimit + 1, 'l'), .method = 0}, kGood});
     const Result result = [&] {
-        // As on a disk that is full.
+        // Like a full disk.
         const cli::ResourceLimit limit(RLIMIT_FSIZE, kLimit);
         return extraction.Run();
     }();
@@ -344,7 +344,7 @@ TEST(ZipExtractTest, AFolderThatCannotBeMadeIsReported) {
     EXPECT_EQ(ReadFile(extraction.folder.File("file")), "as it was");
 }
 
-TEST(ZipExtractTest, WhatIsNoArchiveMakesNoFolder) {
+TEST(ZipExtractTest, AFileThatIsNoArchiveMakesNoFolder) {
     const Folder folder;
     folder.Write("text.zip", "text");
     for (const char* archive : {"text.zip", "missing.zip"})

@@ -207,7 +207,7 @@ TEST(ZipTest, TestReadsEveryEntryAndNamesTheBadOnes) {
     }
 }
 
-TEST(ZipTest, WhatNeedsAPasswordOrAnotherMethodIsReported) {
+TEST(ZipTest, EntriesWithAPasswordOrAnotherMethodAreReported) {
     const std::vector<std::pair<ZipEntry, std::string>> rows = {
         {{.flags = testing_support::kZipEncryptedFlag}, "protected by a password and cannot be read"},
         {{.method = 99, .flags = testing_support::kZipEncryptedFlag, .packed = "x"},
@@ -244,7 +244,7 @@ TEST(ZipTest, AnArchiveWithoutEntriesIsSound) {
     EXPECT_TRUE(Failed(Zip("cat", BuildZip({}), {"a"}), "a.zip"));
 }
 
-TEST(ZipTest, WhatIsNoArchiveIsReported) {
+TEST(ZipTest, AFileThatIsNoArchiveIsReported) {
     const std::string whole = BuildZip({{.name = "a.gpx", .content = kLong}, {.name = "b.gpx"}});
     const std::size_t directory = whole.find("PK\1\2");
     for (const std::string& bytes :

@@ -256,7 +256,7 @@ TEST(ArchiveInputTest, ConvertDoesNotReplaceItsArchive) {
     EXPECT_EQ(ReadFile(folder.File("a.zip")), archive);
 }
 
-TEST(ArchiveInputTest, WhatIsSaidToBeSkippedIsSkipped) {
+TEST(ArchiveInputTest, EntriesThatAreReportedAsSkippedAreNotRead) {
     const Folder folder;
     folder.Write("a.zip",
                  BuildZip({GpxEntry(std::string(1019, 'n') + ".gpx.txt", "cut after .gpx"),
@@ -287,7 +287,7 @@ TEST(ArchiveInputTest, NoEntryBecomesATemporaryFile) {
         }
     }
     EXPECT_TRUE(fs::exists(folder.File("to -/a/Deep.GPX")));
-    // What can be read only once is copied as a whole.
+    // An input that can be read only once is copied as a whole.
     const std::string expected = run({"dump", "a.zip"}).out;
     EXPECT_EQ(run({"dump", "-"}).out, expected);
     std::thread writer([&] { folder.Write("pipe", archive); });

@@ -36,8 +36,8 @@ void ExpectFine(const Result& result) {
     EXPECT_THAT(result.out, HasSubstr(" 0 bad."));
 }
 
-/// An entry of zeros that grows to `ratio` times its packed size and `more` bytes. Empty blocks fill the stream
-/// up to where that comes out.
+/// An entry of zeros that grows to `ratio` times its packed size and `more` bytes. Empty blocks are added to
+/// the stream until it has the required length.
 ZipEntry GrowingEntry(std::size_t ratio, std::size_t more) {
     const std::string emptyBlock("\0\0\0\xFF\xFF", 5);
     for (std::size_t packedSize = 1000;; ++packedSize) {
@@ -92,7 +92,7 @@ TEST(ArchiveLimitsTest, AnEntryMayHaveAGibibyteByDefault) {
                "--max-ratio"));
 }
 
-TEST(ArchiveLimitsTest, WhatAllEntriesUnpackToIsAnOption) {
+TEST(ArchiveLimitsTest, TheTotalSizeOfAllEntriesIsAnOption) {
     const ZipEntry first = {.name = "a", .content = Zeros(600), .method = 0};
     const ZipEntry second = {.name = "b", .content = Zeros(400), .method = 0};
     ExpectFine(TestZip({first, second, {.name = "none"}}, {"--max-total-size=1000"}));
@@ -103,7 +103,7 @@ TEST(ArchiveLimitsTest, WhatAllEntriesUnpackToIsAnOption) {
     EXPECT_EQ(result.out, "3 entries tested, 1 bad.\n");
 }
 
-// It is refused for the size that it states; the entries that fit are read.
+// The entry is refused for the size that it states; the entries that fit are read.
 TEST(ArchiveLimitsTest, AnEntryThatDoesNotFitIntoTheTotalIsNotCounted) {
     const Result result = TestZip({{.name = "a", .content = Zeros(900), .method = 0},
                                    {.name = "large", .content = Zeros(101), .method = 0},
@@ -113,7 +113,7 @@ TEST(ArchiveLimitsTest, AnEntryThatDoesNotFitIntoTheTotalIsNotCounted) {
     EXPECT_EQ(result.out, "3 entries tested, 1 bad.\n");
 }
 
-// What was unpacked of an entry that turns out bad counts, too.
+// The bytes that were unpacked from a bad entry count, too.
 TEST(ArchiveLimitsTest, BadEntriesCountAsFarAsTheyAreUnpacked) {
     const Result result = TestZip({{.name = "bad", .content = Zeros(600), .method = 0, .crc = 1},
                                    {.name = "b", .content = Zeros(401), .method = 0}},

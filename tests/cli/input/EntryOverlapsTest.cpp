@@ -55,7 +55,7 @@ TEST(EntryOverlapsTest, AnEntryThatReachesIntoOneAfterItOrSharesItsStartIsRefuse
         EXPECT_EQ(FindOverlaps(row.ranges), row.refused) << row.reason;
 }
 
-TEST(EntryOverlapsTest, WhatIsLeftOfAnyRangesDoesNotOverlap) {
+TEST(EntryOverlapsTest, RangesThatAreNotRefusedDoNotOverlap) {
     std::mt19937 random(20260101);
     const auto below = [&random](std::uint64_t end) { return random() % end; };
     for (int round = 0; round < 2000; ++round) {

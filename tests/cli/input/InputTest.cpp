@@ -154,7 +154,7 @@ TEST(InputTest, ASignalRemovesTheCopyOfStandardInput) {
             ::_exit(127);
         }
         using namespace std::chrono_literals;
-        // The copy exists from when the tool waits for input.
+        // The copy exists as soon as the tool waits for input.
         const auto copyExists = [&] {
             const std::vector<std::string> names = temporary.Names();
             return !names.empty() && ::access((temporary.File(names[0]) + "/-").c_str(), F_OK) == 0;

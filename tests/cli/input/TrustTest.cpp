@@ -22,7 +22,7 @@ using Arguments = std::vector<std::string>;
 const std::string kRefused = "vexagpx: The untrusted GPX file was refused: ";
 const std::string kAdvice = " If you know where it comes from, --trust reads it.\n";
 
-// Valid, because the reader validates where a declaration lists elements.
+// The file is valid, because the reader validates a file whose declaration lists elements.
 const std::string kLeak = "<!DOCTYPE gpx [<!ENTITY e SYSTEM 'secret.txt'>"
                           "<!ELEMENT gpx ANY><!ATTLIST gpx version CDATA #IMPLIED xmlns CDATA #IMPLIED>"
                           "<!ELEMENT metadata ANY><!ELEMENT name ANY>]>"
@@ -36,7 +36,7 @@ std::string Nested(int depth) {
     return Gpx(nested);
 }
 
-/// Commands that read a document, each with what follows its options.
+/// Commands that read a document, each with the arguments after its options.
 class TrustTest : public testing::TestWithParam<Arguments> {
 protected:
     TrustTest() {
@@ -91,7 +91,7 @@ TEST_P(TrustTest, LimitsHoldUnlessTheFileIsTrusted) {
     EXPECT_THAT(Run("deep.gpx", {"--trust"}).err, Not(HasSubstr("refused")));
 }
 
-TEST_P(TrustTest, EntriesOfArchivesAreStrangersToo) {
+TEST_P(TrustTest, EntriesOfArchivesAreUntrustedToo) {
     folder.Write("a.zip", testing_support::BuildZip(
                               {{.name = "leak.gpx", .content = ReadFile(folder.File("leak.gpx"))}}));
     const Result result = Run("a.zip");

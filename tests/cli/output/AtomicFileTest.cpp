@@ -45,7 +45,7 @@ mode_t ModeOf(const std::string& path) {
     return StatusOf(path).st_mode & 07777;
 }
 
-/// The message of what is thrown; empty when nothing is.
+/// The message of the exception; empty when there is none.
 template <class Action>
 std::string MessageOf(Action action) {
     try {
@@ -105,7 +105,7 @@ TEST(AtomicFileTest, RefusesWhatIsNoFileToReplace) {
     EXPECT_EQ(ReadFile(folder.File("file")), "as it was");
 }
 
-TEST(AtomicFileTest, WhatComesIntoItsPlaceMeanwhileIsKeptWhenFilesAreKept) {
+TEST(AtomicFileTest, AFileThatAppearsMeanwhileIsKeptWhenFilesAreKept) {
     const Folder folder;
     AtomicFile file(FileIn(folder.Path(), "a"), kKept);
     file.Write("new");
@@ -144,7 +144,7 @@ struct Swappable {
     FileInFolder Place() const { return FileIn(folder.File("sub"), "a"); }
 };
 
-TEST(AtomicFileTest, StaysInItsFolderWhenALinkTakesThePlaceOfThatFolder) {
+TEST(AtomicFileTest, IsWrittenToItsFolderWhenALinkReplacesThatFolder) {
     // Before the file is created, while it is written, or before it is committed.
     for (int step = 0; step < 3; ++step) {
         const Swappable places;
@@ -163,14 +163,14 @@ TEST(AtomicFileTest, StaysInItsFolderWhenALinkTakesThePlaceOfThatFolder) {
     }
 }
 
-/// A file of another user with the name of the temporary file, where the path now leads.
+/// Writes a file of another user with the name of the temporary file to the place that the path now leads to.
 void PutStrangersFile(const Folder& folder) {
     const fs::path temporary = fs::directory_iterator(folder.File("sub"))->path().filename();
     SwapForLink(folder);
     folder.Write("elsewhere/" + temporary.string(), "a stranger's");
 }
 
-TEST(AtomicFileTest, RemovesItsOwnFileAndNoneToWhichThePathLeadsMeanwhile) {
+TEST(AtomicFileTest, RemovesItsOwnFileAndNotAnotherThatIsNowAtItsPath) {
     const Swappable places;
     {
         AtomicFile file(places.Place(), kReplaced);
@@ -180,7 +180,7 @@ TEST(AtomicFileTest, RemovesItsOwnFileAndNoneToWhichThePathLeadsMeanwhile) {
     EXPECT_EQ(places.folder.Tree().size(), 4U);
 }
 
-TEST(AtomicFileTest, SoDoesASignalThatEndsTheProgram) {
+TEST(AtomicFileTest, ASignalThatEndsTheProgramRemovesOnlyItsOwnFile) {
     const Swappable places;
     const auto DieOfASignal = [&places] {
         std::signal(SIGTERM, SIG_DFL);
@@ -209,7 +209,7 @@ TEST(AtomicFileTest, HoldsNoDescriptorAfterwards) {
 }
 
 TEST(AtomicFileTest, AFullDiskIsReportedAndLeavesNothing) {
-    // Above what a build that counts coverage writes about itself.
+    // Above the size of the files that a build with coverage writes about itself.
     constexpr rlim_t kLimit = rlim_t{4} << 20;
     const Folder folder;
     folder.Write("a.gpx", "as it was");
@@ -257,7 +257,7 @@ TEST(ReplacementModeTest, NeverKeepsMoreThanPermissionsAndLessWhenOwnerOrGroupCh
     }
 }
 
-TEST(ReplacementModeTest, GivesNobodyWhatTheOldFileDidNot) {
+TEST(ReplacementModeTest, GrantsNoPermissionThatTheOldFileDidNot) {
     for (mode_t mode = 0; mode <= 07777; ++mode)
         for (const uid_t owner : {1U, 9U})
             for (const gid_t group : {2U, 9U}) {
@@ -305,7 +305,7 @@ TEST_P(ReplacedByToolTest, TheModeIsKeptWithoutItsSpecialBits) {
     }
 }
 
-TEST_P(ReplacedByToolTest, AStrangersFileMakesNoProgramOfTheNewOwner) {
+TEST_P(ReplacedByToolTest, AFileOfAnotherUserKeepsNoSpecialBits) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can give a file to somebody else";
     for (const auto& [before, after] : std::vector<std::pair<mode_t, mode_t>>{

@@ -90,7 +90,7 @@ TEST(ResolveBelowTest, LinksAndWhatIsNoFolderOrFileAreRefusedWithTheirPath) {
     EXPECT_THAT(elsewhere.Names(), IsEmpty());
 }
 
-TEST(ResolveBelowTest, GoesOnBelowTheOpenFolderWhenALinkTakesItsPlace) {
+TEST(ResolveBelowTest, ContinuesBelowTheOpenFolderWhenALinkReplacesIt) {
     const Folder folder;
     fs::create_directory(folder.File("out"));
     fs::create_directory(folder.File("elsewhere"));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Loaded before the C library: creating a temporary folder also writes VEXAGPX_TEST_WORDS to
-// standard error and, when VEXAGPX_TEST_ABORT is set, ends as a failed assertion does. Every file system has
+// Loaded before the C library: creating a temporary folder also writes VEXAGPX_TEST_WORDS to standard error
+// and, when VEXAGPX_TEST_ABORT is set, ends the process as a failed assertion does. Every file system has
 // VEXAGPX_TEST_FREE bytes free, when that is set.
 
 #include <cstdlib>

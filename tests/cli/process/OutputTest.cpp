@@ -40,7 +40,7 @@ TEST(OutputTest, ClosedStandardOutputIsReported) {
     }
 }
 
-TEST(OutputTest, AReaderThatWentAwayIsReported) {
+TEST(OutputTest, APipeWithoutAReaderIsReported) {
     for (const std::vector<std::string>& command : kCommands) {
         const cli::Folder folder;
         int ends[2];

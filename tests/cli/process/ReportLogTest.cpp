@@ -90,7 +90,7 @@ TEST(ReportLogTest, ManyReportsDoNotBlock) {
     EXPECT_EQ(Lines(ReadFile(folder.File("log"))).size(), 20000U);
 }
 
-/// The tool with something that writes to its standard error while it reads standard input.
+/// Runs the tool with a library that writes to its standard error while it reads standard input.
 Tool Disturbed(const std::string& words) {
     Tool tool({"dump", "-"});
     tool.Stdin(ReadFile(Data("dropped-point.gpx")))

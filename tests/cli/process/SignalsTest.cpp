@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What Ctrl-C and SIGTERM do.
+// The effects of Ctrl-C and SIGTERM.
 
 #include "support/Session.h"
 #include "support/SlowPipe.h"
@@ -28,7 +28,7 @@ std::string Cancelled(const std::string& name) {
     return "\r\x1B[Kvexagpx: The reading of the GPX file was cancelled: " + name + "\r\n";
 }
 
-/// The bar has been drawn and not cleared since.
+/// True when the bar has been drawn and not cleared since.
 bool ShowsProgress(const Session& session) {
     return session.Screen().ends_with("\x1B[K") && !session.Screen().ends_with("\r\x1B[K");
 }
@@ -40,7 +40,7 @@ std::string ManyWaypoints() {
     return Gpx(waypoints);
 }
 
-/// Stops the run in the middle of reading a document, gives it a signal or keys, and lets it go on.
+/// Stops the run in the middle of reading a document, sends it a signal or keys, and lets it continue.
 template <class Act>
 void InterruptReading(Session& session, Act act) {
     ASSERT_TRUE(session.StepUntil([&] { return ShowsProgress(session); })) << session.Screen();
@@ -115,7 +115,7 @@ TEST_F(SignalsTest, AnEntryOfAnArchiveIsNamed) {
     EXPECT_THAT(session.Screen(), EndsWith(Cancelled("a.zip/long.gpx")));
 }
 
-TEST_F(SignalsTest, WhatComesThroughAPipeIsCancelledAndItsCopyRemoved) {
+TEST_F(SignalsTest, ReadingAPipeIsCancelledAndItsCopyRemoved) {
     for (const int signal : {SIGINT, SIGTERM}) {
         const Folder folder;
         const Folder temporary;
@@ -161,7 +161,7 @@ struct Stuck {
 TEST_F(SignalsTest, ASecondControlCEndsAtOnce) {
     Stuck stuck;
     Session session({"dump", "--trust", "stuck.gpx"});
-    // Without the alarm that would end the wait.
+    // The alarm, which would end the wait, is ignored.
     session.In(stuck.folder.Path()).Ignoring(SIGALRM).Start();
     stuck.pipe.Open();
     session.SendAndWait(SIGINT);

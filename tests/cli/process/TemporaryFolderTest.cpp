@@ -37,7 +37,7 @@ private:
     std::optional<std::string> before_;
 };
 
-TEST_F(TemporaryFolderTest, GoesWithItsFile) {
+TEST_F(TemporaryFolderTest, IsRemovedWithItsFile) {
     {
         const TemporaryFolder folder("walk.gpx");
         EXPECT_THAT(folder.FilePath(), testing::StartsWith(place.Path() + "/vexagpx-"));
@@ -48,12 +48,12 @@ TEST_F(TemporaryFolderTest, GoesWithItsFile) {
     EXPECT_THAT(place.Names(), IsEmpty());
 }
 
-TEST_F(TemporaryFolderTest, GoesWithoutItsFileToo) {
+TEST_F(TemporaryFolderTest, IsRemovedWithoutItsFileToo) {
     static_cast<void>(TemporaryFolder("walk.gpx"));
     EXPECT_THAT(place.Names(), IsEmpty());
 }
 
-TEST_F(TemporaryFolderTest, RemovesItsOwnFileAndNoneToWhichThePathLeadsMeanwhile) {
+TEST_F(TemporaryFolderTest, RemovesItsOwnFileAndNotAnotherThatIsNowAtItsPath) {
     const Folder elsewhere;
     elsewhere.Write("walk.gpx", "a stranger's");
     {

@@ -13,14 +13,14 @@
 
 namespace cli {
 
-/// Base of tests in a terminal, which are skipped where none can be created, as without /dev/pts.
+/// Base of tests in a terminal, which are skipped when none can be created, for example without /dev/pts.
 class TerminalTest : public testing::Test {
 protected:
     void SetUp() override;
 };
 
-/// A run of vexagpx that goes on while the test looks at it. Its standard input and error are a terminal, its
-/// standard output a file.
+/// A run of vexagpx that continues while the test examines it. Its standard input and error are a terminal,
+/// its standard output a file.
 class Session {
 public:
     explicit Session(std::vector<std::string> arguments);
@@ -39,22 +39,23 @@ public:
 
     /// Waits until the condition holds. False when it does not within a minute, or the run has ended before.
     bool Until(const std::function<bool()>& condition);
-    /// Lets the run go on in small steps, with long rests in between, until the condition holds in a rest.
+    /// Lets the run continue in small steps, with long pauses between them, until the condition holds in a
+    /// pause.
     bool StepUntil(const std::function<bool()>& condition);
     /// Waits for the end.
     void Finish();
 
     void Type(const std::string& keys) const;
     void Send(int signal) const;
-    /// The same, and waits until the run has taken it.
+    /// The same, and waits until the run has received it.
     void SendAndWait(int signal);
     void Stop();
     void Continue() const;
 
-    /// What came to the terminal until now.
+    /// The text that was written to the terminal so far.
     const std::string& Screen() const { return screen_; }
     bool HasEnded() const { return ended_; }
-    /// As that of Result, when the run has ended.
+    /// The same as in Result; after the run has ended.
     int Status() const { return status_; }
     std::string Out() const { return ReadFile(files_.File("out")); }
 

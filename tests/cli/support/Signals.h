@@ -5,8 +5,8 @@
 
 namespace cli {
 
-/// Blocks all signals while it exists, so that a child that is started meanwhile gets none before it has set
-/// what to do with them.
+/// Blocks all signals while it exists, so that a child that is started meanwhile receives none before it has
+/// set its handlers.
 class SignalBlock {
 public:
     SignalBlock() {
@@ -22,8 +22,8 @@ private:
     sigset_t before_;
 };
 
-/// For a child that becomes another program: no signal is ignored or blocked, but \p ignored where it is given,
-/// whatever the caller of the tests ignores.
+/// For a child that becomes another program: no signal is blocked, and only \p ignored, if given, is ignored,
+/// even if the caller of the tests ignores others.
 inline void ResetSignals(int ignored = 0) {
     for (int signal = 1; signal < NSIG; ++signal)
         std::signal(signal, signal == ignored ? SIG_IGN : SIG_DFL);

@@ -14,7 +14,7 @@
 
 namespace cli {
 
-/// A named pipe that gives what the test writes when the test writes it.
+/// A named pipe that passes on at once what the test writes.
 class SlowPipe {
 public:
     explicit SlowPipe(const std::string& path) : path_(path) {
@@ -26,7 +26,7 @@ public:
     SlowPipe(const SlowPipe&) = delete;
     SlowPipe& operator=(const SlowPipe&) = delete;
 
-    /// Waits until somebody has opened it for reading.
+    /// Waits until a process has opened it for reading.
     void Open() {
         using namespace std::chrono_literals;
         for (int i = 0; i < 6000 && fd_ < 0; ++i) {
@@ -38,14 +38,14 @@ public:
             throw std::runtime_error("nobody reads the pipe " + path_);
     }
 
-    /// Opens it when it is not open. What nobody reads any more is lost.
+    /// Opens the pipe when it is not open. Bytes that are no longer read are lost.
     void Write(std::string_view bytes) {
         if (fd_ < 0)
             Open();
         static_cast<void>(!::write(fd_, bytes.data(), bytes.size()));
     }
 
-    /// The end of the file for who reads.
+    /// Closes the pipe, which is the end of the file for its reader.
     void Close() {
         if (fd_ >= 0)
             ::close(fd_);

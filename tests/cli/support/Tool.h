@@ -51,10 +51,10 @@ private:
     bool merge_ = false;
 };
 
-/// Exit status 1, and on standard error nothing but messages, one of which contains the text.
+/// True for exit status 1 and only messages on standard error, one of which contains the text.
 testing::AssertionResult Failed(const Result& result, const std::string& text);
 
-/// Runs in `folder`.
+/// Runs the tool in `folder`.
 Result RunTool(std::vector<std::string> arguments, const std::string& folder = ".");
 
 /// A folder that is removed with its content.

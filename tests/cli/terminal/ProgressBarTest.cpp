@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-// What long readings show on a terminal.
+// The display of long readings on a terminal.
 
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/ProgressBar.h>
@@ -114,7 +114,7 @@ TEST(ProgressPaceTest, StartsAfterHalfASecondAndGoesOnTenTimesASecond) {
     EXPECT_TRUE(pace.IsDue(start + 850ms));
 }
 
-/// Lets a waypoint come every few milliseconds until the condition holds, then the rest of the document.
+/// Writes a waypoint every few milliseconds until the condition holds, then the rest of the document.
 void FeedUntil(SlowPipe& pipe, Session& session, const std::function<bool()>& condition) {
     pipe.Write("<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'>");
     EXPECT_TRUE(session.Until([&] {
@@ -242,7 +242,7 @@ TEST(ProgressBarWithoutTerminalTest, NothingIsWritten) {
     EXPECT_EQ(result.err, "");
 }
 
-TEST_F(ProgressBarTest, WhatTakesLessThanHalfASecondShowsNothing) {
+TEST_F(ProgressBarTest, AReadingOfLessThanHalfASecondShowsNothing) {
     const Folder folder;
     folder.Write("a.gpx", Gpx("<wpt lat='1' lon='2'/>"));
     for (int i = 0; i < 20; ++i) {

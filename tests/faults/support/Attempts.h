@@ -18,7 +18,8 @@ namespace vexaTransferLib::testing_support {
 inline constexpr char kBadAlloc[] = "std::bad_alloc";
 inline constexpr char kXercesOutOfMemory[] = "xercesc::OutOfMemoryException";
 
-/// How an operation ended while memory was refused. Holds no memory, so that blocks can be counted beside it.
+/// How an operation ended while memory was refused. Allocates no memory, so that the blocks of the operation
+/// can be counted while it exists.
 class Attempt {
 public:
     void Fail(std::string_view failure) { length_ = failure.copy(text_.data(), text_.size()); }
@@ -35,7 +36,7 @@ private:
 /// "precondition", "postcondition", "invariant", "runtime", or "unexpected"; and the message.
 std::string Describe(const std::exception& failure);
 
-/// \param refuse gives the object that refuses memory while it lives
+/// \param refuse returns the object that refuses memory as long as it exists
 template <class Refuse, class Action>
 Attempt AttemptWith(Refuse refuse, Action action) {
     Attempt attempt;
@@ -51,8 +52,8 @@ Attempt AttemptWith(Refuse refuse, Action action) {
     return attempt;
 }
 
-/// Calls `attempt` with 1, 2, 3 ... until it says that nothing was refused, or a check fails. Each call gets
-/// the number of the request to refuse and returns an Attempt. Returns how many were refused.
+/// Calls `attempt` with 1, 2, 3 ... until nothing was refused or a check fails. Each call is passed the
+/// number of the request to refuse and returns an Attempt. Returns the number of refused requests.
 template <class TryIt>
 std::size_t ForEachCall(TryIt attempt) {
     for (std::size_t call = 1;; ++call) {
@@ -62,7 +63,7 @@ std::size_t ForEachCall(TryIt attempt) {
     }
 }
 
-/// Tells, in the test's output, how far a loop came.
+/// Records in the test's output how many requests a loop has refused.
 void Record(const std::string& what, std::size_t calls);
 
 } // namespace vexaTransferLib::testing_support

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// The file functions of the C library and of the system in front of themselves, for the shared libraries too.
+// Replacements that call the file functions of the C library and of the system. The shared libraries use them
+// too.
 
 #include "support/CFiles.h"
 
@@ -39,7 +40,7 @@ Function* Next(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-// The file itself is exchanged, so that the system does everything that follows.
+// Replaces the file of the descriptor, so that the system itself makes all later calls fail.
 void Break(int file, CFileFaults::Read read) {
     const int other = open("/dev/null", read == CFileFaults::Read::kFails ? O_WRONLY : O_RDONLY);
     dup2(other, file);
@@ -67,7 +68,7 @@ VEXA_EXPORTED std::FILE* fopen(const char* path, const char* mode) {
     return Open("fopen", path, mode);
 }
 
-// That of a 32-bit system for files of any size.
+// The function of a 32-bit system for files of any size.
 VEXA_EXPORTED std::FILE* fopen64(const char* path, const char* mode) {
     return Open("fopen64", path, mode);
 }

@@ -6,19 +6,20 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// What goes wrong with files: those that the writer writes and minizip reads, by the C library, and those that
-/// the GPX reader reads, by the system.
+/// The faults of files: those that the writer writes and minizip reads with the C library, and those that the
+/// GPX reader reads with the system's functions.
 struct CFileFaults {
     // Writing.
-    int openError = 0;                               ///< errno of every fopen; 0 to open
-    std::size_t room = static_cast<std::size_t>(-1); ///< how many bytes all fwrites together write
-    bool failsToClose = false;                       ///< fclose closes, and reports a failure
-    bool failsToUnbuffer = false;                    ///< setvbuf does nothing
+    int openError = 0; ///< errno of every fopen; 0 to open
+    std::size_t room =
+        static_cast<std::size_t>(-1); ///< the bytes that all calls of fwrite together can write
+    bool failsToClose = false;        ///< fclose closes, and reports a failure
+    bool failsToUnbuffer = false;     ///< setvbuf does nothing
 
     // Reading.
     enum class Read {
-        kFails, ///< as from a disk that is broken
-        kEnds   ///< as in a file that has become shorter
+        kFails, ///< like a defective disk
+        kEnds   ///< like a file that has become shorter
     };
     std::size_t faultyRead =
         0; ///< which read or fread, counted from 1; that one and all later ones of the file
@@ -31,7 +32,8 @@ struct CFileFaults {
     std::size_t interruptions = 0;
 };
 
-/// The faults of all files of this thread while this lives; the counts are kept in them. One at a time.
+/// Applies the faults to all files of this thread as long as this object exists, and counts in them. There
+/// may be one at a time.
 class CFileFaultsScope {
 public:
     explicit CFileFaultsScope(CFileFaults& faults);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// The C library's functions in front of themselves, for the shared libraries too. What they give is given
-// back to the C library's own free.
+// Replacements that call the C library's functions. The shared libraries use them too. Their memory is freed
+// by the C library's own free.
 
 #include "support/Memory.h"
 

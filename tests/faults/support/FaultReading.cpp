@@ -104,7 +104,7 @@ const std::vector<std::vector<std::string>>& FaultFile::DifferencesWithout(const
             return entry->second;
         node->getParentNode()->removeChild(node)->release();
         GpxDocument without;
-        // As Parse names it, where the file has no name.
+        // The name that Parse gives to a document that has none.
         icu::UnicodeString name = icu::UnicodeString(kFileName);
         name.truncate(name.length() - 4);
         GpxModelAccess::SetName(without, name);
@@ -159,7 +159,7 @@ testing::AssertionResult FaultFile::IsToldAll(const std::vector<GpxSkippedElemen
         const bool isInRefused = std::any_of(refused.begin(), refused.end(), [&](const std::string& element) {
             return IsWithin(expected.element, element);
         });
-        // Where what would take the place of another is refused itself, the other stays.
+        // An element that would be replaced is kept when the element that replaces it is refused.
         const bool mayHaveStayed = expected.reason == kGpxReplaced && !refused.empty();
         if (!isTold && !isInRefused && !mayHaveStayed)
             return testing::AssertionFailure()

@@ -15,18 +15,18 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// Notes what it is told with memory of its own: never refused, never counted.
+/// Keeps the reports in memory that is neither refused nor counted.
 class UnrefusedObserver final : public RecordingObserver {
 public:
     bool Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) override;
     void ParserMessage(const GpxParserMessage& message) override;
     void Skipped(const GpxSkippedElement& what) override;
 
-    /// Lets go of everything noted.
+    /// Frees all reports.
     void Forget();
 };
 
-/// A file, and everything that may come of reading it while some memory is refused.
+/// A file, and all results that reading it may have while some memory is refused.
 class FaultFile {
 public:
     explicit FaultFile(const std::string& bytes);
@@ -35,18 +35,19 @@ public:
     const icu::UnicodeString& Path() const { return path_; }
     std::string NarrowPath() const { return file_.NarrowPath(); }
 
-    /// What is read of it when nothing is refused.
+    /// The document that is read when nothing is refused.
     const GpxDocument& Whole() const { return whole_; }
 
-    /// True when the document lacks nothing of the file but what one of the told elements had given: those
-    /// that were refused.
+    /// True when the document lacks only the content of refused elements, all of which were reported in \p
+    /// told.
     testing::AssertionResult HasAllBut(const std::vector<GpxSkippedElement>& told,
                                        const GpxDocument& document);
-    /// True when it lacks nothing but what any one element had given.
+    /// True when it lacks at most the content of one element.
     testing::AssertionResult HasAllButOne(const GpxDocument& document);
-    /// True when all that is told without a refusal is told now too, except of what is in a refused element.
+    /// True when \p told has all reports of a reading without a refusal, except those about the content of
+    /// refused elements.
     testing::AssertionResult IsToldAll(const std::vector<GpxSkippedElement>& told) const;
-    /// True when the document is one that was cleared and partly filled, or wholly.
+    /// True when the document was cleared and has a part or all of the file's content.
     testing::AssertionResult IsPart(const GpxDocument& document) const;
 
 private:

@@ -24,7 +24,7 @@ std::string Link(const std::string& number) {
                    " href='https://example.org/an/address/of/more/units/" + number + "'");
 }
 
-// Longer than what is read without the XML parser's transcoder.
+// Longer than the texts that are read without the XML parser's transcoder.
 std::string Number(const std::string& name) {
     return Element(name, "1" + std::string(70, '0') + "." + std::string(70, '0'));
 }

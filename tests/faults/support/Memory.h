@@ -11,7 +11,7 @@
 #endif
 #endif
 
-// The C library's functions are replaced only where nobody else has replaced them.
+// The C library's functions are replaced only where a sanitizer has not replaced them.
 #if defined(__GLIBC__) && !defined(VEXA_FAULTS_ASAN)
 #define VEXA_FAULTS_MALLOC 1
 #endif
@@ -27,7 +27,7 @@ struct MemoryRequests {
     std::size_t calls = 0;
     std::size_t refused = 0;
 
-    /// Counts a request; true when it is to be refused.
+    /// Counts a request; true when it must be refused.
     bool Refuse() noexcept {
         if (!isArmed || isPaused)
             return false;
@@ -41,7 +41,7 @@ struct MemoryRequests {
 /// operator new in all its forms, which this executable replaces. Neither Xerces nor ICU use it here.
 struct CppMemory {
     static MemoryRequests& Requests() noexcept;
-    /// How many blocks all threads hold.
+    /// The number of blocks of all threads.
     static long Blocks() noexcept;
 };
 
@@ -52,22 +52,22 @@ struct XercesMemoryManager {
     static void Initialize();
 };
 
-/// malloc, calloc and realloc, of whomever: of operator new, zlib and minizip among them. Replaced where
+/// malloc, calloc and realloc for all callers, such as operator new, zlib and minizip. Replaced where
 /// VEXA_FAULTS_MALLOC is defined.
 struct CMemory {
     static MemoryRequests& Requests() noexcept;
 };
 
-/// Counts the requests of this thread to a source of memory and refuses some while it lives. One at a time
-/// for each source. For ICU there is RefusedIcuMemory, of the same form.
+/// Counts the requests of this thread to a source of memory and refuses some as long as this object exists.
+/// There may be one at a time for each source. RefusedIcuMemory is the same for ICU.
 template <class Source>
 class [[nodiscard]] RefusedMemory {
 public:
-    /// The one request with this number, counted from 1.
+    /// Refuses the request with this number, counted from 1.
     static RefusedMemory AtCall(std::size_t number) { return RefusedMemory(number, false); }
-    /// That one and all later ones.
+    /// Refuses that request and all later ones.
     static RefusedMemory FromCall(std::size_t number) { return RefusedMemory(number, true); }
-    /// None: only counts.
+    /// Refuses none and only counts.
     static RefusedMemory None() { return RefusedMemory(0, false); }
 
     ~RefusedMemory() { Source::Requests().isArmed = false; }
@@ -87,8 +87,8 @@ using RefusedNew = RefusedMemory<CppMemory>;
 using RefusedXercesMemory = RefusedMemory<XercesMemoryManager>;
 using RefusedMalloc = RefusedMemory<CMemory>;
 
-/// While it lives the thread gets all memory, and its requests are not counted: for what a test's own code
-/// does in the middle of an operation.
+/// As long as this object exists, no request of the thread is refused or counted. For a test's own code that
+/// runs during an operation.
 class MemoryPause {
 public:
     MemoryPause() { Set(true); }

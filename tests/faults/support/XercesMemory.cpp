@@ -20,14 +20,14 @@ namespace {
 thread_local constinit MemoryRequests requests;
 constinit std::atomic<long> blocks{0};
 
-// From malloc instead of operator new, so that the two can be told apart.
+// Uses malloc instead of operator new, so that the requests to the two can be counted separately.
 class Manager final : public xercesc::MemoryManager {
 public:
     xercesc::MemoryManager* getExceptionMemoryManager() override { return this; }
 
     void* allocate(XMLSize_t size) override {
 #ifdef VEXA_FAULTS_ASAN
-        // Xerces cleans up nothing when its memory runs out, because that might need more of it.
+        // When its memory runs out, Xerces cleans up nothing, because cleaning up might need memory.
         const __lsan::ScopedDisabler xercesLosesMemoryWhenItRunsOut;
 #endif
         void* const memory = requests.Refuse() ? nullptr : std::malloc(size == 0 ? 1 : size);

@@ -24,7 +24,7 @@ using namespace vexaTransferLib;
 // The library leaves the host's language standard as it is.
 static_assert(__cplusplus / 100 == CONSUMER_STANDARD);
 
-// Its headers give its version to the preprocessor.
+// The library's headers give its version to the preprocessor.
 #if VEXATRANSFERLIB_VERSION_NUMBER < VEXATRANSFERLIB_MAKE_VERSION(0, 1, 0)
 #error "0.1.0 is the first version"
 #endif
@@ -48,7 +48,7 @@ struct Outcome {
     std::string message;
 };
 
-/// Which catch clause an action's exception lands in.
+/// The catch clause that catches the exception of an action.
 template <class Action>
 Outcome Run(Action action) {
     try {

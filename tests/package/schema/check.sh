@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# SPDX-License-Identifier: MIT
-# Holds a GPX file against the vendor's schema.
+# SPDX-License-Identifier: MIT Validates a GPX file with the vendor's schema.
 #   check.sh XMLLINT accept FILE   the file passes
 #   check.sh XMLLINT refuse FILE   the file with any one of the errors below does not
 set -euo pipefail

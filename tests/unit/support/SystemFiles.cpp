@@ -32,7 +32,7 @@ std::size_t SystemFiles::StillOpen() const {
     return OpenDescriptors() - openAtFirst_;
 }
 
-// In front of the system's functions of these names.
+// These replace the system's functions of the same names and call them.
 extern "C" {
 
 __attribute__((visibility("default"))) int open(const char* path, int flags, ...) {

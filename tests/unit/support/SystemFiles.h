@@ -5,8 +5,9 @@
 
 namespace vexaTransferLib::testing_support {
 
-/// Counts what this thread does with open(2) and read(2) while this lives: the library opens by them what it is
-/// asked for, Xerces and the tests do not use them. One at a time.
+/// Counts the calls of open(2) and read(2) on this thread as long as this object exists. The library opens
+/// the files that it is asked for with these functions; Xerces and the tests do not use them. There may be
+/// one at a time.
 class SystemFiles {
 public:
     SystemFiles();
@@ -14,14 +15,14 @@ public:
     SystemFiles(const SystemFiles&) = delete;
     SystemFiles& operator=(const SystemFiles&) = delete;
 
-    /// Also those that could not be opened.
+    /// Includes files that could not be opened.
     std::size_t Opened() const { return opened_; }
-    /// Of what was opened since this was made.
+    /// Of files that were opened since this object was made.
     std::size_t StillOpen() const;
     std::size_t BytesRead() const { return bytesRead_; }
 
     /// \{
-    /// Called by the functions that take the place of the system's.
+    /// Called by the functions that replace the system's.
     void NoteOpen() { ++opened_; }
     void NoteRead(std::size_t count) { bytesRead_ += count; }
     /// \}
