@@ -76,7 +76,7 @@ GpxPoint FullReadableWaypoint() {
     return point;
 }
 
-// The sample writes the form key of its first waypoint as it stands, with an ampersand.
+// The values of its first waypoint change in a file in more ways than those of the sample.
 GpxDocument FullReadableDocument() {
     const GpxDocument sample = FullDocument();
     GpxDocument document;

@@ -36,7 +36,15 @@ std::string WithPoint(const std::string& members) {
            "\n";
 }
 
-TEST(DumpTest, EverythingTheReaderTakesHasTheGivenShapeAndOrder) {
+TEST(DumpTest, EverythingThatIsWrittenIsReadAndDumped) {
+    const std::string folder = VEXA_TEST_DATA "/writer/";
+    const Result result = RunTool({"dump", folder + "everything-1.1.gpx"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, cli::ReadFile(folder + "everything-1.1.json"));
+}
+
+TEST(DumpTest, AFileWrittenByHandHasTheGivenShapeAndOrder) {
     const Result result = RunTool({"dump", Data("hand-written.gpx")});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
