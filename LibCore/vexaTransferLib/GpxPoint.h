@@ -211,6 +211,49 @@ private:
         icu::UnicodeString guid;
     };
 
+    // The one list of a point's values, in the order of the tool's dump. Calls `visit` with the name of each
+    // and a function that takes the value out of a point. Called through GpxModelAccess.
+    template <class Visitor>
+    static void ForEachField(Visitor visit) {
+        const auto rare = [&visit](const char* name, auto member) {
+            visit(
+                name, [member](const GpxPoint& point) -> const auto* {
+                    return point.rare_ ? &((*point.rare_).*member) : nullptr;
+                });
+        };
+        visit("latitude", [](const GpxPoint& point) { return &point.latitude_; });
+        visit("longitude", [](const GpxPoint& point) { return &point.longitude_; });
+        visit("elevation",
+              [](const GpxPoint& point) { return point.hasElevation_ ? &point.elevation_ : nullptr; });
+        visit("time", [](const GpxPoint& point) { return point.hasTime_ ? &point.time_ : nullptr; });
+        rare("magneticVariation", &RareData::magneticVariation);
+        rare("geoidHeight", &RareData::geoidHeight);
+        rare("name", &RareData::name);
+        rare("comment", &RareData::comment);
+        rare("description", &RareData::description);
+        rare("source", &RareData::source);
+        rare("url", &RareData::url);
+        rare("symbol", &RareData::symbol);
+        rare("type", &RareData::type);
+        visit("fix", [](const GpxPoint& point) { return Numbered<GpxFix>(point.fix_); });
+        visit("routePointType", [](const GpxPoint& point) {
+            return Numbered<TarvikRoutePointType>(point.pointType_ == kGpxRoutePoint ? point.routePointType_
+                                                                                     : 0);
+        });
+        rare("symbolNumber", &RareData::symbolNumber);
+        rare("guid", &RareData::guid);
+        rare("formAttributes", &RareData::formAttributes);
+        visit(
+            "geocache", [](const GpxPoint& point) -> const auto* {
+                return point.rare_ && point.pointType_ == kGpxWaypoint ? &point.rare_->geocache : nullptr;
+            });
+    }
+
+    template <class Enumeration>
+    static std::optional<Enumeration> Numbered(std::uint32_t number) {
+        return number != 0 ? std::optional(static_cast<Enumeration>(number)) : std::nullopt;
+    }
+
     VEXATRANSFERLIB_LOCAL RareData& Rare();
     VEXATRANSFERLIB_LOCAL bool GetText(icu::UnicodeString& out, icu::UnicodeString RareData::*field) const;
     VEXATRANSFERLIB_LOCAL void SetText(const char* message, icu::UnicodeString RareData::*field,

@@ -30,10 +30,10 @@ const std::vector<std::pair<std::string, std::string>> kSettings = {
 
 TEST(EnvironmentTest, NeitherLocaleNorTimeZoneShowsInWhatIsPrinted) {
     for (const auto& [name, value] : kSettings) {
-        const Result dump = Tool({"dump", Data("full.gpx")}).Set(name, value).Run();
-        EXPECT_EQ(dump.out, ReadFile(Data("full.json"))) << name << "=" << value;
-        const Result show = Tool({"show", "full.gpx"}).In(Data("")).Set(name, value).Run();
-        EXPECT_EQ(show.out, ReadFile(Data("full.show.txt"))) << name << "=" << value;
+        const Result dump = Tool({"dump", Data("hand-written.gpx")}).Set(name, value).Run();
+        EXPECT_EQ(dump.out, ReadFile(Data("hand-written.json"))) << name << "=" << value;
+        const Result show = Tool({"show", "hand-written.gpx"}).In(Data("")).Set(name, value).Run();
+        EXPECT_EQ(show.out, ReadFile(Data("hand-written.show.txt"))) << name << "=" << value;
         const Result clean = Tool({"clean", Data("web-text.html")}).Set(name, value).Run();
         EXPECT_EQ(clean.out, "\r\n\r\nCafé & more\"quoted\"") << name << "=" << value;
         const Result error = Tool({"dump", "not-well-formed.gpx"}).In(Data("")).Set(name, value).Run();
@@ -46,11 +46,12 @@ TEST(EnvironmentTest, NeitherLocaleNorTimeZoneShowsInWhatIsPrinted) {
 
 TEST(EnvironmentTest, NeitherShowsInWhatIsWritten) {
     const Folder folder;
-    ASSERT_EQ(Tool({"convert", Data("full.gpx"), folder.File("plain.gpx")}).Run().status, 0);
+    ASSERT_EQ(Tool({"convert", Data("hand-written.gpx"), folder.File("plain.gpx")}).Run().status, 0);
     const std::string expected = ReadFile(folder.File("plain.gpx"));
     for (const auto& [name, value] : kSettings) {
-        ASSERT_EQ(Tool({"convert", Data("full.gpx"), folder.File("out.gpx")}).Set(name, value).Run().status,
-                  0);
+        ASSERT_EQ(
+            Tool({"convert", Data("hand-written.gpx"), folder.File("out.gpx")}).Set(name, value).Run().status,
+            0);
         EXPECT_EQ(ReadFile(folder.File("out.gpx")), expected) << name << "=" << value;
     }
 }

@@ -52,6 +52,24 @@ bool Same(const std::optional<double>& first, const std::optional<double>& secon
     return first && second ? Same(*first, *second) : first.has_value() == second.has_value();
 }
 
+// A value of a point in a form that can be compared and shown.
+std::optional<double> ValueOf(const double* number) {
+    return number ? std::optional(*number) : std::nullopt;
+}
+
+icu::UnicodeString ValueOf(const icu::UnicodeString* text) {
+    return text ? *text : icu::UnicodeString();
+}
+
+std::int32_t ValueOf(const std::int32_t* number) {
+    return number ? *number : 0;
+}
+
+template <class Enumeration>
+std::uint32_t ValueOf(const std::optional<Enumeration>& number) {
+    return number ? std::uint32_t{*number} : 0;
+}
+
 template <class Owner>
 std::optional<GpxUrl> UrlOf(const Owner& owner) {
     GpxUrl url(u"unset");
@@ -162,50 +180,37 @@ private:
 
     void Point(const GpxPoint& expected, const GpxPoint& actual) {
         Field("point type", expected.GetPointType(), actual.GetPointType());
-        Position(expected, actual);
-        Field("elevation", NumberOf(expected, &GpxPoint::GetElevation),
-              NumberOf(actual, &GpxPoint::GetElevation));
-        Field("time", NumberOf(expected, &GpxPoint::GetTime), NumberOf(actual, &GpxPoint::GetTime));
-        Field("magnetic variation", NumberOf(expected, &GpxPoint::GetMagneticVariation),
-              NumberOf(actual, &GpxPoint::GetMagneticVariation));
-        Field("geoid height", NumberOf(expected, &GpxPoint::GetGeoidHeight),
-              NumberOf(actual, &GpxPoint::GetGeoidHeight));
-        Text("name", expected, actual, &GpxPoint::GetName);
-        Text("comment", expected, actual, &GpxPoint::GetComment);
-        Text("description", expected, actual, &GpxPoint::GetDescription);
-        Text("source", expected, actual, &GpxPoint::GetSource);
-        Text("symbol", expected, actual, &GpxPoint::GetSymbol);
-        Text("type", expected, actual, &GpxPoint::GetType);
-        Held("link", UrlOf(expected), UrlOf(actual), &Comparison::Url);
-        Field("fix", FixOf(expected), FixOf(actual));
-        Vendor(expected, actual);
-    }
-
-    void Position(const GpxPoint& expected, const GpxPoint& actual) {
-        double positions[2][2] = {};
-        expected.GetPoint(positions[0][0], positions[0][1]);
-        actual.GetPoint(positions[1][0], positions[1][1]);
-        Field("latitude", positions[0][0], positions[1][0]);
-        Field("longitude", positions[0][1], positions[1][1]);
-    }
-
-    void Vendor(const GpxPoint& expected, const GpxPoint& actual) {
-        using Access = GpxModelAccess;
-        Field("symbol number", Access::GetSymbolNumber(expected), Access::GetSymbolNumber(actual));
-        Field("GUID", Access::GetGUID(expected), Access::GetGUID(actual));
-        FormAttributes(Access::GetFormAttributes(expected), Access::GetFormAttributes(actual));
         if (expected.GetPointType() != actual.GetPointType())
-            return; // already reported; the getters below refuse the wrong kind
-        if (expected.GetPointType() == kGpxWaypoint)
-            Held("geocache", GeocacheOf(expected), GeocacheOf(actual), &Comparison::Geocache);
-        else if (expected.GetPointType() == kGpxRoutePoint)
-            Field("route point type", RoutePointTypeOf(expected), RoutePointTypeOf(actual));
-        else
+            return; // the values that only one kind has would differ too
+        GpxModelAccess::ForEachPointField(
+            [&](const char* name, auto get) { PointField(name, get(expected), get(actual)); });
+        if (expected.GetPointType() == kGpxTrackPoint)
             Field("has extensions", expected.ContainsExtensions(), actual.ContainsExtensions());
     }
 
-    void FormAttributes(const GpxPoint::FormAttributes& expected, const GpxPoint::FormAttributes& actual) {
-        Field("form attributes", expected.size(), actual.size());
+    template <class Value>
+    void PointField(const char* name, const Value& expected, const Value& actual) {
+        Field(name, ValueOf(expected), ValueOf(actual));
+    }
+
+    void PointField(const char* name, const GpxUrl* expected, const GpxUrl* actual) {
+        Held(name, expected, actual, &Comparison::Url);
+    }
+
+    void PointField(const char* name, const GpxGroundspeakCache* expected,
+                    const GpxGroundspeakCache* actual) {
+        Held(name, expected, actual, &Comparison::Geocache);
+    }
+
+    void PointField(const char* name, const GpxPoint::FormAttributes* expected,
+                    const GpxPoint::FormAttributes* actual) {
+        static const GpxPoint::FormAttributes kNone;
+        FormAttributes(name, expected ? *expected : kNone, actual ? *actual : kNone);
+    }
+
+    void FormAttributes(const char* name, const GpxPoint::FormAttributes& expected,
+                        const GpxPoint::FormAttributes& actual) {
+        Field(name, expected.size(), actual.size());
         if (expected.size() != actual.size())
             return;
         for (auto first = expected.begin(), second = actual.begin(); first != expected.end();

@@ -136,7 +136,7 @@ GpxPoint FullWaypoint() {
     point.SetType(u"type");
     point.SetFix(kGpxFixDGPS);
     point.SetFormAttribute(u"Beta", u"second's", kMorning);
-    point.SetFormAttribute(u"alpha & key", u"<first>", 0.0);
+    point.SetFormAttribute(u"alpha key", u"<first>", 0.0);
     GpxModelAccess::SetSymbolNumber(point, 1234);
     GpxModelAccess::SetGUID(point, u"{guid}");
     point.SetGroundspeakCache(FullGeocache());

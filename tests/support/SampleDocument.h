@@ -16,8 +16,8 @@ std::string Written(const GpxTrack& track);
 GpxPoint FullWaypoint();
 GpxGroundspeakCache FullGeocache();
 
-/// A document with every element that can be written: tests/data/writer/everything-1.0.gpx and -1.1.gpx hold
-/// it.
+/// A document with every element that can be written. It is written as tests/data/writer/everything-1.0.gpx and
+/// -1.1.gpx; everything-1.1.json is what the tool's dump shows of the latter.
 GpxDocument FullDocument();
 
 } // namespace vexaTransferLib::testing_support

@@ -52,9 +52,10 @@ struct Work {
     std::function<std::string()> run;
 };
 
-constexpr const char* kGpxFiles[] = {
-    "cli/full.gpx",       "cli/dropped-point.gpx", "cli/no-position.gpx",       "cli/not-well-formed.gpx",
-    "cli/raw-markup.gpx", "cli/empty.gpx",         "writer/everything-1.1.gpx", "writer/everything-1.0.gpx"};
+constexpr const char* kGpxFiles[] = {"cli/hand-written.gpx",      "cli/dropped-point.gpx",
+                                     "cli/no-position.gpx",       "cli/not-well-formed.gpx",
+                                     "cli/raw-markup.gpx",        "cli/empty.gpx",
+                                     "writer/everything-1.1.gpx", "writer/everything-1.0.gpx"};
 
 icu::UnicodeString PathOf(const char* name) {
     return icu::UnicodeString::fromUTF8(std::string(VEXA_TEST_DATA) + "/" + name);
@@ -148,7 +149,7 @@ std::string Clean() {
 
 std::string ReadArchive() {
     using namespace ::testing_support;
-    const std::string stored = ReadTestData("cli/full.gpx");
+    const std::string stored = ReadTestData("cli/hand-written.gpx");
     const ArchiveFile file(BuildZip({{.name = "a.gpx", .content = stored, .method = kZipStored},
                                      {.name = "b.gpx", .content = Lines(2000)}}));
     ZipFileReader reader(file.Path());

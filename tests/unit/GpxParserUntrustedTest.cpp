@@ -148,7 +148,7 @@ TEST(GpxParserUntrustedTest, AfterSetTrustedDeclarationsAreReadAgain) {
 }
 
 TEST(GpxParserUntrustedTest, OrdinaryFilesAreReadAsEver) {
-    const GpxFile full(ReadTestData("cli/full.gpx"));
+    const GpxFile full(ReadTestData("cli/hand-written.gpx"));
     EXPECT_EQ(ReadUntrusted(full.NarrowPath()).error, "");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(VEXA_TEST_DATA)) {
         const std::string path = entry.path().string();

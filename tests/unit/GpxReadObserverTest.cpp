@@ -385,7 +385,7 @@ TEST(GpxReadObserverTest, ReceivesWarningsAndErrorsOfAValidatingParse) {
 }
 
 TEST(GpxReadObserverTest, ObservedOrNotTheModelIsTheSame) {
-    const GpxFile file(ReadTestData("cli/full.gpx"));
+    const GpxFile file(ReadTestData("cli/hand-written.gpx"));
     RecordingObserver observer;
     const Reading observed = ReadObserved(file, observer);
     const Reading silent = ReadingOfFile(file.NarrowPath());

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "support/ModelCompare.h"
 
+#include "support/GpxFiles.h"
 #include "support/ModelDoors.h"
 #include "support/SampleDocument.h"
+#include "support/TestFiles.h"
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
 
@@ -11,6 +13,9 @@
 
 #include <cmath>
 #include <limits>
+#include <regex>
+#include <string>
+#include <vector>
 
 namespace vexaTransferLib::testing_support {
 namespace {
@@ -95,22 +100,22 @@ const Mutation kMutations[] = {
      [](D& d) { ModelDoors::SetPosition(const_cast<GpxPoint&>(d.GetWaypointIter()[1]), 90.0, -0.0); }},
     {"waypoint 0, elevation", [](D& d) { Waypoint(d).SetElevation(1.0); }},
     {"waypoint 0, time", [](D& d) { Waypoint(d).SetTime(1.0); }},
-    {"waypoint 0, magnetic variation", [](D& d) { Waypoint(d).SetMagneticVariation(1.0); }},
-    {"waypoint 0, geoid height", [](D& d) { Waypoint(d).SetGeoidHeight(1.0); }},
+    {"waypoint 0, magneticVariation", [](D& d) { Waypoint(d).SetMagneticVariation(1.0); }},
+    {"waypoint 0, geoidHeight", [](D& d) { Waypoint(d).SetGeoidHeight(1.0); }},
     {"waypoint 0, name", [](D& d) { Waypoint(d).SetName(kOther); }},
     {"waypoint 0, comment", [](D& d) { Waypoint(d).SetComment(kOther); }},
     {"waypoint 0, description", [](D& d) { Waypoint(d).SetDescription(kOther); }},
     {"waypoint 0, source", [](D& d) { Waypoint(d).SetSource(kOther); }},
     {"waypoint 0, symbol", [](D& d) { Waypoint(d).SetSymbol(kOther); }},
     {"waypoint 0, type", [](D& d) { Waypoint(d).SetType(kOther); }},
-    {"waypoint 1, link", [](D& d) { const_cast<GpxPoint&>(d.GetWaypointIter()[1]).SetURL(GpxUrl(u"u")); }},
-    {"waypoint 0, link, address", [](D& d) { SetLink(d, kOther, u"link text", u"text/html"); }},
-    {"waypoint 0, link, text", [](D& d) { SetLink(d, u"http://a/?x=1&y=2", kOther, u"text/html"); }},
-    {"waypoint 0, link, type", [](D& d) { SetLink(d, u"http://a/?x=1&y=2", u"link text", kOther); }},
+    {"waypoint 1, url", [](D& d) { const_cast<GpxPoint&>(d.GetWaypointIter()[1]).SetURL(GpxUrl(u"u")); }},
+    {"waypoint 0, url, address", [](D& d) { SetLink(d, kOther, u"link text", u"text/html"); }},
+    {"waypoint 0, url, text", [](D& d) { SetLink(d, u"http://a/?x=1&y=2", kOther, u"text/html"); }},
+    {"waypoint 0, url, type", [](D& d) { SetLink(d, u"http://a/?x=1&y=2", u"link text", kOther); }},
     {"waypoint 0, fix", [](D& d) { Waypoint(d).SetFix(kGpxFixNone); }},
-    {"waypoint 0, symbol number", [](D& d) { A::SetSymbolNumber(Waypoint(d), 6); }},
-    {"waypoint 0, GUID", [](D& d) { A::SetGUID(Waypoint(d), kOther); }},
-    {"waypoint 0, form attributes", [](D& d) { Waypoint(d).SetFormAttribute(u"new", u"", 0.0); }},
+    {"waypoint 0, symbolNumber", [](D& d) { A::SetSymbolNumber(Waypoint(d), 6); }},
+    {"waypoint 0, guid", [](D& d) { A::SetGUID(Waypoint(d), kOther); }},
+    {"waypoint 0, formAttributes", [](D& d) { Waypoint(d).SetFormAttribute(u"new", u"", 0.0); }},
     {"waypoint 0, form attribute Beta, record, key", [](D& d) { FormRecord(d).key = u"BETA"; }},
     {"waypoint 0, form attribute Beta, record, value", [](D& d) { FormRecord(d).value = kOther; }},
     {"waypoint 0, form attribute Beta, record, modTime", [](D& d) { FormRecord(d).modTime = 1.0; }},
@@ -156,9 +161,9 @@ const Mutation kMutations[] = {
     {"route 0, route type", [](D& d) { ModelDoors::SetRouteType(Route(d), 1); }},
     {"route 0, points", [](D& d) { Route(d).AddPoint(GpxPoint(RoutePoint(d))); }},
     {"route 0, point 2, name", [](D& d) { RoutePoint(d).SetName(kOther); }},
-    {"route 0, point 2, route point type",
+    {"route 0, point 2, routePointType",
      [](D& d) { RoutePoint(d).SetTarvikRoutePointType(kTarvikRoutePointStart); }},
-    {"route 0, point 2, symbol number", [](D& d) { A::SetSymbolNumber(RoutePoint(d), 6); }},
+    {"route 0, point 2, symbolNumber", [](D& d) { A::SetSymbolNumber(RoutePoint(d), 6); }},
     {"route 0, point 2, point type", [](D& d) { ModelDoors::SetPointType(RoutePoint(d), kGpxTrackPoint); }},
 
     {"track 0, name", [](D& d) { Track(d).SetName(kOther); }},
@@ -194,6 +199,32 @@ TEST(ModelCompareTest, EveryChangedFieldIsNoticedAndNamed) {
         EXPECT_THAT(DifferencesOf(Sample(), changed), testing::ElementsAre(testing::StartsWith(place)));
         EXPECT_THAT(DifferencesOf(changed, Sample()), testing::ElementsAre(testing::StartsWith(place)));
         EXPECT_FALSE(IsSameModel(Sample(), changed)) << place;
+    }
+}
+
+// The lines of a text that are one element each, with content, without the geocache's, in which a log without text
+// is not read, and without the description, for which the comment is read.
+std::vector<std::string> ElementLinesOf(const std::string& text) {
+    const std::regex line("\t*<((tarvik:)?\\w+)[^>]*>[^<\r\n]+</\\1>\r\n");
+    std::vector<std::string> lines;
+    for (std::sregex_iterator match(text.begin(), text.end(), line), end; match != end; ++match)
+        if (match->str(1) != "desc")
+            lines.push_back(match->str());
+    return lines;
+}
+
+// What is written and read, and is not in the list of a point's fields, makes no difference here.
+TEST(ModelCompareTest, EveryElementOfAWaypointMakesADifference) {
+    const std::string document = ReadTestData("writer/everything-1.1.gpx");
+    const std::size_t first = document.find("<wpt");
+    const std::vector<std::string> lines =
+        ElementLinesOf(document.substr(first, document.find("</wpt>") - first));
+    EXPECT_GE(lines.size(), 16U);
+    const GpxDocument whole = ReadGpx(document);
+    for (const std::string& line : lines) {
+        std::string without = document;
+        without.erase(without.find(line, first), line.size());
+        EXPECT_FALSE(IsSameModel(whole, ReadGpx(without))) << line;
     }
 }
 

@@ -76,7 +76,7 @@ GpxPoint FullReadableWaypoint() {
     return point;
 }
 
-// The form key of the sample's first waypoint contains an ampersand and is written unescaped.
+// The values of its first waypoint change in a file in more ways than those of the sample.
 GpxDocument FullReadableDocument() {
     const GpxDocument sample = FullDocument();
     GpxDocument document;

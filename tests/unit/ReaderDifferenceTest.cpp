@@ -253,7 +253,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(ReaderDifferenceTest, ReadMutationsAlike) {
     const std::vector<std::string> seeds = {
-        ReadTestData("cli/full.gpx"), ReadTestData("writer/everything-1.1.gpx"),
+        ReadTestData("cli/hand-written.gpx"), ReadTestData("writer/everything-1.1.gpx"),
         Gpx11(
             "<metadata><name>m</name></metadata><wpt lat='1' lon='2'><name>a</name><ele>5</ele></wpt>"
             "<rte><name>r</name><rtept lat='3' lon='4'/></rte><trk><name>t</name><trkseg><trkpt lat='5' "

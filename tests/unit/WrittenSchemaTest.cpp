@@ -60,10 +60,6 @@ TEST(WrittenSchemaTest, Gpx11IsValid) {
         GTEST_SKIP() << "the published GPX 1.1 schema is not here: " << schema;
     std::string text;
     FullDocument().WriteToString(GpxVersion(1, 1), u"App", u"http://x/", text);
-    // The sample has a key with an ampersand, which is written unescaped.
-    const std::string key = "alpha & key";
-    ASSERT_NE(text.find(key), std::string::npos);
-    text.replace(text.find(key), key.size(), "alpha");
     EXPECT_EQ(Validate(schema, text), "");
 
     const std::string latitude = "lat=\"45.500000000\"";

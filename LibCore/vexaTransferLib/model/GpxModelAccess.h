@@ -6,12 +6,15 @@
 #endif
 
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/OptionalValue.h>
 #include <vexaTransferLib/text/IcuText.h>
 
 #include <boost/shared_ptr.hpp>
 #include <unicode/unistr.h>
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <utility>
 
 namespace vexaTransferLib {
@@ -71,6 +74,15 @@ public:
     static GpxPoint::FormAttributes GetFormAttributes(const GpxPoint& point) {
         return point.rare_ ? point.rare_->formAttributes : GpxPoint::FormAttributes();
     }
+    /// Calls `visit(name, get)` for each value that a point can have, in the order of the tool's dump.
+    /// `get(point)` is a pointer to the value, or an optional enumeration, and is empty when the point does not
+    /// have the value. A pointer to an integer may also lead to 0, and one to a map to an empty map.
+    template <class Visitor>
+    static void ForEachPointField(Visitor visit) {
+        GpxPoint::ForEachField([&visit](const char* name, auto get) {
+            visit(name, [get](const GpxPoint& point) { return Present(get(point)); });
+        });
+    }
 
     // Routes. An empty text is absent.
     static const icu::UnicodeString& GetName(const GpxRoute& route) { return route.name_; }
@@ -117,6 +129,21 @@ public:
     }
 
 private:
+    template <class Value>
+    static Value Present(Value value) {
+        return value;
+    }
+    static const icu::UnicodeString* Present(const icu::UnicodeString* text) {
+        return text != nullptr && !text->isEmpty() ? text : nullptr;
+    }
+    static const double* Present(const std::optional<double>* number) {
+        return number != nullptr && *number ? &**number : nullptr;
+    }
+    template <class Value>
+    static const Value* Present(const OwnedValue<Value>* holder) {
+        return holder != nullptr ? holder->get() : nullptr;
+    }
+
     static GpxPoint::RareData& MakeRare(GpxPoint& point) {
         if (!point.rare_)
             point.rare_ = std::make_unique<GpxPoint::RareData>();

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <variant>
 
 namespace vexagpx {
 
@@ -27,8 +28,7 @@ private:
     void WriteRoute(const GpxRoute& route);
     void WriteTrack(const GpxTrack& track);
     void WritePoint(const GpxPoint& point);
-    void WritePointTexts(const GpxPoint& point);
-    void WriteVendorData(const GpxPoint& point);
+    void WriteLink(const GpxUrl& url);
     void WriteFormAttributes(const GpxPoint::FormAttributes& attributes);
     void WriteGeocache(const GpxGroundspeakCache& cache);
     void WriteLog(const GpxGroundspeakCacheLog& log);
@@ -46,24 +46,14 @@ private:
             TextMember(key, text);
     }
 
-    void FieldMember(std::string_view key, const GpxPoint& point, bool (GpxPoint::*get)(double&) const) {
-        double number = 0.0;
-        if ((point.*get)(number))
-            json_.Member(key, number);
-    }
-
-    template <class Owner>
-    void LinkMember(const Owner& owner) {
-        GpxUrl url(u"absent");
-        if (!owner.GetURL(url))
-            return;
-        json_.Key("url");
-        json_.BeginObject();
-        TextMember("url", url.GetUrl());
-        FieldMember("text", url, &GpxUrl::GetUrlText);
-        FieldMember("type", url, &GpxUrl::GetUrlType);
-        json_.EndObject();
-    }
+    // The values of a point.
+    void Value(double number) { json_.Number(number); }
+    void Value(std::int32_t number) { json_.Number(number); }
+    void Value(std::string_view text) { json_.String(text); }
+    void Value(const icu::UnicodeString* text) { json_.String(*text); }
+    void Value(const GpxUrl* url) { WriteLink(*url); }
+    void Value(const GpxPoint::FormAttributes* attributes) { WriteFormAttributes(*attributes); }
+    void Value(const GpxGroundspeakCache* cache) { WriteGeocache(*cache); }
 
     /// An array of what `write` makes of each element.
     template <class Iterator, class Write>
@@ -124,7 +114,11 @@ void Dumper::WriteTrack(const GpxTrack& track) {
     FieldMember("description", track, &GpxTrack::GetDescription);
     FieldMember("source", track, &GpxTrack::GetSource);
     FieldMember("type", track, &GpxTrack::GetType);
-    LinkMember(track);
+    GpxUrl url(u"absent");
+    if (track.GetURL(url)) {
+        json_.Key("url");
+        WriteLink(url);
+    }
     if (const std::optional<std::int32_t> color = ColorOf(track))
         json_.Member("color", *color);
     json_.Key("segments");
@@ -134,51 +128,23 @@ void Dumper::WriteTrack(const GpxTrack& track) {
 }
 
 void Dumper::WritePoint(const GpxPoint& point) {
-    double latitude;
-    double longitude;
-    point.GetPoint(latitude, longitude);
     json_.BeginObject();
-    json_.Member("latitude", latitude);
-    json_.Member("longitude", longitude);
-    FieldMember("elevation", point, &GpxPoint::GetElevation);
-    FieldMember("time", point, &GpxPoint::GetTime);
-    FieldMember("magneticVariation", point, &GpxPoint::GetMagneticVariation);
-    FieldMember("geoidHeight", point, &GpxPoint::GetGeoidHeight);
-    WritePointTexts(point);
-    GpxFix fix;
-    if (point.GetFix(fix))
-        json_.Member("fix", NameOf(fix));
-    WriteVendorData(point);
+    ForEachField(point, [this](std::string_view name, const PointValue& value) {
+        json_.Key(name);
+        std::visit([this](const auto& it) { Value(it); }, value);
+    });
     json_.EndObject();
 }
 
-void Dumper::WritePointTexts(const GpxPoint& point) {
-    FieldMember("name", point, &GpxPoint::GetName);
-    FieldMember("comment", point, &GpxPoint::GetComment);
-    FieldMember("description", point, &GpxPoint::GetDescription);
-    FieldMember("source", point, &GpxPoint::GetSource);
-    LinkMember(point);
-    FieldMember("symbol", point, &GpxPoint::GetSymbol);
-    FieldMember("type", point, &GpxPoint::GetType);
-}
-
-void Dumper::WriteVendorData(const GpxPoint& point) {
-    TarvikRoutePointType type;
-    if (point.GetPointType() == kGpxRoutePoint && point.GetTarvikRoutePointType(type))
-        json_.Member("routePointType", NameOf(type));
-    if (const std::optional<std::int32_t> number = SymbolNumberOf(point))
-        json_.Member("symbolNumber", *number);
-    TextMember("guid", GuidOf(point));
-    const GpxPoint::FormAttributes attributes = FormAttributesOf(point);
-    if (!attributes.empty())
-        WriteFormAttributes(attributes);
-    GpxGroundspeakCache cache;
-    if (point.GetPointType() == kGpxWaypoint && point.GetGroundspeakCache(cache))
-        WriteGeocache(cache);
+void Dumper::WriteLink(const GpxUrl& url) {
+    json_.BeginObject();
+    TextMember("url", url.GetUrl());
+    FieldMember("text", url, &GpxUrl::GetUrlText);
+    FieldMember("type", url, &GpxUrl::GetUrlType);
+    json_.EndObject();
 }
 
 void Dumper::WriteFormAttributes(const GpxPoint::FormAttributes& attributes) {
-    json_.Key("formAttributes");
     Array(attributes.begin(), attributes.end(),
           [this](const GpxPoint::FormAttributes::value_type& attribute) {
               json_.BeginObject();
@@ -191,7 +157,6 @@ void Dumper::WriteFormAttributes(const GpxPoint::FormAttributes& attributes) {
 }
 
 void Dumper::WriteGeocache(const GpxGroundspeakCache& cache) {
-    json_.Key("geocache");
     json_.BeginObject();
     TextMember("name", cache.name);
     TextMember("owner", cache.owner);

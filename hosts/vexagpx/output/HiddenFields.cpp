@@ -31,29 +31,57 @@ std::optional<std::int32_t> ColorOf(const GpxTrack& track) {
     return color < 0 ? std::nullopt : std::optional(color);
 }
 
-std::optional<std::int32_t> SymbolNumberOf(const GpxPoint& point) {
-    const std::int32_t number = GpxModelAccess::GetSymbolNumber(point);
-    return number > 0 ? std::optional(number) : std::nullopt;
-}
-
-icu::UnicodeString GuidOf(const GpxPoint& point) {
-    return GpxModelAccess::GetGUID(point);
-}
-
-GpxPoint::FormAttributes FormAttributesOf(const GpxPoint& point) {
-    return GpxModelAccess::GetFormAttributes(point);
-}
-
-std::string_view NameOf(GpxFix fix) {
-    return text::kFixTexts.at(fix);
-}
-
 std::string_view NameOf(TarvikRouteType type) {
     return text::kRouteTypeTexts.at(type);
 }
 
-std::string_view NameOf(TarvikRoutePointType type) {
+namespace {
+
+// Whether a value that the model has is one that a point has for the tool.
+template <class Value>
+bool IsPresent(const Value&) {
+    return true;
+}
+
+bool IsPresent(std::int32_t number) {
+    return number > 0;
+}
+
+bool IsPresent(const GpxPoint::FormAttributes& attributes) {
+    return !attributes.empty();
+}
+
+// What the tool makes of such a value.
+double ValueOf(double number) {
+    return number;
+}
+
+std::int32_t ValueOf(std::int32_t number) {
+    return number;
+}
+
+std::string_view ValueOf(GpxFix fix) {
+    return text::kFixTexts.at(fix);
+}
+
+std::string_view ValueOf(TarvikRoutePointType type) {
     return text::kRoutePointTypeTexts.at(type);
+}
+
+template <class Value>
+const Value* ValueOf(const Value& value) {
+    return &value;
+}
+
+} // namespace
+
+void ForEachField(const GpxPoint& point,
+                  const std::function<void(std::string_view, const PointValue&)>& visit) {
+    GpxModelAccess::ForEachPointField([&](const char* name, auto get) {
+        const auto value = get(point);
+        if (value && IsPresent(*value))
+            visit(name, ValueOf(*value));
+    });
 }
 
 namespace {
@@ -83,9 +111,10 @@ public:
             const auto Named = [&](std::string field) {
                 return field.append(kind).append(" ").append(std::to_string(number)).append(owner);
             };
-            for (const auto& attribute : FormAttributesOf(*point))
+            for (const auto& attribute : GpxModelAccess::GetFormAttributes(*point))
                 Look(attribute.first, RawText::Context::kAttribute, [&] { return Named("form key of "); });
-            Look(GuidOf(*point), RawText::Context::kElement, [&] { return Named("GUID of "); });
+            Look(GpxModelAccess::GetGUID(*point), RawText::Context::kElement,
+                 [&] { return Named("GUID of "); });
         }
     }
 

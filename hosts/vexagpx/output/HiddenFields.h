@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 
 namespace vexagpx {
 
@@ -25,14 +26,20 @@ const vexaTransferLib::AnnotateMetaData* AnnotateMetaDataOf(const vexaTransferLi
 const vexaTransferLib::GPXStats* StatsOf(const vexaTransferLib::GpxDocument& document);
 
 std::optional<std::int32_t> ColorOf(const vexaTransferLib::GpxTrack& track);
-std::optional<std::int32_t> SymbolNumberOf(const vexaTransferLib::GpxPoint& point);
-icu::UnicodeString GuidOf(const vexaTransferLib::GpxPoint& point);
-vexaTransferLib::GpxPoint::FormAttributes FormAttributesOf(const vexaTransferLib::GpxPoint& point);
 
-// The texts of the values as they are in a GPX file: "3d", "directions", "via".
-std::string_view NameOf(vexaTransferLib::GpxFix fix);
+/// The text of the value as it is in a GPX file: "directions".
 std::string_view NameOf(vexaTransferLib::TarvikRouteType type);
-std::string_view NameOf(vexaTransferLib::TarvikRoutePointType type);
+
+/// A value of a point. An enumeration is its text in a GPX file: "3d", "via". A pointer is never null, and what it
+/// points to is the point's.
+using PointValue =
+    std::variant<double, std::int32_t, std::string_view, const icu::UnicodeString*,
+                 const vexaTransferLib::GpxUrl*, const vexaTransferLib::GpxPoint::FormAttributes*,
+                 const vexaTransferLib::GpxGroundspeakCache*>;
+
+/// Calls `visit` with the name and the value of everything that a point has, in the order of the dump.
+void ForEachField(const vexaTransferLib::GpxPoint& point,
+                  const std::function<void(std::string_view name, const PointValue& value)>& visit);
 
 /// A text that the library writes without escapes.
 struct RawText {

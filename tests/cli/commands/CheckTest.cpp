@@ -75,7 +75,7 @@ TEST(CheckTest, SkippingAnElementThatNoDocumentCanHoldIsNoFailure) {
 }
 
 TEST(CheckTest, CountsGeocachesTheirLogsAndTravelBugs) {
-    EXPECT_THAT(RunTool({"check", Data("full.gpx")}).out,
+    EXPECT_THAT(RunTool({"check", Data("hand-written.gpx")}).out,
                 HasSubstr("\n  Waypoints  2 (1 geocache, 2 logs, 2 travel bugs)\n"
                           "  Routes     2 (2 points)\n"
                           "  Tracks     2 (3 segments, 4 points)\n"));

@@ -36,11 +36,19 @@ std::string WithPoint(const std::string& members) {
            "\n";
 }
 
-TEST(DumpTest, EverythingTheReaderTakesHasTheGivenShapeAndOrder) {
-    const Result result = RunTool({"dump", Data("full.gpx")});
+TEST(DumpTest, EverythingThatIsWrittenIsReadAndDumped) {
+    const std::string folder = VEXA_TEST_DATA "/writer/";
+    const Result result = RunTool({"dump", folder + "everything-1.1.gpx"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, cli::ReadFile(Data("full.json")));
+    EXPECT_EQ(result.out, cli::ReadFile(folder + "everything-1.1.json"));
+}
+
+TEST(DumpTest, AFileWrittenByHandHasTheGivenShapeAndOrder) {
+    const Result result = RunTool({"dump", Data("hand-written.gpx")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, cli::ReadFile(Data("hand-written.json")));
 }
 
 TEST(DumpTest, AnEmptyDocumentHasItsNameAndThreeEmptyLists) {
@@ -223,11 +231,11 @@ TEST(DumpTest, TextsAreEscapedAndStayOnOneLine) {
 }
 
 TEST(DumpTest, EachFileGivesOneLine) {
-    const Result result = RunTool({"dump", Data("empty.gpx"), Data("full.gpx"), Data("empty.gpx")});
+    const Result result = RunTool({"dump", Data("empty.gpx"), Data("hand-written.gpx"), Data("empty.gpx")});
     EXPECT_EQ(result.status, 0);
     ASSERT_EQ(Lines(result.out).size(), 3U);
     EXPECT_EQ(Lines(result.out)[0], Lines(result.out)[2]);
-    EXPECT_EQ(Lines(result.out)[1] + "\n", cli::ReadFile(Data("full.json")));
+    EXPECT_EQ(Lines(result.out)[1] + "\n", cli::ReadFile(Data("hand-written.json")));
 }
 
 /// Members of each kind of record in the order that is allowed.

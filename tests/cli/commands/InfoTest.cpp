@@ -119,8 +119,8 @@ TEST(InfoTest, JsonEscapesTexts) {
 }
 
 TEST(InfoTest, TheRecordsAreThoseOfADump) {
-    const json info = json::parse(RunTool({"info", "--json", Data("full.gpx")}).out);
-    const json dump = json::parse(RunTool({"dump", Data("full.gpx")}).out);
+    const json info = json::parse(RunTool({"info", "--json", Data("hand-written.gpx")}).out);
+    const json dump = json::parse(RunTool({"dump", Data("hand-written.gpx")}).out);
     for (const char* member : {"time", "gisMetaData", "annotateMetaData"}) {
         ASSERT_TRUE(dump.contains(member)) << member;
         EXPECT_EQ(info[member], dump[member]) << member;
@@ -216,7 +216,7 @@ TEST(InfoTest, StandardInputAndANamedPipe) {
 
 TEST(InfoTest, AFullDeviceIsReported) {
     for (const char* option : {"--json", "--debug-log=/dev/null"})
-        EXPECT_TRUE(Failed(Tool({"info", option, Data("full.gpx")}).StdoutTo("/dev/full").Run(),
+        EXPECT_TRUE(Failed(Tool({"info", option, Data("hand-written.gpx")}).StdoutTo("/dev/full").Run(),
                            "Unable to write to standard output: No space left on device"));
 }
 

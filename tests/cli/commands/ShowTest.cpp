@@ -41,10 +41,10 @@ std::string Point(const std::string& element, double latitude, double longitude,
 }
 
 TEST(ShowTest, ShowsWhatIsInTheFile) {
-    const Result result = RunTool({"show", "full.gpx"}, Data(""));
+    const Result result = RunTool({"show", "hand-written.gpx"}, Data(""));
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, cli::ReadFile(Data("full.show.txt")));
+    EXPECT_EQ(result.out, cli::ReadFile(Data("hand-written.show.txt")));
 }
 
 TEST(ShowTest, AnEmptyDocumentSaysSo) {

@@ -170,14 +170,15 @@ struct BadEntry {
 };
 
 std::vector<BadEntry> BadEntries() {
-    const std::string packed = testing_support::Deflated(cli::ReadFile(cli::Data("full.gpx")));
+    const std::string packed = testing_support::Deflated(cli::ReadFile(cli::Data("hand-written.gpx")));
     return {
         {"an altered stored byte", {.content = kLong, .method = 0, .packed = BitFlipped(kLong, 1000)}},
         {"a wrong checksum", {.content = kLong, .crc = 1}},
         {"a wrong checksum of nothing", {.method = 0, .crc = 1}},
         {"an impossible block type", {.content = kLong, .packed = "\x07" + std::string(100, '\0')}},
         {"an altered stream",
-         {.content = cli::ReadFile(cli::Data("full.gpx")), .packed = BitFlipped(packed, packed.size() / 2)}},
+         {.content = cli::ReadFile(cli::Data("hand-written.gpx")),
+          .packed = BitFlipped(packed, packed.size() / 2)}},
         {"encrypted", {.content = kLong, .flags = testing_support::kZipEncryptedFlag}},
         {"packed with bzip2", {.content = kLong, .method = 12, .packed = kLong}},
         {"an unknown method", {.content = kLong, .method = 99, .packed = kLong}},

@@ -128,12 +128,12 @@ TEST(InputTest, MessagesAboutStandardInputShowADash) {
 
 TEST(InputTest, TheCopyOfStandardInputIsRemoved) {
     const Folder temporary;
-    for (const char* file : {"full.gpx", "not-well-formed.gpx", "no-position.gpx"}) {
+    for (const char* file : {"hand-written.gpx", "not-well-formed.gpx", "no-position.gpx"}) {
         Tool({"dump", "-"}).Stdin(ReadFile(Data(file))).Set("TMPDIR", temporary.Path()).Run();
         EXPECT_THAT(temporary.Names(), IsEmpty()) << file;
     }
     Tool({"dump", "-"})
-        .Stdin(ReadFile(Data("full.gpx")))
+        .Stdin(ReadFile(Data("hand-written.gpx")))
         .Set("TMPDIR", temporary.Path())
         .StdoutTo("/dev/full")
         .Run();

@@ -15,11 +15,11 @@ using cli::Tool;
 using testing::HasSubstr;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show", Data("full.gpx")},
-    {"dump", Data("full.gpx")},
+    {"show", Data("hand-written.gpx")},
+    {"dump", Data("hand-written.gpx")},
     {"clean", Data("web-text.html")},
-    {"convert", Data("full.gpx"), "-"},
-    {"convert", Data("full.gpx"), "/dev/stdout"},
+    {"convert", Data("hand-written.gpx"), "-"},
+    {"convert", Data("hand-written.gpx"), "/dev/stdout"},
 };
 
 TEST(OutputTest, AFullDeviceIsReported) {
@@ -56,7 +56,8 @@ TEST(OutputTest, APipeWithoutAReaderIsReported) {
 TEST(OutputTest, ACommandThatPrintsNothingNeedsNoStandardOutput) {
     EXPECT_EQ(Tool({"clean"}).Stdin("").CloseStdout().Run().status, 0);
     const cli::Folder folder;
-    EXPECT_EQ(Tool({"convert", Data("full.gpx"), folder.File("out.gpx")}).CloseStdout().Run().status, 0);
+    EXPECT_EQ(Tool({"convert", Data("hand-written.gpx"), folder.File("out.gpx")}).CloseStdout().Run().status,
+              0);
 }
 
 TEST(OutputTest, ClosedStandardErrorDoesNoHarm) {
@@ -70,7 +71,7 @@ TEST(OutputTest, ClosedStandardErrorDoesNoHarm) {
 }
 
 TEST(OutputTest, AFailureStopsTheFilesThatFollow) {
-    const Result result = Tool({"dump", Data("full.gpx"), "missing.gpx"}).StdoutTo("/dev/full").Run();
+    const Result result = Tool({"dump", Data("hand-written.gpx"), "missing.gpx"}).StdoutTo("/dev/full").Run();
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "vexagpx: Unable to write to standard output: No space left on device\n");
 }
