@@ -59,7 +59,7 @@ TEST(EntryOverlapsTest, RangesThatAreNotRefusedDoNotOverlap) {
     std::mt19937 random(20260101);
     const auto below = [&random](std::uint64_t end) { return random() % end; };
     for (int round = 0; round < 2000; ++round) {
-        Ranges ranges(below(12));
+        Ranges ranges(static_cast<std::size_t>(below(12)));
         for (std::optional<ZipEntryRange>& range : ranges)
             if (const std::uint64_t begin = below(40); below(8) > 0)
                 range = ZipEntryRange{begin, begin + 1 + below(10)};
