@@ -72,7 +72,6 @@ void EnsureMemory(bool done) {
 } // namespace
 
 CleanText::CleanText() = default;
-CleanText::~CleanText() = default;
 
 void CleanText::CleanWebTextForTova(icu::UnicodeString& text) {
     HTMLToPlainText(text);

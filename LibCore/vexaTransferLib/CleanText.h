@@ -30,7 +30,7 @@ namespace vexaTransferLib {
 class VEXATRANSFERLIB_API CleanText {
 public:
     CleanText();
-    ~CleanText();
+    ~CleanText() = default;
     CleanText(const CleanText&) = delete;
     CleanText& operator=(const CleanText&) = delete;
 

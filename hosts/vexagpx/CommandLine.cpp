@@ -158,7 +158,7 @@ void AddProgress(CLI::App& command, Invocation& invocation) {
 void AddTrust(CLI::App& command, InputRules& rules) {
     command.add_flag("--trust", rules.isTrusted,
                      "Follow document types and entities and set\n"
-                     "no limits: not for files from strangers");
+                     "no limits: only for files that you trust");
 }
 
 void AddSize(CLI::App& command, const std::string& name, std::uint64_t& size, const std::string& description,

@@ -474,9 +474,9 @@ TEST(CleanTextDifferenceTest, NamesFoldAsInTheEngine) {
         {kBBCode, u"[b@]"},
     };
     constexpr UChar32 kBehindAscii = 0x80;
-    constexpr UChar32 kBehindTheLast = 0x110000;
+    constexpr UChar32 kAfterTheLast = 0x110000;
     Comparison comparison;
-    for (UChar32 character = 0; character < kBehindTheLast; ++character) {
+    for (UChar32 character = 0; character < kAfterTheLast; ++character) {
         if (character < kBehindAscii || ChangesWhenFolded(character))
             ComparePutIn(comparison, kTemplates, character);
     }

@@ -151,8 +151,8 @@ icu::UnicodeString ExpectedReplacement(int codePoint) {
 }
 
 TEST(CleanTextReferencesTest, TheReplacementStringsOfAllCodePoints) {
-    constexpr int kBehindTheLast = 0x110000;
-    for (int codePoint = -1; codePoint <= kBehindTheLast; ++codePoint)
+    constexpr int kAfterTheLast = 0x110000;
+    for (int codePoint = -1; codePoint <= kAfterTheLast; ++codePoint)
         ASSERT_TRUE(CleanText().GetCharReplacementString(codePoint) == ExpectedReplacement(codePoint))
             << codePoint;
     const CleanText query;

@@ -131,7 +131,7 @@ constexpr ElementReader<Cache> kCacheReaders[] = {
 constexpr ElementTable<Cache> kCacheElements = {Namespace::kGroundspeak, kCacheReaders};
 
 // Only the first geocache is read, unlike the other extensions, of which the last counts.
-void TellOtherGeocache(ReadContext& context, const NodeView& child, bool isRead) {
+void ReportOtherGeocache(ReadContext& context, const NodeView& child, bool isRead) {
     if (!IsGroundspeak(child))
         context.reporter.SkipForeign(child, "that of geocaches", true);
     else if (isRead)
@@ -150,7 +150,7 @@ bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions
         if (!Equals(child.LocalName(), groundspeak::kCache))
             continue;
         if (isRead || !IsGroundspeak(child)) {
-            TellOtherGeocache(context, child, isRead);
+            ReportOtherGeocache(context, child, isRead);
             continue;
         }
         isRead = true;

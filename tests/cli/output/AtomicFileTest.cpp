@@ -164,7 +164,7 @@ TEST(AtomicFileTest, IsWrittenToItsFolderWhenALinkReplacesThatFolder) {
 }
 
 /// Writes a file of another user with the name of the temporary file to the place that the path now leads to.
-void PutStrangersFile(const Folder& folder) {
+void PutFileOfAnotherUser(const Folder& folder) {
     const fs::path temporary = fs::directory_iterator(folder.File("sub"))->path().filename();
     SwapForLink(folder);
     folder.Write("elsewhere/" + temporary.string(), "a stranger's");
@@ -174,7 +174,7 @@ TEST(AtomicFileTest, RemovesItsOwnFileAndNotAnotherThatIsNowAtItsPath) {
     const Swappable places;
     {
         AtomicFile file(places.Place(), kReplaced);
-        PutStrangersFile(places.folder);
+        PutFileOfAnotherUser(places.folder);
     }
     EXPECT_TRUE(fs::is_empty(places.folder.File("moved")));
     EXPECT_EQ(places.folder.Tree().size(), 4U);
@@ -186,7 +186,7 @@ TEST(AtomicFileTest, ASignalThatEndsTheProgramRemovesOnlyItsOwnFile) {
         std::signal(SIGTERM, SIG_DFL);
         CatchDeadlySignals();
         AtomicFile file(places.Place(), kReplaced);
-        PutStrangersFile(places.folder);
+        PutFileOfAnotherUser(places.folder);
         std::raise(SIGTERM);
     };
     EXPECT_EXIT(DieOfASignal(), testing::KilledBySignal(SIGTERM), "");
@@ -270,7 +270,7 @@ TEST(ReplacementModeTest, GrantsNoPermissionThatTheOldFileDidNot) {
 /// The tool replaces "old.gpx" in each way that it can.
 class ReplacedByToolTest : public testing::TestWithParam<std::vector<std::string>> {
 protected:
-    static constexpr uid_t kStranger = 54321;
+    static constexpr uid_t kOtherUser = 54321;
 
     ReplacedByToolTest() : mask(022) {
         folder.Write("in.gpx", cli::Gpx(""));
@@ -312,7 +312,7 @@ TEST_P(ReplacedByToolTest, AFileOfAnotherUserKeepsNoSpecialBits) {
              {06755, 0644}, {04777, 0644}, {02770, 0600}, {0666, 0644}, {0640, 0600}, {0600, 0600}}) {
         folder.Write("old.gpx", "as it was");
         const std::string path = folder.File("old.gpx");
-        ASSERT_EQ(::chown(path.c_str(), kStranger, kStranger), 0);
+        ASSERT_EQ(::chown(path.c_str(), kOtherUser, kOtherUser), 0);
         ASSERT_EQ(::chmod(path.c_str(), before), 0);
         Replace();
         EXPECT_EQ(StatusOf(path).st_uid, ::geteuid());
