@@ -32,22 +32,38 @@ std::size_t SystemFiles::StillOpen() const {
     return OpenDescriptors() - openAtFirst_;
 }
 
+namespace {
+
+// The system's function of that name. Counts the call.
+int CallOpen(const char* function, const char* path, int flags, std::va_list arguments) {
+    using Function = int(const char*, int, ...);
+    auto* const next = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, function));
+    const mode_t mode = (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
+    if (active != nullptr)
+        active->NoteOpen();
+    return next(path, flags, mode);
+}
+
+} // namespace
+
 // These replace the system's functions of the same names and call them.
 extern "C" {
 
 __attribute__((visibility("default"))) int open(const char* path, int flags, ...) {
-    using Function = int(const char*, int, ...);
-    static auto* const next = reinterpret_cast<Function*>(dlsym(RTLD_NEXT, "open"));
-    mode_t mode = 0;
-    if ((flags & (O_CREAT | O_TMPFILE)) != 0) {
-        std::va_list arguments;
-        va_start(arguments, flags);
-        mode = va_arg(arguments, mode_t);
-        va_end(arguments);
-    }
-    if (active != nullptr)
-        active->NoteOpen();
-    return next(path, flags, mode);
+    std::va_list arguments;
+    va_start(arguments, flags);
+    const int fd = CallOpen("open", path, flags, arguments);
+    va_end(arguments);
+    return fd;
+}
+
+// What the library calls on systems of 32 bits, where it reads large files.
+__attribute__((visibility("default"))) int open64(const char* path, int flags, ...) {
+    std::va_list arguments;
+    va_start(arguments, flags);
+    const int fd = CallOpen("open64", path, flags, arguments);
+    va_end(arguments);
+    return fd;
 }
 
 __attribute__((visibility("default"))) ssize_t read(int fd, void* bytes, std::size_t size) {
