@@ -2,13 +2,12 @@
 
 // Cleans the input, as UTF-8, by the library's scans and by regular expressions, and stops when the results differ.
 
+#include "Stop.h"
 #include "support/RegexCleaner.h"
 
 #include <vexaTransferLib/CleanText.h>
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 namespace {
@@ -46,9 +45,8 @@ void Compare(const Pipeline& pipeline, const icu::UnicodeString& text) {
     (plainCleaner.*pipeline.plain)(plain);
     if (scanned == plain)
         return;
-    std::fprintf(stdout, "%s of\n%s\nmakes\n%s\nand not\n%s\n", pipeline.name, Utf8(text).c_str(),
-                 Utf8(scanned).c_str(), Utf8(plain).c_str());
-    std::abort();
+    StopBecause(std::string(pipeline.name) + " of\n" + Utf8(text) + "\nmakes\n" + Utf8(scanned) +
+                "\nand not\n" + Utf8(plain));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include "DocumentType.h"
 #include "MemoryFile.h"
+#include "Stop.h"
 #include "support/CaughtAs.h"
 #include "support/DomReading.h"
 #include "support/ModelCompare.h"
@@ -14,8 +15,6 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <string>
 #include <typeinfo>
@@ -44,9 +43,7 @@ void Compare(const std::string& path) {
     const testing::AssertionResult isSame = testing_support::IsSameModel(expected, actual);
     if (expectedError == actualError && isSame)
         return;
-    std::fprintf(stdout, "DOM: %s\nevents: %s\n%s\n", expectedError.c_str(), actualError.c_str(),
-                 isSame.message());
-    std::abort();
+    StopBecause("DOM: " + expectedError + "\nevents: " + actualError + "\n" + isSame.message());
 }
 
 } // namespace
