@@ -17,7 +17,6 @@
 #include <ostream>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -480,28 +479,6 @@ TEST(ZipFileReaderTest, ReadersOnOneArchiveAreIndependent) {
     second.Close();
     EXPECT_EQ(ReadToEnd(first), " words");
     EXPECT_EQ(NameBytes(first), "short.txt");
-}
-
-TEST(ZipFileReaderTest, ThreadsReadOneArchiveEachWithItsReader) {
-    constexpr int kThreads = 8;
-    constexpr int kRounds = 20;
-    const ArchiveFile file(BuildZip(ThreeEntries()));
-    const std::string expected = "some words" + Lines(3000);
-    std::vector<int> right(kThreads, 0);
-    std::vector<std::thread> threads;
-    for (int& count : right)
-        threads.emplace_back([&] {
-            for (int round = 0; round < kRounds; ++round) {
-                ZipFileReader reader(file.Path());
-                std::string all;
-                for (bool found = reader.GoToFirstFile(); found; found = reader.GoToNextFile())
-                    all += ReadTree(reader, 1000);
-                count += all == expected ? 1 : 0;
-            }
-        });
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(right, std::vector<int>(kThreads, kRounds));
 }
 
 TEST(ZipFileReaderTest, ReadsManyEntries) {
