@@ -15,6 +15,8 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <string_view>
+#include <vector>
 
 using vexaTransferLib::testing_support::CLocaleScope;
 using vexaTransferLib::testing_support::Utf8;
@@ -22,7 +24,6 @@ using vexaTransferLib::text::FixedText;
 using vexaTransferLib::text::Multiply;
 using vexaTransferLib::text::ReadDouble;
 using vexaTransferLib::text::ReadInt32;
-using vexaTransferLib::text::ReadShortDecimal;
 
 namespace {
 
@@ -43,6 +44,23 @@ std::string Printed(double number, int decimals) {
 // The bits, so that -0 and the kinds of NaN differ.
 std::uint64_t Bits(double number) {
     return std::bit_cast<std::uint64_t>(number);
+}
+
+// Reads a text in both forms, which must give the same.
+bool ReadShortDecimal(const std::u16string& text, double& number) {
+    const double before = number;
+    const bool isRead = vexaTransferLib::text::ReadShortDecimal(text.c_str(), number);
+    const std::string narrow = Utf8(text.c_str());
+    // A block of exactly its size, so that a sanitizer reports reading past the end.
+    const std::string padded = narrow + "<999";
+    const std::vector<char> buffer(padded.begin(), padded.end());
+    double ofBytes = before;
+    EXPECT_EQ(
+        vexaTransferLib::text::ReadShortDecimal(std::string_view(buffer.data(), narrow.size()), ofBytes),
+        isRead)
+        << narrow;
+    EXPECT_EQ(Bits(ofBytes), Bits(number)) << narrow;
+    return isRead;
 }
 
 void ExpectReadAsStrtod(const std::string& text) {
@@ -269,7 +287,7 @@ TEST(NumberTextTest, ShortDecimalsAreReadAtOnce) {
                              "0.000000000000000001" /* 19 digits */}) {
         const std::string narrow = text;
         double number = 77.0;
-        EXPECT_TRUE(ReadShortDecimal(std::u16string(narrow.begin(), narrow.end()).c_str(), number)) << text;
+        EXPECT_TRUE(ReadShortDecimal(std::u16string(narrow.begin(), narrow.end()), number)) << text;
         EXPECT_EQ(Bits(number), Bits(std::strtod(text, nullptr))) << text;
     }
 }
@@ -290,7 +308,7 @@ TEST(NumberTextTest, IsRoundedOnceWhereTheProcessorComputesWithMoreDigits) {
         if (narrow.find('e') != std::string::npos)
             continue;
         number = 77.0;
-        EXPECT_TRUE(ReadShortDecimal(std::u16string(narrow.begin(), narrow.end()).c_str(), number)) << text;
+        EXPECT_TRUE(ReadShortDecimal(std::u16string(narrow.begin(), narrow.end()), number)) << text;
         EXPECT_EQ(Bits(number), expected) << text;
     }
 }
@@ -302,7 +320,7 @@ TEST(NumberTextTest, NineDecimalsAreReadAsStrtodReadsThem) {
         const std::string digits = std::to_string(1000000000 + billionths % 1000000000);
         const std::string text = std::to_string(billionths / 1000000000) + '.' + digits.substr(1);
         double number = 77.0;
-        ASSERT_TRUE(ReadShortDecimal(std::u16string(text.begin(), text.end()).c_str(), number)) << text;
+        ASSERT_TRUE(ReadShortDecimal(std::u16string(text.begin(), text.end()), number)) << text;
         ASSERT_EQ(Bits(number), Bits(std::strtod(text.c_str(), nullptr))) << text;
     }
 }
@@ -370,7 +388,7 @@ TEST(NumberTextTest, ShortDecimalsEqualStrtod) {
         for (char& character : text)
             character = kAlphabet[letter(random)];
         double number = 77.0;
-        if (!ReadShortDecimal(std::u16string(text.begin(), text.end()).c_str(), number))
+        if (!ReadShortDecimal(std::u16string(text.begin(), text.end()), number))
             continue;
         ++read;
         char* end = nullptr;

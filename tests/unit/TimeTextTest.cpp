@@ -19,13 +19,13 @@
 #include <new>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using vexaTransferLib::testing_support::CLocaleScope;
 using vexaTransferLib::testing_support::IcuLocaleScope;
 using vexaTransferLib::testing_support::RefusedIcuMemory;
 using vexaTransferLib::testing_support::Utf8;
-using vexaTransferLib::text::ReadPlainTime;
 using vexaTransferLib::text::ReadTime;
 using vexaTransferLib::text::TimeText;
 using vexaTransferLib::text::YearDigits;
@@ -83,6 +83,21 @@ void ExpectAsIcu(IcuTimes& icuTimes, double millis) {
     ASSERT_TRUE(icuTimes.IsFine());
 }
 
+// Reads a text in both forms, which must give the same.
+bool ReadPlainTime(const std::u16string& text, double& millis) {
+    const double before = millis;
+    const bool isRead = vexaTransferLib::text::ReadPlainTime(text.c_str(), millis);
+    const std::string narrow = Utf8(text.c_str());
+    // A block of exactly its size, so that a sanitizer reports reading past the end.
+    const std::vector<char> buffer(narrow.begin(), narrow.end());
+    double ofBytes = before;
+    EXPECT_EQ(vexaTransferLib::text::ReadPlainTime(std::string_view(buffer.data(), buffer.size()), ofBytes),
+              isRead)
+        << narrow;
+    EXPECT_EQ(ofBytes, millis) << narrow;
+    return isRead;
+}
+
 } // namespace
 
 TEST(TimeTextTest, PlainTimesAreReadAtOnce) {
@@ -93,7 +108,7 @@ TEST(TimeTextTest, PlainTimesAreReadAtOnce) {
         double expected = -1.0;
         double millis = -2.0;
         EXPECT_TRUE(ReadTime(narrow, expected)) << text;
-        EXPECT_TRUE(ReadPlainTime(std::u16string(narrow.begin(), narrow.end()).c_str(), millis)) << text;
+        EXPECT_TRUE(ReadPlainTime(std::u16string(narrow.begin(), narrow.end()), millis)) << text;
         EXPECT_EQ(millis, expected) << text;
     }
 }
@@ -104,7 +119,7 @@ TEST(TimeTextTest, PlainTimesOfEveryDayAreReadAsByTheGeneralReader) {
         double expected = -1.0;
         double millis = -2.0;
         ASSERT_TRUE(ReadTime(text, expected)) << text;
-        ASSERT_TRUE(ReadPlainTime(std::u16string(text.begin(), text.end()).c_str(), millis)) << text;
+        ASSERT_TRUE(ReadPlainTime(std::u16string(text.begin(), text.end()), millis)) << text;
         ASSERT_EQ(millis, expected) << text;
     }
 }
@@ -127,6 +142,20 @@ TEST(TimeTextTest, OtherTextsAreNoPlainTimes) {
     }
 }
 
+TEST(TimeTextTest, AnyOtherByteInAPlainTimeIsReadInBothFormsAlike) {
+    const std::u16string whole = u"2009-01-15T10:20:30Z";
+    int read = 0;
+    for (std::size_t at = 0; at < whole.size(); ++at)
+        for (char16_t unit = 1; unit < 0x180; ++unit) {
+            std::u16string text = whole;
+            text[at] = unit;
+            double millis = -2.0;
+            read += ReadPlainTime(text, millis) ? 1 : 0;
+        }
+    EXPECT_GT(read, 60);
+    EXPECT_LT(read, 200);
+}
+
 TEST(TimeTextTest, AYearAloneIsNoTime) {
     double millis = -2.0;
     EXPECT_FALSE(ReadTime("2020-T12:34:56Z", millis));
@@ -140,7 +169,8 @@ TEST(TimeTextTest, NoPartOfAPlainTimeIsOne) {
         std::vector<char16_t> text(length + 1);
         std::copy_n(whole.begin(), length, text.begin());
         double millis = -2.0;
-        EXPECT_FALSE(ReadPlainTime(text.data(), millis)) << length;
+        EXPECT_FALSE(vexaTransferLib::text::ReadPlainTime(text.data(), millis)) << length;
+        EXPECT_FALSE(ReadPlainTime(whole.substr(0, length), millis)) << length;
     }
 }
 

@@ -33,20 +33,75 @@ constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
 constexpr std::ptrdiff_t kMostDigits = std::size(kPowersOfTen) - 1;
 
 // Reads a text of up to kMostDigits ASCII digits, a sign and a point.
-[[maybe_unused]] double ReadNarrowed(const char16_t* begin, const char16_t* end) {
+template <class Character>
+[[maybe_unused]] double ReadNarrowed(const Character* begin, const Character* end) {
     std::array<char, kMostDigits + 3> text = {};
-    std::transform(begin, end, text.begin(), [](char16_t unit) { return static_cast<char>(unit); });
+    std::transform(begin, end, text.begin(), [](Character unit) { return static_cast<char>(unit); });
     return strtod_l(text.data(), nullptr, ClassicLocale());
 }
 
+// Four digits at once, where a machine has the order of bytes that this needs; false for anything else.
+bool ReadFourDigits(const char* text, std::uint32_t& number) {
+    if constexpr (std::endian::native != std::endian::little)
+        return false;
+    std::uint32_t bytes = 0;
+    std::memcpy(&bytes, text, sizeof bytes);
+    // Digits become 0 to 9. A byte that is too small or too large shows in its highest bit, or in that of one before it.
+    bytes -= 0x30303030u;
+    if ((((bytes + 0x76767676u) | bytes) & 0x80808080u) != 0)
+        return false;
+    bytes = bytes * 10 + (bytes >> 8);
+    number = (bytes & 0xFFu) * 100 + ((bytes >> 16) & 0xFFu);
+    return true;
+}
+
 // Appends the digits at the start of the text to the number and returns their end. More than 19 overflow.
-const char16_t* ReadDigits(const char16_t* text, std::uint64_t& number) {
+template <class Character>
+const Character* AppendDigits(const Character* text, std::uint64_t& number) {
     for (;; ++text) {
-        const std::uint32_t digit = std::uint32_t{*text} - u'0'; // wraps below '0'
+        const std::uint32_t digit = std::uint32_t(*text) - u'0'; // wraps below '0'
         if (digit > 9)
             return text;
         number = number * 10 + digit;
     }
+}
+
+// The same for decimals, of which there are often many.
+const char16_t* AppendDecimals(const char16_t* text, std::uint64_t& number) {
+    return AppendDigits(text, number);
+}
+
+const char* AppendDecimals(const char* text, std::uint64_t& number) {
+    for (std::uint32_t four = 0; ReadFourDigits(text, four); text += 4)
+        number = number * 10000 + four;
+    return AppendDigits(text, number);
+}
+
+// Digits and power of ten are exact as doubles, so that the division rounds once and gives the result of strtod.
+template <class Character, class IsEnd>
+bool ReadShort(const Character* text, IsEnd isEnd, double& number) {
+    constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<double>::digits;
+    const bool isNegative = *text == u'-';
+    const Character* const begin = isNegative ? text + 1 : text;
+    std::uint64_t read = 0;
+    const Character* end = AppendDigits(begin, read);
+    std::ptrdiff_t digits = end - begin;
+    std::ptrdiff_t decimals = 0;
+    if (*end == u'.') {
+        const Character* const fraction = end + 1;
+        end = AppendDecimals(fraction, read);
+        decimals = end - fraction;
+        digits += decimals;
+    }
+    if (!isEnd(end) || digits == 0 || digits > kMostDigits || read > kLargestExact)
+        return false;
+    if constexpr (kRoundsTwice) {
+        number = ReadNarrowed(text, end);
+        return true;
+    }
+    const double magnitude = static_cast<double>(read) / kPowersOfTen[decimals];
+    number = isNegative ? -magnitude : magnitude;
+    return true;
 }
 
 #ifdef __SIZEOF_INT128__
@@ -129,30 +184,15 @@ double Multiply(double a, double b) {
     return a * b;
 }
 
-// Digits and power of ten are exact as doubles, so that the division rounds once and gives the result of strtod.
 bool ReadShortDecimal(const char16_t* text, double& number) {
-    constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<double>::digits;
-    const bool isNegative = *text == u'-';
-    const char16_t* const begin = isNegative ? text + 1 : text;
-    std::uint64_t read = 0;
-    const char16_t* end = ReadDigits(begin, read);
-    std::ptrdiff_t digits = end - begin;
-    std::ptrdiff_t decimals = 0;
-    if (*end == u'.') {
-        const char16_t* const fraction = end + 1;
-        end = ReadDigits(fraction, read);
-        decimals = end - fraction;
-        digits += decimals;
-    }
-    if (*end != u'\0' || digits == 0 || digits > kMostDigits || read > kLargestExact)
-        return false;
-    if constexpr (kRoundsTwice) {
-        number = ReadNarrowed(text, end);
-        return true;
-    }
-    const double magnitude = static_cast<double>(read) / kPowersOfTen[decimals];
-    number = isNegative ? -magnitude : magnitude;
-    return true;
+    return ReadShort(
+        text, [](const char16_t* at) { return *at == u'\0'; }, number);
+}
+
+bool ReadShortDecimal(std::string_view text, double& number) {
+    const char* const textEnd = text.data() + text.size();
+    return ReadShort(
+        text.data(), [textEnd](const char* at) { return at == textEnd; }, number);
 }
 
 std::int32_t ReadInt32(const char* text) {

@@ -42,6 +42,9 @@ double Multiply(double a, double b);
 /// than ReadDouble, with the same result. For any other text, whether it is a number or not, returns false and
 /// leaves \p number unchanged.
 bool ReadShortDecimal(const char16_t* text, double& number);
+/// The same for a text in a buffer.
+/// \param text is followed by a byte that is neither a digit nor a point, and by three more bytes, whatever they are
+bool ReadShortDecimal(std::string_view text, double& number);
 
 /// Reads a zero-terminated text as a 32-bit `strtol` does in base 10: saturates, never wraps.
 std::int32_t ReadInt32(const char* text);

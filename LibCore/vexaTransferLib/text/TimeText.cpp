@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -175,7 +176,7 @@ bool ReadZone(TimeReader& text, TimeFields& fields) {
     return true;
 }
 
-// Reads a two-digit field and the mark that must follow it; never past the zero that ends the text.
+// Reads a two-digit field and the mark that must follow it; never past a zero that ends the text.
 bool PlainField(const char16_t*& text, long& field, long max, char16_t mark) {
     if (!IsDigit(text[0]) || !IsDigit(text[1]) || text[2] != mark)
         return false;
@@ -190,6 +191,80 @@ double ToMillis(const TimeFields& fields) {
     return static_cast<double>(days * kMillisPerDay + fields.hour * kMillisPerHour +
                                (fields.minute - fields.offsetMinutes) * kMillisPerMinute +
                                (fields.second + fields.extraSeconds) * kMillisPerSecond + fields.millis);
+}
+
+bool AreInRange(const TimeFields& fields) {
+    return fields.year >= kFirstYear && fields.month != 0 && fields.day != 0;
+}
+
+// Reads a time of the usual form and moves \p text after its "Z".
+bool ReadPlainFields(const char16_t*& text, TimeFields& fields) {
+    if (!IsDigit(text[0]) || !IsDigit(text[1]))
+        return false;
+    const long century = (text[0] - u'0') * 10 + (text[1] - u'0');
+    text += 2;
+    if (!PlainField(text, fields.year, 99, u'-') || !PlainField(text, fields.month, 12, u'-') ||
+        !PlainField(text, fields.day, 31, u'T') || !PlainField(text, fields.hour, 24, u':') ||
+        !PlainField(text, fields.minute, 59, u':') || !PlainField(text, fields.second, 59, u'Z'))
+        return false;
+    fields.year += century * 100;
+    return AreInRange(fields);
+}
+
+constexpr std::string_view kPlainForm = "0000-00-00T00:00:00Z";
+
+// A part of a plain time: several bytes at once, of which the digits become 0 to 9 and the marks 0.
+template <class Bytes, std::size_t start>
+class PlainPart {
+public:
+    explicit PlainPart(const char* text) {
+        std::memcpy(&bytes_, text + start, sizeof bytes_);
+        bytes_ -= kForm;
+        isPlain_ = (((bytes_ + kUpToHighest) | bytes_) & kHighestBits) == 0;
+        bytes_ = bytes_ * 10 + (bytes_ >> 8);
+    }
+
+    // True when it has digits and marks where a plain time has them. A byte that is too small or too large shows in its
+    // highest bit, or in that of one before it.
+    bool IsPlain() const { return isPlain_; }
+    // The number of the two digits at this place of the part.
+    long Number(unsigned place) const { return static_cast<long>((bytes_ >> (8 * place)) & 0xFF); }
+
+private:
+    template <class ValueOf>
+    static constexpr Bytes ForEachByte(ValueOf valueOf) {
+        Bytes bytes = 0;
+        for (std::size_t i = 0; i < sizeof bytes; ++i)
+            bytes |= static_cast<Bytes>(static_cast<Bytes>(valueOf(kPlainForm[start + i])) << (8 * i));
+        return bytes;
+    }
+
+    static constexpr Bytes kForm = ForEachByte([](char byte) { return byte; });
+    // Added to a byte that is right, they give at most 0x7F.
+    static constexpr Bytes kUpToHighest = ForEachByte([](char byte) { return byte == '0' ? 0x76 : 0x7F; });
+    static constexpr Bytes kHighestBits = ForEachByte([](char) { return 0x80; });
+
+    Bytes bytes_ = 0;
+    bool isPlain_;
+};
+
+// The same for as many bytes as a plain time has; false on a machine that has another order of bytes.
+bool ReadPlainFields(const char* text, TimeFields& fields) {
+    if constexpr (std::endian::native != std::endian::little)
+        return false;
+    const PlainPart<std::uint64_t, 0> date(text);
+    const PlainPart<std::uint64_t, 8> clock(text);
+    const PlainPart<std::uint32_t, 16> seconds(text);
+    if (!date.IsPlain() || !clock.IsPlain() || !seconds.IsPlain())
+        return false;
+    fields.year = date.Number(0) * 100 + date.Number(2);
+    fields.month = date.Number(5);
+    fields.day = clock.Number(0);
+    fields.hour = clock.Number(3);
+    fields.minute = clock.Number(6);
+    fields.second = seconds.Number(1);
+    return fields.month <= 12 && fields.day <= 31 && fields.hour <= 24 && fields.minute <= 59 &&
+           fields.second <= 59 && AreInRange(fields);
 }
 
 char* AppendYear(char* out, std::int64_t year, std::ptrdiff_t width) {
@@ -335,18 +410,16 @@ unsigned long ReadFraction(long& out, const char* text, double scale) {
 }
 
 bool ReadPlainTime(const char16_t* text, double& millis) {
-    if (!IsDigit(text[0]) || !IsDigit(text[1]))
-        return false;
-    const long century = (text[0] - u'0') * 10 + (text[1] - u'0');
-    text += 2;
     TimeFields fields;
-    if (!PlainField(text, fields.year, 99, u'-') || !PlainField(text, fields.month, 12, u'-') ||
-        !PlainField(text, fields.day, 31, u'T') || !PlainField(text, fields.hour, 24, u':') ||
-        !PlainField(text, fields.minute, 59, u':') || !PlainField(text, fields.second, 59, u'Z') ||
-        *text != u'\0')
+    if (!ReadPlainFields(text, fields) || *text != u'\0')
         return false;
-    fields.year += century * 100;
-    if (fields.year < kFirstYear || fields.month == 0 || fields.day == 0)
+    millis = ToMillis(fields);
+    return true;
+}
+
+bool ReadPlainTime(std::string_view text, double& millis) {
+    TimeFields fields;
+    if (text.size() != kPlainForm.size() || !ReadPlainFields(text.data(), fields))
         return false;
     millis = ToMillis(fields);
     return true;

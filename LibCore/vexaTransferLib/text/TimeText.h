@@ -53,5 +53,6 @@ bool ReadTime(const std::string& text, double& millis);
 /// Reads a time of the usual form, "2009-01-15T10:20:30Z" without anything after it: much faster than ReadTime, with
 /// the same result. For any other text, whether it is a time or not, returns false and leaves \p millis unchanged.
 bool ReadPlainTime(const char16_t* text, double& millis);
+bool ReadPlainTime(std::string_view text, double& millis);
 
 } // namespace vexaTransferLib::text
