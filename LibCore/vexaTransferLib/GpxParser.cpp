@@ -12,6 +12,7 @@
 #include <vexaTransferLib/reader/LinkReader.h>
 #include <vexaTransferLib/reader/ModelLimiter.h>
 #include <vexaTransferLib/reader/ObservedErrorHandler.h>
+#include <vexaTransferLib/reader/PlainReading.h>
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/ReadAborted.h>
 #include <vexaTransferLib/reader/ReadContext.h>
@@ -195,8 +196,20 @@ reader::XmlInput& GpxParser::Limited(reader::XmlInput& input) const {
 void GpxParser::ParseInput(reader::XmlInput& input, GpxDocument& document) {
     dbc::Require(!input.Name().Text().isEmpty(), text::kGpxParserSource, kNoPath);
     Limited(input);
-    if (!input.IsRepeatable() || !ReadEvents(input, document))
+    if (!input.IsRepeatable() || (!ReadPlain(input, document) && !ReadEvents(input, document)))
         ReadTree(input, document);
+}
+
+// False for a file that needs the XML parser.
+bool GpxParser::ReadPlain(reader::XmlInput& input, GpxDocument& document) {
+    const reader::ReadSettings settings = Settings();
+    ParserContext context(*this, input, settings);
+    reader::PlainReading reading(context, input, settings);
+    if (!reading.Parse())
+        return false;
+    CheckErrors(input.Name(), true);
+    reading.MoveTo(document);
+    return true;
 }
 
 // False for a file that needs the DOM.

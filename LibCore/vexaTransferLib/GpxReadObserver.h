@@ -80,12 +80,14 @@ public:
     /// 300 times a file. Numbers do not fall within a file, except that a file that proves to need a DOM is started
     /// again.
     ///
+    /// Before the first call, the file is looked through once, at about a second for a gigabyte.
+    ///
     /// A long element is no exception: this is called while its bytes are read and then, with the same numbers as
     /// before, while its children are, which only starts when the XML parser has finished it. So it may be called
-    /// several times with everything read. It is not called in the middle of the 48 kB of the file that the XML parser
-    /// takes at once, of one value, and of the cleaning of one geocache text (a megabyte takes about a tenth of a
+    /// several times with everything read. It is not called in the middle of the 48 kB of the file that are
+    /// taken at once, of one value, and of the cleaning of one geocache text (a megabyte takes about a tenth of a
     /// second).
-    /// \param bytesRead how much of the file the XML parser has taken, before decoding
+    /// \param bytesRead how much of the file has been taken, before decoding
     /// \param bytesInAll the file's length; 0 when it is not known, as for a pipe or an address
     /// \return false to cancel: the reading then ends with GpxReadError "The reading of the GPX file was cancelled:
     ///         PATH", the document unchanged

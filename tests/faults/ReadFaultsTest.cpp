@@ -43,10 +43,15 @@ void ReadFromBytes(GpxParser& parser, const FaultFile& file, GpxDocument& docume
 
 struct Way {
     const char* name;
-    const char* documentType;
+    const char* prolog; ///< decides what reads the file
     Read read;
     bool isWatched;
 };
+
+// Only the XML parser reads another encoding than UTF-8, and only from a DOM a file with a document type.
+constexpr char kPlain[] = "";
+constexpr char kEvents[] = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+constexpr char kDom[] = "<!DOCTYPE gpx>";
 
 void PrintTo(const Way& way, std::ostream* out) {
     *out << way.name;
@@ -95,13 +100,14 @@ protected:
     /// The same, for each request in turn.
     template <class Refuse>
     void ReadWithEachRefused(const std::string& what, SampleNumbers numbers, Refuse refuse) {
-        FaultFile file(GetParam().documentType + FaultSample(numbers));
+        FaultFile file(GetParam().prolog + FaultSample(numbers));
         if (GetParam().isWatched)
             parser_.SetObserver(&observer_);
         ReadTwice(file, [&] { return refuse(0); });
         const std::size_t calls =
             ForEachCall([&](std::size_t call) { return ReadTwice(file, [&] { return refuse(call); }); });
-        EXPECT_GT(calls, 20U);
+        // Of the memory of Xerces, a plain file needs little more than its stream.
+        EXPECT_GT(calls, GetParam().prolog == kPlain && what.starts_with("xerces") ? 2U : 20U);
         Record(what, calls);
     }
 
@@ -151,12 +157,16 @@ TEST_P(ReadFaultsTest, OneRequestOfIcu) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, ReadFaultsTest,
-                         testing::Values(Way{"Events", "", ReadFromFile, false},
-                                         Way{"WatchedEvents", "", ReadFromFile, true},
-                                         Way{"WatchedUntrustedEvents", "", ReadUntrusted, true},
-                                         Way{"WatchedEventsOfBytes", "", ReadFromBytes, true},
-                                         Way{"Dom", "<!DOCTYPE gpx>", ReadFromFile, false},
-                                         Way{"WatchedDom", "<!DOCTYPE gpx>", ReadFromFile, true}),
+                         testing::Values(Way{"Plain", kPlain, ReadFromFile, false},
+                                         Way{"WatchedPlain", kPlain, ReadFromFile, true},
+                                         Way{"WatchedUntrustedPlain", kPlain, ReadUntrusted, true},
+                                         Way{"WatchedPlainOfBytes", kPlain, ReadFromBytes, true},
+                                         Way{"Events", kEvents, ReadFromFile, false},
+                                         Way{"WatchedEvents", kEvents, ReadFromFile, true},
+                                         Way{"WatchedUntrustedEvents", kEvents, ReadUntrusted, true},
+                                         Way{"WatchedEventsOfBytes", kEvents, ReadFromBytes, true},
+                                         Way{"Dom", kDom, ReadFromFile, false},
+                                         Way{"WatchedDom", kDom, ReadFromFile, true}),
                          [](const auto& way) { return std::string(way.param.name); });
 
 } // namespace

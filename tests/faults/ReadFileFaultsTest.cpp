@@ -56,10 +56,12 @@ std::string BigHead() {
                           "<tarvik:layername>n</tarvik:layername>");
 }
 
-const char* const kDocumentTypes[] = {"", "<!DOCTYPE gpx>"};
+const char* const kDocumentTypes[] = {"", "<?xml version='1.0' encoding='ISO-8859-1'?>", "<!DOCTYPE gpx>"};
 
 std::string Name(const std::string& documentType) {
-    return documentType.empty() ? "events" : "DOM";
+    if (documentType.empty())
+        return "plain";
+    return documentType.starts_with("<?") ? "events" : "DOM";
 }
 
 std::string Refused(const std::string& message) {

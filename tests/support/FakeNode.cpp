@@ -17,7 +17,7 @@ const char16_t* OrNull(const std::optional<std::u16string>& text) {
     return text ? text->c_str() : nullptr;
 }
 
-class FakeSource : public reader::NodeSource {
+class FakeSource : public reader::OpaqueNodeSource {
 public:
     bool IsElement(const void* node) const override { return AsFake(node).isElement; }
     const char16_t* LocalName(const void* node) const override { return OrNull(AsFake(node).localName); }

@@ -6,7 +6,7 @@
 namespace vexaTransferLib::testing_support {
 
 /// An element that counts how often its text was built. Its texts need not be zero-terminated.
-class OneNode final : public reader::NodeSource {
+class OneNode final : public reader::OpaqueNodeSource {
 public:
     reader::NodeView View() const { return {*this, this}; }
 

@@ -90,6 +90,7 @@ public:
     static const icu::UnicodeString& GetType(const GpxRoute& route) { return route.type_; }
     static std::uint32_t GetRawRouteType(const GpxRoute& route) { return route.routeType_; }
     static const GpxRoute::Points& GetPoints(const GpxRoute& route) { return route.points_; }
+    static GpxRoute::Points& GetPoints(GpxRoute& route) { return route.points_; }
 
     // Tracks. An empty text is absent.
     static const icu::UnicodeString& GetName(const GpxTrack& track) { return track.name_; }
@@ -102,6 +103,7 @@ public:
     static std::int16_t GetColor(const GpxTrack& track) { return track.color_; }
     static void SetColor(GpxTrack& track, std::int16_t color) { track.color_ = color; }
     static const GpxTrack::Segments& GetSegments(const GpxTrack& track) { return track.segments_; }
+    static GpxTrack::Segment& GetLastSegment(GpxTrack& track) { return track.segments_.back(); }
 
     // Documents.
     static const icu::UnicodeString& GetName(const GpxDocument& document) { return document.name_; }

@@ -50,7 +50,7 @@ const DOMNode* NextOutside(const DOMNode* node, const DOMNode* root) {
     return nullptr;
 }
 
-class DomSource final : public NodeSource {
+class DomSource final : public OpaqueNodeSource {
 public:
     bool IsElement(const void* node) const override {
         return AsDom(node).getNodeType() == DOMNode::ELEMENT_NODE;

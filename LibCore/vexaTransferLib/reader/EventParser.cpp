@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/EventParser.h>
 
-#include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/reader/KnownNames.h>
 
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
@@ -12,21 +12,7 @@
 
 namespace vexaTransferLib::reader {
 
-namespace {
-
 using xercesc::XMLUni;
-
-// For a namespace that the readers know, returns the constant with which they compare: equal pointers need no
-// comparison of the texts.
-const char16_t* Known(const char16_t* uri) {
-    for (const char16_t* known : {text::kGpx11Namespace, text::kGpx10Namespace, text::kTarvikNamespace,
-                                  text::kGroundspeak10Namespace, text::kGroundspeak101Namespace})
-        if (Equals(uri, known))
-            return known;
-    return uri;
-}
-
-} // namespace
 
 // Has the same settings as the DOM parser: namespaces, no schema, and validation only when the file names a
 // grammar.
@@ -50,7 +36,7 @@ const char16_t* EventParser::NamespaceUri(unsigned int uriId) {
     const char16_t*& uri = namespaceUris_[uriId];
     if (uri == nullptr) {
         const char16_t* const text = getURIText(uriId);
-        uri = text != nullptr ? Known(text) : u"";
+        uri = text != nullptr ? KnownNamespace(text) : u"";
     }
     return *uri != u'\0' ? uri : nullptr;
 }
@@ -66,8 +52,10 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
                                const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) {
     if (isRoot)
         errors_.Release(); // No declaration that requires the DOM can follow.
-    if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(),
-                           isWatched_ || walk_.WantsLocation() ? handler_.Location() : SourceLocation())) {
+    TagPlace place;
+    if (isWatched_ || walk_.WantsLocation())
+        place.location = handler_.Location();
+    if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(), place)) {
         for (XMLSize_t i = 0; i < attributeCount; ++i) {
             const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
             walk_.AddAttribute(attribute.getQName(), attribute.getValue());
@@ -85,13 +73,13 @@ void EventParser::endElement(const xercesc::XMLElementDecl&, const unsigned int,
 
 void EventParser::docCharacters(const XMLCh* const text, const XMLSize_t length, const bool isCData) {
     if (isCData)
-        walk_.AddCData({text, length});
+        walk_.AddCData(std::u16string_view(text, length));
     else
-        walk_.AddText({text, length});
+        walk_.AddText(std::u16string_view(text, length));
 }
 
 void EventParser::ignorableWhitespace(const XMLCh* const text, const XMLSize_t length, const bool) {
-    walk_.AddText({text, length});
+    walk_.AddText(std::u16string_view(text, length));
 }
 
 void EventParser::docComment(const XMLCh* const) {

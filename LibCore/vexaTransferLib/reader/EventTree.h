@@ -5,109 +5,147 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/reader/Arena.h>
+#include <vexaTransferLib/reader/ByteWindow.h>
 #include <vexaTransferLib/reader/NodeView.h>
+#include <vexaTransferLib/reader/RawText.h>
 
 #include <cstddef>
-#include <memory>
+#include <cstdint>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vexaTransferLib::reader {
 
-/// Memory for one tree after another. Single objects are not freed: Clear gives up all of them at once, and
-/// the next tree uses the same memory.
-class Arena {
-public:
-    /// \param alignment a power of two
-    void* Allocate(std::size_t size, std::size_t alignment) {
-        const std::size_t start = (used_ + alignment - 1) & ~(alignment - 1);
-        if (start + size > size_)
-            return AllocateInNextBlock(size);
-        used_ = start + size;
-        return bytes_ + start;
-    }
-    void Clear() {
-        if (nextBlock_ > 1 || size_ > kBlockSize)
-            Rewind();
-        used_ = 0;
-    }
-
-private:
-    static constexpr std::size_t kBlockSize = 65536;
-
-    struct Block {
-        std::unique_ptr<std::byte[]> bytes;
-        std::size_t size;
-    };
-
-    void* AllocateInNextBlock(std::size_t size);
-    void Rewind();
-
-    std::vector<Block> blocks_;
-    std::size_t nextBlock_ = 0;
-    // The block that is in use.
-    std::byte* bytes_ = nullptr;
-    std::size_t size_ = 0;
-    std::size_t used_ = 0;
+/// Where the start tag of an element is. The XML parser gives a location, the lexer of plain files the places of its
+/// first byte and of the byte after it; what is not known is zero.
+struct TagPlace {
+    SourceLocation location;
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;
 };
 
-/// A small tree that is built from the XML parser's events, for one child of a long element at a time. It
-/// gives the same answers about a node as the DOM: adjacent character data is one text; CDATA sections,
-/// comments and processing instructions are nodes of their own.
+/// A small tree that is built from the events of an XML parser or of the lexer of plain files, for one child of a long
+/// element at a time. It gives the same answers about a node as the DOM: adjacent character data is one text; CDATA
+/// sections, comments and processing instructions are nodes of their own. Texts of a plain file stay in its window until
+/// they are asked for.
 class EventTree final : public NodeSource {
 public:
     /// \param outerNames the names of the elements around the tree; read whenever a path is asked for
     explicit EventTree(const std::vector<const char16_t*>& outerNames) : outerNames_(outerNames) {}
+
+    /// Takes the texts of the trees from a window, which must contain the whole tree. The caller owns the window.
+    void ReadFrom(ByteWindow& window) { window_ = &window; }
+    /// The place of the root's first byte in the window.
+    std::uint64_t RootBegin() const { return AsNode(root_).raw.begin; }
 
     /// Forgets the tree.
     void Clear();
     bool IsEmpty() const { return depth_ == 0; }
 
     // Building. The first element is the root; each other element becomes a child of the one that is open.
-    // Namespace and name must outlive the tree; other texts are copied.
+    // Namespaces, names of elements, and names of attributes with raw values must outlive the tree; other texts are
+    // copied.
 
-    void StartElement(const char16_t* namespaceUri, const char16_t* localName, SourceLocation location);
+    void StartElement(const char16_t* namespaceUri, const char16_t* localName, const TagPlace& place) {
+        Node& node = Append(Kind::kElement);
+        node.namespaceUri = namespaceUri;
+        node.localName = localName;
+        node.location = place.location;
+        node.raw.begin = place.begin;
+        node.raw.end = place.end;
+        open_ = &node;
+        next_ = &node.firstChild;
+        ++depth_;
+    }
     void AddAttribute(const char16_t* qualifiedName, const char16_t* value);
+    void AddAttribute(const char16_t* qualifiedName, const RawText& value) {
+        void* const bytes = arena_.Allocate(sizeof(AttributeNode), alignof(AttributeNode));
+        open_->attributes = new (bytes) AttributeNode{open_->attributes, qualifiedName, nullptr, value};
+    }
     void AddText(std::u16string_view text);
+    /// A raw text is complete: the next one is not adjacent to it.
+    void AddText(const RawText& text) { Append(Kind::kText).raw = text; }
     void AddCData(std::u16string_view text);
+    void AddCData(const RawText& text) { AddText(text); }
     /// Adds a comment or a processing instruction. Only its place matters: it separates the texts before and
     /// after it.
-    void AddOther();
+    void AddOther() { Append(Kind::kOther); }
     /// Returns true when the root has ended.
-    bool EndElement();
+    bool EndElement() {
+        if (growing_ != nullptr)
+            FinishText();
+        next_ = &open_->next;
+        open_ = open_->parent;
+        return --depth_ == 0;
+    }
 
     NodeView Root() const { return root_ != nullptr ? NodeView(*this, root_) : NodeView(); }
 
     // Reading.
 
-    bool IsElement(const void* node) const override;
-    const char16_t* LocalName(const void* node) const override;
-    const char16_t* NamespaceUri(const void* node) const override;
     const char16_t* Attribute(const void* node, const char16_t* qualifiedName) const override;
     const char16_t* FirstChildText(const void* node) const override;
+    bool FirstChildBytes(const void* node, std::string_view& bytes) const override;
+    bool AttributeBytes(const void* node, const char16_t* qualifiedName,
+                        std::string_view& bytes) const override;
     bool TextContent(const void* node, icu::UnicodeString& out) const override;
-    bool HasChildList(const void* node) const override;
-    bool NextChild(const void* node, const void*& position, const void*& child) const override;
     std::string Path(const void* node) const override;
     SourceLocation Location(const void* node) const override;
 
 private:
-    struct AttributeNode;
-    struct Node;
+    using Kind = OwnNode::Kind;
 
-    static const Node& AsNode(const void* node);
-    Node& Append(int kind);
+    struct AttributeNode {
+        AttributeNode* next;
+        const char16_t* qualifiedName;
+        /// Null until a raw value has been decoded.
+        mutable const char16_t* value;
+        RawText raw;
+    };
+
+    struct Node : OwnNode {
+        /// Null until a raw text has been decoded.
+        mutable const char16_t* text = nullptr;
+        AttributeNode* attributes = nullptr;
+        Node* parent = nullptr;
+        /// Of an element in a file that is not plain.
+        SourceLocation location = {};
+        /// In a plain file: the text, or the place of the start tag.
+        RawText raw = {};
+    };
+
+    static const Node& AsNode(const void* node) {
+        return static_cast<const Node&>(*static_cast<const OwnNode*>(node));
+    }
+    Node& Append(Kind kind) {
+        if (growing_ != nullptr)
+            FinishText();
+        Node* const node = new (arena_.Allocate(sizeof(Node), alignof(Node))) Node;
+        node->kind = kind;
+        node->parent = open_;
+        *next_ = node;
+        next_ = &node->next;
+        return *node;
+    }
+    const AttributeNode* FindAttribute(const void* node, const char16_t* qualifiedName) const;
+    bool BytesOf(const RawText& text, std::string_view& bytes) const;
+    const char16_t* Decoded(const RawText& text, TextPlace place) const;
+    const char16_t* TextOf(const Node& node) const;
     const char16_t* Copy(std::u16string_view text);
     void GrowText(std::u16string_view text);
     void FinishText();
 
     const std::vector<const char16_t*>& outerNames_;
-    Arena arena_;
-    Node* root_ = nullptr;
+    ByteWindow* window_ = nullptr;
+    /// Decoded texts are added to it while the tree is read.
+    mutable Arena arena_;
+    OwnNode* root_ = nullptr;
     Node* open_ = nullptr;
     /// The pointer that the next node is stored in.
-    Node** next_ = &root_;
+    OwnNode** next_ = &root_;
     std::size_t depth_ = 0;
     /// The text that may still grow; its node is the last child of the open element. It is complete unless
     /// growingText_ holds more: nearly every text comes in one piece.

@@ -8,7 +8,7 @@ namespace vexaTransferLib::reader {
 // An isolated failure skips the child; any other ends the reading.
 template <class Read, class Refuse>
 void EventWalk::Try(Read read, Refuse refuse) {
-    const bool isIsolated = !readers_.empty() && readers_.back().reader->IsolatesFailures();
+    const bool isIsolated = !readers_.empty() && readers_.back().isolatesFailures;
     try {
         IsolateFailure(isIsolated, read, refuse);
     } catch (const ReadAborted&) {
@@ -28,32 +28,25 @@ void EventWalk::TryChild(const NodeView& child, Read read) {
 // parent continues.
 template <class Make>
 void EventWalk::Descend(const NodeView& node, Make makeReader) {
-    Open open;
+    Open open = {};
     if (context_.reporter.IsWanted())
         open.ifRefused = SkipReporter::Describe(node, kGpxRefused, {}, true);
     names_.reserve(names_.size() + 1);
     readers_.reserve(readers_.size() + 1);
     open.reader = makeReader();
+    open.isolatesFailures = open.reader->IsolatesFailures();
     readers_.push_back(std::move(open));
     names_.push_back(node.LocalName());
 }
 
-bool EventWalk::StartElement(const char16_t* namespaceUri, const char16_t* localName,
-                             SourceLocation location) {
-    switch (state_) {
-    case State::kBetween:
-        tree_.Clear();
-        location_ = location;
-        break;
-    case State::kInTree:
-        break;
-    case State::kSkipping:
+// False for an element that is in no tree.
+bool EventWalk::BeginTree(const TagPlace& place) {
+    if (state_ == State::kSkipping)
         ++skippedDepth_;
+    if (state_ != State::kBetween)
         return false;
-    case State::kFailed:
-        return false;
-    }
-    tree_.StartElement(namespaceUri, localName, location);
+    tree_.Clear();
+    location_ = place.location;
     return true;
 }
 
@@ -93,6 +86,7 @@ void EventWalk::BeginChild(const NodeView& child) {
             break;
         }
     });
+    context_.expectedChildren = 0;
 }
 
 void EventWalk::EndElement() {

@@ -17,12 +17,22 @@
 
 namespace vexaTransferLib::reader {
 
-/// Reads a document from the events of one parse: the long elements child by child, every other child as a small tree
+/// Reads a document from the events of one parse, whichever parser has them: the long elements child by child, every other child as a small tree
 /// when it has ended. A failure of the reading is kept until the parse has ended, and the rest of the file is skipped:
 /// if the file proves ill-formed, that is the error to report.
 class EventWalk {
 public:
     EventWalk(ReadContext& context, GpxDocument& document) : context_(context), document_(document) {}
+
+    /// Before the events of a plain file, whose texts are raw.
+    void ReadFrom(ByteWindow& window) { tree_.ReadFrom(window); }
+    /// The place from which the window must keep its bytes: not after \p next, where the next event starts.
+    std::uint64_t KeptFrom(std::uint64_t next) const {
+        return state_ == State::kInTree ? tree_.RootBegin() : next;
+    }
+
+    /// How many children the next element has that may become objects of the model. Only a hint, and may be left out.
+    void ExpectChildren(std::uint64_t count) { context_.expectedChildren = count; }
 
     // The events. An element's attributes come between StartElement and BeginContent.
 
@@ -30,17 +40,27 @@ public:
     /// otherwise only for an observer.
     bool WantsLocation() const { return state_ == State::kBetween && readers_.size() <= 1; }
     /// Returns true when the attributes of the element are needed.
-    bool StartElement(const char16_t* namespaceUri, const char16_t* localName, SourceLocation location);
-    void AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
+    bool StartElement(const char16_t* namespaceUri, const char16_t* localName, const TagPlace& place) {
+        if (state_ != State::kInTree && !BeginTree(place))
+            return false;
+        tree_.StartElement(namespaceUri, localName, place);
+        return true;
+    }
+    /// \param value zero-terminated, or a RawText
+    template <class Value>
+    void AddAttribute(const char16_t* qualifiedName, const Value& value) {
         tree_.AddAttribute(qualifiedName, value);
     }
     void BeginContent();
     void EndElement();
-    void AddText(std::u16string_view text) {
+    /// \param text a std::u16string_view or a RawText
+    template <class Text>
+    void AddText(const Text& text) {
         if (state_ == State::kInTree)
             tree_.AddText(text);
     }
-    void AddCData(std::u16string_view text) {
+    template <class Text>
+    void AddCData(const Text& text) {
         if (state_ == State::kInTree)
             tree_.AddCData(text);
     }
@@ -67,6 +87,7 @@ private:
         kFailed
     };
 
+    bool BeginTree(const TagPlace& place);
     void BeginRoot(const NodeView& root);
     void BeginChild(const NodeView& child);
     void EndTree();
@@ -80,6 +101,7 @@ private:
 
     struct Open {
         std::unique_ptr<ChildReader> reader;
+        bool isolatesFailures; ///< asked for once
         GpxSkippedElement
             ifRefused; ///< for a failure at its end, when its node is gone; empty when there is no observer
     };

@@ -30,9 +30,15 @@ GpxSkippedElement AsReplaced(const NodeView& element) {
 
 // The content is built once, however many elements are compared with it.
 const icu::UnicodeString& FieldSources::ContentOf(Source& source) {
-    if (!source.content)
-        source.content = reader::ContentOf(source.element);
-    return *source.content;
+    if (!source.details)
+        source.details = std::make_unique<Details>();
+    if (!source.details->content)
+        source.details->content = reader::ContentOf(source.element);
+    return *source.details->content;
+}
+
+GpxSkippedElement FieldSources::AsReplaced(const Source& source) {
+    return source.element.IsNull() ? source.details->description : reader::AsReplaced(source.element);
 }
 
 FieldSources::Source* FieldSources::Find(const char16_t* field) {
@@ -43,27 +49,31 @@ FieldSources::Source* FieldSources::Find(const char16_t* field) {
 
 FieldSources::Source FieldSources::Describe(const char16_t* field, const NodeView& element) const {
     if (lifetime_ == Lifetime::kLong)
-        return {field, element, {}, std::nullopt};
-    return {field, {}, AsReplaced(element), reader::ContentOf(element)};
+        return {field, element, nullptr};
+    return {field,
+            {},
+            std::make_unique<Details>(Details{reader::AsReplaced(element), reader::ContentOf(element)})};
 }
 
 void FieldSources::Replace(const char16_t* field, const NodeView& element) {
     Source* const source = Find(field);
     if (source == nullptr) {
-        sources_.push_back(Describe(field, element));
+        if (lifetime_ == Lifetime::kLong)
+            sources_.push_back({field, element, nullptr});
+        else
+            sources_.push_back(Describe(field, element));
         return;
     }
     Source lost = std::exchange(*source, Describe(field, element));
     if (ContentOf(lost) != ContentOf(*source))
-        reporter_.Notify(lost.element.IsNull() ? lost.description : AsReplaced(lost.element));
+        reporter_.Notify(AsReplaced(lost));
 }
 
 void FieldSources::Clear(const char16_t* field) {
     const Source* const source = Find(field);
     if (source == nullptr)
         return;
-    const GpxSkippedElement lost =
-        source->element.IsNull() ? source->description : AsReplaced(source->element);
+    const GpxSkippedElement lost = AsReplaced(*source);
     sources_.erase(sources_.begin() + (source - sources_.data()));
     reporter_.Notify(lost);
 }
@@ -71,7 +81,7 @@ void FieldSources::Clear(const char16_t* field) {
 void FieldSources::NotifyIgnored(const char16_t* field, const NodeView& element) {
     Source* const source = Find(field);
     if (source == nullptr || ContentOf(*source) != reader::ContentOf(element))
-        reporter_.Notify(AsReplaced(element));
+        reporter_.Notify(reader::AsReplaced(element));
 }
 
 } // namespace vexaTransferLib::reader

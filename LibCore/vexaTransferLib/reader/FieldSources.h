@@ -7,10 +7,11 @@
 
 #include <vexaTransferLib/reader/SkipReporter.h>
 
+#include <boost/container/small_vector.hpp>
 #include <unicode/unistr.h>
 
+#include <memory>
 #include <optional>
-#include <vector>
 
 namespace vexaTransferLib::reader {
 
@@ -38,24 +39,32 @@ public:
     }
 
 private:
-    struct Source {
-        const char16_t* field;
-        NodeView element;
+    /// What is known of an element beside its node.
+    struct Details {
         /// The description of an element that is valid only while it is read.
         GpxSkippedElement description;
         /// The result of ContentOf; empty until it is needed.
         std::optional<icu::UnicodeString> content;
     };
 
+    struct Source {
+        const char16_t* field;
+        NodeView element;
+        /// Null until they are needed.
+        std::unique_ptr<Details> details;
+    };
+
     Source Describe(const char16_t* field, const NodeView& element) const;
     static const icu::UnicodeString& ContentOf(Source& source);
+    static GpxSkippedElement AsReplaced(const Source& source);
     Source* Find(const char16_t* field);
     void Replace(const char16_t* field, const NodeView& element);
     void NotifyIgnored(const char16_t* field, const NodeView& element);
 
     SkipReporter& reporter_;
     Lifetime lifetime_;
-    std::vector<Source> sources_;
+    /// Most objects have so few fields that nothing is allocated.
+    boost::container::small_vector<Source, 4> sources_;
 };
 
 } // namespace vexaTransferLib::reader

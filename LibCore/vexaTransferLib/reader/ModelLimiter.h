@@ -9,6 +9,7 @@
 #include <vexaTransferLib/reader/InputName.h>
 #include <vexaTransferLib/reader/ReadErrors.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
@@ -25,6 +26,7 @@ public:
         if (++points_ > pointLimit_)
             RefuseOverLimit(name_, "It has more points than", pointLimit_, "points");
     }
+    std::uint64_t PointsLeft() const { return pointLimit_ - std::min(points_, pointLimit_); }
     /// Counts an object that is not a point.
     void AddObject() {
         if (++objects_ > objectLimit_)

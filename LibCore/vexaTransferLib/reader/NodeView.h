@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vexaTransferLib::reader {
@@ -21,28 +22,40 @@ struct SourceLocation {
     std::uint64_t column = 0;
 };
 
-/// A kind of tree whose nodes NodeView shows. Nodes are handles that only their source understands; none is
-/// null. Texts are zero-terminated, belong to the tree and live as long as it.
+/// The part of a node that every source which keeps its own nodes has in the same form, so that NodeView reads it without
+/// a call of the source.
+struct OwnNode {
+    enum class Kind : std::uint8_t { kElement, kText, kOther };
+
+    Kind kind = Kind::kOther;
+    /// Of an element; null for none.
+    const char16_t* namespaceUri = nullptr;
+    /// Of an element; null for any other node.
+    const char16_t* localName = nullptr;
+    OwnNode* firstChild = nullptr;
+    OwnNode* next = nullptr;
+};
+
+/// A kind of tree whose nodes NodeView shows. Nodes are handles, none is null: an OwnNode, or what only an
+/// OpaqueNodeSource understands. Texts are zero-terminated, belong to the tree and live as long as it.
 class NodeSource {
 public:
     virtual ~NodeSource() = default;
 
-    virtual bool IsElement(const void* node) const = 0;
-    /// Null when the node has none, for example a text node.
-    virtual const char16_t* LocalName(const void* node) const = 0;
-    /// Null when the node is in no namespace.
-    virtual const char16_t* NamespaceUri(const void* node) const = 0;
+    /// True when the handles are pointers to OwnNode.
+    bool HasOwnNodes() const { return hasOwnNodes_; }
+
     /// The value of the attribute with this qualified name; null when there is none.
     virtual const char16_t* Attribute(const void* node, const char16_t* qualifiedName) const = 0;
     /// The value of the first child when that is a text or CDATA section; null otherwise.
     virtual const char16_t* FirstChildText(const void* node) const = 0;
+    /// The value of FirstChildText, and of Attribute, if it is ASCII and the source has it in this form; false
+    /// otherwise, also when there is a value.
+    virtual bool FirstChildBytes(const void*, std::string_view&) const { return false; }
+    virtual bool AttributeBytes(const void*, const char16_t*, std::string_view&) const { return false; }
     /// All text and CDATA below the node, without comments and processing instructions; false when the node
     /// is of a kind that has none. The stack that it needs does not grow with the depth.
     virtual bool TextContent(const void* node, icu::UnicodeString& out) const = 0;
-    virtual bool HasChildList(const void* node) const = 0;
-    /// Moves to the next child; false after the last. \p child is null for an entry that is missing. Only the
-    /// source knows the meaning of \p position, which is null before the first child.
-    virtual bool NextChild(const void* node, const void*& position, const void*& child) const = 0;
 
     // These are for the reports to an observer. They may take long, and a source that cannot answer need not
     // override them.
@@ -50,6 +63,34 @@ public:
     /// Local names from the root of the file to an element, with slashes between them, in UTF-8.
     virtual std::string Path(const void*) const { return {}; }
     virtual SourceLocation Location(const void*) const { return {}; }
+
+protected:
+    /// For a source whose nodes are OwnNodes.
+    NodeSource() : NodeSource(true) {}
+
+private:
+    friend class OpaqueNodeSource;
+
+    explicit NodeSource(bool hasOwnNodes) : hasOwnNodes_(hasOwnNodes) {}
+
+    const bool hasOwnNodes_;
+};
+
+/// A source that must be asked everything about its nodes.
+class OpaqueNodeSource : public NodeSource {
+public:
+    virtual bool IsElement(const void* node) const = 0;
+    /// Null when the node has none, for example a text node.
+    virtual const char16_t* LocalName(const void* node) const = 0;
+    /// Null when the node is in no namespace.
+    virtual const char16_t* NamespaceUri(const void* node) const = 0;
+    virtual bool HasChildList(const void* node) const = 0;
+    /// Moves to the next child; false after the last. \p child is null for an entry that is missing. Only the
+    /// source knows the meaning of \p position, which is null before the first child.
+    virtual bool NextChild(const void* node, const void*& position, const void*& child) const = 0;
+
+protected:
+    OpaqueNodeSource() : NodeSource(false) {}
 };
 
 /// The names with slashes between them, in UTF-8. Linear in their length.
@@ -65,20 +106,50 @@ public:
     bool IsNull() const { return node_ == nullptr; }
 
     // A null node has no name, no namespace, no attributes, no text and no child list.
-    bool IsElement() const { return !IsNull() && source_->IsElement(node_); }
-    const char16_t* LocalName() const { return IsNull() ? nullptr : source_->LocalName(node_); }
-    const char16_t* NamespaceUri() const { return IsNull() ? nullptr : source_->NamespaceUri(node_); }
+    bool IsElement() const {
+        if (IsNull())
+            return false;
+        return IsOwn() ? Own().kind == OwnNode::Kind::kElement : Opaque().IsElement(node_);
+    }
+    const char16_t* LocalName() const {
+        if (IsNull())
+            return nullptr;
+        return IsOwn() ? Own().localName : Opaque().LocalName(node_);
+    }
+    const char16_t* NamespaceUri() const {
+        if (IsNull())
+            return nullptr;
+        return IsOwn() ? Own().namespaceUri : Opaque().NamespaceUri(node_);
+    }
     const char16_t* Attribute(const char16_t* qualifiedName) const {
         return IsNull() ? nullptr : source_->Attribute(node_, qualifiedName);
     }
     const char16_t* FirstChildText() const { return IsNull() ? nullptr : source_->FirstChildText(node_); }
+    /// True when the only child is a text. A source may also not know, and then this is false.
+    bool IsKnownToBeOneText() const {
+        if (IsNull() || !IsOwn())
+            return false;
+        const OwnNode* const first = Own().firstChild;
+        return first != nullptr && first->kind == OwnNode::Kind::kText && first->next == nullptr;
+    }
+    bool FirstChildBytes(std::string_view& bytes) const {
+        return !IsNull() && source_->FirstChildBytes(node_, bytes);
+    }
+    bool AttributeBytes(const char16_t* qualifiedName, std::string_view& bytes) const {
+        return !IsNull() && source_->AttributeBytes(node_, qualifiedName, bytes);
+    }
     bool TextContent(icu::UnicodeString& out) const { return !IsNull() && source_->TextContent(node_, out); }
     std::string Path() const { return IsNull() ? std::string() : source_->Path(node_); }
     SourceLocation Location() const { return IsNull() ? SourceLocation() : source_->Location(node_); }
-    bool HasChildList() const { return !IsNull() && source_->HasChildList(node_); }
+    bool HasChildList() const { return !IsNull() && (IsOwn() || Opaque().HasChildList(node_)); }
 
 private:
     friend class ChildWalk;
+
+    // For a node that is not null.
+    bool IsOwn() const { return source_->HasOwnNodes(); }
+    const OwnNode& Own() const { return *static_cast<const OwnNode*>(node_); }
+    const OpaqueNodeSource& Opaque() const { return static_cast<const OpaqueNodeSource&>(*source_); }
 
     const NodeSource* source_ = nullptr;
     const void* node_ = nullptr;
@@ -95,13 +166,22 @@ public:
     /// False after the last child, and for a node without a child list. \p child may be null.
     bool Next(NodeView& child) {
         const void* next = nullptr;
-        if (!hasChildren_ || !parent_.source_->NextChild(parent_.node_, position_, next))
+        if (!hasChildren_ ||
+            !(parent_.IsOwn() ? NextOwn(next) : parent_.Opaque().NextChild(parent_.node_, position_, next)))
             return false;
         child = NodeView(*parent_.source_, next);
         return true;
     }
 
 private:
+    bool NextOwn(const void*& child) {
+        child =
+            position_ == nullptr ? parent_.Own().firstChild : static_cast<const OwnNode*>(position_)->next;
+        if (child != nullptr)
+            position_ = child;
+        return child != nullptr;
+    }
+
     NodeView parent_;
     bool hasChildren_;
     const void* position_ = nullptr;

@@ -5,6 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/reader/ModelLimiter.h>
 #include <vexaTransferLib/reader/Progress.h>
 #include <vexaTransferLib/reader/SkipReporter.h>
@@ -12,8 +13,13 @@
 
 #include <unicode/unistr.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
+#include <stdexcept>
+#include <vector>
 
 namespace vexaTransferLib::reader {
 
@@ -42,7 +48,20 @@ public:
             limiter->AddObject();
     }
 
+    /// Makes room for points that are expected. When there is not so much memory, they may still have it one by one.
+    void MakeRoom(std::vector<GpxPoint>& points, std::uint64_t count) const {
+        if (limiter != nullptr)
+            count = std::min(count, limiter->PointsLeft());
+        try {
+            points.reserve(static_cast<std::size_t>(count));
+        } catch (const std::bad_alloc&) {
+        } catch (const std::length_error&) {
+        }
+    }
+
     SkipReporter reporter;
+    /// How many children the element that is entered may have for the model; 0 when that is not known.
+    std::uint64_t expectedChildren = 0;
     /// The progress of a file whose reading is observed; null otherwise.
     Progress* progress = nullptr;
     /// The limits of an untrusted file; null for a trusted one.

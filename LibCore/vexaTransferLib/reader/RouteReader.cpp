@@ -2,6 +2,7 @@
 #include <vexaTransferLib/reader/RouteReader.h>
 
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/CommonElements.h>
 #include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
@@ -27,6 +28,8 @@ struct RouteParts {
     icu::UnicodeString type;
     TarvikRouteType kind = kTarvikRouteStandard;
     std::optional<GpxRoute> route;
+    /// 0 when they are not known, or there is room for them.
+    std::uint64_t expectedPoints = 0;
 };
 
 GpxRoute& MadeRoute(RouteParts& parts) {
@@ -45,6 +48,9 @@ GpxRoute& MadeRoute(RouteParts& parts) {
 
 bool ReadRoutePoint(const Element<RouteParts>& element) {
     GpxRoute& route = MadeRoute(element.owner);
+    if (element.owner.expectedPoints != 0)
+        element.context.MakeRoom(GpxModelAccess::GetPoints(route),
+                                 std::exchange(element.owner.expectedPoints, 0));
     route.AddPoint(ReadPoint(element.context, *element.version, kGpxRoutePoint, element.node));
     return true;
 }
@@ -65,7 +71,9 @@ constexpr ElementTable<RouteParts> kElements = {Namespace::kGpx, kReaders};
 class RouteReader final : public ChildReader {
 public:
     RouteReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
-        : context_(context), version_(version), document_(document) {}
+        : context_(context), version_(version), document_(document) {
+        parts_.expectedPoints = context.expectedChildren;
+    }
 
     bool IsolatesFailures() const override { return true; }
     const char* MissingChildMessage() const override { return "Unable to read a GPX route child node."; }

@@ -60,7 +60,7 @@ public:
     }
     /// Reports the element if it has more text than its first child, which is the only one that is read.
     void ReportUnreadText(const NodeView& element) {
-        if (IsWanted())
+        if (IsWanted() && !element.IsKnownToBeOneText())
             NotifyUnreadText(element);
     }
 

@@ -2,6 +2,7 @@
 #include <vexaTransferLib/reader/TrackReader.h>
 
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/reader/CommonElements.h>
 #include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
@@ -81,6 +82,7 @@ std::unique_ptr<ChildReader> EnterSegment(ReadContext& context, const GpxVersion
     context.CountObject();
     std::unique_ptr<ChildReader> reader = std::make_unique<SegmentReader>(context, version, track);
     track.AddSegment();
+    context.MakeRoom(GpxModelAccess::GetLastSegment(track), context.expectedChildren);
     return reader;
 }
 

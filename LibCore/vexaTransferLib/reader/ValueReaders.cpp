@@ -97,14 +97,23 @@ bool ReadTextAttribute(const NodeView& node, const char16_t* name, icu::UnicodeS
 }
 
 bool ReadDouble(const NodeView& node, double& out) {
+    std::string_view bytes;
+    if (node.FirstChildBytes(bytes) && text::ReadShortDecimal(bytes, out))
+        return true;
     return ParseNumber(ElementText(node), out);
 }
 
 bool ReadDoubleAttribute(const NodeView& node, const char16_t* name, double& out) {
+    std::string_view bytes;
+    if (node.AttributeBytes(name, bytes) && text::ReadShortDecimal(bytes, out))
+        return true;
     return ParseNumber(AttributeText(node, name), out);
 }
 
 bool ReadTime(const NodeView& node, double& out) {
+    std::string_view bytes;
+    if (node.FirstChildBytes(bytes) && text::ReadPlainTime(bytes, out))
+        return true;
     const char16_t* const text = ElementText(node);
     if (text == nullptr)
         return false;
@@ -131,11 +140,7 @@ bool ReadNumber(const char* text, double& out) {
     return *text::ReadDouble(text, out) == '\0';
 }
 
-bool IsStandard(const GpxVersion& version, const NodeView& node) {
-    if (version.IsGpx11())
-        return Equals(node.NamespaceUri(), text::kGpx11Namespace);
-    if (version.IsGpx10())
-        return Equals(node.NamespaceUri(), text::kGpx10Namespace);
+void FailWithoutNamespace(const GpxVersion& version) {
     throw dbc::precondition_error("The standard namespace URI is unknown for GPX version \"" +
                                   UnicodeStrUtils::UnicodeStringToStlString(version.GetVersionString()) +
                                   "\".");

@@ -9,6 +9,7 @@
 #include <vexaTransferLib/GpxVersion.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
+#include <vexaTransferLib/text/GpxNames.h>
 
 #include <unicode/unistr.h>
 
@@ -67,9 +68,17 @@ inline bool ReadFix(ReadContext& context, const NodeView& node, GpxFix& out) {
     return ReadValue(context, node, ReadFix, "a kind of fix", out);
 }
 
+/// \throws dbc::precondition_error
+[[noreturn]] void FailWithoutNamespace(const GpxVersion& version);
 /// True when the node is in the standard namespace of the version.
 /// \throws dbc::precondition_error for a version that has none
-bool IsStandard(const GpxVersion& version, const NodeView& node);
+inline bool IsStandard(const GpxVersion& version, const NodeView& node) {
+    if (version.IsGpx11())
+        return Equals(node.NamespaceUri(), text::kGpx11Namespace);
+    if (version.IsGpx10())
+        return Equals(node.NamespaceUri(), text::kGpx10Namespace);
+    FailWithoutNamespace(version);
+}
 /// True when the node is in one of the namespaces of geocaches. A null node writes the contract report.
 bool IsGroundspeak(const NodeView& node);
 

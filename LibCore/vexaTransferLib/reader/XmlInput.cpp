@@ -79,14 +79,28 @@ std::unique_ptr<xercesc::InputSource> XmlInput::MakeSource() {
     const XMLCh* const path = SystemId();
     xercesc::XMLURL url(xercesc::XMLPlatformUtils::fgMemoryManager);
     if (!policy_ || !IsAddress(path, url))
-        return std::make_unique<FileSource>(path, fileName_);
+        return std::make_unique<FileSource>(path, fileName_, std::move(opened_));
     if (policy_ == AddressPolicy::kAllowed)
         return std::make_unique<xercesc::URLInputSource>(url);
     // If a file has this name, the path is not taken for an address.
     if (isRepeatable_)
-        return std::make_unique<FileSource>(path, fileName_);
+        return std::make_unique<FileSource>(path, fileName_, std::move(opened_));
     throw MakeError(name_, MakeDetails(GpxReadErrorKind::kUntrusted, name_,
                                        "An untrusted GPX file is not read from an address: "));
+}
+
+// A source whose progress is reported, or whose bytes are limited, has been made for an XML parser.
+std::unique_ptr<xercesc::BinInputStream> XmlInput::OpenBytes() {
+    if (watched_ || limited_)
+        return nullptr;
+    if (source_)
+        return std::unique_ptr<xercesc::BinInputStream>(source_->makeStream());
+    xercesc::XMLURL url(xercesc::XMLPlatformUtils::fgMemoryManager);
+    if (policy_ && IsAddress(SystemId(), url))
+        return nullptr;
+    if (!opened_)
+        opened_ = OpenFile::Open(fileName_);
+    return opened_ && opened_->Rewind() ? opened_->MakeStream() : nullptr;
 }
 
 void XmlInput::Open() {
@@ -118,7 +132,7 @@ void XmlInput::LimitSource() {
     source_ = std::make_unique<LimitedSource>(*limited_, *limits_, name_, extent_);
 }
 
-void XmlInput::Close() {
+void XmlInput::EndProgress() {
     if (!progress_)
         return;
     progress_->End();

@@ -6,12 +6,14 @@
 #endif
 
 #include <vexaTransferLib/GpxInputLimits.h>
+#include <vexaTransferLib/reader/FileSource.h>
 #include <vexaTransferLib/reader/InputLimiter.h>
 #include <vexaTransferLib/reader/InputName.h>
 #include <vexaTransferLib/reader/Progress.h>
 
 #include <unicode/unistr.h>
 #include <xercesc/sax/InputSource.hpp>
+#include <xercesc/util/BinInputStream.hpp>
 
 #include <cstdint>
 #include <memory>
@@ -48,6 +50,11 @@ public:
     /// second time.
     bool IsRepeatable() const { return isRepeatable_; }
 
+    /// The bytes from their start, for a reader that needs no XML parser: not limited, and their progress is not
+    /// reported. Null for an address, and for what cannot be opened. A file is opened once, for this and then for the
+    /// XML parser, so that all see the same file.
+    std::unique_ptr<xercesc::BinInputStream> OpenBytes();
+
     /// \throws what the parser throws; ReadAborted; std::bad_alloc; GpxReadError for an address that is
     ///         refused
     template <class Parser>
@@ -57,15 +64,18 @@ public:
             parser.parse(*source_);
         else
             parser.parse(SystemId());
-        Close();
+        EndProgress();
     }
+
+    /// Reports the end of the reading to the observer.
+    /// \throws ReadAborted when the observer has cancelled the reading
+    void EndProgress();
 
 private:
     /// The zero-terminated name for the XML parser; null when the name is bogus.
     const XMLCh* SystemId();
     std::unique_ptr<xercesc::InputSource> MakeSource();
     void Open();
-    void Close();
     void LimitSource();
     void LookForFile(GpxReadObserver* observer);
     void Watch(GpxReadObserver& observer, std::uint64_t size);
@@ -76,6 +86,8 @@ private:
     /// Empty when the name is always that of a file, even if it looks like an address.
     std::optional<AddressPolicy> policy_;
     bool isRepeatable_ = true;
+    /// The file that OpenBytes has opened, until the XML parser gets it.
+    std::unique_ptr<OpenFile> opened_;
     std::optional<Progress> progress_;
     /// The source that is read; null when it cannot be made and the XML parser is to report why.
     std::unique_ptr<xercesc::InputSource> source_;

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/PlainReading.h>
+
+#include <vexaTransferLib/model/GpxModelAccess.h>
+#include <vexaTransferLib/reader/PlainLexer.h>
+#include <vexaTransferLib/reader/Progress.h>
+#include <vexaTransferLib/reader/ReadErrors.h>
+
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+// The XML parser takes as much at once, and an observer is not called more often.
+constexpr std::uint64_t kProgressStep = std::uint64_t{48} * 1024;
+
+/// Passes on the parts of a plain file to a walk, and reports to an observer how far it has come.
+class WalkHandler {
+public:
+    /// \param progress may be null
+    WalkHandler(EventWalk& walk, ByteWindow& window, Progress* progress,
+                const std::vector<LongElement>& longElements)
+        : walk_(walk), window_(window), progress_(progress), nextLong_(longElements.data()),
+          endOfLong_(longElements.data() + longElements.size()) {}
+
+    void Begin() {
+        if (progress_ == nullptr)
+            return;
+        progress_->Begin();
+        Add();
+    }
+    void Finish() { Reach(window_.PlaceOf(window_.End())); }
+
+    void StartElement(const PlainTag& tag) {
+        Reach(tag.end);
+        TagPlace place{{}, tag.begin, tag.end};
+        if (walk_.WantsLocation())
+            place.location = window_.Locate(tag.end);
+        if (nextLong_ != endOfLong_ && nextLong_->begin == tag.begin)
+            walk_.ExpectChildren((nextLong_++)->children);
+        if (!walk_.StartElement(tag.namespaceUri, tag.name.Local(), place))
+            return;
+        for (const PlainAttribute& attribute : tag.attributes)
+            walk_.AddAttribute(attribute.name->Qualified(), attribute.value);
+        walk_.BeginContent();
+    }
+    void EndElement(std::uint64_t end) {
+        Reach(end);
+        walk_.EndElement();
+    }
+    void Text(const RawText& text) {
+        Reach(text.end);
+        walk_.AddText(text);
+    }
+    void CData(const RawText& text) {
+        Reach(text.end);
+        walk_.AddCData(text);
+    }
+    void Other() { walk_.AddOther(); }
+    std::uint64_t KeptFrom(std::uint64_t next) const { return walk_.KeptFrom(next); }
+
+private:
+    void Reach(std::uint64_t place) {
+        while (progress_ != nullptr && place > reported_) {
+            progress_->ThrowIfStopped();
+            Add();
+        }
+    }
+    void Add() {
+        const std::uint64_t next = std::min(reported_ + kProgressStep, window_.PlaceOf(window_.End()));
+        progress_->Add(next - reported_);
+        reported_ = next;
+    }
+
+    EventWalk& walk_;
+    ByteWindow& window_;
+    Progress* progress_;
+    std::uint64_t reported_ = 0;
+    const LongElement* nextLong_;
+    const LongElement* endOfLong_;
+};
+
+} // namespace
+
+PlainReading::PlainReading(ReadContext& context, XmlInput& input, const ReadSettings& settings)
+    : input_(input), settings_(settings), walk_(context, document_) {
+    GpxModelAccess::SetName(document_, DefaultDocumentName(input.Name()));
+}
+
+bool PlainReading::Parse() {
+    const std::unique_ptr<ByteWindow> window = OpenPlain();
+    if (!window)
+        return false;
+    try {
+        return Restart(*window) && ReadAgain(*window);
+    } catch (const xercesc::XMLException&) {
+        return false; // The file could be read a moment ago.
+    }
+}
+
+// What goes wrong here goes wrong for the XML parser too, which reports it.
+std::unique_ptr<ByteWindow> PlainReading::OpenPlain() {
+    // A host can have the XML parser take more characters for line ends.
+    if (xercesc::XMLPlatformUtils::isNELRecognized())
+        return nullptr;
+    try {
+        std::unique_ptr<xercesc::BinInputStream> stream = input_.OpenBytes();
+        if (!stream)
+            return nullptr;
+        auto window = std::make_unique<ByteWindow>(std::move(stream));
+        window->LeaveLines();
+        return CheckPlain(*window, settings_.limits, longElements_) == NotPlain::kIsPlain ? std::move(window)
+                                                                                          : nullptr;
+    } catch (const xercesc::XMLException&) {
+        return nullptr;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+// A long file is read again, a short one is still there.
+bool PlainReading::Restart(ByteWindow& window) {
+    if (window.IsWhole()) {
+        window.Restart();
+        return true;
+    }
+    std::unique_ptr<xercesc::BinInputStream> stream = input_.OpenBytes();
+    if (!stream)
+        return false;
+    window.Restart(std::move(stream));
+    return true;
+}
+
+bool PlainReading::ReadAgain(ByteWindow& window) {
+    settings_.receiver.resetErrors();
+    walk_.ReadFrom(window);
+    WalkHandler handler(walk_, window, input_.GetProgress(), longElements_);
+    handler.Begin();
+    if (LexPlain(window, settings_.limits, handler) != NotPlain::kIsPlain)
+        return false;
+    handler.Finish();
+    input_.EndProgress();
+    return true;
+}
+
+void PlainReading::MoveTo(GpxDocument& document) {
+    walk_.Finish();
+    document = std::move(document_);
+    try {
+        walk_.RethrowFailure();
+    } catch (...) {
+        RethrowContentError(input_.Name(), walk_.IsGpx(), walk_.FailureLocation());
+    }
+}
+
+} // namespace vexaTransferLib::reader
