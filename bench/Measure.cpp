@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Does one thing to a file and prints the CPU seconds that it took:
+// Does one thing and prints the CPU seconds that it took:
 //
 //   measure sax FILE         bare SAX2 parse, with the reader's settings and handlers that do nothing
 //   measure read FILE        GpxParser::Parse
 //   measure watch FILE       the same of an untrusted file, with an observer, as vexagpx reads
 //   measure write FILE OUT   GpxDocument::WriteToFile of the document; reading it does not count
+//   measure limit FILE OUT   the same bytes of one track, with the least work; reading it does not count
+//   measure small LIST       GpxParser::Parse of every file that LIST names, one a line, with one parser
+//   measure peak FILE        GpxParser::Parse; prints the peak of the memory of the process in bytes
+#include "LimitWriter.h"
+
 #include <vexaTransferLib/GpxParser.h>
 
 #include <xercesc/sax2/DefaultHandler.hpp>
@@ -15,13 +20,25 @@
 
 #include <ctime>
 #include <exception>
+#include <fstream>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
 using namespace vexaTransferLib;
+
+constexpr char kApplicationName[] = "measure";
+constexpr char kApplicationUrl[] = "https://example.org/";
+
+struct Paths {
+    std::string file;
+    std::string out;
+};
 
 double CpuSeconds() {
     timespec time{};
@@ -29,43 +46,109 @@ double CpuSeconds() {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-void ParseBare(const std::string& path) {
-    using xercesc::XMLUni;
-    const std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
-    reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
-    reader->setFeature(XMLUni::fgSAX2CoreValidation, true);
-    reader->setFeature(XMLUni::fgXercesDynamic, true);
-    reader->setFeature(XMLUni::fgXercesSchema, false);
-    reader->setFeature(XMLUni::fgXercesSchemaFullChecking, false);
-    xercesc::DefaultHandler handler;
-    reader->setContentHandler(&handler);
-    reader->setLexicalHandler(&handler);
-    reader->setErrorHandler(&handler);
-    reader->parse(path.c_str());
+template <class Action>
+double SecondsOf(Action action) {
+    const double start = CpuSeconds();
+    action();
+    return CpuSeconds() - start;
 }
 
-double Measure(const std::string& what, const std::string& path, const std::string& out) {
-    const icu::UnicodeString widePath = icu::UnicodeString::fromUTF8(path);
-    double start = CpuSeconds();
-    if (what == "sax") {
-        ParseBare(path);
-        return CpuSeconds() - start;
-    }
+double ParseBare(const Paths& paths) {
+    using xercesc::XMLUni;
+    return SecondsOf([&paths] {
+        const std::unique_ptr<xercesc::SAX2XMLReader> reader(xercesc::XMLReaderFactory::createXMLReader());
+        reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
+        reader->setFeature(XMLUni::fgSAX2CoreValidation, true);
+        reader->setFeature(XMLUni::fgXercesDynamic, true);
+        reader->setFeature(XMLUni::fgXercesSchema, false);
+        reader->setFeature(XMLUni::fgXercesSchemaFullChecking, false);
+        xercesc::DefaultHandler handler;
+        reader->setContentHandler(&handler);
+        reader->setLexicalHandler(&handler);
+        reader->setErrorHandler(&handler);
+        reader->parse(paths.file.c_str());
+    });
+}
+
+double Read(const Paths& paths) {
+    GpxParser parser;
+    GpxDocument document;
+    return SecondsOf([&] { parser.ParseFile(paths.file, document); });
+}
+
+double Watch(const Paths& paths) {
     GpxParser parser;
     GpxReadObserver observer;
-    if (what == "watch") {
-        parser.SetObserver(&observer);
-        parser.SetUntrusted();
-    }
+    parser.SetObserver(&observer);
+    parser.SetUntrusted();
     GpxDocument document;
-    start = CpuSeconds();
-    parser.Parse(widePath, document);
-    if (what == "write") {
-        start = CpuSeconds();
-        document.WriteToFile(GpxVersion::GetLatestVersion(), u"measure", u"https://example.org/",
-                             icu::UnicodeString::fromUTF8(out));
+    return SecondsOf([&] { parser.ParseFile(paths.file, document); });
+}
+
+double Write(const Paths& paths) {
+    GpxDocument document;
+    GpxParser().ParseFile(paths.file, document);
+    return SecondsOf([&] {
+        document.WriteToFile(GpxVersion::GetLatestVersion(), kApplicationName, kApplicationUrl,
+                             icu::UnicodeString::fromUTF8(paths.out));
+    });
+}
+
+double WriteLimit(const Paths& paths) {
+    GpxDocument document;
+    GpxParser().ParseFile(paths.file, document);
+    const bench::LimitWriter writer(document, kApplicationName, kApplicationUrl);
+    return SecondsOf([&] { writer.WriteToFile(paths.out); });
+}
+
+double ReadSmall(const Paths& paths) {
+    std::vector<std::string> files;
+    std::ifstream list(paths.file);
+    for (std::string line; std::getline(list, line);)
+        files.push_back(line);
+    return SecondsOf([&files] {
+        GpxParser parser;
+        for (const std::string& file : files) {
+            GpxDocument document;
+            parser.ParseFile(file, document);
+        }
+    });
+}
+
+// The peak of getrusage may be that of the process that started this one.
+double PeakBytes() {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.rfind("VmHWM:", 0) == 0)
+            return std::stod(line.substr(6)) * 1024;
+    throw std::runtime_error("The system does not say how much memory the process has used.");
+}
+
+double ReadPeak(const Paths& paths) {
+    Read(paths);
+    return PeakBytes();
+}
+
+struct Mode {
+    std::string_view name;
+    bool writes;
+    double (*measure)(const Paths&);
+};
+
+constexpr Mode kModes[] = {
+    {"sax", false, ParseBare}, {"read", false, Read},       {"watch", false, Watch},
+    {"write", true, Write},    {"limit", true, WriteLimit}, {"small", false, ReadSmall},
+    {"peak", false, ReadPeak},
+};
+
+bool Measure(const std::string& name, const Paths& paths) {
+    for (const Mode& mode : kModes) {
+        if (mode.name != name || mode.writes == paths.out.empty())
+            continue;
+        std::cout << mode.measure(paths) << '\n';
+        return true;
     }
-    return CpuSeconds() - start;
+    return false;
 }
 
 } // namespace
@@ -74,11 +157,14 @@ int main(int argc, char** argv) {
     if (argc < 3)
         return 2;
     xercesc::XMLPlatformUtils::Initialize();
+    bool isKnown = false;
     try {
-        std::cout << Measure(argv[1], argv[2], argc > 3 ? argv[3] : "") << '\n';
+        std::cout.precision(12);
+        isKnown = Measure(argv[1], {argv[2], argc > 3 ? argv[3] : ""});
     } catch (const std::exception& failure) {
         std::cerr << failure.what() << '\n';
         return 1;
     }
     xercesc::XMLPlatformUtils::Terminate();
+    return isKnown ? 0 : 2;
 }
