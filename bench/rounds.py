@@ -1,0 +1,62 @@
+# SPDX-License-Identifier: MIT
+"""What bench/table and bench/small share: the program that measures, processes, and rounds that take turns."""
+import os
+import subprocess
+import sys
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+MEASURE = os.path.join(ROOT, 'build', 'bench', 'bench', 'measure')
+
+
+def build():
+    subprocess.check_call([os.path.join(ROOT, 'scripts', 'install-dependencies'), '--bench'])
+    subprocess.check_call(['cmake', '--preset', 'bench'], cwd=ROOT, stdout=subprocess.DEVNULL)
+    subprocess.check_call(['cmake', '--build', '--preset', 'bench', '--target', 'measure'], cwd=ROOT,
+                          stdout=subprocess.DEVNULL)
+
+
+def run(command):
+    """CPU seconds of a process, and what it printed."""
+    process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+    output = process.stdout.read()
+    _, status, usage = os.wait4(process.pid, 0)
+    process.returncode = status
+    if status != 0:
+        raise RuntimeError('failed: ' + ' '.join(command))
+    return usage.ru_utime + usage.ru_stime, output
+
+
+def seconds(command):
+    return run(command)[0]
+
+
+def printed(command):
+    return float(run(command)[1])
+
+
+def measure(mode, path):
+    return printed([MEASURE, mode, path])
+
+
+def measure_writing(mode, path, out):
+    """Writes a new file: what the system needs to empty an old one depends on that file."""
+    if os.path.exists(out):
+        os.remove(out)
+    return printed([MEASURE, mode, path, out])
+
+
+def least(jobs, rounds):
+    """The least of the rounds: other programs only ever add to the time that a job takes."""
+    times = {name: [] for name in jobs}
+    for _ in range(rounds):
+        for name, job in jobs.items():
+            times[name].append(job())
+    return {name: min(values) for name, values in times.items()}
+
+
+def python_with(module):
+    """The first Python that has the module, or None: the one in the path need not be the one of Debian's packages."""
+    for python in (sys.executable, '/usr/bin/python3'):
+        if subprocess.call([python, '-c', 'import ' + module], stderr=subprocess.DEVNULL) == 0:
+            return python
+    return None
