@@ -80,7 +80,8 @@ public:
     /// 300 times a file. Numbers do not fall within a file, except that a file that proves to need a DOM is started
     /// again.
     ///
-    /// Before the first call, the file is looked through once, at about a second for a gigabyte.
+    /// Before the first call, a regular file in UTF-8 is looked through once, which takes less than a second for a
+    /// gigabyte in memory and cannot be cancelled.
     ///
     /// A long element is no exception: this is called while its bytes are read and then, with the same numbers as
     /// before, while its children are, which only starts when the XML parser has finished it. So it may be called

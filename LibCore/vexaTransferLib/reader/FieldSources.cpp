@@ -47,24 +47,20 @@ FieldSources::Source* FieldSources::Find(const char16_t* field) {
     return found != sources_.end() ? &*found : nullptr;
 }
 
-FieldSources::Source FieldSources::Describe(const char16_t* field, const NodeView& element) const {
-    if (lifetime_ == Lifetime::kLong)
-        return {field, element, nullptr};
+FieldSources::Source FieldSources::Describe(const char16_t* field, const NodeView& element) {
     return {field,
             {},
             std::make_unique<Details>(Details{reader::AsReplaced(element), reader::ContentOf(element)})};
 }
 
 void FieldSources::Replace(const char16_t* field, const NodeView& element) {
+    Source now = lifetime_ == Lifetime::kLong ? Source{field, element, nullptr} : Describe(field, element);
     Source* const source = Find(field);
     if (source == nullptr) {
-        if (lifetime_ == Lifetime::kLong)
-            sources_.push_back({field, element, nullptr});
-        else
-            sources_.push_back(Describe(field, element));
+        sources_.push_back(std::move(now));
         return;
     }
-    Source lost = std::exchange(*source, Describe(field, element));
+    Source lost = std::exchange(*source, std::move(now));
     if (ContentOf(lost) != ContentOf(*source))
         reporter_.Notify(AsReplaced(lost));
 }

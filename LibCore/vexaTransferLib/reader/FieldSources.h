@@ -54,7 +54,8 @@ private:
         std::unique_ptr<Details> details;
     };
 
-    Source Describe(const char16_t* field, const NodeView& element) const;
+    /// For an element that is valid only while it is read.
+    static Source Describe(const char16_t* field, const NodeView& element);
     static const icu::UnicodeString& ContentOf(Source& source);
     static GpxSkippedElement AsReplaced(const Source& source);
     Source* Find(const char16_t* field);
