@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/LineCounter.h>
+#include <vexaTransferLib/text/LineCounter.h>
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace vexaTransferLib::reader {
+namespace vexaTransferLib::text {
 namespace {
 
 using LineAndColumn = std::pair<std::uint64_t, std::uint64_t>;
@@ -117,4 +117,4 @@ TEST(LineCounterTest, ContinuesWhereTheTextWasForgotten) {
 }
 
 } // namespace
-} // namespace vexaTransferLib::reader
+} // namespace vexaTransferLib::text

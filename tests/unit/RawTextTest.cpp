@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/RawText.h>
+#include <vexaTransferLib/text/RawText.h>
 
 #include <gtest/gtest.h>
 #include <unicode/ustring.h>
@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace vexaTransferLib::reader {
+namespace vexaTransferLib::text {
 namespace {
 
 using Form = RawText::Form;
@@ -120,4 +120,4 @@ TEST(RawTextTest, AcceptsTheCharactersThatIcuAcceptsExceptTwo) {
 }
 
 } // namespace
-} // namespace vexaTransferLib::reader
+} // namespace vexaTransferLib::text

@@ -69,7 +69,7 @@ void ByteWindow::Restart() {
 
 void ByteWindow::RestartLines() {
     countsLines_ = true;
-    lines_ = LineCounter();
+    lines_ = text::LineCounter();
 }
 
 } // namespace vexaTransferLib::reader

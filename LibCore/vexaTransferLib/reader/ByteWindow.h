@@ -5,7 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
-#include <vexaTransferLib/reader/LineCounter.h>
+#include <vexaTransferLib/text/LineCounter.h>
 
 #include <xercesc/util/BinInputStream.hpp>
 
@@ -51,7 +51,9 @@ public:
     /// Until Restart, lines are not counted, which takes time: Locate must not be called.
     void LeaveLines() { countsLines_ = false; }
     /// Line and column of a place in the window, as the XML parser counts them.
-    SourceLocation Locate(std::uint64_t place) { return lines_.Locate({Begin(), size_}, start_, place); }
+    text::SourceLocation Locate(std::uint64_t place) {
+        return lines_.Locate({Begin(), size_}, start_, place);
+    }
 
 private:
     void Move(std::size_t kept);
@@ -66,7 +68,7 @@ private:
     std::uint64_t start_ = 0;
     bool hasEnded_ = false;
     bool countsLines_ = true;
-    LineCounter lines_;
+    text::LineCounter lines_;
 };
 
 } // namespace vexaTransferLib::reader

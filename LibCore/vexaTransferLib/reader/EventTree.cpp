@@ -74,7 +74,7 @@ const char16_t* EventTree::Attribute(const void* node, const char16_t* qualified
     if (attribute == nullptr)
         return nullptr;
     if (attribute->value == nullptr)
-        attribute->value = Decoded(attribute->raw, TextPlace::kAttribute);
+        attribute->value = Decoded(attribute->raw, text::TextPlace::kAttribute);
     return attribute->value;
 }
 
@@ -100,18 +100,18 @@ bool EventTree::BytesOf(const RawText& text, std::string_view& bytes) const {
     return text.form == RawText::Form::kAscii;
 }
 
-const char16_t* EventTree::Decoded(const RawText& text, TextPlace place) const {
+const char16_t* EventTree::Decoded(const RawText& text, text::TextPlace place) const {
     std::string_view bytes;
     BytesOf(text, bytes);
     auto* const units =
         static_cast<char16_t*>(arena_.Allocate((bytes.size() + 1) * sizeof(char16_t), alignof(char16_t)));
-    *Decode(bytes, text.form, place, units) = u'\0';
+    *text::Decode(bytes, text.form, place, units) = u'\0';
     return units;
 }
 
 const char16_t* EventTree::TextOf(const Node& node) const {
     if (node.text == nullptr)
-        node.text = Decoded(node.raw, TextPlace::kContent);
+        node.text = Decoded(node.raw, text::TextPlace::kContent);
     return node.text;
 }
 

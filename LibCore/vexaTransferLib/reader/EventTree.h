@@ -8,7 +8,7 @@
 #include <vexaTransferLib/reader/Arena.h>
 #include <vexaTransferLib/reader/ByteWindow.h>
 #include <vexaTransferLib/reader/NodeView.h>
-#include <vexaTransferLib/reader/RawText.h>
+#include <vexaTransferLib/text/RawText.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -18,6 +18,8 @@
 #include <vector>
 
 namespace vexaTransferLib::reader {
+
+using text::RawText;
 
 /// Where the start tag of an element is. The XML parser gives a location, the lexer of plain files the places of its
 /// first byte and of the byte after it; what is not known is zero.
@@ -132,7 +134,7 @@ private:
     }
     const AttributeNode* FindAttribute(const void* node, const char16_t* qualifiedName) const;
     bool BytesOf(const RawText& text, std::string_view& bytes) const;
-    const char16_t* Decoded(const RawText& text, TextPlace place) const;
+    const char16_t* Decoded(const RawText& text, text::TextPlace place) const;
     const char16_t* TextOf(const Node& node) const;
     const char16_t* Copy(std::u16string_view text);
     void GrowText(std::u16string_view text);

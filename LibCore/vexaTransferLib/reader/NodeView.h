@@ -5,6 +5,8 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/text/SourceLocation.h>
+
 #include <unicode/unistr.h>
 
 #include <cstdint>
@@ -16,11 +18,8 @@ namespace vexaTransferLib::reader {
 
 class NodeView;
 
-/// Where an element's start tag ends, from 1; zeros when that is not known.
-struct SourceLocation {
-    std::uint64_t line = 0;
-    std::uint64_t column = 0;
-};
+/// Of an element: where its start tag ends.
+using text::SourceLocation;
 
 /// The part of a node that every source which keeps its own nodes has in the same form, so that NodeView reads it without
 /// a call of the source.

@@ -12,7 +12,7 @@
 #include <vexaTransferLib/reader/PlainBytes.h>
 #include <vexaTransferLib/reader/PlainDeclaration.h>
 #include <vexaTransferLib/reader/PlainNames.h>
-#include <vexaTransferLib/reader/RawText.h>
+#include <vexaTransferLib/text/RawText.h>
 
 #include <algorithm>
 #include <array>
@@ -23,6 +23,8 @@
 #include <string_view>
 
 namespace vexaTransferLib::reader {
+
+using text::RawText;
 
 /// An attribute of a start tag; a namespace declaration is one too.
 struct PlainAttribute {
@@ -183,12 +185,12 @@ private:
             form = std::max(form, Form::kUtf8);
         else if (Index(*at) < ' ')
             return StopAt(at);
-        const unsigned length = CharacterLength(at);
+        const unsigned length = text::CharacterLength(at);
         return length != 0 ? at + length : StopAt(at + kLongestCharacter);
     }
 
     const char* SkipReference(const char* at, Form& form) {
-        const unsigned length = ReadReference(at).length;
+        const unsigned length = text::ReadReference(at).length;
         form = Form::kEncoded;
         return length != 0 ? at + length : StopAt(at + kLongestCharacter);
     }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/RawText.h>
+#include <vexaTransferLib/text/RawText.h>
 
 #include <algorithm>
 #include <cstring>
 
-namespace vexaTransferLib::reader {
+namespace vexaTransferLib::text {
 
 namespace {
 
@@ -146,4 +146,4 @@ char16_t* Decode(std::string_view text, RawText::Form form, TextPlace place, cha
     return out;
 }
 
-} // namespace vexaTransferLib::reader
+} // namespace vexaTransferLib::text

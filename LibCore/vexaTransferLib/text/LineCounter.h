@@ -5,13 +5,13 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
-#include <vexaTransferLib/reader/NodeView.h>
+#include <vexaTransferLib/text/SourceLocation.h>
 
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
-namespace vexaTransferLib::reader {
+namespace vexaTransferLib::text {
 
 /// Counts the lines and columns of a UTF-8 file as the XML parser does: from 1, a column for each UTF-16 code unit, and
 /// CR LF, LF or CR alone between two lines. A byte order mark has no column.
@@ -42,4 +42,4 @@ private:
     Mark last_{0, {1, 1}};
 };
 
-} // namespace vexaTransferLib::reader
+} // namespace vexaTransferLib::text

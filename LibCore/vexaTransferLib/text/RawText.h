@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace vexaTransferLib::reader {
+namespace vexaTransferLib::text {
 
 /// A text or an attribute's value as it is in a UTF-8 file.
 struct RawText {
@@ -44,4 +44,4 @@ struct Reference {
 };
 Reference ReadReference(const char* text);
 
-} // namespace vexaTransferLib::reader
+} // namespace vexaTransferLib::text

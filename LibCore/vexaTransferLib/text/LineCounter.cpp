@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <vexaTransferLib/reader/LineCounter.h>
+#include <vexaTransferLib/text/LineCounter.h>
 
 #include <algorithm>
 #include <cstring>
 
-namespace vexaTransferLib::reader {
+namespace vexaTransferLib::text {
 
 namespace {
 
@@ -83,4 +83,4 @@ void LineCounter::Forget(std::string_view bytes, std::uint64_t start, std::uint6
     marks_.insert(marks_.begin(), first);
 }
 
-} // namespace vexaTransferLib::reader
+} // namespace vexaTransferLib::text
