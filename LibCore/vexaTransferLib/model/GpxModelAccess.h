@@ -6,7 +6,9 @@
 #endif
 
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/GpxElement.h>
 #include <vexaTransferLib/OptionalValue.h>
+#include <vexaTransferLib/model/SourceText.h>
 #include <vexaTransferLib/text/IcuText.h>
 
 #include <boost/shared_ptr.hpp>
@@ -33,6 +35,12 @@ public:
     static const icu::UnicodeString& GetUrl(const GpxUrl& link) { return link.url_; }
     static const icu::UnicodeString& GetText(const GpxUrl& link) { return link.text_; }
     static const icu::UnicodeString& GetType(const GpxUrl& link) { return link.type_; }
+
+    // Elements of a source.
+    static GpxElement MakeElement(boost::intrusive_ptr<const SourceText> source, std::uint64_t place) {
+        return GpxElement(std::move(source), place);
+    }
+    static std::uint64_t GetPlace(const GpxElement& element) { return element.place_; }
 
     // Points.
     using RareData = GpxPoint::RareData;

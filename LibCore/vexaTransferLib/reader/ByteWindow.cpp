@@ -16,9 +16,12 @@ std::unique_ptr<char[]> MakeBuffer(std::size_t capacity) {
 } // namespace
 
 ByteWindow::ByteWindow(std::unique_ptr<xercesc::BinInputStream> stream, std::size_t capacity)
-    : stream_(std::move(stream)), buffer_(MakeBuffer(capacity)), capacity_(capacity) {
+    : stream_(std::move(stream)), buffer_(MakeBuffer(capacity)), bytes_(buffer_.get()), capacity_(capacity) {
     Fill();
 }
+
+ByteWindow::ByteWindow(std::string_view bytes)
+    : bytes_(bytes.data()), capacity_(bytes.size()), size_(bytes.size()), hasEnded_(true) {}
 
 bool ByteWindow::ReadOn(std::uint64_t keptFrom) {
     if (hasEnded_)
@@ -39,6 +42,7 @@ void ByteWindow::Move(std::size_t kept) {
         std::unique_ptr<char[]> buffer = MakeBuffer(capacity);
         std::memcpy(buffer.get(), buffer_.get() + kept, left);
         buffer_ = std::move(buffer);
+        bytes_ = buffer_.get();
         capacity_ = capacity;
     } else {
         std::memmove(buffer_.get(), buffer_.get() + kept, left);

@@ -30,12 +30,15 @@ public:
     explicit ByteWindow(std::unique_ptr<xercesc::BinInputStream> stream,
                         std::size_t capacity = kStartCapacity);
 
-    const char* Begin() const { return buffer_.get(); }
-    const char* End() const { return buffer_.get() + size_; }
+    /// A whole file that is in memory already, and stays there unchanged. kPadding zero bytes must follow it.
+    explicit ByteWindow(std::string_view bytes);
+
+    const char* Begin() const { return bytes_; }
+    const char* End() const { return bytes_ + size_; }
     std::uint64_t PlaceOf(const char* byte) const {
-        return start_ + static_cast<std::uint64_t>(byte - buffer_.get());
+        return start_ + static_cast<std::uint64_t>(byte - bytes_);
     }
-    const char* At(std::uint64_t place) const { return buffer_.get() + (place - start_); }
+    const char* At(std::uint64_t place) const { return bytes_ + (place - start_); }
 
     /// Reads on. Bytes before \p keptFrom leave the window, all others stay; their pointers become invalid. Moves and
     /// grows so that all calls together cost as much as the length of the file. Returns false at the end of the file.
@@ -61,7 +64,9 @@ private:
     void Fill();
 
     std::unique_ptr<xercesc::BinInputStream> stream_;
+    /// Null for a file that is in memory.
     std::unique_ptr<char[]> buffer_;
+    const char* bytes_;
     std::size_t capacity_;
     std::size_t size_ = 0;
     /// The place of the first byte of the window.

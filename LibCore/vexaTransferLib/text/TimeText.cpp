@@ -2,6 +2,7 @@
 #include <vexaTransferLib/text/TimeText.h>
 
 #include <vexaTransferLib/text/CheckSites.h>
+#include <vexaTransferLib/text/CivilDate.h>
 #include <vexaTransferLib/text/NumberText.h>
 
 #include <unicode/gregocal.h>
@@ -33,42 +34,6 @@ constexpr double kFirstGregorianMillis = -12219292800000.0;
 constexpr double kLastArithmeticMillis = 1.8e17;
 
 constexpr long kFirstYear = 1970;
-
-struct CivilDate {
-    std::int64_t year;
-    int month;
-    int day;
-};
-
-// Days from 1970-01-01 to a date of the Gregorian calendar and back, by eras of 400 years that start in
-// March.
-constexpr std::int64_t kDaysPerEra = 146097;
-constexpr std::int64_t kDaysToEpoch = 719468;
-
-std::int64_t DaysFromCivil(std::int64_t year, int month, int day) {
-    year -= month <= 2 ? 1 : 0;
-    const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
-    const std::int64_t yearOfEra = year - era * 400;
-    const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-    return era * kDaysPerEra + dayOfEra - kDaysToEpoch;
-}
-
-CivilDate CivilFromDays(std::int64_t days) {
-    days += kDaysToEpoch;
-    const std::int64_t era = (days >= 0 ? days : days - (kDaysPerEra - 1)) / kDaysPerEra;
-    const std::int64_t dayOfEra = days - era * kDaysPerEra;
-    const std::int64_t yearOfEra =
-        (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / (kDaysPerEra - 1)) / 365;
-    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t shiftedMonth = (5 * dayOfYear + 2) / 153;
-
-    CivilDate date = {};
-    date.day = static_cast<int>(dayOfYear - (153 * shiftedMonth + 2) / 5 + 1);
-    date.month = static_cast<int>(shiftedMonth < 10 ? shiftedMonth + 3 : shiftedMonth - 9);
-    date.year = yearOfEra + era * 400 + (date.month <= 2 ? 1 : 0);
-    return date;
-}
 
 // The part of a time text that has not been read. Never points past the zero that ends the text.
 class TimeReader {

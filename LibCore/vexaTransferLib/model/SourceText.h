@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/text/LineCounter.h>
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vexaTransferLib {
+
+/// The text of a document that was read completely: well-formed XML in UTF-8. All objects that know their element in it
+/// share it, and it lives as long as one of them. It never changes; all operations may run on several threads at once.
+class SourceText {
+public:
+    /// The zero bytes that follow the text, for those who read it.
+    static constexpr std::size_t kPadding = 16;
+
+    using Pointer = boost::intrusive_ptr<const SourceText>;
+
+    struct Declaration {
+        std::string prefix; ///< empty for the default namespace
+        std::string uri;    ///< empty for none
+    };
+
+    /// An element with declarations of namespaces.
+    struct Scope {
+        std::uint64_t begin; ///< the place of its start tag
+        std::uint64_t end;   ///< the place after its end tag
+        std::vector<Declaration> declarations;
+    };
+
+    /// \param text and then the padding
+    /// \param root the place of the root's start tag
+    /// \param scopes of all elements that declare namespaces, in the order of their start tags
+    /// \throws std::bad_alloc
+    static Pointer Make(std::string text, std::uint64_t root, std::vector<Scope> scopes);
+    SourceText(const SourceText&) = delete;
+    SourceText& operator=(const SourceText&) = delete;
+
+    std::string_view Text() const { return {text_.data(), text_.size() - kPadding}; }
+    /// The place of the root's start tag.
+    std::uint64_t RootPlace() const { return root_; }
+    const char* At(std::uint64_t place) const { return text_.data() + place; }
+    std::uint64_t PlaceOf(const char* byte) const { return static_cast<std::uint64_t>(byte - text_.data()); }
+
+    /// The namespace of a prefix at a place, empty for none. Empty optional when the prefix is not declared there.
+    /// Logarithmic in the number of scopes, linear in the number of those around the place.
+    std::optional<std::string_view> FindNamespace(std::string_view prefix, std::uint64_t place) const;
+    /// Line and column of a place. The first call for a place far in the text costs as much as the text before it.
+    text::SourceLocation Locate(std::uint64_t place) const;
+
+private:
+    static constexpr std::size_t kNoScope = std::numeric_limits<std::size_t>::max();
+
+    SourceText(std::string text, std::uint64_t root, std::vector<Scope> scopes);
+
+    friend void intrusive_ptr_add_ref(const SourceText* source) noexcept {
+        source->owners_.fetch_add(1, std::memory_order_relaxed);
+    }
+    friend void intrusive_ptr_release(const SourceText* source) noexcept {
+        if (source->owners_.fetch_sub(1, std::memory_order_acq_rel) == 1)
+            delete source;
+    }
+
+    std::string text_;
+    std::uint64_t root_;
+    std::vector<Scope> scopes_;
+    /// The scope around each scope, by index.
+    std::vector<std::size_t> outer_;
+    mutable std::atomic<std::uint64_t> owners_{0};
+    mutable std::mutex linesMutex_;
+    mutable text::LineCounter lines_;
+};
+
+} // namespace vexaTransferLib

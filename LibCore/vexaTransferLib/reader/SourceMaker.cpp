@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/SourceMaker.h>
+
+#include <vexaTransferLib/reader/PlainLexer.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vexaTransferLib::reader {
+
+namespace {
+
+constexpr std::string_view kXmlns = "xmlns";
+
+/// Collects the declarations of namespaces in a plain file.
+class ScopeCollector {
+public:
+    explicit ScopeCollector(ByteWindow& window) : window_(window) {}
+
+    void StartElement(const PlainTag& tag) {
+        if (depth_++ == 0)
+            root_ = tag.begin;
+        for (const PlainAttribute& attribute : tag.attributes)
+            if (attribute.name->IsDeclaration())
+                Declare(tag, attribute);
+    }
+    void EndElement(std::uint64_t end) {
+        if (!open_.empty() && open_.back().depth == depth_) {
+            scopes_[open_.back().scope].end = end;
+            open_.pop_back();
+        }
+        --depth_;
+    }
+    void Text(const RawText&) {}
+    void CData(const RawText&) {}
+    void Other() {}
+    std::uint64_t KeptFrom(std::uint64_t next) const { return next; }
+
+    std::uint64_t Root() const { return root_; }
+    std::vector<SourceText::Scope> TakeScopes() { return std::move(scopes_); }
+
+private:
+    struct Open {
+        std::size_t depth;
+        std::size_t scope;
+    };
+
+    // The value of a declaration in a plain file is ASCII without references.
+    void Declare(const PlainTag& tag, const PlainAttribute& attribute) {
+        if (open_.empty() || open_.back().depth != depth_) {
+            open_.push_back({depth_, scopes_.size()});
+            scopes_.push_back({tag.begin, tag.end, {}});
+        }
+        const std::string_view name = attribute.name->Bytes();
+        const RawText& value = attribute.value;
+        scopes_.back().declarations.push_back(
+            {name == kXmlns ? std::string() : std::string(name.substr(kXmlns.size() + 1)),
+             std::string(window_.At(value.begin), window_.At(value.end))});
+    }
+
+    ByteWindow& window_;
+    std::uint64_t root_ = 0;
+    std::size_t depth_ = 0;
+    std::vector<Open> open_;
+    std::vector<SourceText::Scope> scopes_;
+};
+
+} // namespace
+
+SourceText::Pointer MakeSource(std::string& bytes, const std::optional<GpxInputLimits>& limits) {
+    static_assert(SourceText::kPadding >= ByteWindow::kPadding);
+    const std::size_t size = bytes.size();
+    bytes.append(SourceText::kPadding, '\0');
+    ByteWindow window(std::string_view(bytes.data(), size));
+    window.LeaveLines();
+    ScopeCollector scopes(window);
+    if (LexPlain(window, limits, scopes) != NotPlain::kIsPlain) {
+        bytes.resize(size);
+        return nullptr;
+    }
+    return SourceText::Make(std::move(bytes), scopes.Root(), scopes.TakeScopes());
+}
+
+} // namespace vexaTransferLib::reader

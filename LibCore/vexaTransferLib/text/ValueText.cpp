@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/text/ValueText.h>
+
+#include <vexaTransferLib/text/CivilDate.h>
+#include <vexaTransferLib/text/NumberText.h>
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace vexaTransferLib::text {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+bool IsDigit(char byte) {
+    return byte >= '0' && byte <= '9';
+}
+
+std::size_t TakeDigits(std::string_view& text) {
+    std::size_t count = 0;
+    while (count < text.size() && IsDigit(text[count]))
+        ++count;
+    text.remove_prefix(count);
+    return count;
+}
+
+bool Take(std::string_view& text, char wanted) {
+    if (text.empty() || text.front() != wanted)
+        return false;
+    text.remove_prefix(1);
+    return true;
+}
+
+bool TakeSign(std::string_view& text) {
+    return Take(text, '-') || Take(text, '+');
+}
+
+// Digits with a point among them or not, and an exponent or none.
+bool IsNumber(std::string_view text) {
+    TakeSign(text);
+    std::size_t digits = TakeDigits(text);
+    if (Take(text, '.'))
+        digits += TakeDigits(text);
+    if (digits == 0)
+        return false;
+    if (Take(text, 'e') || Take(text, 'E')) {
+        TakeSign(text);
+        if (TakeDigits(text) == 0)
+            return false;
+    }
+    return text.empty();
+}
+
+bool TakeNumber(std::string_view& text, std::size_t digits, int& number) {
+    if (text.size() < digits)
+        return false;
+    number = 0;
+    for (std::size_t i = 0; i < digits; ++i) {
+        if (!IsDigit(text[i]))
+            return false;
+        number = number * 10 + (text[i] - '0');
+    }
+    text.remove_prefix(digits);
+    return true;
+}
+
+struct DateTime {
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+    double fraction = 0.0; // of a second
+    int offsetMinutes = 0;
+};
+
+bool TakeDate(std::string_view& text, DateTime& time) {
+    return TakeNumber(text, 4, time.year) && Take(text, '-') && TakeNumber(text, 2, time.month) &&
+           Take(text, '-') && TakeNumber(text, 2, time.day) && time.year >= 1 && time.month >= 1 &&
+           time.month <= 12 && time.day >= 1 && time.day <= DaysInMonth(time.year, time.month);
+}
+
+bool TakeFraction(std::string_view& text, double& fraction) {
+    if (!Take(text, '.'))
+        return true;
+    const std::string_view digits = text.substr(0, text.find_first_not_of("0123456789"));
+    text.remove_prefix(digits.size());
+    if (digits.empty())
+        return false;
+    ReadDouble(("0." + std::string(digits)).c_str(), fraction);
+    return true;
+}
+
+bool TakeClock(std::string_view& text, DateTime& time) {
+    if (!TakeNumber(text, 2, time.hour) || !Take(text, ':') || !TakeNumber(text, 2, time.minute) ||
+        !Take(text, ':') || !TakeNumber(text, 2, time.second) || !TakeFraction(text, time.fraction))
+        return false;
+    const bool isEndOfDay = time.hour == 24 && time.minute == 0 && time.second == 0 && time.fraction == 0.0;
+    return (time.hour <= 23 || isEndOfDay) && time.minute <= 59 && time.second <= 59;
+}
+
+bool TakeZone(std::string_view& text, DateTime& time) {
+    if (text.empty() || Take(text, 'Z'))
+        return true;
+    const int sign = text.front() == '-' ? -1 : 1;
+    int hours = 0;
+    int minutes = 0;
+    if (!TakeSign(text) || !TakeNumber(text, 2, hours) || !Take(text, ':') || !TakeNumber(text, 2, minutes))
+        return false;
+    time.offsetMinutes = sign * (hours * 60 + minutes);
+    return minutes <= 59 && hours * 60 + minutes <= 14 * 60;
+}
+
+double MillisOf(const DateTime& time) {
+    const std::int64_t days = DaysFromCivil(time.year, time.month, time.day);
+    const std::int64_t seconds =
+        ((days * 24 + time.hour) * 60 + time.minute - time.offsetMinutes) * 60 + time.second;
+    return static_cast<double>(seconds * 1000) + time.fraction * 1000.0;
+}
+
+} // namespace
+
+std::string_view Trimmed(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::optional<double> ReadSchemaNumber(std::string_view text) {
+    const std::string trimmed(Trimmed(text));
+    double number = 0.0;
+    if (!IsNumber(trimmed))
+        return std::nullopt;
+    ReadDouble(trimmed.c_str(), number);
+    return std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<double> ReadSchemaTime(std::string_view text) {
+    std::string_view rest = Trimmed(text);
+    DateTime time;
+    if (!TakeDate(rest, time) || !Take(rest, 'T') || !TakeClock(rest, time) || !TakeZone(rest, time) ||
+        !rest.empty())
+        return std::nullopt;
+    return MillisOf(time);
+}
+
+} // namespace vexaTransferLib::text

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <optional>
+#include <string_view>
+
+namespace vexaTransferLib::text {
+
+// Values as XML Schema writes them, in ASCII, with white space around them or not. Unlike the functions that read them as
+// the host always did, these take nothing else, and more of what is right.
+
+/// A decimal or a double: "12", "+12.5", ".5", "1e2". Neither infinity nor a NaN is one.
+std::optional<double> ReadSchemaNumber(std::string_view text);
+
+/// A time such as "2009-01-15T10:20:30.25+01:00", of any year from 1 to 9999, in milliseconds since 1970-01-01T00:00:00
+/// UTC, with the fraction of a millisecond. Without a zone it is one of UTC. The day must be one of its month; hour 24 is
+/// the end of a day.
+std::optional<double> ReadSchemaTime(std::string_view text);
+
+/// Without the white space of XML around it.
+std::string_view Trimmed(std::string_view text);
+
+} // namespace vexaTransferLib::text

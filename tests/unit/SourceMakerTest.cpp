@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/reader/SourceMaker.h>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+namespace vexaTransferLib::reader {
+namespace {
+
+TEST(SourceMakerTest, KeepsTheBytesOfAPlainFile) {
+    const std::string text = "\xEF\xBB\xBF<?xml version='1.0'?>\n<a/>\n";
+    std::string bytes = text;
+    const SourceText::Pointer source = MakeSource(bytes, std::nullopt);
+    ASSERT_TRUE(source);
+    EXPECT_EQ(source->Text(), text);
+    EXPECT_EQ(source->RootPlace(), text.find("<a"));
+}
+
+TEST(SourceMakerTest, KnowsWhichNamespacesAreDeclaredWhere) {
+    std::string bytes =
+        "<a xmlns='1' xmlns:p='2'><b xmlns:p='3'><c/></b><d/><e xmlns:q='4' xmlns:r='5'/><f/></a>";
+    const std::string text = bytes;
+    const SourceText::Pointer source = MakeSource(bytes, std::nullopt);
+    ASSERT_TRUE(source);
+    const auto find = [&](const char* prefix, const char* at) {
+        return source->FindNamespace(prefix, text.find(at));
+    };
+    EXPECT_EQ(find("p", "<a"), "2");
+    EXPECT_EQ(find("p", "<b"), "3");
+    EXPECT_EQ(find("p", "<c"), "3");
+    EXPECT_EQ(find("", "<c"), "1");
+    EXPECT_EQ(find("p", "<d"), "2");
+    EXPECT_EQ(find("q", "<e"), "4");
+    EXPECT_EQ(find("r", "<e"), "5");
+    EXPECT_EQ(find("q", "<f"), std::nullopt);
+}
+
+TEST(SourceMakerTest, LeavesTheBytesOfAnyOtherFile) {
+    for (const std::string text : {"<a>", "<!DOCTYPE a><a/>", "<\xC3\xA9/>"}) {
+        std::string bytes = text;
+        EXPECT_FALSE(MakeSource(bytes, std::nullopt)) << text;
+        EXPECT_EQ(bytes, text);
+    }
+}
+
+TEST(SourceMakerTest, HoldsTheLimitsOfAnUntrustedFile) {
+    GpxInputLimits limits;
+    limits.elementDepth = 1;
+    std::string bytes = "<a><b/></a>";
+    EXPECT_FALSE(MakeSource(bytes, limits));
+}
+
+} // namespace
+} // namespace vexaTransferLib::reader

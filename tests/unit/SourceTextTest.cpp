@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/model/SourceText.h>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vexaTransferLib {
+namespace {
+
+using Scope = SourceText::Scope;
+
+SourceText::Pointer Source(std::vector<Scope> scopes) {
+    return SourceText::Make(std::string(100 + SourceText::kPadding, ' '), 0, std::move(scopes));
+}
+
+TEST(SourceTextTest, FindsTheDeclarationOfTheInnermostElement) {
+    const SourceText::Pointer source =
+        Source({{0, 90, {{"", "outer"}, {"p", "prefixed"}}}, {10, 20, {{"", "inner"}}}});
+    EXPECT_EQ(source->FindNamespace("", 0), "outer");
+    EXPECT_EQ(source->FindNamespace("", 10), "inner");
+    EXPECT_EQ(source->FindNamespace("", 19), "inner");
+    EXPECT_EQ(source->FindNamespace("", 20), "outer");
+    EXPECT_EQ(source->FindNamespace("p", 15), "prefixed");
+    EXPECT_EQ(source->FindNamespace("", 90), "");
+    EXPECT_EQ(source->FindNamespace("p", 95), std::nullopt);
+}
+
+TEST(SourceTextTest, LooksNotIntoElementsThatHaveEnded) {
+    const SourceText::Pointer source = Source(
+        {{5, 80, {{"a", "1"}}}, {10, 20, {{"b", "2"}}}, {12, 18, {{"c", "3"}}}, {30, 40, {{"b", "4"}}}});
+    EXPECT_EQ(source->FindNamespace("b", 19), "2");
+    EXPECT_EQ(source->FindNamespace("c", 18), std::nullopt);
+    EXPECT_EQ(source->FindNamespace("b", 25), std::nullopt);
+    EXPECT_EQ(source->FindNamespace("a", 25), "1");
+    EXPECT_EQ(source->FindNamespace("b", 35), "4");
+    EXPECT_EQ(source->FindNamespace("a", 35), "1");
+}
+
+TEST(SourceTextTest, KnowsThePrefixOfXml) {
+    EXPECT_EQ(Source({})->FindNamespace("xml", 0), "http://www.w3.org/XML/1998/namespace");
+    EXPECT_EQ(Source({})->FindNamespace("", 0), "");
+    EXPECT_EQ(Source({})->FindNamespace("p", 0), std::nullopt);
+}
+
+TEST(SourceTextTest, LivesAsLongAsOneOwner) {
+    SourceText::Pointer first = Source({});
+    SourceText::Pointer second = first;
+    first.reset();
+    EXPECT_EQ(second->Text().size(), 100u);
+}
+
+} // namespace
+} // namespace vexaTransferLib
