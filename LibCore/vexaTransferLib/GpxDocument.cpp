@@ -76,6 +76,9 @@ void GpxDocument::Clear() {
     gisMetaData_.reset();
     annotateMetaData_.reset();
     stats_.reset();
+    hasTime_ = false;
+    element_ = GpxElement();
+    unread_.clear();
 }
 
 GpxDocument::WaypointIterator GpxDocument::GetWaypointIter() const {
@@ -115,7 +118,7 @@ std::size_t GpxDocument::GetTrackCount() const {
 }
 
 bool GpxDocument::GetDocumentTime(double& time) const {
-    if (time_ == 0.0)
+    if (time_ == 0.0 && !hasTime_)
         return false;
     time = time_;
     return true;

@@ -6,6 +6,7 @@
 
 #include <common/Export.h>
 #include <common/UnicodeStrUtils.h>
+#include <vexaTransferLib/GpxElement.h>
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxRoute.h>
 #include <vexaTransferLib/GpxTrack.h>
@@ -112,8 +113,8 @@ public:
     std::size_t GetTrackCount() const;
     /// \}
 
-    /// Milliseconds since 1970-01-01T00:00:00 UTC. Returns false and leaves \p time unchanged when the time is
-    /// exactly 0, which means that there is none.
+    /// Milliseconds since 1970-01-01T00:00:00 UTC. Returns false and leaves \p time unchanged when there is none. A time
+    /// of exactly 0 counts as none, except in a document that was read completely.
     bool GetDocumentTime(double& time) const;
 
     /// True when any of the three metadata records is present.
@@ -121,6 +122,13 @@ public:
     /// True when the document has a name or any metadata record: it is then written with a `metadata`
     /// element.
     bool HasMetaData() const;
+
+    /// \{
+    /// Of a document that was read completely: the element that this was read from, and those children that should be
+    /// objects of the model but could not be read, such as a waypoint without a position. Otherwise a view of nothing, and none.
+    GpxElement GetElement() const { return element_; }
+    const std::vector<GpxElement>& GetUnreadElements() const { return unread_; }
+    /// \}
 
     /// The document as GPX text in UTF-8, without a byte order mark. The text does not depend on any locale.
     ///
@@ -172,6 +180,9 @@ private:
     boost::shared_ptr<GISMetaData> gisMetaData_;
     boost::shared_ptr<AnnotateMetaData> annotateMetaData_;
     boost::shared_ptr<GPXStats> stats_;
+    bool hasTime_ = false; ///< also if the time is 0
+    GpxElement element_;
+    std::vector<GpxElement> unread_;
 };
 
 } // namespace vexaTransferLib

@@ -5,6 +5,7 @@
 /// The Groundspeak geocache record that a waypoint may carry, and its logs.
 
 #include <common/Export.h>
+#include <vexaTransferLib/GpxElement.h>
 
 #include <unicode/unistr.h>
 
@@ -20,6 +21,7 @@ struct VEXATRANSFERLIB_API GpxGroundspeakCacheLog {
     icu::UnicodeString finder; ///< the name of the finder
     icu::UnicodeString text;   ///< the text of the log
     icu::UnicodeString type;   ///< "Found it", "Write note" ...
+    GpxElement element;        ///< what it was read from, if the document was read completely
 };
 
 /// A geocache. Plain data; nothing is checked, every member starts empty, copies are deep.
@@ -38,6 +40,7 @@ struct VEXATRANSFERLIB_API GpxGroundspeakCache {
     icu::UnicodeString encoded_hints;           ///< the text of the file, not decoded
     std::vector<GpxGroundspeakCacheLog> logs;   ///< in document order
     std::vector<icu::UnicodeString> travelbugs; ///< names, in document order
+    GpxElement element; ///< what it was read from, if the document was read completely
 
     /// Empties all members.
     void Clear();

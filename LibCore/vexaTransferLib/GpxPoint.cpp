@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxPoint.h>
 
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/OptionalText.h>
@@ -60,7 +61,8 @@ static_assert(sizeof(GpxPoint) <= 64, "files contain millions of points");
 
 GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
     : latitude_(latitude), longitude_(Equal(longitude, kLongitudeLimit) ? kJustBelow180 : longitude),
-      pointType_(static_cast<std::uint8_t>(type)) {
+      place_(0), pointType_(static_cast<std::uint8_t>(type) & 0xF), fix_(0), routePointType_(0),
+      hasElevation_(0), hasTime_(0) {
     dbc::Require(IsBetween(type, kGpxWaypoint, kGpxTrackPoint), text::kGpxPointSource,
                  "The GPX point type is invalid.");
     dbc::Require(IsLatitude(latitude_), text::kGpxPointSource, "The GPX point's latitude is invalid.");
@@ -156,15 +158,15 @@ void GpxPoint::SetType(const icu::UnicodeString& type) {
 }
 
 bool GpxPoint::GetElevation(double& elevation) const {
-    if (hasElevation_)
+    if (hasElevation_ != 0)
         elevation = elevation_;
-    return hasElevation_;
+    return hasElevation_ != 0;
 }
 
 bool GpxPoint::GetTime(double& time) const {
-    if (hasTime_)
+    if (hasTime_ != 0)
         time = time_;
-    return hasTime_;
+    return hasTime_ != 0;
 }
 
 bool GpxPoint::GetMagneticVariation(double& variation) const {
@@ -181,12 +183,12 @@ bool GpxPoint::GetURL(GpxUrl& url) const {
 
 void GpxPoint::SetElevation(double elevation) {
     elevation_ = elevation;
-    hasElevation_ = true;
+    hasElevation_ = 1;
 }
 
 void GpxPoint::SetTime(double const& time) {
     time_ = time;
-    hasTime_ = true;
+    hasTime_ = 1;
 }
 
 void GpxPoint::SetMagneticVariation(double variation) {
@@ -265,6 +267,10 @@ bool GpxPoint::ContainsExtensions() const {
         return true;
     return rare_ && (!rare_->formAttributes.empty() || rare_->symbolNumber > 0 || !rare_->guid.isEmpty() ||
                      rare_->geocache != nullptr);
+}
+
+GpxElement GpxPoint::GetElement() const {
+    return source_ ? GpxModelAccess::MakeElement(source_, place_) : GpxElement();
 }
 
 } // namespace vexaTransferLib

@@ -6,12 +6,14 @@
 
 #include <common/Export.h>
 #include <common/UnicodeStrUtils.h>
+#include <vexaTransferLib/GpxElement.h>
 #include <vexaTransferLib/GpxGroundspeakCache.h>
 #include <vexaTransferLib/GpxUrl.h>
 #include <vexaTransferLib/GpxVersion.h>
 #include <vexaTransferLib/OptionalValue.h>
 
 #include <boost/shared_ptr.hpp>
+#include <boost/smart_ptr/intrusive_ptr.hpp>
 #include <unicode/unistr.h>
 
 #include <cstdint>
@@ -192,6 +194,10 @@ public:
     /// vendor symbol number above 0, a GUID or a geocache.
     bool ContainsExtensions() const;
 
+    /// The element that the point was read from, if its document was read completely (GpxParser::SetComplete); otherwise a
+    /// view of nothing. It shows what was read, whatever was set since.
+    GpxElement GetElement() const;
+
 private:
     friend class GpxModelAccess;
 
@@ -224,8 +230,8 @@ private:
         visit("latitude", [](const GpxPoint& point) { return &point.latitude_; });
         visit("longitude", [](const GpxPoint& point) { return &point.longitude_; });
         visit("elevation",
-              [](const GpxPoint& point) { return point.hasElevation_ ? &point.elevation_ : nullptr; });
-        visit("time", [](const GpxPoint& point) { return point.hasTime_ ? &point.time_ : nullptr; });
+              [](const GpxPoint& point) { return point.hasElevation_ != 0 ? &point.elevation_ : nullptr; });
+        visit("time", [](const GpxPoint& point) { return point.hasTime_ != 0 ? &point.time_ : nullptr; });
         rare("magneticVariation", &RareData::magneticVariation);
         rare("geoidHeight", &RareData::geoidHeight);
         rare("name", &RareData::name);
@@ -250,7 +256,7 @@ private:
     }
 
     template <class Enumeration>
-    static std::optional<Enumeration> Numbered(std::uint32_t number) {
+    static std::optional<Enumeration> Numbered(std::uint64_t number) {
         return number != 0 ? std::optional(static_cast<Enumeration>(number)) : std::nullopt;
     }
 
@@ -264,11 +270,14 @@ private:
     double elevation_ = 0.0;
     double time_ = 0.0;
     OwnedValue<RareData> rare_;
-    std::uint8_t pointType_;
-    std::uint8_t fix_ = 0;
-    std::uint8_t routePointType_ = 0;
-    bool hasElevation_ = false;
-    bool hasTime_ = false;
+    boost::intrusive_ptr<const SourceText> source_;
+    /// Of the element in the source, which can be longer than any memory.
+    std::uint64_t place_ : 40;
+    std::uint64_t pointType_ : 4;
+    std::uint64_t fix_ : 8;
+    std::uint64_t routePointType_ : 8;
+    std::uint64_t hasElevation_ : 1;
+    std::uint64_t hasTime_ : 1;
 };
 
 } // namespace vexaTransferLib

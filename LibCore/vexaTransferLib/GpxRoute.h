@@ -96,6 +96,13 @@ public:
     ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
+    /// \{
+    /// Of a document that was read completely: the element that this was read from, and those children that should be
+    /// objects of the model but could not be read, such as a route point without a position. Otherwise a view of nothing, and none.
+    GpxElement GetElement() const { return element_; }
+    const std::vector<GpxElement>& GetUnreadElements() const { return unread_; }
+    /// \}
+
 private:
     friend class GpxModelAccess;
 
@@ -106,6 +113,8 @@ private:
     icu::UnicodeString type_;
     TarvikRouteType routeType_;
     Points points_;
+    GpxElement element_;
+    std::vector<GpxElement> unread_;
 };
 
 } // namespace vexaTransferLib

@@ -118,4 +118,9 @@ std::size_t GpxTrack::GetPointCount(SegmentIterator segment) const {
     return segment->size();
 }
 
+GpxElement GpxTrack::GetSegmentElement(SegmentIterator segment) const {
+    const auto index = static_cast<std::size_t>(segment - segments_.begin());
+    return index < segmentElements_.size() ? segmentElements_[index] : GpxElement();
+}
+
 } // namespace vexaTransferLib

@@ -106,6 +106,15 @@ public:
     ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
+    /// \{
+    /// Of a document that was read completely: the element that this was read from, and those children that should be
+    /// objects of the model but could not be read, such as a track point without a position. Otherwise a view of nothing, and none.
+    GpxElement GetElement() const { return element_; }
+    const std::vector<GpxElement>& GetUnreadElements() const { return unread_; }
+    /// \}
+    /// The element that a segment was read from, if its document was read completely; otherwise a view of nothing.
+    GpxElement GetSegmentElement(SegmentIterator segment) const;
+
 private:
     friend class GpxModelAccess;
 
@@ -118,6 +127,10 @@ private:
     icu::UnicodeString type_;
     std::int16_t color_ = -1;
     Segments segments_;
+    GpxElement element_;
+    /// Of the segments that were read completely, which come first.
+    std::vector<GpxElement> segmentElements_;
+    std::vector<GpxElement> unread_;
 };
 
 } // namespace vexaTransferLib

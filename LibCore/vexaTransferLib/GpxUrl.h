@@ -5,6 +5,7 @@
 /// A link of a point or a track.
 
 #include <common/Export.h>
+#include <vexaTransferLib/GpxElement.h>
 #include <vexaTransferLib/GpxVersion.h>
 
 #include <unicode/unistr.h>
@@ -51,12 +52,17 @@ public:
     ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
+    /// The `link` or `url` element that the link was read from, if its document was read completely; otherwise a view of
+    /// nothing.
+    GpxElement GetElement() const { return element_; }
+
 private:
     friend class GpxModelAccess;
 
     icu::UnicodeString url_;
     icu::UnicodeString text_;
     icu::UnicodeString type_;
+    GpxElement element_;
 };
 
 } // namespace vexaTransferLib

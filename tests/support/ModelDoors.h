@@ -24,7 +24,7 @@ public:
 
     /// \{
     /// Numbers outside the enumerations.
-    static void SetPointType(GpxPoint& point, std::uint8_t type) { point.pointType_ = type; }
+    static void SetPointType(GpxPoint& point, std::uint8_t type) { point.pointType_ = type & 0xFU; }
     static void SetFix(GpxPoint& point, std::uint8_t fix) { point.fix_ = fix; }
     static void SetRoutePointType(GpxPoint& point, std::uint8_t type) { point.routePointType_ = type; }
     static void SetRouteType(GpxRoute& route, std::uint32_t type) {

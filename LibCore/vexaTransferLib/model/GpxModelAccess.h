@@ -49,17 +49,27 @@ public:
     /// \{
     /// A null pointer when the value is absent.
     static const double* GetElevation(const GpxPoint& point) {
-        return point.hasElevation_ ? &point.elevation_ : nullptr;
+        return point.hasElevation_ != 0 ? &point.elevation_ : nullptr;
     }
-    static const double* GetTime(const GpxPoint& point) { return point.hasTime_ ? &point.time_ : nullptr; }
+    static const double* GetTime(const GpxPoint& point) {
+        return point.hasTime_ != 0 ? &point.time_ : nullptr;
+    }
     static const RareData* GetRareData(const GpxPoint& point) { return point.rare_.get(); }
     /// \}
     /// \{
     /// Numbers of the enumerations, 0 when absent.
-    static std::uint8_t GetRawPointType(const GpxPoint& point) { return point.pointType_; }
-    static std::uint8_t GetRawFix(const GpxPoint& point) { return point.fix_; }
-    static std::uint8_t GetRawRoutePointType(const GpxPoint& point) { return point.routePointType_; }
+    static std::uint8_t GetRawPointType(const GpxPoint& point) {
+        return static_cast<std::uint8_t>(point.pointType_);
+    }
+    static std::uint8_t GetRawFix(const GpxPoint& point) { return static_cast<std::uint8_t>(point.fix_); }
+    static std::uint8_t GetRawRoutePointType(const GpxPoint& point) {
+        return static_cast<std::uint8_t>(point.routePointType_);
+    }
     /// \}
+    static void SetElement(GpxPoint& point, const SourceText::Pointer& source, std::uint64_t place) {
+        point.source_ = source;
+        point.place_ = place & ((std::uint64_t{1} << 40) - 1);
+    }
     static std::int32_t GetSymbolNumber(const GpxPoint& point) {
         return point.rare_ ? point.rare_->symbolNumber : 0;
     }
@@ -113,11 +123,32 @@ public:
     static const GpxTrack::Segments& GetSegments(const GpxTrack& track) { return track.segments_; }
     static GpxTrack::Segment& GetLastSegment(GpxTrack& track) { return track.segments_.back(); }
 
+    static void AddSegmentElement(GpxTrack& track, GpxElement element) {
+        track.segmentElements_.push_back(std::move(element));
+    }
+
+    /// \{
+    /// Of links, routes, tracks and documents that are read completely.
+    template <class Object>
+    static void SetElement(Object& object, GpxElement element) {
+        object.element_ = std::move(element);
+    }
+    template <class Object>
+    static void AddUnread(Object& object, GpxElement element) {
+        object.unread_.push_back(std::move(element));
+    }
+    /// \}
+
     // Documents.
     static const icu::UnicodeString& GetName(const GpxDocument& document) { return document.name_; }
     static void SetName(GpxDocument& document, icu::UnicodeString name) { document.name_ = std::move(name); }
     static double GetTime(const GpxDocument& document) { return document.time_; }
     static void SetTime(GpxDocument& document, double time) { document.time_ = time; }
+    /// Also a time of 0.
+    static void SetAnyTime(GpxDocument& document, double time) {
+        document.time_ = time;
+        document.hasTime_ = true;
+    }
     static const boost::shared_ptr<GISMetaData>& GetGISMetaData(const GpxDocument& document) {
         return document.gisMetaData_;
     }
