@@ -2,73 +2,14 @@
 #include <vexaTransferLib/GpxElement.h>
 
 #include <vexaTransferLib/model/ElementScan.h>
+#include <vexaTransferLib/model/ElementText.h>
 #include <vexaTransferLib/model/SourceText.h>
-#include <vexaTransferLib/text/RawText.h>
 #include <vexaTransferLib/text/ValueText.h>
 
-#include <new>
 #include <string>
 #include <utility>
 
 namespace vexaTransferLib {
-
-namespace {
-
-using text::RawText;
-using text::TextPlace;
-
-// Appends a part of the source as a reader of XML gets it.
-void AppendDecoded(icu::UnicodeString& out, std::string_view raw, RawText::Form form, TextPlace place) {
-    const std::int32_t before = out.length();
-    char16_t* const units = out.getBuffer(before + static_cast<std::int32_t>(raw.size()));
-    if (units == nullptr)
-        throw std::bad_alloc();
-    const char16_t* const end = text::Decode(raw, form, place, units + before);
-    out.releaseBuffer(static_cast<std::int32_t>(end - units));
-}
-
-icu::UnicodeString DecodedValue(std::string_view raw) {
-    icu::UnicodeString value;
-    AppendDecoded(value, raw, RawText::Form::kEncoded, TextPlace::kAttribute);
-    return value;
-}
-
-std::string_view PrefixOf(std::string_view name) {
-    const std::size_t colon = name.find(':');
-    return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon);
-}
-
-std::string_view LocalOf(std::string_view name) {
-    const std::size_t colon = name.find(':');
-    return colon == std::string_view::npos ? name : name.substr(colon + 1);
-}
-
-bool IsDeclaration(std::string_view name) {
-    return name == "xmlns" || PrefixOf(name) == "xmlns";
-}
-
-// Appends the texts of the content that starts here. Enters the elements in it without recursion.
-void AppendTexts(icu::UnicodeString& out, const char* at) {
-    using Kind = ScannedPart::Kind;
-    for (std::size_t depth = 1; depth != 0;) {
-        if (IsStartTag(at)) {
-            const ScannedTag tag = ScanTag(at);
-            depth += tag.isEmpty ? 0 : 1;
-            at = tag.end;
-            continue;
-        }
-        const ScannedPart part = ScanPart(at);
-        if (part.kind == Kind::kText)
-            AppendDecoded(out, part.content, RawText::Form::kEncoded, TextPlace::kContent);
-        else if (part.kind == Kind::kSection)
-            AppendDecoded(out, part.content, RawText::Form::kSection, TextPlace::kContent);
-        else if (part.kind == Kind::kEnd)
-            --depth;
-        at = part.end;
-    }
-}
-
-} // namespace
 
 GpxElement::GpxElement() noexcept = default;
 GpxElement::GpxElement(const GpxElement&) noexcept = default;
@@ -85,7 +26,7 @@ const char* GpxElement::Begin() const {
 }
 
 std::string_view GpxElement::GetName() const {
-    return source_ ? LocalOf(ScanTag(Begin()).name) : std::string_view();
+    return source_ ? LocalNameOf(ScanTag(Begin()).name) : std::string_view();
 }
 
 std::string_view GpxElement::GetPrefix() const {
@@ -120,13 +61,7 @@ std::uint64_t GpxElement::GetColumn() const {
 }
 
 icu::UnicodeString GpxElement::GetText() const {
-    icu::UnicodeString text;
-    if (!source_)
-        return text;
-    const ScannedTag tag = ScanTag(Begin());
-    if (!tag.isEmpty)
-        AppendTexts(text, tag.end);
-    return text;
+    return source_ ? ContentText(Begin()) : icu::UnicodeString();
 }
 
 std::optional<double> GpxElement::GetNumber() const {
@@ -145,7 +80,7 @@ std::optional<icu::UnicodeString> GpxElement::GetAttribute(std::string_view name
         return std::nullopt;
     std::string_view rest = ScanTag(Begin()).attributes;
     for (ScannedAttribute attribute; ScanAttribute(rest, attribute);) {
-        if (IsDeclaration(attribute.name) || LocalOf(attribute.name) != name)
+        if (IsDeclaration(attribute.name) || LocalNameOf(attribute.name) != name)
             continue;
         const std::string_view prefix = PrefixOf(attribute.name);
         if ((prefix.empty() ? std::string_view() : NamespaceOf(prefix)) == nameSpace)
@@ -163,7 +98,7 @@ std::vector<GpxAttribute> GpxElement::GetAttributes() const {
         if (IsDeclaration(attribute.name))
             continue;
         const std::string_view prefix = PrefixOf(attribute.name);
-        attributes.push_back({LocalOf(attribute.name),
+        attributes.push_back({LocalNameOf(attribute.name),
                               prefix.empty() ? std::string_view() : NamespaceOf(prefix),
                               DecodedValue(attribute.value)});
     }

@@ -2,6 +2,7 @@
 #include <vexaTransferLib/GpxParser.h>
 
 #include <vexaTransferLib/CleanText.h>
+#include <vexaTransferLib/complete/CompleteReading.h>
 #include <vexaTransferLib/reader/DocumentReader.h>
 #include <vexaTransferLib/reader/DomNode.h>
 #include <vexaTransferLib/reader/EventReading.h>
@@ -148,6 +149,14 @@ void GpxParser::SetTrusted() {
     limits_.reset();
 }
 
+void GpxParser::SetComplete() {
+    isComplete_ = true;
+}
+
+void GpxParser::SetCompatible() {
+    isComplete_ = false;
+}
+
 reader::XmlInput GpxParser::MakeInput(const icu::UnicodeString& path) const {
     using AddressPolicy = reader::XmlInput::AddressPolicy;
     dbc::Require(text::IsFileName(path), text::kGpxParserSource, kNoPath);
@@ -196,8 +205,21 @@ reader::XmlInput& GpxParser::Limited(reader::XmlInput& input) const {
 void GpxParser::ParseInput(reader::XmlInput& input, GpxDocument& document) {
     dbc::Require(!input.Name().Text().isEmpty(), text::kGpxParserSource, kNoPath);
     Limited(input);
+    if (isComplete_) {
+        ReadCompletely(input, document);
+        return;
+    }
     if (!input.IsRepeatable() || (!ReadPlain(input, document) && !ReadEvents(input, document)))
         ReadTree(input, document);
+}
+
+void GpxParser::ReadCompletely(reader::XmlInput& input, GpxDocument& document) {
+    const reader::ReadSettings settings = Settings();
+    ParserContext context(*this, input, settings);
+    complete::CompleteReading reading(context, input, settings);
+    reading.ReadSource();
+    CheckErrors(input.Name(), reading.HasDocument());
+    reading.ReadInto(document);
 }
 
 // False for a file that needs the XML parser.

@@ -106,6 +106,21 @@ public:
     /// Parse also report their progress and the XML parser's messages. Not while the parser reads.
     void SetObserver(GpxReadObserver* observer);
 
+    /// Reads files from now on completely; see docs/complete.md. The document then keeps the text of the file, and each
+    /// object of it knows its element there (GpxElement.h), so that nothing is lost: what the model has no member for can be
+    /// read from the elements. A plain file in UTF-8 is kept byte for byte; any other is kept as XML 1.0 in UTF-8 with its
+    /// entities expanded.
+    ///
+    /// Everything that a person would call readable is read: waypoints after tracks, files without a namespace or a
+    /// version or with those of the other version, blanks around numbers and times, texts after comments, times before
+    /// 1970. `cmt` and `desc` are two fields, geocache texts are as they stand (CleanText cleans them), and a document
+    /// without a name has none. A point without a position that a point can have costs itself only; it is one of the unread
+    /// elements of its parent. All that is reported to the observer (kGpxTolerated, kGpxUnreadable, kGpxReplaced, none of
+    /// them a loss) and never to the contract report. Only Parse and ParseFile read completely. Not while the parser reads.
+    void SetComplete();
+    /// Reads files from now on as hosts always did; this is the default. Not while the parser reads.
+    void SetCompatible();
+
     /// Takes files from now on as untrusted. GetParser and Parse then refuse, with
     /// GpxReadError and the document of Parse unchanged:
     /// - a document type declaration, before anything that it names is opened: "The untrusted GPX file was
@@ -285,6 +300,7 @@ private:
     VEXATRANSFERLIB_LOCAL reader::XmlInput MakeInput(const std::string& fileName) const;
     VEXATRANSFERLIB_LOCAL reader::XmlInput& Limited(reader::XmlInput& input) const;
     VEXATRANSFERLIB_LOCAL void ParseInput(reader::XmlInput& input, GpxDocument& document);
+    VEXATRANSFERLIB_LOCAL void ReadCompletely(reader::XmlInput& input, GpxDocument& document);
     VEXATRANSFERLIB_LOCAL bool ReadPlain(reader::XmlInput& input, GpxDocument& document);
     VEXATRANSFERLIB_LOCAL bool ReadEvents(reader::XmlInput& input, GpxDocument& document);
     VEXATRANSFERLIB_LOCAL void ReadTree(reader::XmlInput& input, GpxDocument& document);
@@ -297,6 +313,7 @@ private:
     std::optional<GpxParserMessage> firstError_; ///< since the last reset
     GpxReadObserver* observer_ = nullptr;
     std::optional<GpxInputLimits> limits_; ///< of untrusted files
+    bool isComplete_ = false;
 };
 
 /// Reads a number as `strtod` does in the classic locale, whatever the C locale: leading white space, a full

@@ -69,6 +69,10 @@ GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
     dbc::Require(IsLongitude(longitude_), text::kGpxPointSource, "The GPX point's longitude is invalid.");
 }
 
+bool GpxPoint::IsPosition(double latitude, double longitude) {
+    return IsLatitude(latitude) && (IsLongitude(longitude) || Equal(longitude, kLongitudeLimit));
+}
+
 GpxPoint::GpxPoint(const GpxPoint& other) = default;
 
 GpxPoint::GpxPoint(GpxPoint&& other) noexcept = default;

@@ -260,6 +260,7 @@ private:
         return number != 0 ? std::optional(static_cast<Enumeration>(number)) : std::nullopt;
     }
 
+    VEXATRANSFERLIB_LOCAL static bool IsPosition(double latitude, double longitude);
     VEXATRANSFERLIB_LOCAL RareData& Rare();
     VEXATRANSFERLIB_LOCAL bool GetText(icu::UnicodeString& out, icu::UnicodeString RareData::*field) const;
     VEXATRANSFERLIB_LOCAL void SetText(const char* message, icu::UnicodeString RareData::*field,

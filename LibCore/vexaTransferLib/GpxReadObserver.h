@@ -36,7 +36,8 @@ enum GpxSkipReason : std::uint32_t {
     kGpxUnreadable = 5, ///< a number, time or fix that cannot be read; a text that is not the first child
     kGpxRefused = 6,    ///< reading it failed; the message is the error's
     kGpxIncomplete = 7, ///< lacks what it needs: a log without a date, a `urlname` without its `url` ...
-    kGpxReplaced = 8    ///< another element was kept in its place: the second link, a `desc` for a `cmt` ...
+    kGpxReplaced = 8,   ///< another element was kept in its place: the second link, a `desc` for a `cmt` ...
+    kGpxTolerated = 14  ///< read completely although it is not as it should be; nothing is lost
 };
 
 /// One thing that the reader has skipped. What is below a skipped element is not reported again.

@@ -7,12 +7,20 @@
 
 #include <optional>
 #include <stdexcept>
+#include <vector>
 
 namespace vexaTransferLib::testing_support {
 
+SourceText::Pointer SourceOf(const std::string& text) {
+    SourceBytes bytes;
+    bytes.Append(text);
+    bytes.Finish(SourceText::kPadding);
+    std::vector<reader::LongElement> longElements;
+    return reader::MakeSource(bytes, std::nullopt, longElements);
+}
+
 GpxElement RootOf(const std::string& text) {
-    std::string bytes = text;
-    const SourceText::Pointer source = reader::MakeSource(bytes, std::nullopt);
+    const SourceText::Pointer source = SourceOf(text);
     if (!source)
         throw std::invalid_argument("not plain: " + text);
     return GpxModelAccess::MakeElement(source, source->RootPlace());

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/SourceMaker.h>
 
+#include "support/SourceOf.h"
+
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -9,20 +11,27 @@
 namespace vexaTransferLib::reader {
 namespace {
 
+using testing_support::SourceOf;
+
+SourceBytes BytesOf(const std::string& text) {
+    SourceBytes bytes;
+    bytes.Append(text);
+    bytes.Finish(SourceText::kPadding);
+    return bytes;
+}
+
 TEST(SourceMakerTest, KeepsTheBytesOfAPlainFile) {
     const std::string text = "\xEF\xBB\xBF<?xml version='1.0'?>\n<a/>\n";
-    std::string bytes = text;
-    const SourceText::Pointer source = MakeSource(bytes, std::nullopt);
+    const SourceText::Pointer source = SourceOf(text);
     ASSERT_TRUE(source);
     EXPECT_EQ(source->Text(), text);
     EXPECT_EQ(source->RootPlace(), text.find("<a"));
 }
 
 TEST(SourceMakerTest, KnowsWhichNamespacesAreDeclaredWhere) {
-    std::string bytes =
+    const std::string text =
         "<a xmlns='1' xmlns:p='2'><b xmlns:p='3'><c/></b><d/><e xmlns:q='4' xmlns:r='5'/><f/></a>";
-    const std::string text = bytes;
-    const SourceText::Pointer source = MakeSource(bytes, std::nullopt);
+    const SourceText::Pointer source = SourceOf(text);
     ASSERT_TRUE(source);
     const auto find = [&](const char* prefix, const char* at) {
         return source->FindNamespace(prefix, text.find(at));
@@ -39,17 +48,19 @@ TEST(SourceMakerTest, KnowsWhichNamespacesAreDeclaredWhere) {
 
 TEST(SourceMakerTest, LeavesTheBytesOfAnyOtherFile) {
     for (const std::string text : {"<a>", "<!DOCTYPE a><a/>", "<\xC3\xA9/>"}) {
-        std::string bytes = text;
-        EXPECT_FALSE(MakeSource(bytes, std::nullopt)) << text;
-        EXPECT_EQ(bytes, text);
+        SourceBytes bytes = BytesOf(text);
+        std::vector<LongElement> longElements;
+        EXPECT_FALSE(MakeSource(bytes, std::nullopt, longElements)) << text;
+        EXPECT_EQ(bytes.View(), text);
     }
 }
 
 TEST(SourceMakerTest, HoldsTheLimitsOfAnUntrustedFile) {
     GpxInputLimits limits;
     limits.elementDepth = 1;
-    std::string bytes = "<a><b/></a>";
-    EXPECT_FALSE(MakeSource(bytes, limits));
+    SourceBytes bytes = BytesOf("<a><b/></a>");
+    std::vector<LongElement> longElements;
+    EXPECT_FALSE(MakeSource(bytes, limits, longElements));
 }
 
 } // namespace

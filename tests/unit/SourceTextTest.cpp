@@ -14,7 +14,10 @@ namespace {
 using Scope = SourceText::Scope;
 
 SourceText::Pointer Source(std::vector<Scope> scopes) {
-    return SourceText::Make(std::string(100 + SourceText::kPadding, ' '), 0, std::move(scopes));
+    SourceBytes text;
+    text.Append(std::string(100, ' '));
+    text.Finish(SourceText::kPadding);
+    return SourceText::Make(std::move(text), 0, std::move(scopes));
 }
 
 TEST(SourceTextTest, FindsTheDeclarationOfTheInnermostElement) {

@@ -18,6 +18,7 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace vexaTransferLib {
 
@@ -56,6 +57,11 @@ public:
     }
     static const RareData* GetRareData(const GpxPoint& point) { return point.rare_.get(); }
     /// \}
+    /// True for a position that the constructor of a point accepts.
+    static bool IsPosition(double latitude, double longitude) {
+        return GpxPoint::IsPosition(latitude, longitude);
+    }
+    static RareData& GetOrMakeRareData(GpxPoint& point) { return MakeRare(point); }
     /// \{
     /// Numbers of the enumerations, 0 when absent.
     static std::uint8_t GetRawPointType(const GpxPoint& point) {
@@ -136,6 +142,9 @@ public:
     template <class Object>
     static void AddUnread(Object& object, GpxElement element) {
         object.unread_.push_back(std::move(element));
+    }
+    static void SetUnread(GpxRoute& route, std::vector<GpxElement> elements) {
+        route.unread_ = std::move(elements);
     }
     /// \}
 

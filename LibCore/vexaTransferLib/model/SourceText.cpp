@@ -6,11 +6,11 @@
 
 namespace vexaTransferLib {
 
-SourceText::Pointer SourceText::Make(std::string text, std::uint64_t root, std::vector<Scope> scopes) {
+SourceText::Pointer SourceText::Make(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes) {
     return Pointer(new SourceText(std::move(text), root, std::move(scopes)));
 }
 
-SourceText::SourceText(std::string text, std::uint64_t root, std::vector<Scope> scopes)
+SourceText::SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes)
     : text_(std::move(text)), root_(root), scopes_(std::move(scopes)) {
     outer_.reserve(scopes_.size());
     std::size_t around = kNoScope;
@@ -22,13 +22,27 @@ SourceText::SourceText(std::string text, std::uint64_t root, std::vector<Scope> 
     }
 }
 
-std::optional<std::string_view> SourceText::FindNamespace(std::string_view prefix,
-                                                          std::uint64_t place) const {
+// The last scope that starts at the place or before it; it may have ended.
+std::size_t SourceText::LastScopeBefore(std::uint64_t place) const {
     const auto after =
         std::upper_bound(scopes_.begin(), scopes_.end(), place,
                          [](std::uint64_t wanted, const Scope& scope) { return wanted < scope.begin; });
-    std::size_t at =
-        after == scopes_.begin() ? kNoScope : static_cast<std::size_t>(after - scopes_.begin()) - 1;
+    return after == scopes_.begin() ? kNoScope : static_cast<std::size_t>(after - scopes_.begin()) - 1;
+}
+
+std::uint64_t SourceText::SameScopeUntil(std::uint64_t place) const {
+    const std::size_t last = LastScopeBefore(place);
+    const std::size_t next = last == kNoScope ? 0 : last + 1;
+    std::uint64_t until = next < scopes_.size() ? scopes_[next].begin : text_.Size();
+    for (std::size_t at = last; at != kNoScope; at = outer_[at])
+        if (scopes_[at].end > place)
+            return std::min(until, scopes_[at].end);
+    return until;
+}
+
+std::optional<std::string_view> SourceText::FindNamespace(std::string_view prefix,
+                                                          std::uint64_t place) const {
+    std::size_t at = LastScopeBefore(place);
     for (; at != kNoScope; at = outer_[at]) {
         const Scope& scope = scopes_[at];
         if (scope.end <= place)

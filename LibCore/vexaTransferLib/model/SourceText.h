@@ -5,6 +5,7 @@
 #error "Internal header: not part of the installed interface."
 #endif
 
+#include <vexaTransferLib/model/SourceBytes.h>
 #include <vexaTransferLib/text/LineCounter.h>
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
@@ -42,30 +43,33 @@ public:
         std::vector<Declaration> declarations;
     };
 
-    /// \param text and then the padding
+    /// \param text with the padding behind it
     /// \param root the place of the root's start tag
     /// \param scopes of all elements that declare namespaces, in the order of their start tags
     /// \throws std::bad_alloc
-    static Pointer Make(std::string text, std::uint64_t root, std::vector<Scope> scopes);
+    static Pointer Make(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes);
     SourceText(const SourceText&) = delete;
     SourceText& operator=(const SourceText&) = delete;
 
-    std::string_view Text() const { return {text_.data(), text_.size() - kPadding}; }
+    std::string_view Text() const { return text_.View(); }
     /// The place of the root's start tag.
     std::uint64_t RootPlace() const { return root_; }
-    const char* At(std::uint64_t place) const { return text_.data() + place; }
-    std::uint64_t PlaceOf(const char* byte) const { return static_cast<std::uint64_t>(byte - text_.data()); }
+    const char* At(std::uint64_t place) const { return text_.Data() + place; }
+    std::uint64_t PlaceOf(const char* byte) const { return static_cast<std::uint64_t>(byte - text_.Data()); }
 
     /// The namespace of a prefix at a place, empty for none. Empty optional when the prefix is not declared there.
     /// Logarithmic in the number of scopes, linear in the number of those around the place.
     std::optional<std::string_view> FindNamespace(std::string_view prefix, std::uint64_t place) const;
+    /// Up to here, from the place on, no prefix changes its namespace.
+    std::uint64_t SameScopeUntil(std::uint64_t place) const;
     /// Line and column of a place. The first call for a place far in the text costs as much as the text before it.
     text::SourceLocation Locate(std::uint64_t place) const;
 
 private:
     static constexpr std::size_t kNoScope = std::numeric_limits<std::size_t>::max();
 
-    SourceText(std::string text, std::uint64_t root, std::vector<Scope> scopes);
+    std::size_t LastScopeBefore(std::uint64_t place) const;
+    SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes);
 
     friend void intrusive_ptr_add_ref(const SourceText* source) noexcept {
         source->owners_.fetch_add(1, std::memory_order_relaxed);
@@ -75,7 +79,7 @@ private:
             delete source;
     }
 
-    std::string text_;
+    SourceBytes text_;
     std::uint64_t root_;
     std::vector<Scope> scopes_;
     /// The scope around each scope, by index.

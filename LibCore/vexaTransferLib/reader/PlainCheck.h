@@ -24,6 +24,9 @@ struct LongElement {
 /// The least number of children of a LongElement.
 inline constexpr std::uint64_t kLongElementChildren = 1024;
 
+/// Puts them into the order of the file: an element is counted when it ends.
+void SortByPlace(std::vector<LongElement>& longElements);
+
 /// Finds out whether a file is plain, without reading anything from it. Reads the window to the end of the file, or to the
 /// first part that is not plain.
 /// \param limits of an untrusted file; empty for a trusted one

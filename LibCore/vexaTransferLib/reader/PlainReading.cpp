@@ -2,23 +2,19 @@
 #include <vexaTransferLib/reader/PlainReading.h>
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
+#include <vexaTransferLib/reader/PlaceProgress.h>
 #include <vexaTransferLib/reader/PlainLexer.h>
-#include <vexaTransferLib/reader/Progress.h>
 #include <vexaTransferLib/reader/ReadErrors.h>
 
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
-#include <algorithm>
 #include <new>
 #include <utility>
 
 namespace vexaTransferLib::reader {
 
 namespace {
-
-// The XML parser takes as much at once, and an observer is not called more often.
-constexpr std::uint64_t kProgressStep = std::uint64_t{48} * 1024;
 
 /// Passes on the parts of a plain file to a walk, and reports to an observer how far it has come.
 class WalkHandler {
@@ -29,13 +25,8 @@ public:
         : walk_(walk), window_(window), progress_(progress), nextLong_(longElements.data()),
           endOfLong_(longElements.data() + longElements.size()) {}
 
-    void Begin() {
-        if (progress_ == nullptr)
-            return;
-        progress_->Begin();
-        Add();
-    }
-    void Finish() { Reach(window_.PlaceOf(window_.End())); }
+    void Begin() { progress_.Begin(Known()); }
+    void Finish() { Reach(Known()); }
 
     void StartElement(const PlainTag& tag) {
         Reach(tag.end);
@@ -66,22 +57,12 @@ public:
     std::uint64_t KeptFrom(std::uint64_t next) const { return walk_.KeptFrom(next); }
 
 private:
-    void Reach(std::uint64_t place) {
-        while (progress_ != nullptr && place > reported_) {
-            progress_->ThrowIfStopped();
-            Add();
-        }
-    }
-    void Add() {
-        const std::uint64_t next = std::min(reported_ + kProgressStep, window_.PlaceOf(window_.End()));
-        progress_->Add(next - reported_);
-        reported_ = next;
-    }
+    std::uint64_t Known() const { return window_.PlaceOf(window_.End()); }
+    void Reach(std::uint64_t place) { progress_.Reach(place, Known()); }
 
     EventWalk& walk_;
     ByteWindow& window_;
-    Progress* progress_;
-    std::uint64_t reported_ = 0;
+    PlaceProgress progress_;
     const LongElement* nextLong_;
     const LongElement* endOfLong_;
 };

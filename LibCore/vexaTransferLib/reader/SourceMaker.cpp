@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/SourceMaker.h>
 
+#include <vexaTransferLib/reader/ChildCounter.h>
 #include <vexaTransferLib/reader/PlainLexer.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -18,11 +21,13 @@ constexpr std::string_view kXmlns = "xmlns";
 /// Collects the declarations of namespaces in a plain file.
 class ScopeCollector {
 public:
-    explicit ScopeCollector(ByteWindow& window) : window_(window) {}
+    ScopeCollector(ByteWindow& window, std::vector<LongElement>& longElements)
+        : window_(window), children_(longElements) {}
 
     void StartElement(const PlainTag& tag) {
         if (depth_++ == 0)
             root_ = tag.begin;
+        children_.StartElement(tag);
         for (const PlainAttribute& attribute : tag.attributes)
             if (attribute.name->IsDeclaration())
                 Declare(tag, attribute);
@@ -33,6 +38,7 @@ public:
             open_.pop_back();
         }
         --depth_;
+        children_.EndElement(end);
     }
     void Text(const RawText&) {}
     void CData(const RawText&) {}
@@ -62,6 +68,7 @@ private:
     }
 
     ByteWindow& window_;
+    ChildCounter children_;
     std::uint64_t root_ = 0;
     std::size_t depth_ = 0;
     std::vector<Open> open_;
@@ -70,17 +77,30 @@ private:
 
 } // namespace
 
-SourceText::Pointer MakeSource(std::string& bytes, const std::optional<GpxInputLimits>& limits) {
-    static_assert(SourceText::kPadding >= ByteWindow::kPadding);
-    const std::size_t size = bytes.size();
-    bytes.append(SourceText::kPadding, '\0');
-    ByteWindow window(std::string_view(bytes.data(), size));
-    window.LeaveLines();
-    ScopeCollector scopes(window);
-    if (LexPlain(window, limits, scopes) != NotPlain::kIsPlain) {
-        bytes.resize(size);
-        return nullptr;
+SourceBytes ReadAll(xercesc::BinInputStream& stream) {
+    constexpr std::size_t kStartSize = std::size_t{64} * 1024;
+    SourceBytes bytes;
+    for (;;) {
+        const std::size_t wanted = std::max(kStartSize, bytes.Size());
+        const std::size_t count =
+            stream.readBytes(reinterpret_cast<XMLByte*>(bytes.MakeRoom(wanted)), wanted);
+        bytes.Grow(count);
+        if (count < wanted)
+            break;
     }
+    bytes.Finish(SourceText::kPadding);
+    return bytes;
+}
+
+SourceText::Pointer MakeSource(SourceBytes& bytes, const std::optional<GpxInputLimits>& limits,
+                               std::vector<LongElement>& longElements) {
+    static_assert(SourceText::kPadding >= ByteWindow::kPadding);
+    ByteWindow window(bytes.View());
+    window.LeaveLines();
+    ScopeCollector scopes(window, longElements);
+    if (LexPlain(window, limits, scopes) != NotPlain::kIsPlain)
+        return nullptr;
+    SortByPlace(longElements);
     return SourceText::Make(std::move(bytes), scopes.Root(), scopes.TakeScopes());
 }
 

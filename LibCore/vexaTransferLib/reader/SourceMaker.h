@@ -7,17 +7,27 @@
 
 #include <vexaTransferLib/GpxInputLimits.h>
 #include <vexaTransferLib/model/SourceText.h>
+#include <vexaTransferLib/reader/PlainCheck.h>
 
+#include <xercesc/util/BinInputStream.hpp>
+
+#include <cstdint>
 #include <optional>
-#include <string>
+#include <vector>
 
 namespace vexaTransferLib::reader {
 
+/// All bytes of a file, with the padding of a SourceText behind them.
+/// \throws std::bad_alloc; what the stream throws
+SourceBytes ReadAll(xercesc::BinInputStream& stream);
+
 /// Makes the source of a document from the bytes of a plain file. Null when the file is not plain; the bytes are then
 /// unchanged.
-/// \param bytes moved from
+/// \param bytes moved from, with the padding of a SourceText behind them
 /// \param limits of an untrusted file; empty for a trusted one
+/// \param longElements gets the long elements in the order of the file
 /// \throws std::bad_alloc
-SourceText::Pointer MakeSource(std::string& bytes, const std::optional<GpxInputLimits>& limits);
+SourceText::Pointer MakeSource(SourceBytes& bytes, const std::optional<GpxInputLimits>& limits,
+                               std::vector<LongElement>& longElements);
 
 } // namespace vexaTransferLib::reader

@@ -35,6 +35,8 @@ public:
     constexpr operator const char16_t*() const { return local_.data(); }
     /// The name as it is written: "tarvik:color".
     constexpr operator std::string_view() const { return qualified_; }
+    /// The local name in ASCII: "color".
+    constexpr std::string_view Local() const { return qualified_.substr(qualified_.find(':') + 1); }
 
 private:
     // A constant that needs more room does not compile.

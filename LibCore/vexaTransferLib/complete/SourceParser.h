@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/model/SourceText.h>
+
+#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax/ErrorHandler.hpp>
+#include <xercesc/sax/Locator.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace vexaTransferLib::complete {
+
+/// The XML parser's SAX2 reader, which writes what it reads of a file that is not plain as XML 1.0 in UTF-8 without a
+/// document type: entities are expanded, attributes have their defaults, line ends are line feeds. Elements keep their
+/// lines. LimitedParser derives a parser for untrusted files from it.
+class SourceParser : public xercesc::SAX2XMLReaderImpl {
+public:
+    explicit SourceParser(xercesc::ErrorHandler& errors);
+
+    /// False after the parse when the file could not be opened.
+    bool HasDocument() const { return hasDocument_; }
+    /// After the parse; null when there is no root. Ends elements that are still open, which there are when the host
+    /// ignores the errors of an ill-formed file.
+    SourceText::Pointer TakeSource();
+
+    void startDocument() override;
+    void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
+                      const XMLCh* const prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                      const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) override;
+    void endElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId, const bool isRoot,
+                    const XMLCh* const prefix) override;
+    void docCharacters(const XMLCh* const text, const XMLSize_t length, const bool isCData) override;
+    void ignorableWhitespace(const XMLCh* const text, const XMLSize_t length, const bool isCData) override;
+    void docComment(const XMLCh* const text) override;
+    void docPI(const XMLCh* const target, const XMLCh* const data) override;
+
+private:
+    // The parser gives its locator only to a content handler.
+    class Handler final : public xercesc::DefaultHandler {
+    public:
+        void setDocumentLocator(const xercesc::Locator* const locator) override { locator_ = locator; }
+        std::uint64_t Line() const { return locator_->getLineNumber(); }
+
+    private:
+        const xercesc::Locator* locator_ = nullptr;
+    };
+
+    struct Open {
+        std::size_t nameBegin; ///< of its qualified name, in names_
+        std::size_t scope;     ///< the scope that it opened; kNoScope for none
+    };
+    static constexpr std::size_t kNoScope = static_cast<std::size_t>(-1);
+
+    enum class Escaping { kNone, kContent, kAttribute };
+
+    void Append(std::string_view text) { text_.Append(text); }
+    void Append(const XMLCh* units, std::size_t length, Escaping escaping);
+    void AppendUnits(const XMLCh* units, Escaping escaping);
+    void AppendAttribute(const xercesc::XMLAttr& attribute, std::size_t& scope, std::uint64_t begin);
+    void Declare(std::string_view prefix, const XMLCh* uri, std::size_t& scope, std::uint64_t begin);
+    void ReachLine(std::uint64_t line);
+    void EndInnermost();
+
+    Handler handler_;
+    SourceBytes text_;
+    std::uint64_t line_ = 1;
+    std::uint64_t root_ = 0;
+    bool hasRoot_ = false;
+    bool hasDocument_ = false;
+    std::vector<Open> open_;
+    std::vector<char> names_; ///< the qualified names of the open elements, one after another
+    std::vector<SourceText::Scope> scopes_;
+};
+
+} // namespace vexaTransferLib::complete
