@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -27,6 +28,75 @@ TEST(ValueTextTest, OtherTextsAreNoNumbers) {
                              "\xC2\xA0"
                              "1"})
         EXPECT_EQ(ReadSchemaNumber(text), std::nullopt) << text;
+}
+
+TEST(ValueTextTest, WholeNumbersAreReadWhereSixtyFourBitsHoldThem) {
+    const struct {
+        const char* text;
+        std::optional<std::int64_t> integer;
+        std::optional<std::uint64_t> notNegative;
+    } kNumbers[] = {{"12", 12, 12},
+                    {" +7\n", 7, 7},
+                    {"007", 7, 7},
+                    {"-0", 0, 0},
+                    {"-5", -5, std::nullopt},
+                    {"9223372036854775807", INT64_MAX, INT64_MAX},
+                    {"9223372036854775808", std::nullopt, 9223372036854775808u},
+                    {"-9223372036854775808", INT64_MIN, std::nullopt},
+                    {"-9223372036854775809", std::nullopt, std::nullopt},
+                    {"18446744073709551615", std::nullopt, UINT64_MAX},
+                    {"18446744073709551616", std::nullopt, std::nullopt}};
+    for (const auto& number : kNumbers) {
+        EXPECT_EQ(ReadSchemaInteger(number.text), number.integer) << number.text;
+        EXPECT_EQ(ReadSchemaUnsigned(number.text), number.notNegative) << number.text;
+    }
+    for (const char* text :
+         {"", " ", "-", "+-5", "--5", "1.0", "1e2", "1,234", "1 2", "0x1", "12a", "1234-GUID"}) {
+        EXPECT_EQ(ReadSchemaInteger(text), std::nullopt) << text;
+        EXPECT_EQ(ReadSchemaUnsigned(text), std::nullopt) << text;
+    }
+}
+
+TEST(ValueTextTest, BooleansAreWordsInAnyCaseOrDigits) {
+    for (const char* text : {"true", "True", "TRUE", " true\n", "1"})
+        EXPECT_EQ(ReadBoolean(text), std::optional(true)) << text;
+    for (const char* text : {"false", "False", "FALSE", "0"})
+        EXPECT_EQ(ReadBoolean(text), std::optional(false)) << text;
+    for (const char* text : {"", "yes", "01", "2", "truee", "tru"})
+        EXPECT_EQ(ReadBoolean(text), std::nullopt) << text;
+}
+
+TEST(ValueTextTest, NumbersOfTheVendorMayHaveGroupsOfThreeDigits) {
+    const struct {
+        const char* text;
+        std::optional<std::int32_t> integer;
+        std::optional<double> number;
+    } kNumbers[] = {{"42", 42, 42.0},
+                    {" 1,234 ", 1234, 1234.0},
+                    {"-1,234,567", -1234567, -1234567.0},
+                    {"1234", 1234, 1234.0},
+                    {"1,234.568", std::nullopt, 1234.568},
+                    {"0.5", std::nullopt, 0.5},
+                    {"2,147,483,647", INT32_MAX, 2147483647.0},
+                    {"-2,147,483,648", INT32_MIN, -2147483648.0},
+                    {"2147483648", std::nullopt, 2147483648.0},
+                    {"-2147483649", std::nullopt, -2147483649.0}};
+    for (const auto& number : kNumbers) {
+        EXPECT_EQ(ReadGroupedInteger(number.text), number.integer) << number.text;
+        EXPECT_EQ(ReadGroupedNumber(number.text), number.number) << number.text;
+    }
+    for (const char* text : {"", "-", ",123", "1,23", "1,2345", "1234,567", "12,34,567", "1,,234", "1,234,",
+                             "1,a34", "x", "#ff0000", "--1,234"}) {
+        EXPECT_EQ(ReadGroupedInteger(text), std::nullopt) << text;
+        EXPECT_EQ(ReadGroupedNumber(text), std::nullopt) << text;
+    }
+}
+
+TEST(ValueTextTest, TheCaseOfAsciiLettersAloneCanBeIgnored) {
+    EXPECT_TRUE(EqualsIgnoringCase("HeartRate", "heartrate"));
+    EXPECT_FALSE(EqualsIgnoringCase("hr", "hrs"));
+    EXPECT_FALSE(EqualsIgnoringCase("[", "{"));
+    EXPECT_FALSE(EqualsIgnoringCase("@", "`"));
 }
 
 TEST(ValueTextTest, TimesAreReadAsXmlSchemaWritesThem) {

@@ -51,7 +51,21 @@ namespace vexaTransferLib::gpx {
 
 inline constexpr text::ElementName kGpx("gpx");
 inline constexpr text::ElementName kVersion("version");
+inline constexpr text::ElementName kCreator("creator");
 inline constexpr text::ElementName kMetadata("metadata");
+inline constexpr text::ElementName kAuthor("author");
+inline constexpr text::ElementName kEmail("email");
+inline constexpr text::ElementName kId("id");
+inline constexpr text::ElementName kDomain("domain");
+inline constexpr text::ElementName kCopyright("copyright");
+inline constexpr text::ElementName kYear("year");
+inline constexpr text::ElementName kLicense("license");
+inline constexpr text::ElementName kKeywords("keywords");
+inline constexpr text::ElementName kBounds("bounds");
+inline constexpr text::ElementName kMinlat("minlat");
+inline constexpr text::ElementName kMinlon("minlon");
+inline constexpr text::ElementName kMaxlat("maxlat");
+inline constexpr text::ElementName kMaxlon("maxlon");
 inline constexpr text::ElementName kExtensions("extensions");
 
 inline constexpr text::ElementName kWpt("wpt");
@@ -74,6 +88,13 @@ inline constexpr text::ElementName kSrc("src");
 inline constexpr text::ElementName kSym("sym");
 inline constexpr text::ElementName kType("type");
 inline constexpr text::ElementName kFix("fix");
+inline constexpr text::ElementName kSat("sat");
+inline constexpr text::ElementName kHdop("hdop");
+inline constexpr text::ElementName kVdop("vdop");
+inline constexpr text::ElementName kPdop("pdop");
+inline constexpr text::ElementName kAgeofdgpsdata("ageofdgpsdata");
+inline constexpr text::ElementName kDgpsid("dgpsid");
+inline constexpr text::ElementName kNumber("number");
 
 inline constexpr text::ElementName kLink("link");
 inline constexpr text::ElementName kHref("href");
@@ -83,27 +104,43 @@ inline constexpr text::ElementName kUrlname("urlname");
 
 } // namespace vexaTransferLib::gpx
 
-/// The elements of geocaches and their attribute.
+/// The elements of geocaches and their attributes.
 namespace vexaTransferLib::groundspeak {
 
 inline constexpr text::ElementName kCache("groundspeak:cache");
+inline constexpr text::ElementName kAvailable("available");
+inline constexpr text::ElementName kArchived("archived");
+inline constexpr text::ElementName kMemberonly("memberonly");
+inline constexpr text::ElementName kCustomcoords("customcoords");
 inline constexpr text::ElementName kName("groundspeak:name");
+inline constexpr text::ElementName kPlacedBy("groundspeak:placed_by");
 inline constexpr text::ElementName kOwner("groundspeak:owner");
 inline constexpr text::ElementName kType("groundspeak:type");
 inline constexpr text::ElementName kContainer("groundspeak:container");
+inline constexpr text::ElementName kAttributes("groundspeak:attributes");
+inline constexpr text::ElementName kAttribute("groundspeak:attribute");
+inline constexpr text::ElementName kInc("inc");
 inline constexpr text::ElementName kDifficulty("groundspeak:difficulty");
 inline constexpr text::ElementName kTerrain("groundspeak:terrain");
+inline constexpr text::ElementName kCountry("groundspeak:country");
+inline constexpr text::ElementName kState("groundspeak:state");
 inline constexpr text::ElementName kShortDescription("groundspeak:short_description");
 inline constexpr text::ElementName kLongDescription("groundspeak:long_description");
+inline constexpr text::ElementName kHtml("html");
 inline constexpr text::ElementName kEncodedHints("groundspeak:encoded_hints");
+inline constexpr text::ElementName kPersonalNote("groundspeak:personal_note");
+inline constexpr text::ElementName kFavoritePoints("groundspeak:favorite_points");
 inline constexpr text::ElementName kLogs("groundspeak:logs");
 inline constexpr text::ElementName kLog("groundspeak:log");
 inline constexpr text::ElementName kId("id");
 inline constexpr text::ElementName kDate("groundspeak:date");
 inline constexpr text::ElementName kFinder("groundspeak:finder");
 inline constexpr text::ElementName kText("groundspeak:text");
+inline constexpr text::ElementName kEncoded("encoded");
+inline constexpr text::ElementName kLogWpt("groundspeak:log_wpt");
 inline constexpr text::ElementName kTravelbugs("groundspeak:travelbugs");
 inline constexpr text::ElementName kTravelbug("groundspeak:travelbug");
+inline constexpr text::ElementName kRef("ref");
 
 } // namespace vexaTransferLib::groundspeak
 

@@ -4,9 +4,12 @@
 #include <vexaTransferLib/text/CivilDate.h>
 #include <vexaTransferLib/text/NumberText.h>
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 
 namespace vexaTransferLib::text {
@@ -122,6 +125,38 @@ double MillisOf(const DateTime& time) {
     return static_cast<double>(seconds * 1000) + time.fraction * 1000.0;
 }
 
+// The digits of a whole number without its sign.
+std::optional<std::uint64_t> MagnitudeOf(std::string_view digits) {
+    std::uint64_t magnitude = 0;
+    const char* const end = digits.data() + digits.size();
+    const auto [at, error] = std::from_chars(digits.data(), end, magnitude);
+    return error == std::errc() && at == end ? std::optional(magnitude) : std::nullopt;
+}
+
+// The number without its commas; empty when these are not where they belong.
+std::optional<std::string> WithoutGroups(std::string_view text) {
+    std::string_view rest = Trimmed(text);
+    std::string plain;
+    if (Take(rest, '-'))
+        plain = "-";
+    const std::string_view whole = rest.substr(0, rest.find('.'));
+    std::size_t group = std::min(whole.find(','), whole.size());
+    if (group != whole.size() && (group == 0 || group > 3))
+        return std::nullopt;
+    plain += whole.substr(0, group);
+    for (; group != whole.size(); group += 4) {
+        const std::string_view digits = whole.substr(group).substr(1, 3);
+        if (whole[group] != ',' || digits.size() != 3 || !std::all_of(digits.begin(), digits.end(), IsDigit))
+            return std::nullopt;
+        plain += digits;
+    }
+    return plain.append(rest.substr(whole.size()));
+}
+
+char Lowered(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+}
+
 } // namespace
 
 std::string_view Trimmed(std::string_view text) {
@@ -138,6 +173,54 @@ std::optional<double> ReadSchemaNumber(std::string_view text) {
         return std::nullopt;
     ReadDouble(trimmed.c_str(), number);
     return std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
+std::optional<std::int64_t> ReadSchemaInteger(std::string_view text) {
+    std::string_view rest = Trimmed(text);
+    const bool isNegative = !rest.empty() && rest.front() == '-';
+    TakeSign(rest);
+    const std::optional<std::uint64_t> magnitude = MagnitudeOf(rest);
+    constexpr std::uint64_t kMost = std::numeric_limits<std::int64_t>::max();
+    if (!magnitude || *magnitude > kMost + (isNegative ? 1 : 0))
+        return std::nullopt;
+    return static_cast<std::int64_t>(isNegative ? 0 - *magnitude : *magnitude);
+}
+
+std::optional<std::uint64_t> ReadSchemaUnsigned(std::string_view text) {
+    std::string_view rest = Trimmed(text);
+    const bool isNegative = !rest.empty() && rest.front() == '-';
+    TakeSign(rest);
+    const std::optional<std::uint64_t> magnitude = MagnitudeOf(rest);
+    // "-0" is a number that is not negative.
+    return isNegative && magnitude != std::optional<std::uint64_t>(0) ? std::nullopt : magnitude;
+}
+
+std::optional<bool> ReadBoolean(std::string_view text) {
+    const std::string_view word = Trimmed(text);
+    if (word == "1" || EqualsIgnoringCase(word, "true"))
+        return true;
+    if (word == "0" || EqualsIgnoringCase(word, "false"))
+        return false;
+    return std::nullopt;
+}
+
+std::optional<std::int32_t> ReadGroupedInteger(std::string_view text) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    const std::optional<std::string> plain = WithoutGroups(text);
+    const std::optional<std::int64_t> number = plain ? ReadSchemaInteger(*plain) : std::nullopt;
+    if (!number || *number < Limits::min() || *number > Limits::max())
+        return std::nullopt;
+    return static_cast<std::int32_t>(*number);
+}
+
+std::optional<double> ReadGroupedNumber(std::string_view text) {
+    const std::optional<std::string> plain = WithoutGroups(text);
+    return plain ? ReadSchemaNumber(*plain) : std::nullopt;
+}
+
+bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char a, char b) { return Lowered(a) == Lowered(b); });
 }
 
 std::optional<double> ReadSchemaTime(std::string_view text) {

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// \file
+/// What the file has for a point, sensors included.
+
+#include <common/Export.h>
+#include <vexaTransferLib/GpxElement.h>
+#include <vexaTransferLib/GpxObjectDetails.h>
+
+#include <unicode/unistr.h>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace vexaTransferLib {
+
+/// One attribute of a form that was filled in for a point, as the file has it. Plain data.
+struct VEXATRANSFERLIB_API GpxFormAttribute {
+    icu::UnicodeString key;                 ///< never empty
+    icu::UnicodeString value;               ///< may be empty
+    std::optional<double> modificationTime; ///< in milliseconds since 1970-01-01T00:00:00 UTC
+};
+
+/// The values of a `wpt`, `rtept` or `trkpt` element of GPX 1.0 and 1.1, of the vendor's extension, and of sensors,
+/// read on demand. What GpxObjectDetails says of values, costs and threads holds here too. Geocaches: see
+/// GpxCacheDetails.
+///
+///     const GpxPointDetails details(point.GetElement());
+///     if (const std::optional<double> rate = details.GetHeartRate())
+///         Add(*rate);
+class VEXATRANSFERLIB_API GpxPointDetails : public GpxObjectDetails {
+public:
+    using GpxObjectDetails::GpxObjectDetails;
+
+    /// \{
+    /// Degrees, WGS 84, of any size: the range is not checked.
+    std::optional<double> GetLatitude() const;
+    std::optional<double> GetLongitude() const;
+    /// \}
+    /// In metres.
+    std::optional<double> GetElevation() const;
+    /// In milliseconds since 1970-01-01T00:00:00 UTC. A time without a zone counts as UTC.
+    std::optional<double> GetTime() const;
+    /// In degrees.
+    std::optional<double> GetMagneticVariation() const;
+    /// The height of the geoid above the WGS 84 ellipsoid, in metres.
+    std::optional<double> GetGeoidHeight() const;
+    /// The name of the symbol, the text of `sym`.
+    std::optional<icu::UnicodeString> GetSymbol() const;
+
+    /// The text of `fix`: "none", "2d", "3d", "dgps", "pps", or whatever the file has there.
+    std::optional<icu::UnicodeString> GetFix() const;
+    /// The number of satellites that gave the position.
+    std::optional<std::uint64_t> GetSatelliteCount() const;
+    /// \{
+    /// Dilutions of precision, which have no unit: `hdop`, `vdop` and `pdop`.
+    std::optional<double> GetHorizontalDilution() const;
+    std::optional<double> GetVerticalDilution() const;
+    std::optional<double> GetPositionDilution() const;
+    /// \}
+    /// Seconds since the last update by DGPS.
+    std::optional<double> GetDgpsAge() const;
+    /// The number of the DGPS station. GPX allows up to 1023, which is not checked.
+    std::optional<std::uint64_t> GetDgpsStation() const;
+
+    /// \{
+    /// The vendor's values of the point: the number of its symbol, its identifier, and its part in a route
+    /// ("start", "stop", "via", "finish", "turn", or whatever the file has there). Of each the last one counts.
+    std::optional<std::int32_t> GetSymbolNumber() const;
+    std::optional<icu::UnicodeString> GetIdentifier() const;
+    std::optional<icu::UnicodeString> GetRoutePointType() const;
+    /// \}
+    /// The attributes of the vendor's form in the order of the file; those without a key are left out. Of several
+    /// forms the last one counts. A key may be there twice; then the last one counts.
+    std::vector<GpxFormAttribute> GetFormAttributes() const;
+
+    /// \{
+    /// What sensors measured. GPX 1.0 has speed and course of its own; all else is a matter of extensions, and
+    /// devices put it into many. Looked through are the children of the point, and what is in `extensions` or in a
+    /// foreign child, four levels deep. The first element in document order counts whose local name is one of those
+    /// below, in upper or lower case and in any namespace, and whose text is a number. Geocaches are not looked
+    /// through.
+    ///
+    /// The numbers come as they are: some devices write -1 for what they do not know. The units are those of the
+    /// extensions that are common; what an application of its own kind writes under the same name in another unit
+    /// is not converted.
+
+    /// Beats per minute: `hr`, `heartrate`, `heart_rate`, `HeartRateBpm`.
+    std::optional<double> GetHeartRate() const;
+    /// Revolutions per minute: `cad`, `cadence`. For running, devices write steps of one foot or of both per minute
+    /// there, or into `RunCadence`, which is read too.
+    std::optional<double> GetCadence() const;
+    /// Of the air, in degrees Celsius: `atemp`, `temp`, `temperature`.
+    std::optional<double> GetTemperature() const;
+    /// In degrees Celsius: `wtemp`.
+    std::optional<double> GetWaterTemperature() const;
+    /// In watts: `power`, `PowerInWatts`, `Watts`.
+    std::optional<double> GetPower() const;
+    /// In metres per second: `speed`.
+    std::optional<double> GetSpeed() const;
+    /// Over ground, in degrees clockwise from true north: `course`, `bearing`.
+    std::optional<double> GetCourse() const;
+    /// Below the surface of the water, in metres: `depth`.
+    std::optional<double> GetDepth() const;
+    /// \}
+};
+
+} // namespace vexaTransferLib
