@@ -27,6 +27,14 @@ struct VEXATRANSFERLIB_API GpxFormAttribute {
 /// read on demand. What GpxObjectDetails says of values, costs and threads holds here too. Geocaches: see
 /// GpxCacheDetails.
 ///
+/// What sensors measured is a matter of extensions, except for the speed and course of GPX 1.0, and devices put it
+/// into many of them. So GetHeartRate and the functions after it look for an element by its local name alone, in
+/// any namespace, in upper or lower case: among the children of the point, and up to four levels deep in its
+/// `extensions` and in its foreign children. The first one in document order whose text is a number counts.
+/// Geocaches are left out. The numbers come as they are: some devices write -1 for what they do not know. The units
+/// are those of the common extensions; a program that writes another unit under such a name gets its own number
+/// back.
+///
 ///     const GpxPointDetails details(point.GetElement());
 ///     if (const std::optional<double> rate = details.GetHeartRate())
 ///         Add(*rate);
@@ -76,17 +84,6 @@ public:
     /// forms the last one counts. A key may be there twice; then the last one counts.
     std::vector<GpxFormAttribute> GetFormAttributes() const;
 
-    /// \{
-    /// What sensors measured. GPX 1.0 has speed and course of its own; all else is a matter of extensions, and
-    /// devices put it into many. Looked through are the children of the point, and what is in `extensions` or in a
-    /// foreign child, four levels deep. The first element in document order counts whose local name is one of those
-    /// below, in upper or lower case and in any namespace, and whose text is a number. Geocaches are not looked
-    /// through.
-    ///
-    /// The numbers come as they are: some devices write -1 for what they do not know. The units are those of the
-    /// extensions that are common; what an application of its own kind writes under the same name in another unit
-    /// is not converted.
-
     /// Beats per minute: `hr`, `heartrate`, `heart_rate`, `HeartRateBpm`.
     std::optional<double> GetHeartRate() const;
     /// Revolutions per minute: `cad`, `cadence`. For running, devices write steps of one foot or of both per minute
@@ -104,7 +101,6 @@ public:
     std::optional<double> GetCourse() const;
     /// Below the surface of the water, in metres: `depth`.
     std::optional<double> GetDepth() const;
-    /// \}
 };
 
 } // namespace vexaTransferLib

@@ -19,8 +19,8 @@
 
 namespace vexaTransferLib {
 
-// The values of elements, for the classes that show them by name. Each call reads the source: it costs at most the content
-// of the element. The value of nothing is empty, and so is one that is not what was asked for.
+// The values of elements, for the classes that show them by name. Each call reads the source: it costs at most the
+// content of the element. The value of nothing is empty, and so is one that is not what was asked for.
 
 /// The first child with this local name in a namespace that passes the test; a view of nothing when there is none.
 GpxElement FindChildIn(bool (*isWanted)(std::string_view uri), const GpxElement& parent,
