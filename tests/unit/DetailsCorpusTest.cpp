@@ -86,8 +86,6 @@ TEST_F(DetailsCorpusTest, SensorsAreReadFromWhatDevicesWrite) {
         {"viking-GH137-fitotrack.gpx", "speed", &GpxPointDetails::GetSpeed},
         {"routeconverter-osmand.gpx", "speed", &GpxPointDetails::GetSpeed},
         {"hikingbook-test.gpx", "course", &GpxPointDetails::GetCourse},
-        {"routeconverter-eventlogger.gpx", "course", &GpxPointDetails::GetCourse},
-        {"routeconverter-eventlogger.gpx", "speed", &GpxPointDetails::GetSpeed},
         {"gpsbabel-dg100.gpx", "speed", &GpxPointDetails::GetSpeed},
     };
     for (const auto& sensor : kSensors) {
