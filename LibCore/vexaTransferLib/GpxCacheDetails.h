@@ -42,7 +42,7 @@ struct VEXATRANSFERLIB_API GpxCacheLogDetails {
 struct VEXATRANSFERLIB_API GpxTravelBug {
     std::optional<std::int64_t> id;              ///< empty also when 64 bits do not hold it
     std::optional<icu::UnicodeString> reference; ///< the code of the bug: "TB1234"
-    std::optional<icu::UnicodeString> name;
+    std::optional<icu::UnicodeString> name;      ///< of the bug; the first one
 };
 
 /// The values of a geocache of Groundspeak's formats 1.0, 1.0.1 and 1.0.2, read on demand. Unlike

@@ -20,22 +20,22 @@ namespace vexaTransferLib {
 /// The bounds that a file states, in degrees, WGS 84. Plain data; nothing is checked, and nothing says that the
 /// points of the file are within them. A box across the date line has a minimum greater than its maximum.
 struct VEXATRANSFERLIB_API GpxBounds {
-    double minLatitude = 0.0;
-    double minLongitude = 0.0;
-    double maxLatitude = 0.0;
-    double maxLongitude = 0.0;
+    double minLatitude = 0.0;  ///< the southern edge
+    double minLongitude = 0.0; ///< the western edge
+    double maxLatitude = 0.0;  ///< the northern edge
+    double maxLongitude = 0.0; ///< the eastern edge
 };
 
 /// A person or an organisation. Plain data; empty is what the file does not have.
 struct VEXATRANSFERLIB_API GpxPerson {
-    std::optional<icu::UnicodeString> name;
+    std::optional<icu::UnicodeString> name;  ///< in full, or of the organisation
     std::optional<icu::UnicodeString> email; ///< "id@domain"
     std::optional<GpxLink> link;             ///< GPX 1.1 only
 };
 
 /// Who has the rights, and what others may do. Plain data; empty is what the file does not have.
 struct VEXATRANSFERLIB_API GpxCopyright {
-    std::optional<icu::UnicodeString> author;
+    std::optional<icu::UnicodeString> author;  ///< who has the rights
     std::optional<icu::UnicodeString> year;    ///< as the file has it; it may have a zone
     std::optional<icu::UnicodeString> license; ///< an address
 };
@@ -43,11 +43,11 @@ struct VEXATRANSFERLIB_API GpxCopyright {
 /// The vendor's summary of a file, as the file has it: nothing is counted. Plain data; empty is what the file does
 /// not have, or what is no number.
 struct VEXATRANSFERLIB_API GpxFileStats {
-    std::optional<std::int32_t> waypoints;
-    std::optional<std::int32_t> tracks;
-    std::optional<std::int32_t> trackSegments;
-    std::optional<std::int32_t> geocaches;
-    std::optional<double> trackLength; ///< of all tracks, in kilometres
+    std::optional<std::int32_t> waypoints;     ///< their number
+    std::optional<std::int32_t> tracks;        ///< their number
+    std::optional<std::int32_t> trackSegments; ///< their number
+    std::optional<std::int32_t> geocaches;     ///< their number
+    std::optional<double> trackLength;         ///< of all tracks, in kilometres
 };
 
 /// What a GPX file says about itself, read on demand from its root element: from `metadata`, where GPX 1.1 has it,

@@ -23,6 +23,7 @@ namespace vexaTransferLib {
 ///         std::cout << "track " << *number << '\n';
 class VEXATRANSFERLIB_API GpxPathDetails : public GpxObjectDetails {
 public:
+    /// Of a `rte` or `trk`, whose name is not checked.
     using GpxObjectDetails::GpxObjectDetails;
 
     /// The number of the route or track in its device. Empty when it is no whole number, or negative.

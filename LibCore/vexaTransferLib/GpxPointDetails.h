@@ -40,6 +40,7 @@ struct VEXATRANSFERLIB_API GpxFormAttribute {
 ///         Add(*rate);
 class VEXATRANSFERLIB_API GpxPointDetails : public GpxObjectDetails {
 public:
+    /// Of a `wpt`, `rtept` or `trkpt`, whose name is not checked.
     using GpxObjectDetails::GpxObjectDetails;
 
     /// \{

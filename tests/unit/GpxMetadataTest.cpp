@@ -104,6 +104,13 @@ TEST(GpxMetadataTest, GivesTheAuthorOfGpx10) {
     EXPECT_EQ(unnamed->email, Text(u"i@d.example"));
 }
 
+TEST(GpxMetadataTest, TakesAnAuthorOfGpx11InPlaceOfOneOfGpx10) {
+    const GpxMetadata both =
+        Gpx10("<author><name>N</name><email id='i' domain='d'/></author><email>r</email>");
+    EXPECT_EQ(both.GetAuthor().value().name, Text(u"N"));
+    EXPECT_EQ(both.GetAuthor().value().email, Text(u"i@d"));
+}
+
 TEST(GpxMetadataTest, GivesWhatThereIsOfAnAuthor) {
     EXPECT_FALSE(Gpx10("").GetAuthor());
     EXPECT_FALSE(Gpx11("<name>n</name>").GetAuthor());
