@@ -78,6 +78,7 @@ void GpxDocument::Clear() {
     stats_.reset();
     hasTime_ = false;
     element_ = GpxElement();
+    fields_.clear();
     unread_.clear();
 }
 

@@ -182,6 +182,8 @@ private:
     boost::shared_ptr<GPXStats> stats_;
     bool hasTime_ = false; ///< also if the time is 0
     GpxElement element_;
+    /// The children of the element that are no points, segments, routes or tracks of the model, in their order.
+    std::vector<GpxElement> fields_;
     std::vector<GpxElement> unread_;
 };
 

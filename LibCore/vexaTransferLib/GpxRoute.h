@@ -114,6 +114,8 @@ private:
     TarvikRouteType routeType_;
     Points points_;
     GpxElement element_;
+    /// The children of the element that are no points, segments, routes or tracks of the model, in their order.
+    std::vector<GpxElement> fields_;
     std::vector<GpxElement> unread_;
 };
 

@@ -128,8 +128,12 @@ private:
     std::int16_t color_ = -1;
     Segments segments_;
     GpxElement element_;
+    /// The children of the element that are no points, segments, routes or tracks of the model, in their order.
+    std::vector<GpxElement> fields_;
     /// Of the segments that were read completely, which come first.
     std::vector<GpxElement> segmentElements_;
+    /// The same of the elements of the segments.
+    std::vector<GpxElement> segmentFields_;
     std::vector<GpxElement> unread_;
 };
 

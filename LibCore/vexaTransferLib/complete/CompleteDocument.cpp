@@ -32,14 +32,15 @@ public:
     DocumentParts(CompleteContext& context, GpxDocument& document) : context_(context), document_(document) {}
 
     const char* ReadRootChild(const ScannedChild& child) {
+        if (child.IsGpx(gpx::kWpt))
+            return ReadWaypoint(child);
+        if (child.IsGpx(gpx::kRte))
+            return ReadRouteInOrder(child);
+        if (child.IsGpx(gpx::kTrk))
+            return ReadTrackInOrder(child);
+        GpxModelAccess::AddField(document_, context_.ElementOf(child));
         if (child.kind != NamespaceKind::kGpx)
             return nullptr;
-        if (child.name == gpx::kWpt)
-            return ReadWaypoint(child);
-        if (child.name == gpx::kRte)
-            return ReadRouteInOrder(child);
-        if (child.name == gpx::kTrk)
-            return ReadTrackInOrder(child);
         if (child.name == gpx::kMetadata)
             return context_.ForEach(child, [&](const ScannedChild& part) { return ReadField(part); });
         return ReadField(child);

@@ -17,15 +17,6 @@ namespace vexaTransferLib::complete {
 
 namespace {
 
-/// What routes and tracks have but points.
-struct PathParts {
-    icu::UnicodeString name;
-    icu::UnicodeString description;
-    icu::UnicodeString source;
-    icu::UnicodeString type;
-    LinkParts link;
-};
-
 struct PathReader {
     std::string_view name;
     icu::UnicodeString PathParts::*field;
@@ -38,12 +29,16 @@ constexpr PathReader kReaders[] = {
     {gpx::kType, &PathParts::type},
 };
 
+} // namespace
+
 const char* ReadPathChild(CompleteContext& context, const ScannedChild& child, PathParts& parts) {
     for (const PathReader& reader : kReaders)
         if (child.name == reader.name)
             return context.ReadText(child, parts.*reader.field);
     return parts.link.Read(context, child);
 }
+
+namespace {
 
 template <class Object>
 void SetTexts(const PathParts& parts, Object& object) {
@@ -111,8 +106,10 @@ const char* ReadSegment(CompleteContext& context, const ScannedChild& element, G
     GpxTrack::Segment& points = GpxModelAccess::GetLastSegment(track);
     context.Host().MakeRoom(points, context.ExpectedChildren(element));
     return context.ForEach(element, [&](const ScannedChild& child) -> const char* {
-        if (!child.IsGpx(gpx::kTrkpt))
+        if (!child.IsGpx(gpx::kTrkpt)) {
+            GpxModelAccess::AddSegmentField(track, context.ElementOf(child));
             return nullptr;
+        }
         const char* const end = ReadPoint(context, child, kGpxTrackPoint, points);
         if (end == nullptr)
             GpxModelAccess::AddUnread(track, context.ElementOf(child));
@@ -127,17 +124,19 @@ const char* ReadRoute(CompleteContext& context, const ScannedChild& element, Gpx
     PathParts parts;
     std::size_t type = kTarvikRouteStandard;
     std::vector<GpxPoint> points;
+    std::vector<GpxElement> fields;
     std::vector<GpxElement> unread;
     context.Host().MakeRoom(points, context.ExpectedChildren(element));
     const char* const end = context.ForEach(element, [&](const ScannedChild& child) -> const char* {
-        if (child.kind != NamespaceKind::kGpx)
-            return nullptr;
-        if (child.name == gpx::kRtept) {
+        if (child.IsGpx(gpx::kRtept)) {
             const char* const pointEnd = ReadPoint(context, child, kGpxRoutePoint, points);
             if (pointEnd == nullptr)
                 unread.push_back(context.ElementOf(child));
             return pointEnd;
         }
+        fields.push_back(context.ElementOf(child));
+        if (child.kind != NamespaceKind::kGpx)
+            return nullptr;
         ReportLateField(context, child, !points.empty());
         return child.name == gpx::kExtensions ? ReadRouteType(context, child, type)
                                               : ReadPathChild(context, child, parts);
@@ -146,6 +145,7 @@ const char* ReadRoute(CompleteContext& context, const ScannedChild& element, Gpx
     SetTexts(parts, route);
     GpxModelAccess::GetPoints(route) = std::move(points);
     GpxModelAccess::SetElement(route, context.ElementOf(element));
+    GpxModelAccess::SetFields(route, std::move(fields));
     GpxModelAccess::SetUnread(route, std::move(unread));
     document.AddRoute(std::move(route));
     return end;
@@ -156,10 +156,11 @@ const char* ReadTrack(CompleteContext& context, const ScannedChild& element, Gpx
     PathParts parts;
     GpxTrack track;
     const char* const end = context.ForEach(element, [&](const ScannedChild& child) -> const char* {
+        if (child.IsGpx(gpx::kTrkseg))
+            return ReadSegment(context, child, track);
+        GpxModelAccess::AddField(track, context.ElementOf(child));
         if (child.kind != NamespaceKind::kGpx)
             return nullptr;
-        if (child.name == gpx::kTrkseg)
-            return ReadSegment(context, child, track);
         ReportLateField(context, child, track.GetSegmentCount() != 0);
         return child.name == gpx::kExtensions ? ReadTrackExtensions(context, child, track)
                                               : ReadPathChild(context, child, parts);

@@ -144,13 +144,6 @@ const char* ReadChild(PointParts& parts, const ScannedChild& child) {
     return parts.link.Read(parts.context, child);
 }
 
-/// The attributes that give a position.
-struct Position {
-    std::optional<double> latitude;
-    std::optional<double> longitude;
-    bool hasBlanks = false;
-};
-
 std::optional<double> CoordinateIn(std::string_view raw, Position& position) {
     std::string decoded;
     if (raw.find('&') != std::string_view::npos) {
@@ -164,6 +157,8 @@ std::optional<double> CoordinateIn(std::string_view raw, Position& position) {
     return NumberIn(trimmed);
 }
 
+} // namespace
+
 Position PositionOf(const ScannedTag& tag) {
     Position position;
     std::string_view rest = tag.attributes;
@@ -175,8 +170,6 @@ Position PositionOf(const ScannedTag& tag) {
     }
     return position;
 }
-
-} // namespace
 
 const char* ReadPoint(CompleteContext& context, const ScannedChild& element, GpxPointType type,
                       std::vector<GpxPoint>& points) {

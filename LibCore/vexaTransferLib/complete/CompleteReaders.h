@@ -10,6 +10,7 @@
 #include <vexaTransferLib/complete/CompleteContext.h>
 #include <vexaTransferLib/model/ChildScan.h>
 
+#include <optional>
 #include <vector>
 
 namespace vexaTransferLib::complete {
@@ -55,5 +56,25 @@ struct LinkParts {
 private:
     GpxUrl Made() const;
 };
+
+/// What routes and tracks have but points.
+struct PathParts {
+    icu::UnicodeString name;
+    icu::UnicodeString description;
+    icu::UnicodeString source;
+    icu::UnicodeString type;
+    LinkParts link;
+};
+
+/// Reads one of these elements; null for any other.
+const char* ReadPathChild(CompleteContext& context, const ScannedChild& child, PathParts& parts);
+
+/// The attributes that give a point its position.
+struct Position {
+    std::optional<double> latitude;
+    std::optional<double> longitude;
+    bool hasBlanks = false;
+};
+Position PositionOf(const ScannedTag& tag);
 
 } // namespace vexaTransferLib::complete

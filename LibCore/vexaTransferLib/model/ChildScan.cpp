@@ -28,7 +28,7 @@ NamespaceKind NamespaceCursor::Find(std::string_view prefix, std::uint64_t place
     else if (uri == text::kTarvikUri)
         kind = NamespaceKind::kTarvik;
     Known& known = prefix.empty() ? default_ : prefixed_;
-    known = {prefix, place, source_.SameScopeUntil(place), kind};
+    known = {prefix, place, source_.SameScopeUntil(place), kind, uri == rootUri_};
     return kind;
 }
 

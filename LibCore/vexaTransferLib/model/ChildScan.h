@@ -29,6 +29,11 @@ public:
             return known.kind;
         return Find(prefix, place);
     }
+    /// True when it is the namespace that the root is in.
+    bool IsRoots(std::string_view prefix, std::uint64_t place) {
+        KindOf(prefix, place);
+        return (prefix.empty() ? default_ : prefixed_).isRoots;
+    }
     std::string_view UriOf(std::string_view prefix, std::uint64_t place) const;
     /// The namespace of the root.
     std::string_view RootUri() const { return rootUri_; }
@@ -40,6 +45,7 @@ private:
         std::uint64_t begin = 0;
         std::uint64_t end = 0;
         NamespaceKind kind = NamespaceKind::kOther;
+        bool isRoots = false;
     };
 
     NamespaceKind Find(std::string_view prefix, std::uint64_t place);

@@ -42,6 +42,8 @@ public:
         return GpxElement(std::move(source), place);
     }
     static std::uint64_t GetPlace(const GpxElement& element) { return element.place_; }
+    /// Null for a view of nothing.
+    static const SourceText* GetSource(const GpxElement& element) { return element.source_.get(); }
 
     // Points.
     using RareData = GpxPoint::RareData;
@@ -72,6 +74,9 @@ public:
         return static_cast<std::uint8_t>(point.routePointType_);
     }
     /// \}
+    /// Null when the point was not read completely.
+    static const SourceText* GetSource(const GpxPoint& point) { return point.source_.get(); }
+    static std::uint64_t GetPlace(const GpxPoint& point) { return point.place_; }
     static void SetElement(GpxPoint& point, const SourceText::Pointer& source, std::uint64_t place) {
         point.source_ = source;
         point.place_ = place & ((std::uint64_t{1} << 40) - 1);
@@ -142,6 +147,26 @@ public:
     template <class Object>
     static void AddUnread(Object& object, GpxElement element) {
         object.unread_.push_back(std::move(element));
+    }
+    template <class Object>
+    static void AddField(Object& object, GpxElement element) {
+        object.fields_.push_back(std::move(element));
+    }
+    template <class Object>
+    static const std::vector<GpxElement>& GetFields(const Object& object) {
+        return object.fields_;
+    }
+    static void AddSegmentField(GpxTrack& track, GpxElement element) {
+        track.segmentFields_.push_back(std::move(element));
+    }
+    static const std::vector<GpxElement>& GetSegmentFields(const GpxTrack& track) {
+        return track.segmentFields_;
+    }
+    static const std::vector<GpxElement>& GetSegmentElements(const GpxTrack& track) {
+        return track.segmentElements_;
+    }
+    static void SetFields(GpxRoute& route, std::vector<GpxElement> elements) {
+        route.fields_ = std::move(elements);
     }
     static void SetUnread(GpxRoute& route, std::vector<GpxElement> elements) {
         route.unread_ = std::move(elements);

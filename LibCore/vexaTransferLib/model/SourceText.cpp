@@ -30,6 +30,13 @@ std::size_t SourceText::LastScopeBefore(std::uint64_t place) const {
     return after == scopes_.begin() ? kNoScope : static_cast<std::size_t>(after - scopes_.begin()) - 1;
 }
 
+bool SourceText::IsInRootScope(std::uint64_t place) const {
+    for (std::size_t at = LastScopeBefore(place); at != kNoScope; at = outer_[at])
+        if (scopes_[at].begin != place && scopes_[at].begin != root_ && scopes_[at].end > place)
+            return false;
+    return true;
+}
+
 std::uint64_t SourceText::SameScopeUntil(std::uint64_t place) const {
     const std::size_t last = LastScopeBefore(place);
     const std::size_t next = last == kNoScope ? 0 : last + 1;

@@ -10,6 +10,7 @@
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
@@ -60,6 +61,12 @@ public:
     /// The namespace of a prefix at a place, empty for none. Empty optional when the prefix is not declared there.
     /// Logarithmic in the number of scopes, linear in the number of those around the place.
     std::optional<std::string_view> FindNamespace(std::string_view prefix, std::uint64_t place) const;
+    /// Calls `visit(prefix, uri)` for each prefix that is declared around the element at a place, not by the element
+    /// itself: the innermost declaration of each.
+    template <class Visit>
+    void ForEachDeclarationAround(std::uint64_t place, Visit visit) const;
+    /// True when only the root declares namespaces around the element at a place.
+    bool IsInRootScope(std::uint64_t place) const;
     /// Up to here, from the place on, no prefix changes its namespace.
     std::uint64_t SameScopeUntil(std::uint64_t place) const;
     /// Line and column of a place. The first call for a place far in the text costs as much as the text before it.
@@ -88,5 +95,20 @@ private:
     mutable std::mutex linesMutex_;
     mutable text::LineCounter lines_;
 };
+
+template <class Visit>
+void SourceText::ForEachDeclarationAround(std::uint64_t place, Visit visit) const {
+    std::vector<std::string_view> seen;
+    for (std::size_t at = LastScopeBefore(place); at != kNoScope; at = outer_[at]) {
+        if (scopes_[at].end <= place || scopes_[at].begin == place)
+            continue;
+        for (const Declaration& declaration : scopes_[at].declarations) {
+            if (std::find(seen.begin(), seen.end(), declaration.prefix) != seen.end())
+                continue;
+            seen.push_back(declaration.prefix);
+            visit(std::string_view(declaration.prefix), std::string_view(declaration.uri));
+        }
+    }
+}
 
 } // namespace vexaTransferLib
