@@ -55,14 +55,17 @@ void ReportLateField(CompleteContext& context, const ScannedChild& child, bool i
         context.Tolerate(child, "It comes after the points.");
 }
 
-/// The `extensions` of a route.
-const char* ReadRouteType(CompleteContext& context, const ScannedChild& extensions, std::size_t& type) {
+} // namespace
+
+const char* ReadRouteExtensions(CompleteContext& context, const ScannedChild& extensions, std::size_t& type) {
     return context.ForEach(extensions, [&](const ScannedChild& child) -> const char* {
         if (child.kind != NamespaceKind::kTarvik || child.name != tarvik::kRouteType.Local())
             return nullptr;
         return context.ReadChoice(child, text::kRouteTypeTexts, type);
     });
 }
+
+namespace {
 
 bool Accepts(std::size_t routeType, const GpxPoint& point) {
     const std::uint8_t pointType = GpxModelAccess::GetRawRoutePointType(point);
@@ -91,6 +94,8 @@ void ReadColor(CompleteContext& context, const ScannedChild& child, GpxTrack& tr
         context.ReportUnread(child, "The model has no such colour.");
 }
 
+} // namespace
+
 const char* ReadTrackExtensions(CompleteContext& context, const ScannedChild& extensions, GpxTrack& track) {
     return context.ForEach(extensions, [&](const ScannedChild& child) -> const char* {
         if (child.kind == NamespaceKind::kTarvik && child.name == tarvik::kColor.Local())
@@ -98,6 +103,8 @@ const char* ReadTrackExtensions(CompleteContext& context, const ScannedChild& ex
         return nullptr;
     });
 }
+
+namespace {
 
 const char* ReadSegment(CompleteContext& context, const ScannedChild& element, GpxTrack& track) {
     context.Host().CountObject();
@@ -138,7 +145,7 @@ const char* ReadRoute(CompleteContext& context, const ScannedChild& element, Gpx
         if (child.kind != NamespaceKind::kGpx)
             return nullptr;
         ReportLateField(context, child, !points.empty());
-        return child.name == gpx::kExtensions ? ReadRouteType(context, child, type)
+        return child.name == gpx::kExtensions ? ReadRouteExtensions(context, child, type)
                                               : ReadPathChild(context, child, parts);
     });
     GpxRoute route = MakeRoute(context, element, type, points);

@@ -10,6 +10,7 @@
 #include <vexaTransferLib/complete/CompleteContext.h>
 #include <vexaTransferLib/model/ChildScan.h>
 
+#include <cstddef>
 #include <optional>
 #include <vector>
 
@@ -68,6 +69,11 @@ struct PathParts {
 
 /// Reads one of these elements; null for any other.
 const char* ReadPathChild(CompleteContext& context, const ScannedChild& child, PathParts& parts);
+
+/// Reads the vendor's elements in the `extensions` of a route.
+/// \param type the route type's number; unchanged when there is none
+const char* ReadRouteExtensions(CompleteContext& context, const ScannedChild& extensions, std::size_t& type);
+const char* ReadTrackExtensions(CompleteContext& context, const ScannedChild& extensions, GpxTrack& track);
 
 /// The attributes that give a point its position.
 struct Position {

@@ -95,6 +95,9 @@ inline constexpr text::ElementName kPdop("pdop");
 inline constexpr text::ElementName kAgeofdgpsdata("ageofdgpsdata");
 inline constexpr text::ElementName kDgpsid("dgpsid");
 inline constexpr text::ElementName kNumber("number");
+// GPX 1.0 only.
+inline constexpr text::ElementName kCourse("course");
+inline constexpr text::ElementName kSpeed("speed");
 
 inline constexpr text::ElementName kLink("link");
 inline constexpr text::ElementName kHref("href");

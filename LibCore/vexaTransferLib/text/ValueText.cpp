@@ -157,6 +157,27 @@ char Lowered(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
 }
 
+void AppendDigits(std::string& out, std::int64_t number, std::size_t digits) {
+    const std::string text = std::to_string(number);
+    out.append(digits - std::min(digits, text.size()), '0').append(text);
+}
+
+// "2009-01-15T10:20:30"
+std::string WholeSeconds(std::int64_t seconds) {
+    constexpr std::int64_t kDay = 24 * 60 * 60;
+    const std::int64_t days = (seconds >= 0 ? seconds : seconds - (kDay - 1)) / kDay;
+    const std::int64_t clock = seconds - days * kDay;
+    const CivilDate date = CivilFromDays(days);
+    std::string text;
+    AppendDigits(text, date.year, 4);
+    AppendDigits(text.append(1, '-'), date.month, 2);
+    AppendDigits(text.append(1, '-'), date.day, 2);
+    AppendDigits(text.append(1, 'T'), clock / 3600, 2);
+    AppendDigits(text.append(1, ':'), clock / 60 % 60, 2);
+    AppendDigits(text.append(1, ':'), clock % 60, 2);
+    return text;
+}
+
 } // namespace
 
 std::string_view Trimmed(std::string_view text) {
@@ -230,6 +251,26 @@ std::optional<double> ReadSchemaTime(std::string_view text) {
         !rest.empty())
         return std::nullopt;
     return MillisOf(time);
+}
+
+std::string SchemaTime(double millis) {
+    constexpr double kFirst = -62135596800000.0; // 0001-01-01
+    constexpr double kEnd = 253402300800000.0;   // 10000-01-01
+    constexpr int kMostDigits = 12;
+    if (!(millis >= kFirst && millis < kEnd))
+        return {};
+    const auto seconds = static_cast<std::int64_t>(std::floor(millis / 1000.0));
+    const double fraction = (millis - static_cast<double>(seconds * 1000)) / 1000.0;
+    std::string whole = WholeSeconds(seconds);
+    if (fraction == 0.0)
+        return whole + 'Z';
+    for (int digits = 3;; ++digits) {
+        // Rounded up, the fraction would be a second; cut off, it is the nearest that stays one.
+        const FixedText text(fraction, digits);
+        const std::string time = whole + std::string(text.View().substr(1)) + 'Z';
+        if (digits == kMostDigits || (text.View().front() == '0' && ReadSchemaTime(time) == millis))
+            return time;
+    }
 }
 
 } // namespace vexaTransferLib::text

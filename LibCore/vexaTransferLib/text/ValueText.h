@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace vexaTransferLib::text {
@@ -38,6 +39,10 @@ std::optional<double> ReadGroupedNumber(std::string_view text);
 
 /// True when they differ in the case of ASCII letters only.
 bool EqualsIgnoringCase(std::string_view left, std::string_view right);
+
+/// The time as XML Schema writes it, in UTC, with as many digits of the second as it takes to read the same back. Empty for
+/// a time before the year 1 or after the year 9999, and for a NaN.
+std::string SchemaTime(double millis);
 
 /// Without the white space of XML around it.
 std::string_view Trimmed(std::string_view text);

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTransferLib/standard/AtomicFile.h>
+
+#include <vexaTransferLib/GpxError.h>
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+namespace vexaTransferLib::standard {
+
+namespace {
+
+constexpr char kNotCreated[] = "Unable to create the GPX file. Target could be write protected or full.";
+constexpr char kNotWritten[] = "Unable to write the GPX file. Target could be write protected or full.";
+constexpr unsigned kUsualMode = 0666;
+
+// The name of the file that a symbolic link leads to; the name itself when there is no file yet.
+std::string Resolved(const std::string& name) {
+    struct Free {
+        void operator()(char* text) const { ::free(text); }
+    };
+    const std::unique_ptr<char, Free> path(::realpath(name.c_str(), nullptr));
+    return path ? path.get() : name;
+}
+
+std::string FolderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos)
+        return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+} // namespace
+
+AtomicFile::AtomicFile(std::string target, bool isAtomic)
+    : name_(std::move(target)), target_(Resolved(name_)) {
+    struct stat status = {};
+    const bool hasTarget = ::stat(target_.c_str(), &status) == 0;
+    if (isAtomic && hasTarget && ::access(target_.c_str(), W_OK) != 0)
+        Fail(kNotCreated); // A folder that can be written would let the file be replaced.
+    if (isAtomic && (!hasTarget || S_ISREG(status.st_mode)))
+        CreateBeside(status.st_mode & 07777U, hasTarget);
+    else
+        CreateTarget();
+}
+
+AtomicFile::~AtomicFile() {
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
+    if (!temporary_.empty())
+        ::unlink(temporary_.c_str());
+}
+
+void AtomicFile::Fail(const char* message) const {
+    throw GpxWriteError(message, {name_, errno});
+}
+
+void AtomicFile::CreateBeside(unsigned mode, bool hasTarget) {
+    std::string pattern = target_ + ".XXXXXX";
+    descriptor_ = ::mkostemp(pattern.data(), O_CLOEXEC);
+    if (descriptor_ < 0)
+        Fail(kNotCreated);
+    temporary_ = std::move(pattern);
+    if (!hasTarget) {
+        // The mask can only be read by setting it, which other threads would see; a new file shows it as well.
+        const int probe =
+            ::open((temporary_ + "-").c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, kUsualMode);
+        struct stat status = {};
+        const bool isKnown = probe >= 0 && ::fstat(probe, &status) == 0;
+        if (probe >= 0) {
+            ::close(probe);
+            ::unlink((temporary_ + "-").c_str());
+        }
+        mode = isKnown ? status.st_mode & 07777U : 0644U;
+    }
+    if (::fchmod(descriptor_, mode) != 0)
+        Fail(kNotCreated);
+}
+
+void AtomicFile::CreateTarget() {
+    descriptor_ = ::open(target_.c_str(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, kUsualMode);
+    if (descriptor_ < 0)
+        Fail(kNotCreated);
+}
+
+void AtomicFile::Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor_, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR)
+            Fail(kNotWritten);
+        if (count > 0)
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+// Devices and pipes cannot be synchronised.
+void AtomicFile::Sync() const {
+    if (::fsync(descriptor_) != 0 && errno != EINVAL && errno != ENOTSUP)
+        Fail(kNotWritten);
+}
+
+// Without it the new name may be lost when the power fails, but not the file.
+void AtomicFile::SyncFolder() const {
+    const int folder = ::open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    static_cast<void>(::fsync(folder));
+    ::close(folder);
+}
+
+void AtomicFile::Commit() {
+    Sync();
+    const int descriptor = std::exchange(descriptor_, -1);
+    if (::close(descriptor) != 0)
+        Fail(kNotWritten);
+    if (temporary_.empty())
+        return;
+    if (::rename(temporary_.c_str(), target_.c_str()) != 0)
+        Fail(kNotWritten);
+    temporary_.clear();
+    SyncFolder();
+}
+
+} // namespace vexaTransferLib::standard

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/GpxDocument.h>
+
+namespace vexaTransferLib::standard {
+
+/// Looks for the first text of the model with a character that XML cannot hold.
+/// \throws dbc::precondition_error that names the object, the text and the character
+void CheckTexts(const GpxDocument& document);
+
+} // namespace vexaTransferLib::standard

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTransferLib/GpxElement.h>
+#include <vexaTransferLib/GpxStandardWriter.h>
+#include <vexaTransferLib/complete/CompleteContext.h>
+#include <vexaTransferLib/model/ChildScan.h>
+#include <vexaTransferLib/reader/ReadContext.h>
+#include <vexaTransferLib/standard/PieceOutput.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace vexaTransferLib::standard {
+
+/// An element of a source that is to be written.
+struct SourceElement {
+    const SourceText* source = nullptr;
+    ScannedChild child;
+    const char* end = nullptr; ///< the place after it
+
+    std::string_view Xml() const { return {child.begin, static_cast<std::size_t>(end - child.begin)}; }
+};
+using SourceElements = std::vector<SourceElement>;
+
+/// What the functions share that write one document.
+class Writing {
+public:
+    Writing(const GpxDocument& document, const GpxStandardOptions& options, PieceOutput& output);
+    Writing(const Writing&) = delete;
+    Writing& operator=(const Writing&) = delete;
+
+    PieceOutput& Out() { return output_; }
+    const GpxStandardOptions& Options() const { return options_; }
+    bool Is10() const { return is10_; }
+
+    /// The source whose declarations of namespaces the root of the output repeats; null when there is none.
+    const SourceText* MainSource() const { return main_.get(); }
+    /// The declarations of the root of the main source that have a prefix.
+    const std::vector<SourceText::Declaration>& RootDeclarations() const { return declarations_; }
+    bool IsDeclared(std::string_view prefix, std::string_view uri) const;
+
+    /// For what is read from this source again. Valid until it is called for another one.
+    complete::CompleteContext& ContextOf(const SourceText& source);
+    NamespaceCursor& NamesOf(const SourceText& source) { return ContextOf(source).Names(); }
+    SourceElement ElementAt(const SourceText& source, const char* begin);
+    SourceElement ElementOf(const GpxElement& element);
+    SourceElements ElementsOf(const std::vector<GpxElement>& elements);
+    SourceElements ChildrenOf(const SourceElement& parent);
+
+    /// Starts a line of the output.
+    void StartLine(int depth);
+
+    // Which object is being written, for reports.
+
+    void SetObject(std::string_view kind, std::size_t index) {
+        object_ = kind;
+        index_ = index;
+        segment_ = 0;
+        point_ = 0;
+    }
+    void SetSegment(std::size_t segment) {
+        segment_ = segment;
+        point_ = 0;
+    }
+    void SetPoint(std::size_t point) { point_ = point; }
+    void ReportUnwritten(std::string_view element, std::string message);
+
+private:
+    std::string ObjectName() const;
+
+    const GpxStandardOptions& options_;
+    PieceOutput& output_;
+    bool is10_;
+    SourceText::Pointer main_;
+    std::vector<SourceText::Declaration> declarations_;
+    std::unique_ptr<reader::ReadContext> host_;
+    std::vector<reader::LongElement> noLongElements_;
+    std::unique_ptr<complete::CompleteContext> context_;
+    const SourceText* contextSource_ = nullptr;
+    std::string_view object_ = "document";
+    std::size_t index_ = 0;
+    std::size_t segment_ = 0;
+    std::size_t point_ = 0;
+};
+
+/// Writes an element as it stands in its source: GPX elements without a prefix, others verbatim, and with the declarations
+/// that the output's root lacks.
+void CopyElement(Writing& writing, const SourceElement& element);
+
+/// Writes the attributes of an element of GPX as they stand, except declarations of GPX's namespaces, and those for which
+/// `isLeftOut(name)` is true.
+template <class IsLeftOut>
+void CopyAttributes(Writing& writing, const SourceElement& element, IsLeftOut isLeftOut) {
+    std::string_view rest = element.child.tag.attributes;
+    for (ScannedAttribute attribute; ScanAttribute(rest, attribute);) {
+        if (IsDeclaration(attribute.name) || isLeftOut(attribute.name))
+            continue;
+        const std::string_view quote(attribute.value.data() - 1, 1);
+        writing.Out().AppendAll(" ", attribute.name, "=", quote, attribute.value, quote);
+    }
+}
+
+} // namespace vexaTransferLib::standard
