@@ -362,7 +362,7 @@ TEST(GpxComparisonTest, AMillionElementsInOneParentAreComparedInSeconds) {
     std::string other;
     for (int i = 0; i < 500'000; ++i) {
         one += "<x:b/>";
-        other += "<x:c" + std::to_string(i) + "/>";
+        other += "<x:c" + std::to_string(i % 10'000) + "/>";
     }
     EXPECT_EQ(Missing(Foreign11(one + other), Foreign11(one + other)), Findings());
     EXPECT_EQ(Missing(Foreign11(one + other), Foreign11(other + one)).size(), 1U);

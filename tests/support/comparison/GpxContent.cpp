@@ -76,11 +76,11 @@ void ObjectReader::Read(xmlNode* element, const ObjectKind& kind) {
             AddFact(object_, step, number ? NormalNumber(ValueOf(attribute)) : ValueOf(attribute));
     }
     ForEachChild(element, "", [&](xmlNode* child) {
-        const auto object = kind.objects.find(StepOf(child, false));
-        if (object == kind.objects.end())
+        const NamedKind* const object = FindNamed(kind.objects, StepOf(child, false));
+        if (object == nullptr)
             return ReadChild(child, "", kind.group);
-        GpxObject& added = object_.objects[object->first].emplace_back();
-        ObjectReader(added, deepPaths_).Read(child, *object->second);
+        GpxObject& added = object_.objects[object->name].emplace_back();
+        ObjectReader(added, deepPaths_).Read(child, *object->kind);
     });
 }
 
@@ -110,9 +110,8 @@ void ObjectReader::AddAttributes(const xmlNode* element, const std::string& path
 
 void ObjectReader::ReadChild(xmlNode* child, const std::string& path, const FieldGroup& group) {
     const std::string step = StepOf(child, false);
-    const auto field = group.fields.find(step);
-    if (field != group.fields.end())
-        ReadField(child, Below(path, field->second.path), field->second);
+    if (const Field* const field = FindNamed(group.fields, step))
+        ReadField(child, Below(path, field->path), *field);
     else if (group.hasExtensions && step == "extensions")
         ReadExtensions(child, Below(path, step), group);
     else
@@ -143,9 +142,9 @@ void ObjectReader::ReadExtensions(xmlNode* element, const std::string& path, con
     AddAttributes(element, path);
     ForEachChild(element, path, [&](xmlNode* child) {
         const std::string step = StepOf(child, false);
-        const auto field = group.fields.find(step);
-        if (field != group.fields.end() && (step == "course" || step == "speed"))
-            ReadField(child, step, field->second);
+        const Field* const field = FindNamed(group.fields, step);
+        if (field != nullptr && (step == "course" || step == "speed"))
+            ReadField(child, step, *field);
         else
             ReadTree(child, Below(path, step));
     });

@@ -6,83 +6,62 @@ namespace {
 
 using enum FieldForm;
 
-const FieldGroup kAuthor = {
-    {{"name", {kText, "name"}}, {"email", {kEmail, "email"}}, {"link", {kLink, "link"}}}, false};
+constexpr Field kAuthorFields[] = {
+    {"name", kText, "name"},
+    {"email", kEmail, "email"},
+    {"link", kLink, "link"},
+};
+constexpr FieldGroup kAuthor = {kAuthorFields, false};
 
-const FieldGroup kMetadata = {{
-                                  {"name", {kText, "name"}},
-                                  {"desc", {kText, "desc"}},
-                                  {"author", {kGroup, "author", &kAuthor}},
-                                  {"copyright", {kText, "copyright"}},
-                                  {"link", {kLink, "link"}},
-                                  {"time", {kTime, "time"}},
-                                  {"keywords", {kText, "keywords"}},
-                                  {"bounds", {kBounds, "bounds"}},
-                              },
-                              true};
+constexpr Field kMetadataFields[] = {
+    {"name", kText, "name"},           {"desc", kText, "desc"},       {"author", kGroup, "author", &kAuthor},
+    {"copyright", kText, "copyright"}, {"link", kLink, "link"},       {"time", kTime, "time"},
+    {"keywords", kText, "keywords"},   {"bounds", kBounds, "bounds"},
+};
+constexpr FieldGroup kMetadata = {kMetadataFields, true};
 
 // GPX 1.0 has course and speed for track points; files have them in all points, and in GPX 1.1 too.
-const ObjectKind kPoint = {{{
-                                {"ele", {kNumber, "ele"}},
-                                {"time", {kTime, "time"}},
-                                {"course", {kNumber, "course"}},
-                                {"speed", {kNumber, "speed"}},
-                                {"magvar", {kNumber, "magvar"}},
-                                {"geoidheight", {kNumber, "geoidheight"}},
-                                {"name", {kText, "name"}},
-                                {"cmt", {kText, "cmt"}},
-                                {"desc", {kText, "desc"}},
-                                {"src", {kText, "src"}},
-                                {"link", {kLink, "link"}},
-                                {"url", {kUrl, "link"}},
-                                {"urlname", {kUrlName, "link"}},
-                                {"sym", {kText, "sym"}},
-                                {"type", {kText, "type"}},
-                                {"fix", {kText, "fix"}},
-                                {"sat", {kNumber, "sat"}},
-                                {"hdop", {kNumber, "hdop"}},
-                                {"vdop", {kNumber, "vdop"}},
-                                {"pdop", {kNumber, "pdop"}},
-                                {"ageofdgpsdata", {kNumber, "ageofdgpsdata"}},
-                                {"dgpsid", {kNumber, "dgpsid"}},
-                            },
-                            true},
-                           {},
-                           true};
+constexpr Field kPointFields[] = {
+    {"ele", kNumber, "ele"},       {"time", kTime, "time"},       {"course", kNumber, "course"},
+    {"speed", kNumber, "speed"},   {"magvar", kNumber, "magvar"}, {"geoidheight", kNumber, "geoidheight"},
+    {"name", kText, "name"},       {"cmt", kText, "cmt"},         {"desc", kText, "desc"},
+    {"src", kText, "src"},         {"link", kLink, "link"},       {"url", kUrl, "link"},
+    {"urlname", kUrlName, "link"}, {"sym", kText, "sym"},         {"type", kText, "type"},
+    {"fix", kText, "fix"},         {"sat", kNumber, "sat"},       {"hdop", kNumber, "hdop"},
+    {"vdop", kNumber, "vdop"},     {"pdop", kNumber, "pdop"},     {"ageofdgpsdata", kNumber, "ageofdgpsdata"},
+    {"dgpsid", kNumber, "dgpsid"},
+};
+constexpr ObjectKind kPoint = {{kPointFields, true}, {}, true};
 
-const ObjectKind kSegment = {{{}, true}, {{"trkpt", &kPoint}}, false};
+constexpr NamedKind kSegmentObjects[] = {{"trkpt", &kPoint}};
+constexpr ObjectKind kSegment = {{{}, true}, kSegmentObjects, false};
 
-const FieldGroup kLine = {{
-                              {"name", {kText, "name"}},
-                              {"cmt", {kText, "cmt"}},
-                              {"desc", {kText, "desc"}},
-                              {"src", {kText, "src"}},
-                              {"link", {kLink, "link"}},
-                              {"url", {kUrl, "link"}},
-                              {"urlname", {kUrlName, "link"}},
-                              {"number", {kNumber, "number"}},
-                              {"type", {kText, "type"}},
-                          },
-                          true};
+// Of routes and tracks.
+constexpr Field kLineFields[] = {
+    {"name", kText, "name"},       {"cmt", kText, "cmt"},         {"desc", kText, "desc"},
+    {"src", kText, "src"},         {"link", kLink, "link"},       {"url", kUrl, "link"},
+    {"urlname", kUrlName, "link"}, {"number", kNumber, "number"}, {"type", kText, "type"},
+};
 
-const ObjectKind kRoute = {kLine, {{"rtept", &kPoint}}, false};
-const ObjectKind kTrack = {kLine, {{"trkseg", &kSegment}}, false};
+constexpr NamedKind kRouteObjects[] = {{"rtept", &kPoint}};
+constexpr ObjectKind kRoute = {{kLineFields, true}, kRouteObjects, false};
+constexpr NamedKind kTrackObjects[] = {{"trkseg", &kSegment}};
+constexpr ObjectKind kTrack = {{kLineFields, true}, kTrackObjects, false};
 
-const ObjectKind kDocument = {{{
-                                   {"metadata", {kGroup, "metadata", &kMetadata}},
-                                   {"name", {kText, "metadata/name"}},
-                                   {"desc", {kText, "metadata/desc"}},
-                                   {"author", {kText, "metadata/author/name"}},
-                                   {"email", {kEmail, "metadata/author/email"}},
-                                   {"url", {kUrl, "metadata/link"}},
-                                   {"urlname", {kUrlName, "metadata/link"}},
-                                   {"time", {kTime, "metadata/time"}},
-                                   {"keywords", {kText, "metadata/keywords"}},
-                                   {"bounds", {kBounds, "metadata/bounds"}},
-                               },
-                               true},
-                              {{"wpt", &kPoint}, {"rte", &kRoute}, {"trk", &kTrack}},
-                              false};
+constexpr Field kDocumentFields[] = {
+    {"metadata", kGroup, "metadata", &kMetadata},
+    {"name", kText, "metadata/name"},
+    {"desc", kText, "metadata/desc"},
+    {"author", kText, "metadata/author/name"},
+    {"email", kEmail, "metadata/author/email"},
+    {"url", kUrl, "metadata/link"},
+    {"urlname", kUrlName, "metadata/link"},
+    {"time", kTime, "metadata/time"},
+    {"keywords", kText, "metadata/keywords"},
+    {"bounds", kBounds, "metadata/bounds"},
+};
+constexpr NamedKind kDocumentObjects[] = {{"wpt", &kPoint}, {"rte", &kRoute}, {"trk", &kTrack}};
+constexpr ObjectKind kDocument = {{kDocumentFields, true}, kDocumentObjects, false};
 
 } // namespace
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <map>
+#include <algorithm>
+#include <span>
 #include <string_view>
 
 namespace vexaTransferLib::testing_support {
@@ -23,26 +24,39 @@ struct FieldGroup;
 
 /// Where a standard element goes in the normal form, as a path below its parent.
 struct Field {
+    std::string_view name;
     FieldForm form = FieldForm::kText;
     std::string_view path;
     const FieldGroup* group = nullptr;
 };
 
-using Fields = std::map<std::string_view, Field>;
-
 /// An element with fields, such as `metadata`. What is no field of it is an extension, if it has these.
 struct FieldGroup {
-    Fields fields;
+    std::span<const Field> fields;
     bool hasExtensions = false;
+};
+
+struct ObjectKind;
+
+struct NamedKind {
+    std::string_view name;
+    const ObjectKind* kind = nullptr;
 };
 
 /// An element that is one of many with an order: the document itself, a waypoint, a track, a track point.
 struct ObjectKind {
     FieldGroup group;
-    /// The objects in it, by their names.
-    std::map<std::string_view, const ObjectKind*> objects;
+    std::span<const NamedKind> objects;
     bool hasPosition = false;
 };
+
+/// The entry with the name, or null.
+template <class T>
+const T* FindNamed(std::span<const T> entries, std::string_view name) {
+    const auto entry =
+        std::find_if(entries.begin(), entries.end(), [&](const T& one) { return one.name == name; });
+    return entry == entries.end() ? nullptr : &*entry;
+}
 
 /// The root element. Its fields of GPX 1.0 have the places that GPX 1.1 gives them in `metadata`.
 const ObjectKind& DocumentKind();
