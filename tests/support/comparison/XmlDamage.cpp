@@ -12,8 +12,9 @@ namespace {
 using Visitor = std::function<void(xmlNode*)>;
 
 bool IsEmptyWrapper(const xmlNode* element) {
-    return ViewOf(element->name) == "extensions" && element->children == nullptr &&
-           element->properties == nullptr;
+    const xmlNode* const content = element->children;
+    return ViewOf(element->name) == "extensions" && element->properties == nullptr &&
+           (content == nullptr || (content->next == nullptr && xmlIsBlankNode(content) == 1));
 }
 
 bool IsOfFile(const xmlAttr* attribute) {
