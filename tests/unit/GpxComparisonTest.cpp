@@ -324,7 +324,7 @@ TEST(GpxComparisonTest, ADifferenceAtAnyDepthIsFound) {
             text += "</x:b>";
         return Foreign11(text);
     };
-    for (const std::size_t depth : {62, 63, 64, 65, 127, 128, 129, 30000}) {
+    for (const std::size_t depth : {62U, 63U, 64U, 65U, 127U, 128U, 129U, 30000U}) {
         EXPECT_EQ(Missing(nested(depth, "1"), nested(depth, "1")), Findings());
         EXPECT_EQ(Missing(nested(depth, "1"), nested(depth, "2")).size(), 1U) << depth;
         EXPECT_NE(Missing(nested(depth + 1, ""), nested(depth, "")), Findings()) << depth;
