@@ -145,6 +145,15 @@ INSTANTIATE_TEST_SUITE_P(
         Pair{"private namespace of GPX", Gpx11("<extensions><a/></extensions>"),
              Gpx11("<extensions><a "
                    "xmlns='http://www.topografix.com/GPX/Private/TopoGrafix/0/2'/></extensions>")},
+        Pair{"namespace below that of GPX", Gpx11("<extensions><a/></extensions>"),
+             Gpx11("<extensions><a xmlns='http://www.topografix.com/GPX/1/1/more'/></extensions>")},
+        Pair{"namespace of a foreign attribute", Foreign11("<x:b x:c='1'/>"), Foreign11("<x:b c='1'/>")},
+        Pair{"position that a track has not", Gpx11("<trk lat='1.0'/>"), Gpx11("<trk lat='1'/>")},
+        Pair{"attribute of an email",
+             Gpx11("<metadata><author><email id='e' domain='f' a='1'/></author></metadata>"),
+             Gpx11("<metadata><author><email id='e' domain='f'/></author></metadata>")},
+        Pair{"attribute and text of a url", Gpx10(Point("<url href='u'>v</url>")),
+             Gpx10(Point("<url href='v'>u</url>"))},
         Pair{"other root", Gpx11(""), "<kml/>"},
         Pair{"foreign namespace", Foreign11("1"),
              Gpx11(Point("<extensions><a xmlns='urn:y'>1</a></extensions>"))},
@@ -329,6 +338,18 @@ TEST(GpxComparisonTest, ADifferenceAtAnyDepthIsFound) {
         EXPECT_EQ(Missing(nested(depth, "1"), nested(depth, "2")).size(), 1U) << depth;
         EXPECT_NE(Missing(nested(depth + 1, ""), nested(depth, "")), Findings()) << depth;
     }
+    const auto twice = [&](const std::string& first, const std::string& second) {
+        const std::string start = "<x:b>";
+        const std::string end = "</x:b>";
+        std::string starts;
+        std::string ends;
+        for (int i = 0; i < 70; ++i) {
+            starts += start;
+            ends += end;
+        }
+        return Foreign11(starts + first + ends + starts + second + ends);
+    };
+    EXPECT_EQ(Missing(twice("1", "2"), twice("2", "1")).size(), 2U);
     const auto inMetadata = [&](const std::string& inner) {
         std::string text = nested(100, inner);
         text.replace(text.find(Point("").substr(0, 21)), 21, "<metadata>");

@@ -56,6 +56,21 @@ TEST(SchemaValidationTest, ErrorsHaveTheirLine) {
     EXPECT_NE(ValidateAgainst("<a/>", schema), std::nullopt);
 }
 
+TEST(SchemaValidationTest, SchemasThatTheTextNamesAreIgnored) {
+    const TemporaryFolder folder;
+    const std::string schema = (folder / "strict.xsd").string();
+    WriteBytes(schema, R"(<xsd:schema xmlns:xsd="http://www.w3.org/2001/XMLSchema"><xsd:element name="a">
+<xsd:complexType><xsd:sequence><xsd:any/></xsd:sequence></xsd:complexType></xsd:element></xsd:schema>)");
+    const std::string other = (folder / "other.xsd").string();
+    WriteBytes(other, R"(<xsd:schema xmlns:xsd="http://www.w3.org/2001/XMLSchema" targetNamespace="urn:z">
+<xsd:element name="z"/></xsd:schema>)");
+    EXPECT_NE(ValidateAgainst(
+                  "<a xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' xsi:schemaLocation='urn:z " +
+                      other + "'><z xmlns='urn:z'/></a>",
+                  schema),
+              std::nullopt);
+}
+
 TEST(SchemaValidationTest, TextOrSchemaThatCannotBeReadIsAnError) {
     const TemporaryFolder folder;
     const std::string schema = (folder / "small.xsd").string();

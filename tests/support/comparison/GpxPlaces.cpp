@@ -33,16 +33,11 @@ constexpr std::array<std::string_view, 20> kPlacesOfGpx11 = {
     "gpx/trk/trkseg/trkpt/link/type",
 };
 
-// Takes the first step, which ends at a slash outside of braces.
+// Takes the first step. A namespace with slashes becomes several steps, none of which is one of GPX.
 std::string_view TakeStep(std::string_view& path) {
-    bool inBraces = false;
-    std::size_t end = 0;
-    for (; end < path.size() && (inBraces || path[end] != '/'); ++end) {
-        if (path[end] == '{' || path[end] == '}')
-            inBraces = path[end] == '{';
-    }
+    const std::size_t end = path.find('/');
     const std::string_view step = path.substr(0, end);
-    path.remove_prefix(end < path.size() ? end + 1 : end);
+    path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
     return step;
 }
 

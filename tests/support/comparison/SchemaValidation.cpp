@@ -5,8 +5,8 @@
 
 #include <libxml/xmlschemas.h>
 
-#include <algorithm>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <set>
@@ -14,8 +14,6 @@
 
 namespace vexaTransferLib::testing_support {
 namespace {
-
-constexpr std::string_view kSchemaInstance = "http://www.w3.org/2001/XMLSchema-instance";
 
 template <auto Function>
 struct CallOn {
@@ -50,28 +48,16 @@ const xmlChar* XmlText(const std::string& text) {
     return reinterpret_cast<const xmlChar*>(text.c_str());
 }
 
-void PrepareElement(xmlNode* element) {
-    for (xmlAttr* attribute = element->properties; attribute != nullptr;) {
-        xmlAttr* const next = attribute->next;
-        const std::string_view name = ViewOf(attribute->name);
-        if (NamespaceOf(attribute) == kSchemaInstance &&
-            (name == "schemaLocation" || name == "noNamespaceSchemaLocation"))
-            xmlRemoveProp(attribute);
-        else if (const std::optional<std::string> shorter = ShortDecimal(ValueOf(attribute)))
+void ShortenDecimals(xmlNode* element) {
+    for (xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next) {
+        if (const std::optional<std::string> shorter = ShortDecimal(ValueOf(attribute)))
             xmlSetNsProp(element, attribute->ns, attribute->name, XmlText(*shorter));
-        attribute = next;
     }
     xmlNode* text = element->children;
     if (text != nullptr && text->next == nullptr && text->type == XML_TEXT_NODE) {
         if (const std::optional<std::string> shorter = ShortDecimal(ViewOf(text->content)))
             xmlNodeSetContent(text, XmlText(*shorter));
     }
-}
-
-void Prepare(const XmlDocument& document) {
-    for (xmlNode* element = document.Root(); element != nullptr;
-         element = NextElement(element, document.Root()))
-        PrepareElement(element);
 }
 
 std::string Escaped(std::string_view text) {
@@ -142,7 +128,9 @@ std::map<std::string, std::set<std::string>> ForeignNames(std::string_view xml,
 
 std::optional<std::string> ValidateAgainst(std::string_view xml, const std::string& schemaFile) {
     const XmlDocument document(xml);
-    Prepare(document);
+    for (xmlNode* element = document.Root(); element != nullptr;
+         element = NextElement(element, document.Root()))
+        ShortenDecimals(element);
     if (!std::filesystem::exists(schemaFile))
         throw std::runtime_error("there is no schema " + schemaFile);
     std::string errors;
