@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <vector>
 
 using namespace vexaTransferLib::testing_support;
 
@@ -26,6 +29,20 @@ constexpr const char* kSmallSchema = R"(<xsd:schema xmlns:xsd="http://www.w3.org
 <xsd:element name="a"><xsd:simpleType><xsd:restriction base="xsd:decimal"><xsd:maxInclusive value="90"/>
 </xsd:restriction></xsd:simpleType></xsd:element></xsd:schema>)";
 
+// A schema whose one element is a decimal number of at most 90.
+class SmallSchema {
+public:
+    SmallSchema() { WriteBytes(Path(), kSmallSchema); }
+
+    std::string Path() const { return Beside("small.xsd").string(); }
+    std::filesystem::path Beside(const std::string& name) const { return folder_ / name; }
+
+    std::optional<std::string> Validate(std::string_view xml) const { return ValidateAgainst(xml, Path()); }
+
+private:
+    TemporaryFolder folder_;
+};
+
 std::string Gpx10(const std::string& content) {
     return R"(<gpx xmlns="http://www.topografix.com/GPX/1/0" version="1.0" creator="a"><wpt lat="1" lon="2">)" +
            content + "</wpt></gpx>";
@@ -34,26 +51,21 @@ std::string Gpx10(const std::string& content) {
 } // namespace
 
 TEST(SchemaValidationTest, ValidTextHasNoErrors) {
-    const TemporaryFolder folder;
-    const std::string schema = (folder / "small.xsd").string();
-    WriteBytes(schema, kSmallSchema);
-    EXPECT_EQ(ValidateAgainst("<a>12.5</a>", schema), std::nullopt);
-    EXPECT_EQ(ValidateAgainst("<a>12.5555555555555555555555555555555555555</a>", schema), std::nullopt);
-    EXPECT_EQ(ValidateAgainst("<a xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' "
-                              "xsi:noNamespaceSchemaLocation='missing.xsd'>12.5</a>",
-                              schema),
+    const SmallSchema schema;
+    EXPECT_EQ(schema.Validate("<a>12.5</a>"), std::nullopt);
+    EXPECT_EQ(schema.Validate("<a>12.5555555555555555555555555555555555555</a>"), std::nullopt);
+    EXPECT_EQ(schema.Validate("<a xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' "
+                              "xsi:noNamespaceSchemaLocation='missing.xsd'>12.5</a>"),
               std::nullopt);
 }
 
 TEST(SchemaValidationTest, ErrorsHaveTheirLine) {
-    const TemporaryFolder folder;
-    const std::string schema = (folder / "small.xsd").string();
-    WriteBytes(schema, kSmallSchema);
-    EXPECT_EQ(ValidateAgainst("\n<b/>", schema),
+    const SmallSchema schema;
+    EXPECT_EQ(schema.Validate("\n<b/>"),
               "line 2: Element 'b': No matching global declaration available for the validation root.\n");
-    EXPECT_NE(ValidateAgainst("<a>91.00000000000000000000000000000000000</a>", schema), std::nullopt);
-    EXPECT_NE(ValidateAgainst("<a>1.0000000000000000000000000000000000x</a>", schema), std::nullopt);
-    EXPECT_NE(ValidateAgainst("<a/>", schema), std::nullopt);
+    EXPECT_NE(schema.Validate("<a>91.00000000000000000000000000000000000</a>"), std::nullopt);
+    EXPECT_NE(schema.Validate("<a>1.0000000000000000000000000000000000x</a>"), std::nullopt);
+    EXPECT_NE(schema.Validate("<a/>"), std::nullopt);
 }
 
 TEST(SchemaValidationTest, SchemasThatTheTextNamesAreIgnored) {
@@ -72,13 +84,11 @@ TEST(SchemaValidationTest, SchemasThatTheTextNamesAreIgnored) {
 }
 
 TEST(SchemaValidationTest, TextOrSchemaThatCannotBeReadIsAnError) {
-    const TemporaryFolder folder;
-    const std::string schema = (folder / "small.xsd").string();
-    WriteBytes(schema, kSmallSchema);
-    EXPECT_THROW(ValidateAgainst("<a>", schema), std::runtime_error);
-    EXPECT_THROW(ValidateAgainst("<a/>", (folder / "missing.xsd").string()), std::runtime_error);
-    EXPECT_THROW(WriteCombinedSchema(folder / "", {folder / "missing.xsd"}), std::runtime_error);
-    EXPECT_THROW(WriteCombinedSchema(folder / "", {schema}), std::runtime_error);
+    const SmallSchema schema;
+    EXPECT_THROW(schema.Validate("<a>"), std::runtime_error);
+    EXPECT_THROW(ValidateAgainst("<a/>", schema.Beside("missing.xsd").string()), std::runtime_error);
+    EXPECT_THROW(WriteCombinedSchema(schema.Beside(""), {schema.Beside("missing.xsd")}), std::runtime_error);
+    EXPECT_THROW(WriteCombinedSchema(schema.Beside(""), {schema.Path()}), std::runtime_error);
 }
 
 TEST(SchemaValidationTest, CombinedSchemaChecksGeocachesInGpx10) {

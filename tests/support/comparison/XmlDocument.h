@@ -10,8 +10,8 @@
 namespace vexaTransferLib::testing_support {
 
 /// A text that libxml2 has parsed, with the entities and default attributes of its internal subset in their
-/// places. Nothing outside the text is read: an external entity is an undeclared one. A text that declares no entity may be of any size and
-/// depth; one that declares some is held to libxml2's limits.
+/// places. Nothing outside the text is read: an external entity is an undeclared one. A text that declares no
+/// entity may be of any size and depth; one that declares some is held to libxml2's limits.
 class XmlDocument {
 public:
     /// Throws std::runtime_error with line and reason when the text is not well-formed, or uses a prefix
