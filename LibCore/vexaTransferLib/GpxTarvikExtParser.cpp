@@ -2,9 +2,11 @@
 #include <vexaTransferLib/GpxTarvikExtParser.h>
 
 #include <vexaTransferLib/GpxUtils.h>
+#include <vexaTransferLib/reader/HeadReader.h>
 #include <vexaTransferLib/reader/LimitedParser.h>
 #include <vexaTransferLib/reader/LimitedSource.h>
 #include <vexaTransferLib/reader/ReadAborted.h>
+#include <vexaTransferLib/reader/ReadErrors.h>
 #include <vexaTransferLib/reader/XmlInput.h>
 #include <vexaTransferLib/text/ContractSources.h>
 #include <vexaTransferLib/text/ElementNames.h>
@@ -20,6 +22,7 @@
 #include <unicode/uchar.h>
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax/ErrorHandler.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/sax2/XMLReaderFactory.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
@@ -101,19 +104,57 @@ void Feed(XmlInput& input, const std::optional<GpxInputLimits>& limits, xercesc:
     }
 }
 
+/// Keeps the first error. Without memory for its message the message stays empty, so that a scan ends in the same way.
+void NoteError(GpxHead& head, std::uint64_t line, std::uint64_t column, const XMLCh* message) {
+    if (head.error)
+        return;
+    head.error = {line, column, {}};
+    try {
+        head.error->message = reader::ToUtf8(message);
+    } catch (const std::bad_alloc&) {
+        head.error->message.clear();
+    }
+}
+
 /// Records that the file is ill-formed, which the XML parser would not report otherwise.
 class NotedErrors final : public xercesc::ErrorHandler {
 public:
-    explicit NotedErrors(bool& areThere) : areThere_(areThere) {}
+    NotedErrors(bool& areThere, GpxHead& head) : areThere_(areThere), head_(head) {}
 
     void warning(const xercesc::SAXParseException&) override {}
-    void error(const xercesc::SAXParseException&) override { areThere_ = true; }
-    void fatalError(const xercesc::SAXParseException&) override { areThere_ = true; }
+    void error(const xercesc::SAXParseException& exception) override { Note(exception); }
+    void fatalError(const xercesc::SAXParseException& exception) override { Note(exception); }
     void resetErrors() override {}
 
 private:
+    void Note(const xercesc::SAXParseException& exception) {
+        areThere_ = true;
+        NoteError(head_, exception.getLineNumber(), exception.getColumnNumber(), exception.getMessage());
+    }
+
     bool& areThere_;
+    GpxHead& head_;
 };
+
+GpxHead::End HeadEndOf(GpxScanEnd end) {
+    switch (end) {
+    case kGpxScanNone:
+        break;
+    case kGpxScanComplete:
+        return GpxHead::End::kEndOfFile;
+    case kGpxScanContent:
+        return GpxHead::End::kObject;
+    case kGpxScanMissing:
+        return GpxHead::End::kMissing;
+    case kGpxScanIllFormed:
+        return GpxHead::End::kIllFormed;
+    case kGpxScanRefused:
+        return GpxHead::End::kRefused;
+    case kGpxScanFailed:
+        return GpxHead::End::kFailed;
+    }
+    return GpxHead::End::kNone;
+}
 
 template <class Record>
 Record& Made(boost::shared_ptr<Record>& record) {
@@ -162,7 +203,8 @@ bool Take(const icu::UnicodeString& name, const Field<Record, Value> (&fields)[s
 } // namespace
 
 GpxTarvikExtParser::GpxTarvikExtParser()
-    : errors_(std::make_unique<NotedErrors>(isIllFormed_)), documentTime_(0.0) {}
+    : head_(std::make_unique<reader::HeadReader>()),
+      errors_(std::make_unique<NotedErrors>(isIllFormed_, head_->Head())), documentTime_(0.0) {}
 
 GpxTarvikExtParser::~GpxTarvikExtParser() = default;
 
@@ -184,6 +226,10 @@ GpxScanEnd GpxTarvikExtParser::GetScanEnd() const {
 
 double GpxTarvikExtParser::GetDocumentTime() const {
     return documentTime_;
+}
+
+const GpxHead& GpxTarvikExtParser::GetHead() const {
+    return head_->Head();
 }
 
 void GpxTarvikExtParser::Parse(const icu::UnicodeString& path) {
@@ -226,6 +272,10 @@ void GpxTarvikExtParser::SetTrusted() {
 void GpxTarvikExtParser::Scan(const std::function<void()>& feed) {
     Reset();
     scanEnd_ = EndOf(feed);
+    head_->Finish(HeadEndOf(scanEnd_));
+    // What the XML parser says of a file that it cannot open is not about its XML.
+    if (scanEnd_ == kGpxScanMissing)
+        head_->Head().error.reset();
 }
 
 void GpxTarvikExtParser::Configure() {
@@ -253,7 +303,8 @@ GpxScanEnd GpxTarvikExtParser::EndOf(const std::function<void()>& feed) {
         return kGpxScanRefused;
     } catch (const xercesc::OutOfMemoryException&) {
         return kGpxScanFailed;
-    } catch (const xercesc::XMLException&) {
+    } catch (const xercesc::XMLException& exception) {
+        NoteError(head_->Head(), 0, 0, exception.getMessage());
         return isOpen_ ? kGpxScanIllFormed : kGpxScanMissing;
     } catch (...) {
         return hasContent_ ? kGpxScanContent : kGpxScanFailed;
@@ -262,6 +313,7 @@ GpxScanEnd GpxTarvikExtParser::EndOf(const std::function<void()>& feed) {
 
 void GpxTarvikExtParser::Reset() {
     reader_.reset();
+    head_->Reset();
     stats_.reset();
     annotateMetaData_.reset();
     gisMetaData_.reset();
@@ -272,6 +324,7 @@ void GpxTarvikExtParser::Reset() {
 }
 
 void GpxTarvikExtParser::characters(const XMLCh* const chars, const XMLSize_t length) {
+    head_->AddText(chars, length);
     buffer_.append(chars, static_cast<std::int32_t>(length));
     // A text that ICU cannot hold would be lost without a trace.
     if (buffer_.isBogus())
@@ -283,14 +336,16 @@ void GpxTarvikExtParser::ignorableWhitespace(const XMLCh* const chars, const XML
 }
 
 void GpxTarvikExtParser::startElement(const XMLCh* const uri, const XMLCh* const localname,
-                                      const XMLCh* const, const xercesc::Attributes&) {
+                                      const XMLCh* const, const xercesc::Attributes& attributes) {
     buffer_.remove();
+    head_->StartElement(uri, localname, attributes);
     if (IsGpxNamespace(AliasOfNamespace(uri)) && EndsHead(Alias(localname)))
         FinishScan();
 }
 
 void GpxTarvikExtParser::endElement(const XMLCh* const uri, const XMLCh* const localname,
                                     const XMLCh* const) {
+    head_->EndElement();
     const icu::UnicodeString space = AliasOfNamespace(uri);
     const icu::UnicodeString name = Alias(localname);
     if (EqualsIgnoringCase(space, text::kTarvikNamespace)) {

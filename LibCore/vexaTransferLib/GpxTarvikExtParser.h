@@ -2,10 +2,11 @@
 #pragma once
 
 /// \file
-/// Reads the head of a GPX file: the vendor's metadata and the document's time.
+/// Reads the head of a GPX file: the vendor's metadata, the document's time, and what any GPX file says of itself.
 
 #include <common/Export.h>
 #include <vexaTransferLib/GpxDocument.h>
+#include <vexaTransferLib/GpxHead.h>
 #include <vexaTransferLib/GpxInputLimits.h>
 
 #include <boost/shared_ptr.hpp>
@@ -26,6 +27,9 @@ namespace vexaTransferLib {
 namespace text {
 class UsNumberFormat;
 }
+namespace reader {
+class HeadReader;
+}
 
 /// How a scan has ended.
 enum GpxScanEnd : std::uint32_t {
@@ -38,9 +42,9 @@ enum GpxScanEnd : std::uint32_t {
     kGpxScanFailed = 6     ///< for another reason: memory ran out, or the host's source has thrown
 };
 
-/// Scans a GPX file up to its first waypoint, route or track and keeps the vendor's metadata records and the
-/// time: what a host wants to know of a file before, or instead of, reading it. The cost is that of the head,
-/// whatever the size of the file.
+/// Scans a GPX file up to its first waypoint, route or track and keeps the vendor's metadata records, the time, and
+/// the GpxHead, which files of all programs have: what a host wants to know of a file before, or instead of, reading
+/// it. The cost is that of the head, whatever the size of the file.
 ///
 /// The host initialises Xerces before the first scan and deletes the scanner before it terminates Xerces: the
 /// scanner keeps its XML reader until then. One scanner scans any number of files, one after another, on one
@@ -60,6 +64,12 @@ enum GpxScanEnd : std::uint32_t {
 /// text, and `trktotalkm` is the same storage read as a double: a total without a fraction ("12") reads as a
 /// number near 6e-323, and a count with one ("7.9") as -1717986918. "time" elements in a GPX namespace all
 /// count, the last one wins.
+///
+/// **Where a scan stops.** At the first `wpt`, `rte` or `trk` element, in any case of letters, in the namespace of GPX
+/// 1.0 or 1.1. It does not stop at the end of `metadata`, because vendor elements may follow it. Elements in another
+/// namespace of GPX (`https`) or in none do not end it: such a file is read to its end, with the cost of its size, and
+/// vendor elements count wherever they are in it. GetHead is of what precedes the first waypoint, route or track in these
+/// files too, and SetUntrusted ends their scan at the limits of a head, which leaves the GpxHead complete.
 ///
 /// **A warning.** XML lets a file name other files and servers in entities, and they are read. SetUntrusted
 /// refuses that: use it wherever files may come from somebody else.
@@ -101,6 +111,10 @@ public:
     GpxScanEnd GetScanEnd() const;
     /// Milliseconds since 1970-01-01T00:00:00 UTC; 0 when the head has no time.
     double GetDocumentTime() const;
+    /// What the head says of the file, in GPX of any program: name, author, bounds, and how the head ended. Of the last
+    /// scan; empty before the first. Valid as long as the scanner, and changed by its next scan. It costs next to nothing
+    /// beside the scan: a copy of the texts in it, and some comparisons for each element of the head.
+    const GpxHead& GetHead() const;
 
     /// \{
     /// Called by Xerces during a scan.
@@ -131,6 +145,7 @@ private:
     std::int64_t StoredNumber();
 
     icu::UnicodeString buffer_;
+    std::unique_ptr<reader::HeadReader> head_;
     std::unique_ptr<xercesc::ErrorHandler> errors_; ///< outlives the reader
     std::unique_ptr<xercesc::SAX2XMLReader> reader_;
     std::optional<GpxInputLimits> limits_; ///< of untrusted files

@@ -12,6 +12,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 
 namespace vexaTransferLib::testing_support {
 
@@ -45,6 +46,53 @@ void ScanFile(GpxTarvikExtParser& scanner, const std::string& path) {
 void ScanBytes(GpxTarvikExtParser& scanner, const std::string& bytes) {
     scanner.ParseSource(
         xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(bytes.data()), bytes.size(), "memory"));
+}
+
+namespace {
+
+constexpr const char* kEndNames[] = {"none",   "object",  "end of file", "ill-formed",
+                                     "no GPX", "missing", "refused",     "failed"};
+
+std::string Labelled(const char* label, const std::optional<icu::UnicodeString>& text) {
+    return text ? std::string("; ") + label + " " + Utf8(*text) : "";
+}
+
+} // namespace
+
+std::string Shown(const GpxHead& head) {
+    std::string shown = "root " + Utf8(head.rootName) + Labelled("version", head.version) +
+                        Labelled("creator", head.creator) + Labelled("name", head.name) +
+                        Labelled("desc", head.description);
+    char text[200];
+    if (head.time) {
+        std::snprintf(text, sizeof text, "; time %.17g", *head.time);
+        shown += text;
+    }
+    if (head.author)
+        shown += "; author " + Utf8(head.author->name) + " <" + Utf8(head.author->email) + ">";
+    if (head.bounds) {
+        std::snprintf(text, sizeof text, "; bounds %.17g %.17g %.17g %.17g", head.bounds->minLatitude,
+                      head.bounds->minLongitude, head.bounds->maxLatitude, head.bounds->maxLongitude);
+        shown += text;
+    }
+    shown += head.hasMetadata ? "; metadata" : "";
+    shown += std::string("; end ") + kEndNames[static_cast<std::uint32_t>(head.end)];
+    if (head.error)
+        shown += "; error " + std::to_string(head.error->line) + ":" + std::to_string(head.error->column);
+    return shown;
+}
+
+std::string HeadOf(const std::string& bytes) {
+    GpxTarvikExtParser scanner;
+    ScanBytes(scanner, bytes);
+    const std::string shown = Shown(scanner.GetHead());
+    const GpxFile file(bytes);
+    ScanFile(scanner, file.NarrowPath());
+    EXPECT_EQ(Shown(scanner.GetHead()), shown) << "file and memory differ: " << bytes.substr(0, 2000);
+    scanner.SetUntrusted();
+    ScanBytes(scanner, bytes);
+    EXPECT_EQ(Shown(scanner.GetHead()), shown) << "an untrusted scan differs: " << bytes.substr(0, 2000);
+    return shown;
 }
 
 std::string Scan(const std::string& bytes) {
