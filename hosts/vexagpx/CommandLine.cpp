@@ -244,8 +244,8 @@ void AddDump(CLI::App& app, Invocation& invocation) {
 void AddInfo(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<InfoOptions>();
     CLI::App& command =
-        AddCommand(app, invocation, {"info", "Show vendor metadata and time, from file heads", kInfoExamples},
-                   options, Info);
+        AddCommand(app, invocation,
+                   {"info", "Show metadata, time and bounds, from file heads", kInfoExamples}, options, Info);
     AddFiles(command, invocation, *options);
     command.add_flag("--json", options->json, "Print a line of JSON for each file");
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Info.h>
 
+#include <vexagpx/commands/HeadDetails.h>
 #include <vexagpx/input/CallbackInputSource.h>
 #include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/output/JsonWriter.h>
@@ -13,6 +14,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 
 namespace vexagpx {
@@ -23,7 +25,7 @@ namespace {
 
 constexpr std::size_t kTextWidth = 60;
 
-/// The line of a file: "walk.gpx: layer Hikes, symbol 5, 12 waypoints".
+/// The first line of a file: "walk.gpx: layer Hikes, symbol 5, 12 waypoints".
 class InfoLine {
 public:
     void Add(const icu::UnicodeString& item) {
@@ -86,15 +88,24 @@ void AddRecords(const GpxTarvikExtParser& scanner, InfoLine& line) {
     }
 }
 
-void WriteLine(const GpxTarvikExtParser& scanner, const std::string& heading, Output& out) {
+/// The time that the scanner takes for the document's, or else that of a file whose namespace it does not know.
+icu::UnicodeString DocumentTimeText(const GpxTarvikExtParser& scanner) {
+    if (scanner.GetDocumentTime() != 0.0)
+        return TimeText(scanner.GetDocumentTime());
+    const std::optional<double>& time = scanner.GetHead().time;
+    return time ? TimeText(*time) : icu::UnicodeString();
+}
+
+void WriteText(const GpxTarvikExtParser& scanner, const std::string& heading, Output& out) {
     InfoLine line;
     AddRecords(scanner, line);
-    const double time = scanner.GetDocumentTime();
-    if (time != 0.0)
-        line.Add(TimeText(time));
+    const icu::UnicodeString time = DocumentTimeText(scanner);
+    if (!time.isEmpty())
+        line.Add(time);
     if (scanner.GetScanEnd() == kGpxScanIllFormed)
         line.Add(u"the head is not well-formed XML");
     line.Write(heading, out);
+    WriteHeadText(scanner.GetHead(), time, out);
 }
 
 void WriteJson(const GpxTarvikExtParser& scanner, const DocumentSource& source, Output& out) {
@@ -109,6 +120,7 @@ void WriteJson(const GpxTarvikExtParser& scanner, const DocumentSource& source, 
     records.Write(scanner.GetGISMetaData().get());
     records.Write(scanner.GetAnnotateMetaData().get());
     records.Write(scanner.GetStats().get());
+    WriteHeadJson(scanner.GetHead(), json);
     json.EndObject();
     out.Write("\n");
 }
@@ -144,12 +156,12 @@ void ScanEntry(GpxTarvikExtParser& scanner, Archive& archive, const std::string&
     source.RethrowFailure();
 }
 
-/// Writes what the scan found, on one line.
+/// Writes what the scan found.
 void WriteResult(const GpxTarvikExtParser& scanner, const DocumentSource& source, bool json, Output& out) {
     if (json)
         WriteJson(scanner, source, out);
     else
-        WriteLine(scanner, source.Text(), out);
+        WriteText(scanner, source.Text(), out);
 }
 
 bool InfoOfArgument(GpxTarvikExtParser& scanner, const std::string& argument, const InfoOptions& options,
