@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Shows the vendor's metadata and the time of a GPX file without reading its points: scan_head FILE
+// Shows what the head of a GPX file says of it, without reading its points: scan_head FILE
 #include <iostream>
 #include <string>
 #include <unicode/gregocal.h>
@@ -18,6 +18,18 @@ void Show(const icu::UnicodeString& path) {
     GpxTarvikExtParser scanner; // deleted before Xerces is terminated
     scanner.SetUntrusted();
     scanner.Parse(path);
+    const GpxHead& head = scanner.GetHead();
+    if (head.end == GpxHead::End::kNotGpx)
+        Print("No GPX: ", head.rootName);
+    if (head.name)
+        Print("Name    ", *head.name);
+    if (head.author)
+        Print("Author  ", head.author->name);
+    if (head.creator)
+        Print("Program ", *head.creator);
+    if (head.bounds)
+        std::cout << "Bounds  " << head.bounds->minLatitude << " to " << head.bounds->maxLatitude << ", "
+                  << head.bounds->minLongitude << " to " << head.bounds->maxLongitude << '\n';
     if (const auto layer = scanner.GetGISMetaData())
         Print("Layer   ", layer->layerName);
     if (const auto stats = scanner.GetStats())

@@ -80,12 +80,25 @@ void ScanHead(GpxTarvikExtParser& scanner, std::string_view bytes) {
     scanner.ParseSource(source);
 }
 
+bool IsSameHead(const GpxHead& left, const GpxHead& right) {
+    const auto sameAuthor = [&] {
+        return !left.author ||
+               (left.author->name == right.author->name && left.author->email == right.author->email);
+    };
+    return left.end == right.end && left.rootName == right.rootName && left.version == right.version &&
+           left.creator == right.creator && left.name == right.name &&
+           left.description == right.description && left.time == right.time &&
+           left.hasMetadata == right.hasMetadata && !left.author == !right.author && sameAuthor() &&
+           !left.bounds == !right.bounds;
+}
+
 bool FoundTheSame(const GpxTarvikExtParser& left, const GpxTarvikExtParser& right) {
     const double time = left.GetDocumentTime();
     const double otherTime = right.GetDocumentTime();
     return (time == otherTime || (std::isnan(time) && std::isnan(otherTime))) &&
            !left.GetStats() == !right.GetStats() && !left.GetGISMetaData() == !right.GetGISMetaData() &&
-           !left.GetAnnotateMetaData() == !right.GetAnnotateMetaData();
+           !left.GetAnnotateMetaData() == !right.GetAnnotateMetaData() &&
+           IsSameHead(left.GetHead(), right.GetHead());
 }
 
 // If the untrusted scan is not refused, both scans must have the same results and the same end.

@@ -45,7 +45,10 @@ TEST_F(LargeFilesTest, TheHeadOfADocumentIsRead) {
     const Result result = RunTool({"info", "--json", "walk.gpx"}, folder_.Path());
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, "{\"file\":\"walk.gpx\",\"time\":1577836800000}\n");
+    EXPECT_EQ(
+        result.out,
+        R"({"file":"walk.gpx","time":1577836800000,"head":{"version":"1.1","time":1577836800000,"end":"object"}})"
+        "\n");
 }
 
 TEST_F(LargeFilesTest, ADocumentIsReadToWhereItIsWrong) {

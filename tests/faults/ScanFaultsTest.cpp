@@ -12,6 +12,7 @@
 #include "support/Memory.h"
 
 #include <gtest/gtest.h>
+#include <xercesc/framework/MemBufInputSource.hpp>
 
 #include <cstddef>
 #include <set>
@@ -79,6 +80,85 @@ protected:
         Record(what, calls);
     }
 };
+
+/// The values of a head one after another, each of more units than ICU holds in place.
+std::vector<std::string> ValuesOfAHead() {
+    const std::string text = "a value of more units than ICU holds in place";
+    return {"<gpx version='1.1 is " + text + "' creator='" + text + "'>",
+            "<metadata><name>" + text + "</name>",
+            "<desc>" + text + "</desc>",
+            "<author><name>" + text + "</name>",
+            "<email id='" + text + "' domain='" + text + ".example'/>",
+            "</author><time>1969-12-31T23:59:59." + std::string(40, '9') + "Z</time>",
+            "<bounds minlat='" + std::string(40, ' ') + "1' minlon='2' maxlat='3' maxlon='4'/>",
+            "</metadata>"};
+}
+
+std::string WithoutEnd(const GpxHead& head) {
+    const std::string shown = Shown(head);
+    return shown.substr(0, shown.find("; end "));
+}
+
+/// A head in which memory runs out has the values up to some place, and each of them whole.
+template <class Refuse>
+void ScanHeadWithEachRefused(bool isTrusted, Refuse refuse) {
+    GpxTarvikExtParser scanner;
+    if (!isTrusted)
+        scanner.SetUntrusted();
+    ScanBytes(scanner, "<gpx"); // an attribute of the root may be kept before the next one is refused
+    std::set<std::string> parts = {"root ", "root gpx",
+                                   "root gpx; version 1.1 is a value of more units than ICU holds in place"};
+    std::string head;
+    for (const std::string& value : ValuesOfAHead()) {
+        ScanBytes(scanner, head += value);
+        parts.insert(WithoutEnd(scanner.GetHead()));
+    }
+    // Error messages are kept as well.
+    head += "<a></b>";
+    ScanBytes(scanner, head);
+    const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(head.data()), head.size(),
+                                            "memory");
+    const std::string whole = Shown(scanner.GetHead());
+    std::size_t partly = 0;
+    const std::size_t calls = ForEachCall([&](std::size_t call) {
+        const Attempt attempt =
+            AttemptWith([&] { return refuse(call); }, [&] { scanner.ParseSource(source); });
+        EXPECT_EQ(attempt.Failure(), "") << "a scan never throws";
+        const std::string part = WithoutEnd(scanner.GetHead());
+        EXPECT_TRUE(parts.contains(part)) << part;
+        partly += whole.starts_with(part + "; end ") ? 0 : 1;
+        ScanBytes(scanner, head);
+        EXPECT_EQ(Shown(scanner.GetHead()), whole) << "without a refusal";
+        return attempt;
+    });
+    EXPECT_GT(calls, 1U);
+    EXPECT_GT(partly, 0U);
+}
+
+TEST_P(ScanFaultsTest, TheHeadOfAForeignFile) {
+    ScanHeadWithEachRefused(!GetParam(), [](std::size_t call) { return RefusedNew::AtCall(call); });
+    ScanHeadWithEachRefused(!GetParam(), [](std::size_t call) { return RefusedXercesMemory::AtCall(call); });
+}
+
+// ICU asks again for less when it is refused once, so that all requests are refused here.
+TEST_P(ScanFaultsTest, AValueOfTheHeadThatIcuCannotHoldIsNeverEmpty) {
+    const std::string text = "a value of more units than ICU holds in place";
+    GpxTarvikExtParser scanner;
+    if (GetParam())
+        scanner.SetUntrusted();
+    const auto headOf = [&](const std::string& bytes) {
+        const RefusedIcuMemory refused = RefusedIcuMemory::Above(0);
+        ScanBytes(scanner, bytes);
+        EXPECT_GT(refused.Refused(), 0U) << bytes;
+    };
+    headOf("<gpx version='1.1' creator='" + text + "'/>");
+    EXPECT_EQ(Shown(scanner.GetHead()), "root gpx; version 1.1; end failed");
+    headOf("<gpx version='1.1'><name>short</name><desc>" + text + "</desc></gpx>");
+    EXPECT_EQ(Shown(scanner.GetHead()), "root gpx; version 1.1; name short; end failed");
+    headOf("<gpx><metadata><author><email id='of fourteen u' domain='which is of 17 "
+           "u'/></author></metadata></gpx>");
+    EXPECT_EQ(Shown(scanner.GetHead()), "root gpx; end failed");
+}
 
 TEST_P(ScanFaultsTest, OneRequestToOperatorNew) {
     ScanWithEachRefused("new", Numbers::kAll, [](std::size_t call) { return RefusedNew::AtCall(call); });

@@ -28,6 +28,17 @@ using testing::StartsWith;
 
 const std::string kTime = "<time>2009-01-15T10:20:30Z</time>";
 const std::string kTimeMember = R"("time":1232014830000)";
+const std::string kVersionLine = "  Version      1.1\n";
+
+/// The member for the head of a GPX 1.1 document.
+std::string Head(const std::string& members, const std::string& end) {
+    return R"("head":{"version":"1.1",)" + members + R"("end":")" + end + "\"}";
+}
+
+/// The JSON of a GPX 1.1 document that has a time and then an object.
+std::string WithTimeAndObject(const std::string& file) {
+    return R"({"file":")" + file + "\"," + kTimeMember + "," + Head(kTimeMember + ",", "object") + "}\n";
+}
 
 std::string Metadata(const std::string& vendorElements, const std::string& time = "") {
     return "<metadata>" + time + "<extensions>" + vendorElements + "</extensions></metadata>";
@@ -41,7 +52,7 @@ const std::string kAllRecords =
              "<t:geocachecount>44</t:geocachecount>",
              kTime);
 
-/// The line that `info` prints for a document; there must be one line and no error.
+/// What `info` prints for a document; there must be no error, and one line of JSON.
 std::string InfoOf(const std::string& document, std::vector<std::string> options = {}) {
     const Folder folder;
     folder.Write("t.gpx", document);
@@ -50,13 +61,20 @@ std::string InfoOf(const std::string& document, std::vector<std::string> options
     const Result result = RunTool(options, folder.Path());
     EXPECT_EQ(result.status, 0) << document;
     EXPECT_EQ(result.err, "") << document;
-    EXPECT_EQ(Lines(result.out).size(), 1U) << result.out;
+    if (options[1] == "--json") {
+        EXPECT_EQ(Lines(result.out).size(), 1U) << result.out;
+    }
     EXPECT_THAT(result.out, EndsWith("\n"));
     return result.out;
 }
 
+/// The first line of it.
+std::string FirstLineOf(const std::string& document) {
+    return Lines(InfoOf(document)).at(0);
+}
+
 TEST(InfoTest, OneLineShowsEverythingInTheHead) {
-    const std::string line = InfoOf(Gpx(kAllRecords));
+    const std::string line = FirstLineOf(Gpx(kAllRecords));
     EXPECT_THAT(line, StartsWith("t.gpx: "));
     for (const char* item : {"Hikes & walks", "k-1", "survey", "symbol 12", "t-g", "w-g", "21 waypoints",
                              "1 track,", "3 segments", "12.5 km", "44 geocaches", "2009-01-15T10:20:30Z"})
@@ -64,21 +82,21 @@ TEST(InfoTest, OneLineShowsEverythingInTheHead) {
 }
 
 TEST(InfoTest, OnlyWhatIsFoundIsShown) {
-    const std::string line = InfoOf(Gpx(Metadata("<t:layername>Hikes</t:layername>")));
+    const std::string line = FirstLineOf(Gpx(Metadata("<t:layername>Hikes</t:layername>")));
     EXPECT_THAT(line, HasSubstr("layer Hikes"));
     for (const char* item : {"key", "form", "GUID", "waypoint", "track", "segment", "geocache", "km"})
         EXPECT_THAT(line, Not(HasSubstr(item)));
-    EXPECT_THAT(InfoOf(Gpx("")), StartsWith("t.gpx: "));
+    EXPECT_THAT(FirstLineOf(Gpx("")), StartsWith("t.gpx: "));
 }
 
 TEST(InfoTest, AWholeNumberOfKilometresIsALengthToo) {
-    EXPECT_THAT(InfoOf(Gpx(Metadata("<t:trktotalkm>12</t:trktotalkm>"))), HasSubstr("12"));
-    EXPECT_THAT(InfoOf(Gpx(Metadata("<t:trktotalkm>12</t:trktotalkm>"))), HasSubstr(" km"));
+    EXPECT_THAT(FirstLineOf(Gpx(Metadata("<t:trktotalkm>12</t:trktotalkm>"))), HasSubstr("12"));
+    EXPECT_THAT(FirstLineOf(Gpx(Metadata("<t:trktotalkm>12</t:trktotalkm>"))), HasSubstr(" km"));
 }
 
 TEST(InfoTest, TextsAreShownOnOneLineWithoutTerminalControls) {
-    const std::string line = InfoOf(Gpx(Metadata("<t:layername>a\nb\tc</t:layername><t:form>\xC2\x9B"
-                                                 "31m</t:form>")));
+    const std::string line = FirstLineOf(Gpx(Metadata("<t:layername>a\nb\tc</t:layername><t:form>\xC2\x9B"
+                                                      "31m</t:form>")));
     EXPECT_THAT(line, Not(HasSubstr("\t")));
     EXPECT_THAT(line, Not(HasSubstr("\xC2\x9B")));
 }
@@ -86,7 +104,6 @@ TEST(InfoTest, TextsAreShownOnOneLineWithoutTerminalControls) {
 TEST(InfoTest, JsonHoldsEveryFieldOfAPresentRecordAndNoAbsentOne) {
     const std::vector<std::pair<std::string, std::string>> rows = {
         {"", ""},
-        {"<metadata><time>1970-01-01T00:00:00Z</time></metadata>", ""},
         {"<metadata><time>no time</time></metadata>", ""},
         {"<metadata>" + kTime + "</metadata>", "," + kTimeMember},
         {Metadata("<t:layername/>"),
@@ -103,8 +120,64 @@ TEST(InfoTest, JsonHoldsEveryFieldOfAPresentRecordAndNoAbsentOne) {
              R"("defaultSymbol":12},"annotateMetaData":{"trackGUID":"t-g","waypointGUID":"w-g"},)"
              R"("stats":{"wptcount":21,"trkcount":1,"trksegcount":3,"trktotalkm":12.5,"geocachecount":44})"},
     };
-    for (const auto& [elements, members] : rows)
-        EXPECT_EQ(InfoOf(Gpx(elements), {"--json"}), R"({"file":"t.gpx")" + members + "}\n") << elements;
+    for (const auto& [elements, members] : rows) {
+        const bool hasTime = elements.find(kTime) != std::string::npos;
+        EXPECT_EQ(InfoOf(Gpx(elements), {"--json"}), R"({"file":"t.gpx")" + members + "," +
+                                                         Head(hasTime ? kTimeMember + "," : "", "endOfFile") +
+                                                         "}\n")
+            << elements;
+    }
+}
+
+const std::string kWholeHead =
+    "<gpx version='1.0' creator='C &amp; c'><name>Walk\n1</name><desc>D</desc><author>A</author>"
+    "<email>e@x.example</email><time>1969-12-31T23:59:59.5Z</time>"
+    "<bounds minlat='47.5' minlon='-1' maxlat='48' maxlon='2.25'/><wpt lat='48' lon='2'/></gpx>";
+
+TEST(InfoTest, JsonHoldsTheHeadOfAForeignFile) {
+    EXPECT_EQ(
+        InfoOf(kWholeHead, {"--json"}),
+        R"({"file":"t.gpx","head":{"version":"1.0","creator":"C & c","name":"Walk\n1","description":"D",)"
+        R"("time":-500,"author":{"name":"A","email":"e@x.example"},"bounds":{"minLatitude":47.5,)"
+        R"("minLongitude":-1,"maxLatitude":48,"maxLongitude":2.25},"end":"object"}})"
+        "\n");
+    EXPECT_EQ(InfoOf("<gpx><time>1970-01-01T00:00:00Z</time></gpx>", {"--json"}),
+              R"({"file":"t.gpx","head":{"time":0,"end":"endOfFile"}})"
+              "\n");
+    EXPECT_EQ(InfoOf("<gpx><author/></gpx>", {"--json"}),
+              R"({"file":"t.gpx","head":{"author":{"name":"","email":""},"end":"endOfFile"}})"
+              "\n");
+    EXPECT_EQ(InfoOf("<html/>", {"--json"}), R"({"file":"t.gpx","head":{"rootName":"html","end":"notGpx"}})"
+                                             "\n");
+}
+
+TEST(InfoTest, LinesShowTheHeadOfAForeignFile) {
+    EXPECT_EQ(InfoOf(kWholeHead), "t.gpx: 1969-12-31T23:59:59Z\n"
+                                  "  Version      1.0\n"
+                                  "  Creator      C & c\n"
+                                  "  Name         Walk 1\n"
+                                  "  Description  D\n"
+                                  "  Author       A <e@x.example>\n"
+                                  "  Bounds       latitude 47.500000 to 48.000000\n"
+                                  "               longitude -1.000000 to 2.250000\n");
+    EXPECT_EQ(InfoOf("<gpx><author> A\n</author><name> </name></gpx>"),
+              "t.gpx: no vendor metadata and no time\n  Author       A\n");
+    EXPECT_EQ(InfoOf("<gpx><email>e@x</email><name/></gpx>"),
+              "t.gpx: no vendor metadata and no time\n  Author       <e@x>\n");
+    EXPECT_EQ(InfoOf("<html/>"),
+              "t.gpx: no vendor metadata and no time\n  Root         html, which is not GPX\n");
+}
+
+TEST(InfoTest, ATimeIsShownOnceUnlessTheHeadHasTwo) {
+    const std::string time = "<metadata>" + kTime + "</metadata>";
+    EXPECT_EQ(InfoOf(Gpx(time)), "t.gpx: 2009-01-15T10:20:30Z\n" + kVersionLine);
+    EXPECT_EQ(InfoOf(Gpx(time + "<extensions><time>2020-01-01T00:00:00Z</time></extensions>")),
+              "t.gpx: 2020-01-01T00:00:00Z\n" + kVersionLine + "  Time         2009-01-15T10:20:30Z\n");
+}
+
+TEST(InfoTest, ALineOfTheHeadIsAsWideAsAnOldTerminal) {
+    const std::string line = Lines(InfoOf("<gpx><name>" + std::string(200, 'x') + "</name></gpx>")).at(1);
+    EXPECT_EQ(line, "  Name         " + std::string(64, 'x') + "…");
 }
 
 TEST(InfoTest, JsonEscapesTexts) {
@@ -115,7 +188,7 @@ TEST(InfoTest, JsonEscapesTexts) {
     folder.Write(odd, Gpx(""));
     const Result result = RunTool({"info", "--json", odd}, folder.Path());
     EXPECT_EQ(Lines(result.out).size(), 1U);
-    EXPECT_EQ(json::parse(result.out), json({{"file", odd}}));
+    EXPECT_EQ(json::parse(result.out)["file"], odd);
 }
 
 TEST(InfoTest, TheRecordsAreThoseOfADump) {
@@ -132,30 +205,41 @@ TEST(InfoTest, OnlyTheHeadIsRead) {
         "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'><metadata>" + kTime + "</metadata>";
     for (const std::string rest :
          {"<wpt lat='x'></oops>", "<rte></wpt>", "<trk>", "<wpt lat='1' lon='2'/><<<>"})
-        EXPECT_EQ(InfoOf(head + rest, {"--json"}), R"({"file":"t.gpx",)" + kTimeMember + "}\n") << rest;
+        EXPECT_EQ(InfoOf(head + rest, {"--json"}), WithTimeAndObject("t.gpx")) << rest;
     // The parser reads ahead, and wrong bytes there would be an error in the head.
     EXPECT_EQ(InfoOf(head + "<wpt lat='1' lon='2'/>" + std::string(100000, ' ') + "\xFF\xFE", {"--json"}),
-              R"({"file":"t.gpx",)" + kTimeMember + "}\n");
+              WithTimeAndObject("t.gpx"));
     // The time of a point is not the document's.
     EXPECT_EQ(InfoOf(head + "<wpt lat='1' lon='2'><time>2020-01-01T00:00:00Z</time></wpt></gpx>", {"--json"}),
-              R"({"file":"t.gpx",)" + kTimeMember + "}\n");
+              WithTimeAndObject("t.gpx"));
 }
 
 TEST(InfoTest, WhatPrecedesAnErrorInTheHeadIsKept) {
     const std::string head =
         "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'><metadata>" + kTime;
-    EXPECT_EQ(InfoOf(head + "</oops>", {"--json"}), R"({"file":"t.gpx",)" + kTimeMember + "}\n");
-    EXPECT_EQ(InfoOf("no XML", {"--json"}), R"({"file":"t.gpx"})"
-                                            "\n");
-    EXPECT_EQ(InfoOf("", {"--json"}), R"({"file":"t.gpx"})"
-                                      "\n");
+    const json cutOff = json::parse(InfoOf(head + "</oops>", {"--json"}));
+    EXPECT_EQ(cutOff["time"], 1232014830000);
+    EXPECT_EQ(cutOff["head"]["time"], 1232014830000);
+    EXPECT_EQ(cutOff["head"]["end"], "illFormed");
+    const json error = {{"line", 1}, {"column", 107}, {"message", "expected end of tag 'metadata'"}};
+    EXPECT_EQ(cutOff["head"]["error"], error);
+    for (const char* document : {"no XML", ""})
+        EXPECT_EQ(InfoOf(document, {"--json"}),
+                  R"({"file":"t.gpx","head":{"end":"illFormed","error":{"line":1,"column":1,)"
+                  R"("message":"invalid document structure"}}})"
+                  "\n");
 }
 
 TEST(InfoTest, ALineReportsAHeadThatIsNotWellFormed) {
-    EXPECT_EQ(InfoOf("no XML"), "t.gpx: the head is not well-formed XML\n");
+    EXPECT_EQ(InfoOf("no XML"), "t.gpx: the head is not well-formed XML\n"
+                                "  Error        line 1, column 1\n"
+                                "               invalid document structure\n");
     EXPECT_EQ(InfoOf(Gpx("<metadata>" + kTime + "</metadata></oops>")),
-              "t.gpx: 2009-01-15T10:20:30Z, the head is not well-formed XML\n");
-    EXPECT_EQ(InfoOf(Gpx("<metadata>" + kTime + "</metadata><wpt></oops>")), "t.gpx: 2009-01-15T10:20:30Z\n");
+              "t.gpx: 2009-01-15T10:20:30Z, the head is not well-formed XML\n" + kVersionLine +
+                  "  Error        line 2, column 57\n"
+                  "               expected end of tag 'gpx'\n");
+    EXPECT_EQ(InfoOf(Gpx("<metadata>" + kTime + "</metadata><wpt></oops>")),
+              "t.gpx: 2009-01-15T10:20:30Z\n" + kVersionLine);
 }
 
 TEST(InfoTest, ALargeFileTakesNoMemoryForItsRest) {
@@ -166,8 +250,7 @@ TEST(InfoTest, ALargeFileTakesNoMemoryForItsRest) {
     std::filesystem::resize_file(folder.File("t.gpx"), kHuge, error);
     if (error)
         GTEST_SKIP() << "no sparse file of 1 TiB can be made here: " << error.message();
-    EXPECT_EQ(RunTool({"info", "--json", "t.gpx"}, folder.Path()).out,
-              R"({"file":"t.gpx",)" + kTimeMember + "}\n");
+    EXPECT_EQ(RunTool({"info", "--json", "t.gpx"}, folder.Path()).out, WithTimeAndObject("t.gpx"));
 }
 
 TEST(InfoTest, FilesThatCannotBeOpenedAreReportedInTheirOrderAndTheOthersAreRead) {
@@ -181,12 +264,13 @@ TEST(InfoTest, FilesThatCannotBeOpenedAreReportedInTheirOrderAndTheOthersAreRead
         for (const char* file : {"missing.gpx (No such", "folder.gpx (Is a"})
             EXPECT_TRUE(Failed(apart, file));
         EXPECT_EQ(Lines(apart.err).size(), 3U) << apart.err;
-        const std::string line = RunTool({"info", option, "a.gpx"}, folder.Path()).out;
-        EXPECT_EQ(apart.out, line + line);
+        const std::string lines = RunTool({"info", option, "a.gpx"}, folder.Path()).out;
+        EXPECT_EQ(apart.out, lines + lines);
         const Result merged = Tool(arguments).In(folder.Path()).MergeOutput().Run();
-        EXPECT_THAT(Lines(merged.out), ElementsAre(line.substr(0, line.size() - 1), HasSubstr("missing.gpx"),
-                                                   HasSubstr("folder.gpx"), line.substr(0, line.size() - 1),
-                                                   StartsWith("vexagpx: ")));
+        EXPECT_TRUE(merged.out.starts_with(lines + "vexagpx: ")) << merged.out;
+        const std::size_t second = merged.out.rfind(lines);
+        EXPECT_EQ(Lines(merged.out.substr(lines.size(), second - lines.size())).size(), 2U) << merged.out;
+        EXPECT_THAT(Lines(merged.out.substr(second + lines.size())), ElementsAre(StartsWith("vexagpx: ")));
     }
 }
 
@@ -195,14 +279,15 @@ TEST(InfoTest, OneFileAfterAnotherKeepsNothingOfTheFirst) {
     folder.Write("full.gpx", Gpx(kAllRecords));
     folder.Write("bare.gpx", Gpx(""));
     const Result result = RunTool({"info", "--json", "full.gpx", "bare.gpx"}, folder.Path());
-    EXPECT_THAT(Lines(result.out), ElementsAre(HasSubstr("Hikes"), R"({"file":"bare.gpx"})"));
+    EXPECT_THAT(Lines(result.out),
+                ElementsAre(HasSubstr("Hikes"), R"({"file":"bare.gpx",)" + Head("", "endOfFile") + "}"));
 }
 
 TEST(InfoTest, StandardInputAndANamedPipe) {
     const std::string document = Gpx("<metadata>" + kTime + "</metadata><wpt></oops>");
     const Folder temporary;
     const Result input = Tool({"info", "--json", "-"}).Stdin(document).Set("TMPDIR", temporary.Path()).Run();
-    EXPECT_EQ(input.out, R"({"file":"-",)" + kTimeMember + "}\n");
+    EXPECT_EQ(input.out, WithTimeAndObject("-"));
     EXPECT_EQ(input.status, 0);
     EXPECT_THAT(temporary.Names(), testing::IsEmpty());
     const Folder folder;
@@ -210,7 +295,7 @@ TEST(InfoTest, StandardInputAndANamedPipe) {
     std::thread writer([&] { folder.Write("pipe", document); });
     const Result pipe = RunTool({"info", "--json", "pipe"}, folder.Path());
     writer.join();
-    EXPECT_EQ(pipe.out, R"({"file":"pipe",)" + kTimeMember + "}\n");
+    EXPECT_EQ(pipe.out, WithTimeAndObject("pipe"));
     EXPECT_TRUE(Failed(Tool({"info", "-"}).CloseStdin().Run(), "standard input"));
 }
 
