@@ -14,16 +14,16 @@
 
 namespace vexaTransferLib {
 
-/// What the head of any GPX file says of it, by GpxTarvikExtParser::GetHead: GPX 1.0, GPX 1.1, another version or none, in
-/// a namespace of GPX (`http` or `https`) with any prefix, or in none. The head is all that precedes the first waypoint,
-/// route or track, wherever that element is.
+/// What the head of any GPX file says of it, by GpxTarvikExtParser::GetHead: GPX 1.0, GPX 1.1, another version or
+/// none, in a namespace of GPX (`http` or `https`) with any prefix, or in none. The head is all that precedes the
+/// first waypoint, route or track, wherever that element is.
 ///
-/// A plain value: copies are independent. What the file does not have, or has in no readable form, is absent. Texts are as
-/// they are in the file, with references replaced and all blanks; nothing but what is said here is checked.
+/// A plain value: copies are independent. What the file does not have, or has in no readable form, is absent. Texts
+/// are as they are in the file, with references replaced and all blanks; nothing but what is said here is checked.
 ///
-/// GPX 1.0 has the values below the root, GPX 1.1 in its `metadata`. Many programs confuse the two, so both places are
-/// read whatever the version is. When the head has a value more than once, the last readable one counts, as in a document
-/// that GpxParser has read.
+/// GPX 1.0 has the values below the root, GPX 1.1 in its `metadata`. Many programs confuse the two, so both places
+/// are read whatever the version is. When the head has a value more than once, the last readable one counts, as in a
+/// document that GpxParser has read.
 ///
 ///     GpxTarvikExtParser scanner;
 ///     scanner.SetUntrusted();
@@ -46,8 +46,9 @@ struct VEXATRANSFERLIB_API GpxHead {
         kFailed = 7   ///< another reason: memory ran out, or the host's source has thrown
     };
 
-    /// The area that the file claims to cover, in degrees WGS 84. Present when all four are finite numbers as XML Schema
-    /// writes them, with blanks around them or not. No range is checked, and a minimum may be above its maximum.
+    /// The area that the file claims to cover, in degrees WGS 84. Present when all four are finite numbers as XML
+    /// Schema writes them, with blanks around them or not. No range is checked, and a minimum may be above its
+    /// maximum.
     struct Bounds {
         double minLatitude = 0.0;  ///< `minlat`; south is negative
         double minLongitude = 0.0; ///< `minlon`; west is negative
@@ -75,10 +76,10 @@ struct VEXATRANSFERLIB_API GpxHead {
     std::optional<icu::UnicodeString> creator;     ///< of the root: the program that has written the file
     std::optional<icu::UnicodeString> name;        ///< the document's name
     std::optional<icu::UnicodeString> description; ///< `desc`
-    /// When the file was made, in milliseconds since 1970-01-01T00:00:00 UTC, with the fraction of a millisecond; 0 is a
-    /// time like any other. A time as XML Schema writes it, of the years 1 to 9999, with an offset from UTC or not (then it
-    /// is one of UTC). Unlike GpxTarvikExtParser::GetDocumentTime, which takes each `time` in the head, whatever contains
-    /// it, and does not tell the time 0 from none.
+    /// When the file was made, in milliseconds since 1970-01-01T00:00:00 UTC, with the fraction of a millisecond; 0
+    /// is a time like any other. A time as XML Schema writes it, of the years 1 to 9999, with an offset from UTC or
+    /// not (then it is one of UTC). Unlike GpxTarvikExtParser::GetDocumentTime, which takes each `time` in the head,
+    /// whatever contains it, and does not tell the time 0 from none.
     std::optional<double> time;
     std::optional<Author> author; ///< who has made the file
     std::optional<Bounds> bounds; ///< the area that the file claims to cover

@@ -104,7 +104,8 @@ void Feed(XmlInput& input, const std::optional<GpxInputLimits>& limits, xercesc:
     }
 }
 
-/// Keeps the first error. Without memory for its message the message stays empty, so that a scan ends in the same way.
+/// Keeps the first error. Without memory for its message the message stays empty, so that a scan ends in the same
+/// way.
 void NoteError(GpxHead& head, std::uint64_t line, std::uint64_t column, const XMLCh* message) {
     if (head.error)
         return;

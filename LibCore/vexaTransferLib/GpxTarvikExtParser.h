@@ -65,11 +65,12 @@ enum GpxScanEnd : std::uint32_t {
 /// number near 6e-323, and a count with one ("7.9") as -1717986918. "time" elements in a GPX namespace all
 /// count, the last one wins.
 ///
-/// **Where a scan stops.** At the first `wpt`, `rte` or `trk` element, in any case of letters, in the namespace of GPX
-/// 1.0 or 1.1. It does not stop at the end of `metadata`, because vendor elements may follow it. Elements in another
-/// namespace of GPX (`https`) or in none do not end it: such a file is read to its end, with the cost of its size, and
-/// vendor elements count wherever they are in it. GetHead is of what precedes the first waypoint, route or track in these
-/// files too, and SetUntrusted ends their scan at the limits of a head, which leaves the GpxHead complete.
+/// **Where a scan stops.** At the first `wpt`, `rte` or `trk` element, in any case of letters, in the namespace of
+/// GPX 1.0 or 1.1. It does not stop at the end of `metadata`, because vendor elements may follow it. Elements in
+/// another namespace of GPX (`https`) or in none do not end it: such a file is read to its end, with the cost of its
+/// size, and vendor elements count wherever they are in it. GetHead is of what precedes the first waypoint, route or
+/// track in these files too, and SetUntrusted ends their scan at the limits of a head, which keeps what precedes
+/// them.
 ///
 /// **A warning.** XML lets a file name other files and servers in entities, and they are read. SetUntrusted
 /// refuses that: use it wherever files may come from somebody else.
@@ -111,9 +112,9 @@ public:
     GpxScanEnd GetScanEnd() const;
     /// Milliseconds since 1970-01-01T00:00:00 UTC; 0 when the head has no time.
     double GetDocumentTime() const;
-    /// What the head says of the file, in GPX of any program: name, author, bounds, and how the head ended. Of the last
-    /// scan; empty before the first. Valid as long as the scanner, and changed by its next scan. It costs next to nothing
-    /// beside the scan: a copy of the texts in it, and some comparisons for each element of the head.
+    /// What the head says of the file, in GPX of any program: name, author, bounds, and how the head ended. Of the
+    /// last scan; empty before the first. Valid as long as the scanner, and changed by its next scan. It costs next
+    /// to nothing beside the scan: a copy of the texts in it, and some comparisons for each element of the head.
     const GpxHead& GetHead() const;
 
     /// \{

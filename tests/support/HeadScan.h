@@ -20,11 +20,11 @@ std::string FoundBy(const GpxTarvikExtParser& scanner);
 void ScanFile(GpxTarvikExtParser& scanner, const std::string& path);
 void ScanBytes(GpxTarvikExtParser& scanner, const std::string& bytes);
 
-/// Everything in a head that is there, and its end: "root gpx; version 1.1; creator C; name N; desc D; time 0; author A
-/// <E>; bounds 1 2 3 4; metadata; end object". Of an error only the place: "error 1:2".
+/// Everything in a head that is there, and its end: "root gpx; version 1.1; creator C; name N; desc D; time 0; author
+/// A <E>; bounds 1 2 3 4; metadata; end object". Of an error only the place: "error 1:2".
 std::string Shown(const GpxHead& head);
-/// The head that scanners find in these bytes, shown; fails the test when a trusted and an untrusted scan of the bytes, and
-/// a scan of a file with them, do not find the same.
+/// The head that scanners find in these bytes, shown; fails the test when a trusted and an untrusted scan of the
+/// bytes, and a scan of a file with them, do not find the same.
 std::string HeadOf(const std::string& bytes);
 
 /// The results that new scanners find in a file with these bytes; fails the test when a scan of the bytes in

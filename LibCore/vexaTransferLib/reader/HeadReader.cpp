@@ -118,8 +118,8 @@ bool Equals(std::u16string_view text, const text::ElementName& name) {
     return text == static_cast<const char16_t*>(name);
 }
 
-// A namespace may be of any length and counts for each of its elements: what is longer than those of GPX that are known in
-// advance need not be looked at, because the others are known by what they begin with.
+// A namespace may be of any length and counts for each of its elements: what is longer than those of GPX that are
+// known in advance need not be looked at, because the others are known by what they begin with.
 bool IsGpx(const char16_t* uri) {
     char start[std::size(text::kGpx11Namespace) + 2];
     const icu::UnicodeString alias = text::AliasOfStart(uri, std::size(start));

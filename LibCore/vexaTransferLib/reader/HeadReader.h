@@ -18,8 +18,8 @@ namespace vexaTransferLib::reader {
 
 struct HeadElement;
 
-/// Fills a GpxHead from the events of an XML parser, up to the first waypoint, route or track. Keeps no text but that of
-/// one value of the head at a time.
+/// Fills a GpxHead from the events of an XML parser, up to the first waypoint, route or track. Keeps no text but that
+/// of one value of the head at a time.
 class HeadReader {
 public:
     /// Forgets the head of an earlier file.
