@@ -85,7 +85,7 @@ std::string Shown(const GpxHead& head) {
 std::string HeadOf(const std::string& bytes) {
     GpxTarvikExtParser scanner;
     ScanBytes(scanner, bytes);
-    const std::string shown = Shown(scanner.GetHead());
+    std::string shown = Shown(scanner.GetHead());
     const GpxFile file(bytes);
     ScanFile(scanner, file.NarrowPath());
     EXPECT_EQ(Shown(scanner.GetHead()), shown) << "file and memory differ: " << bytes.substr(0, 2000);

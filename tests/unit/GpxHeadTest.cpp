@@ -16,6 +16,8 @@
 
 #include <xercesc/internal/VecAttributesImpl.hpp>
 
+#include <initializer_list>
+#include <numeric>
 #include <string>
 
 namespace vexaTransferLib {
@@ -44,6 +46,15 @@ const std::string kValuesFound =
 
 std::string Metadata(const std::string& children) {
     return "<metadata>" + children + "</metadata>";
+}
+
+/// A document with this start tag of its root `gpx`, which has no prefix.
+std::string Document(const std::string& attributes, const std::string& children) {
+    return "<gpx " + attributes + ">" + children + "</gpx>";
+}
+
+std::string Joined(std::initializer_list<std::string> parts) {
+    return std::accumulate(parts.begin(), parts.end(), std::string());
 }
 
 /// What is found among the children of `metadata`, without what all these heads have.
@@ -76,10 +87,9 @@ TEST(GpxHeadTest, EveryVersionAndNamespaceIsKnown) {
         {"", ""},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(HeadOf("<gpx " + row.text + ">" + Metadata(kValues11) + kPoint + "</gpx>"),
-                  "root gpx" + row.found + found11)
+        EXPECT_EQ(HeadOf(Document(row.text, Metadata(kValues11) + kPoint)), "root gpx" + row.found + found11)
             << row.text;
-        EXPECT_EQ(HeadOf("<gpx " + row.text + ">" + kValues10 + kPoint + "</gpx>"),
+        EXPECT_EQ(HeadOf(Document(row.text, kValues10 + kPoint)),
                   "root gpx" + row.found + kValuesFound + "; end object")
             << row.text;
     }
@@ -206,25 +216,42 @@ TEST(GpxHeadTest, BoundsAreFourNumbers) {
 
 TEST(GpxHeadTest, TheFirstObjectEndsTheHead) {
     const std::string after = "<name>after</name><metadata><desc>after</desc></metadata>";
-    for (const std::string object : {"wpt", "rte", "trk"}) {
-        const std::string element = "<" + object + ">" + after + "</" + object + ">" + after;
-        for (const std::string root :
-             {"<gpx>", "<gpx xmlns='http://www.topografix.com/GPX/1/0'>",
-              "<gpx xmlns='https://www.topografix.com/GPX/1/1'>",
-              "<g:gpx xmlns='http://www.topografix.com/GPX/1/3' xmlns:g='urn:other'>"}) {
-            const std::string end = root.starts_with("<g:") ? "</g:gpx>" : "</gpx>";
-            EXPECT_EQ(HeadOf(root + "<name>N</name>" + element + end), "root gpx; name N; end object")
-                << root << object;
-            EXPECT_EQ(HeadOf(root + "<name>N</name><extensions>" + element + "</extensions>" + after + end),
-                      "root gpx; name N; end object")
-                << root << object;
+    const std::string found = "root gpx; name N; end object";
+    for (const std::string object : {"<wpt/>", "<rte><name>R</name></rte>", "<trk></trk>"}) {
+        const std::string direct = Joined({"<name>N</name>", object, after});
+        const std::string within =
+            Joined({"<name>N</name><extensions>", object, after, "</extensions>", after});
+        for (const char* attributes : {"", "xmlns='http://www.topografix.com/GPX/1/0'",
+                                       "xmlns='https://www.topografix.com/GPX/1/1'"}) {
+            EXPECT_EQ(HeadOf(Document(attributes, direct)), found) << attributes << object;
+            EXPECT_EQ(HeadOf(Document(attributes, within)), found) << attributes << object;
         }
-        EXPECT_EQ(HeadOf("<gpx xmlns:o='urn:other'><o:" + object + "/><name>N</name></gpx>"),
-                  "root gpx; name N; end end of file");
     }
+    EXPECT_EQ(
+        HeadOf("<o:gpx xmlns='http://www.topografix.com/GPX/1/3' xmlns:o='urn:other'><name>N</name><trk/>" +
+               after + "</o:gpx>"),
+        found);
     EXPECT_EQ(HeadOf(Gpx11("<WPT/>" + after)), "root gpx; version 1.1; creator test; end object")
         << "it ends the scan too";
-    EXPECT_EQ(HeadOf("<gpx><WPT/><name>N</name></gpx>"), "root gpx; name N; end end of file");
+}
+
+TEST(GpxHeadTest, OtherElementsDoNotEndTheHead) {
+    for (const char* element :
+         {"<o:wpt/>", "<o:rte/>", "<o:trk/>", "<WPT/>", "<rtept/>", "<trkseg/>", "<extensions/>"})
+        EXPECT_EQ(HeadOf(Document("xmlns:o='urn:other'", element + std::string("<name>N</name>"))),
+                  "root gpx; name N; end end of file")
+            << element;
+}
+
+TEST(GpxHeadTest, OfAFileOfAnySizeOnlyTheHeadIsRead) {
+    for (const std::size_t points : {std::size_t{1000}, std::size_t{1000000000}}) {
+        const GeneratedSource source("<gpx xmlns='http://www.topografix.com/GPX/1/1'>" + Metadata(kValues11),
+                                     kPoint, points, "</gpx>");
+        GpxTarvikExtParser scanner;
+        scanner.ParseSource(source);
+        EXPECT_EQ(Shown(scanner.GetHead()), "root gpx" + kValuesFound + "; metadata; end object");
+        EXPECT_LE(source.BytesRead(), 50000U);
+    }
 }
 
 TEST(GpxHeadTest, TheScanReadsOnAfterAnObjectThatIsInNoNamespace) {
