@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxStandardWriter.h>
 
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/standard/AtomicFile.h>
 #include <vexaTransferLib/standard/PieceOutput.h>
 #include <vexaTransferLib/standard/StandardWriters.h>
@@ -34,6 +35,9 @@ void GpxStandardWriter::Write(const GpxDocument& document,
 
 std::string GpxStandardWriter::GetText(const GpxDocument& document) const {
     std::string text;
+    // Most documents are about as long as their source.
+    if (const SourceText* const source = GpxModelAccess::GetSource(document.GetElement()))
+        text.reserve(source->Text().size());
     Write(document, [&](std::string_view piece) { text.append(piece); });
     return text;
 }

@@ -6,9 +6,13 @@
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/ValueText.h>
 
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace vexaTransferLib::standard {
 
@@ -25,6 +29,9 @@ constexpr std::array<std::string_view, 20> kTrackPoint10 = {
 // The values that the model has no member for, or the fast comparison knows.
 constexpr std::array<std::string_view, 10> kNotInModel = {
     "ele", "time", "course", "speed", "sat", "hdop", "vdop", "pdop", "ageofdgpsdata", "dgpsid"};
+
+// In the order of PointForm::texts.
+constexpr std::array<std::string_view, 6> kTexts = {"name", "cmt", "desc", "src", "sym", "type"};
 
 bool IsIn(std::span<const std::string_view> names, std::string_view name) {
     return std::find(names.begin(), names.end(), name) != names.end();
@@ -80,10 +87,8 @@ private:
     }
     const char* ReadValue(const ScannedChild& child) {
         const bool isElevation = child.name == gpx::kEle;
-        if (!isElevation && child.name != gpx::kTime) {
-            form_.hasOtherValues = form_.hasOtherValues || !IsIn(kNotInModel, child.name);
-            return nullptr;
-        }
+        if (!isElevation && child.name != gpx::kTime)
+            return ReadText(child);
         const ScannedLeaf leaf = ScanLeaf(child.tag, child.begin);
         const std::string_view text = text::Trimmed(leaf.text);
         if (!leaf.isSimple)
@@ -92,6 +97,18 @@ private:
             form_.elevation = NumberIn(text);
         else
             form_.time = TimeIn(text);
+        return leaf.end;
+    }
+
+    const char* ReadText(const ScannedChild& child) {
+        const auto found = std::find(kTexts.begin(), kTexts.end(), child.name);
+        if (found == kTexts.end()) {
+            form_.hasOtherValues = form_.hasOtherValues || !IsIn(kNotInModel, child.name);
+            return nullptr;
+        }
+        const ScannedLeaf leaf = ScanLeaf(child.tag, child.begin);
+        form_.texts[static_cast<std::size_t>(found - kTexts.begin())] = leaf.text;
+        form_.hasOtherValues = form_.hasOtherValues || !leaf.isSimple;
         return leaf.end;
     }
 
@@ -111,6 +128,37 @@ bool IsEqual(const std::optional<double>& number, const double* value) {
 
 } // namespace
 
+// Compares without a copy.
+bool PointForm::HasText(std::size_t index, const icu::UnicodeString& text) const {
+    const std::string_view bytes = texts[index];
+    const auto size = static_cast<std::int32_t>(bytes.size());
+    if (text.length() > size || (text.isEmpty() && size != 0))
+        return false;
+    const char16_t* const units = text.getBuffer();
+    std::int32_t unit = 0;
+    for (std::int32_t i = 0; i < size;) {
+        char32_t read = 0;
+        char32_t wanted = 0;
+        U8_NEXT_UNSAFE(bytes.data(), i, read);
+        if (unit == text.length())
+            return false;
+        U16_NEXT(units, unit, text.length(), wanted);
+        if (read != wanted)
+            return false;
+    }
+    return unit == text.length();
+}
+
+bool PointForm::HasTexts(const GpxModelAccess::RareData* rare) const {
+    if (rare == nullptr)
+        return std::all_of(texts.begin(), texts.end(), [](std::string_view text) { return text.empty(); });
+    const bool hasOthers = rare->magneticVariation || rare->geoidHeight || rare->url || rare->geocache ||
+                           !rare->formAttributes.empty() || rare->symbolNumber != 0 || !rare->guid.isEmpty();
+    return !hasOthers && HasText(0, rare->name) && HasText(1, rare->comment) &&
+           HasText(2, rare->description) && HasText(3, rare->source) && HasText(4, rare->symbol) &&
+           HasText(5, rare->type);
+}
+
 std::span<const std::string_view> FieldsOf(GpxPointType type, bool is10) {
     if (is10 && type == kGpxTrackPoint)
         return kTrackPoint10;
@@ -119,7 +167,7 @@ std::span<const std::string_view> FieldsOf(GpxPointType type, bool is10) {
 
 bool PointForm::IsSimple(const GpxPoint& point) const {
     using Access = GpxModelAccess;
-    if (hasOtherValues || Access::GetRareData(point) != nullptr || Access::GetRawFix(point) != 0 ||
+    if (hasOtherValues || !HasTexts(Access::GetRareData(point)) || Access::GetRawFix(point) != 0 ||
         Access::GetRawRoutePointType(point) != 0)
         return false;
     const double longitudeRead = longitude.value_or(0.0);

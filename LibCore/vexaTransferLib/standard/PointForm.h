@@ -7,8 +7,13 @@
 
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/model/ChildScan.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/standard/StandardWriters.h>
 
+#include <unicode/unistr.h>
+
+#include <array>
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -28,9 +33,15 @@ struct PointForm {
     std::optional<double> longitude;
     std::optional<double> elevation;
     std::optional<double> time;
+    /// Name, cmt, desc, src, sym and type as they stand: each is one text without references.
+    std::array<std::string_view, 6> texts;
 
     /// True when the model has exactly these values.
     bool IsSimple(const GpxPoint& point) const;
+
+private:
+    bool HasText(std::size_t index, const icu::UnicodeString& text) const;
+    bool HasTexts(const GpxModelAccess::RareData* rare) const;
 };
 
 PointForm ExamineForm(NamespaceCursor& names, const SourceText& source, const char* begin, GpxPointType type,
