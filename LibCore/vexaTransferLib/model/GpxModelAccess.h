@@ -141,16 +141,16 @@ public:
     /// \{
     /// Of links, routes, tracks and documents that are read completely.
     template <class Object>
-    static void SetElement(Object& object, GpxElement element) {
-        object.element_ = std::move(element);
+    static void SetElement(Object& object, const GpxElement& element) {
+        object.element_ = element;
     }
     template <class Object>
-    static void AddUnread(Object& object, GpxElement element) {
-        object.unread_.push_back(std::move(element));
+    static void AddUnread(Object& object, const GpxElement& element) {
+        object.unread_.push_back(element);
     }
     template <class Object>
-    static void AddField(Object& object, GpxElement element) {
-        object.fields_.push_back(std::move(element));
+    static void AddField(Object& object, const GpxElement& element) {
+        object.fields_.push_back(element);
     }
     template <class Object>
     static const std::vector<GpxElement>& GetFields(const Object& object) {

@@ -164,7 +164,7 @@ void AppendDigits(std::string& out, std::int64_t number, std::size_t digits) {
 
 // "2009-01-15T10:20:30"
 std::string WholeSeconds(std::int64_t seconds) {
-    constexpr std::int64_t kDay = 24 * 60 * 60;
+    constexpr std::int64_t kDay = 86400;
     const std::int64_t days = (seconds >= 0 ? seconds : seconds - (kDay - 1)) / kDay;
     const std::int64_t clock = seconds - days * kDay;
     const CivilDate date = CivilFromDays(days);
@@ -267,7 +267,7 @@ std::string SchemaTime(double millis) {
     for (int digits = 3;; ++digits) {
         // Rounded up, the fraction would be a second; cut off, it is the nearest that stays one.
         const FixedText text(fraction, digits);
-        const std::string time = whole + std::string(text.View().substr(1)) + 'Z';
+        std::string time = whole + std::string(text.View().substr(1)) + 'Z';
         if (digits == kMostDigits || (text.View().front() == '0' && ReadSchemaTime(time) == millis))
             return time;
     }
