@@ -27,7 +27,7 @@ struct GpxParserMessage {
     std::string file;         ///< which file it is about, as Xerces names it: an external entity's, perhaps
 };
 
-/// Why something of a file is not in the document.
+/// Why something of a file is not in the document, or not as the file has it.
 enum GpxSkipReason : std::uint32_t {
     kGpxForeignNamespace = 1, ///< an element that is in no namespace where its parent is read from
     kGpxUnknownElement = 2,   ///< an element that the library does not keep
@@ -37,10 +37,18 @@ enum GpxSkipReason : std::uint32_t {
     kGpxRefused = 6,    ///< reading it failed; the message is the error's
     kGpxIncomplete = 7, ///< lacks what it needs: a log without a date, a `urlname` without its `url` ...
     kGpxReplaced = 8,   ///< another element was kept in its place: the second link, a `desc` for a `cmt` ...
+    kGpxUnreadAttribute = 9, ///< an attribute that the library does not keep: the `id` of a geocache ...
+    kGpxRounded =
+        10, ///< digits that are not written again: the tenth decimal of a latitude, a fraction of a second
+    kGpxCleaned = 11,  ///< the text of a geocache, which the text cleaner has changed
+    kGpxInvented = 12, ///< the file does not have it: the name of the document, taken from that of the file
+    kGpxChanged =
+        13, ///< the document has another value or place for it: a log's id that is too large, a `cmt` ...
     kGpxTolerated = 14  ///< read completely although it is not as it should be; nothing is lost
 };
 
-/// One thing that the reader has skipped. What is below a skipped element is not reported again.
+/// One thing that the reader has skipped or changed. What is below a skipped element, and its attributes, are not
+/// reported again.
 struct GpxSkippedElement {
     std::string element; ///< local names from the root, UTF-8: "gpx/trk/trkseg/trkpt/ele"
     /// \{
@@ -49,9 +57,11 @@ struct GpxSkippedElement {
     std::uint64_t line = 0;
     std::uint64_t column = 0;
     /// \}
-    GpxSkipReason reason = kGpxUnknownElement; ///< why it is not in the document
+    GpxSkipReason reason = kGpxUnknownElement; ///< why it is not in the document, or not as it was
     std::string message;                       ///< for a person, in English, UTF-8
-    bool isLoss = false; ///< a document has a place for such content: data of this library's kind was lost
+    bool isLoss =
+        false; ///< data of this library's kind was lost: of GPX, of geocaches or of the vendor's extension
+    std::string attribute; ///< its name with its prefix, UTF-8: "id"; empty when the whole element is meant
 };
 
 /// Receives reports while a GpxParser reads; see GpxParser::SetObserver.
@@ -101,8 +111,12 @@ public:
     /// Called roughly in the order of the file: an element that another one replaces is reported when that other
     /// one is read. Some calls may already have been made for a file that then fails to be read.
     ///
-    /// Not reported: attributes that nothing reads, comments, processing instructions, and text between the children
-    /// of an element that has children.
+    /// An element that is kept, but not as it was, is reported too: with its attributes that nothing reads, with
+    /// digits, times and texts that are written otherwise than they were read.
+    ///
+    /// Not reported: namespace declarations, attributes for XML schemas (`xsi:schemaLocation`) and empty ones, the zone
+    /// of a time, blanks around a number, comments, processing instructions, and text between the children of an
+    /// element that has children.
     virtual void Skipped(const GpxSkippedElement& what);
 };
 

@@ -42,9 +42,16 @@ bool ReadTextInto(const Element<Owner>& element) {
     return ReadInto<target, icu::UnicodeString>(element, ReadText);
 }
 
-template <auto target, class Owner>
+/// Gives a number to a setter.
+/// \tparam decimals how many are written
+template <auto setter, int decimals, class Owner>
 bool ReadDoubleInto(const Element<Owner>& element) {
-    return ReadInto<target, double>(element, ReadDouble);
+    Number number;
+    if (!ReadDouble(element.context, element.node, number))
+        return false;
+    (element.owner.*setter)(number.value);
+    ReportLostDigits(element.context.reporter, element.node, nullptr, number, number.value, decimals);
+    return true;
 }
 
 template <auto target, class Owner>
@@ -68,6 +75,16 @@ bool ReadDescription(const Element<Owner>& element) {
         return false;
     }
     return ReadTextInto<&Owner::SetDescription>(element);
+}
+
+/// A comment becomes the description and replaces one that comes from `desc`, in whatever order they come.
+template <class Owner>
+bool ReadComment(const Element<Owner>& element) {
+    if (!ReadTextInto<&Owner::SetDescription>(element))
+        return false;
+    element.context.reporter.Report(element.node, kGpxChanged, "The comment is kept as the description.",
+                                    false);
+    return true;
 }
 
 /// A later `link` replaces an earlier one.

@@ -8,6 +8,7 @@
 #include <vexaTransferLib/reader/PointReader.h>
 #include <vexaTransferLib/reader/RouteReader.h>
 #include <vexaTransferLib/reader/TrackReader.h>
+#include <vexaTransferLib/reader/UnreadAttributes.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/CheckSites.h>
@@ -36,6 +37,9 @@ bool ReadDocumentTime(const DocumentElement& element) {
     if (!ReadTime(element.context, element.node, time))
         return false;
     GpxModelAccess::SetTime(element.owner, time);
+    if (time <= 0.0)
+        ReportTimeAsNone(element.context.reporter, element.node, nullptr,
+                         "A document with this time counts as one without a time.");
     return true;
 }
 
@@ -68,9 +72,12 @@ bool ReadWaypoint(const DocumentElement& element) {
 
 // GPX 1.0 has name and time below the root, GPX 1.1 in its metadata; both places are read in both versions.
 constexpr ElementReader<GpxDocument> kRootReaders[] = {
-    {gpx::kWpt, nullptr, ReadWaypoint}, {gpx::kRte, nullptr, nullptr},
-    {gpx::kTrk, nullptr, nullptr},      {gpx::kMetadata, nullptr, ReadMetadata},
-    {gpx::kName, gpx::kName, ReadName}, {gpx::kTime, gpx::kTime, ReadDocumentTime},
+    {gpx::kWpt, nullptr, ReadWaypoint, Versions::kAll, Attributes::kOfReader},
+    {gpx::kRte, nullptr, nullptr},
+    {gpx::kTrk, nullptr, nullptr},
+    {gpx::kMetadata, nullptr, ReadMetadata},
+    {gpx::kName, gpx::kName, ReadName},
+    {gpx::kTime, gpx::kTime, ReadDocumentTime},
 };
 constexpr ElementTable<GpxDocument> kRootElements = {Namespace::kGpx, kRootReaders};
 
@@ -88,8 +95,12 @@ Rank RankOf(const NodeView& child) {
 
 class RootReader final : public ChildReader {
 public:
-    RootReader(ReadContext& context, const GpxVersion& version, GpxDocument& document)
-        : context_(context), version_(version), document_(document) {}
+    RootReader(ReadContext& context, const GpxVersion& version, const NodeView& root, GpxDocument& document)
+        : context_(context), version_(version), document_(document) {
+        if (context.reporter.IsWanted())
+            ifNameless_ = SkipReporter::Describe(
+                root, kGpxInvented, "The document's name is not from the file, which has none.", false);
+    }
 
     bool IsolatesFailures() const override { return false; }
     const char* MissingChildMessage() const override { return "Unable to read a GPX child node."; }
@@ -109,7 +120,11 @@ public:
         ReadOwnElement(kRootElements, {context_, &version_, child, document_, sources_});
     }
 
-    void Finish() override {}
+    void Finish() override {
+        if (context_.reporter.IsWanted() && !sources_.Contains(gpx::kName) &&
+            !GpxModelAccess::GetName(document_).isEmpty())
+            context_.reporter.Notify(ifNameless_);
+    }
 
 private:
     bool IsInOrder(const NodeView& child) {
@@ -130,8 +145,14 @@ private:
     const GpxVersion version_;
     GpxDocument& document_;
     Rank lastRank_ = kWaypoints;
+    /// For the end of the root, when its node is gone. Empty when there is no observer.
+    GpxSkippedElement ifNameless_;
     FieldSources sources_{context_.reporter, FieldSources::Lifetime::kShort};
 };
+
+constexpr const char16_t* kRootAttributes[] = {gpx::kVersion};
+// Every program that writes a file has its own in this place.
+constexpr char16_t kCreator[] = u"creator";
 
 } // namespace
 
@@ -142,7 +163,8 @@ std::unique_ptr<ChildReader> EnterDocument(ReadContext& context, const NodeView&
                  "Unable to read the GPX version.");
     const GpxVersion version(versionText);
     text::Ensure(root.HasChildList(), text::sites::kGpxChildren, "Unable to read the GPX file nodes.");
-    return std::make_unique<RootReader>(context, version, document);
+    ReportUnreadAttributes(context.reporter, root, kRootAttributes, kCreator);
+    return std::make_unique<RootReader>(context, version, root, document);
 }
 
 void RequireGpxRoot(const NodeView& root) {

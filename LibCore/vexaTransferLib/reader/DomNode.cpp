@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/text/IcuText.h>
 
+#include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 
 #include <algorithm>
@@ -88,6 +89,18 @@ public:
         }
         text::ThrowIfBogus(out);
         return true;
+    }
+
+    void OtherAttributes(const void* node, AttributeNames names,
+                         std::vector<AttributeView>& out) const override {
+        const xercesc::DOMNamedNodeMap* const attributes = AsDom(node).getAttributes();
+        const XMLSize_t count = attributes != nullptr ? attributes->getLength() : 0;
+        for (XMLSize_t i = 0; i < count; ++i) {
+            const auto& attribute = static_cast<const xercesc::DOMAttr&>(*attributes->item(i));
+            if (attribute.getSpecified() && !Contains(names, attribute.getName()))
+                out.push_back(
+                    {attribute.getName(), attribute.getNamespaceURI(), *attribute.getValue() == u'\0'});
+        }
     }
 
     bool HasChildList(const void*) const override { return true; }

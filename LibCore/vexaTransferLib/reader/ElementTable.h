@@ -10,6 +10,7 @@
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
+#include <vexaTransferLib/reader/UnreadAttributes.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
@@ -35,6 +36,12 @@ struct Element {
 /// The versions of GPX that have an element.
 enum class Versions { kAll, kOnly10, kOnly11 };
 
+/// Who reports the attributes of an element that nothing reads.
+enum class Attributes {
+    kNone,    ///< the dispatcher: none of them is read
+    kOfReader ///< the element's reader, which reads some
+};
+
 /// The entry of one element in a table.
 template <class Owner>
 struct ElementReader {
@@ -44,6 +51,7 @@ struct ElementReader {
     /// True when the owner has the element's value now. Null for an element whose children are read one by one.
     bool (*read)(const Element<Owner>&);
     Versions versions = Versions::kAll;
+    Attributes attributes = Attributes::kNone;
 };
 
 /// The namespace of the elements in a table.
@@ -96,6 +104,19 @@ void SkipForeign(const ElementTable<Owner>& table, ReadContext& context, const G
         context.reporter.SkipUnknown(node);
 }
 
+/// Calls the reader of the element. Reports the attributes of an element that is not skipped.
+template <class Owner>
+bool ReadByEntry(const ElementReader<Owner>& reader, const Element<Owner>& element) {
+    SkipReporter& reporter = element.context.reporter;
+    if (!reporter.IsWanted())
+        return reader.read(element);
+    reporter.StartElement();
+    const bool isRead = reader.read(element);
+    if (reader.attributes == Attributes::kNone && (isRead || !reporter.HasSkipped(element.node)))
+        ReportUnreadAttributes(reporter, element.node);
+    return isRead;
+}
+
 /// Reads an element that is in the namespace of the table, or reports that it is skipped. True when the owner has its
 /// value now.
 template <class Owner>
@@ -109,11 +130,10 @@ bool ReadOwnElement(const ElementTable<Owner>& table, const Element<Owner>& elem
         element.context.reporter.SkipOtherVersion(element.node, *element.version);
         return false;
     }
-    if (!reader->read(element))
-        return false;
-    if (reader->field != nullptr)
+    const bool isRead = ReadByEntry(*reader, element);
+    if (isRead && reader->field != nullptr)
         element.sources.Set(reader->field, element.node);
-    return true;
+    return isRead;
 }
 
 /// The same for an element in any namespace.

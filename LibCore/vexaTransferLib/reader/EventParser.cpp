@@ -58,7 +58,8 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
     if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(), place)) {
         for (XMLSize_t i = 0; i < attributeCount; ++i) {
             const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
-            walk_.AddAttribute(attribute.getQName(), attribute.getValue());
+            walk_.AddAttribute(attribute.getQName(), attribute.getValue(),
+                               NamespaceUri(attribute.getURIId()));
         }
         walk_.BeginContent();
     }

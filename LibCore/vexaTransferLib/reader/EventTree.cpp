@@ -34,10 +34,11 @@ void EventTree::FinishText() {
     growing_ = nullptr;
 }
 
-void EventTree::AddAttribute(const char16_t* qualifiedName, const char16_t* value) {
+void EventTree::AddAttribute(const char16_t* qualifiedName, const char16_t* value,
+                             const char16_t* namespaceUri) {
     const char16_t* const name = Copy(qualifiedName);
     void* const bytes = arena_.Allocate(sizeof(AttributeNode), alignof(AttributeNode));
-    open_->attributes = new (bytes) AttributeNode{open_->attributes, name, Copy(value), {}};
+    open_->attributes = new (bytes) AttributeNode{open_->attributes, name, namespaceUri, Copy(value), {}};
 }
 
 void EventTree::AddText(std::u16string_view text) {
@@ -147,6 +148,18 @@ std::string EventTree::Path(const void* node) const {
         names.push_back(current->localName);
     std::reverse(names.begin() + static_cast<std::ptrdiff_t>(outerNames_.size()), names.end());
     return PathOf(names);
+}
+
+void EventTree::OtherAttributes(const void* node, AttributeNames names,
+                                std::vector<AttributeView>& out) const {
+    for (const AttributeNode* attribute = AsNode(node).attributes; attribute != nullptr;
+         attribute = attribute->next) {
+        if (Contains(names, attribute->qualifiedName))
+            continue;
+        const bool isEmpty = attribute->value != nullptr ? *attribute->value == u'\0'
+                                                         : attribute->raw.begin == attribute->raw.end;
+        out.push_back({attribute->qualifiedName, attribute->namespaceUri, isEmpty});
+    }
 }
 
 SourceLocation EventTree::Location(const void* node) const {

@@ -48,7 +48,7 @@ public:
     bool IsEmpty() const { return depth_ == 0; }
 
     // Building. The first element is the root; each other element becomes a child of the one that is open.
-    // Namespaces, names of elements, and names of attributes with raw values must outlive the tree; other texts are
+    // Namespaces, also of attributes, names of elements, and names of attributes with raw values must outlive the tree; other texts are
     // copied.
 
     void StartElement(const char16_t* namespaceUri, const char16_t* localName, const TagPlace& place) {
@@ -62,10 +62,13 @@ public:
         next_ = &node.firstChild;
         ++depth_;
     }
-    void AddAttribute(const char16_t* qualifiedName, const char16_t* value);
-    void AddAttribute(const char16_t* qualifiedName, const RawText& value) {
+    void AddAttribute(const char16_t* qualifiedName, const char16_t* value,
+                      const char16_t* namespaceUri = nullptr);
+    void AddAttribute(const char16_t* qualifiedName, const RawText& value,
+                      const char16_t* namespaceUri = nullptr) {
         void* const bytes = arena_.Allocate(sizeof(AttributeNode), alignof(AttributeNode));
-        open_->attributes = new (bytes) AttributeNode{open_->attributes, qualifiedName, nullptr, value};
+        open_->attributes =
+            new (bytes) AttributeNode{open_->attributes, qualifiedName, namespaceUri, nullptr, value};
     }
     void AddText(std::u16string_view text);
     /// A raw text is complete: the next one is not adjacent to it.
@@ -96,6 +99,8 @@ public:
     bool TextContent(const void* node, icu::UnicodeString& out) const override;
     std::string Path(const void* node) const override;
     SourceLocation Location(const void* node) const override;
+    void OtherAttributes(const void* node, AttributeNames names,
+                         std::vector<AttributeView>& out) const override;
 
 private:
     using Kind = OwnNode::Kind;
@@ -103,6 +108,7 @@ private:
     struct AttributeNode {
         AttributeNode* next;
         const char16_t* qualifiedName;
+        const char16_t* namespaceUri;
         /// Null until a raw value has been decoded.
         mutable const char16_t* value;
         RawText raw;

@@ -49,8 +49,8 @@ public:
     }
     /// \param value zero-terminated, or a RawText
     template <class Value>
-    void AddAttribute(const char16_t* qualifiedName, const Value& value) {
-        tree_.AddAttribute(qualifiedName, value);
+    void AddAttribute(const char16_t* qualifiedName, const Value& value, const char16_t* namespaceUri) {
+        tree_.AddAttribute(qualifiedName, value, namespaceUri);
     }
     void BeginContent();
     void EndElement();

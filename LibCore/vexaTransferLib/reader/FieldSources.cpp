@@ -41,10 +41,14 @@ GpxSkippedElement FieldSources::AsReplaced(const Source& source) {
     return source.element.IsNull() ? source.details->description : reader::AsReplaced(source.element);
 }
 
-FieldSources::Source* FieldSources::Find(const char16_t* field) {
+const FieldSources::Source* FieldSources::Find(const char16_t* field) const {
     const auto found = std::find_if(sources_.begin(), sources_.end(),
                                     [&](const Source& source) { return Equals(source.field, field); });
     return found != sources_.end() ? &*found : nullptr;
+}
+
+FieldSources::Source* FieldSources::Find(const char16_t* field) {
+    return const_cast<Source*>(std::as_const(*this).Find(field));
 }
 
 FieldSources::Source FieldSources::Describe(const char16_t* field, const NodeView& element) {

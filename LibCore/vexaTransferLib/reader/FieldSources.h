@@ -32,6 +32,8 @@ public:
     }
     /// Records that the field no longer has a value, although no other element has replaced it.
     void Clear(const char16_t* field);
+    /// True when the field has a value from an element. Known only while there is an observer.
+    bool Contains(const char16_t* field) const { return Find(field) != nullptr; }
     /// Reports an element whose value is not used because the field keeps its earlier one.
     void ReportIgnored(const char16_t* field, const NodeView& element) {
         if (reporter_.IsWanted())
@@ -58,6 +60,7 @@ private:
     static Source Describe(const char16_t* field, const NodeView& element);
     static const icu::UnicodeString& ContentOf(Source& source);
     static GpxSkippedElement AsReplaced(const Source& source);
+    const Source* Find(const char16_t* field) const;
     Source* Find(const char16_t* field);
     void Replace(const char16_t* field, const NodeView& element);
     void NotifyIgnored(const char16_t* field, const NodeView& element);

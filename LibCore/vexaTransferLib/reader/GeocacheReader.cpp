@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/GeocacheReader.h>
 
+#include <vexaTransferLib/reader/ChangedValues.h>
 #include <vexaTransferLib/reader/ElementTable.h>
+#include <vexaTransferLib/reader/UnreadAttributes.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/NumberText.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace vexaTransferLib::reader {
@@ -23,7 +28,13 @@ bool ReadCleanText(ReadContext& context, const NodeView& node, icu::UnicodeStrin
     if (!ReadText(context, node, text))
         return false;
     context.Work(static_cast<std::uint64_t>(text.length()) / kUnitsCleanedAtOnce);
+    if (!context.reporter.IsWanted()) {
+        context.CleanText(text);
+        return true;
+    }
+    const icu::UnicodeString before = text; // shares the units
     context.CleanText(text);
+    ReportCleaned(context.reporter, node, before, text);
     return true;
 }
 
@@ -41,18 +52,43 @@ constexpr ElementReader<Log> kLogReaders[] = {
 };
 constexpr ElementTable<Log> kLogElements = {Namespace::kGroundspeak, kLogReaders};
 
+// Blanks around the number, a plus sign and leading zeros do not count.
+bool IsKeptAs(std::string_view id, std::int32_t kept) {
+    constexpr std::string_view kBlanks = " \t\n\v\f\r";
+    id.remove_prefix(std::min(id.find_first_not_of(kBlanks), id.size()));
+    id.remove_suffix(id.size() - std::min(id.find_last_not_of(kBlanks) + 1, id.size()));
+    if (id.starts_with('+'))
+        id.remove_prefix(1);
+    std::int32_t whole = 0;
+    const char* const end = id.data() + id.size();
+    const std::from_chars_result result = std::from_chars(id.data(), end, whole);
+    return result.ec == std::errc() && result.ptr == end && whole == kept;
+}
+
+void ReportLogId(SkipReporter& reporter, const NodeView& node, const std::string& id, std::int32_t kept) {
+    const std::size_t first = id.find_first_not_of(" \t\n\v\f\r+-");
+    const bool startsWithNumber = first != std::string::npos && id[first] >= '0' && id[first] <= '9';
+    if (startsWithNumber)
+        reporter.Report(node, kGpxChanged,
+                        "Its id " + Quoted(node.Attribute(groundspeak::kId)) + " is kept as " +
+                            std::to_string(kept) + ".",
+                        true, "id");
+    else
+        reporter.Report(node, kGpxUnreadable, "Its id is not a number.", true, "id");
+}
+
 void ReadLogId(ReadContext& context, const NodeView& node, GpxGroundspeakCacheLog& log) {
     std::string id;
     if (!ToNarrow(AttributeText(node, groundspeak::kId), id))
         return;
     log.id = text::ReadInt32(id.c_str());
-    long long whole = 0;
-    const char* const end = id.data() + id.size();
-    if (std::from_chars(id.data(), end, whole).ptr != end || whole != log.id)
-        context.reporter.Skip(node, kGpxUnreadable, "Its id is not a number.", true);
+    if (context.reporter.IsWanted() && !IsKeptAs(id, log.id))
+        ReportLogId(context.reporter, node, id, log.id);
 }
 
 using Cache = GpxGroundspeakCache;
+
+constexpr const char16_t* kLogAttributes[] = {groundspeak::kId};
 
 bool ReadLog(const Element<Cache>& element) {
     ReadContext& context = element.context;
@@ -65,12 +101,13 @@ bool ReadLog(const Element<Cache>& element) {
                               true);
         return false;
     }
+    ReportUnreadAttributes(context.reporter, element.node, kLogAttributes);
     element.owner.logs.push_back(std::move(log));
     return true;
 }
 
 constexpr ElementReader<Cache> kLogListReaders[] = {
-    {groundspeak::kLog, nullptr, ReadLog},
+    {groundspeak::kLog, nullptr, ReadLog, Versions::kAll, Attributes::kOfReader},
 };
 constexpr ElementTable<Cache> kLogListElements = {Namespace::kGroundspeak, kLogListReaders};
 
@@ -162,12 +199,13 @@ bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions
 bool ReadGeocache(ReadContext& context, const NodeView& node, GpxGroundspeakCache& cache) {
     context.CountObject();
     cache.Clear();
-    if (ReadElements(kCacheElements, context, node, cache))
-        return true;
-    if (!(cache.logs.empty() && cache.travelbugs.empty()))
+    const bool isRead = ReadElements(kCacheElements, context, node, cache);
+    if (!isRead && !(cache.logs.empty() && cache.travelbugs.empty()))
         context.reporter.Skip(node, kGpxIncomplete,
                               "A geocache with nothing but logs and travel bugs is not kept.", true);
-    return false;
+    else
+        ReportUnreadAttributes(context.reporter, node);
+    return isRead;
 }
 
 bool ReadGeocacheLogs(ReadContext& context, const NodeView& logs, GpxGroundspeakCache& cache) {

@@ -5,6 +5,7 @@
 #include <vexaTransferLib/reader/CommonElements.h>
 #include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
+#include <vexaTransferLib/reader/UnreadAttributes.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
 
@@ -24,6 +25,8 @@ constexpr ElementReader<GpxUrl> kReaders[] = {
 };
 constexpr ElementTable<GpxUrl> kElements = {Namespace::kAny, kReaders};
 
+constexpr const char16_t* kAttributes[] = {gpx::kHref};
+
 } // namespace
 
 void ReadLink(ReadContext& context, const NodeView& node, GpxUrl& link) {
@@ -35,6 +38,7 @@ void ReadLink(ReadContext& context, const NodeView& node, GpxUrl& link) {
     ForEachIsolatedChild(context, node, kMessages, [&](const NodeView& child) {
         ReadElement(kElements, {context, nullptr, child, read, sources});
     });
+    ReportUnreadAttributes(context.reporter, node, kAttributes);
     link = std::move(read);
 }
 

@@ -10,6 +10,7 @@
 #include <unicode/unistr.h>
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,9 @@
 namespace vexaTransferLib::reader {
 
 class NodeView;
+
+/// Qualified names of attributes.
+using AttributeNames = std::span<const char16_t* const>;
 
 /// Of an element: where its start tag ends.
 using text::SourceLocation;
@@ -33,6 +37,13 @@ struct OwnNode {
     const char16_t* localName = nullptr;
     OwnNode* firstChild = nullptr;
     OwnNode* next = nullptr;
+};
+
+/// An attribute of an element, as the reports to an observer need it.
+struct AttributeView {
+    const char16_t* qualifiedName = nullptr;
+    const char16_t* namespaceUri = nullptr; ///< null for none, as of every attribute without a prefix
+    bool isEmpty = false;
 };
 
 /// A kind of tree whose nodes NodeView shows. Nodes are handles, none is null: an OwnNode, or what only an
@@ -62,6 +73,9 @@ public:
     /// Local names from the root of the file to an element, with slashes between them, in UTF-8.
     virtual std::string Path(const void*) const { return {}; }
     virtual SourceLocation Location(const void*) const { return {}; }
+    /// Appends the attributes of an element but those with one of these names, in any order. Namespace declarations are
+    /// among them; attributes that a grammar adds are not.
+    virtual void OtherAttributes(const void*, AttributeNames, std::vector<AttributeView>&) const {}
 
 protected:
     /// For a source whose nodes are OwnNodes.
@@ -140,6 +154,12 @@ public:
     bool TextContent(icu::UnicodeString& out) const { return !IsNull() && source_->TextContent(node_, out); }
     std::string Path() const { return IsNull() ? std::string() : source_->Path(node_); }
     SourceLocation Location() const { return IsNull() ? SourceLocation() : source_->Location(node_); }
+    void OtherAttributes(AttributeNames names, std::vector<AttributeView>& out) const {
+        if (!IsNull())
+            source_->OtherAttributes(node_, names, out);
+    }
+    /// True for the same node of a tree that still exists.
+    bool IsSameAs(const NodeView& other) const { return node_ == other.node_; }
     bool HasChildList() const { return !IsNull() && (IsOwn() || Opaque().HasChildList(node_)); }
 
 private:
@@ -196,6 +216,13 @@ inline bool Equals(const char16_t* name, const char16_t* expected) {
         ++name;
         ++expected;
     }
+    return false;
+}
+
+inline bool Contains(AttributeNames names, const char16_t* name) {
+    for (const char16_t* const one : names)
+        if (Equals(name, one))
+            return true;
     return false;
 }
 

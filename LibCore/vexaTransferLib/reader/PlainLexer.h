@@ -30,6 +30,7 @@ using text::RawText;
 struct PlainAttribute {
     const PlainName* name;
     RawText value;
+    const char16_t* namespaceUri = nullptr; ///< null for none, and for a declaration
 };
 
 /// A start tag of a plain file. The attributes are valid during the call that receives it.
@@ -322,15 +323,15 @@ private:
 
     // False when a declaration is not certain to be allowed, a prefix is not declared, or an attribute is there twice.
     [[gnu::noinline]] bool TakeNamespaces() {
-        const std::span<const PlainAttribute> attributes = Attributes();
+        const std::span<PlainAttribute> attributes{attributes_.data(), attributeCount_};
         for (const PlainAttribute& attribute : attributes)
             if (attribute.name->IsDeclaration() && !Declare(attribute))
                 return false;
         declared_ = names_.CountDeclared();
         for (auto attribute = attributes.begin(); attribute != attributes.end(); ++attribute) {
             const PlainName& name = *attribute->name;
-            const char16_t* uri = nullptr;
-            if (name.HasPrefix() && !name.IsDeclaration() && !names_.FindNamespace(name, uri))
+            if (name.HasPrefix() && !name.IsDeclaration() &&
+                !names_.FindNamespace(name, attribute->namespaceUri))
                 return false;
             for (auto other = attributes.begin(); other != attribute; ++other)
                 if (IsSame(name, *other->name))

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/PointReader.h>
 
+#include <vexaTransferLib/model/GpxModelAccess.h>
+#include <vexaTransferLib/reader/ChangedValues.h>
 #include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/CommonElements.h>
 #include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/GeocacheReader.h>
+#include <vexaTransferLib/reader/UnreadAttributes.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/ElementNames.h>
@@ -56,18 +59,17 @@ bool ReadExtensions(const PointElement& element) {
     return true;
 }
 
-// A track point rarely has more than the first two elements. A comment becomes the description and replaces
-// one that comes from `desc`, in whatever order they come.
+// A track point rarely has more than the first two elements.
 constexpr ElementReader<GpxPoint> kStandardReaders[] = {
-    {gpx::kEle, gpx::kEle, ReadDoubleInto<&GpxPoint::SetElevation>},
+    {gpx::kEle, gpx::kEle, ReadDoubleInto<&GpxPoint::SetElevation, text::kHeightDecimals>},
     {gpx::kTime, gpx::kTime, ReadTimeInto<&GpxPoint::SetTime>},
-    {gpx::kMagvar, gpx::kMagvar, ReadDoubleInto<&GpxPoint::SetMagneticVariation>},
-    {gpx::kGeoidheight, gpx::kGeoidheight, ReadDoubleInto<&GpxPoint::SetGeoidHeight>},
+    {gpx::kMagvar, gpx::kMagvar, ReadDoubleInto<&GpxPoint::SetMagneticVariation, text::kAngleDecimals>},
+    {gpx::kGeoidheight, gpx::kGeoidheight, ReadDoubleInto<&GpxPoint::SetGeoidHeight, text::kHeightDecimals>},
     {gpx::kName, gpx::kName, ReadTextInto<&GpxPoint::SetName>},
-    {gpx::kCmt, gpx::kDesc, ReadTextInto<&GpxPoint::SetDescription>},
+    {gpx::kCmt, gpx::kDesc, ReadComment},
     {gpx::kDesc, gpx::kDesc, ReadDescription},
     {gpx::kSrc, gpx::kSrc, ReadTextInto<&GpxPoint::SetSource>},
-    {gpx::kLink, gpx::kUrl, ReadLinkElement, Versions::kOnly11},
+    {gpx::kLink, gpx::kUrl, ReadLinkElement, Versions::kOnly11, Attributes::kOfReader},
     {gpx::kUrl, gpx::kUrl, ReadUrl, Versions::kOnly10},
     {gpx::kUrlname, gpx::kUrlname, ReadUrlName, Versions::kOnly10},
     {gpx::kSym, gpx::kSym, ReadTextInto<&GpxPoint::SetSymbol>},
@@ -78,7 +80,7 @@ constexpr ElementReader<GpxPoint> kStandardReaders[] = {
 constexpr ElementTable<GpxPoint> kStandardElements = {Namespace::kGpx, kStandardReaders};
 
 constexpr ElementReader<GpxPoint> kGroundspeakReaders[] = {
-    {groundspeak::kCache, groundspeak::kCache, ReadGeocacheElement},
+    {groundspeak::kCache, groundspeak::kCache, ReadGeocacheElement, Versions::kAll, Attributes::kOfReader},
 };
 constexpr ElementTable<GpxPoint> kGroundspeakElements = {Namespace::kGroundspeak, kGroundspeakReaders};
 
@@ -91,6 +93,17 @@ void ReadPointChild(const PointElement& element) {
         SkipForeign(kStandardElements, element.context, element.version, element.node);
 }
 
+constexpr const char16_t* kAttributes[] = {gpx::kLat, gpx::kLon};
+
+void ReportPosition(SkipReporter& reporter, const NodeView& node, const GpxPoint& point,
+                    const Number& latitude, const Number& longitude) {
+    ReportLostDigits(reporter, node, gpx::kLat, latitude, GpxModelAccess::GetLatitude(point),
+                     text::kAngleDecimals);
+    ReportLostDigits(reporter, node, gpx::kLon, longitude, GpxModelAccess::GetLongitude(point),
+                     text::kAngleDecimals);
+    ReportUnreadAttributes(reporter, node, kAttributes);
+}
+
 } // namespace
 
 GpxPoint ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType type, const NodeView& node) {
@@ -99,13 +112,14 @@ GpxPoint ReadPoint(ReadContext& context, const GpxVersion& version, GpxPointType
                   "Unable to read a GPX point due to an invalid GPX point type.");
     if (context.limiter != nullptr)
         context.limiter->AddPoint();
-    double latitude = 0.0;
-    double longitude = 0.0;
+    Number latitude;
+    Number longitude;
     text::Ensure(ReadDoubleAttribute(node, gpx::kLat, latitude), text::sites::kPointLatitude,
                  "Unable to read a GPX point's latitude.");
     text::Ensure(ReadDoubleAttribute(node, gpx::kLon, longitude), text::sites::kPointLongitude,
                  "Unable to read a GPX point's longitude.");
-    GpxPoint point(type, latitude, longitude);
+    GpxPoint point(type, latitude.value, longitude.value);
+    ReportPosition(context.reporter, node, point, latitude, longitude);
     FieldSources sources(context.reporter, FieldSources::Lifetime::kLong);
     ForEachIsolatedChild(context, node, kMessages, [&](const NodeView& child) {
         ReadPointChild({context, &version, child, point, sources});

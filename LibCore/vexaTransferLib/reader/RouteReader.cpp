@@ -7,6 +7,7 @@
 #include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/PointReader.h>
+#include <vexaTransferLib/reader/UnreadAttributes.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ElementNames.h>
@@ -60,7 +61,7 @@ bool ReadRouteExtensions(const Element<RouteParts>& element) {
 }
 
 constexpr ElementReader<RouteParts> kReaders[] = {
-    {gpx::kRtept, nullptr, ReadRoutePoint},
+    {gpx::kRtept, nullptr, ReadRoutePoint, Versions::kAll, Attributes::kOfReader},
     {gpx::kName, gpx::kName, ReadTextInto<&RouteParts::name>},
     {gpx::kSrc, gpx::kSrc, ReadTextInto<&RouteParts::source>},
     {gpx::kType, gpx::kType, ReadTextInto<&RouteParts::type>, Versions::kOnly11},
@@ -112,6 +113,7 @@ std::unique_ptr<ChildReader> EnterRoute(ReadContext& context, const GpxVersion& 
     text::Ensure(node.HasChildList(), text::sites::kRouteChildren,
                  "Unable to read GPX route child elements.");
     context.CountObject();
+    ReportUnreadAttributes(context.reporter, node);
     return std::make_unique<RouteReader>(context, version, document);
 }
 

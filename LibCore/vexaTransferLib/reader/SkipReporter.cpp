@@ -12,15 +12,6 @@ namespace {
 
 constexpr std::int32_t kQuotedUnits = 60;
 
-// Quotes only the start of a long text, because names and values of a file may have any length.
-std::string Quoted(const char16_t* units) {
-    const icu::UnicodeString start = text::AliasOfStart(units, kQuotedUnits + 1);
-    const bool isCut = start.length() > kQuotedUnits;
-    std::string quoted = "\"";
-    start.tempSubString(0, isCut ? start.getChar32Start(kQuotedUnits) : start.length()).toUTF8String(quoted);
-    return quoted + (isCut ? "...\"" : "\"");
-}
-
 bool HasOnlyOneChild(const NodeView& element) {
     ChildWalk children(element);
     NodeView child;
@@ -39,6 +30,19 @@ bool IsGpxNamespace(const char16_t* uri) {
 
 } // namespace
 
+// Quotes only the start of a long text, because names and values of a file may have any length.
+std::string Quoted(const char16_t* units) {
+    const icu::UnicodeString start = text::AliasOfStart(units, kQuotedUnits + 1);
+    const bool isCut = start.length() > kQuotedUnits;
+    std::string quoted = "\"";
+    start.tempSubString(0, isCut ? start.getChar32Start(kQuotedUnits) : start.length()).toUTF8String(quoted);
+    return quoted + (isCut ? "...\"" : "\"");
+}
+
+bool IsNamespaceOfDocuments(const char16_t* uri) {
+    return IsGpxNamespace(uri) || Equals(uri, text::kTarvikNamespace);
+}
+
 GpxSkippedElement SkipReporter::Describe(const NodeView& element, GpxSkipReason reason, std::string message,
                                          bool isLoss) {
     const SourceLocation location = element.Location();
@@ -52,6 +56,15 @@ GpxSkippedElement SkipReporter::Describe(const NodeView& element, GpxSkipReason 
     return what;
 }
 
+void SkipReporter::Report(const NodeView& element, GpxSkipReason reason, std::string message, bool isLoss,
+                          std::string attribute) {
+    if (!IsWanted())
+        return;
+    GpxSkippedElement what = Describe(element, reason, std::move(message), isLoss);
+    what.attribute = std::move(attribute);
+    Notify(what);
+}
+
 // An element of another program is no loss, even if its name is one that the reader knows in another
 // namespace.
 void SkipReporter::NotifyForeign(const NodeView& element, const char* mustBe, bool isKnown) {
@@ -63,8 +76,10 @@ void SkipReporter::NotifyForeign(const NodeView& element, const char* mustBe, bo
 
 void SkipReporter::NotifyUnreadable(const NodeView& element, const char* what) {
     const char16_t* const text = element.FirstChildText();
-    if (text != nullptr && *text != u'\0')
-        Notify(Describe(element, kGpxUnreadable, Quoted(text) + " is not " + what + ".", true));
+    if (text == nullptr || *text == u'\0')
+        return;
+    lastSkipped_ = element;
+    Notify(Describe(element, kGpxUnreadable, Quoted(text) + " is not " + what + ".", true));
 }
 
 void SkipReporter::NotifyUnreadText(const NodeView& element) {

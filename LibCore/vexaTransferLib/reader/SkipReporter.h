@@ -27,7 +27,12 @@ auto CallObserver(Call call) {
     }
 }
 
-/// Reports to a host's observer the elements that the node readers skip. Without an observer its functions
+/// A text in quotation marks, in UTF-8; only the start of a long one.
+std::string Quoted(const char16_t* text);
+/// True for the namespaces of what a document has a place for: GPX, geocaches, the vendor's extension.
+bool IsNamespaceOfDocuments(const char16_t* uri);
+
+/// Reports to a host's observer what the node readers skip or change. Without an observer its functions
 /// return at once.
 class SkipReporter {
 public:
@@ -36,9 +41,15 @@ public:
     bool IsWanted() const { return observer_ != nullptr; }
 
     void Skip(const NodeView& element, GpxSkipReason reason, const char* message, bool isLoss) {
-        if (IsWanted())
-            Notify(Describe(element, reason, message, isLoss));
+        if (!IsWanted())
+            return;
+        lastSkipped_ = element;
+        Notify(Describe(element, reason, message, isLoss));
     }
+    /// Reports an attribute of an element that is kept, or that a value of it is kept in another way.
+    /// \param attribute empty when the whole element is meant
+    void Report(const NodeView& element, GpxSkipReason reason, std::string message, bool isLoss,
+                std::string attribute = {});
     /// \param mustBe the namespace that would be read, such as "that of GPX 1.1"
     /// \param isKnown true when the reader knows an element of this name in another namespace
     void SkipForeign(const NodeView& element, const char* mustBe, bool isKnown) {
@@ -64,6 +75,10 @@ public:
             NotifyUnreadText(element);
     }
 
+    /// The functions below say whether the reading of an element ended with a report that the whole element is skipped.
+    void StartElement() { lastSkipped_ = NodeView(); }
+    bool HasSkipped(const NodeView& element) const { return lastSkipped_.IsSameAs(element); }
+
     static GpxSkippedElement Describe(const NodeView& element, GpxSkipReason reason, std::string message,
                                       bool isLoss);
     void Notify(const GpxSkippedElement& what) {
@@ -77,6 +92,7 @@ private:
     void NotifyUnreadText(const NodeView& element);
 
     GpxReadObserver* observer_;
+    NodeView lastSkipped_;
 };
 
 /// Calls SkipForeign for an element that must be in the namespace of the file's version.

@@ -7,6 +7,7 @@
 #include <vexaTransferLib/reader/ElementTable.h>
 #include <vexaTransferLib/reader/FieldSources.h>
 #include <vexaTransferLib/reader/PointReader.h>
+#include <vexaTransferLib/reader/UnreadAttributes.h>
 #include <vexaTransferLib/reader/VendorReader.h>
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ElementNames.h>
@@ -25,11 +26,11 @@ bool ReadTrackExtensions(const Element<GpxTrack>& element) {
 constexpr ElementReader<GpxTrack> kTrackReaders[] = {
     {gpx::kTrkseg, nullptr, nullptr},
     {gpx::kName, gpx::kName, ReadTextInto<&GpxTrack::SetName>},
-    {gpx::kCmt, gpx::kDesc, ReadTextInto<&GpxTrack::SetDescription>},
+    {gpx::kCmt, gpx::kDesc, ReadComment},
     {gpx::kDesc, gpx::kDesc, ReadDescription},
     {gpx::kSrc, gpx::kSrc, ReadTextInto<&GpxTrack::SetSource>},
     {gpx::kExtensions, tarvik::kColor, ReadTrackExtensions},
-    {gpx::kLink, gpx::kUrl, ReadLinkElement, Versions::kOnly11},
+    {gpx::kLink, gpx::kUrl, ReadLinkElement, Versions::kOnly11, Attributes::kOfReader},
     {gpx::kUrl, gpx::kUrl, ReadUrl, Versions::kOnly10},
     {gpx::kUrlname, gpx::kUrlname, ReadUrlName, Versions::kOnly10},
     {gpx::kType, gpx::kType, ReadTextInto<&GpxTrack::SetType>, Versions::kOnly11},
@@ -80,6 +81,7 @@ std::unique_ptr<ChildReader> EnterSegment(ReadContext& context, const GpxVersion
     text::Ensure(node.HasChildList(), text::sites::kSegmentChildren,
                  "Unable to read GPX track segment child elements.");
     context.CountObject();
+    ReportUnreadAttributes(context.reporter, node);
     std::unique_ptr<ChildReader> reader = std::make_unique<SegmentReader>(context, version, track);
     track.AddSegment();
     context.MakeRoom(GpxModelAccess::GetLastSegment(track), context.expectedChildren);
@@ -124,6 +126,7 @@ std::unique_ptr<ChildReader> EnterTrack(ReadContext& context, const GpxVersion& 
     text::Ensure(node.HasChildList(), text::sites::kTrackChildren,
                  "Unable to read GPX track child elements.");
     context.CountObject();
+    ReportUnreadAttributes(context.reporter, node);
     return std::make_unique<TrackReader>(context, version, document);
 }
 

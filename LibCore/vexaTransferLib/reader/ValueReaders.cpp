@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/ValueReaders.h>
 
-#include <vexaTransferLib/GpxUtils.h>
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/GpxNames.h>
 #include <vexaTransferLib/text/IcuText.h>
@@ -29,13 +28,22 @@ bool NonEmpty(const char16_t* text) {
     return text != nullptr && *text != u'\0';
 }
 
-bool ParseNumber(const char16_t* text, double& out) {
+bool ParseNumber(const char16_t* text, Number& out) {
     if (text == nullptr)
         return false;
-    if (text::ReadShortDecimal(text, out))
+    if (text::ReadShortDecimal(text, out.value, out.digits))
         return true;
     std::string narrow;
-    return ToNarrow(text, narrow) && ReadNumber(narrow.c_str(), out);
+    return ToNarrow(text, narrow) && ReadNumber(narrow.c_str(), out.value);
+}
+
+// A text that is not a number as a whole may still have changed the value.
+template <class Read>
+bool ReadValueOf(double& out, Read read) {
+    Number number{out, {}};
+    const bool isRead = read(number);
+    out = number.value;
+    return isRead;
 }
 
 } // namespace
@@ -96,31 +104,44 @@ bool ReadTextAttribute(const NodeView& node, const char16_t* name, icu::UnicodeS
     return true;
 }
 
-bool ReadDouble(const NodeView& node, double& out) {
+bool ReadDouble(const NodeView& node, Number& out) {
     std::string_view bytes;
-    if (node.FirstChildBytes(bytes) && text::ReadShortDecimal(bytes, out))
+    if (node.FirstChildBytes(bytes) && text::ReadShortDecimal(bytes, out.value, out.digits))
         return true;
     return ParseNumber(ElementText(node), out);
 }
 
-bool ReadDoubleAttribute(const NodeView& node, const char16_t* name, double& out) {
+bool ReadDouble(const NodeView& node, double& out) {
+    return ReadValueOf(out, [&](Number& number) { return ReadDouble(node, number); });
+}
+
+bool ReadDoubleAttribute(const NodeView& node, const char16_t* name, Number& out) {
     std::string_view bytes;
-    if (node.AttributeBytes(name, bytes) && text::ReadShortDecimal(bytes, out))
+    if (node.AttributeBytes(name, bytes) && text::ReadShortDecimal(bytes, out.value, out.digits))
         return true;
     return ParseNumber(AttributeText(node, name), out);
 }
 
-bool ReadTime(const NodeView& node, double& out) {
+bool ReadDoubleAttribute(const NodeView& node, const char16_t* name, double& out) {
+    return ReadValueOf(out, [&](Number& number) { return ReadDoubleAttribute(node, name, number); });
+}
+
+bool ReadTime(const NodeView& node, double& out, text::TimeLosses& losses) {
     std::string_view bytes;
-    if (node.FirstChildBytes(bytes) && text::ReadPlainTime(bytes, out))
+    if (node.FirstChildBytes(bytes) && text::ReadPlainTime(bytes, out, losses))
         return true;
     const char16_t* const text = ElementText(node);
     if (text == nullptr)
         return false;
-    if (text::ReadPlainTime(text, out))
+    if (text::ReadPlainTime(text, out, losses))
         return true;
     std::string narrow;
-    return ToNarrow(text, narrow) && !narrow.empty() && ParseGpxTime(narrow, out);
+    return ToNarrow(text, narrow) && !narrow.empty() && text::ReadTime(narrow, out, losses);
+}
+
+bool ReadTime(const NodeView& node, double& out) {
+    text::TimeLosses losses;
+    return ReadTime(node, out, losses);
 }
 
 bool ReadFix(const NodeView& node, GpxFix& out) {

@@ -7,6 +7,7 @@
 
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxVersion.h>
+#include <vexaTransferLib/reader/ChangedValues.h>
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/reader/ReadContext.h>
 #include <vexaTransferLib/text/GpxNames.h>
@@ -31,8 +32,11 @@ bool ToNarrow(const char16_t* text, std::string& out);
 bool ReadText(const NodeView& node, icu::UnicodeString& out);
 bool ReadText(const NodeView& node, std::string& out);
 bool ReadTextAttribute(const NodeView& node, const char16_t* name, icu::UnicodeString& out);
+bool ReadDouble(const NodeView& node, Number& out);
 bool ReadDouble(const NodeView& node, double& out);
+bool ReadDoubleAttribute(const NodeView& node, const char16_t* name, Number& out);
 bool ReadDoubleAttribute(const NodeView& node, const char16_t* name, double& out);
+bool ReadTime(const NodeView& node, double& out, text::TimeLosses& losses);
 bool ReadTime(const NodeView& node, double& out);
 bool ReadFix(const NodeView& node, GpxFix& out);
 
@@ -58,14 +62,22 @@ inline bool ReadText(ReadContext& context, const NodeView& node, icu::UnicodeStr
     context.reporter.ReportUnreadText(node);
     return isRead;
 }
-inline bool ReadDouble(ReadContext& context, const NodeView& node, double& out) {
-    return ReadValue(context, node, ReadDouble, "a number", out);
-}
-inline bool ReadTime(ReadContext& context, const NodeView& node, double& out) {
-    return ReadValue(context, node, ReadTime, "a time", out);
+inline bool ReadDouble(ReadContext& context, const NodeView& node, Number& out) {
+    return ReadValue<Number>(context, node, ReadDouble, "a number", out);
 }
 inline bool ReadFix(ReadContext& context, const NodeView& node, GpxFix& out) {
-    return ReadValue(context, node, ReadFix, "a kind of fix", out);
+    return ReadValue<GpxFix>(context, node, ReadFix, "a kind of fix", out);
+}
+/// Also reports what of the time is not written.
+inline bool ReadTime(ReadContext& context, const NodeView& node, double& out) {
+    text::TimeLosses losses;
+    const bool isRead = ReadTime(node, out, losses);
+    if (isRead)
+        ReportTimeLosses(context.reporter, node, nullptr, out, losses);
+    else
+        context.reporter.ReportUnreadable(node, "a time");
+    context.reporter.ReportUnreadText(node);
+    return isRead;
 }
 
 /// \throws dbc::precondition_error

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/VendorReader.h>
 
-#include <vexaTransferLib/GpxUtils.h>
 #include <vexaTransferLib/model/GpxModelAccess.h>
+#include <vexaTransferLib/reader/ChangedValues.h>
 #include <vexaTransferLib/reader/Children.h>
 #include <vexaTransferLib/reader/ElementTable.h>
+#include <vexaTransferLib/reader/UnreadAttributes.h>
 #include <vexaTransferLib/reader/ValueReaders.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
@@ -82,10 +83,20 @@ bool IsExtensions(const NodeView& node) {
 double ReadModTime(ReadContext& context, const NodeView& node) {
     double modTime = 0.0;
     std::string time;
-    if (ToNarrow(AttributeText(node, tarvik::kModtime), time) && !ParseGpxTime(time, modTime))
-        context.reporter.Skip(node, kGpxUnreadable, "Its modtime is not a time.", true);
+    text::TimeLosses losses;
+    if (!ToNarrow(AttributeText(node, tarvik::kModtime), time))
+        return modTime;
+    if (!text::ReadTime(time, modTime, losses))
+        context.reporter.Report(node, kGpxUnreadable, "Its modtime is not a time.", true, "modtime");
+    else if (modTime == 0.0)
+        ReportTimeAsNone(context.reporter, node, tarvik::kModtime,
+                         "A form field with this modtime counts as one without.");
+    else
+        ReportTimeLosses(context.reporter, node, tarvik::kModtime, modTime, losses);
     return modTime;
 }
+
+constexpr const char16_t* kFormStringAttributes[] = {tarvik::kKey, tarvik::kModtime};
 
 void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point) {
     icu::UnicodeString key;
@@ -100,10 +111,12 @@ void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point)
     if (context.reporter.IsWanted() && point.GetFormAttribute(key) != nullptr)
         context.reporter.Skip(node, kGpxReplaced, "It replaces an earlier form field with the same key.",
                               true);
+    ReportUnreadAttributes(context.reporter, node, kFormStringAttributes);
     point.SetFormAttribute(key, value, modTime);
 }
 
 void ReadFormData(ReadContext& context, const NodeView& form, GpxPoint& point) {
+    ReportUnreadAttributes(context.reporter, form);
     ForEachNamedChild(context, form, [&](const NodeView& child) {
         if (Equals(child.LocalName(), tarvik::kFormstring))
             ReadFormString(context, child, point);
@@ -134,6 +147,8 @@ bool ReadGUID(const Element<GpxPoint>& element) {
     if (!ReadText(element.context, element.node, text))
         return false;
     GpxModelAccess::SetGUID(element.owner, text);
+    if (element.context.reporter.IsWanted() && GpxModelAccess::GetGUID(element.owner) != text)
+        element.context.reporter.Report(element.node, kGpxChanged, "Its braces are not kept.", false);
     return true;
 }
 
@@ -148,8 +163,13 @@ bool ReadColor(const Element<GpxTrack>& element) {
     if (!ReadText(element.context, element.node, text))
         return false;
     // The low 16 bits are kept: 65535 reads as -1, no colour.
-    GpxModelAccess::SetColor(element.owner,
-                             static_cast<std::int16_t>(ReadInteger(element.context, element.node, text)));
+    const std::int32_t number = ReadInteger(element.context, element.node, text);
+    const auto color = static_cast<std::int16_t>(number);
+    GpxModelAccess::SetColor(element.owner, color);
+    if (element.context.reporter.IsWanted() && color != number)
+        element.context.reporter.Report(
+            element.node, kGpxChanged,
+            "Colour " + std::to_string(number) + " is kept as " + std::to_string(color) + ".", true);
     return true;
 }
 

@@ -79,7 +79,7 @@ const char* AppendDecimals(const char* text, std::uint64_t& number) {
 
 // Digits and power of ten are exact as doubles, so that the division rounds once and gives the result of strtod.
 template <class Character, class IsEnd>
-bool ReadShort(const Character* text, IsEnd isEnd, double& number) {
+bool ReadShort(const Character* text, IsEnd isEnd, double& number, DigitCounts& counts) {
     constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<double>::digits;
     const bool isNegative = *text == u'-';
     const Character* const begin = isNegative ? text + 1 : text;
@@ -95,6 +95,7 @@ bool ReadShort(const Character* text, IsEnd isEnd, double& number) {
     }
     if (!isEnd(end) || digits == 0 || digits > kMostDigits || read > kLargestExact)
         return false;
+    counts = {true, digits - decimals, decimals};
     if constexpr (kRoundsTwice) {
         number = ReadNarrowed(text, end);
         return true;
@@ -184,15 +185,25 @@ double Multiply(double a, double b) {
     return a * b;
 }
 
-bool ReadShortDecimal(const char16_t* text, double& number) {
+bool ReadShortDecimal(const char16_t* text, double& number, DigitCounts& counts) {
     return ReadShort(
-        text, [](const char16_t* at) { return *at == u'\0'; }, number);
+        text, [](const char16_t* at) { return *at == u'\0'; }, number, counts);
+}
+
+bool ReadShortDecimal(const char16_t* text, double& number) {
+    DigitCounts counts;
+    return ReadShortDecimal(text, number, counts);
+}
+
+bool ReadShortDecimal(std::string_view text, double& number, DigitCounts& counts) {
+    const char* const textEnd = text.data() + text.size();
+    return ReadShort(
+        text.data(), [textEnd](const char* at) { return at == textEnd; }, number, counts);
 }
 
 bool ReadShortDecimal(std::string_view text, double& number) {
-    const char* const textEnd = text.data() + text.size();
-    return ReadShort(
-        text.data(), [textEnd](const char* at) { return at == textEnd; }, number);
+    DigitCounts counts;
+    return ReadShortDecimal(text, number, counts);
 }
 
 std::int32_t ReadInt32(const char* text) {

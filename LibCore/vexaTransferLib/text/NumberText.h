@@ -12,6 +12,10 @@
 
 namespace vexaTransferLib::text {
 
+/// How many decimals the writers give to an angle (latitude, longitude, magnetic variation) and to a height.
+inline constexpr int kAngleDecimals = 9;
+inline constexpr int kHeightDecimals = 6;
+
 /// The length of the longest number in fixed notation with up to 40 decimals: -DBL_MAX has a sign and 309
 /// digits before the point.
 inline constexpr std::size_t kLongestFixed = 352;
@@ -38,12 +42,28 @@ const char* ReadDouble(const char* text, double& number);
 /// The product, rounded once to the nearest double, also where the processor computes with more digits.
 double Multiply(double a, double b);
 
+/// How many digits a text has before its point, and after it. Of a text that ReadShortDecimal did not read, they are
+/// not known.
+struct DigitCounts {
+    bool areKnown = false;
+    std::ptrdiff_t whole = 0;
+    std::ptrdiff_t decimals = 0;
+
+    /// True when it is certain that the nearest double, written with so many decimals, has all these digits: a double
+    /// holds fifteen.
+    bool AreWritten(int writtenDecimals) const {
+        return areKnown && decimals <= writtenDecimals && whole + writtenDecimals <= 15;
+    }
+};
+
 /// Reads a text that consists of one number with up to 19 digits and no exponent, such as "-122.25": much faster
 /// than ReadDouble, with the same result. For any other text, whether it is a number or not, returns false and
-/// leaves \p number unchanged.
+/// leaves \p number and \p counts unchanged.
+bool ReadShortDecimal(const char16_t* text, double& number, DigitCounts& counts);
 bool ReadShortDecimal(const char16_t* text, double& number);
 /// The same for a text in a buffer.
 /// \param text is followed by a byte that is neither a digit nor a point, and by three more bytes, whatever they are
+bool ReadShortDecimal(std::string_view text, double& number, DigitCounts& counts);
 bool ReadShortDecimal(std::string_view text, double& number);
 
 /// Reads a zero-terminated text as a 32-bit `strtol` does in base 10: saturates, never wraps.

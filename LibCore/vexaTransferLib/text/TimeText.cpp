@@ -65,6 +65,22 @@ public:
         return digits > 0;
     }
 
+    /// True when a fraction at this place is a whole number of seconds.
+    bool IsWholeSeconds(std::uint64_t secondsOfOne) const {
+        // A fraction with more digits, the last of which is not 0, is never one.
+        constexpr std::ptrdiff_t kMostDigits = 6;
+        std::ptrdiff_t length = std::ptrdiff_t(std::strspn(next_, "0123456789"));
+        while (length > 0 && next_[length - 1] == '0')
+            --length;
+        std::uint64_t scale = 1;
+        std::uint64_t fraction = 0;
+        for (const char* at = next_; at != next_ + std::min(length, kMostDigits); ++at, scale *= 10)
+            fraction = fraction * 10 + static_cast<std::uint64_t>(*at - '0');
+        return length <= kMostDigits && fraction * secondsOfOne % scale == 0;
+    }
+
+    bool HasMoreThanBlanks() const { return next_ + std::strspn(next_, " \t\r\n") != end_; }
+
 private:
     const char* next_;
     const char* end_;
@@ -84,6 +100,7 @@ struct TimeFields {
     long millis = 0;
     long extraSeconds = 0;
     long offsetMinutes = 0;
+    bool hasFraction = false; // of a second
 };
 
 bool ReadDate(TimeReader& text, TimeFields& fields) {
@@ -101,7 +118,10 @@ bool ReadSeconds(TimeReader& text, TimeFields& fields) {
         return true;
     if (!text.Field(fields.second, 2, 0, 59))
         return false;
-    return !text.Skip('.') || text.Fraction(fields.millis, 1000.0);
+    if (!text.Skip('.'))
+        return true;
+    fields.hasFraction = !text.IsWholeSeconds(1);
+    return text.Fraction(fields.millis, 1000.0);
 }
 
 bool ReadMinutes(TimeReader& text, TimeFields& fields) {
@@ -109,22 +129,26 @@ bool ReadMinutes(TimeReader& text, TimeFields& fields) {
         return true;
     if (!text.Field(fields.minute, 2, 0, 59))
         return false;
-    if (!text.Skip(':') && text.Skip('.'))
+    if (!text.Skip(':') && text.Skip('.')) {
+        fields.hasFraction = !text.IsWholeSeconds(60);
         return text.Fraction(fields.extraSeconds, 60.0);
+    }
     return ReadSeconds(text, fields);
 }
 
 bool ReadClock(TimeReader& text, TimeFields& fields) {
     if (!text.Skip('T') || !text.Field(fields.hour, 2, 0, 24))
         return false;
-    if (!text.Skip(':') && text.Skip('.'))
+    if (!text.Skip(':') && text.Skip('.')) {
+        fields.hasFraction = !text.IsWholeSeconds(3600);
         return text.Fraction(fields.extraSeconds, 3600.0);
+    }
     return ReadMinutes(text, fields);
 }
 
 // Text after "Z" or after a complete offset is ignored.
 bool ReadZone(TimeReader& text, TimeFields& fields) {
-    if (text.AtEnd() || text.Peek() == 'Z')
+    if (text.Skip('Z') || text.AtEnd())
         return true;
     const char sign = text.Peek();
     if ((sign != '+' && sign != '-') || text.Remaining() < 3)
@@ -156,6 +180,12 @@ double ToMillis(const TimeFields& fields) {
     return static_cast<double>(days * kMillisPerDay + fields.hour * kMillisPerHour +
                                (fields.minute - fields.offsetMinutes) * kMillisPerMinute +
                                (fields.second + fields.extraSeconds) * kMillisPerSecond + fields.millis);
+}
+
+bool HasNoSuchDay(const TimeFields& fields) {
+    constexpr long kShortestMonth = 28;
+    return fields.day > kShortestMonth &&
+           fields.day > DaysInMonth(fields.year, static_cast<int>(fields.month));
 }
 
 bool AreInRange(const TimeFields& fields) {
@@ -375,22 +405,39 @@ unsigned long ReadFraction(long& out, const char* text, double scale) {
 }
 
 bool ReadPlainTime(const char16_t* text, double& millis) {
+    TimeLosses losses;
+    return ReadPlainTime(text, millis, losses);
+}
+
+bool ReadPlainTime(std::string_view text, double& millis) {
+    TimeLosses losses;
+    return ReadPlainTime(text, millis, losses);
+}
+
+bool ReadPlainTime(const char16_t* text, double& millis, TimeLosses& losses) {
     TimeFields fields;
     if (!ReadPlainFields(text, fields) || *text != u'\0')
         return false;
     millis = ToMillis(fields);
+    losses.hasNoSuchDay = HasNoSuchDay(fields);
     return true;
 }
 
-bool ReadPlainTime(std::string_view text, double& millis) {
+bool ReadPlainTime(std::string_view text, double& millis, TimeLosses& losses) {
     TimeFields fields;
     if (text.size() != kPlainForm.size() || !ReadPlainFields(text.data(), fields))
         return false;
     millis = ToMillis(fields);
+    losses.hasNoSuchDay = HasNoSuchDay(fields);
     return true;
 }
 
 bool ReadTime(const std::string& text, double& millis) {
+    TimeLosses losses;
+    return ReadTime(text, millis, losses);
+}
+
+bool ReadTime(const std::string& text, double& millis, TimeLosses& losses) {
     constexpr std::size_t kLongestRefused = 10;
     if (!SoftCheck(!text.empty(), sites::kGpxTime) || text.size() <= kLongestRefused)
         return false;
@@ -399,6 +446,7 @@ bool ReadTime(const std::string& text, double& millis) {
     if (!ReadDate(reader, fields) || !ReadClock(reader, fields) || !ReadZone(reader, fields))
         return false;
     millis = ToMillis(fields);
+    losses = {fields.hasFraction, HasNoSuchDay(fields), reader.HasMoreThanBlanks()};
     return true;
 }
 

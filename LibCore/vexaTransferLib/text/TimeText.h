@@ -50,9 +50,24 @@ bool ReadLongField(long& out, const char* text, unsigned long length, long min, 
 unsigned long ReadFraction(long& out, const char* text, double scale);
 bool ReadTime(const std::string& text, double& millis);
 
+/// What the text of a time says that the time, written in whole seconds, does not.
+struct TimeLosses {
+    bool hasFraction = false;  ///< of a second
+    bool hasNoSuchDay = false; ///< a day that its month does not have: the time is in the next month
+    bool hasRest = false;      ///< text after the time that is neither read nor blank
+
+    bool IsAny() const { return hasFraction || hasNoSuchDay || hasRest; }
+};
+
+/// The same as ReadTime; \p losses are unchanged for a text that is not a time.
+bool ReadTime(const std::string& text, double& millis, TimeLosses& losses);
+
 /// Reads a time of the usual form, "2009-01-15T10:20:30Z" without anything after it: much faster than ReadTime, with
 /// the same result. For any other text, whether it is a time or not, returns false and leaves \p millis unchanged.
 bool ReadPlainTime(const char16_t* text, double& millis);
 bool ReadPlainTime(std::string_view text, double& millis);
+/// The same; nothing but the day can be lost. \p losses are unchanged for any other text.
+bool ReadPlainTime(const char16_t* text, double& millis, TimeLosses& losses);
+bool ReadPlainTime(std::string_view text, double& millis, TimeLosses& losses);
 
 } // namespace vexaTransferLib::text

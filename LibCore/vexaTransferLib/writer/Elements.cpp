@@ -51,9 +51,9 @@ void AppendGroupedElement(TextSink& sink, std::string_view indent, std::string_v
 
 void AppendPointStart(TextSink& sink, std::string_view name, double latitude, double longitude) {
     sink.Ascii("<", name, " ", gpx::kLat, "=\"");
-    sink.Fixed(SnapTo(SnapTo(latitude, -90.0), 90.0), kCoordinateDecimals);
+    sink.Fixed(SnapTo(SnapTo(latitude, -90.0), 90.0), text::kAngleDecimals);
     sink.Ascii("\" ", gpx::kLon, "=\"");
-    sink.Fixed(SnapTo(longitude, -180.0), kCoordinateDecimals);
+    sink.Fixed(SnapTo(longitude, -180.0), text::kAngleDecimals);
     sink.Ascii("\">", kEndOfLine);
 }
 

@@ -14,9 +14,6 @@ namespace vexaTransferLib::writer {
 
 inline constexpr std::string_view kEndOfLine = "\r\n";
 
-inline constexpr int kCoordinateDecimals = 9;
-inline constexpr int kHeightDecimals = 6;
-
 // The functions that every point of a track needs are inline. Their names are constants, whose characters the compiler
 // then stores without a loop or a call.
 

@@ -5,6 +5,7 @@
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/text/NumberText.h>
 #include <vexaTransferLib/text/TimeText.h>
 #include <vexaTransferLib/writer/Elements.h>
 #include <vexaTransferLib/writer/LinkWriter.h>
@@ -44,9 +45,9 @@ void WriteTime(TextSink& sink, double millis) {
 
 void WriteRareElements(TextSink& sink, const GpxVersion& version, const Access::RareData& rare) {
     if (rare.magneticVariation)
-        AppendFixedElement(sink, gpx::kMagvar, *rare.magneticVariation, kCoordinateDecimals);
+        AppendFixedElement(sink, gpx::kMagvar, *rare.magneticVariation, text::kAngleDecimals);
     if (rare.geoidHeight)
-        AppendFixedElement(sink, gpx::kGeoidheight, *rare.geoidHeight, kHeightDecimals);
+        AppendFixedElement(sink, gpx::kGeoidheight, *rare.geoidHeight, text::kHeightDecimals);
     AppendTextElement(sink, gpx::kName, rare.name);
     AppendTextElement(sink, gpx::kCmt, rare.comment);
     AppendTextElement(sink, gpx::kDesc, rare.description);
@@ -71,7 +72,7 @@ void WritePoint(TextSink& sink, const GpxVersion& version, const GpxPoint& point
     const std::string_view name = ElementName(point);
     AppendPointStart(sink, name, Access::GetLatitude(point), Access::GetLongitude(point));
     if (const double* elevation = Access::GetElevation(point))
-        AppendFixedElement(sink, gpx::kEle, *elevation, kHeightDecimals);
+        AppendFixedElement(sink, gpx::kEle, *elevation, text::kHeightDecimals);
     if (const double* time = Access::GetTime(point))
         WriteTime(sink, *time);
     if (const auto* rare = Access::GetRareData(point))

@@ -25,6 +25,18 @@ std::string_view Word(GpxSkipReason reason) {
         return "incomplete";
     case kGpxReplaced:
         return "replaced";
+    case kGpxUnreadAttribute:
+        return "unread-attribute";
+    case kGpxRounded:
+        return "rounded";
+    case kGpxCleaned:
+        return "cleaned";
+    case kGpxInvented:
+        return "invented";
+    case kGpxChanged:
+        return "changed";
+    case kGpxTolerated:
+        return "tolerated";
     }
     return "unknown-reason";
 }
@@ -70,13 +82,14 @@ void LossReport::Skipped(const GpxSkippedElement& what) {
 /// The element, or the one that represents all that are beyond the limits: names and messages come from the file and may
 /// be different each time.
 SkippedElement LossReport::Listed(const GpxSkippedElement& what) {
-    SkippedElement element{Start(what.element), what.reason, Start(what.message), what.isLoss};
+    SkippedElement element{Start(what.element), Start(what.attribute), what.reason, Start(what.message),
+                           what.isLoss};
     if (skipped_.Contains(element))
         return element;
     const bool isFull = each_ ? skipped_.DifferentCount() >= kMostListed : kinds_.size() >= kMostKinds;
-    const Kind kind{element.element, element.reason, element.isLoss};
+    const Kind kind{element.element, element.attribute, element.reason, element.isLoss};
     if (isFull && kinds_.find(kind) == kinds_.end())
-        return {"...", what.reason, More("More elements"), what.isLoss};
+        return {"...", {}, what.reason, More("More elements"), what.isLoss};
     std::size_t& messages = kinds_[kind];
     if (each_ ? isFull : messages == kMostMessages)
         element.message = More("More of this kind");
