@@ -97,8 +97,8 @@ Heard Listen(const HowRead& how,
     heard.calls = parser.Messages() + std::to_string(parser.Resets()) + " resets\n" + observer.messages;
     for (const GpxSkippedElement& what : observer.things)
         heard.skipped += std::to_string(what.line) + ":" + std::to_string(what.column) + " " + what.element +
-                         " " + std::to_string(what.reason) + (what.isLoss ? " loss: " : ": ") + what.message +
-                         "\n";
+                         "@" + what.attribute + " " + std::to_string(what.reason) +
+                         (what.isLoss ? " loss: " : ": ") + what.message + "\n";
     return heard;
 }
 

@@ -7,8 +7,9 @@ namespace vexaTransferLib::testing_support {
 
 namespace {
 
-constexpr std::array<const char*, 9> kReasons = {"?",          "foreign", "unknown",    "version", "order",
-                                                 "unreadable", "refused", "incomplete", "replaced"};
+constexpr std::array<const char*, 14> kReasons = {"?",          "foreign", "unknown",    "version",  "order",
+                                                  "unreadable", "refused", "incomplete", "replaced", "unread",
+                                                  "rounded",    "cleaned", "invented",   "changed"};
 constexpr std::array<const char*, 3> kSeverities = {"warning", "error", "fatal"};
 
 } // namespace
@@ -24,8 +25,8 @@ void RecordingObserver::ParserMessage(const GpxParserMessage& message) {
 }
 
 void RecordingObserver::Skipped(const GpxSkippedElement& what) {
-    skipped += what.element + " " + kReasons.at(what.reason) + (what.isLoss ? " loss" : "") + ": " +
-               what.message + "\n";
+    skipped += what.element + (what.attribute.empty() ? "" : "@" + what.attribute) + " " +
+               kReasons.at(what.reason) + (what.isLoss ? " loss" : "") + ": " + what.message + "\n";
     things.push_back(what);
 }
 

@@ -22,7 +22,8 @@ public:
 
     std::vector<std::pair<std::uint64_t, std::uint64_t>> progress;
     std::string messages; ///< a line each: "error 3:7 text"
-    std::string skipped;  ///< a line each: "gpx/wpt/ele unreadable loss: message"
+    std::string
+        skipped; ///< a line each: "gpx/wpt/ele unreadable loss: message", "gpx/wpt@id unread loss: message"
     std::vector<GpxSkippedElement> things;
 };
 
