@@ -14,15 +14,17 @@
 
 namespace vexagpx {
 
+/// What was skipped or changed: an element, an attribute, or its value.
 struct SkippedElement {
     std::string element;
+    std::string attribute; ///< empty for the element
     vexaTransferLib::GpxSkipReason reason;
     std::string message;
     bool isLoss;
 
     bool operator<(const SkippedElement& other) const {
-        return std::tie(element, reason, message, isLoss) <
-               std::tie(other.element, other.reason, other.message, other.isLoss);
+        return std::tie(element, attribute, reason, message, isLoss) <
+               std::tie(other.element, other.attribute, other.reason, other.message, other.isLoss);
     }
 };
 
@@ -41,7 +43,7 @@ std::string_view Word(vexaTransferLib::GpxSkipReason reason);
 /// "error".
 std::string_view Word(vexaTransferLib::GpxMessageSeverity severity);
 
-/// Collects what the reader skips in one document, and the XML parser's messages. Everything is counted. How many
+/// Collects what the reader skips or changes in one document, and the XML parser's messages. Everything is counted. How many
 /// different elements and messages there are, and how long they are, depends on the file: those beyond the limits are
 /// listed as "more" instead of by their own text.
 class LossReport final : public vexaTransferLib::GpxReadObserver {
@@ -62,12 +64,12 @@ public:
 
     const Occurrences<XmlMessage>& Messages() const { return messages_; }
     const Occurrences<SkippedElement>& SkippedElements() const { return skipped_; }
-    /// How many of the skipped elements a document could have held.
+    /// How many of them are losses.
     std::uint64_t LostCount() const { return lost_; }
 
 private:
-    /// Element, reason, and whether a document could have held it.
-    using Kind = std::tuple<std::string, vexaTransferLib::GpxSkipReason, bool>;
+    /// Element, attribute, reason, and whether it is a loss.
+    using Kind = std::tuple<std::string, std::string, vexaTransferLib::GpxSkipReason, bool>;
 
     SkippedElement Listed(const vexaTransferLib::GpxSkippedElement& what);
     std::string More(const std::string& what) const;

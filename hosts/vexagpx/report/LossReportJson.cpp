@@ -74,6 +74,8 @@ void LossReportJson::WriteSkipped(const LossReport& report) {
     report.SkippedElements().ForEach([&](const auto& entry) {
         json_.BeginObject();
         json_.Member("element", entry.value.element);
+        if (!entry.value.attribute.empty())
+            json_.Member("attribute", entry.value.attribute);
         json_.Member("reason", Word(entry.value.reason));
         json_.Member("message", entry.value.message);
         json_.Member("isLoss", entry.value.isLoss);

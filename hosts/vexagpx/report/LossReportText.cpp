@@ -74,20 +74,23 @@ void WriteMessages(const LossReport& report, Output& out) {
 void WriteSkipped(const LossReport& report, Output& out) {
     if (report.SkippedElements().Count() == 0)
         return;
-    out.Write("\nSkipped\n");
+    out.Write("\nSkipped or changed\n");
     report.SkippedElements().ForEach([&](const auto& entry) {
         const SkippedElement& element = entry.value;
         const std::string why = std::string(Word(element.reason)) + ": " + Shown(element.message);
-        WriteEntry(entry, Shown(element.element) + (element.isLoss ? " (lost)" : ""), why, out);
+        const std::string attribute = element.attribute.empty() ? "" : "@" + Shown(element.attribute);
+        WriteEntry(entry, Shown(element.element) + attribute + (element.isLoss ? " (lost)" : ""), why, out);
     });
 }
 
-/// ", 2 of which a document could have held".
+/// ", and 2 of them are losses".
 std::string LostText(const CheckTotals& totals) {
     if (totals.skipped == 1)
-        return ", and a document could have held it";
-    const std::string share = totals.lost == totals.skipped ? "all" : std::to_string(totals.lost);
-    return ", " + share + " of which a document could have held";
+        return ", which is a loss";
+    if (totals.lost == totals.skipped)
+        return ", and all of them are losses";
+    return ", and " + std::to_string(totals.lost) + " of them " +
+           (totals.lost == 1 ? "is a loss" : "are losses");
 }
 
 } // namespace
@@ -113,7 +116,7 @@ std::string SummaryText(const CheckTotals& totals) {
     const std::string everything = failed ? "Everything else" : "Everything";
     if (totals.skipped == 0)
         return text + everything + " was read.";
-    const std::string skipped = totals.skipped == 1 ? " was skipped" : " were skipped";
+    const std::string skipped = (totals.skipped == 1 ? " was" : " were") + std::string(" skipped or changed");
     if (totals.lost == 0)
         return text + everything + " that a document can hold was read. " +
                Counted(totals.skipped, "other thing") + skipped + ".";

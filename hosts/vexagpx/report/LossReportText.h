@@ -10,7 +10,7 @@
 
 namespace vexagpx {
 
-/// Writes for a person what was read of a document, and what was skipped.
+/// Writes for a person what was read of a document, and what was skipped or changed.
 /// \param counts null for a document that could not be read: then only the XML parser's messages are written
 void WriteLossReportText(const std::string& heading, const DocumentCounts* counts, const LossReport& report,
                          Output& out);
@@ -19,8 +19,8 @@ void WriteLossReportText(const std::string& heading, const DocumentCounts* count
 struct CheckTotals {
     std::uint64_t documents = 0; ///< that were read
     std::uint64_t failures = 0;  ///< files and entries of archives that could not be read
-    std::uint64_t skipped = 0;
-    std::uint64_t lost = 0; ///< those of the skipped elements that a document could have held
+    std::uint64_t skipped = 0;   ///< or changed
+    std::uint64_t lost = 0;      ///< those that are losses
 };
 
 /// In one or two sentences.

@@ -20,6 +20,11 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
+/// A file that has a name, after everything else: otherwise a name that is invented would be reported.
+std::string Named(const std::string& children) {
+    return Gpx(children + "<name>n</name>");
+}
+
 // The line and column of an element are those of the end of its start tag.
 const std::string kMixed = "<wpt lat='1' lon='2'><ele>high</ele><hdop>1</hdop><time>noon</time></wpt>\n"
                            "<trk><trkseg>\n"
@@ -30,7 +35,7 @@ const std::string kMixed = "<wpt lat='1' lon='2'><ele>high</ele><hdop>1</hdop><t
 
 TEST(CheckTest, ReportsWhatWasReadAndWhatWasSkipped) {
     const Folder folder;
-    folder.Write("walk.gpx", Gpx(kMixed));
+    folder.Write("walk.gpx", Named(kMixed));
     const Result result = RunTool({"check", "walk.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "");
@@ -39,7 +44,7 @@ TEST(CheckTest, ReportsWhatWasReadAndWhatWasSkipped) {
                           "  Routes     0\n"
                           "  Tracks     1 (1 segment, 2 points)\n"
                           "\n"
-                          "Skipped\n"
+                          "Skipped or changed\n"
                           "  2:27  gpx/wpt/ele (lost)\n"
                           "      unreadable: \"high\" is not a number.\n"
                           "  2:43  gpx/wpt/hdop\n"
@@ -53,12 +58,12 @@ TEST(CheckTest, ReportsWhatWasReadAndWhatWasSkipped) {
                           "  7:23  gpx/wpt (lost)\n"
                           "      out-of-order: It comes after a route or a track.\n"
                           "\n"
-                          "6 things were skipped, 3 of which a document could have held.\n");
+                          "6 things were skipped or changed, and 3 of them are losses.\n");
 }
 
 TEST(CheckTest, AFileThatIsReadWholeIsASuccess) {
     const Folder folder;
-    folder.Write("walk.gpx", Gpx("<rte><rtept lat='1' lon='2'/></rte>"));
+    folder.Write("walk.gpx", Named("<rte><rtept lat='1' lon='2'/></rte>"));
     const Result result = RunTool({"check", "walk.gpx", "walk.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 0);
     const std::string report = "walk.gpx\n  Waypoints  0\n  Routes     1 (1 point)\n  Tracks     0\n\n";
@@ -67,11 +72,41 @@ TEST(CheckTest, AFileThatIsReadWholeIsASuccess) {
 
 TEST(CheckTest, SkippingAnElementThatNoDocumentCanHoldIsNoFailure) {
     const Folder folder;
-    folder.Write("walk.gpx", Gpx("<wpt lat='1' lon='2'><hdop>1</hdop></wpt>"));
+    folder.Write("walk.gpx", Named("<wpt lat='1' lon='2'><hdop>1</hdop></wpt>"));
     const Result result = RunTool({"check", "walk.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(Lines(result.out).back(),
-              "Everything that a document can hold was read. 1 other thing was skipped.");
+              "Everything that a document can hold was read. 1 other thing was skipped or changed.");
+}
+
+TEST(CheckTest, AttributesAndValuesThatAreNotKeptAreLosses) {
+    const Folder folder;
+    folder.Write("walk.gpx",
+                 "<gpx version='1.1' creator='c' xmlns='http://www.topografix.com/GPX/1/1'>\n"
+                 "<wpt lat='1.0123456789' lon='2' id='3'/>\n<wpt lat='1.0123456788' lon='2' id='4'/>\n"
+                 "</gpx>");
+    const Result result = RunTool({"check", "walk.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.out,
+                HasSubstr("\nSkipped or changed\n"
+                          "  1:74  gpx@creator\n"
+                          "      unread-attribute: The library does not keep this attribute.\n"
+                          "  1:74  gpx\n"
+                          "      invented: The document's name is not from the file, which has none.\n"
+                          "  2:41  gpx/wpt@lat (lost)\n"
+                          "      rounded: Only 9 decimals are written.\n"
+                          "      2 times, at 2:41, 3:41\n"
+                          "  2:41  gpx/wpt@id (lost)\n"
+                          "      unread-attribute: The library does not keep this attribute.\n"
+                          "      2 times, at 2:41, 3:41\n"
+                          "\n"
+                          "6 things were skipped or changed, and 4 of them are losses.\n"));
+    const json report = json::parse(RunTool({"check", "--json", "walk.gpx"}, folder.Path()).out);
+    EXPECT_EQ(report["skipped"][0]["attribute"], "creator");
+    EXPECT_FALSE(report["skipped"][1].contains("attribute"));
+    EXPECT_EQ(report["skipped"][2]["element"], "gpx/wpt");
+    EXPECT_EQ(report["skipped"][2]["reason"], "rounded");
+    EXPECT_EQ(report["lostCount"], 4);
 }
 
 TEST(CheckTest, CountsGeocachesTheirLogsAndTravelBugs) {
@@ -90,32 +125,31 @@ std::string Points(int count, const std::function<std::string(int)>& content) {
 
 TEST(CheckTest, EqualThingsAreOneEntryWithItsFirstTenLocations) {
     const Folder folder;
-    folder.Write("a.gpx", Gpx(Points(1000, [](int) { return "<ele>x</ele>"; })));
+    folder.Write("a.gpx", Named(Points(1000, [](int) { return "<ele>x</ele>"; })));
     const Result result = RunTool({"check", "a.gpx"}, folder.Path());
-    EXPECT_THAT(result.out, HasSubstr("\nSkipped\n"
+    EXPECT_THAT(result.out, HasSubstr("\nSkipped or changed\n"
                                       "  3:29  gpx/trk/trkseg/trkpt/ele (lost)\n"
                                       "      unreadable: \"x\" is not a number.\n"
                                       "      1000 times, first at 3:29, 4:29, 5:29, 6:29, 7:29, 8:29, 9:29, "
                                       "10:29, 11:29, 12:29\n"
                                       "\n"
-                                      "1000 things were skipped, all of which a document could have "
-                                      "held.\n"));
+                                      "1000 things were skipped or changed, and all of them are losses.\n"));
 }
 
 TEST(CheckTest, AllListsEachByItself) {
     const Folder folder;
-    folder.Write("a.gpx", Gpx(Points(1000, [](int) { return "<ele>x</ele>"; })));
+    folder.Write("a.gpx", Named(Points(1000, [](int) { return "<ele>x</ele>"; })));
     const std::string out = RunTool({"check", "--all", "a.gpx"}, folder.Path()).out;
     for (const int line : {3, 500, 1002})
         EXPECT_THAT(out, HasSubstr("\n  " + std::to_string(line) +
                                    ":29  gpx/trk/trkseg/trkpt/ele (lost)\n      unreadable: \"x\""));
     EXPECT_THAT(out, Not(HasSubstr(" times")));
-    EXPECT_EQ(Lines(out).back(), "1000 things were skipped, all of which a document could have held.");
+    EXPECT_EQ(Lines(out).back(), "1000 things were skipped or changed, and all of them are losses.");
 }
 
 TEST(CheckTest, ManyTextsOfOneKindAreNotAllListed) {
     const Folder folder;
-    folder.Write("a.gpx", Gpx(Points(1000, [](int i) { return "<ele>x" + std::to_string(i) + "</ele>"; })));
+    folder.Write("a.gpx", Named(Points(1000, [](int i) { return "<ele>x" + std::to_string(i) + "</ele>"; })));
     const std::string out = RunTool({"check", "a.gpx"}, folder.Path()).out;
     EXPECT_THAT(out, HasSubstr("  12:29  gpx/trk/trkseg/trkpt/ele (lost)\n"
                                "      unreadable: \"x9\" is not a number.\n"
@@ -129,7 +163,8 @@ TEST(CheckTest, ManyTextsOfOneKindAreNotAllListed) {
 
 TEST(CheckTest, AFileWithADocumentTypeHasNoLocations) {
     const Folder folder;
-    folder.Write("a.gpx", "<!DOCTYPE gpx>" + Gpx("<wpt lat='1' lon='2'><hdop>1</hdop><hdop>1</hdop></wpt>"));
+    folder.Write("a.gpx",
+                 "<!DOCTYPE gpx>" + Named("<wpt lat='1' lon='2'><hdop>1</hdop><hdop>1</hdop></wpt>"));
     EXPECT_THAT(RunTool({"check", "--trust", "a.gpx"}, folder.Path()).out,
                 HasSubstr("  -  gpx/wpt/hdop\n"
                           "      unknown-element: The library does not keep this element.\n"
@@ -140,10 +175,10 @@ TEST(CheckTest, AFileWithADocumentTypeHasNoLocations) {
 
 TEST(CheckTest, AFileThatCannotBeReadShowsOnlyWhatTheParserSaid) {
     const Folder folder;
-    folder.Write("good.gpx", Gpx(""));
+    folder.Write("good.gpx", Named(""));
     folder.Write("bad.gpx", "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'>\n"
                             "<wpt lat='1' lon='2'><ele>x</ele></wpt><wpt");
-    folder.Write("other.gpx", Gpx("<wpt/>"));
+    folder.Write("other.gpx", Named("<wpt/>"));
     const Result result =
         RunTool({"check", "bad.gpx", "good.gpx", "other.gpx", "missing.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 1);
@@ -164,7 +199,7 @@ TEST(CheckTest, AFileThatCannotBeReadShowsOnlyWhatTheParserSaid) {
 TEST(CheckTest, AMessageAboutAnotherFileNamesIt) {
     const Folder folder;
     folder.Write("bad.xml", "<a>");
-    folder.Write("a.gpx", "<!DOCTYPE gpx [<!ENTITY e SYSTEM 'bad.xml'>]>" + Gpx("&e;"));
+    folder.Write("a.gpx", "<!DOCTYPE gpx [<!ENTITY e SYSTEM 'bad.xml'>]>" + Named("&e;"));
     const Result result = RunTool({"check", "--trust", "a.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.out, HasSubstr("/bad.xml\n"));
@@ -172,25 +207,26 @@ TEST(CheckTest, AMessageAboutAnotherFileNamesIt) {
 
 TEST(CheckTest, EntriesOfArchivesAndStandardInput) {
     const Folder folder;
-    folder.Write("a.zip", testing_support::BuildZip({{.name = "one.gpx", .content = Gpx(kMixed)},
+    folder.Write("a.zip", testing_support::BuildZip({{.name = "one.gpx", .content = Named(kMixed)},
                                                      {.name = "bad.gpx", .content = "<gpx"},
                                                      {.name = "notes.txt", .content = "<gpx"}}));
     const Result archive = RunTool({"check", "a.zip"}, folder.Path());
     EXPECT_EQ(archive.status, 1);
     EXPECT_THAT(archive.out, StartsWith("a.zip: one.gpx\n  Waypoints  1\n"));
     EXPECT_THAT(archive.out, HasSubstr("\na.zip: bad.gpx\n  It could not be read.\n"));
-    EXPECT_EQ(Lines(archive.out).back(), "1 file could not be read. 6 things were skipped, 3 of which a "
-                                         "document could have held.");
-    const Result input = Tool({"check", "-"}).Stdin(Gpx("")).Run();
+    EXPECT_EQ(Lines(archive.out).back(),
+              "1 file could not be read. 6 things were skipped or changed, and 3 of them are "
+              "losses.");
+    const Result input = Tool({"check", "-"}).Stdin(Named("")).Run();
     EXPECT_EQ(input.status, 0);
     EXPECT_EQ(input.out, "-\n  Waypoints  0\n  Routes     0\n  Tracks     0\n\nEverything was read.\n");
 }
 
 TEST(CheckTest, JsonIsALineForEachDocument) {
     const Folder folder;
-    folder.Write("a.gpx", Gpx("<wpt lat='1' lon='2'><ele>x</ele><hdop>1</hdop></wpt>\n"
-                              "<wpt lat='1' lon='2'><ele>x</ele></wpt>"));
-    folder.Write("b.zip", testing_support::BuildZip({{.name = "c.gpx", .content = Gpx("")}}));
+    folder.Write("a.gpx", Named("<wpt lat='1' lon='2'><ele>x</ele><hdop>1</hdop></wpt>\n"
+                                "<wpt lat='1' lon='2'><ele>x</ele></wpt>"));
+    folder.Write("b.zip", testing_support::BuildZip({{.name = "c.gpx", .content = Named("")}}));
     const Result result = RunTool({"check", "--json", "a.gpx", "b.zip"}, folder.Path());
     EXPECT_EQ(result.status, 1);
     const std::string none = R"("routes":0,"routePoints":0,"tracks":0,"segments":0,"trackPoints":0,)"
@@ -231,8 +267,8 @@ TEST(CheckTest, JsonHasTheErrorOfWhatCannotBeRead) {
 
 TEST(CheckTest, HostileTextsDoNotReachTheTerminalRaw) {
     const Folder folder;
-    folder.Write("a\x1B[2J.gpx", Gpx("<wpt lat='1' lon='2'><ele>\xC2\x9B"
-                                     "2J\xE2\x80\xAE</ele><b\xC2\xB7\xE3\x80\x87/></wpt>"));
+    folder.Write("a\x1B[2J.gpx", Named("<wpt lat='1' lon='2'><ele>\xC2\x9B"
+                                       "2J\xE2\x80\xAE</ele><b\xC2\xB7\xE3\x80\x87/></wpt>"));
     const Result result = RunTool({"check", "a\x1B[2J.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 1) << result.err;
     for (const char* bytes : {"\x1B", "\xC2\x9B", "\xE2\x80\xAE"})
@@ -257,7 +293,7 @@ TEST(CheckTest, OfVeryManyNamesTheFirstAreListedAndAllAreCounted) {
     for (int i = 0; i < 1100; ++i)
         children += "<n" + std::to_string(i) + "/>\n";
     const Folder folder;
-    folder.Write("a.gpx", Gpx("<wpt lat='1' lon='2'>\n" + children + "</wpt>"));
+    folder.Write("a.gpx", Named("<wpt lat='1' lon='2'>\n" + children + "</wpt>"));
     const Result result = RunTool({"check", "--trust", "a.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out.substr(result.out.find("  1002:8")),
@@ -267,7 +303,7 @@ TEST(CheckTest, OfVeryManyNamesTheFirstAreListedAndAllAreCounted) {
                            "      unknown-element: More elements, which --all lists.\n"
                            "      100 times, first at 1003:9, 1004:9, "));
     EXPECT_EQ(Lines(result.out).back(),
-              "Everything that a document can hold was read. 1100 other things were skipped.");
+              "Everything that a document can hold was read. 1100 other things were skipped or changed.");
     EXPECT_THAT(RunTool({"check", "--trust", "--all", "a.gpx"}, folder.Path()).out,
                 HasSubstr("  gpx/wpt/n1099\n"));
     const json report = json::parse(RunTool({"check", "--trust", "--json", "a.gpx"}, folder.Path()).out);

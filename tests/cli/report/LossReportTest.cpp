@@ -115,6 +115,11 @@ TEST(LossReportTest, EveryReasonAndSeverityHasItsWord) {
         {kGpxRefused, "refused"},
         {kGpxIncomplete, "incomplete"},
         {kGpxReplaced, "replaced"},
+        {kGpxUnreadAttribute, "unread-attribute"},
+        {kGpxRounded, "rounded"},
+        {kGpxCleaned, "cleaned"},
+        {kGpxInvented, "invented"},
+        {kGpxChanged, "changed"},
     };
     for (const auto& [reason, word] : reasons)
         EXPECT_EQ(Word(reason), word);

@@ -18,19 +18,19 @@ using namespace vexaTransferLib;
 TEST(LossReportTextTest, SaysInPlainWordsWhatTheReportsComeTo) {
     const std::vector<std::pair<CheckTotals, const char*>> rows = {
         {{1, 0, 0, 0}, "Everything was read."},
-        {{1, 0, 1, 0}, "Everything that a document can hold was read. 1 other thing was skipped."},
-        {{1, 0, 5, 0}, "Everything that a document can hold was read. 5 other things were skipped."},
-        {{1, 0, 1, 1}, "1 thing was skipped, and a document could have held it."},
-        {{1, 0, 3, 2}, "3 things were skipped, 2 of which a document could have held."},
-        {{1, 0, 3, 3}, "3 things were skipped, all of which a document could have held."},
+        {{1, 0, 1, 0}, "Everything that a document can hold was read. 1 other thing was skipped or changed."},
+        {{1, 0, 5, 0},
+         "Everything that a document can hold was read. 5 other things were skipped or changed."},
+        {{1, 0, 1, 1}, "1 thing was skipped or changed, which is a loss."},
+        {{1, 0, 3, 2}, "3 things were skipped or changed, and 2 of them are losses."},
+        {{1, 0, 3, 3}, "3 things were skipped or changed, and all of them are losses."},
         {{0, 1, 0, 0}, "1 file could not be read."},
         {{1, 2, 0, 0}, "2 files could not be read. Everything else was read."},
         {{1, 1, 2, 0},
-         "1 file could not be read. Everything else that a document can hold was read. 2 other "
-         "things were skipped."},
+         "1 file could not be read. Everything else that a document can hold was read. 2 other things were "
+         "skipped or changed."},
         {{1, 1, 2, 1},
-         "1 file could not be read. 2 things were skipped, 1 of which a document could have "
-         "held."},
+         "1 file could not be read. 2 things were skipped or changed, and 1 of them is a loss."},
     };
     for (const auto& [totals, expected] : rows)
         EXPECT_EQ(SummaryText(totals), expected);
