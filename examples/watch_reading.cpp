@@ -22,7 +22,9 @@ public:
     void Skipped(const GpxSkippedElement& what) override {
         if (what.isLoss)
             ++losses_;
-        std::cout << what.line << ':' << what.column << "  " << what.element << ": " << what.message << '\n';
+        const std::string attribute = what.attribute.empty() ? "" : "@" + what.attribute;
+        std::cout << what.line << ':' << what.column << "  " << what.element << attribute << ": "
+                  << what.message << '\n';
     }
 
 private:

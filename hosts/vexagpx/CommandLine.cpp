@@ -31,7 +31,7 @@ constexpr char kDumpExamples[] = "Examples:\n"
                                  "  vexagpx dump *.gpx > models.jsonl\n"
                                  "  curl -s https://example.org/walk.gpx | vexagpx dump -\n";
 constexpr char kCheckExamples[] =
-    "\"(lost)\" marks what a document could have held. The exit status is 1 when\n"
+    "\"(lost)\" marks data that the document does not have. The exit status is 1 when\n"
     "something is marked so, or when a file cannot be read.\n"
     "\n"
     "Examples:\n"
