@@ -111,11 +111,11 @@ public:
     /// Called roughly in the order of the file: an element that another one replaces is reported when that other
     /// one is read. Some calls may already have been made for a file that then fails to be read.
     ///
-    /// An element that is kept, but not as it was, is reported too: with its attributes that nothing reads, with
-    /// digits, times and texts that are written otherwise than they were read.
+    /// An element that is kept, but not as it was, is reported too: with each attribute that nothing reads, and when
+    /// its number, time or text is written otherwise than it was read.
     ///
-    /// Not reported: namespace declarations, attributes for XML schemas (`xsi:schemaLocation`) and empty ones, the zone
-    /// of a time, blanks around a number, comments, processing instructions, and text between the children of an
+    /// Not reported: namespace declarations, attributes for XML schemas (`xsi:schemaLocation`) and empty ones, the
+    /// zone of a time, blanks around a number, comments, processing instructions, and text between the children of an
     /// element that has children.
     virtual void Skipped(const GpxSkippedElement& what);
 };

@@ -137,10 +137,12 @@ TEST(UnreadAttributesTest, NothingIsSaidOfTheAttributesOfASkippedElement) {
 }
 
 TEST(UnreadAttributesTest, AnAttributeThatAGrammarAddsIsNotOfTheFile) {
-    EXPECT_EQ(ReportsOf("<!DOCTYPE gpx [<!ELEMENT gpx ANY><!ATTLIST gpx version CDATA #IMPLIED xmlns CDATA #IMPLIED>"
-                        "<!ELEMENT trk ANY><!ATTLIST trk n CDATA 'added'>]>" +
-                        GpxFileText("1.1", "", "<trk/><trk n='own'/>")),
-              "gpx/trk@n" + kUnread);
+    EXPECT_EQ(
+        ReportsOf(
+            "<!DOCTYPE gpx [<!ELEMENT gpx ANY><!ATTLIST gpx version CDATA #IMPLIED xmlns CDATA #IMPLIED>"
+            "<!ELEMENT trk ANY><!ATTLIST trk n CDATA 'added'>]>" +
+            GpxFileText("1.1", "", "<trk/><trk n='own'/>")),
+        "gpx/trk@n" + kUnread);
 }
 
 } // namespace

@@ -14,8 +14,8 @@
 
 namespace vexaTransferLib::reader {
 
-// Reports of values that are kept, but not as the file has them. `attribute` is the name of the attribute that has the
-// value; null when it is the text of the element.
+// Reports of values that are kept, but not as the file has them. `attribute` is the name of the attribute that has
+// the value; null when it is the text of the element.
 
 /// A number that was read, and what is known of its text.
 struct Number {

@@ -30,7 +30,7 @@ using text::RawText;
 struct PlainAttribute {
     const PlainName* name;
     RawText value;
-    const char16_t* namespaceUri = nullptr; ///< null for none, and for a declaration
+    const char16_t* namespaceUri; ///< only of a name with a prefix that is no declaration; null for none
 };
 
 /// A start tag of a plain file. The attributes are valid during the call that receives it.
@@ -278,7 +278,9 @@ private:
         }
         if (Length(begin, at) > limits_.textLength)
             return Stop(NotPlain::kLimit);
-        attributes_[attributeCount_++] = {&name, Raw(begin, at, form)};
+        PlainAttribute& attribute = attributes_[attributeCount_++];
+        attribute.name = &name;
+        attribute.value = Raw(begin, at, form);
         hasPrefixes_ = hasPrefixes_ || name.IsSpecial();
         return at + 1;
     }
@@ -330,6 +332,7 @@ private:
         declared_ = names_.CountDeclared();
         for (auto attribute = attributes.begin(); attribute != attributes.end(); ++attribute) {
             const PlainName& name = *attribute->name;
+            attribute->namespaceUri = nullptr;
             if (name.HasPrefix() && !name.IsDeclaration() &&
                 !names_.FindNamespace(name, attribute->namespaceUri))
                 return false;

@@ -38,7 +38,8 @@ public:
         if (!walk_.StartElement(tag.namespaceUri, tag.name.Local(), place))
             return;
         for (const PlainAttribute& attribute : tag.attributes)
-            walk_.AddAttribute(attribute.name->Qualified(), attribute.value, attribute.namespaceUri);
+            walk_.AddAttribute(attribute.name->Qualified(), attribute.value,
+                               attribute.name->IsSpecial() ? attribute.namespaceUri : nullptr);
         walk_.BeginContent();
     }
     void EndElement(std::uint64_t end) {

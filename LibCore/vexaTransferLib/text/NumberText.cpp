@@ -79,7 +79,8 @@ const char* AppendDecimals(const char* text, std::uint64_t& number) {
 
 // Digits and power of ten are exact as doubles, so that the division rounds once and gives the result of strtod.
 template <class Character, class IsEnd>
-bool ReadShort(const Character* text, IsEnd isEnd, double& number, DigitCounts& counts) {
+[[gnu::always_inline]] inline bool ReadShort(const Character* text, IsEnd isEnd, double& number,
+                                             DigitCounts& counts) {
     constexpr std::uint64_t kLargestExact = std::uint64_t{1} << std::numeric_limits<double>::digits;
     const bool isNegative = *text == u'-';
     const Character* const begin = isNegative ? text + 1 : text;
@@ -95,7 +96,7 @@ bool ReadShort(const Character* text, IsEnd isEnd, double& number, DigitCounts& 
     }
     if (!isEnd(end) || digits == 0 || digits > kMostDigits || read > kLargestExact)
         return false;
-    counts = {true, digits - decimals, decimals};
+    counts = {static_cast<std::int32_t>(digits - decimals), static_cast<std::int32_t>(decimals)};
     if constexpr (kRoundsTwice) {
         number = ReadNarrowed(text, end);
         return true;

@@ -45,14 +45,15 @@ double Multiply(double a, double b);
 /// How many digits a text has before its point, and after it. Of a text that ReadShortDecimal did not read, they are
 /// not known.
 struct DigitCounts {
-    bool areKnown = false;
-    std::ptrdiff_t whole = 0;
-    std::ptrdiff_t decimals = 0;
+    static constexpr std::int32_t kUnknown = 1000;
+
+    std::int32_t whole = kUnknown;
+    std::int32_t decimals = 0;
 
     /// True when it is certain that the nearest double, written with so many decimals, has all these digits: a double
     /// holds fifteen.
     bool AreWritten(int writtenDecimals) const {
-        return areKnown && decimals <= writtenDecimals && whole + writtenDecimals <= 15;
+        return decimals <= writtenDecimals && whole + writtenDecimals <= 15;
     }
 };
 

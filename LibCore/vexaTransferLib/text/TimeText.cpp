@@ -419,7 +419,8 @@ bool ReadPlainTime(const char16_t* text, double& millis, TimeLosses& losses) {
     if (!ReadPlainFields(text, fields) || *text != u'\0')
         return false;
     millis = ToMillis(fields);
-    losses.hasNoSuchDay = HasNoSuchDay(fields);
+    if (HasNoSuchDay(fields))
+        losses.hasNoSuchDay = true;
     return true;
 }
 
@@ -428,7 +429,8 @@ bool ReadPlainTime(std::string_view text, double& millis, TimeLosses& losses) {
     if (text.size() != kPlainForm.size() || !ReadPlainFields(text.data(), fields))
         return false;
     millis = ToMillis(fields);
-    losses.hasNoSuchDay = HasNoSuchDay(fields);
+    if (HasNoSuchDay(fields))
+        losses.hasNoSuchDay = true;
     return true;
 }
 
