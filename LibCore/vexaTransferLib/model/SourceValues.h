@@ -16,7 +16,7 @@ namespace vexaTransferLib {
 
 /// A finite number, with blanks around it or not.
 std::optional<double> NumberIn(std::string_view text);
-/// A time as XML Schema writes it, or as GpxUtils reads it, in milliseconds since 1970-01-01T00:00:00 UTC.
+/// A time as XML Schema writes it, or as GpxUtils reads it, in whole milliseconds since 1970-01-01T00:00:00 UTC.
 std::optional<double> TimeIn(std::string_view text);
 /// A whole number of 32 bits, also with the thousands separators that the vendor's programs write: "1,234".
 std::optional<std::int32_t> IntegerIn(std::string_view text);
