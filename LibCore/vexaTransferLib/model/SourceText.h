@@ -59,7 +59,7 @@ public:
     std::uint64_t PlaceOf(const char* byte) const { return static_cast<std::uint64_t>(byte - text_.Data()); }
 
     /// The namespace of a prefix at a place, empty for none. Empty optional when the prefix is not declared there.
-    /// Logarithmic in the number of scopes, linear in the number of those around the place.
+    /// Logarithmic in the numbers of scopes and of their declarations, linear in the number of scopes around the place.
     std::optional<std::string_view> FindNamespace(std::string_view prefix, std::uint64_t place) const;
     /// Calls `visit(prefix, uri)` for each prefix that is declared around the element at a place, not by the element
     /// itself: the innermost declaration of each.
@@ -75,7 +75,16 @@ public:
 private:
     static constexpr std::size_t kNoScope = std::numeric_limits<std::size_t>::max();
 
-    std::size_t LastScopeBefore(std::uint64_t place) const;
+    /// From a place on, this scope is the innermost.
+    struct Boundary {
+        std::uint64_t place;
+        std::size_t scope; ///< kNoScope where there is none
+    };
+
+    void EndScopes(std::size_t& innermost, std::uint64_t place);
+    std::vector<Boundary>::const_iterator FirstBoundaryAfter(std::uint64_t place) const;
+    /// The innermost scope around a place; kNoScope when there is none.
+    std::size_t InnermostAt(std::uint64_t place) const;
     SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes);
 
     friend void intrusive_ptr_add_ref(const SourceText* source) noexcept {
@@ -91,6 +100,8 @@ private:
     std::vector<Scope> scopes_;
     /// The scope around each scope, by index.
     std::vector<std::size_t> outer_;
+    /// In the order of their places.
+    std::vector<Boundary> boundaries_;
     mutable std::atomic<std::uint64_t> owners_{0};
     mutable std::mutex linesMutex_;
     mutable text::LineCounter lines_;
@@ -99,8 +110,8 @@ private:
 template <class Visit>
 void SourceText::ForEachDeclarationAround(std::uint64_t place, Visit visit) const {
     std::vector<std::string_view> seen;
-    for (std::size_t at = LastScopeBefore(place); at != kNoScope; at = outer_[at]) {
-        if (scopes_[at].end <= place || scopes_[at].begin == place)
+    for (std::size_t at = InnermostAt(place); at != kNoScope; at = outer_[at]) {
+        if (scopes_[at].begin == place)
             continue;
         for (const Declaration& declaration : scopes_[at].declarations) {
             if (std::find(seen.begin(), seen.end(), declaration.prefix) != seen.end())
