@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <new>
 
 namespace vexaTransferLib {
@@ -16,13 +17,22 @@ namespace {
 using text::RawText;
 using text::TextPlace;
 
+// Twice the capacity, or what is needed.
+std::int32_t Enlarged(std::int64_t capacity, std::int32_t needed) {
+    const std::int64_t twice = std::min<std::int64_t>(2 * capacity, std::numeric_limits<std::int32_t>::max());
+    return std::max(needed, static_cast<std::int32_t>(twice));
+}
+
 // Appends a part of the source as a reader of XML gets it.
 void AppendDecoded(icu::UnicodeString& out, std::string_view raw, RawText::Form form, TextPlace place) {
     const std::int32_t before = out.length();
+    // ICU counts the units of a text with 32 bits.
+    if (raw.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max() - before))
+        throw std::bad_alloc();
     const std::int32_t needed = before + static_cast<std::int32_t>(raw.size());
     // A text of many pieces must not be copied for each of them.
-    const std::int32_t capacity = out.getCapacity();
-    char16_t* const units = out.getBuffer(needed > capacity ? std::max(needed, 2 * capacity) : needed);
+    const std::int64_t capacity = out.getCapacity();
+    char16_t* const units = out.getBuffer(needed > capacity ? Enlarged(capacity, needed) : needed);
     if (units == nullptr)
         throw std::bad_alloc();
     const char16_t* const end = text::Decode(raw, form, place, units + before);
