@@ -66,15 +66,19 @@ public:
     const char* ReadNumber(const ScannedChild& element, std::optional<double>& value);
     const char* ReadTime(const ScannedChild& element, std::optional<double>& value);
     const char* ReadInteger(const ScannedChild& element, std::optional<std::int32_t>& value);
-    /// The index of the text among those that are known; 0 for any other.
+    /// The index of the text among those that are known; 0 means that there is none.
     template <class Texts>
     const char* ReadChoice(const ScannedChild& element, const Texts& texts, std::size_t& index) {
+        if (index != 0) {
+            ReportSecond(element);
+            return nullptr;
+        }
         std::string scratch;
         const Value value = ValueOf(element, scratch);
         for (std::size_t i = 1; i < texts.size(); ++i)
             if (value.trimmed == texts[i])
                 index = i;
-        if (index == 0 || texts[index] != value.trimmed)
+        if (index == 0)
             ReportUnreadable(element, value.trimmed, "a value that the library knows");
         return value.end;
     }

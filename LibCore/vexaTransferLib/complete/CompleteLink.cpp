@@ -30,6 +30,9 @@ const char* LinkParts::ReadLink(CompleteContext& context, const ScannedChild& li
         context.ReportUnread(link, "It has no address.");
         return nullptr;
     }
+    // They may be those of an address that is not there.
+    text.remove();
+    type.remove();
     isLink = true;
     element = context.ElementOf(link);
     return context.ForEach(link, [&](const ScannedChild& child) -> const char* {

@@ -88,12 +88,7 @@ const char* ReadGeoidHeight(PointParts& parts, const ScannedChild& child) {
 }
 
 const char* ReadFix(PointParts& parts, const ScannedChild& child) {
-    GpxFix fix = kGpxFixNone;
-    if (parts.point.GetFix(fix)) {
-        parts.context.ReportSecond(child);
-        return nullptr;
-    }
-    std::size_t index = 0;
+    std::size_t index = GpxModelAccess::GetRawFix(parts.point);
     const char* const end = parts.context.ReadChoice(child, text::kFixTexts, index);
     if (index != 0)
         parts.point.SetFix(static_cast<GpxFix>(index));

@@ -67,7 +67,10 @@ const char* ReadForm(CompleteContext& context, const ScannedChild& form, GpxPoin
 }
 
 const char* ReadSymbolNumber(CompleteContext& context, const ScannedChild& child, GpxPoint& point) {
+    const GpxModelAccess::RareData* const rare = GpxModelAccess::GetRareData(point);
     std::optional<std::int32_t> number;
+    if (rare != nullptr && rare->symbolNumber != 0)
+        number = rare->symbolNumber;
     const char* const end = context.ReadInteger(child, number);
     if (number)
         GpxModelAccess::SetSymbolNumber(point, *number);
@@ -75,9 +78,10 @@ const char* ReadSymbolNumber(CompleteContext& context, const ScannedChild& child
 }
 
 const char* ReadIdentifier(CompleteContext& context, const ScannedChild& child, GpxPoint& point) {
-    icu::UnicodeString text;
+    icu::UnicodeString text = GpxModelAccess::GetGUID(point);
+    const bool isFirst = text.isEmpty();
     const char* const end = context.ReadText(child, text);
-    if (!text.isEmpty())
+    if (isFirst && !text.isEmpty())
         GpxModelAccess::SetGUID(point, text);
     return end;
 }
@@ -93,7 +97,7 @@ const char* ReadWaypointExtension(CompleteContext& context, const ScannedChild& 
 const char* ReadRoutePointType(CompleteContext& context, const ScannedChild& child, GpxPoint& point) {
     if (child.name != tarvik::kRoutePointType.Local())
         return nullptr;
-    std::size_t type = 0;
+    std::size_t type = GpxModelAccess::GetRawRoutePointType(point);
     const char* const end = context.ReadChoice(child, text::kRoutePointTypeTexts, type);
     if (type != 0)
         point.SetTarvikRoutePointType(static_cast<TarvikRoutePointType>(type));
@@ -102,8 +106,12 @@ const char* ReadRoutePointType(CompleteContext& context, const ScannedChild& chi
 
 const char* ReadExtensionGeocache(CompleteContext& context, const ScannedChild& child, GpxPoint& point) {
     const GpxModelAccess::RareData* const rare = GpxModelAccess::GetRareData(point);
-    if (child.name != groundspeak::kCache.Local() || (rare != nullptr && rare->geocache != nullptr))
+    if (child.name != groundspeak::kCache.Local())
         return nullptr;
+    if (rare != nullptr && rare->geocache != nullptr) {
+        context.ReportSecond(child);
+        return nullptr;
+    }
     auto cache = std::make_unique<GpxGroundspeakCache>();
     const char* const end = ReadGeocache(context, child, *cache);
     GpxModelAccess::GetOrMakeRareData(point).geocache = std::move(cache);
