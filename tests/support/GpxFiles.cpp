@@ -3,6 +3,8 @@
 
 #include <vexaTransferLib/GpxParser.h>
 
+#include <algorithm>
+
 namespace vexaTransferLib::testing_support {
 
 GpxFile::GpxFile(const std::string& bytes, const std::string& name) : name_(name) {
@@ -26,6 +28,16 @@ GpxDocument ReadGpx(const std::string& bytes) {
 
 std::string ParseErrorsMessage(const std::string& path) {
     return "One or more errors encountered while parsing the GPX file: " + path;
+}
+
+std::vector<std::filesystem::path> GpxFilesBelow(const std::filesystem::path& folder,
+                                                 std::uintmax_t longest) {
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
+        if (entry.is_regular_file() && entry.file_size() <= longest && entry.path().extension() == ".gpx")
+            files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    return files;
 }
 
 } // namespace vexaTransferLib::testing_support

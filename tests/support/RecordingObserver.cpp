@@ -14,6 +14,10 @@ constexpr std::array<const char*, 3> kSeverities = {"warning", "error", "fatal"}
 
 } // namespace
 
+const char* NameOfReason(GpxSkipReason reason) {
+    return reason == kGpxTolerated ? "tolerated" : kReasons.at(reason);
+}
+
 bool RecordingObserver::Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) {
     progress.emplace_back(bytesRead, bytesInAll);
     return goesOn();
@@ -26,7 +30,7 @@ void RecordingObserver::ParserMessage(const GpxParserMessage& message) {
 
 void RecordingObserver::Skipped(const GpxSkippedElement& what) {
     skipped += what.element + (what.attribute.empty() ? "" : "@" + what.attribute) + " " +
-               kReasons.at(what.reason) + (what.isLoss ? " loss" : "") + ": " + what.message + "\n";
+               NameOfReason(what.reason) + (what.isLoss ? " loss" : "") + ": " + what.message + "\n";
     things.push_back(what);
 }
 

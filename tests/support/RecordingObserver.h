@@ -10,6 +10,9 @@
 
 namespace vexaTransferLib::testing_support {
 
+/// One word: "unreadable".
+const char* NameOfReason(GpxSkipReason reason);
+
 /// Keeps everything that is reported to it.
 class RecordingObserver : public GpxReadObserver {
 public:

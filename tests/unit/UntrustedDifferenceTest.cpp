@@ -2,6 +2,7 @@
 
 // An untrusted file within the limits is read like a trusted one.
 
+#include "support/GpxFiles.h"
 #include "support/GpxReading.h"
 #include "support/GpxText.h"
 #include "support/HeadScan.h"
@@ -14,11 +15,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <limits>
 #include <string>
-#include <vector>
 
 namespace vexaTransferLib {
 namespace {
@@ -54,19 +53,10 @@ void ExpectSame(const std::string& bytes) {
     ExpectSameScan(bytes);
 }
 
-/// The files below a folder that have at most the given length.
-std::vector<std::string> FilesBelow(const std::filesystem::path& folder, std::uintmax_t longest) {
-    std::vector<std::string> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
-        if (entry.is_regular_file() && entry.file_size() <= longest && entry.path().extension() == ".gpx")
-            files.push_back(ReadBytes(entry.path()));
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
 TEST(UntrustedDifferenceTest, TestFilesAndChangedOnesAreReadTheSame) {
     Mutator mutator(13);
-    for (const std::string& file : FilesBelow(VEXA_TEST_DATA, 100000)) {
+    for (const std::filesystem::path& path : GpxFilesBelow(VEXA_TEST_DATA, 100000)) {
+        const std::string file = ReadBytes(path);
         ExpectSame(file);
         for (int i = 0; i < 10 && !HasFailure(); ++i)
             ExpectSame(mutator.Mutate(file));
@@ -78,7 +68,8 @@ TEST(UntrustedDifferenceTest, FilesOfManyProgramsAreReadTheSame) {
     if (!std::filesystem::is_directory(corpus))
         GTEST_SKIP() << "there is no corpus of GPX files beside the source tree";
     Mutator mutator(14);
-    for (const std::string& file : FilesBelow(corpus, 30000)) {
+    for (const std::filesystem::path& path : GpxFilesBelow(corpus, 30000)) {
+        const std::string file = ReadBytes(path);
         ExpectSame(file);
         for (int i = 0; i < 2 && !HasFailure(); ++i)
             ExpectSame(mutator.Mutate(file));
