@@ -57,21 +57,6 @@ void PrintTo(const Way& way, std::ostream* out) {
     *out << way.name;
 }
 
-/// The failures that a lack of memory may cause in a reading; see GpxParser.
-testing::AssertionResult IsOutOfMemory(std::string_view failure, const FaultFile& file) {
-    const std::string others[] = {
-        kBadAlloc,
-        kXercesOutOfMemory,
-        "runtime: Unable to open the converter: UTF-8 (default)",
-        "runtime: Unable to convert the UnicodeString.",
-        "postcondition: " + ParseErrorsMessage(file.NarrowPath()),
-    };
-    for (const std::string& other : others)
-        if (failure == other)
-            return testing::AssertionSuccess();
-    return testing::AssertionFailure() << "not for want of memory: " << failure;
-}
-
 class ReadFaultsTest : public testing::TestWithParam<Way> {
 protected:
     /// Reads while the request that `refuse` chooses is refused, then without a refusal.
@@ -114,7 +99,7 @@ protected:
 private:
     void CheckDocument(FaultFile& file, const Attempt& attempt, const GpxDocument& document) {
         if (!attempt.Failure().empty()) {
-            EXPECT_TRUE(IsOutOfMemory(attempt.Failure(), file));
+            EXPECT_TRUE(IsOutOfMemory(attempt.Failure(), file.NarrowPath()));
             EXPECT_TRUE(DifferencesOf(UsedDocument(), document).empty() || file.IsPart(document))
                 << attempt.Failure();
         } else if (GetParam().isWatched) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/FaultReading.h"
 
+#include "support/Attempts.h"
+
 #include "support/GpxReading.h"
 #include "support/GpxValues.h"
 #include "support/Memory.h"
@@ -56,6 +58,20 @@ bool IsToldAs(const GpxSkippedElement& what, const GpxSkippedElement& other) {
 }
 
 } // namespace
+
+testing::AssertionResult IsOutOfMemory(std::string_view failure, const std::string& path) {
+    const std::string others[] = {
+        kBadAlloc,
+        kXercesOutOfMemory,
+        "runtime: Unable to open the converter: UTF-8 (default)",
+        "runtime: Unable to convert the UnicodeString.",
+        "postcondition: " + ParseErrorsMessage(path),
+    };
+    for (const std::string& other : others)
+        if (failure == other)
+            return testing::AssertionSuccess();
+    return testing::AssertionFailure() << "not for want of memory: " << failure;
+}
 
 bool UnrefusedObserver::Progress(std::uint64_t bytesRead, std::uint64_t bytesInAll) {
     const MemoryPause pause;

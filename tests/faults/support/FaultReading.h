@@ -11,9 +11,13 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vexaTransferLib::testing_support {
+
+/// True for the failures that a lack of memory may cause in the reading of a file; see GpxParser.
+testing::AssertionResult IsOutOfMemory(std::string_view failure, const std::string& path);
 
 /// Keeps the reports in memory that is neither refused nor counted.
 class UnrefusedObserver final : public RecordingObserver {
