@@ -178,6 +178,9 @@ const std::string kRefused[] = {
     "<gpx><a b='<'/></gpx>",
     "<gpx><?xml version='1.0'?></gpx>",
     "\n<?xml version='1.0'?><gpx/>",
+    "<?xml version='1.2'?><gpx/>",
+    "<?xml version='1.2'?>\n<gpx><",
+    "<?xml version='1.3' encoding='ISO-8859-1'?>\n<gpx/>",
     "<?xml version='2.0'?>\n\n<gpx/>",
     "<?xml version='1.0' encoding='no-such-encoding'?><gpx/>",
     "<!DOCTYPE gpx [<!ELEMENT gpx EMPTY>]><gpx>\n<x/></gpx>",
@@ -197,12 +200,11 @@ TEST(CompleteReadingTest, OfAFileWithADocumentTypeThatIsNotGpxTheLineIsKnown) {
     EXPECT_EQ(ReadCompletely(bytes).error, expected);
 }
 
-// The XML parser takes a zero byte after the root for the end of the file, and UTF-8 for what cannot be UTF-16. The DOM
-// alone refuses a version of XML that it does not know.
+// The XML parser takes a zero byte after the root for the end of the file, and UTF-8 for what cannot be UTF-16.
 TEST(CompleteReadingTest, ReadsWhatTheXmlParserReads) {
     for (const std::string& bytes :
          {std::string("<gpx/>\0<", 8), std::string("<?xml version='1.0' encoding='UTF-16'?><gpx/>"),
-          std::string("<?xml version='1.2'?><gpx/>")}) {
+          std::string("<?xml version='1.1'?><gpx/>")}) {
         const CompleteRead read = ReadCompletely(bytes);
         EXPECT_EQ(read.error, "");
         EXPECT_EQ(read.document.GetElement().GetXml().substr(0, 4), "<gpx");

@@ -5,6 +5,7 @@
 
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>
+#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
@@ -77,6 +78,12 @@ SourceParser::SourceParser(xercesc::ErrorHandler& errors) {
 void SourceParser::startDocument() {
     SAX2XMLReaderImpl::startDocument();
     hasDocument_ = true;
+}
+
+void SourceParser::XMLDecl(const XMLCh* const version, const XMLCh* const, const XMLCh* const,
+                           const XMLCh* const) {
+    if (!xercesc::XMLString::equals(version, u"1.0") && !xercesc::XMLString::equals(version, u"1.1"))
+        throw xercesc::DOMException(xercesc::DOMException::NOT_SUPPORTED_ERR);
 }
 
 // Blanks within a tag mean nothing, so they can be line feeds.

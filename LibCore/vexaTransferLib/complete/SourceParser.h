@@ -33,6 +33,9 @@ public:
     SourceText::Pointer TakeSource();
 
     void startDocument() override;
+    /// \throws xercesc::DOMException as the DOM parser does for a version of XML that it does not know
+    void XMLDecl(const XMLCh* const version, const XMLCh* const encoding, const XMLCh* const standalone,
+                 const XMLCh* const actualEncoding) override;
     void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
                       const XMLCh* const prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                       const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) override;
