@@ -92,8 +92,8 @@ TEST(GpxElementTest, GivesAttributesByNameAndNamespace) {
 }
 
 TEST(GpxElementTest, GivesAllAttributesButDeclarations) {
-    const std::vector<GpxAttribute> attributes =
-        First("<a xmlns='v' b='1' p:c='' xmlns:p='u'/>").GetAttributes();
+    const GpxElement element = First("<a xmlns='v' b='1' p:c='' xmlns:p='u'/>");
+    const std::vector<GpxAttribute> attributes = element.GetAttributes();
     ASSERT_EQ(attributes.size(), 2u);
     EXPECT_EQ(attributes[0].name, "b");
     EXPECT_EQ(attributes[0].nameSpace, "");

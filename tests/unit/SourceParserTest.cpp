@@ -54,7 +54,7 @@ TEST(SourceParserTest, ReplacesCharactersThatOnlyXml11Has) {
 TEST(SourceParserTest, ElementsHaveTheLinesOfTheFile) {
     const GpxElement root =
         DocumentOf(std::string(kLatin1) +
-                   "\n<!-- \n -->\n<gpx\n\n a='1'\n>\n<a/>\n\n<!--\n--><?p\n?><b c='\n\n'/><b/></gpx>")
+                   "\n<!-- \n -->\n<gpx\n\n a='1'\n>\n<a/>\n\n<!--\n--><?p a\n?><b c='\n\n'/><b/></gpx>")
             .GetElement();
     // The lines of a tag come before its end, wherever they were in it.
     const GpxElement a = root.FindChild("", "a");
