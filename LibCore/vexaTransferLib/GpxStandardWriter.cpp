@@ -26,7 +26,7 @@ void GpxStandardWriter::Write(const GpxDocument& document,
     if (!options_.version.IsGpx10() && !options_.version.IsGpx11())
         throw dbc::precondition_error("Cannot write to unknown GPX schema version.");
     if (!options_.replacesCharacters)
-        standard::CheckTexts(document);
+        standard::CheckTexts(document, options_.creator);
     standard::PieceOutput output(receive);
     standard::Writing writing(document, options_, output);
     standard::WriteDocument(writing, document);

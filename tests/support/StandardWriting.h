@@ -13,6 +13,20 @@ namespace vexaTransferLib::testing_support {
 inline const GpxVersion kGpx10(1, 0);
 inline const GpxVersion kGpx11(1, 1);
 
+inline constexpr char kGpx10Uri[] = "http://www.topografix.com/GPX/1/0";
+inline constexpr char kGpx11Uri[] = "http://www.topografix.com/GPX/1/1";
+
+/// \{
+/// A file with something in its root, whose further attributes start with a blank.
+std::string Gpx10(const std::string& content, const std::string& attributes = "");
+std::string Gpx11(const std::string& content, const std::string& attributes = "");
+/// \}
+/// \{
+/// A point at latitude 1, longitude 2, and a track with one.
+std::string Waypoint(const std::string& content);
+std::string TrackPoint(const std::string& content);
+/// \}
+
 /// The document that a parser reads completely from these bytes.
 GpxDocument ReadCompletely(std::string_view bytes);
 
@@ -26,5 +40,8 @@ struct StandardText {
     std::string text;
     std::vector<GpxUnwritten> unwritten;
 };
+
+/// What is between the root's tags, without line ends and the blanks after them.
+std::string JoinedContent(const std::string& text);
 
 } // namespace vexaTransferLib::testing_support

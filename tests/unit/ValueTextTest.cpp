@@ -143,6 +143,44 @@ TEST(ValueTextTest, OtherTextsAreNoTimes) {
         EXPECT_EQ(ReadSchemaTime(text), std::nullopt) << text;
 }
 
+TEST(ValueTextTest, TimesAreWrittenAsXmlSchemaHasThem) {
+    const struct {
+        double time;
+        const char* text;
+    } kTimes[] = {{0.0, "1970-01-01T00:00:00Z"},
+                  {-0.0, "1970-01-01T00:00:00Z"},
+                  {1232014830000.0, "2009-01-15T10:20:30Z"},
+                  {1232014830250.0, "2009-01-15T10:20:30.250Z"},
+                  {1232014830001.0, "2009-01-15T10:20:30.001Z"},
+                  {0.5, "1970-01-01T00:00:00.0005Z"},
+                  {-0.5, "1969-12-31T23:59:59.9995Z"},
+                  {-1000.0, "1969-12-31T23:59:59Z"},
+                  {1330473600000.0, "2012-02-29T00:00:00Z"},
+                  {-62135596800000.0, "0001-01-01T00:00:00Z"},
+                  {253402300799000.0, "9999-12-31T23:59:59Z"}};
+    for (const auto& [time, text] : kTimes)
+        EXPECT_EQ(SchemaTime(time), text);
+}
+
+TEST(ValueTextTest, TimesOutsideOfTheYears1To9999AreNotWritten) {
+    for (const double time : {-62135596800000.01, 253402300800000.0, 1e300, -1e300, std::nan(""),
+                              std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()})
+        EXPECT_EQ(SchemaTime(time), "") << time;
+}
+
+TEST(ValueTextTest, EveryTimeThatIsWrittenReadsBackTheSame) {
+    std::mt19937_64 random(1);
+    std::uniform_real_distribution<double> anyTime(-62135596800000.0, 253402300799999.0);
+    std::uniform_real_distribution<double> recentTime(-1e9, 2e12);
+    for (int i = 0; i < 5000; ++i) {
+        for (const double time : {anyTime(random), recentTime(random), std::floor(anyTime(random)),
+                                  std::nextafter(1000.0 * std::floor(recentTime(random) / 1000.0), -1e300)}) {
+            const std::string text = SchemaTime(time);
+            EXPECT_EQ(ReadSchemaTime(text), std::optional(time)) << text;
+        }
+    }
+}
+
 TEST(ValueTextTest, OnlyTheWhiteSpaceOfXmlIsTrimmed) {
     EXPECT_EQ(Trimmed(" \t\r\na b\n"), "a b");
     EXPECT_EQ(Trimmed(" \n"), "");

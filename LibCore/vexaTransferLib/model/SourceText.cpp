@@ -70,6 +70,11 @@ bool SourceText::IsInRootScope(std::uint64_t place) const {
     return true;
 }
 
+bool SourceText::HasScopeIn(std::uint64_t begin, std::uint64_t end) const {
+    const std::size_t last = LastScopeBefore(end - 1);
+    return last != kNoScope && scopes_[last].begin >= begin;
+}
+
 std::uint64_t SourceText::SameScopeUntil(std::uint64_t place) const {
     const auto next = FirstBoundaryAfter(place);
     return next != boundaries_.end() ? next->place : text_.Size();

@@ -67,6 +67,8 @@ public:
     void ForEachDeclarationAround(std::uint64_t place, Visit visit) const;
     /// True when only the root declares namespaces around the element at a place.
     bool IsInRootScope(std::uint64_t place) const;
+    /// True when an element that starts in this part declares namespaces. The part is not empty.
+    bool HasScopeIn(std::uint64_t begin, std::uint64_t end) const;
     /// Up to here, from the place on, no prefix changes its namespace.
     std::uint64_t SameScopeUntil(std::uint64_t place) const;
     /// Line and column of a place. The first call for a place far in the text costs as much as the text before it.

@@ -4,10 +4,12 @@
 #include <vexaTransferLib/GpxError.h>
 
 #include <fcntl.h>
+#include <limits.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <memory>
@@ -21,15 +23,6 @@ constexpr char kNotCreated[] = "Unable to create the GPX file. Target could be w
 constexpr char kNotWritten[] = "Unable to write the GPX file. Target could be write protected or full.";
 constexpr unsigned kUsualMode = 0666;
 
-// The name of the file that a symbolic link leads to; the name itself when there is no file yet.
-std::string Resolved(const std::string& name) {
-    struct Free {
-        void operator()(char* text) const { ::free(text); }
-    };
-    const std::unique_ptr<char, Free> path(::realpath(name.c_str(), nullptr));
-    return path ? path.get() : name;
-}
-
 std::string FolderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
     if (slash == std::string::npos)
@@ -37,10 +30,40 @@ std::string FolderOf(const std::string& path) {
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
+// Where a symbolic link leads; empty for any other file, and for none.
+std::string LinkTarget(const std::string& link) {
+    std::array<char, PATH_MAX> target;
+    const ssize_t length = ::readlink(link.c_str(), target.data(), target.size());
+    if (length <= 0)
+        return {};
+    const std::string path(target.data(), static_cast<std::size_t>(length));
+    return path.front() == '/' ? path : FolderOf(link) + '/' + path;
+}
+
+// The name of the file that symbolic links lead to, which need not exist; empty when there is no end of them.
+std::string Resolved(std::string name) {
+    struct Free {
+        void operator()(char* text) const { ::free(text); }
+    };
+    if (const std::unique_ptr<char, Free> path(::realpath(name.c_str(), nullptr)); path)
+        return path.get();
+    constexpr int kMostLinks = 40; // as the system has it
+    for (int links = 0; links < kMostLinks; ++links) {
+        std::string target = LinkTarget(name);
+        if (target.empty())
+            return name;
+        name = std::move(target);
+    }
+    errno = ELOOP;
+    return {};
+}
+
 } // namespace
 
 AtomicFile::AtomicFile(std::string target, bool isAtomic)
     : name_(std::move(target)), target_(Resolved(name_)) {
+    if (target_.empty())
+        Fail(kNotCreated);
     struct stat status = {};
     const bool hasTarget = ::stat(target_.c_str(), &status) == 0;
     if (isAtomic && hasTarget && ::access(target_.c_str(), W_OK) != 0)

@@ -188,6 +188,8 @@ PointForm ExamineForm(NamespaceCursor& names, const SourceText& source, const ch
     FormCheck check(names, source, type, is10, form);
     form.end = ForEachChild(names, source, element.tag,
                             [&](const ScannedChild& child) { return check.Check(child); });
+    if (form.isStandard && source.HasScopeIn(place, source.PlaceOf(form.end)))
+        form.isStandard = IsPlainGpx(names, source, begin, form.end);
     return form;
 }
 

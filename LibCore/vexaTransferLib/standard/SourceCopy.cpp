@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/standard/Writing.h>
 
-#include <vexaTransferLib/text/Namespaces.h>
+#include <vexaTransferLib/model/ElementText.h>
+#include <vexaTransferLib/text/ElementNames.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -12,6 +14,8 @@
 namespace vexaTransferLib::standard {
 
 namespace {
+
+constexpr std::string_view kDefaultDeclaration = "xmlns";
 
 // True when the element has a prefix of this name somewhere in its text. It may be in a value: one declaration too many
 // does no harm.
@@ -29,43 +33,39 @@ bool HasAttribute(const ScannedTag& tag, std::string_view name) {
 }
 
 bool DeclaresDefault(const ScannedTag& tag) {
-    return HasAttribute(tag, "xmlns");
+    return HasAttribute(tag, kDefaultDeclaration);
 }
 
-/// The declarations that an element needs in the output, as attributes.
-std::string MissingDeclarations(const Writing& writing, const SourceElement& element) {
+// True when an element has no prefix. One in a comment counts: one declaration too many does no harm.
+bool UsesDefault(std::string_view xml) {
+    for (std::size_t at = xml.find('<'); at != std::string_view::npos; at = xml.find('<', at + 1))
+        if (IsStartTag(xml.data() + at) && PrefixOf(ScanTag(xml.data() + at).name).empty())
+            return true;
+    return false;
+}
+
+// The default namespace of the output is GPX's.
+std::string MissingDefault(Writing& writing, const SourceElement& element) {
+    const std::uint64_t place = element.source->PlaceOf(element.child.begin);
+    NamespaceCursor& names = writing.NamesOf(*element.source);
+    if (names.KindOf({}, place) == NamespaceKind::kGpx || DeclaresDefault(element.child.tag) ||
+        !UsesDefault(element.Xml()))
+        return {};
+    return Declaration({}, names.UriOf({}, place));
+}
+
+/// The declarations of prefixes that an element needs in the output, as attributes.
+std::string MissingPrefixes(const Writing& writing, const SourceElement& element) {
     std::string missing;
     const std::uint64_t place = element.source->PlaceOf(element.child.begin);
     if (element.source == writing.MainSource() && element.source->IsInRootScope(place))
         return missing;
-    const bool hasDefault = DeclaresDefault(element.child.tag);
     element.source->ForEachDeclarationAround(place, [&](std::string_view prefix, std::string_view uri) {
-        if (prefix.empty()) {
-            if (!hasDefault && !text::IsGpxNamespace(uri))
-                missing.append(" xmlns=\"").append(uri).append(1, '"');
-        } else if (!writing.IsDeclared(prefix, uri) && Uses(element.Xml(), prefix) &&
-                   !HasAttribute(element.child.tag, "xmlns:" + std::string(prefix))) {
-            missing.append(" xmlns:").append(prefix).append("=\"").append(uri).append(1, '"');
-        }
+        if (!prefix.empty() && !writing.IsDeclared(prefix, uri) && Uses(element.Xml(), prefix) &&
+            !HasAttribute(element.child.tag, "xmlns:" + std::string(prefix)))
+            missing += Declaration(prefix, uri);
     });
     return missing;
-}
-
-// True when the bytes of an element of GPX mean the same in the output.
-bool IsPlainGpx(Writing& writing, const SourceElement& element) {
-    NamespaceCursor& names = writing.NamesOf(*element.source);
-    for (const char* at = element.child.begin; at != element.end;) {
-        if (!IsStartTag(at)) {
-            at = ScanPart(at).end;
-            continue;
-        }
-        const ScannedChild child = ScanChild(names, *element.source, at);
-        const bool isGpx = child.kind == NamespaceKind::kGpx;
-        if (isGpx && (!child.prefix.empty() || DeclaresDefault(child.tag)))
-            return false;
-        at = isGpx ? child.tag.end : SkipElement(at);
-    }
-    return true;
 }
 
 /// Writes an element of GPX anew: its prefix and those of the GPX elements in it are left out.
@@ -83,25 +83,26 @@ private:
     // Returns the place after the tag, or after an element that is copied.
     const char* StartTag(const SourceElement& top, const ScannedChild& child,
                          const std::string& declarations) {
-        if (child.kind != NamespaceKind::kGpx) {
+        const bool isInExtensions = !open_.empty() && open_.back() == gpx::kExtensions;
+        if (child.kind != NamespaceKind::kGpx || isInExtensions) {
             const SourceElement foreign{top.source, child, SkipElement(child.begin)};
-            CopyElement(writing_, foreign);
+            CopyForeign(writing_, foreign);
             return foreign.end;
         }
         PieceOutput& out = writing_.Out();
         out.AppendAll("<", child.name);
-        CopyAttributes(writing_, {top.source, child, nullptr}, [](std::string_view) { return false; });
-        CopyPrefixes(child.tag);
+        CopyAllAttributes(child.tag);
         out.AppendAll(declarations, child.tag.isEmpty ? "/>" : ">");
         if (!child.tag.isEmpty)
             open_.push_back(child.name);
         return child.tag.end;
     }
 
-    void CopyPrefixes(const ScannedTag& tag) {
+    // With the declarations of prefixes, but not with that of the default namespace.
+    void CopyAllAttributes(const ScannedTag& tag) {
         std::string_view rest = tag.attributes;
         for (ScannedAttribute attribute; ScanAttribute(rest, attribute);) {
-            if (!IsDeclaration(attribute.name) || attribute.name.find(':') == std::string_view::npos)
+            if (attribute.name == kDefaultDeclaration)
                 continue;
             const std::string_view quote(attribute.value.data() - 1, 1);
             writing_.Out().AppendAll(" ", attribute.name, "=", quote, attribute.value, quote);
@@ -127,21 +128,66 @@ private:
 
 } // namespace
 
-void CopyElement(Writing& writing, const SourceElement& element) {
-    const std::string declarations = MissingDeclarations(writing, element);
-    const bool isGpx = element.child.kind == NamespaceKind::kGpx;
-    if (isGpx && (!declarations.empty() || !IsPlainGpx(writing, element))) {
-        GpxRewriter(writing).Write(element, declarations);
+void AttributePrefixes::Declare(std::string_view attributeName) {
+    const std::string_view prefix = PrefixOf(attributeName);
+    if (std::find(done_.begin(), done_.end(), prefix) != done_.end())
         return;
+    done_.emplace_back(prefix);
+    const std::uint64_t place = element_.source->PlaceOf(element_.child.begin);
+    const std::string_view uri = element_.source->FindNamespace(prefix, place).value_or(std::string_view());
+    if (!writing_.IsDeclared(prefix, uri))
+        writing_.Out().Append(Declaration(prefix, uri));
+}
+
+std::string Declaration(std::string_view prefix, std::string_view uri) {
+    std::string text(" ");
+    text.append(kDefaultDeclaration).append(prefix.empty() ? "" : ":").append(prefix).append("=\"");
+    for (const char c : uri) {
+        if (c == '&' || c == '<' || c == '>' || c == '"' || (c >= '\0' && c < ' '))
+            text.append("&#").append(std::to_string(static_cast<int>(c))).append(1, ';');
+        else
+            text.append(1, c);
     }
-    if (declarations.empty()) {
-        writing.Out().Append(element.Xml());
-        return;
+    return text.append(1, '"');
+}
+
+bool IsPlainGpx(NamespaceCursor& names, const SourceText& source, const char* begin, const char* end) {
+    for (const char* at = begin; at != end;) {
+        if (!IsStartTag(at)) {
+            at = ScanPart(at).end;
+            continue;
+        }
+        const ScannedChild child = ScanChild(names, source, at);
+        const bool isGpx = child.kind == NamespaceKind::kGpx;
+        if (isGpx && (!child.prefix.empty() || DeclaresDefault(child.tag)))
+            return false;
+        at = isGpx && child.name != gpx::kExtensions ? child.tag.end : SkipElement(at);
     }
-    const std::string_view name = element.child.tag.name;
+    return true;
+}
+
+void CopyForeign(Writing& writing, const SourceElement& element) {
+    const std::string declarations = MissingDefault(writing, element) + MissingPrefixes(writing, element);
     const std::string_view xml = element.Xml();
-    const std::size_t nameEnd = 1 + name.size();
+    if (declarations.empty()) {
+        writing.Out().Append(xml);
+        return;
+    }
+    const std::size_t nameEnd = 1 + element.child.tag.name.size();
     writing.Out().AppendAll(xml.substr(0, nameEnd), declarations, xml.substr(nameEnd));
+}
+
+void CopyElement(Writing& writing, const SourceElement& element) {
+    if (element.child.kind != NamespaceKind::kGpx) {
+        CopyForeign(writing, element);
+        return;
+    }
+    const std::string declarations = MissingPrefixes(writing, element);
+    if (declarations.empty() &&
+        IsPlainGpx(writing.NamesOf(*element.source), *element.source, element.child.begin, element.end))
+        writing.Out().Append(element.Xml());
+    else
+        GpxRewriter(writing).Write(element, declarations);
 }
 
 } // namespace vexaTransferLib::standard

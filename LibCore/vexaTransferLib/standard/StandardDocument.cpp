@@ -56,7 +56,7 @@ public:
                           location, "\"");
         for (const SourceText::Declaration& declaration : writing_.RootDeclarations())
             if (declaration.prefix != kXsi || !HasXsi())
-                out.AppendAll(" xmlns:", declaration.prefix, "=\"", declaration.uri, "\"");
+                out.Append(Declaration(declaration.prefix, declaration.uri));
         CopyOthers();
         out.Append(">");
     }

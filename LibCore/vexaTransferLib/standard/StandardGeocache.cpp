@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -69,9 +70,10 @@ public:
         PieceOutput& out = writing_.Out();
         writing_.StartLine(depth_);
         const std::string name = Qualified(groundspeak::kCache);
-        out.AppendAll("<", name, " ", Declaration());
+        out.AppendAll("<", name, OwnDeclaration());
         if (element_.source != nullptr)
-            CopyAttributes(writing_, element_, [](std::string_view) { return false; });
+            CopyAttributes(
+                writing_, element_, [](std::string_view) { return false; }, prefix_);
         out.Append(">");
         WriteChildren();
         writing_.StartLine(depth_);
@@ -83,13 +85,12 @@ private:
         return prefix_.empty() ? std::string(name.Local())
                                : std::string(prefix_) + ':' + std::string(name.Local());
     }
-    std::string Declaration() {
+    std::string OwnDeclaration() {
         std::string_view uri = text::kGroundspeak10Uri;
         if (element_.source != nullptr)
             uri = writing_.NamesOf(*element_.source)
                       .UriOf(prefix_, element_.source->PlaceOf(element_.child.begin));
-        const std::string name = prefix_.empty() ? "xmlns" : "xmlns:" + std::string(prefix_);
-        return name + "=\"" + std::string(uri) + '"';
+        return Declaration(prefix_, uri);
     }
 
     // What the model has no member for stays where it is among its neighbours.
@@ -180,11 +181,13 @@ private:
             if (!IsNamed(child, name))
                 Copy(child, depth_ + 2);
     }
-    // The log as its element has it, or an empty one.
+    // The log as its element has it, or an empty one. Those that were read are in the order of their places.
     Log ReadAgain(const Log& log) const {
-        const auto found = std::find_if(read_.logs.begin(), read_.logs.end(),
-                                        [&](const Log& read) { return read.element == log.element; });
-        return log.element && found != read_.logs.end() ? *found : Log();
+        const std::uint64_t place = GpxModelAccess::GetPlace(log.element);
+        const auto found = std::partition_point(read_.logs.begin(), read_.logs.end(), [&](const Log& read) {
+            return GpxModelAccess::GetPlace(read.element) < place;
+        });
+        return found != read_.logs.end() && log.element && found->element == log.element ? *found : Log();
     }
     void WriteLog(const Log& log) {
         const Log read = ReadAgain(log);

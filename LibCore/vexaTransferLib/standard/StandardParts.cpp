@@ -5,8 +5,9 @@
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/ElementNames.h>
 
-#include <string>
+#include <cstddef>
 #include <string_view>
+#include <vector>
 
 namespace vexaTransferLib::standard {
 
@@ -25,74 +26,101 @@ icu::UnicodeString AttributeOf(const ScannedTag& tag, std::string_view name) {
     return {};
 }
 
+/// One link of an object: a `link`, or a `url` and a `urlname`.
+struct LinkElements {
+    const SourceElement* link = nullptr;
+    const SourceElement* url = nullptr;
+    const SourceElement* name = nullptr;
+
+    icu::UnicodeString Address() const {
+        if (link != nullptr)
+            return AttributeOf(link->child.tag, gpx::kHref);
+        return url != nullptr ? ContentText(url->child.begin) : icu::UnicodeString();
+    }
+};
+
+std::vector<LinkElements> LinksIn(const SourceElements& elements) {
+    std::vector<LinkElements> links;
+    const auto withRoomFor = [&](const SourceElement* LinkElements::*part) -> LinkElements& {
+        if (links.empty() || links.back().link != nullptr || links.back().*part != nullptr)
+            links.emplace_back();
+        return links.back();
+    };
+    for (const SourceElement& element : elements) {
+        if (element.child.IsGpx(gpx::kLink))
+            links.push_back({&element, nullptr, nullptr});
+        else if (element.child.IsGpx(gpx::kUrl))
+            withRoomFor(&LinkElements::url).url = &element;
+        else if (element.child.IsGpx(gpx::kUrlname))
+            withRoomFor(&LinkElements::name).name = &element;
+    }
+    return links;
+}
+
 /// The links of an object, while they are written.
 class LinkWriter {
 public:
     LinkWriter(Writing& writing, const SourceElements& elements, int depth)
-        : writing_(writing), elements_(elements), depth_(depth) {}
+        : writing_(writing), links_(LinksIn(elements)), depth_(depth) {
+        while (models_ < links_.size() && links_[models_].Address().isEmpty())
+            ++models_;
+        hasModels_ = models_ < links_.size();
+        if (!hasModels_)
+            models_ = 0;
+    }
 
-    void WriteAsRead() { writing_.Is10() ? Write10(true) : Write11(true); }
-    // The model's link takes the place of the first.
+    void WriteAsRead() {
+        for (std::size_t i = 0; i < links_.size(); ++i)
+            Copy(links_[i], i == models_);
+    }
+    // The model's link takes the place of the one that was read.
     void WriteModels(const GpxUrl* link) {
-        if (link != nullptr)
-            Write(Access::GetUrl(*link), Access::GetText(*link), Access::GetType(*link));
-        writing_.Is10() ? Write10(false) : Write11(false);
+        if (!hasModels_)
+            WriteIfAny(link);
+        for (std::size_t i = 0; i < links_.size(); ++i) {
+            if (hasModels_ && i == models_)
+                WriteIfAny(link);
+            else
+                Copy(links_[i], false);
+        }
     }
 
 private:
-    const SourceElement* Find(std::string_view name) const {
-        for (const SourceElement& element : elements_)
-            if (element.child.IsGpx(name))
-                return &element;
-        return nullptr;
+    void WriteIfAny(const GpxUrl* link) {
+        if (link != nullptr)
+            Write(Access::GetUrl(*link), Access::GetText(*link), Access::GetType(*link));
+    }
+    void Copy(const LinkElements& link, bool isTheLink) {
+        if (writing_.Is10())
+            Copy10(link, isTheLink);
+        else if (link.link != nullptr)
+            CopyPart(link.link);
+        else if (link.url != nullptr)
+            Write(link.Address(), TextOf(link.name), {});
+        else
+            writing_.ReportUnwritten(gpx::kUrlname,
+                                     "GPX 1.1 has no place for the name of a link without its address.");
+    }
+    void Copy10(const LinkElements& link, bool isTheLink) {
+        if (!isTheLink) {
+            writing_.ReportUnwritten(gpx::kLink, "GPX 1.0 has a place for one link only.");
+        } else if (link.link != nullptr) {
+            WriteLink10(*link.link);
+        } else {
+            CopyPart(link.url);
+            CopyPart(link.name);
+        }
+    }
+    void CopyPart(const SourceElement* element) {
+        if (element == nullptr)
+            return;
+        writing_.StartLine(depth_);
+        CopyElement(writing_, *element);
     }
     static icu::UnicodeString TextOf(const SourceElement* element) {
         return element != nullptr ? ContentText(element->child.begin) : icu::UnicodeString();
     }
-
-    void Write11(bool writesFirst) {
-        const SourceElement* const url = Find(gpx::kUrl);
-        bool isFirst = url == nullptr || Find(gpx::kLink) != nullptr;
-        for (const SourceElement& element : elements_) {
-            if (!element.child.IsGpx(gpx::kLink))
-                continue;
-            if (writesFirst || !isFirst) {
-                writing_.StartLine(depth_);
-                CopyElement(writing_, element);
-            }
-            isFirst = false;
-        }
-        if (url != nullptr && (writesFirst || Find(gpx::kLink) != nullptr))
-            Write(TextOf(url), TextOf(Find(gpx::kUrlname)), {});
-        else if (url == nullptr && Find(gpx::kUrlname) != nullptr)
-            writing_.ReportUnwritten(gpx::kUrlname,
-                                     "GPX 1.1 has no place for the name of a link without its address.");
-    }
-
-    void Write10(bool writesFirst) {
-        bool isFirst = true;
-        for (const SourceElement& element : elements_) {
-            if (element.child.IsGpx(gpx::kUrl) || element.child.IsGpx(gpx::kUrlname))
-                CopyIf(writesFirst, element);
-            else if (element.child.IsGpx(gpx::kLink))
-                WriteLink10(element, isFirst && writesFirst && Find(gpx::kUrl) == nullptr,
-                            isFirst && !writesFirst);
-            isFirst = isFirst && !element.child.IsGpx(gpx::kLink);
-        }
-    }
-    void CopyIf(bool isWanted, const SourceElement& element) {
-        if (!isWanted)
-            return;
-        writing_.StartLine(depth_);
-        CopyElement(writing_, element);
-    }
-    void WriteLink10(const SourceElement& element, bool isTheLink, bool isReplaced) {
-        if (isReplaced)
-            return;
-        if (!isTheLink) {
-            writing_.ReportUnwritten(gpx::kLink, "GPX 1.0 has a place for one link only.");
-            return;
-        }
+    void WriteLink10(const SourceElement& element) {
         icu::UnicodeString text;
         icu::UnicodeString type;
         for (const SourceElement& part : writing_.ChildrenOf(element)) {
@@ -132,8 +160,11 @@ private:
     }
 
     Writing& writing_;
-    const SourceElements& elements_;
+    std::vector<LinkElements> links_;
     int depth_;
+    /// The one that the model has, or the first.
+    std::size_t models_ = 0;
+    bool hasModels_ = false;
 };
 
 // The elements in `extensions` and beside it that are written, one for each line.
@@ -156,18 +187,22 @@ bool IsAnyReplaced(Writing& writing, const ForeignParts& parts) {
     return false;
 }
 
-// An element that only GPX 1.0 has becomes one of another format.
+// An element that only GPX 1.0 has, a number, becomes one of another format.
 void CopyOther(Writing& writing, const SourceElement& element) {
-    const std::string_view xml = element.Xml();
-    const std::size_t nameEnd = 1 + element.child.tag.name.size();
-    if (element.child.prefix.empty())
-        writing.Out().AppendAll(xml.substr(0, nameEnd), kGpx10Declaration, xml.substr(nameEnd));
+    PieceOutput& out = writing.Out();
+    out.AppendAll("<", element.child.name, kGpx10Declaration);
+    CopyAttributes(writing, element, [](std::string_view) { return false; });
+    if (element.child.tag.isEmpty) {
+        out.Append("/>");
+        return;
+    }
+    out.Append(">");
+    const ScannedLeaf leaf = ScanLeaf(element.child.tag, element.child.begin);
+    if (leaf.isSimple)
+        out.Append(leaf.text);
     else
-        CopyElement(writing, element);
-}
-
-bool IsOnlyIn10(const SourceElement& element) {
-    return element.child.name == gpx::kSpeed || element.child.name == gpx::kCourse;
+        out.AppendEscaped(ContentText(element.child.begin), Place::kContent);
+    out.AppendAll("</", element.child.name, ">");
 }
 
 void WriteExtensions(Writing& writing, const ForeignParts& parts, int depth) {
@@ -183,10 +218,10 @@ void WriteExtensions(Writing& writing, const ForeignParts& parts, int depth) {
     ForEachKept(writing, parts, [&](const SourceElement& child) {
         open();
         writing.StartLine(depth + 1);
-        CopyElement(writing, child);
+        CopyForeign(writing, child);
     });
     for (const SourceElement& child : parts.other) {
-        if (!IsOnlyIn10(child))
+        if (!IsOnlyIn10(child.child))
             continue;
         open();
         writing.StartLine(depth + 1);
@@ -207,17 +242,21 @@ bool IsOneExtensions(Writing& writing, const ForeignParts& parts) {
         IsAnyReplaced(writing, parts))
         return false;
     for (const SourceElement& child : parts.other)
-        if (IsOnlyIn10(child))
+        if (IsOnlyIn10(child.child))
             return false;
     return true;
 }
 
 } // namespace
 
+bool IsOnlyIn10(const ScannedChild& child) {
+    return child.IsGpx(gpx::kSpeed) || child.IsGpx(gpx::kCourse);
+}
+
 void WriteForeign(Writing& writing, const ForeignParts& parts, int depth) {
     // No version has a place for these; they are as wrong as they were.
     for (const SourceElement& child : parts.other) {
-        if (!writing.Is10() && IsOnlyIn10(child))
+        if (!writing.Is10() && IsOnlyIn10(child.child))
             continue;
         writing.StartLine(depth);
         CopyElement(writing, child);
@@ -225,7 +264,7 @@ void WriteForeign(Writing& writing, const ForeignParts& parts, int depth) {
     if (writing.Is10()) {
         ForEachKept(writing, parts, [&](const SourceElement& child) {
             writing.StartLine(depth);
-            CopyElement(writing, child);
+            CopyForeign(writing, child);
         });
         if (parts.writeNew)
             parts.writeNew(depth);

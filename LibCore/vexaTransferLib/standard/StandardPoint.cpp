@@ -207,6 +207,10 @@ void WriteForm(Writing& writing, const GpxPoint::FormAttributes& form, int depth
     writing.StartLine(depth);
     out.AppendAll("<", tarvik::kFormdata, " xmlns:tarvik=\"", text::kTarvikUri, "\">");
     for (const auto& [key, record] : form) {
+        if (key.isEmpty()) {
+            writing.ReportUnwritten(tarvik::kFormstring.Local(), "A form has no place for an empty key.");
+            continue;
+        }
         writing.StartLine(depth + 1);
         out.AppendAll("<", tarvik::kFormstring, " ", tarvik::kKey, "=\"");
         out.AppendEscaped(key, PieceOutput::Place::kAttribute);
@@ -312,6 +316,18 @@ void CopyAll(Writing& writing, const SourceElements& children, std::string_view 
     }
 }
 
+// GPX 1.0 has a place for speed and course, which GPX 1.1 has in `extensions`.
+void TakeOnlyIn10(Writing& writing, SourceElements& children) {
+    const std::size_t count = children.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!children[i].child.IsGpx(gpx::kExtensions))
+            continue;
+        for (const SourceElement& child : writing.ChildrenOf(children[i]))
+            if (IsOnlyIn10(child.child))
+                children.push_back(child);
+    }
+}
+
 } // namespace
 
 // A point is written anew when it was changed, or when its element is not as the output must have it.
@@ -351,7 +367,10 @@ void PointWriter::WriteAnew(const GpxPoint& point, const SourceElement& element)
         read = read_.empty() ? nullptr : &read_.front();
     }
     StartPoint(writing_, point, element, read != nullptr && IsSamePosition(point, *read));
-    const SourceElements children = writing_.ChildrenOf(element);
+    SourceElements children = writing_.ChildrenOf(element);
+    const bool hasOnlyIn10 = writing_.Is10() && type_ == kGpxTrackPoint;
+    if (hasOnlyIn10)
+        TakeOnlyIn10(writing_, children);
     const std::size_t before = writing_.Out().Count();
     writing_.Out().Append(">");
     const int depth = depth_ + 1;
@@ -368,7 +387,9 @@ void PointWriter::WriteAnew(const GpxPoint& point, const SourceElement& element)
     const PointExtensions extensions(writing_, point, read);
     ForeignParts parts;
     SortForeign(children, type_, writing_.Is10(), parts);
-    parts.isReplaced = [&](const ScannedChild& child) { return extensions.IsReplaced(child); };
+    parts.isReplaced = [&](const ScannedChild& child) {
+        return extensions.IsReplaced(child) || (hasOnlyIn10 && IsOnlyIn10(child));
+    };
     if (extensions.HasNew())
         parts.writeNew = [&](int inner) { extensions.WriteNew(inner); };
     WriteForeign(writing_, parts, depth);

@@ -46,6 +46,9 @@ void WriteGeocache(Writing& writing, const GpxGroundspeakCache& cache, int depth
 /// Whether they have the same content.
 bool IsSameGeocache(const GpxGroundspeakCache& left, const GpxGroundspeakCache& right);
 
+/// True for the elements of a track point that GPX 1.1 has not: speed and course.
+bool IsOnlyIn10(const ScannedChild& child);
+
 /// What an object writes of the vendor's and other programs' elements.
 struct ForeignParts {
     /// The elements that have others in them: `extensions`.

@@ -26,6 +26,11 @@ public:
     void SetObject(const char* kind, std::size_t number) {
         kind_ = kind;
         number_ = number;
+        segment_ = 0;
+        point_ = 0;
+    }
+    void SetSegment(std::size_t segment) {
+        segment_ = segment;
         point_ = 0;
     }
     void SetPoint(std::size_t point) { point_ = point; }
@@ -94,6 +99,8 @@ private:
         std::string object = kind_;
         if (number_ != 0)
             object += ' ' + std::to_string(number_);
+        if (segment_ != 0)
+            object = "segment " + std::to_string(segment_) + " of " + object;
         if (point_ != 0)
             object = "point " + std::to_string(point_) + " of " + object;
         throw dbc::precondition_error("The " + std::string(field) + " of " + object +
@@ -102,6 +109,7 @@ private:
 
     const char* kind_ = "the document";
     std::size_t number_ = 0;
+    std::size_t segment_ = 0;
     std::size_t point_ = 0;
 };
 
@@ -140,14 +148,18 @@ void CheckTrack(TextChecker& checker, const GpxTrack& track) {
     checker.Check("source", Access::GetSource(track));
     checker.Check("type", Access::GetType(track));
     checker.Check(Access::GetLink(track));
-    for (const GpxTrack::Segment& segment : Access::GetSegments(track))
+    std::size_t number = 0;
+    for (const GpxTrack::Segment& segment : Access::GetSegments(track)) {
+        checker.SetSegment(++number);
         CheckPoints(checker, segment);
+    }
 }
 
 } // namespace
 
-void CheckTexts(const GpxDocument& document) {
+void CheckTexts(const GpxDocument& document, const icu::UnicodeString& creator) {
     TextChecker checker;
+    checker.Check("creator", creator);
     CheckDocument(checker, document);
     std::size_t number = 0;
     for (auto point = document.GetWaypointIter(); point != document.GetWaypointEndIter(); ++point) {

@@ -9,8 +9,8 @@
 
 namespace vexaTransferLib::standard {
 
-/// Looks for the first text of the model with a character that XML cannot hold.
+/// Looks for the first text of the creator and the model with a character that XML cannot hold.
 /// \throws dbc::precondition_error that names the object, the text and the character
-void CheckTexts(const GpxDocument& document);
+void CheckTexts(const GpxDocument& document, const icu::UnicodeString& creator);
 
 } // namespace vexaTransferLib::standard

@@ -96,15 +96,44 @@ private:
 /// Writes an element as it stands in its source: GPX elements without a prefix, others verbatim, and with the declarations
 /// that the output's root lacks.
 void CopyElement(Writing& writing, const SourceElement& element);
+/// The same for what is in `extensions` or beside the elements of GPX: verbatim, also when it is in a namespace of GPX.
+void CopyForeign(Writing& writing, const SourceElement& element);
 
-/// Writes the attributes of an element of GPX as they stand, except declarations of GPX's namespaces, and those for which
+/// True when the elements of GPX from here on, up to the end, mean the same without what is around them: they have no
+/// prefixes and declare no default namespace. What is in `extensions` may do both.
+bool IsPlainGpx(NamespaceCursor& names, const SourceText& source, const char* begin, const char* end);
+
+/// The declaration of a namespace as an attribute, with a blank before it.
+std::string Declaration(std::string_view prefix, std::string_view uri);
+
+/// Declares the prefixes of attributes that the output's root lacks, each once.
+class AttributePrefixes {
+public:
+    /// \param declared a prefix that is declared already
+    AttributePrefixes(Writing& writing, const SourceElement& element, std::string_view declared)
+        : writing_(writing), element_(element), done_{std::string(declared)} {}
+
+    void Declare(std::string_view attributeName);
+
+private:
+    Writing& writing_;
+    const SourceElement& element_;
+    std::vector<std::string> done_;
+};
+
+/// Writes the attributes of an element as they stand, except declarations of namespaces, and those for which
 /// `isLeftOut(name)` is true.
+/// \param declared a prefix that is declared already
 template <class IsLeftOut>
-void CopyAttributes(Writing& writing, const SourceElement& element, IsLeftOut isLeftOut) {
+void CopyAttributes(Writing& writing, const SourceElement& element, IsLeftOut isLeftOut,
+                    std::string_view declared = {}) {
+    AttributePrefixes prefixes(writing, element, declared);
     std::string_view rest = element.child.tag.attributes;
     for (ScannedAttribute attribute; ScanAttribute(rest, attribute);) {
         if (IsDeclaration(attribute.name) || isLeftOut(attribute.name))
             continue;
+        if (attribute.name.find(':') != std::string_view::npos)
+            prefixes.Declare(attribute.name);
         const std::string_view quote(attribute.value.data() - 1, 1);
         writing.Out().AppendAll(" ", attribute.name, "=", quote, attribute.value, quote);
     }
