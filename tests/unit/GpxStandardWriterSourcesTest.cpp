@@ -109,7 +109,7 @@ TEST(GpxStandardWriterSourcesTest, ElementsOfTheOtherVersionTakeThatOfTheFile) {
     const std::string text = Gpx11("<wpt xmlns=\"" + std::string(kGpx10Uri) + "\"" + inner.substr(4));
     EXPECT_EQ(Rewritten(text), inner);
     EXPECT_EQ(Rewritten(text, kGpx10), inner);
-    for (const std::string& name : {kGpx10Uri, kGpx11Uri}) {
+    for (const std::string name : {kGpx10Uri, kGpx11Uri}) {
         const std::string declared = Waypoint("<name xmlns=\"" + name + "\">n</name>");
         EXPECT_EQ(Rewritten(Gpx10(declared)), inner);
         EXPECT_EQ(Rewritten(Gpx11(declared), kGpx10), inner);

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
+#include <limits>
 #include <optional>
+#include <random>
 #include <string>
 
 namespace vexaTransferLib::text {
