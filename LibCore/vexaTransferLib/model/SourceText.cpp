@@ -71,8 +71,10 @@ bool SourceText::IsInRootScope(std::uint64_t place) const {
 }
 
 bool SourceText::HasScopeIn(std::uint64_t begin, std::uint64_t end) const {
-    const std::size_t last = LastScopeBefore(end - 1);
-    return last != kNoScope && scopes_[last].begin >= begin;
+    const auto first =
+        std::lower_bound(scopes_.begin(), scopes_.end(), begin,
+                         [](const Scope& scope, std::uint64_t wanted) { return scope.begin < wanted; });
+    return first != scopes_.end() && first->begin < end;
 }
 
 std::uint64_t SourceText::SameScopeUntil(std::uint64_t place) const {
