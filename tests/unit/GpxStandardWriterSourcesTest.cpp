@@ -68,8 +68,8 @@ TEST(GpxStandardWriterSourcesTest, ForeignElementsKeepTheirNamespaces) {
 }
 
 TEST(GpxStandardWriterSourcesTest, NamespacesAreEscaped) {
-    ExpectKept(Gpx11(Waypoint("<extensions><x:a/></extensions>"), " xmlns:x='u&amp;&lt;&quot;v'"));
-    ExpectKeptTogether(Gpx11(Waypoint("<extensions><x:a/></extensions>"), " xmlns:x='u&amp;&lt;&quot;v'"),
+    ExpectKept(Gpx11(Waypoint("<extensions><x:a/></extensions>"), " xmlns:x='urn:a?b&amp;c=d'"));
+    ExpectKeptTogether(Gpx11(Waypoint("<extensions><x:a/></extensions>"), " xmlns:x='urn:a?b&amp;c=d'"),
                        Gpx11(""));
 }
 
@@ -121,7 +121,10 @@ TEST(GpxStandardWriterSourcesTest, ElementsOfTheOtherVersionTakeThatOfTheFile) {
 TEST(GpxStandardWriterSourcesTest, AttributesKeepTheirNamespaces) {
     ExpectKept(Gpx11("<wpt lat='1' lon='2' xmlns:y='urn:y' y:a='1' y:b='2' xml:lang='de'><name y:c='3'>n</name></wpt>"));
     ExpectKept(Gpx11("<trk xmlns:y='urn:y' y:a='1'><trkseg y:b='2'><trkpt lat='1' lon='2' y:c='3'/></trkseg></trk>"));
-    ExpectKept(Gpx11("<metadata xmlns:y='urn:y' y:a='1'><name>n</name></metadata>"));
+    const std::string metadata = "<metadata xmlns:y=\"urn:y\" y:a='1'><name>n</name></metadata>";
+    EXPECT_EQ(Rewritten(Gpx11(metadata)), metadata);
+    EXPECT_EQ(ReportsOf(Gpx11(metadata), kGpx10),
+              "document: metadata: GPX 1.0 has no place for its attributes.\n");
     ExpectKept(Gpx11("", " xmlns:y='urn:y' y:a='1'"));
 }
 
@@ -161,7 +164,7 @@ TEST(GpxStandardWriterSourcesTest, APrefixInAValueIsDeclaredToo) {
 TEST(GpxStandardWriterSourcesTest, TheResultIsInUtf8WithEntitiesExpanded) {
     EXPECT_EQ(Rewritten("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + Gpx11(Waypoint("<name>\xE9</name>"))),
               Waypoint("<name>\xC3\xA9</name>"));
-    EXPECT_EQ(Rewritten("<!DOCTYPE gpx [<!ENTITY e \"a&#38;lt;b\"><!ENTITY w \"<cmt>c</cmt>\">]>" +
+    EXPECT_EQ(Rewritten("<!DOCTYPE gpx [<!ELEMENT gpx ANY><!ENTITY e \"a&#38;lt;b\"><!ENTITY w \"<cmt>c</cmt>\">]>" +
                         Gpx11(Waypoint("<name>&e;</name>&w;"))),
               Waypoint("<name>a&lt;b</name><cmt>c</cmt>"));
 }

@@ -39,6 +39,8 @@ public:
         if (child.IsGpx(gpx::kTrk))
             return ReadTrackInOrder(child);
         GpxModelAccess::AddField(document_, context_.ElementOf(child));
+        if (child.kind == NamespaceKind::kTarvik)
+            return ReadVendorField(child);
         if (child.kind != NamespaceKind::kGpx)
             return nullptr;
         if (child.name == gpx::kMetadata)

@@ -57,12 +57,15 @@ void ReportLateField(CompleteContext& context, const ScannedChild& child, bool i
 
 } // namespace
 
+const char* ReadRouteVendorElement(CompleteContext& context, const ScannedChild& element, std::size_t& type) {
+    if (!element.Is(NamespaceKind::kTarvik, tarvik::kRouteType.Local()))
+        return nullptr;
+    return context.ReadChoice(element, text::kRouteTypeTexts, type);
+}
+
 const char* ReadRouteExtensions(CompleteContext& context, const ScannedChild& extensions, std::size_t& type) {
-    return context.ForEach(extensions, [&](const ScannedChild& child) -> const char* {
-        if (child.kind != NamespaceKind::kTarvik || child.name != tarvik::kRouteType.Local())
-            return nullptr;
-        return context.ReadChoice(child, text::kRouteTypeTexts, type);
-    });
+    return context.ForEach(
+        extensions, [&](const ScannedChild& child) { return ReadRouteVendorElement(context, child, type); });
 }
 
 namespace {
@@ -96,12 +99,15 @@ void ReadColor(CompleteContext& context, const ScannedChild& child, GpxTrack& tr
 
 } // namespace
 
+const char* ReadTrackVendorElement(CompleteContext& context, const ScannedChild& element, GpxTrack& track) {
+    if (element.Is(NamespaceKind::kTarvik, tarvik::kColor.Local()))
+        ReadColor(context, element, track);
+    return nullptr;
+}
+
 const char* ReadTrackExtensions(CompleteContext& context, const ScannedChild& extensions, GpxTrack& track) {
-    return context.ForEach(extensions, [&](const ScannedChild& child) -> const char* {
-        if (child.kind == NamespaceKind::kTarvik && child.name == tarvik::kColor.Local())
-            ReadColor(context, child, track);
-        return nullptr;
-    });
+    return context.ForEach(
+        extensions, [&](const ScannedChild& child) { return ReadTrackVendorElement(context, child, track); });
 }
 
 namespace {
@@ -143,7 +149,7 @@ const char* ReadRoute(CompleteContext& context, const ScannedChild& element, Gpx
         }
         fields.push_back(context.ElementOf(child));
         if (child.kind != NamespaceKind::kGpx)
-            return nullptr;
+            return ReadRouteVendorElement(context, child, type);
         ReportLateField(context, child, !points.empty());
         return child.name == gpx::kExtensions ? ReadRouteExtensions(context, child, type)
                                               : ReadPathChild(context, child, parts);
@@ -167,7 +173,7 @@ const char* ReadTrack(CompleteContext& context, const ScannedChild& element, Gpx
             return ReadSegment(context, child, track);
         GpxModelAccess::AddField(track, context.ElementOf(child));
         if (child.kind != NamespaceKind::kGpx)
-            return nullptr;
+            return ReadTrackVendorElement(context, child, track);
         ReportLateField(context, child, track.GetSegmentCount() != 0);
         return child.name == gpx::kExtensions ? ReadTrackExtensions(context, child, track)
                                               : ReadPathChild(context, child, parts);

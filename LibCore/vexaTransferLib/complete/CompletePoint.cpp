@@ -131,6 +131,8 @@ const char* ReadChild(PointParts& parts, const ScannedChild& child) {
     if (child.kind == NamespaceKind::kGroundspeak && child.name == groundspeak::kCache.Local() &&
         parts.point.GetPointType() == kGpxWaypoint)
         return ReadGeocachePart(parts, child);
+    if (child.kind == NamespaceKind::kTarvik)
+        return ReadVendorElement(parts.context, child, parts.point);
     if (child.kind != NamespaceKind::kGpx)
         return nullptr;
     for (const PartReader& reader : kReaders)

@@ -36,6 +36,9 @@ const char* ReadGeocache(CompleteContext& context, const ScannedChild& element, 
 /// Reads the vendor's elements in the `extensions` of a point.
 const char* ReadPointExtensions(CompleteContext& context, const ScannedChild& element, GpxPoint& point);
 
+/// Reads one of the vendor's elements that is directly in a point, as GPX 1.0 has it.
+const char* ReadVendorElement(CompleteContext& context, const ScannedChild& element, GpxPoint& point);
+
 /// The link of a point or a track, while its elements are read: `link` of GPX 1.1, `url` and `urlname` of GPX 1.0.
 struct LinkParts {
     icu::UnicodeString address;
@@ -69,6 +72,12 @@ struct PathParts {
 
 /// Reads one of these elements; null for any other.
 const char* ReadPathChild(CompleteContext& context, const ScannedChild& child, PathParts& parts);
+
+/// \{
+/// Reads one of the vendor's elements that is directly in a route or a track, as GPX 1.0 has it.
+const char* ReadRouteVendorElement(CompleteContext& context, const ScannedChild& element, std::size_t& type);
+const char* ReadTrackVendorElement(CompleteContext& context, const ScannedChild& element, GpxTrack& track);
+/// \}
 
 /// Reads the vendor's elements in the `extensions` of a route.
 /// \param type the route type's number; unchanged when there is none

@@ -133,4 +133,11 @@ const char* ReadPointExtensions(CompleteContext& context, const ScannedChild& el
     });
 }
 
+const char* ReadVendorElement(CompleteContext& context, const ScannedChild& element, GpxPoint& point) {
+    if (point.GetPointType() == kGpxTrackPoint)
+        return nullptr;
+    return point.GetPointType() == kGpxRoutePoint ? ReadRoutePointType(context, element, point)
+                                                  : ReadWaypointExtension(context, element, point);
+}
+
 } // namespace vexaTransferLib::complete

@@ -13,8 +13,8 @@
 
 namespace vexaTransferLib {
 
+// An empty text may be no place in a source.
 std::optional<double> NumberIn(std::string_view text) {
-    // A text of no length may be nowhere.
     if (text.empty())
         return std::nullopt;
     double number = 0.0;
@@ -36,6 +36,8 @@ bool IsReadableTime(std::string_view text) {
 
 // What a schema allows comes first: the other function reads some of it differently, such as "24:00:00".
 std::optional<double> TimeIn(std::string_view text) {
+    if (text.empty())
+        return std::nullopt;
     double time = 0.0;
     if (text::ReadPlainTime(text, time))
         return time;

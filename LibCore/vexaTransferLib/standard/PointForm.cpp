@@ -64,7 +64,7 @@ private:
         next_ = fields_.size();
         if (!is10_)
             form_.isStandard = false;
-        if (child.kind == NamespaceKind::kGroundspeak)
+        if (child.kind == NamespaceKind::kGroundspeak || child.kind == NamespaceKind::kTarvik)
             form_.hasOtherValues = true;
         return nullptr;
     }

@@ -51,7 +51,8 @@ std::string MissingDefault(Writing& writing, const SourceElement& element) {
     if (names.KindOf({}, place) == NamespaceKind::kGpx || DeclaresDefault(element.child.tag) ||
         !UsesDefault(element.Xml()))
         return {};
-    return Declaration({}, names.UriOf({}, place));
+    const std::string_view uri = names.UriOf({}, place);
+    return writing.IsDeclared({}, uri) ? std::string() : Declaration({}, uri);
 }
 
 /// The declarations of prefixes that an element needs in the output, as attributes.

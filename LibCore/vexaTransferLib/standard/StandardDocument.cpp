@@ -97,10 +97,10 @@ public:
     void Write() {
         if (writing_.Is10()) {
             depth_ = 1;
+            ReportAttributes();
             WriteFields(kMetadata10);
             return;
         }
-        const std::size_t before = writing_.Out().Count();
         if (elements_.empty() && extensions_.extensions.empty() && extensions_.direct.empty() &&
             !HasModelValues())
             return;
@@ -109,11 +109,17 @@ public:
         if (metadata_.source != nullptr)
             CopyAttributes(writing_, metadata_, [](std::string_view) { return false; });
         writing_.Out().Append(">");
-        static_cast<void>(before);
         WriteFields(kMetadata11);
         WriteForeign(writing_, extensions_, depth_);
         writing_.StartLine(1);
         writing_.Out().AppendAll("</", gpx::kMetadata, ">");
+    }
+
+    void ReportAttributes() {
+        std::string_view rest = metadata_.child.tag.attributes;
+        for (ScannedAttribute attribute; metadata_.source != nullptr && ScanAttribute(rest, attribute);)
+            if (!IsDeclaration(attribute.name))
+                writing_.ReportUnwritten(gpx::kMetadata, "GPX 1.0 has no place for its attributes.");
     }
 
     // After the tracks.

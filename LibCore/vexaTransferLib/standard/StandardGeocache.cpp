@@ -62,6 +62,8 @@ public:
         : writing_(writing), cache_(cache), depth_(depth), element_(writing.ElementOf(cache.element)) {
         if (element_.source != nullptr) {
             prefix_ = element_.child.prefix;
+            uri_ = writing.NamesOf(*element_.source)
+                       .UriOf(prefix_, element_.source->PlaceOf(element_.child.begin));
             complete::ReadGeocache(writing.ContextOf(*element_.source), element_.child, read_);
         }
     }
@@ -70,12 +72,14 @@ public:
         PieceOutput& out = writing_.Out();
         writing_.StartLine(depth_);
         const std::string name = Qualified(groundspeak::kCache);
-        out.AppendAll("<", name, OwnDeclaration());
+        out.AppendAll("<", name, Declaration(prefix_, uri_));
         if (element_.source != nullptr)
             CopyAttributes(
                 writing_, element_, [](std::string_view) { return false; }, prefix_);
         out.Append(">");
+        writing_.SetDeclared(prefix_, uri_);
         WriteChildren();
+        writing_.ForgetDeclared();
         writing_.StartLine(depth_);
         out.AppendAll("</", name, ">");
     }
@@ -85,14 +89,6 @@ private:
         return prefix_.empty() ? std::string(name.Local())
                                : std::string(prefix_) + ':' + std::string(name.Local());
     }
-    std::string OwnDeclaration() {
-        std::string_view uri = text::kGroundspeak10Uri;
-        if (element_.source != nullptr)
-            uri = writing_.NamesOf(*element_.source)
-                      .UriOf(prefix_, element_.source->PlaceOf(element_.child.begin));
-        return Declaration(prefix_, uri);
-    }
-
     // What the model has no member for stays where it is among its neighbours.
     void WriteChildren() {
         std::size_t next = 0;
@@ -255,6 +251,7 @@ private:
     int depth_;
     SourceElement element_;
     std::string_view prefix_ = "groundspeak";
+    std::string_view uri_ = text::kGroundspeak10Uri;
     /// What the element says.
     Cache read_;
 };

@@ -259,7 +259,7 @@ void WriteForeign(Writing& writing, const ForeignParts& parts, int depth) {
         if (!writing.Is10() && IsOnlyIn10(child.child))
             continue;
         writing.StartLine(depth);
-        CopyElement(writing, child);
+        CopyForeign(writing, child);
     }
     if (writing.Is10()) {
         ForEachKept(writing, parts, [&](const SourceElement& child) {

@@ -237,6 +237,8 @@ void WriteRoute(Writing& writing, const GpxRoute& route) {
     for (const SourceElement& element : elements)
         if (element.child.IsGpx(gpx::kExtensions))
             complete::ReadRouteExtensions(writing.ContextOf(*element.source), element.child, read);
+        else
+            complete::ReadRouteVendorElement(writing.ContextOf(*element.source), element.child, read);
     const std::size_t type = Access::GetRawRouteType(route);
     ForeignParts parts;
     // A plain route may come from one whose type did not allow its points.
@@ -269,6 +271,8 @@ void WriteTrack(Writing& writing, const GpxTrack& track) {
     for (const SourceElement& element : elements)
         if (element.child.IsGpx(gpx::kExtensions))
             complete::ReadTrackExtensions(writing.ContextOf(*element.source), element.child, read);
+        else
+            complete::ReadTrackVendorElement(writing.ContextOf(*element.source), element.child, read);
     const std::int16_t color = Access::GetColor(track);
     ForeignParts parts;
     if (color >= 0 && color != Access::GetColor(read)) {

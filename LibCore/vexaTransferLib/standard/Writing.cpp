@@ -55,6 +55,8 @@ Writing::Writing(const GpxDocument& document, const GpxStandardOptions& options,
 }
 
 bool Writing::IsDeclared(std::string_view prefix, std::string_view uri) const {
+    if (hasInner_ && inner_.prefix == prefix)
+        return inner_.uri == uri;
     return prefix == "xml" ||
            std::any_of(declarations_.begin(), declarations_.end(), [&](const auto& declaration) {
                return declaration.prefix == prefix && declaration.uri == uri;

@@ -47,7 +47,16 @@ public:
     const SourceText* MainSource() const { return main_.get(); }
     /// The declarations of the root of the main source that have a prefix.
     const std::vector<SourceText::Declaration>& RootDeclarations() const { return declarations_; }
+    /// Whether a prefix, or none, has this namespace in the element that is being written.
     bool IsDeclared(std::string_view prefix, std::string_view uri) const;
+    /// \{
+    /// Sets and forgets a declaration of an element that is being written.
+    void SetDeclared(std::string_view prefix, std::string_view uri) {
+        inner_ = {std::string(prefix), std::string(uri)};
+        hasInner_ = true;
+    }
+    void ForgetDeclared() { hasInner_ = false; }
+    /// \}
 
     /// For what is read from this source again. Valid until it is called for another one.
     complete::CompleteContext& ContextOf(const SourceText& source);
@@ -83,6 +92,8 @@ private:
     bool is10_;
     SourceText::Pointer main_;
     std::vector<SourceText::Declaration> declarations_;
+    SourceText::Declaration inner_;
+    bool hasInner_ = false;
     std::unique_ptr<reader::ReadContext> host_;
     std::vector<reader::LongElement> noLongElements_;
     std::unique_ptr<complete::CompleteContext> context_;
