@@ -8,13 +8,13 @@
 namespace vexaTransferLib::testing_support {
 
 std::string Gpx10(const std::string& content, const std::string& attributes) {
-    return std::string("<gpx xmlns=\"") + kGpx10Uri + "\" version=\"1.0\" creator=\"c\"" + attributes + ">" + content +
-           "</gpx>";
+    return std::string("<gpx xmlns=\"") + kGpx10Uri + "\" version=\"1.0\" creator=\"c\"" + attributes + ">" +
+           content + "</gpx>";
 }
 
 std::string Gpx11(const std::string& content, const std::string& attributes) {
-    return std::string("<gpx xmlns=\"") + kGpx11Uri + "\" version=\"1.1\" creator=\"c\"" + attributes + ">" + content +
-           "</gpx>";
+    return std::string("<gpx xmlns=\"") + kGpx11Uri + "\" version=\"1.1\" creator=\"c\"" + attributes + ">" +
+           content + "</gpx>";
 }
 
 std::string Waypoint(const std::string& content) {

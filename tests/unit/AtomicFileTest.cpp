@@ -42,8 +42,7 @@ void Replace(const fs::path& target, const std::string& bytes, bool isAtomic = t
 }
 
 std::size_t CountIn(const fs::path& folder) {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
 }
 
 unsigned ModeOf(const fs::path& path) {
@@ -232,8 +231,9 @@ TEST(AtomicFileTest, AFullDiskIsReportedAndLeavesTheTarget) {
         const rlimit limit{1000, 1000};
         if (::setrlimit(RLIMIT_FSIZE, &limit) != 0)
             return 2;
-        return ErrorOf(target, true, std::string(5000, 'x')) == kNotWritten + (' ' + std::to_string(EFBIG)) ? 0
-                                                                                                       : 1;
+        return ErrorOf(target, true, std::string(5000, 'x')) == kNotWritten + (' ' + std::to_string(EFBIG))
+                   ? 0
+                   : 1;
     });
     EXPECT_EQ(status, 0);
     EXPECT_EQ(ReadBytes(target), "old");

@@ -106,14 +106,15 @@ TEST(GpxStandardWriterChangesTest, AValueThatWasNotThereIsWrittenInItsPlace) {
                       point.SetFix(kGpxFix2D);
                   },
                   "<wpt lat=\"1\" lon=\"2\"><name>n</name><sym>s</sym><sat>1</sat></wpt>"),
-              "<wpt lat=\"1\" lon=\"2\"><ele>1</ele><name>n</name><desc>d</desc><link href=\"a\"></link><sym>s</sym>"
+              "<wpt lat=\"1\" lon=\"2\"><ele>1</ele><name>n</name><desc>d</desc><link "
+              "href=\"a\"></link><sym>s</sym>"
               "<fix>2d</fix><sat>1</sat></wpt>");
 }
 
 TEST(GpxStandardWriterChangesTest, TheVendorsElementsChangeOneByOne) {
     const std::string tarvik = " xmlns:tarvik=\"https://tarvik.example/xmlschemas/gpx-extensions/1/0\">";
-    const std::string form = "<tarvik:formdata" + tarvik + "<tarvik:formstring key=\"a\">b</tarvik:formstring>" +
-                             "</tarvik:formdata>";
+    const std::string form = "<tarvik:formdata" + tarvik +
+                             "<tarvik:formstring key=\"a\">b</tarvik:formstring>" + "</tarvik:formdata>";
     const std::string symbol = "<tarvik:tovasymbol" + tarvik + "07</tarvik:tovasymbol>";
     const std::string identifier = "<tarvik:objectid" + tarvik + "i</tarvik:objectid>";
     const std::string waypoint = "<wpt lat=\"1\" lon=\"2\"><extensions>";
@@ -121,10 +122,11 @@ TEST(GpxStandardWriterChangesTest, TheVendorsElementsChangeOneByOne) {
     const std::string before = waypoint + "<x:a/>" + form + symbol + identifier + end;
     EXPECT_EQ(Changed([](GpxPoint&) {}, before), before);
     EXPECT_EQ(Changed([](GpxPoint& point) { GpxModelAccess::SetSymbolNumber(point, 8); }, before),
-              waypoint + "<x:a/>" + form + identifier + "<tarvik:tovasymbol" + tarvik + "8</tarvik:tovasymbol>" +
-                  end);
+              waypoint + "<x:a/>" + form + identifier + "<tarvik:tovasymbol" + tarvik +
+                  "8</tarvik:tovasymbol>" + end);
     EXPECT_EQ(Changed([](GpxPoint& point) { GpxModelAccess::SetGUID(point, u"j"); }, before),
-              waypoint + "<x:a/>" + form + symbol + "<tarvik:objectid" + tarvik + "j</tarvik:objectid>" + end);
+              waypoint + "<x:a/>" + form + symbol + "<tarvik:objectid" + tarvik + "j</tarvik:objectid>" +
+                  end);
     EXPECT_EQ(Changed([](GpxPoint& point) { point.SetFormAttribute(u"c", u"d", 1000.0); }, before),
               waypoint + "<x:a/>" + symbol + identifier + "<tarvik:formdata" + tarvik +
                   "<tarvik:formstring key=\"a\">b</tarvik:formstring>"
@@ -135,18 +137,23 @@ TEST(GpxStandardWriterChangesTest, TheVendorsElementsChangeOneByOne) {
 
 // Geocaches.
 
-const std::string kCacheStart = std::string("<groundspeak:cache xmlns:groundspeak=\"") + kGroundspeak +
-                                "\" id=\"1\" available=\"True\">";
-const std::string kFirstLog = "<groundspeak:log id=\"10\"><groundspeak:date>2009-01-15T00:00:00</groundspeak:date>"
-                              "<groundspeak:type>Found it</groundspeak:type>"
-                              "<groundspeak:finder id=\"7\">F</groundspeak:finder>"
-                              "<groundspeak:text encoded=\"False\">one</groundspeak:text></groundspeak:log>";
-const std::string kSecondLog = "<groundspeak:log id=\"011\"><groundspeak:text>two</groundspeak:text></groundspeak:log>";
-const std::string kBugs = "<groundspeak:travelbugs><groundspeak:travelbug id=\"1\" ref=\"TB1\">"
-                          "<groundspeak:name>bug</groundspeak:name></groundspeak:travelbug></groundspeak:travelbugs>";
-const std::string kNames = "<groundspeak:name>n</groundspeak:name><groundspeak:placed_by>p</groundspeak:placed_by>"
-                           "<groundspeak:owner id=\"5\">o</groundspeak:owner>";
-const std::string kCountry = "<groundspeak:terrain>2</groundspeak:terrain><groundspeak:country>c</groundspeak:country>";
+const std::string kCacheStart =
+    std::string("<groundspeak:cache xmlns:groundspeak=\"") + kGroundspeak + "\" id=\"1\" available=\"True\">";
+const std::string kFirstLog =
+    "<groundspeak:log id=\"10\"><groundspeak:date>2009-01-15T00:00:00</groundspeak:date>"
+    "<groundspeak:type>Found it</groundspeak:type>"
+    "<groundspeak:finder id=\"7\">F</groundspeak:finder>"
+    "<groundspeak:text encoded=\"False\">one</groundspeak:text></groundspeak:log>";
+const std::string kSecondLog =
+    "<groundspeak:log id=\"011\"><groundspeak:text>two</groundspeak:text></groundspeak:log>";
+const std::string kBugs =
+    "<groundspeak:travelbugs><groundspeak:travelbug id=\"1\" ref=\"TB1\">"
+    "<groundspeak:name>bug</groundspeak:name></groundspeak:travelbug></groundspeak:travelbugs>";
+const std::string kNames =
+    "<groundspeak:name>n</groundspeak:name><groundspeak:placed_by>p</groundspeak:placed_by>"
+    "<groundspeak:owner id=\"5\">o</groundspeak:owner>";
+const std::string kCountry =
+    "<groundspeak:terrain>2</groundspeak:terrain><groundspeak:country>c</groundspeak:country>";
 
 std::string CacheWith(const std::string& names, const std::string& country, const std::string& rest) {
     return Gpx10("<wpt lat=\"1\" lon=\"2\">" + kCacheStart + names + country + rest +
@@ -197,25 +204,27 @@ TEST(GpxStandardWriterChangesTest, LogsAreAddedRemovedAndChanged) {
               ExpectedCache(kNames, kCountry, Logs(Replaced(kFirstLog, ">F<", ">G<") + kSecondLog) + kBugs));
     EXPECT_EQ(ChangedCache([](GpxGroundspeakCache& cache) { cache.logs[1].id = 12; }),
               ExpectedCache(kNames, kCountry, Logs(kFirstLog + Replaced(kSecondLog, "011", "12")) + kBugs));
-    EXPECT_EQ(ChangedCache([](GpxGroundspeakCache& cache) {
-                  GpxGroundspeakCacheLog log;
-                  log.id = 3;
-                  log.text = u"<three>";
-                  cache.logs.push_back(log);
-              }),
-              ExpectedCache(kNames, kCountry,
-                            Logs(kFirstLog + kSecondLog +
-                                 "<groundspeak:log id=\"3\"><groundspeak:text>&lt;three&gt;</groundspeak:text>"
-                                 "</groundspeak:log>") +
-                                kBugs));
+    EXPECT_EQ(
+        ChangedCache([](GpxGroundspeakCache& cache) {
+            GpxGroundspeakCacheLog log;
+            log.id = 3;
+            log.text = u"<three>";
+            cache.logs.push_back(log);
+        }),
+        ExpectedCache(kNames, kCountry,
+                      Logs(kFirstLog + kSecondLog +
+                           "<groundspeak:log id=\"3\"><groundspeak:text>&lt;three&gt;</groundspeak:text>"
+                           "</groundspeak:log>") +
+                          kBugs));
 }
 
 TEST(GpxStandardWriterChangesTest, TravelBugsAreWrittenAnewWhenTheyChange) {
     EXPECT_EQ(ChangedCache([](GpxGroundspeakCache& cache) { cache.travelbugs = {u"b"}; }),
-              ExpectedCache(kNames, kCountry,
-                            Logs(kFirstLog + kSecondLog) +
-                                "<groundspeak:travelbugs><groundspeak:travelbug><groundspeak:name>b</groundspeak:name>"
-                                "</groundspeak:travelbug></groundspeak:travelbugs>"));
+              ExpectedCache(
+                  kNames, kCountry,
+                  Logs(kFirstLog + kSecondLog) +
+                      "<groundspeak:travelbugs><groundspeak:travelbug><groundspeak:name>b</groundspeak:name>"
+                      "</groundspeak:travelbug></groundspeak:travelbugs>"));
 }
 
 // Routes and tracks.
@@ -242,10 +251,12 @@ TEST(GpxStandardWriterChangesTest, ARouteChangesInTheElementThatWasSet) {
 
 TEST(GpxStandardWriterChangesTest, ATrackChangesInTheElementThatWasSet) {
     const std::string tarvik = " xmlns:tarvik=\"https://tarvik.example/xmlschemas/gpx-extensions/1/0\">";
-    const std::string start = "<trk><name>n</name><cmt>c</cmt><desc>d</desc><src>s</src><link href='a'/>"
-                              "<link href='b'/><number>07</number><type>t</type><extensions><x:a/><tarvik:color" +
-                              tarvik + "07</tarvik:color></extensions>";
-    const std::string end = "<trkseg><trkpt lat=\"01\" lon=\"2\"></trkpt><extensions><x:s/></extensions></trkseg></trk>";
+    const std::string start =
+        "<trk><name>n</name><cmt>c</cmt><desc>d</desc><src>s</src><link href='a'/>"
+        "<link href='b'/><number>07</number><type>t</type><extensions><x:a/><tarvik:color" +
+        tarvik + "07</tarvik:color></extensions>";
+    const std::string end =
+        "<trkseg><trkpt lat=\"01\" lon=\"2\"></trkpt><extensions><x:s/></extensions></trkseg></trk>";
     const GpxDocument document = ReadCompletely(Gpx11(start + end, kForeignPrefix));
     const auto changed = [&](const std::function<void(GpxTrack&)>& change) {
         GpxTrack track = *document.GetTrackIter();
@@ -256,7 +267,8 @@ TEST(GpxStandardWriterChangesTest, ATrackChangesInTheElementThatWasSet) {
     };
     EXPECT_EQ(changed([](GpxTrack&) {}), start + end);
     EXPECT_EQ(changed([](GpxTrack& track) { track.SetName(u"N"); }), Replaced(start, ">n<", ">N<") + end);
-    EXPECT_EQ(changed([](GpxTrack& track) { track.SetDescription(u"D"); }), Replaced(start, ">d<", ">D<") + end);
+    EXPECT_EQ(changed([](GpxTrack& track) { track.SetDescription(u"D"); }),
+              Replaced(start, ">d<", ">D<") + end);
     EXPECT_EQ(changed([](GpxTrack& track) { track.SetSource(u"S"); }), Replaced(start, ">s<", ">S<") + end);
     EXPECT_EQ(changed([](GpxTrack& track) { track.SetType(u"T"); }), Replaced(start, ">t<", ">T<") + end);
     EXPECT_EQ(changed([](GpxTrack& track) { track.SetURL(GpxUrl(u"z")); }),

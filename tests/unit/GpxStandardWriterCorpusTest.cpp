@@ -99,6 +99,7 @@ protected:
         } catch (const GpxReadError& error) {
             GTEST_SKIP() << "this file cannot be read: " << error.what();
         }
+        isXml10_ = bytes_.find("<?xml version=\"1.1\"") == std::string::npos;
         for (const GpxTarget target : {GpxTarget::k10, GpxTarget::k11})
             conversions_.emplace_back(bytes_, document_, target);
     }
@@ -106,15 +107,19 @@ protected:
     std::string bytes_;
     GpxDocument document_;
     std::vector<Conversion> conversions_;
+    bool isXml10_ = false;
 };
+
+#define SKIP_XML_11()                                                                                        \
+    if (!isXml10_)                                                                                           \
+    GTEST_SKIP() << "this file is in XML 1.1, which the comparison does not read"
 
 std::optional<std::string> Errors(const std::string& xml) {
     const TemporaryFolder folder;
-    const std::string schema =
-        WriteCombinedSchema(folder / "",
-                            {kSchemas / "gpx10.xsd", kSchemas / "gpx11.xsd", kSchemas / "cache10.xsd",
-                             kSchemas / "cache101.xsd"},
-                            xml);
+    const std::string schema = WriteCombinedSchema(
+        folder / "",
+        {kSchemas / "gpx10.xsd", kSchemas / "gpx11.xsd", kSchemas / "cache10.xsd", kSchemas / "cache101.xsd"},
+        xml);
     return ValidateAgainst(xml, schema);
 }
 
@@ -132,12 +137,14 @@ bool HasStep(std::string_view path, std::string_view name) {
 }
 
 TEST_P(GpxStandardWriterCorpusTest, NothingIsLost) {
+    SKIP_XML_11();
     for (const Conversion& one : conversions_)
         EXPECT_EQ(FindMissing(one.before, one.after.text, one.target), std::vector<MissingContent>())
             << GetParam() << one.Name();
 }
 
 TEST_P(GpxStandardWriterCorpusTest, NothingIsInvented) {
+    SKIP_XML_11();
     for (const Conversion& one : conversions_) {
         // Also what is found again below, where an element of that name was before.
         const std::vector<MissingContent> lost = FindWithoutPlace(one.before, one.after.text);
@@ -157,16 +164,17 @@ TEST_P(GpxStandardWriterCorpusTest, WritingAgainGivesTheSameBytes) {
 }
 
 TEST_P(GpxStandardWriterCorpusTest, TheResultIsValidWhenTheFileIs) {
+    SKIP_XML_11();
     if (!fs::is_directory(kSchemas))
         GTEST_SKIP() << "the published schemas are not here: " << kSchemas;
     if (Errors(bytes_))
         return;
     for (const Conversion& one : conversions_)
-        EXPECT_EQ(Errors(one.after.text), std::nullopt)
-            << GetParam() << one.Name();
+        EXPECT_EQ(Errors(one.after.text), std::nullopt) << GetParam() << one.Name();
 }
 
 TEST_P(GpxStandardWriterCorpusTest, WhatIsLeftOutIsReported) {
+    SKIP_XML_11();
     for (const Conversion& one : conversions_) {
         const std::vector<MissingContent> lost = FindWithoutPlace(one.before, one.after.text);
         const std::vector<MissingContent> gained = FindInvented(one.before, one.after.text);

@@ -57,13 +57,15 @@ void ExpectKeptTogether(const std::string& first, const std::string& second) {
 // Namespaces.
 
 TEST(GpxStandardWriterSourcesTest, ForeignElementsKeepTheirNamespaces) {
-    for (const char* content : {"<x:a x:b='1'><x:c/></x:a>", "<a xmlns='urn:a'><b/></a>", "<a xmlns=''><b/></a>",
-                                "<x:a><y:b xmlns:y='urn:y' y:c='1'/></x:a>", "<x:a xmlns:x='urn:other'/>",
-                                "<x:a xmlns='urn:d'><b/></x:a>"}) {
+    for (const char* content : {"<x:a x:b='1'><x:c/></x:a>", "<a xmlns='urn:a'><b/></a>",
+                                "<a xmlns=''><b/></a>", "<x:a><y:b xmlns:y='urn:y' y:c='1'/></x:a>",
+                                "<x:a xmlns:x='urn:other'/>", "<x:a xmlns='urn:d'><b/></x:a>"}) {
         ExpectKept(Gpx10(Waypoint(content), " xmlns:x='urn:x'"));
-        ExpectKept(Gpx11(Waypoint("<extensions>" + std::string(content) + "</extensions>"), " xmlns:x='urn:x'"));
+        ExpectKept(
+            Gpx11(Waypoint("<extensions>" + std::string(content) + "</extensions>"), " xmlns:x='urn:x'"));
         ExpectKept(Gpx11("<extensions>" + std::string(content) + "</extensions>", " xmlns:x='urn:x'"));
-        ExpectKept(Gpx11("<trk><extensions>" + std::string(content) + "</extensions></trk>", " xmlns:x='urn:x'"));
+        ExpectKept(
+            Gpx11("<trk><extensions>" + std::string(content) + "</extensions></trk>", " xmlns:x='urn:x'"));
     }
 }
 
@@ -74,10 +76,11 @@ TEST(GpxStandardWriterSourcesTest, NamespacesAreEscaped) {
 }
 
 TEST(GpxStandardWriterSourcesTest, GpxElementsLoseTheirPrefix) {
-    const std::string text = std::string("<g:gpx xmlns:g=\"") + kGpx11Uri +
-                             "\" version='1.1' creator='c' xmlns:x='urn:x'><g:wpt lat='1' lon='2'><g:name>n</g:name>"
-                             "<g:link href='a'><g:text>t</g:text></g:link><g:extensions><x:a/></g:extensions></g:wpt>"
-                             "<g:trk><g:trkseg><g:trkpt lat='1' lon='2'/></g:trkseg></g:trk></g:gpx>";
+    const std::string text =
+        std::string("<g:gpx xmlns:g=\"") + kGpx11Uri +
+        "\" version='1.1' creator='c' xmlns:x='urn:x'><g:wpt lat='1' lon='2'><g:name>n</g:name>"
+        "<g:link href='a'><g:text>t</g:text></g:link><g:extensions><x:a/></g:extensions></g:wpt>"
+        "<g:trk><g:trkseg><g:trkpt lat='1' lon='2'/></g:trkseg></g:trk></g:gpx>";
     ExpectKept(text);
     EXPECT_EQ(Rewritten(text), "<wpt lat='1' lon='2'><name>n</name><link href='a'><text>t</text></link>"
                                "<extensions><x:a/></extensions></wpt>"
@@ -86,16 +89,19 @@ TEST(GpxStandardWriterSourcesTest, GpxElementsLoseTheirPrefix) {
 
 TEST(GpxStandardWriterSourcesTest, ForeignElementsWithoutAPrefixStayForeign) {
     for (const char* uri : {"", "xmlns='urn:default' "}) {
-        const std::string start = std::string("<g:gpx ") + uri + "xmlns:g=\"" + kGpx11Uri + "\" version='1.1' creator='c'>";
+        const std::string start =
+            std::string("<g:gpx ") + uri + "xmlns:g=\"" + kGpx11Uri + "\" version='1.1' creator='c'>";
         ExpectKept(start + "<g:wpt lat='1' lon='2'><g:extensions><a><b/></a></g:extensions></g:wpt></g:gpx>");
         ExpectKept(start + "<g:wpt lat='1' lon='2'><a>1</a></g:wpt></g:gpx>");
-        ExpectKept(start + "<g:trk><g:trkseg><g:trkpt lat='1' lon='2'><a>1</a></g:trkpt></g:trkseg></g:trk></g:gpx>");
+        ExpectKept(start +
+                   "<g:trk><g:trkseg><g:trkpt lat='1' lon='2'><a>1</a></g:trkpt></g:trkseg></g:trk></g:gpx>");
     }
 }
 
 TEST(GpxStandardWriterSourcesTest, ASourceWithoutANamespaceOrOfAnotherOneIsGpx) {
     const std::string content = Waypoint("<name>n</name><extensions><x:a xmlns:x='urn:x'/></extensions>");
-    for (const char* attributes : {"", " xmlns='urn:unknown'", " xmlns='http://www.topografix.com/GPX/1/0'"}) {
+    for (const char* attributes :
+         {"", " xmlns='urn:unknown'", " xmlns='http://www.topografix.com/GPX/1/0'"}) {
         const std::string text = "<gpx version='1.1'" + std::string(attributes) + ">" + content + "</gpx>";
         EXPECT_EQ(Rewritten(text), content);
         GpxDocument other = ReadCompletely(Gpx11(""));
@@ -114,13 +120,16 @@ TEST(GpxStandardWriterSourcesTest, ElementsOfTheOtherVersionTakeThatOfTheFile) {
         EXPECT_EQ(Rewritten(Gpx10(declared)), inner);
         EXPECT_EQ(Rewritten(Gpx11(declared), kGpx10), inner);
     }
-    const std::string deep = Waypoint("<link href='a'><text xmlns=\"" + std::string(kGpx11Uri) + "\">t</text></link>");
+    const std::string deep =
+        Waypoint("<link href='a'><text xmlns=\"" + std::string(kGpx11Uri) + "\">t</text></link>");
     EXPECT_EQ(Rewritten(Gpx11(deep)), Waypoint("<link href='a'><text>t</text></link>"));
 }
 
 TEST(GpxStandardWriterSourcesTest, AttributesKeepTheirNamespaces) {
-    ExpectKept(Gpx11("<wpt lat='1' lon='2' xmlns:y='urn:y' y:a='1' y:b='2' xml:lang='de'><name y:c='3'>n</name></wpt>"));
-    ExpectKept(Gpx11("<trk xmlns:y='urn:y' y:a='1'><trkseg y:b='2'><trkpt lat='1' lon='2' y:c='3'/></trkseg></trk>"));
+    ExpectKept(Gpx11(
+        "<wpt lat='1' lon='2' xmlns:y='urn:y' y:a='1' y:b='2' xml:lang='de'><name y:c='3'>n</name></wpt>"));
+    ExpectKept(Gpx11(
+        "<trk xmlns:y='urn:y' y:a='1'><trkseg y:b='2'><trkpt lat='1' lon='2' y:c='3'/></trkseg></trk>"));
     const std::string metadata = "<metadata xmlns:y=\"urn:y\" y:a='1'><name>n</name></metadata>";
     EXPECT_EQ(Rewritten(Gpx11(metadata)), metadata);
     EXPECT_EQ(ReportsOf(Gpx11(metadata), kGpx10),
@@ -130,24 +139,27 @@ TEST(GpxStandardWriterSourcesTest, AttributesKeepTheirNamespaces) {
 
 TEST(GpxStandardWriterSourcesTest, ObjectsBringTheirNamespacesIntoAnotherDocument) {
     const std::string clash = Gpx11(Waypoint("<extensions><x:b/></extensions>"), " xmlns:x='urn:second'");
-    for (const char* content : {"<x:a x:b='1'><x:c/></x:a>", "<a xmlns='urn:a'><b/></a>", "<a xmlns=''><b/></a>",
-                                "<a xmlns='urn:a'><x:b/></a>"}) {
+    for (const char* content : {"<x:a x:b='1'><x:c/></x:a>", "<a xmlns='urn:a'><b/></a>",
+                                "<a xmlns=''><b/></a>", "<a xmlns='urn:a'><x:b/></a>"}) {
         const std::string first =
-            Gpx11(Waypoint("<name>n</name><extensions>" + std::string(content) + "</extensions>"), " xmlns:x='urn:x'");
+            Gpx11(Waypoint("<name>n</name><extensions>" + std::string(content) + "</extensions>"),
+                  " xmlns:x='urn:x'");
         ExpectKeptTogether(first, clash);
         ExpectKeptTogether(first, Gpx11(""));
         ExpectKeptTogether(first, "<gpx version='1.1'/>");
     }
-    ExpectKeptTogether("<g:gpx xmlns='urn:d' xmlns:g=\"" + std::string(kGpx11Uri) +
-                           "\" version='1.1'><g:wpt lat='1' lon='2'><g:name>n</g:name><g:extensions><a/></g:extensions>"
-                           "</g:wpt></g:gpx>",
+    ExpectKeptTogether(
+        "<g:gpx xmlns='urn:d' xmlns:g=\"" + std::string(kGpx11Uri) +
+            "\" version='1.1'><g:wpt lat='1' lon='2'><g:name>n</g:name><g:extensions><a/></g:extensions>"
+            "</g:wpt></g:gpx>",
+        clash);
+    ExpectKeptTogether(Gpx11("<wpt lat='1' lon='2' x:a='1'><name x:b='2'>n</name></wpt>", " xmlns:x='urn:x'"),
                        clash);
-    ExpectKeptTogether(Gpx11("<wpt lat='1' lon='2' x:a='1'><name x:b='2'>n</name></wpt>", " xmlns:x='urn:x'"), clash);
 }
 
 TEST(GpxStandardWriterSourcesTest, APrefixInAValueIsDeclaredToo) {
-    const GpxDocument one =
-        ReadCompletely(Gpx11(Waypoint("<extensions><y:a type=\"x:b\"/></extensions>"), " xmlns:x='urn:x' xmlns:y='urn:y'"));
+    const GpxDocument one = ReadCompletely(
+        Gpx11(Waypoint("<extensions><y:a type=\"x:b\"/></extensions>"), " xmlns:x='urn:x' xmlns:y='urn:y'"));
     GpxDocument other;
     {
         GpxDocument gone = ReadCompletely(Gpx11(""));
@@ -162,11 +174,17 @@ TEST(GpxStandardWriterSourcesTest, APrefixInAValueIsDeclaredToo) {
 // Encodings and document types.
 
 TEST(GpxStandardWriterSourcesTest, TheResultIsInUtf8WithEntitiesExpanded) {
-    EXPECT_EQ(Rewritten("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + Gpx11(Waypoint("<name>\xE9</name>"))),
-              Waypoint("<name>\xC3\xA9</name>"));
-    EXPECT_EQ(Rewritten("<!DOCTYPE gpx [<!ELEMENT gpx ANY><!ENTITY e \"a&#38;lt;b\"><!ENTITY w \"<cmt>c</cmt>\">]>" +
-                        Gpx11(Waypoint("<name>&e;</name>&w;"))),
-              Waypoint("<name>a&lt;b</name><cmt>c</cmt>"));
+    EXPECT_EQ(
+        Rewritten("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + Gpx11(Waypoint("<name>\xE9</name>"))),
+        Waypoint("<name>\xC3\xA9</name>"));
+    // A file with a document type is read when it is valid by it.
+    const std::string type =
+        "<!DOCTYPE gpx [<!ELEMENT gpx ANY><!ATTLIST gpx xmlns CDATA #IMPLIED version CDATA #IMPLIED "
+        "creator CDATA #IMPLIED><!ELEMENT wpt ANY><!ATTLIST wpt lat CDATA '1' lon CDATA #IMPLIED>"
+        "<!ELEMENT name ANY><!ELEMENT cmt ANY><!ENTITY e 'a&#38;lt;b'>"
+        "<!ENTITY w '<cmt>c</cmt>'>]>";
+    EXPECT_EQ(Rewritten(type + Gpx11("<wpt lon=\"2\"><name>&e;</name>&w;</wpt>")),
+              "<wpt lon=\"2\" lat=\"1\"><name>a&lt;b</name><cmt>c</cmt></wpt>");
 }
 
 // Unread elements.
@@ -199,7 +217,8 @@ TEST(GpxStandardWriterSourcesTest, UnreadPointsStayAtTheirPlaces) {
 // What one version has and the other has not.
 
 TEST(GpxStandardWriterSourcesTest, CourseAndSpeedAreExtensionsOf11) {
-    const std::string text = Gpx10(TrackPoint("<ele>1</ele><course>52</course><speed>1.50</speed><sat>3</sat>"));
+    const std::string text =
+        Gpx10(TrackPoint("<ele>1</ele><course>52</course><speed>1.50</speed><sat>3</sat>"));
     ExpectKept(text);
     const std::string in11 = StandardText(ReadCompletely(text), kGpx11).text;
     EXPECT_EQ(JoinedContent(in11),
@@ -210,20 +229,24 @@ TEST(GpxStandardWriterSourcesTest, CourseAndSpeedAreExtensionsOf11) {
 }
 
 TEST(GpxStandardWriterSourcesTest, ASpeedWithAPrefixOrADeclarationIsOneOf10) {
-    for (const char* speed : {"<g:speed>1</g:speed>", "<speed xmlns='http://www.topografix.com/GPX/1/0'>1</speed>"})
-        EXPECT_EQ(Rewritten(Gpx10(TrackPoint(speed), " xmlns:g='http://www.topografix.com/GPX/1/0'")),
-                  TrackPoint("<extensions><speed xmlns=\"" + std::string(kGpx10Uri) + "\">1</speed></extensions>"));
+    for (const char* speed :
+         {"<g:speed>1</g:speed>", "<speed xmlns='http://www.topografix.com/GPX/1/0'>1</speed>"})
+        EXPECT_EQ(
+            Rewritten(Gpx10(TrackPoint(speed), " xmlns:g='http://www.topografix.com/GPX/1/0'")),
+            TrackPoint("<extensions><speed xmlns=\"" + std::string(kGpx10Uri) + "\">1</speed></extensions>"));
 }
 
 TEST(GpxStandardWriterSourcesTest, AuthorAndEmailGoBothWays) {
     const std::string in10 = "<author>A &amp; B</author><email>a@b.c</email>";
-    const std::string in11 = "<metadata><author><name>A &amp; B</name><email id=\"a\" domain=\"b.c\"/></author></metadata>";
+    const std::string in11 =
+        "<metadata><author><name>A &amp; B</name><email id=\"a\" domain=\"b.c\"/></author></metadata>";
     EXPECT_EQ(Rewritten(Gpx10(in10)), in11);
     EXPECT_EQ(Rewritten(Gpx11(in11), kGpx10), in10);
     EXPECT_EQ(Rewritten(Gpx10("<email>a@b.c</email>")),
               "<metadata><author><email id=\"a\" domain=\"b.c\"/></author></metadata>");
-    EXPECT_EQ(Rewritten(Gpx11("<metadata><author><email id=\"a\" domain=\"b.c\"/></author></metadata>"), kGpx10),
-              "<email>a@b.c</email>");
+    EXPECT_EQ(
+        Rewritten(Gpx11("<metadata><author><email id=\"a\" domain=\"b.c\"/></author></metadata>"), kGpx10),
+        "<email>a@b.c</email>");
     EXPECT_EQ(Rewritten(Gpx10("<author>A</author>")), "<metadata><author><name>A</name></author></metadata>");
     const std::string withLink = "<metadata><author><name>A</name><link href='a'/></author></metadata>";
     EXPECT_EQ(Rewritten(Gpx11(withLink)), withLink);
@@ -268,8 +291,9 @@ TEST(GpxStandardWriterSourcesTest, TheOrderOfLinksIsKept) {
 }
 
 TEST(GpxStandardWriterSourcesTest, ElementsComeInTheOrderOfTheSchema) {
-    EXPECT_EQ(Rewritten(Gpx11("<trk/><rte/>" + Waypoint("<time>t</time><sym>s</sym><ele>1</ele><extensions/>"
-                                                        "<name>n</name>") +
+    EXPECT_EQ(Rewritten(Gpx11("<trk/><rte/>" +
+                              Waypoint("<time>t</time><sym>s</sym><ele>1</ele><extensions/>"
+                                       "<name>n</name>") +
                               "<metadata><time>t</time><name>n</name></metadata>")),
               "<metadata><name>n</name><time>t</time></metadata>" +
                   Waypoint("<ele>1</ele><time>t</time><name>n</name><sym>s</sym><extensions/>") +
@@ -302,12 +326,14 @@ TEST(GpxStandardWriterSourcesTest, TheTimeIsProportionalToTheLength) {
         Gpx11(Repeated(kCount, Waypoint("<name>n</name><ele>1</ele>"))),
         Gpx11(Waypoint(Repeated(kCount, "<link href='a'/>") + "<name>n</name>")),
         Gpx11("<metadata>" + Repeated(kCount, "<link href='a'/>") + "</metadata>"),
-        Gpx11("<trk>" + Repeated(kCount, "<link href='a'/>") + Repeated(kCount, "<trkseg><x/></trkseg>") + "</trk>"),
+        Gpx11("<trk>" + Repeated(kCount, "<link href='a'/>") + Repeated(kCount, "<trkseg><x/></trkseg>") +
+              "</trk>"),
         Gpx11("<extensions>" + Repeated(kCount, "<x xmlns='urn:x'/>") + "</extensions>" +
-              Waypoint("<extensions>" + Repeated(kCount, "<x xmlns='urn:x'/>") + "</extensions><name>n</name>")),
+              Waypoint("<extensions>" + Repeated(kCount, "<x xmlns='urn:x'/>") +
+                       "</extensions><name>n</name>")),
         Gpx11(Repeated(kCount, "<wpt lat='91' lon='1'/>")),
-        Gpx10(Waypoint("<g:cache xmlns:g='http://www.groundspeak.com/cache/1/0'><g:logs>" + Repeated(kCount, log) +
-                       "</g:logs></g:cache><name>n</name>")),
+        Gpx10(Waypoint("<g:cache xmlns:g='http://www.groundspeak.com/cache/1/0'><g:logs>" +
+                       Repeated(kCount, log) + "</g:logs></g:cache><name>n</name>")),
         Gpx10(Waypoint(Repeated(kCount, "<url>a</url>"))),
     };
     for (const std::string& text : texts)
@@ -316,9 +342,9 @@ TEST(GpxStandardWriterSourcesTest, TheTimeIsProportionalToTheLength) {
 
 TEST(GpxStandardWriterSourcesTest, ManyLogsThatAreWrittenAnewTakeNoLonger) {
     const std::string log = "<g:log id='1'><g:text>t</g:text></g:log>";
-    const GpxDocument document = ReadCompletely(
-        Gpx10(Waypoint("<g:cache xmlns:g='http://www.groundspeak.com/cache/1/0'><g:logs>" + Repeated(100'000, log) +
-                       "</g:logs></g:cache>")));
+    const GpxDocument document =
+        ReadCompletely(Gpx10(Waypoint("<g:cache xmlns:g='http://www.groundspeak.com/cache/1/0'><g:logs>" +
+                                      Repeated(100'000, log) + "</g:logs></g:cache>")));
     GpxPoint point = *document.GetWaypointIter();
     GpxGroundspeakCache cache;
     ASSERT_TRUE(point.GetGroundspeakCache(cache));

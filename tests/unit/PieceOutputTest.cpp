@@ -120,7 +120,8 @@ TEST(PieceOutputTest, ACharacterThatXmlCannotHoldIsReplaced) {
 }
 
 TEST(PieceOutputTest, XmlHoldsTheseCharactersOnly) {
-    for (const char32_t good : {0x9, 0xA, 0xD, 0x20, 0x7F, 0xD7FF, 0xE000, 0xFFFD, 0x10000, 0x1FFFE, 0x10FFFF})
+    for (const char32_t good :
+         {0x9, 0xA, 0xD, 0x20, 0x7F, 0xD7FF, 0xE000, 0xFFFD, 0x10000, 0x1FFFE, 0x10FFFF})
         EXPECT_TRUE(IsXmlCharacter(good)) << static_cast<unsigned>(good);
     for (const char32_t bad : {0x0, 0x8, 0xB, 0xC, 0xE, 0x1F, 0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0xFFFE, 0xFFFF})
         EXPECT_FALSE(IsXmlCharacter(bad)) << static_cast<unsigned>(bad);
@@ -150,7 +151,8 @@ TEST(PieceOutputTest, EveryNumberReadsBackTheSame) {
                                    std::numeric_limits<double>::min(),
                                    -std::numeric_limits<double>::denorm_min(), 1e300};
     while (numbers.size() < 10'000) {
-        const double number = std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 1900) - 1000);
+        const double number =
+            std::ldexp(static_cast<double>(random()), static_cast<int>(random() % 1900) - 1000);
         if (std::isfinite(number))
             numbers.push_back(number);
     }

@@ -166,8 +166,9 @@ TEST(ValueTextTest, TimesAreWrittenAsXmlSchemaHasThem) {
 }
 
 TEST(ValueTextTest, TimesOutsideOfTheYears1To9999AreNotWritten) {
-    for (const double time : {-62135596800000.01, 253402300800000.0, 1e300, -1e300, std::nan(""),
-                              std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()})
+    for (const double time :
+         {-62135596800000.01, 253402300800000.0, 1e300, -1e300, std::nan(""),
+          std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()})
         EXPECT_EQ(SchemaTime(time), "") << time;
 }
 

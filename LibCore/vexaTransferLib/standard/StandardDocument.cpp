@@ -101,8 +101,8 @@ public:
             WriteFields(kMetadata10);
             return;
         }
-        if (elements_.empty() && extensions_.extensions.empty() && extensions_.direct.empty() &&
-            !HasModelValues())
+        if (metadata_.source == nullptr && elements_.empty() && extensions_.extensions.empty() &&
+            extensions_.direct.empty() && !HasModelValues())
             return;
         writing_.StartLine(1);
         writing_.Out().AppendAll("<", gpx::kMetadata);
