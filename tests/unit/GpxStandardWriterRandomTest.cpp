@@ -26,7 +26,12 @@ class RandomFile {
 public:
     explicit RandomFile(unsigned seed) : random_(seed) {}
 
-    std::string Make() {
+    std::string Make() { return Make(true); }
+    // Without what belongs to the document itself.
+    std::string MakeObjects() { return Make(false); }
+
+private:
+    std::string Make(bool hasDocument) {
         is10_ = Chance(2);
         prefix_ = Chance(4) ? "g:" : "";
         const std::string uri = is10_ ? kGpx10Uri : kGpx11Uri;
@@ -34,15 +39,16 @@ public:
                            (prefix_.empty() ? "xmlns" : "xmlns:g") + "='" + uri + "' xmlns:x='urn:x'";
         if (!prefix_.empty() && Chance(2))
             text += " xmlns='urn:default'";
-        text += ">" + Head();
+        text += ">" + (hasDocument ? Head() : "");
+        isReadable_ = !hasDocument; // unread waypoints belong to the document
         text += Repeat(3, [&] { return Point("wpt"); });
+        isReadable_ = false;
         text +=
             Repeat(2, [&] { return Element("rte", "", Path() + Repeat(3, [&] { return Point("rtept"); })); });
         text += Repeat(2, [&] { return Element("trk", "", Path() + Repeat(3, [&] { return Segment(); })); });
-        return text + Foreign() + "</" + prefix_ + "gpx>";
+        return text + (hasDocument ? Foreign() : "") + "</" + prefix_ + "gpx>";
     }
 
-private:
     bool Chance(unsigned one) { return random_() % one == 0; }
     template <class MakePart>
     std::string Repeat(unsigned most, MakePart make) {
@@ -112,7 +118,9 @@ private:
     std::string Point(const std::string& name) {
         const bool isTrackPoint10 = is10_ && name == "trkpt";
         return Element(
-            name, OneOf({" lat='1' lon='2'", " lon='02.50' lat=' 1'", " lat='91' lon='2'"}),
+            name,
+            OneOf({" lat='1' lon='2'", " lon='02.50' lat=' 1'",
+                   isReadable_ ? " lat='-1' lon='0'" : " lat='91' lon='2'"}),
             Shuffled({Number("ele"), Time(), isTrackPoint10 ? Number("course") : "",
                       isTrackPoint10 ? Number("speed") : "", Number("magvar"), Number("geoidheight"),
                       Text("name"), Text("cmt"), Text("desc"), Text("src"), Link(), Text("sym"), Text("type"),
@@ -137,6 +145,7 @@ private:
 
     std::mt19937 random_;
     bool is10_ = false;
+    bool isReadable_ = false;
     std::string prefix_;
 };
 
@@ -165,6 +174,71 @@ TEST(GpxStandardWriterRandomTest, NothingIsLostAndWritingAgainGivesTheSame) {
             const std::string wrong = WrongIn(file, written, target, version);
             EXPECT_EQ(wrong, "") << seed << '\n' << file << '\n' << written;
             failures += wrong.empty() ? 0 : 1;
+        }
+    }
+}
+
+void AddObjects(const GpxDocument& from, GpxDocument& document) {
+    for (auto point = from.GetWaypointIter(); point != from.GetWaypointEndIter(); ++point)
+        document.AddWaypoint(*point);
+    for (auto route = from.GetRouteIter(); route != from.GetRouteEndIter(); ++route)
+        document.AddRoute(*route);
+    for (auto track = from.GetTrackIter(); track != from.GetTrackEndIter(); ++track)
+        document.AddTrack(*track);
+}
+
+TEST(GpxStandardWriterRandomTest, ObjectsLoseNothingInAnotherDocument) {
+    const std::string strangers[] = {
+        Gpx11("", " xmlns:x='urn:1' xmlns:y='urn:2' xmlns:s='urn:3' xmlns:g='urn:4'"),
+        Gpx10("", " xmlns:n='urn:x' xmlns:y='urn:y' xmlns:x='urn:n'"), "<gpx version='1.1'/>",
+        std::string("<h:gpx version='1.1' xmlns='urn:d' xmlns:h='") + kGpx11Uri + "'/>"};
+    int failures = 0;
+    for (unsigned seed = 0; seed < 1000 && failures < 5; ++seed) {
+        const std::string file = RandomFile(seed).MakeObjects();
+        GpxDocument document;
+        if (seed % 5 != 0)
+            document = ReadCompletely(strangers[seed % 5 - 1]);
+        AddObjects(ReadCompletely(file), document);
+        for (const GpxTarget target : {GpxTarget::k10, GpxTarget::k11}) {
+            const GpxVersion& version = target == GpxTarget::k10 ? kGpx10 : kGpx11;
+            const std::string written = StandardText(document, version).text;
+            const std::string wrong = WrongIn(file, written, target, version);
+            EXPECT_EQ(wrong, "") << seed << '\n' << file << '\n' << written;
+            failures += wrong.empty() ? 0 : 1;
+        }
+    }
+}
+
+TEST(GpxStandardWriterRandomTest, ANameChangesNothingElse) {
+    int failures = 0;
+    for (unsigned seed = 0; seed < 1000 && failures < 5; ++seed) {
+        const std::string file = RandomFile(seed).MakeObjects();
+        const GpxDocument read = ReadCompletely(file);
+        GpxDocument changed;
+        GpxDocument unchanged;
+        for (auto point = read.GetWaypointIter(); point != read.GetWaypointEndIter(); ++point) {
+            GpxPoint copy = *point;
+            copy.SetName(u"NEW");
+            changed.AddWaypoint(copy);
+            unchanged.AddWaypoint(*point);
+        }
+        for (const GpxTarget target : {GpxTarget::k10, GpxTarget::k11}) {
+            const GpxVersion& version = target == GpxTarget::k10 ? kGpx10 : kGpx11;
+            const std::string before = StandardText(unchanged, version).text;
+            const std::string after = StandardText(changed, version).text;
+            std::ostringstream wrong;
+            for (const MissingContent& content : FindMissing(before, after, target))
+                if (!content.path.ends_with("/name"))
+                    wrong << "lacks " << content << '\n';
+            std::size_t names = 0;
+            for (const MissingContent& content : FindInvented(before, after)) {
+                ++names;
+                if (!content.path.ends_with("/name") || content.value != "NEW")
+                    wrong << "has gained " << content << '\n';
+            }
+            EXPECT_EQ(wrong.str(), "") << seed << '\n' << before << '\n' << after;
+            EXPECT_EQ(names, changed.GetWaypointCount());
+            failures += wrong.str().empty() ? 0 : 1;
         }
     }
 }
