@@ -30,6 +30,15 @@ std::string FolderOf(const std::string& path) {
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
+// Without it the new name may be lost when the power fails, but not the file.
+void SyncFolder(const std::string& path) {
+    const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return;
+    static_cast<void>(::fsync(folder));
+    ::close(folder);
+}
+
 // Where a symbolic link leads; empty for any other file, and for none.
 std::string LinkTarget(const std::string& link) {
     std::array<char, PATH_MAX> target;
@@ -129,15 +138,6 @@ void AtomicFile::Sync() const {
         Fail(kNotWritten);
 }
 
-// Without it the new name may be lost when the power fails, but not the file.
-void AtomicFile::SyncFolder() const {
-    const int folder = ::open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0)
-        return;
-    static_cast<void>(::fsync(folder));
-    ::close(folder);
-}
-
 void AtomicFile::Commit() {
     Sync();
     const int descriptor = std::exchange(descriptor_, -1);
@@ -145,10 +145,12 @@ void AtomicFile::Commit() {
         Fail(kNotWritten);
     if (temporary_.empty())
         return;
+    // After the renaming nothing fails.
+    const std::string folder = FolderOf(target_);
     if (::rename(temporary_.c_str(), target_.c_str()) != 0)
         Fail(kNotWritten);
     temporary_.clear();
-    SyncFolder();
+    SyncFolder(folder);
 }
 
 } // namespace vexaTransferLib::standard

@@ -31,7 +31,6 @@ private:
     void CreateBeside(unsigned mode, bool hasTarget);
     void CreateTarget();
     void Sync() const;
-    void SyncFolder() const;
     [[noreturn]] void Fail(const char* message) const;
 
     std::string name_;      ///< as the caller gave it, for errors
