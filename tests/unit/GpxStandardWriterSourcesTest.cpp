@@ -236,6 +236,17 @@ TEST(GpxStandardWriterSourcesTest, ASpeedWithAPrefixOrADeclarationIsOneOf10) {
             TrackPoint("<extensions><speed xmlns=\"" + std::string(kGpx10Uri) + "\">1</speed></extensions>"));
 }
 
+TEST(GpxStandardWriterSourcesTest, ElementsOfGpxInExtensionsStayThere) {
+    for (const char* content :
+         {"<wpt lat=\"1\" lon=\"2\"/>", "<name>n</name>", "<objectid>i</objectid>", "<a xmlns=''/>"}) {
+        const std::string extensions = "<extensions>" + std::string(content) + "</extensions>";
+        for (const std::string& object : {Waypoint(extensions), TrackPoint(extensions), extensions}) {
+            EXPECT_EQ(Rewritten(Gpx11(object), kGpx10), object);
+            EXPECT_EQ(Rewritten(Gpx10(object)), object);
+        }
+    }
+}
+
 TEST(GpxStandardWriterSourcesTest, AuthorAndEmailGoBothWays) {
     const std::string in10 = "<author>A &amp; B</author><email>a@b.c</email>";
     const std::string in11 =

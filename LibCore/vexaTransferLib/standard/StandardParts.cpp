@@ -237,6 +237,32 @@ void WriteExtensions(Writing& writing, const ForeignParts& parts, int depth) {
     out.AppendAll("</", gpx::kExtensions, ">");
 }
 
+// Elements of GPX in `extensions` would mean something else directly in the object: they stay in `extensions`, which GPX 1.0
+// does not have, as GPX 1.1 does not have them there.
+void WriteForeign10(Writing& writing, const ForeignParts& parts, int depth) {
+    SourceElements inner;
+    ForEachKept(writing, parts, [&](const SourceElement& child) {
+        if (child.child.kind == NamespaceKind::kGpx) {
+            inner.push_back(child);
+            return;
+        }
+        writing.StartLine(depth);
+        CopyForeign(writing, child);
+    });
+    if (parts.writeNew)
+        parts.writeNew(depth);
+    if (inner.empty())
+        return;
+    writing.StartLine(depth);
+    writing.Out().AppendAll("<", gpx::kExtensions, ">");
+    for (const SourceElement& child : inner) {
+        writing.StartLine(depth + 1);
+        CopyForeign(writing, child);
+    }
+    writing.StartLine(depth);
+    writing.Out().AppendAll("</", gpx::kExtensions, ">");
+}
+
 bool IsOneExtensions(Writing& writing, const ForeignParts& parts) {
     if (parts.extensions.size() != 1 || !parts.direct.empty() || parts.writeNew ||
         IsAnyReplaced(writing, parts))
@@ -262,12 +288,7 @@ void WriteForeign(Writing& writing, const ForeignParts& parts, int depth) {
         CopyForeign(writing, child);
     }
     if (writing.Is10()) {
-        ForEachKept(writing, parts, [&](const SourceElement& child) {
-            writing.StartLine(depth);
-            CopyForeign(writing, child);
-        });
-        if (parts.writeNew)
-            parts.writeNew(depth);
+        WriteForeign10(writing, parts, depth);
     } else if (IsOneExtensions(writing, parts)) {
         writing.StartLine(depth);
         CopyElement(writing, parts.extensions.front());
