@@ -163,18 +163,25 @@ std::string WrongIn(const std::string& file, const std::string& written, GpxTarg
     return wrong.str();
 }
 
+// Writes a document that has what a file has, in both versions. Returns how many are wrong.
+int FailuresOf(const std::string& file, const GpxDocument& document) {
+    int failures = 0;
+    for (const GpxTarget target : {GpxTarget::k10, GpxTarget::k11}) {
+        const GpxVersion& version = target == GpxTarget::k10 ? kGpx10 : kGpx11;
+        const std::string written = StandardText(document, version).text;
+        const std::string wrong = WrongIn(file, written, target, version);
+        EXPECT_EQ(wrong, "") << file << '\n' << written;
+        failures += wrong.empty() ? 0 : 1;
+    }
+    return failures;
+}
+
 TEST(GpxStandardWriterRandomTest, NothingIsLostAndWritingAgainGivesTheSame) {
     int failures = 0;
     for (unsigned seed = 0; seed < 2000 && failures < 5; ++seed) {
         const std::string file = RandomFile(seed).Make();
         const GpxDocument document = ReadCompletely(file);
-        for (const GpxTarget target : {GpxTarget::k10, GpxTarget::k11}) {
-            const GpxVersion& version = target == GpxTarget::k10 ? kGpx10 : kGpx11;
-            const std::string written = StandardText(document, version).text;
-            const std::string wrong = WrongIn(file, written, target, version);
-            EXPECT_EQ(wrong, "") << seed << '\n' << file << '\n' << written;
-            failures += wrong.empty() ? 0 : 1;
-        }
+        failures += FailuresOf(file, document);
     }
 }
 
@@ -199,13 +206,7 @@ TEST(GpxStandardWriterRandomTest, ObjectsLoseNothingInAnotherDocument) {
         if (seed % 5 != 0)
             document = ReadCompletely(strangers[seed % 5 - 1]);
         AddObjects(ReadCompletely(file), document);
-        for (const GpxTarget target : {GpxTarget::k10, GpxTarget::k11}) {
-            const GpxVersion& version = target == GpxTarget::k10 ? kGpx10 : kGpx11;
-            const std::string written = StandardText(document, version).text;
-            const std::string wrong = WrongIn(file, written, target, version);
-            EXPECT_EQ(wrong, "") << seed << '\n' << file << '\n' << written;
-            failures += wrong.empty() ? 0 : 1;
-        }
+        failures += FailuresOf(file, document);
     }
 }
 
