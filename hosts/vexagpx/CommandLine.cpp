@@ -39,8 +39,12 @@ constexpr char kCheckExamples[] =
     "  vexagpx check --all walk.gpx | less\n"
     "  vexagpx check --json *.gpx > reports.jsonl\n";
 constexpr char kConvertExamples[] =
+    "Everything that IN has is in OUT, but for what the GPX version has no place for,\n"
+    "which is listed on standard error.\n"
+    "\n"
     "Examples:\n"
     "  vexagpx convert old.gpx new.gpx\n"
+    "  vexagpx convert --gpx 1.0 new.gpx old.gpx\n"
     "  vexagpx convert --app MyApp --url https://example.org/ in.gpx out.gpx\n"
     "  vexagpx convert walk.gpx walk.gpx\n"
     "  unzip -p walk.zip | vexagpx convert - walk.gpx\n";
@@ -161,6 +165,10 @@ void AddTrust(CLI::App& command, InputRules& rules) {
                      "no limits: only for files that you trust");
 }
 
+void AddAsHost(CLI::App& command, InputRules& rules, const std::string& description) {
+    command.add_flag("--as-host", rules.asHost, description);
+}
+
 void AddSize(CLI::App& command, const std::string& name, std::uint64_t& size, const std::string& description,
              const std::string& defaultText) {
     command.add_option(name, size, description)
@@ -227,6 +235,7 @@ void AddFiles(CLI::App& command, Invocation& invocation, Options& options) {
 
 void AddShow(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<ShowOptions>();
+    options->rules.asHost = true;
     CLI::App& command =
         AddCommand(app, invocation, {"show", "Show what is in GPX files", kShowExamples}, options, Show);
     AddFiles(command, invocation, *options);
@@ -235,6 +244,7 @@ void AddShow(CLI::App& app, Invocation& invocation) {
 
 void AddDump(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<DumpOptions>();
+    options->rules.asHost = true;
     CLI::App& command = AddCommand(
         app, invocation, {"dump", "Print the whole model, one line of JSON for a file", kDumpExamples},
         options, Dump);
@@ -252,6 +262,7 @@ void AddInfo(CLI::App& app, Invocation& invocation) {
 
 void AddCheck(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<CheckOptions>();
+    options->rules.asHost = true;
     CLI::App& command = AddCommand(
         app, invocation, {"check", "Report what of GPX files is read and what is not", kCheckExamples},
         options, Check);
@@ -265,6 +276,9 @@ void AddConvert(CLI::App& app, Invocation& invocation) {
     CLI::App& command =
         AddCommand(app, invocation, {"convert", "Read a GPX file and write it again", kConvertExamples},
                    options, Convert);
+    AddAsHost(command, options->rules,
+              "Read and write as other programs with this library\n"
+              "do, which lose what it has no model of");
     AddProgress(command, invocation);
     AddTrust(command, options->rules);
     AddLimits(command, options->rules.archives);

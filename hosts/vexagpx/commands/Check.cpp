@@ -20,7 +20,7 @@ namespace {
 class Checker {
 public:
     Checker(const CheckOptions& options, Output& out)
-        : options_(options), out_(out), parser_(options.rules.isTrusted) {}
+        : options_(options), out_(out), parser_(options.rules) {}
 
     bool Run();
 

@@ -74,7 +74,7 @@ bool ReadArgument(FileParser& parser, const std::string& argument, const Archive
 bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
                    const TakeDocument& take) {
     bool succeeded = true;
-    FileParser parser(rules.isTrusted);
+    FileParser parser(rules);
     for (const std::string& argument : arguments) {
         const auto read = [&] { return ReadArgument(parser, argument, rules.archives, take); };
         succeeded = RunReportingErrors(argument, read) && succeeded;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/input/FileParser.h>
 
-#include <vexagpx/input/InputRules.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/process/Signals.h>
 #include <vexagpx/terminal/ProgressBar.h>
@@ -128,9 +127,11 @@ std::string Describe(const xercesc::SAXParseException& exception) {
     return Describe(exception.getLineNumber(), exception.getColumnNumber(), message);
 }
 
-FileParser::FileParser(bool isTrusted) {
-    if (!isTrusted)
+FileParser::FileParser(const InputRules& rules) {
+    if (!rules.isTrusted)
         parser_.SetUntrusted();
+    if (!rules.asHost)
+        parser_.SetComplete();
 }
 
 void FileParser::ReadFile(const InputFile& file, vexaTransferLib::GpxDocument& document) {

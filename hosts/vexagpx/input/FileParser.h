@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vexagpx/input/Input.h>
+#include <vexagpx/input/InputRules.h>
 
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxParser.h>
@@ -20,7 +21,7 @@ std::string Describe(const xercesc::SAXParseException& exception);
 /// error of the XML parser.
 class FileParser {
 public:
-    explicit FileParser(bool isTrusted);
+    explicit FileParser(const InputRules& rules);
 
     /// Sets who is notified, from now on, of what the reader skips and of the XML parser's messages; null for nobody.
     void Watch(vexaTransferLib::GpxReadObserver* watcher) { watcher_ = watcher; }

@@ -12,6 +12,7 @@ inline constexpr char kTrustAdvice[] = " If you know where it comes from, --trus
 struct InputRules {
     ArchiveLimits archives;
     bool isTrusted = false; ///< a GPX file may name other files and servers, and may be of any size
+    bool asHost = false;    ///< a file is read as hosts always read it, and not completely
 };
 
 } // namespace vexagpx

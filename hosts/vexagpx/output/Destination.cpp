@@ -79,26 +79,43 @@ void Destination::Fail(int error) const {
     throw std::runtime_error("Unable to write the file: " + path_ + " (" + ErrorText(error) + ")");
 }
 
-void Destination::Commit(std::string_view bytes, Output& standardOutput) {
-    if (file_) {
-        file_->Write(bytes);
-        file_->Commit();
-    } else if (IsStandardOutput(path_)) {
-        standardOutput.Write(bytes);
-        standardOutput.Flush();
-    } else {
-        WriteToStream(bytes);
-    }
+void Destination::Write(std::string_view piece, Output& standardOutput) {
+    if (file_)
+        file_->Write(piece);
+    else if (IsStandardOutput(path_))
+        standardOutput.Write(piece);
+    else
+        WriteToStream(piece);
 }
 
-void Destination::WriteToStream(std::string_view bytes) const {
+void Destination::Commit(Output& standardOutput) {
+    if (file_)
+        file_->Commit();
+    else if (IsStandardOutput(path_))
+        standardOutput.Flush();
+    else
+        CloseStream();
+}
+
+void Destination::Commit(std::string_view bytes, Output& standardOutput) {
+    Write(bytes, standardOutput);
+    Commit(standardOutput);
+}
+
+void Destination::WriteToStream(std::string_view piece) {
     try {
-        Descriptor sink = OpenFile(path_, O_WRONLY);
-        if (!WriteAll(sink.Get(), bytes) || !sink.Close())
+        if (!stream_)
+            stream_ = OpenFile(path_, O_WRONLY);
+        if (!WriteAll(stream_->Get(), piece))
             Fail(errno);
     } catch (const std::system_error& error) {
         Fail(error.code().value());
     }
+}
+
+void Destination::CloseStream() {
+    if (stream_ && !stream_->Close())
+        Fail(errno);
 }
 
 } // namespace vexagpx

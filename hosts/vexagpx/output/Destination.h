@@ -3,6 +3,7 @@
 
 #include <vexagpx/output/AtomicFile.h>
 #include <vexagpx/process/Output.h>
+#include <vexagpx/process/Posix.h>
 
 #include <optional>
 #include <string>
@@ -27,16 +28,23 @@ public:
 
     const std::string& Path() const { return path_; } ///< for messages
 
-    /// Writes the whole result. Without this call nothing changes.
-    /// \throws std::runtime_error; OutputError for standard output
+    // All throw std::runtime_error, and OutputError for standard output.
+
+    /// Writes the next piece of the result. A file is unchanged until Commit is called.
+    void Write(std::string_view piece, Output& standardOutput);
+    /// Ends the result, which is then in its place.
+    void Commit(Output& standardOutput);
+    /// Writes the whole result.
     void Commit(std::string_view bytes, Output& standardOutput);
 
 private:
     [[noreturn]] void Fail(int error) const;
-    void WriteToStream(std::string_view bytes) const;
+    void WriteToStream(std::string_view piece);
+    void CloseStream();
 
     std::string path_;
-    std::optional<AtomicFile> file_; ///< nothing for what is written to directly
+    std::optional<AtomicFile> file_;   ///< nothing for what is written to directly
+    std::optional<Descriptor> stream_; ///< open from the first piece on
 };
 
 } // namespace vexagpx

@@ -53,8 +53,10 @@ TEST(ReportLogTest, AllCommandsTakeADebugLog) {
     const Folder folder;
     EXPECT_EQ(RunTool({"show", "--debug-log", "show", Data("dropped-point.gpx")}, folder.Path()).status, 0);
     EXPECT_EQ(Lines(ReadFile(folder.File("show"))).size(), 2U);
-    EXPECT_EQ(
-        RunTool({"convert", "--debug-log", "conv", Data("dropped-point.gpx"), "o"}, folder.Path()).status, 0);
+    EXPECT_EQ(RunTool({"convert", "--as-host", "--debug-log", "conv", Data("dropped-point.gpx"), "o"},
+                      folder.Path())
+                  .status,
+              0);
     EXPECT_EQ(Lines(ReadFile(folder.File("conv"))).size(), 2U);
     EXPECT_EQ(RunTool({"clean", "--debug-log", "clean", Data("web-text.html")}, folder.Path()).status, 0);
     EXPECT_EQ(ReadFile(folder.File("clean")), "");

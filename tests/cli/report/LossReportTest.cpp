@@ -120,6 +120,7 @@ TEST(LossReportTest, EveryReasonAndSeverityHasItsWord) {
         {kGpxCleaned, "cleaned"},
         {kGpxInvented, "invented"},
         {kGpxChanged, "changed"},
+        {kGpxTolerated, "tolerated"},
     };
     for (const auto& [reason, word] : reasons)
         EXPECT_EQ(Word(reason), word);
