@@ -37,6 +37,7 @@ constexpr char kCheckExamples[] =
     "Examples:\n"
     "  vexagpx check walk.gpx\n"
     "  vexagpx check --all walk.gpx | less\n"
+    "  vexagpx check --keep *.gpx\n"
     "  vexagpx check --json *.gpx > reports.jsonl\n";
 constexpr char kConvertExamples[] =
     "Everything that IN has is in OUT, but for what the GPX version has no place for,\n"
@@ -267,6 +268,14 @@ void AddCheck(CLI::App& app, Invocation& invocation) {
         app, invocation, {"check", "Report what of GPX files is read and what is not", kCheckExamples},
         options, Check);
     AddFiles(command, invocation, *options);
+    command.add_flag_callback(
+        "--keep",
+        [options] {
+            options->keep = true;
+            options->rules.asHost = false;
+        },
+        "Check what convert does: read completely, write\n"
+        "as the same version and as 1.1, and read again");
     command.add_flag("--all", options->all, "List equal items one by one, not with a count");
     command.add_flag("--json", options->json, "Print a line of JSON for each document");
 }

@@ -7,9 +7,11 @@
 #include <vexagpx/report/LossReport.h>
 #include <vexagpx/report/LossReportJson.h>
 #include <vexagpx/report/LossReportText.h>
+#include <vexagpx/report/WritingCheck.h>
 
 #include <exception>
 #include <functional>
+#include <vector>
 
 namespace vexagpx {
 
@@ -29,9 +31,11 @@ private:
 
     bool CheckFile(const std::string& argument);
     void CheckDocument(const DocumentSource& source, const Read& read);
-    void WriteReport(const DocumentSource& source, const GpxDocument& document, const LossReport& report);
+    void WriteReport(const DocumentSource& source, const GpxDocument& document, const LossReport& report,
+                     const std::vector<WritingCheck>* writing);
     void WriteFailure(const DocumentSource& source, const std::string& error, const LossReport& report);
-    void WriteText(const DocumentSource& source, const DocumentCounts* counts, const LossReport& report);
+    void WriteText(const DocumentSource& source, const DocumentCounts* counts, const LossReport& report,
+                   const std::vector<WritingCheck>* writing);
 
     const CheckOptions& options_;
     Output& out_;
@@ -45,7 +49,8 @@ bool Checker::Run() {
     for (const std::string& file : options_.files)
         succeeded = RunReportingErrors(file, [&] { return CheckFile(file); }) && succeeded;
     if (!options_.json)
-        out_.Write((isFirst_ ? "" : "\n") + SummaryText(totals_) + "\n");
+        out_.Write((isFirst_ ? "" : "\n") +
+                   (options_.keep ? KeepSummaryText(totals_) : SummaryText(totals_)) + "\n");
     out_.Flush();
     return succeeded && totals_.lost == 0;
 }
@@ -84,19 +89,22 @@ void Checker::CheckDocument(const DocumentSource& source, const Read& read) {
         WriteFailure(source, failure.what(), report);
         throw;
     }
-    WriteReport(source, document, report);
+    if (!options_.keep)
+        return WriteReport(source, document, report, nullptr);
+    const std::vector<WritingCheck> writing = CheckWriting(document, parser_, source.Text());
+    WriteReport(source, document, report, &writing);
 }
 
-void Checker::WriteReport(const DocumentSource& source, const GpxDocument& document,
-                          const LossReport& report) {
+void Checker::WriteReport(const DocumentSource& source, const GpxDocument& document, const LossReport& report,
+                          const std::vector<WritingCheck>* writing) {
     ++totals_.documents;
     totals_.skipped += report.SkippedElements().Count();
-    totals_.lost += report.LostCount();
+    totals_.lost += report.LostCount() + (writing != nullptr ? LostCount(*writing) : 0);
     const DocumentCounts counts = CountDocument(document);
     if (options_.json)
-        WriteLossReportJson(source, counts, report, out_);
+        WriteLossReportJson(source, counts, report, writing, out_);
     else
-        WriteText(source, &counts, report);
+        WriteText(source, &counts, report, writing);
     out_.Flush();
 }
 
@@ -105,16 +113,16 @@ void Checker::WriteFailure(const DocumentSource& source, const std::string& erro
     if (options_.json)
         WriteFailureJson(source, error, report, out_);
     else if (report.Messages().Count() > 0)
-        WriteText(source, nullptr, report);
+        WriteText(source, nullptr, report, nullptr);
     out_.Flush();
 }
 
-void Checker::WriteText(const DocumentSource& source, const DocumentCounts* counts,
-                        const LossReport& report) {
+void Checker::WriteText(const DocumentSource& source, const DocumentCounts* counts, const LossReport& report,
+                        const std::vector<WritingCheck>* writing) {
     if (!isFirst_)
         out_.Write("\n");
     isFirst_ = false;
-    WriteLossReportText(source.Text(), counts, report, out_);
+    WriteLossReportText(source.Text(), counts, report, writing, out_);
 }
 
 } // namespace

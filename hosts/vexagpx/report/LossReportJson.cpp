@@ -20,7 +20,9 @@ public:
     void WriteError(const std::string& error) { json_.Member("error", error); }
     void Write(const DocumentCounts& counts);
     void WriteMessages(const LossReport& report);
-    void WriteSkipped(const LossReport& report);
+    /// \param lostCount how many things are lost besides those of the report
+    void WriteSkipped(const LossReport& report, std::uint64_t lostCount);
+    void WriteWriting(const std::vector<WritingCheck>& checks);
 
 private:
     template <class Entry>
@@ -66,9 +68,9 @@ void LossReportJson::WriteMessages(const LossReport& report) {
     json_.EndArray();
 }
 
-void LossReportJson::WriteSkipped(const LossReport& report) {
+void LossReportJson::WriteSkipped(const LossReport& report, std::uint64_t lostCount) {
     json_.Member("skippedCount", report.SkippedElements().Count());
-    json_.Member("lostCount", report.LostCount());
+    json_.Member("lostCount", report.LostCount() + lostCount);
     json_.Key("skipped");
     json_.BeginArray();
     report.SkippedElements().ForEach([&](const auto& entry) {
@@ -82,6 +84,36 @@ void LossReportJson::WriteSkipped(const LossReport& report) {
         WriteLocations(entry);
         json_.EndObject();
     });
+    json_.EndArray();
+}
+
+void LossReportJson::WriteWriting(const std::vector<WritingCheck>& checks) {
+    json_.Key("written");
+    json_.BeginArray();
+    for (const WritingCheck& check : checks) {
+        json_.BeginObject();
+        json_.Member("version", check.version);
+        json_.Member("lostCount", check.LostCount());
+        json_.Key("unwritten");
+        json_.BeginArray();
+        for (const UnwrittenKind& kind : check.unwritten.Kinds()) {
+            json_.BeginObject();
+            json_.Member("element", kind.element);
+            json_.Member("message", kind.message);
+            json_.Member("first", kind.first);
+            json_.Member("count", kind.count);
+            json_.EndObject();
+        }
+        json_.EndArray();
+        if (check.unwritten.OthersCount() > 0)
+            json_.Member("otherUnwrittenCount", check.unwritten.OthersCount());
+        json_.Key("differences");
+        json_.BeginArray();
+        for (const std::string& difference : check.differences)
+            json_.String(difference);
+        json_.EndArray();
+        json_.EndObject();
+    }
     json_.EndArray();
 }
 
@@ -106,12 +138,14 @@ void LossReportJson::WriteLocations(const Entry& entry) {
 } // namespace
 
 void WriteLossReportJson(const DocumentSource& source, const DocumentCounts& counts, const LossReport& report,
-                         Output& out) {
+                         const std::vector<WritingCheck>* writing, Output& out) {
     LossReportJson json(out);
     json.Begin(source);
     json.Write(counts);
     json.WriteMessages(report);
-    json.WriteSkipped(report);
+    json.WriteSkipped(report, writing != nullptr ? LostCount(*writing) : 0);
+    if (writing != nullptr)
+        json.WriteWriting(*writing);
     json.End();
     out.Write("\n");
 }

@@ -71,16 +71,26 @@ void WriteMessages(const LossReport& report, Output& out) {
     });
 }
 
-void WriteSkipped(const LossReport& report, Output& out) {
+void WriteSkipped(const LossReport& report, std::string_view title, Output& out) {
     if (report.SkippedElements().Count() == 0)
         return;
-    out.Write("\nSkipped or changed\n");
+    out.Write("\n" + std::string(title) + "\n");
     report.SkippedElements().ForEach([&](const auto& entry) {
         const SkippedElement& element = entry.value;
         const std::string why = std::string(Word(element.reason)) + ": " + Shown(element.message);
         const std::string attribute = element.attribute.empty() ? "" : "@" + Shown(element.attribute);
         WriteEntry(entry, Shown(element.element) + attribute + (element.isLoss ? " (lost)" : ""), why, out);
     });
+}
+
+void WriteWriting(const WritingCheck& check, Output& out) {
+    out.Write("\nWritten as GPX " + check.version + "\n");
+    for (const std::string& line : UnwrittenLines(check.unwritten))
+        out.Write("  " + line + " (lost)\n");
+    for (const std::string& difference : check.differences)
+        out.Write("  " + Shown(difference) + " (lost)\n");
+    if (check.LostCount() == 0)
+        out.Write("  Nothing is lost.\n");
 }
 
 /// ", and 2 of them are losses".
@@ -93,10 +103,17 @@ std::string LostText(const CheckTotals& totals) {
            (totals.lost == 1 ? "is a loss" : "are losses");
 }
 
+/// "2 files could not be read. "; without the blank when there is nothing else to say.
+std::string FailureText(const CheckTotals& totals) {
+    if (totals.failures == 0)
+        return {};
+    return Counted(totals.failures, "file") + " could not be read." + (totals.documents > 0 ? " " : "");
+}
+
 } // namespace
 
 void WriteLossReportText(const std::string& heading, const DocumentCounts* counts, const LossReport& report,
-                         Output& out) {
+                         const std::vector<WritingCheck>* writing, Output& out) {
     out.Write(Shown(heading) + "\n");
     if (counts != nullptr)
         WriteCounts(*counts, GeocacheDetail::kLogsAndTravelBugs, out);
@@ -104,16 +121,18 @@ void WriteLossReportText(const std::string& heading, const DocumentCounts* count
         out.Write("  It could not be read.\n");
     WriteMessages(report, out);
     if (counts != nullptr)
-        WriteSkipped(report, out);
+        WriteSkipped(report, writing != nullptr ? "Not as it should be, but kept" : "Skipped or changed",
+                     out);
+    if (writing != nullptr)
+        for (const WritingCheck& check : *writing)
+            WriteWriting(check, out);
 }
 
 std::string SummaryText(const CheckTotals& totals) {
-    const bool failed = totals.failures > 0;
-    std::string text = failed ? Counted(totals.failures, "file") + " could not be read." : "";
+    const std::string text = FailureText(totals);
     if (totals.documents == 0)
         return text;
-    text += failed ? " " : "";
-    const std::string everything = failed ? "Everything else" : "Everything";
+    const std::string everything = totals.failures > 0 ? "Everything else" : "Everything";
     if (totals.skipped == 0)
         return text + everything + " was read.";
     const std::string skipped = (totals.skipped == 1 ? " was" : " were") + std::string(" skipped or changed");
@@ -121,6 +140,18 @@ std::string SummaryText(const CheckTotals& totals) {
         return text + everything + " that a document can hold was read. " +
                Counted(totals.skipped, "other thing") + skipped + ".";
     return text + Counted(totals.skipped, "thing") + skipped + LostText(totals) + ".";
+}
+
+std::string KeepSummaryText(const CheckTotals& totals) {
+    std::string text = FailureText(totals);
+    if (totals.documents == 0)
+        return text;
+    text += totals.lost == 0 ? "Nothing is lost"
+                             : Counted(totals.lost, "thing") + (totals.lost == 1 ? " is" : " are") + " lost";
+    if (totals.skipped > 0)
+        text += "; " + Counted(totals.skipped, "thing") + (totals.skipped == 1 ? " is" : " are") +
+                " not as it should be, but kept";
+    return text + ".";
 }
 
 } // namespace vexagpx
