@@ -236,10 +236,10 @@ void AddFiles(CLI::App& command, Invocation& invocation, Options& options) {
 
 void AddShow(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<ShowOptions>();
-    options->rules.asHost = true;
     CLI::App& command =
         AddCommand(app, invocation, {"show", "Show what is in GPX files", kShowExamples}, options, Show);
     AddFiles(command, invocation, *options);
+    AddAsHost(command, options->rules, "Show what other programs with this library get");
     command.add_flag("--all", options->all, "List every waypoint, route, track and geocache");
 }
 

@@ -64,7 +64,8 @@ TEST(EnvironmentTest, ArgumentsAreUtf8WhateverTheLocale) {
         EXPECT_EQ(dump.out, R"({"name":"höhe 日本 😀","waypoints":[],"routes":[],"tracks":[]})"
                             "\n")
             << locale;
-        const Result show = Tool({"show", "höhe 日本 😀.gpx"}).In(folder.Path()).Set("LC_ALL", locale).Run();
+        const Result show =
+            Tool({"show", "--as-host", "höhe 日本 😀.gpx"}).In(folder.Path()).Set("LC_ALL", locale).Run();
         EXPECT_THAT(show.out, testing::StartsWith("höhe 日本 😀.gpx\n  Name       höhe 日本 😀\n")) << locale;
         const Result convert = Tool({"convert", "höhe 日本 😀.gpx", "žluťoučký.gpx", "--app", "Größe"})
                                    .In(folder.Path())

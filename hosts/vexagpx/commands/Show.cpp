@@ -2,6 +2,7 @@
 #include <vexagpx/commands/Show.h>
 
 #include <vexagpx/commands/PathStatistics.h>
+#include <vexagpx/commands/ShowDetails.h>
 #include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/report/DocumentCounts.h>
@@ -116,7 +117,8 @@ void Summary::TakeGeocache(const GpxPoint& waypoint, const GpxGroundspeakCache& 
     if (!cache.difficulty.isEmpty() || !cache.terrain.isEmpty())
         rating = OrDash(cache.difficulty) + u'/' + OrDash(cache.terrain);
     geocaches_.AddRow({NumberText(counts_.geocaches), Get(waypoint, &GpxPoint::GetName), cache.name,
-                       cache.type, cache.container, rating});
+                       cache.type, cache.container, rating},
+                      GeocacheNote(waypoint.GetElement()));
 }
 
 void Summary::TakeRoutes(const GpxDocument& document) {
@@ -125,28 +127,41 @@ void Summary::TakeRoutes(const GpxDocument& document) {
         for (auto point = route->GetPointIter(); point != route->GetPointEndIter(); ++point)
             path.Add(*point);
         counts_.routePoints += path.Points();
-        if (++counts_.routes <= rowLimit_)
+        if (++counts_.routes <= rowLimit_) {
             routes_.AddRow({NumberText(counts_.routes), Get(*route, &GpxRoute::GetName),
                             NumberText(path.Points()), LengthText(path.Metres())},
                            SpanText(path.Times()));
+            routes_.AddNote(PathNote(route->GetElement()));
+        }
     }
 }
 
 void Summary::TakeTracks(const GpxDocument& document) {
     for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
         PathStatistics path(bounds_);
+        SensorStatistics sensors;
+        const bool isListed = counts_.tracks < rowLimit_;
         for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment) {
             path.Break();
-            for (auto point = track->GetPointIter(segment); point != track->GetPointEndIter(segment); ++point)
+            for (auto point = track->GetPointIter(segment); point != track->GetPointEndIter(segment);
+                 ++point) {
                 path.Add(*point);
+                if (isListed)
+                    sensors.Add(*point);
+            }
         }
         counts_.segments += track->GetSegmentCount();
         counts_.trackPoints += path.Points();
-        if (++counts_.tracks <= rowLimit_)
+        ++counts_.tracks;
+        if (isListed) {
             tracks_.AddRow({NumberText(counts_.tracks), Get(*track, &GpxTrack::GetName),
                             NumberText(track->GetSegmentCount()), NumberText(path.Points()),
                             LengthText(path.Metres())},
                            SpanText(path.Times()));
+            tracks_.AddNote(PathNote(track->GetElement()));
+            for (const icu::UnicodeString& note : sensors.Notes())
+                tracks_.AddNote(note);
+        }
     }
 }
 
@@ -159,14 +174,20 @@ void Summary::Write(const GpxDocument& document, Output& out) {
 }
 
 void Summary::WriteHead(const GpxDocument& document, Output& out) const {
-    WriteLine(out, u"  Name       " + Printable(DocumentName(document)));
+    if (const icu::UnicodeString name = Printable(DocumentName(document));
+        !name.isEmpty() || !document.GetElement())
+        WriteLine(out, u"  Name       " + name);
     double time = 0.0;
     if (document.GetDocumentTime(time))
         WriteLine(out, u"  Time       " + TimeText(time));
+    for (const icu::UnicodeString& line : HeadLines(document))
+        WriteLine(out, line);
     WriteCounts(counts_, GeocacheDetail::kNumber, out);
     WriteBounds(out);
     if (counts_.waypoints + counts_.routes + counts_.tracks == 0)
-        WriteLine(out, u"  It holds no waypoint, route or track in the GPX namespace of its version.");
+        WriteLine(out, document.GetElement()
+                           ? u"  It holds no waypoint, route or track."
+                           : u"  It holds no waypoint, route or track in the GPX namespace of its version.");
 }
 
 void Summary::WriteBounds(Output& out) const {

@@ -37,7 +37,13 @@ std::size_t Shrink(std::vector<std::size_t>& widths, std::size_t excess, std::si
 void Table::AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note) {
     for (icu::UnicodeString& cell : cells)
         cell = Printable(cell);
-    rows_.push_back({std::move(cells), Printable(note)});
+    rows_.push_back({std::move(cells), {}});
+    AddNote(note);
+}
+
+void Table::AddNote(const icu::UnicodeString& note) {
+    if (!note.isEmpty())
+        rows_.back().notes.push_back(Printable(note));
 }
 
 std::vector<std::size_t> Table::FindWidths() const {
@@ -105,8 +111,8 @@ void Table::Write(Output& out) {
     const icu::UnicodeString noteIndent(noteStart, u' ', noteStart);
     for (const Row& row : rows_) {
         WriteLine(out, Line(row.cells, widths));
-        if (!row.note.isEmpty())
-            WriteLine(out, noteIndent + row.note);
+        for (const icu::UnicodeString& note : row.notes)
+            WriteLine(out, noteIndent + note);
     }
 }
 

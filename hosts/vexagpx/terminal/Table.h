@@ -32,6 +32,8 @@ public:
 
     /// Adds one cell for each column. A note that is not empty gets a line of its own below the row.
     void AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note = {});
+    /// Adds another such line below the last row, unless the note is empty.
+    void AddNote(const icu::UnicodeString& note);
 
     /// Writes the table without its empty columns.
     void Write(Output& out);
@@ -39,7 +41,7 @@ public:
 private:
     struct Row {
         std::vector<icu::UnicodeString> cells;
-        icu::UnicodeString note;
+        std::vector<icu::UnicodeString> notes;
     };
 
     void DropEmptyColumns();

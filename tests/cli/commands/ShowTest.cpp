@@ -48,7 +48,7 @@ TEST(ShowTest, ShowsWhatIsInTheFile) {
 }
 
 TEST(ShowTest, AnEmptyDocumentSaysSo) {
-    EXPECT_EQ(ShowOf(Gpx("")),
+    EXPECT_EQ(ShowOf(Gpx(""), {"--as-host"}),
               "t.gpx\n"
               "  Name       t\n"
               "  Waypoints  0\n"
@@ -142,7 +142,7 @@ TEST(ShowTest, SeveralFilesHaveAHeadingEachAndAnEmptyLineBetween) {
 }
 
 TEST(ShowTest, ControlCharactersDoNotReachTheTerminal) {
-    const Result result = RunTool({"show", Data("control-character.gpx")});
+    const Result result = RunTool({"show", "--as-host", Data("control-character.gpx")});
     EXPECT_EQ(result.status, 0);
     for (const char byte : result.out)
         EXPECT_TRUE(byte == '\n' || static_cast<unsigned char>(byte) >= 0x20) << static_cast<int>(byte);

@@ -51,7 +51,9 @@ TEST(ReportLogTest, TheDebugLogHoldsNothingElseAndStartsAnew) {
 
 TEST(ReportLogTest, AllCommandsTakeADebugLog) {
     const Folder folder;
-    EXPECT_EQ(RunTool({"show", "--debug-log", "show", Data("dropped-point.gpx")}, folder.Path()).status, 0);
+    EXPECT_EQ(RunTool({"show", "--as-host", "--debug-log", "show", Data("dropped-point.gpx")}, folder.Path())
+                  .status,
+              0);
     EXPECT_EQ(Lines(ReadFile(folder.File("show"))).size(), 2U);
     EXPECT_EQ(RunTool({"convert", "--as-host", "--debug-log", "conv", Data("dropped-point.gpx"), "o"},
                       folder.Path())
