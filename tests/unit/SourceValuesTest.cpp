@@ -18,11 +18,10 @@ TEST(SourceValuesTest, AnEmptyTextIsNoValue) {
     EXPECT_EQ(testing_support::CaptureStandardError([] { EXPECT_EQ(TimeIn({}), std::nullopt); }), "");
 }
 
-TEST(SourceValuesTest, TimesAreWholeMilliseconds) {
-    EXPECT_EQ(TimeIn("1970-01-01T00:00:00.1234Z"), std::optional(123.0));
-    EXPECT_EQ(TimeIn("1970-01-01T00:00:00.1235Z"), std::optional(124.0));
-    EXPECT_EQ(TimeIn("1970-01-01T00:00:00.9999"), std::optional(1000.0));
-    EXPECT_EQ(TimeIn("1969-12-31T23:59:59.2504Z"), std::optional(-750.0));
+TEST(SourceValuesTest, TimesHaveFractionsOfMilliseconds) {
+    EXPECT_DOUBLE_EQ(TimeIn("1970-01-01T00:00:00.1234Z").value_or(0.0), 123.4);
+    EXPECT_DOUBLE_EQ(TimeIn("1970-01-01T00:00:00.9999").value_or(0.0), 999.9);
+    EXPECT_DOUBLE_EQ(TimeIn("1969-12-31T23:59:59.2504Z").value_or(0.0), -749.6);
     EXPECT_EQ(TimeIn("1970-01-01T00:00:01Z"), std::optional(1000.0));
 }
 

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <string>
 
@@ -41,9 +40,8 @@ std::optional<double> TimeIn(std::string_view text) {
     double time = 0.0;
     if (text::ReadPlainTime(text, time))
         return time;
-    // GpxUtils gives whole milliseconds.
     if (const std::optional<double> read = text::ReadSchemaTime(text))
-        return std::floor(*read + 0.5);
+        return read;
     const std::string_view trimmed = text::Trimmed(text);
     if (!IsReadableTime(trimmed) || !text::ReadTime(std::string(trimmed), time))
         return std::nullopt;
