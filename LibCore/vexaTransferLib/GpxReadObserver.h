@@ -44,7 +44,7 @@ enum GpxSkipReason : std::uint32_t {
     kGpxInvented = 12, ///< the file does not have it: the name of the document, taken from that of the file
     kGpxChanged =
         13, ///< the document has another value or place for it: a log's id that is too large, a `cmt` ...
-    kGpxTolerated = 14  ///< read completely although it is not as it should be; nothing is lost
+    kGpxTolerated = 14 ///< read completely although it is not as it should be; nothing is lost
 };
 
 /// One thing that the reader has skipped or changed. What is below a skipped element, and its attributes, are not
