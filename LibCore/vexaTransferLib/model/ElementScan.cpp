@@ -20,8 +20,13 @@ const char* Find(const char* at, char wanted) {
     return static_cast<const char*>(std::strchr(at, wanted));
 }
 
-const char* FindEnd(const char* at, const char* mark) {
-    return std::strstr(at, mark);
+// The next mark, which ends with ">".
+const char* FindEnd(const char* at, std::string_view mark) {
+    for (const char* end = Find(at, '>');; end = Find(end + 1, '>')) {
+        const char* const start = end + 1 - mark.size();
+        if (start >= at && std::string_view(start, mark.size()) == mark)
+            return start;
+    }
 }
 
 bool IsBlank(char byte) {
@@ -51,7 +56,7 @@ ScannedPart ScanMarkup(const char* at) {
     if (at[1] == '?')
         return {Kind::kOther, {}, FindEnd(at, "?>") + 2};
     const char* const begin = at + kSection.size();
-    const char* const end = FindEnd(begin, kSectionEnd.data());
+    const char* const end = FindEnd(begin, kSectionEnd);
     return {Kind::kSection, Between(begin, end), end + kSectionEnd.size()};
 }
 
