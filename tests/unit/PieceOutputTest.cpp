@@ -120,11 +120,12 @@ TEST(PieceOutputTest, ACharacterThatXmlCannotHoldIsReplaced) {
 }
 
 TEST(PieceOutputTest, XmlHoldsTheseCharactersOnly) {
-    for (const char32_t good :
-         {0x9, 0xA, 0xD, 0x20, 0x7F, 0xD7FF, 0xE000, 0xFFFD, 0x10000, 0x1FFFE, 0x10FFFF})
-        EXPECT_TRUE(IsXmlCharacter(good)) << static_cast<unsigned>(good);
-    for (const char32_t bad : {0x0, 0x8, 0xB, 0xC, 0xE, 0x1F, 0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0xFFFE, 0xFFFF})
-        EXPECT_FALSE(IsXmlCharacter(bad)) << static_cast<unsigned>(bad);
+    for (const unsigned good :
+         {0x9U, 0xAU, 0xDU, 0x20U, 0x7FU, 0xD7FFU, 0xE000U, 0xFFFDU, 0x10000U, 0x1FFFEU, 0x10FFFFU})
+        EXPECT_TRUE(IsXmlCharacter(static_cast<char32_t>(good))) << good;
+    for (const unsigned bad :
+         {0x0U, 0x8U, 0xBU, 0xCU, 0xEU, 0x1FU, 0xD800U, 0xDBFFU, 0xDC00U, 0xDFFFU, 0xFFFEU, 0xFFFFU})
+        EXPECT_FALSE(IsXmlCharacter(static_cast<char32_t>(bad))) << bad;
 }
 
 TEST(PieceOutputTest, NumbersHaveNoMoreDigitsThanTheyNeed) {
