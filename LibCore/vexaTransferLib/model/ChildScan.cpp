@@ -35,7 +35,7 @@ NamespaceKind NamespaceCursor::Find(std::string_view prefix, std::uint64_t place
 // A value is short: looking at its bytes one by one costs less than a search.
 ScannedLeaf ScanLeaf(const ScannedTag& tag, const char* begin) {
     if (tag.isEmpty)
-        return {std::string_view(tag.end, 0), tag.end, true};
+        return {std::string_view(tag.end, tag.end), tag.end, true};
     const char* at = tag.end;
     while (*at != '<' && *at != '&' && *at != '\r')
         ++at;

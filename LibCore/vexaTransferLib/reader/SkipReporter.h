@@ -28,7 +28,7 @@ auto CallObserver(Call call) {
 }
 
 /// A text in quotation marks, in UTF-8; only the start of a long one.
-std::string Quoted(const char16_t* text);
+std::string Quoted(const char16_t* units);
 /// True for the namespaces of what a document has a place for: GPX, geocaches, the vendor's extension.
 bool IsNamespaceOfDocuments(const char16_t* uri);
 

@@ -28,14 +28,15 @@ bool IsXmlCharacter(UChar32 character) {
 /// \param field names the text, for messages
 /// \throws std::runtime_error when it has a character that XML cannot hold
 icu::UnicodeString Checked(const std::string& field, const std::string& utf8) {
-    const icu::UnicodeString text = icu::UnicodeString::fromUTF8(utf8);
+    icu::UnicodeString text = icu::UnicodeString::fromUTF8(utf8);
     for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
         if (IsXmlCharacter(text.char32At(i)))
             continue;
         std::string shown;
         Printable(text).trim().toUTF8String(shown);
-        throw std::runtime_error("The result would not be well-formed XML because of the " + field + " \"" +
-                                 shown + "\".");
+        std::string message = "The result would not be well-formed XML because of the ";
+        message.append(field).append(" \"").append(shown).append("\".");
+        throw std::runtime_error(message);
     }
     return text;
 }

@@ -129,7 +129,7 @@ void WriteLossReportText(const std::string& heading, const DocumentCounts* count
 }
 
 std::string SummaryText(const CheckTotals& totals) {
-    const std::string text = FailureText(totals);
+    std::string text = FailureText(totals);
     if (totals.documents == 0)
         return text;
     const std::string everything = totals.failures > 0 ? "Everything else" : "Everything";
