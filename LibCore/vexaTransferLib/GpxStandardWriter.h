@@ -64,6 +64,7 @@ struct VEXATRANSFERLIB_API GpxStandardOptions {
 ///     GpxStandardWriter().WriteToFile(document, "walk-1.1.gpx");
 class VEXATRANSFERLIB_API GpxStandardWriter {
 public:
+    /// A writer of GPX 1.1, or as the options say.
     explicit GpxStandardWriter(GpxStandardOptions options = {});
     /// \{
     /// The options are copied.
