@@ -5,6 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <xercesc/util/BinMemInputStream.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 
@@ -61,6 +66,29 @@ TEST(SourceMakerTest, HoldsTheLimitsOfAnUntrustedFile) {
     SourceBytes bytes = BytesOf("<a><b/></a>");
     std::vector<LongElement> longElements;
     EXPECT_FALSE(MakeSource(bytes, limits, longElements));
+}
+
+std::string ReadWith(const std::string& text, std::uint64_t expectedSize) {
+    xercesc::BinMemInputStream stream(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
+                                      xercesc::BinMemInputStream::BufOpt_Reference);
+    const SourceBytes bytes = ReadAll(stream, expectedSize);
+    EXPECT_EQ(std::string(bytes.Data() + bytes.Size(), SourceText::kPadding),
+              std::string(SourceText::kPadding, '\0'));
+    return std::string(bytes.View());
+}
+
+TEST(SourceMakerTest, ReadsAllBytesWhateverSizeWasExpected) {
+    const std::size_t lengths[] = {0, 1, 65535, 65536, 65537, 200000, 5000000};
+    for (const std::size_t length : lengths) {
+        const std::string text(length, 'x');
+        for (const std::uint64_t expected : lengths)
+            EXPECT_TRUE(ReadWith(text, expected) == text) << length << ", expected " << expected;
+    }
+}
+
+TEST(SourceMakerTest, DoesNotBelieveASizeThatNoFileHas) {
+    for (const std::uint64_t expected : {std::numeric_limits<std::uint64_t>::max(), std::uint64_t{1} << 63})
+        EXPECT_EQ(ReadWith("x", expected), "x") << expected;
 }
 
 } // namespace

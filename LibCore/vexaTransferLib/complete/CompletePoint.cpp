@@ -5,6 +5,7 @@
 #include <vexaTransferLib/model/SourceValues.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/text/NumberText.h>
 #include <vexaTransferLib/text/ValueText.h>
 
 #include <cstddef>
@@ -142,6 +143,9 @@ const char* ReadChild(PointParts& parts, const ScannedChild& child) {
 }
 
 std::optional<double> CoordinateIn(std::string_view raw, Position& position) {
+    double number = 0.0;
+    if (text::ReadShortDecimal(raw, number))
+        return number;
     std::string decoded;
     if (raw.find('&') != std::string_view::npos) {
         DecodedValue(raw).toUTF8String(decoded);

@@ -56,7 +56,7 @@ bool CompleteReading::ReadPlainSource() {
         const std::unique_ptr<xercesc::BinInputStream> stream = input_.OpenBytes();
         if (!stream)
             return false;
-        SourceBytes bytes = reader::ReadAll(*stream);
+        SourceBytes bytes = reader::ReadAll(*stream, input_.ExpectedSize());
         source_ = reader::MakeSource(bytes, settings_.limits, longElements_);
     } catch (const xercesc::XMLException&) {
         return false;

@@ -6,7 +6,10 @@
 #endif
 
 #include <algorithm>
+#include <sys/mman.h>
+
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -23,6 +26,14 @@ public:
     std::size_t Size() const { return size_; }
     std::string_view View() const { return {bytes_.get(), size_}; }
 
+    /// Room for a text whose length is known before its first byte is.
+    /// \throws std::bad_alloc
+    void Reserve(std::size_t capacity) {
+        if (capacity <= capacity_)
+            return;
+        Reallocate(capacity);
+        AskForLargePages();
+    }
     /// Room for at least so many more bytes, which are written behind the last one and then counted by Grow. Each byte is
     /// copied a few times at most, however often this is called.
     /// \throws std::bad_alloc
@@ -58,6 +69,19 @@ private:
         static_cast<void>(bytes_.release());
         bytes_.reset(block);
         capacity_ = capacity;
+    }
+
+    /// Without them, the system hands over the memory of a long text in pages of 4 KiB, which takes longer than reading the
+    /// file into them. It is free to do so all the same. A block with large pages is copied when it grows.
+    void AskForLargePages() const {
+#ifdef MADV_HUGEPAGE
+        constexpr std::uintptr_t kLargePage = std::uintptr_t{1} << 21;
+        const auto begin = reinterpret_cast<std::uintptr_t>(bytes_.get());
+        const std::uintptr_t first = (begin + kLargePage - 1) & ~(kLargePage - 1);
+        const std::uintptr_t end = (begin + capacity_) & ~(kLargePage - 1);
+        if (end > first)
+            static_cast<void>(madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE));
+#endif
     }
 
     std::unique_ptr<char, Free> bytes_;

@@ -6,6 +6,7 @@
 #endif
 
 #include <vexaTransferLib/reader/ByteScan.h>
+#include <vexaTransferLib/text/XmlBlank.h>
 
 #include <array>
 #include <cstddef>
@@ -50,9 +51,7 @@ inline constexpr ByteSet kEndsName = [] {
     return set;
 }();
 
-inline bool IsBlank(char byte) {
-    return Index(byte) <= ' ' && (byte == ' ' || byte == '\n' || byte == '\r' || byte == '\t');
-}
+using text::IsBlank;
 
 inline const char* SkipBlanks(const char* at) {
     while (IsBlank(*at))

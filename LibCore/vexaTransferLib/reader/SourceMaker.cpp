@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -77,16 +78,21 @@ private:
 
 } // namespace
 
-SourceBytes ReadAll(xercesc::BinInputStream& stream) {
+SourceBytes ReadAll(xercesc::BinInputStream& stream, std::uint64_t expectedSize) {
     constexpr std::size_t kStartSize = std::size_t{64} * 1024;
+    std::size_t wanted = kStartSize;
+    // A file has ended when there is room for more bytes than it gives.
+    if (expectedSize >= kStartSize && expectedSize < std::numeric_limits<std::size_t>::max() / 2)
+        wanted = static_cast<std::size_t>(expectedSize) + 1;
     SourceBytes bytes;
+    bytes.Reserve(wanted + SourceText::kPadding);
     for (;;) {
-        const std::size_t wanted = std::max(kStartSize, bytes.Size());
         const std::size_t count =
             stream.readBytes(reinterpret_cast<XMLByte*>(bytes.MakeRoom(wanted)), wanted);
         bytes.Grow(count);
         if (count < wanted)
             break;
+        wanted = bytes.Size();
     }
     bytes.Finish(SourceText::kPadding);
     return bytes;

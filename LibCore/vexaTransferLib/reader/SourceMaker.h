@@ -18,8 +18,9 @@
 namespace vexaTransferLib::reader {
 
 /// All bytes of a file, with the padding of a SourceText behind them.
+/// \param expectedSize how long the file was; 0 when nobody knows
 /// \throws std::bad_alloc; what the stream throws
-SourceBytes ReadAll(xercesc::BinInputStream& stream);
+SourceBytes ReadAll(xercesc::BinInputStream& stream, std::uint64_t expectedSize);
 
 /// Makes the source of a document from the bytes of a plain file. Null when the file is not plain; the bytes are then
 /// unchanged.

@@ -2,6 +2,7 @@
 #include <vexaTransferLib/reader/TagWatcher.h>
 
 #include <vexaTransferLib/reader/ReadAborted.h>
+#include <vexaTransferLib/text/XmlBlank.h>
 
 #include <algorithm>
 #include <cstring>
@@ -31,10 +32,6 @@ constexpr std::array<bool, 256> kEndsNames = [] {
 const unsigned char* Find(char wanted, const unsigned char* at, const unsigned char* end) {
     const void* const found = std::memchr(at, wanted, static_cast<std::size_t>(end - at));
     return found != nullptr ? static_cast<const unsigned char*>(found) : end;
-}
-
-bool IsSpace(char character) {
-    return character == ' ' || character == '\t' || character == '\r' || character == '\n';
 }
 
 /// The value of `encoding` in the text between "<?" and "?>"; empty when there is none.
@@ -341,7 +338,7 @@ void TagWatcher::TakeMarkup(char character) {
 
 void TagWatcher::TakeInstruction(char character) {
     if (isDeclaration_) {
-        const bool isSpace = IsSpace(character);
+        const bool isSpace = text::IsBlank(character);
         if (!isSpace || declaration_.empty() || declaration_.back() != ' ')
             declaration_ += isSpace ? ' ' : character;
     }

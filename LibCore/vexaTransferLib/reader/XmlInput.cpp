@@ -48,7 +48,7 @@ XmlInput::XmlInput(const std::string& fileName, GpxReadObserver* observer)
 }
 
 XmlInput::XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxReadObserver* observer)
-    : name_(name), systemId_(name_.Text()) {
+    : name_(name), systemId_(name_.Text()), expectedSize_(bytes.size()) {
     auto source = std::make_unique<xercesc::MemBufInputSource>(reinterpret_cast<const XMLByte*>(bytes.data()),
                                                                bytes.size(), SystemId());
     source->setCopyBufToStream(false);
@@ -60,8 +60,9 @@ XmlInput::XmlInput(std::string_view bytes, const icu::UnicodeString& name, GpxRe
 void XmlInput::LookForFile(GpxReadObserver* observer) {
     const std::optional<std::uint64_t> size = FileSize(fileName_);
     isRepeatable_ = size.has_value();
+    expectedSize_ = size.value_or(0);
     if (observer != nullptr)
-        Watch(*observer, size.value_or(0));
+        Watch(*observer, expectedSize_);
 }
 
 void XmlInput::Watch(GpxReadObserver& observer, std::uint64_t size) {

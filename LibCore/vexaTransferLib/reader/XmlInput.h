@@ -49,6 +49,8 @@ public:
     /// False for a pipe, an address and everything else that is not a regular file: it cannot be read a
     /// second time.
     bool IsRepeatable() const { return isRepeatable_; }
+    /// How many bytes it had when this object was made; 0 when it is not repeatable.
+    std::uint64_t ExpectedSize() const { return expectedSize_; }
 
     /// The bytes from their start, for a reader that needs no XML parser: not limited, and their progress is not
     /// reported. Null for an address, and for what cannot be opened. A file is opened once, for this and then for the
@@ -86,6 +88,7 @@ private:
     /// Empty when the name is always that of a file, even if it looks like an address.
     std::optional<AddressPolicy> policy_;
     bool isRepeatable_ = true;
+    std::uint64_t expectedSize_ = 0;
     /// The file that OpenBytes has opened, until the XML parser gets it.
     std::unique_ptr<OpenFile> opened_;
     std::optional<Progress> progress_;

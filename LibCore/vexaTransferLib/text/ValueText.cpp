@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/text/CivilDate.h>
 #include <vexaTransferLib/text/NumberText.h>
+#include <vexaTransferLib/text/XmlBlank.h>
 
 #include <algorithm>
 #include <charconv>
@@ -15,8 +16,6 @@
 namespace vexaTransferLib::text {
 
 namespace {
-
-constexpr std::string_view kBlanks = " \t\r\n";
 
 bool IsDigit(char byte) {
     return byte >= '0' && byte <= '9';
@@ -181,10 +180,11 @@ std::string WholeSeconds(std::int64_t seconds) {
 } // namespace
 
 std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 std::optional<double> ReadSchemaNumber(std::string_view text) {
