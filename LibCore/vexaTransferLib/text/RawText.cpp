@@ -2,6 +2,7 @@
 #include <vexaTransferLib/text/RawText.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 namespace vexaTransferLib::text {
@@ -9,7 +10,7 @@ namespace vexaTransferLib::text {
 namespace {
 
 // More digits than the greatest character has, even with a few zeros before it.
-constexpr unsigned kMostDigits = 10;
+constexpr std::ptrdiff_t kMostDigits = 10;
 
 struct Entity {
     std::string_view text;
