@@ -3,6 +3,7 @@
 
 #include "support/TestFiles.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace vexaTransferLib::testing_support {
@@ -38,7 +39,7 @@ std::string ContentOf(const GpxElement& root) {
 
 std::size_t AskAll(const GpxElement& root) {
     std::size_t count = 0;
-    std::size_t size = 0;
+    std::uint64_t size = 0;
     ForEachElement(root, [&](const GpxElement& element) {
         ++count;
         size +=
