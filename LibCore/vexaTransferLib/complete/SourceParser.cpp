@@ -10,7 +10,6 @@
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
 #include <xercesc/util/XMLString.hpp>
-#include <xercesc/util/XMLUni.hpp>
 
 #include <algorithm>
 #include <string>
@@ -19,8 +18,6 @@
 namespace vexaTransferLib::complete {
 
 namespace {
-
-using xercesc::XMLUni;
 
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr std::size_t kLongestEscape = 6;
@@ -61,25 +58,6 @@ std::string Utf8(const XMLCh* units) {
 
 } // namespace
 
-// Has the same settings as the other parsers: namespaces, no schema, and validation only when the file names a grammar.
-SourceParser::SourceParser(xercesc::ErrorHandler& errors) {
-    setErrorHandler(&errors);
-    // Without handlers the parser would not report its events.
-    setContentHandler(&handler_);
-    setLexicalHandler(&handler_);
-    setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
-    setFeature(XMLUni::fgSAX2CoreValidation, true);
-    setFeature(XMLUni::fgXercesDynamic, true);
-    setFeature(XMLUni::fgXercesSchema, false);
-    setFeature(XMLUni::fgXercesSchemaFullChecking, false);
-    setFeature(XMLUni::fgXercesCalculateSrcOfs, false);
-}
-
-void SourceParser::startDocument() {
-    SAX2XMLReaderImpl::startDocument();
-    hasDocument_ = true;
-}
-
 void SourceParser::XMLDecl(const XMLCh* const version, const XMLCh* const, const XMLCh* const,
                            const XMLCh* const) {
     if (!xercesc::XMLString::equals(version, u"1.0") && !xercesc::XMLString::equals(version, u"1.1"))
@@ -107,7 +85,7 @@ void SourceParser::startElement(const xercesc::XMLElementDecl& declaration, cons
     std::size_t scope = kNoScope;
     for (XMLSize_t i = 0; i < attributeCount; ++i)
         AppendAttribute(*attributes.elementAt(i), scope, begin);
-    ReachLine(handler_.Line());
+    ReachLine(Location().line);
     Append(">");
     open_.push_back({names_.size(), scope});
     names_.insert(names_.end(), name.begin(), name.end());

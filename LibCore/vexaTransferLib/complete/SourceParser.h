@@ -6,11 +6,7 @@
 #endif
 
 #include <vexaTransferLib/model/SourceText.h>
-
-#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
-#include <xercesc/sax/ErrorHandler.hpp>
-#include <xercesc/sax/Locator.hpp>
-#include <xercesc/sax2/DefaultHandler.hpp>
+#include <vexaTransferLib/reader/SaxParser.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -19,20 +15,17 @@
 
 namespace vexaTransferLib::complete {
 
-/// The XML parser's SAX2 reader, which writes what it reads of a file that is not plain as XML 1.0 in UTF-8 without a
+/// The XML parser's reader that writes what it reads of a file that is not plain as XML 1.0 in UTF-8 without a
 /// document type: entities are expanded, attributes have their defaults, line ends are line feeds. Elements keep their
 /// lines. LimitedParser derives a parser for untrusted files from it.
-class SourceParser : public xercesc::SAX2XMLReaderImpl {
+class SourceParser : public reader::SaxParser {
 public:
-    explicit SourceParser(xercesc::ErrorHandler& errors);
+    explicit SourceParser(xercesc::ErrorHandler& errors) : SaxParser(errors) {}
 
-    /// False after the parse when the file could not be opened.
-    bool HasDocument() const { return hasDocument_; }
     /// After the parse; null when there is no root. Ends elements that are still open, which there are when the host
     /// ignores the errors of an ill-formed file.
     SourceText::Pointer TakeSource();
 
-    void startDocument() override;
     /// \throws xercesc::DOMException as the DOM parser does for a version of XML that it does not know
     void XMLDecl(const XMLCh* const version, const XMLCh* const encoding, const XMLCh* const standalone,
                  const XMLCh* const actualEncoding) override;
@@ -47,16 +40,6 @@ public:
     void docPI(const XMLCh* const target, const XMLCh* const data) override;
 
 private:
-    // The parser gives its locator only to a content handler.
-    class Handler final : public xercesc::DefaultHandler {
-    public:
-        void setDocumentLocator(const xercesc::Locator* const locator) override { locator_ = locator; }
-        std::uint64_t Line() const { return locator_->getLineNumber(); }
-
-    private:
-        const xercesc::Locator* locator_ = nullptr;
-    };
-
     struct Open {
         std::size_t nameBegin; ///< of its qualified name, in names_
         std::size_t scope;     ///< the scope that it opened; kNoScope for none
@@ -73,12 +56,10 @@ private:
     void ReachLine(std::uint64_t line);
     void EndInnermost();
 
-    Handler handler_;
     SourceBytes text_;
     std::uint64_t line_ = 1;
     std::uint64_t root_ = 0;
     bool hasRoot_ = false;
-    bool hasDocument_ = false;
     std::vector<Open> open_;
     std::vector<char> names_; ///< the qualified names of the open elements, one after another
     std::vector<SourceText::Scope> scopes_;

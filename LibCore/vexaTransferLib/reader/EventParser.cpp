@@ -6,29 +6,13 @@
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/util/RefVectorOf.hpp>
-#include <xercesc/util/XMLUni.hpp>
 
 #include <algorithm>
 
 namespace vexaTransferLib::reader {
 
-using xercesc::XMLUni;
-
-// Has the same settings as the DOM parser: namespaces, no schema, and validation only when the file names a
-// grammar.
 EventParser::EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched)
-    : walk_(walk), errors_(errors), isWatched_(isWatched) {
-    setErrorHandler(&errors);
-    // Without handlers the parser would not report its events.
-    setContentHandler(&handler_);
-    setLexicalHandler(&handler_);
-    setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
-    setFeature(XMLUni::fgSAX2CoreValidation, true);
-    setFeature(XMLUni::fgXercesDynamic, true);
-    setFeature(XMLUni::fgXercesSchema, false);
-    setFeature(XMLUni::fgXercesSchemaFullChecking, false);
-    setFeature(XMLUni::fgXercesCalculateSrcOfs, false);
-}
+    : SaxParser(errors), walk_(walk), errors_(errors), isWatched_(isWatched) {}
 
 const char16_t* EventParser::NamespaceUri(unsigned int uriId) {
     if (uriId >= namespaceUris_.size())
@@ -41,11 +25,6 @@ const char16_t* EventParser::NamespaceUri(unsigned int uriId) {
     return *uri != u'\0' ? uri : nullptr;
 }
 
-void EventParser::startDocument() {
-    SAX2XMLReaderImpl::startDocument();
-    hasDocument_ = true;
-}
-
 void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
                                const XMLCh* const prefix,
                                const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
@@ -54,7 +33,7 @@ void EventParser::startElement(const xercesc::XMLElementDecl& declaration, const
         errors_.Release(); // No declaration that requires the DOM can follow.
     TagPlace place;
     if (isWatched_ || walk_.WantsLocation())
-        place.location = handler_.Location();
+        place.location = Location();
     if (walk_.StartElement(NamespaceUri(uriId), declaration.getBaseName(), place)) {
         for (XMLSize_t i = 0; i < attributeCount; ++i) {
             const xercesc::XMLAttr& attribute = *attributes.elementAt(i);

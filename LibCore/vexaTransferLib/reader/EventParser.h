@@ -7,10 +7,7 @@
 
 #include <vexaTransferLib/reader/BufferedErrorHandler.h>
 #include <vexaTransferLib/reader/EventWalk.h>
-
-#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
-#include <xercesc/sax/Locator.hpp>
-#include <xercesc/sax2/DefaultHandler.hpp>
+#include <vexaTransferLib/reader/SaxParser.h>
 
 #include <vector>
 
@@ -21,19 +18,14 @@ namespace vexaTransferLib::reader {
 /// and 1.1.
 struct NeedsDom {};
 
-/// The XML parser's SAX2 reader, which passes its events to a walk. It receives the events one step before
+/// The XML parser's reader that passes its events to a walk. It receives the events one step before
 /// they become calls of a content handler. There a namespace still has its number, by which its text is found
 /// at no cost. LimitedParser derives a parser for untrusted files from it.
-class EventParser : public xercesc::SAX2XMLReaderImpl {
+class EventParser : public SaxParser {
 public:
     /// \param isWatched true gives the walk the location of every element; false only where the walk asks for
     ///             it
     EventParser(EventWalk& walk, BufferedErrorHandler& errors, bool isWatched);
-
-    /// False after the parse when the file could not be opened.
-    bool HasDocument() const { return hasDocument_; }
-
-    void startDocument() override;
 
     void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
                       const XMLCh* const prefix, const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
@@ -51,23 +43,11 @@ public:
                      const bool hasExternalSubset) override;
 
 private:
-    // The parser gives its locator only to a content handler.
-    class Handler final : public xercesc::DefaultHandler {
-    public:
-        void setDocumentLocator(const xercesc::Locator* const locator) override { locator_ = locator; }
-        SourceLocation Location() const { return {locator_->getLineNumber(), locator_->getColumnNumber()}; }
-
-    private:
-        const xercesc::Locator* locator_ = nullptr;
-    };
-
     const char16_t* NamespaceUri(unsigned int uriId);
 
     EventWalk& walk_;
     BufferedErrorHandler& errors_;
-    Handler handler_;
     bool isWatched_;
-    bool hasDocument_ = false;
     /// Indexed by the parser's numbers of the namespaces.
     std::vector<const char16_t*> namespaceUris_;
 };
