@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/CivilDate.h>
+#include <vexaTransferLib/text/DecimalDigits.h>
 #include <vexaTransferLib/text/NumberText.h>
 
 #include <unicode/gregocal.h>
@@ -296,16 +297,7 @@ char* AppendClock(char* out, int hour, int minute, int second) {
 // Reads a field of digits only, as nearly every one is. The C library's function is slow for these.
 bool ReadDigits(long& out, const char* text, unsigned long length) {
     constexpr unsigned long kMostDigits = 9;
-    if (length == 0 || length > kMostDigits)
-        return false;
-    long read = 0;
-    for (unsigned long i = 0; i < length; ++i) {
-        if (text[i] < '0' || text[i] > '9')
-            return false;
-        read = read * 10 + (text[i] - '0');
-    }
-    out = read;
-    return true;
+    return length != 0 && length <= kMostDigits && ReadDecimalDigits({text, length}, out);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include <vexaTransferLib/text/ValueText.h>
 
 #include <vexaTransferLib/text/CivilDate.h>
+#include <vexaTransferLib/text/DecimalDigits.h>
 #include <vexaTransferLib/text/NumberText.h>
 #include <vexaTransferLib/text/XmlBlank.h>
 
@@ -17,13 +18,9 @@ namespace vexaTransferLib::text {
 
 namespace {
 
-bool IsDigit(char byte) {
-    return byte >= '0' && byte <= '9';
-}
-
 std::size_t TakeDigits(std::string_view& text) {
     std::size_t count = 0;
-    while (count < text.size() && IsDigit(text[count]))
+    while (count < text.size() && IsDecimalDigit(text[count]))
         ++count;
     text.remove_prefix(count);
     return count;
@@ -57,14 +54,8 @@ bool IsNumber(std::string_view text) {
 }
 
 bool TakeNumber(std::string_view& text, std::size_t digits, int& number) {
-    if (text.size() < digits)
+    if (text.size() < digits || !ReadDecimalDigits(text.substr(0, digits), number))
         return false;
-    number = 0;
-    for (std::size_t i = 0; i < digits; ++i) {
-        if (!IsDigit(text[i]))
-            return false;
-        number = number * 10 + (text[i] - '0');
-    }
     text.remove_prefix(digits);
     return true;
 }
@@ -145,7 +136,8 @@ std::optional<std::string> WithoutGroups(std::string_view text) {
     plain += whole.substr(0, group);
     for (; group != whole.size(); group += 4) {
         const std::string_view digits = whole.substr(group).substr(1, 3);
-        if (whole[group] != ',' || digits.size() != 3 || !std::all_of(digits.begin(), digits.end(), IsDigit))
+        if (whole[group] != ',' || digits.size() != 3 ||
+            !std::all_of(digits.begin(), digits.end(), IsDecimalDigit))
             return std::nullopt;
         plain += digits;
     }
