@@ -33,7 +33,9 @@ struct VEXATRANSFERLIB_API GpxStandardOptions {
     /// True writes U+FFFD in place of a character that XML cannot hold; false refuses the document.
     bool replacesCharacters = false;
     /// True writes a temporary file beside the target, which then takes its place: whatever happens, the target is whole,
-    /// the old one or the new one. False writes into the target, as devices and pipes need it.
+    /// the old one or the new one. False writes into the target, as devices and pipes need it. A process that is killed
+    /// (SIGKILL) while it writes leaves the temporary file: the name of the target, a full stop and six letters or digits
+    /// ("walk.gpx.Xa3b9Z"), and for a moment before that one whose name ends with a hyphen as well ("walk.gpx.Xa3b9Z-").
     bool isAtomic = true;
     /// Called for everything that is left out, while the document is written; may be empty. What it throws ends the
     /// writing.
