@@ -3,21 +3,12 @@
 
 #include "support/ZipBuilder.h"
 
+namespace cli {
 namespace {
 
-using cli::Data;
-using cli::Folder;
-using cli::Gpx;
-using cli::Lines;
-using cli::ReadFile;
-using cli::Result;
-using cli::RunTool;
-using cli::Tool;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-const std::string kWaypoint = "<wpt lat='1' lon='2'><name>w</name></wpt>";
 
 std::string Metadata(const std::string& element) {
     return "<metadata><extensions>" + element + "</extensions></metadata>";
@@ -339,7 +330,7 @@ TEST(ConvertAsHostTest, AFailedConversionCountsNothing) {
 }
 
 TEST(ConvertAsHostTest, TheCorpusConvertsAndReadsBack) {
-    const std::vector<std::string> files = cli::Corpus("gpx");
+    const std::vector<std::string> files = Corpus("gpx");
     if (files.empty())
         GTEST_SKIP() << "the shared corpus is not beside the repository";
     const Folder folder;
@@ -354,3 +345,4 @@ TEST(ConvertAsHostTest, TheCorpusConvertsAndReadsBack) {
 }
 
 } // namespace
+} // namespace cli

@@ -10,21 +10,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace cli {
 namespace {
 
-using cli::Data;
-using cli::Folder;
-using cli::Gpx;
-using cli::Lines;
-using cli::ReadFile;
-using cli::Result;
-using cli::RunTool;
-using cli::Tool;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
-
-const std::string kWaypoint = "<wpt lat='1' lon='2'><name>w</name></wpt>";
 
 std::string Gpx10(const std::string& elements) {
     return "<?xml version='1.0'?><gpx version='1.0' creator='x' xmlns='http://www.topografix.com/GPX/1/0'>" +
@@ -173,7 +164,7 @@ TEST(ConvertTest, TheNotesOfAnArchiveAreThoseOfItsWrittenDocuments) {
 }
 
 TEST(ConvertTest, TheCorpusConvertsAndStaysTheSame) {
-    const std::vector<std::string> files = cli::Corpus("gpx");
+    const std::vector<std::string> files = Corpus("gpx");
     if (files.empty())
         GTEST_SKIP() << "the shared corpus is not beside the repository";
     const Folder folder;
@@ -312,3 +303,4 @@ TEST(ConvertTest, ATargetWhoseNameStartsWithADashOrLooksLikeAnAddress) {
 }
 
 } // namespace
+} // namespace cli

@@ -88,4 +88,7 @@ std::vector<std::string> Lines(const std::string& text);
 /// A GPX 1.1 document around some elements, with the vendor's and the geocache prefixes.
 std::string Gpx(const std::string& elements);
 
+/// A waypoint with a name, for documents of which only this matters: that something is in them.
+inline const std::string kWaypoint = "<wpt lat='1' lon='2'><name>w</name></wpt>";
+
 } // namespace cli
