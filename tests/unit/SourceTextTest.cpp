@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vexaTransferLib {
@@ -47,6 +49,26 @@ TEST(SourceTextTest, KnowsThePrefixOfXml) {
     EXPECT_EQ(Source({})->FindNamespace("xml", 0), "http://www.w3.org/XML/1998/namespace");
     EXPECT_EQ(Source({})->FindNamespace("", 0), "");
     EXPECT_EQ(Source({})->FindNamespace("p", 0), std::nullopt);
+}
+
+// With a look at each scope around a place this would not end.
+TEST(SourceTextTest, ScopesAroundAPlaceCostNothing) {
+    constexpr std::uint64_t kLevels = 1'000'000;
+    SourceBytes bytes;
+    std::vector<SourceText::Scope> scopes;
+    for (std::uint64_t i = 0; i < kLevels; ++i) {
+        bytes.Append("<>");
+        scopes.push_back({i, 2 * kLevels - i, {{i == 0 ? "outer" : "inner", std::to_string(i)}}});
+    }
+    bytes.Finish(SourceText::kPadding);
+    const SourceText::Pointer source = SourceText::Make(std::move(bytes), 0, std::move(scopes));
+    for (std::uint64_t i = 1; i < kLevels; ++i) {
+        ASSERT_EQ(source->FindNamespace("outer", i), "0");
+        ASSERT_EQ(source->FindNamespace("inner", i), std::to_string(i));
+        ASSERT_EQ(source->FindNamespace("none", i), std::nullopt);
+    }
+    EXPECT_EQ(source->FindNamespace("inner", 2 * kLevels - 2), "1");
+    EXPECT_EQ(source->FindNamespace("inner", 2 * kLevels - 1), std::nullopt);
 }
 
 TEST(SourceTextTest, LivesAsLongAsOneOwner) {

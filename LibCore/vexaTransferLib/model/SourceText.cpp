@@ -6,24 +6,6 @@
 
 namespace vexaTransferLib {
 
-namespace {
-
-using Declaration = SourceText::Declaration;
-
-bool IsBefore(const Declaration& left, const Declaration& right) {
-    return left.prefix < right.prefix;
-}
-
-// The declarations are in the order of their prefixes.
-const Declaration* Find(const std::vector<Declaration>& declarations, std::string_view prefix) {
-    const auto found = std::lower_bound(
-        declarations.begin(), declarations.end(), prefix,
-        [](const Declaration& declaration, std::string_view wanted) { return declaration.prefix < wanted; });
-    return found != declarations.end() && found->prefix == prefix ? &*found : nullptr;
-}
-
-} // namespace
-
 SourceText::Pointer SourceText::Make(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes) {
     return Pointer(new SourceText(std::move(text), root, std::move(scopes)));
 }
@@ -34,8 +16,8 @@ SourceText::SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> 
     boundaries_.reserve(2 * scopes_.size());
     std::size_t innermost = kNoScope;
     for (std::size_t i = 0; i < scopes_.size(); ++i) {
-        std::sort(scopes_[i].declarations.begin(), scopes_[i].declarations.end(), IsBefore);
         EndScopes(innermost, scopes_[i].begin);
+        Bind(scopes_[i]);
         outer_.push_back(innermost);
         boundaries_.push_back({scopes_[i].begin, i});
         innermost = i;
@@ -47,8 +29,26 @@ SourceText::SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> 
 void SourceText::EndScopes(std::size_t& innermost, std::uint64_t place) {
     while (innermost != kNoScope && scopes_[innermost].end <= place) {
         const std::uint64_t end = scopes_[innermost].end;
+        Unbind(scopes_[innermost]);
         innermost = outer_[innermost];
         boundaries_.push_back({end, innermost});
+    }
+}
+
+void SourceText::Bind(const Scope& scope) {
+    for (const Declaration& declaration : scope.declarations) {
+        Prefix& prefix = prefixes_[declaration.prefix];
+        prefix.open.push_back(&declaration);
+        prefix.bindings.push_back({scope.begin, &declaration});
+    }
+}
+
+// The declarations of the scopes around it hold again.
+void SourceText::Unbind(const Scope& scope) {
+    for (const Declaration& declaration : scope.declarations) {
+        Prefix& prefix = prefixes_[declaration.prefix];
+        prefix.open.pop_back();
+        prefix.bindings.push_back({scope.end, prefix.open.empty() ? nullptr : prefix.open.back()});
     }
 }
 
@@ -84,9 +84,14 @@ std::uint64_t SourceText::SameScopeUntil(std::uint64_t place) const {
 
 std::optional<std::string_view> SourceText::FindNamespace(std::string_view prefix,
                                                           std::uint64_t place) const {
-    for (std::size_t at = InnermostAt(place); at != kNoScope; at = outer_[at])
-        if (const Declaration* const declaration = Find(scopes_[at].declarations, prefix))
-            return declaration->uri;
+    if (const auto found = prefixes_.find(prefix); found != prefixes_.end()) {
+        const std::vector<Binding>& bindings = found->second.bindings;
+        const auto after = std::upper_bound(
+            bindings.begin(), bindings.end(), place,
+            [](std::uint64_t wanted, const Binding& binding) { return wanted < binding.place; });
+        if (after != bindings.begin() && (after - 1)->declaration != nullptr)
+            return (after - 1)->declaration->uri;
+    }
     if (prefix.empty())
         return std::string_view();
     if (prefix == "xml")

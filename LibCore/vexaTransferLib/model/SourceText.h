@@ -10,11 +10,11 @@
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
 
-#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -59,12 +59,8 @@ public:
     std::uint64_t PlaceOf(const char* byte) const { return static_cast<std::uint64_t>(byte - text_.Data()); }
 
     /// The namespace of a prefix at a place, empty for none. Empty optional when the prefix is not declared there.
-    /// Logarithmic in the numbers of scopes and of their declarations, linear in the number of scopes around the place.
+    /// Logarithmic in the numbers of prefixes and of their declarations, however many scopes are around the place.
     std::optional<std::string_view> FindNamespace(std::string_view prefix, std::uint64_t place) const;
-    /// Calls `visit(prefix, uri)` for each prefix that is declared around the element at a place, not by the element
-    /// itself: the innermost declaration of each.
-    template <class Visit>
-    void ForEachDeclarationAround(std::uint64_t place, Visit visit) const;
     /// True when only the root declares namespaces around the element at a place.
     bool IsInRootScope(std::uint64_t place) const;
     /// True when an element that starts in this part declares namespaces. The part is not empty.
@@ -83,7 +79,21 @@ private:
         std::size_t scope; ///< kNoScope where there is none
     };
 
+    /// From a place on, a prefix has this declaration.
+    struct Binding {
+        std::uint64_t place;
+        const Declaration* declaration; ///< null where there is none
+    };
+    /// The declarations of one prefix.
+    struct Prefix {
+        std::vector<Binding> bindings; ///< in the order of their places
+        std::vector<const Declaration*>
+            open; ///< of the scopes that have not ended; empty after the construction
+    };
+
     void EndScopes(std::size_t& innermost, std::uint64_t place);
+    void Bind(const Scope& scope);
+    void Unbind(const Scope& scope);
     std::vector<Boundary>::const_iterator FirstBoundaryAfter(std::uint64_t place) const;
     /// The innermost scope around a place; kNoScope when there is none.
     std::size_t InnermostAt(std::uint64_t place) const;
@@ -104,24 +114,10 @@ private:
     std::vector<std::size_t> outer_;
     /// In the order of their places.
     std::vector<Boundary> boundaries_;
+    std::map<std::string_view, Prefix> prefixes_;
     mutable std::atomic<std::uint64_t> owners_{0};
     mutable std::mutex linesMutex_;
     mutable text::LineCounter lines_;
 };
-
-template <class Visit>
-void SourceText::ForEachDeclarationAround(std::uint64_t place, Visit visit) const {
-    std::vector<std::string_view> seen;
-    for (std::size_t at = InnermostAt(place); at != kNoScope; at = outer_[at]) {
-        if (scopes_[at].begin == place)
-            continue;
-        for (const Declaration& declaration : scopes_[at].declarations) {
-            if (std::find(seen.begin(), seen.end(), declaration.prefix) != seen.end())
-                continue;
-            seen.push_back(declaration.prefix);
-            visit(std::string_view(declaration.prefix), std::string_view(declaration.uri));
-        }
-    }
-}
 
 } // namespace vexaTransferLib

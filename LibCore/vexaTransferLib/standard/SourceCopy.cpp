@@ -2,11 +2,13 @@
 #include <vexaTransferLib/standard/Writing.h>
 
 #include <vexaTransferLib/model/ElementText.h>
+#include <vexaTransferLib/text/DecimalDigits.h>
 #include <vexaTransferLib/text/ElementNames.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,11 +19,23 @@ namespace {
 
 constexpr std::string_view kDefaultDeclaration = "xmlns";
 
-// True when the element has a prefix of this name somewhere in its text. It may be in a value: one declaration too many
-// does no harm.
-bool Uses(std::string_view xml, std::string_view prefix) {
-    const std::string wanted = std::string(prefix) + ':';
-    return xml.find(wanted) != std::string_view::npos;
+bool IsInName(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || text::IsDecimalDigit(byte) ||
+           byte == '-' || byte == '_' || byte == '.' || static_cast<unsigned char>(byte) >= 0x80;
+}
+
+// What is before a colon somewhere in the text of an element. It may be in a value: one declaration too many does no
+// harm.
+std::set<std::string_view> PrefixesIn(std::string_view xml) {
+    std::set<std::string_view> prefixes;
+    for (std::size_t colon = xml.find(':'); colon != std::string_view::npos;
+         colon = xml.find(':', colon + 1)) {
+        std::size_t begin = colon;
+        while (begin != 0 && IsInName(xml[begin - 1]))
+            --begin;
+        prefixes.insert(xml.substr(begin, colon - begin));
+    }
+    return prefixes;
 }
 
 bool HasAttribute(const ScannedTag& tag, std::string_view name) {
@@ -46,13 +60,16 @@ bool UsesDefault(std::string_view xml) {
 
 // The default namespace of the output is GPX's.
 std::string MissingDefault(Writing& writing, const SourceElement& element) {
-    const std::uint64_t place = element.source->PlaceOf(element.child.begin);
-    NamespaceCursor& names = writing.NamesOf(*element.source);
-    if (names.KindOf({}, place) == NamespaceKind::kGpx || DeclaresDefault(element.child.tag) ||
-        !UsesDefault(element.Xml()))
+    if (DeclaresDefault(element.child.tag) || !UsesDefault(element.Xml()))
         return {};
-    const std::string_view uri = names.UriOf({}, place);
+    const std::uint64_t place = element.source->PlaceOf(element.child.begin);
+    const std::string_view uri = writing.NamesOf(*element.source).UriOf({}, place);
     return writing.IsDeclared({}, uri) ? std::string() : Declaration({}, uri);
+}
+
+bool IsInGpx(Writing& writing, const SourceElement& element) {
+    const std::uint64_t place = element.source->PlaceOf(element.child.begin);
+    return writing.NamesOf(*element.source).KindOf({}, place) == NamespaceKind::kGpx;
 }
 
 /// The declarations of prefixes that an element needs in the output, as attributes.
@@ -61,12 +78,25 @@ std::string MissingPrefixes(const Writing& writing, const SourceElement& element
     const std::uint64_t place = element.source->PlaceOf(element.child.begin);
     if (element.source == writing.MainSource() && element.source->IsInRootScope(place))
         return missing;
-    element.source->ForEachDeclarationAround(place, [&](std::string_view prefix, std::string_view uri) {
-        if (!prefix.empty() && !writing.IsDeclared(prefix, uri) && Uses(element.Xml(), prefix) &&
-            !HasAttribute(element.child.tag, "xmlns:" + std::string(prefix)))
-            missing += Declaration(prefix, uri);
-    });
+    std::set<std::string_view> prefixes = PrefixesIn(element.Xml());
+    std::string_view rest = element.child.tag.attributes;
+    for (ScannedAttribute attribute; ScanAttribute(rest, attribute);)
+        if (IsDeclaration(attribute.name))
+            prefixes.erase(LocalNameOf(attribute.name));
+    for (const std::string_view prefix : prefixes) {
+        const auto uri = prefix.empty() ? std::nullopt : element.source->FindNamespace(prefix, place);
+        if (uri && !writing.IsDeclared(prefix, *uri))
+            missing += Declaration(prefix, *uri);
+    }
     return missing;
+}
+
+// The declarations come after the name of the element.
+void CopyVerbatim(Writing& writing, const SourceElement& element, std::string declarations) {
+    declarations += MissingPrefixes(writing, element);
+    const std::string_view xml = element.Xml();
+    const std::size_t nameEnd = 1 + element.child.tag.name.size();
+    writing.Out().AppendAll(xml.substr(0, nameEnd), declarations, xml.substr(nameEnd));
 }
 
 /// Writes an element of GPX anew: its prefix and those of the GPX elements in it are left out.
@@ -131,9 +161,8 @@ private:
 
 void AttributePrefixes::Declare(std::string_view attributeName) {
     const std::string_view prefix = PrefixOf(attributeName);
-    if (std::find(done_.begin(), done_.end(), prefix) != done_.end())
+    if (prefix == declared_ || !done_.insert(prefix).second)
         return;
-    done_.emplace_back(prefix);
     const std::uint64_t place = element_.source->PlaceOf(element_.child.begin);
     const std::string_view uri = element_.source->FindNamespace(prefix, place).value_or(std::string_view());
     if (!writing_.IsDeclared(prefix, uri))
@@ -168,14 +197,12 @@ bool IsPlainGpx(NamespaceCursor& names, const SourceText& source, const char* be
 }
 
 void CopyForeign(Writing& writing, const SourceElement& element) {
-    const std::string declarations = MissingDefault(writing, element) + MissingPrefixes(writing, element);
-    const std::string_view xml = element.Xml();
-    if (declarations.empty()) {
-        writing.Out().Append(xml);
-        return;
-    }
-    const std::size_t nameEnd = 1 + element.child.tag.name.size();
-    writing.Out().AppendAll(xml.substr(0, nameEnd), declarations, xml.substr(nameEnd));
+    CopyVerbatim(writing, element,
+                 IsInGpx(writing, element) ? std::string() : MissingDefault(writing, element));
+}
+
+void CopyIn10(Writing& writing, const SourceElement& element) {
+    CopyVerbatim(writing, element, MissingDefault(writing, element));
 }
 
 void CopyElement(Writing& writing, const SourceElement& element) {

@@ -3,8 +3,6 @@
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
 
-#include <algorithm>
-
 namespace vexaTransferLib::standard {
 
 namespace {
@@ -57,10 +55,9 @@ Writing::Writing(const GpxDocument& document, const GpxStandardOptions& options,
 bool Writing::IsDeclared(std::string_view prefix, std::string_view uri) const {
     if (hasInner_ && inner_.prefix == prefix)
         return inner_.uri == uri;
-    return prefix == "xml" ||
-           std::any_of(declarations_.begin(), declarations_.end(), [&](const auto& declaration) {
-               return declaration.prefix == prefix && declaration.uri == uri;
-           });
+    if (prefix == "xml")
+        return true;
+    return main_ && !prefix.empty() && main_->FindNamespace(prefix, main_->RootPlace()) == uri;
 }
 
 complete::CompleteContext& Writing::ContextOf(const SourceText& source) {

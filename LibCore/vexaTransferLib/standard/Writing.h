@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -109,6 +110,8 @@ private:
 void CopyElement(Writing& writing, const SourceElement& element);
 /// The same for what is in `extensions` or beside the elements of GPX: verbatim, also when it is in a namespace of GPX.
 void CopyForeign(Writing& writing, const SourceElement& element);
+/// The same for an element of GPX 1.0 in the `extensions` of GPX 1.1: it keeps its namespace.
+void CopyIn10(Writing& writing, const SourceElement& element);
 
 /// True when the elements of GPX from here on, up to the end, mean the same without what is around them: they have no
 /// prefixes and declare no default namespace. What is in `extensions` may do both.
@@ -122,14 +125,15 @@ class AttributePrefixes {
 public:
     /// \param declared a prefix that is declared already
     AttributePrefixes(Writing& writing, const SourceElement& element, std::string_view declared)
-        : writing_(writing), element_(element), done_{std::string(declared)} {}
+        : writing_(writing), element_(element), declared_(declared) {}
 
     void Declare(std::string_view attributeName);
 
 private:
     Writing& writing_;
     const SourceElement& element_;
-    std::vector<std::string> done_;
+    std::string_view declared_;
+    std::set<std::string_view> done_;
 };
 
 /// Writes the attributes of an element as they stand, except declarations of namespaces, and those for which
