@@ -49,7 +49,7 @@ struct VEXATRANSFERLIB_API GpxStandardOptions {
 /// the namespaces that they need, the unread elements. What is as it was read is written as it stood: digits, fractions of
 /// seconds, time zones. What was set since is written in its place, numbers in the shortest form that reads back the same.
 /// Elements come in the order of the schema; elements of other programs are in `extensions` in GPX 1.1 and after the
-/// standard ones in 1.0. The result is valid when the file was valid, and what the model has is valid. Left out are the
+/// standard ones in 1.0. Elements in the namespace of GPX 1.0 that 1.1 does not have are in `extensions` as well. The result is valid when the file was valid, and what the model has is valid. Left out are the
 /// root's `creator` and schema location, and comments outside of what is written as it stood.
 ///
 /// **What has no place** in the version is left out and reported to GpxStandardOptions::unwritten: in GPX 1.0 second links,

@@ -5,10 +5,15 @@
 
 #include "support/StandardWriting.h"
 #include "support/comparison/GpxComparison.h"
+#include "support/comparison/SchemaValidation.h"
+
+#include <vexaTransferLib/GpxPointDetails.h>
 
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +29,15 @@ std::string Rewritten(const std::string& text, const GpxVersion& version = kGpx1
 }
 std::string ReportsOf(const std::string& text, const GpxVersion& version) {
     return StandardText(ReadCompletely(text), version).Reports();
+}
+
+// Expects that the published schema of GPX 1.1 accepts it, where the schema is.
+void ExpectValid(const std::string& xml) {
+    const std::filesystem::path schema = std::filesystem::path(VEXA_SHARED) / "schemas" / "gpx11.xsd";
+    if (std::filesystem::exists(schema))
+        EXPECT_EQ(ValidateAgainst(xml, schema.string()), std::nullopt) << xml;
+    else
+        GTEST_LOG_(INFO) << "not validated, because the published schema is not here: " << schema;
 }
 
 // Expects that everything is there after writing, in both versions, and that writing again gives the same.
@@ -277,6 +291,56 @@ TEST(GpxStandardWriterSourcesTest, LinksGoBothWays) {
     EXPECT_EQ(Rewritten(Gpx11("<trk>" + in11 + "</trk>"), kGpx10), "<trk>" + in10 + "</trk>");
 }
 
+// An empty address is a valid one.
+TEST(GpxStandardWriterSourcesTest, TheNameOfALinkWithAnEmptyAddressIsKept) {
+    const std::string in10 = "<url></url><urlname>n</urlname>";
+    const std::string in11 = "<link href=\"\"><text>n</text></link>";
+    for (const char* address : {"<url></url>", "<url/>"}) {
+        const std::string file = Gpx10(Waypoint(std::string(address) + "<urlname>n</urlname>"));
+        EXPECT_EQ(Rewritten(file), Waypoint(in11));
+        EXPECT_EQ(ReportsOf(file, kGpx11), "");
+        ExpectValid(StandardText(ReadCompletely(file), kGpx11).text);
+    }
+    EXPECT_EQ(Rewritten(Gpx11(Waypoint(in11))), Waypoint(in11));
+    EXPECT_EQ(Rewritten(Gpx11(Waypoint(in11)), kGpx10), Waypoint(in10));
+    const GpxDocument read = ReadCompletely(Gpx11(Waypoint(in11)));
+    const std::vector<GpxLink> links = GpxPointDetails(read.GetWaypointIter()->GetElement()).GetLinks();
+    ASSERT_EQ(links.size(), 1U);
+    EXPECT_EQ(links[0].href, icu::UnicodeString());
+    EXPECT_EQ(links[0].text, icu::UnicodeString(u"n"));
+}
+
+// GPX 1.1 allows elements of every namespace but its own in `extensions`.
+TEST(GpxStandardWriterSourcesTest, UnknownElementsOfGpx10BecomeExtensionsOfTheirNamespace) {
+    const std::string in10 = " xmlns=\"" + std::string(kGpx10Uri) + "\"";
+    const std::string unknown = "<foo a='1'>2<bar/></foo>";
+    const std::string extension = "<foo" + in10 + " a='1'>2<bar/></foo>";
+    const std::string extensions = "<extensions>" + extension + "</extensions>";
+    struct Row {
+        std::string in10;
+        std::string in11;
+    };
+    const std::vector<Row> rows = {
+        {Waypoint("<name>n</name>" + unknown), Waypoint("<name>n</name>" + extensions)},
+        {"<rte>" + unknown + "</rte>", "<rte>" + extensions + "</rte>"},
+        {"<trk>" + unknown + "</trk>", "<trk>" + extensions + "</trk>"},
+        {"<trk><trkseg>" + unknown + "</trkseg></trk>", "<trk><trkseg>" + extensions + "</trkseg></trk>"},
+        {unknown, extensions},
+        {Waypoint(unknown + "<x:a xmlns:x='urn:x'/>"),
+         Waypoint("<extensions><x:a xmlns:x='urn:x'/>" + extension + "</extensions>")},
+    };
+    for (const Row& row : rows) {
+        const std::string written = StandardText(ReadCompletely(Gpx10(row.in10)), kGpx11).text;
+        EXPECT_EQ(JoinedContent(written), row.in11);
+        ExpectValid(written);
+        EXPECT_EQ(StandardText(ReadCompletely(written), kGpx11).text, written);
+        EXPECT_EQ(ReportsOf(Gpx10(row.in10), kGpx11), "");
+    }
+    // GPX 1.0 has no place for them at all: they are as wrong as they were.
+    EXPECT_EQ(Rewritten(Gpx10(Waypoint(unknown)), kGpx10), Waypoint(unknown));
+    EXPECT_EQ(Rewritten(Gpx11(Waypoint(unknown))), Waypoint(unknown));
+}
+
 TEST(GpxStandardWriterSourcesTest, AVersionWithoutAPlaceLeavesOutAndReports) {
     const std::string links = "<link href='a'><type>t</type></link><link href='b'/><link href='c'/>";
     EXPECT_EQ(Rewritten(Gpx11(Waypoint(links)), kGpx10), Waypoint("<url>a</url>"));
@@ -349,6 +413,22 @@ TEST(GpxStandardWriterSourcesTest, TheTimeIsProportionalToTheLength) {
     };
     for (const std::string& text : texts)
         EXPECT_LT(SecondsToWrite(text), 60.0) << text.substr(0, 300);
+}
+
+// With a look at each declaration around each element this would not end.
+TEST(GpxStandardWriterSourcesTest, DeclarationsAroundAnElementTakeNoLonger) {
+    constexpr std::size_t kDeclarations = 10'000;
+    constexpr std::size_t kPoints = 500;
+    std::string declarations;
+    for (std::size_t i = 0; i < kDeclarations; ++i)
+        declarations += " xmlns:p" + std::to_string(i) + "='urn:p'";
+    const std::string point = Waypoint("<name>n</name><extensions xmlns:a='urn:a'><p7:hr>1</p7:hr><a:b/>"
+                                       "</extensions><ele>1</ele>");
+    const GpxDocument wide = ReadCompletely(Gpx11(Repeated(kPoints, point), declarations));
+    for (auto read = wide.GetWaypointIter(); read != wide.GetWaypointEndIter(); ++read)
+        EXPECT_EQ(GpxPointDetails(read->GetElement()).GetHeartRate(), 1.0);
+    EXPECT_EQ(ReadCompletely(StandardText(wide, kGpx10).text).GetWaypointCount(), kPoints);
+    EXPECT_EQ(ReadCompletely(StandardText(wide, kGpx11).text).GetWaypointCount(), kPoints);
 }
 
 TEST(GpxStandardWriterSourcesTest, ManyLogsThatAreWrittenAnewTakeNoLonger) {

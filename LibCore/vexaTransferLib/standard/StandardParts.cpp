@@ -16,6 +16,7 @@ namespace {
 using Access = GpxModelAccess;
 using Place = PieceOutput::Place;
 
+constexpr std::string_view kGpx10Uri = "http://www.topografix.com/GPX/1/0";
 constexpr std::string_view kGpx10Declaration = " xmlns=\"http://www.topografix.com/GPX/1/0\"";
 
 icu::UnicodeString AttributeOf(const ScannedTag& tag, std::string_view name) {
@@ -205,6 +206,15 @@ void CopyOther(Writing& writing, const SourceElement& element) {
     out.AppendAll("</", element.child.name, ">");
 }
 
+// GPX 1.1 allows elements of GPX 1.0 in `extensions`, because they are in another namespace than its own.
+bool BecomesExtension(Writing& writing, const SourceElement& element) {
+    if (writing.Is10())
+        return false;
+    const std::uint64_t place = element.source->PlaceOf(element.child.begin);
+    return IsOnlyIn10(element.child) ||
+           writing.NamesOf(*element.source).UriOf(element.child.prefix, place) == kGpx10Uri;
+}
+
 void WriteExtensions(Writing& writing, const ForeignParts& parts, int depth) {
     PieceOutput& out = writing.Out();
     bool isOpen = false;
@@ -221,11 +231,14 @@ void WriteExtensions(Writing& writing, const ForeignParts& parts, int depth) {
         CopyForeign(writing, child);
     });
     for (const SourceElement& child : parts.other) {
-        if (!IsOnlyIn10(child.child))
+        if (!BecomesExtension(writing, child))
             continue;
         open();
         writing.StartLine(depth + 1);
-        CopyOther(writing, child);
+        if (IsOnlyIn10(child.child))
+            CopyOther(writing, child);
+        else
+            CopyIn10(writing, child);
     }
     if (parts.writeNew) {
         open();
@@ -268,7 +281,7 @@ bool IsOneExtensions(Writing& writing, const ForeignParts& parts) {
         IsAnyReplaced(writing, parts))
         return false;
     for (const SourceElement& child : parts.other)
-        if (IsOnlyIn10(child.child))
+        if (BecomesExtension(writing, child))
             return false;
     return true;
 }
@@ -282,7 +295,7 @@ bool IsOnlyIn10(const ScannedChild& child) {
 void WriteForeign(Writing& writing, const ForeignParts& parts, int depth) {
     // No version has a place for these; they are as wrong as they were.
     for (const SourceElement& child : parts.other) {
-        if (!writing.Is10() && IsOnlyIn10(child.child))
+        if (BecomesExtension(writing, child))
             continue;
         writing.StartLine(depth);
         CopyForeign(writing, child);
