@@ -245,11 +245,11 @@ void AddShow(CLI::App& app, Invocation& invocation) {
 
 void AddDump(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<DumpOptions>();
-    options->rules.asHost = true;
-    CLI::App& command = AddCommand(
-        app, invocation, {"dump", "Print the whole model, one line of JSON for a file", kDumpExamples},
-        options, Dump);
+    CLI::App& command =
+        AddCommand(app, invocation, {"dump", "Print GPX files as JSON, one line for each", kDumpExamples},
+                   options, Dump);
     AddFiles(command, invocation, *options);
+    AddAsHost(command, options->rules, "Print what other programs with this library get");
 }
 
 void AddInfo(CLI::App& app, Invocation& invocation) {

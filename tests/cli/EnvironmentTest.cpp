@@ -30,7 +30,7 @@ const std::vector<std::pair<std::string, std::string>> kSettings = {
 
 TEST(EnvironmentTest, NeitherLocaleNorTimeZoneShowsInWhatIsPrinted) {
     for (const auto& [name, value] : kSettings) {
-        const Result dump = Tool({"dump", Data("hand-written.gpx")}).Set(name, value).Run();
+        const Result dump = Tool({"dump", "--as-host", Data("hand-written.gpx")}).Set(name, value).Run();
         EXPECT_EQ(dump.out, ReadFile(Data("hand-written.json"))) << name << "=" << value;
         const Result show = Tool({"show", "hand-written.gpx"}).In(Data("")).Set(name, value).Run();
         EXPECT_EQ(show.out, ReadFile(Data("hand-written.show.txt"))) << name << "=" << value;
@@ -60,7 +60,8 @@ TEST(EnvironmentTest, ArgumentsAreUtf8WhateverTheLocale) {
     for (const char* locale : {"C", "POSIX", "C.UTF-8", "de_DE.ISO-8859-1"}) {
         const Folder folder;
         folder.Write("höhe 日本 😀.gpx", Gpx(""));
-        const Result dump = Tool({"dump", "höhe 日本 😀.gpx"}).In(folder.Path()).Set("LC_ALL", locale).Run();
+        const Result dump =
+            Tool({"dump", "--as-host", "höhe 日本 😀.gpx"}).In(folder.Path()).Set("LC_ALL", locale).Run();
         EXPECT_EQ(dump.out, R"({"name":"höhe 日本 😀","waypoints":[],"routes":[],"tracks":[]})"
                             "\n")
             << locale;

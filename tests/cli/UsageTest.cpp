@@ -149,8 +149,8 @@ TEST(UsageTest, FileNamesThatLookLikeSomethingElseAreFileNames) {
     for (const char* name :
          {"show", "[a]", "[b,c]", "--", "-x", "--help", "http:", "file:x", "C:y", "50%", "a b#c?d"})
         folder.Write(name, cli::Gpx("<metadata><name>n</name></metadata>"));
-    const Result result = RunTool({"dump", "show", "[a]", "[b,c]", "http:", "file:x", "C:y", "50%", "a b#c?d",
-                                   "--", "-x", "--help", "--", "[a]"},
+    const Result result = RunTool({"dump", "--as-host", "show", "[a]", "[b,c]", "http:", "file:x", "C:y",
+                                   "50%", "a b#c?d", "--", "-x", "--help", "--", "[a]"},
                                   folder.Path());
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");

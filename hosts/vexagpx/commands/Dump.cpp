@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Dump.h>
 
+#include <vexagpx/commands/DumpDetails.h>
+#include <vexagpx/commands/DumpPointDetails.h>
+#include <vexagpx/commands/GeocacheJson.h>
 #include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/MetaDataJson.h>
+#include <vexagpx/output/OptionalMembers.h>
 
 #include <cstdint>
 #include <optional>
@@ -30,13 +34,8 @@ private:
     void WritePoint(const GpxPoint& point);
     void WriteLink(const GpxUrl& url);
     void WriteFormAttributes(const GpxPoint::FormAttributes& attributes);
-    void WriteGeocache(const GpxGroundspeakCache& cache);
-    void WriteLog(const GpxGroundspeakCacheLog& log);
 
-    void TextMember(std::string_view key, const icu::UnicodeString& text) {
-        if (!text.isEmpty())
-            json_.Member(key, text);
-    }
+    void TextMember(std::string_view key, const icu::UnicodeString& text) { MemberIfAny(json_, key, text); }
 
     template <class Owner>
     void FieldMember(std::string_view key, const Owner& owner,
@@ -53,7 +52,10 @@ private:
     void Value(const icu::UnicodeString* text) { json_.String(*text); }
     void Value(const GpxUrl* url) { WriteLink(*url); }
     void Value(const GpxPoint::FormAttributes* attributes) { WriteFormAttributes(*attributes); }
-    void Value(const GpxGroundspeakCache* cache) { WriteGeocache(*cache); }
+    void Value(const GpxGroundspeakCache* cache) {
+        geocacheElement_ = cache->element;
+        geocaches_.Write(*cache);
+    }
 
     /// An array of what `write` makes of each element.
     template <class Iterator, class Write>
@@ -70,6 +72,8 @@ private:
     }
 
     JsonWriter json_;
+    GeocacheJson geocaches_{json_};
+    GpxElement geocacheElement_; ///< of the point that is written
 };
 
 void Dumper::WriteDocument(const GpxDocument& document, const std::string* entry) {
@@ -80,6 +84,7 @@ void Dumper::WriteDocument(const GpxDocument& document, const std::string* entry
     double time = 0.0;
     if (document.GetDocumentTime(time))
         json_.Member("time", time);
+    WriteDocumentDetails(document, json_);
     MetaDataJson records(json_, EmptyTexts::kLeftOut);
     records.Write(GisMetaDataOf(document));
     records.Write(AnnotateMetaDataOf(document));
@@ -103,6 +108,7 @@ void Dumper::WriteRoute(const GpxRoute& route) {
     TarvikRouteType type;
     if (route.GetTarvikRouteType(type))
         json_.Member("routeType", NameOf(type));
+    WriteRouteDetails(route, json_);
     json_.Key("points");
     PointArray(route.GetPointIter(), route.GetPointEndIter());
     json_.EndObject();
@@ -121,6 +127,7 @@ void Dumper::WriteTrack(const GpxTrack& track) {
     }
     if (const std::optional<std::int32_t> color = ColorOf(track))
         json_.Member("color", *color);
+    WriteTrackDetails(track, json_);
     json_.Key("segments");
     Array(track.GetSegmentIter(), track.GetSegmentEndIter(),
           [this](const GpxTrack::Segment& segment) { PointArray(segment.begin(), segment.end()); });
@@ -129,10 +136,12 @@ void Dumper::WriteTrack(const GpxTrack& track) {
 
 void Dumper::WritePoint(const GpxPoint& point) {
     json_.BeginObject();
+    geocacheElement_ = GpxElement();
     ForEachField(point, [this](std::string_view name, const PointValue& value) {
         json_.Key(name);
         std::visit([this](const auto& it) { Value(it); }, value);
     });
+    WritePointDetails(point, geocacheElement_, json_);
     json_.EndObject();
 }
 
@@ -154,41 +163,6 @@ void Dumper::WriteFormAttributes(const GpxPoint::FormAttributes& attributes) {
                   json_.Member("modTime", attribute.second->modTime);
               json_.EndObject();
           });
-}
-
-void Dumper::WriteGeocache(const GpxGroundspeakCache& cache) {
-    json_.BeginObject();
-    TextMember("name", cache.name);
-    TextMember("owner", cache.owner);
-    TextMember("type", cache.type);
-    TextMember("container", cache.container);
-    TextMember("difficulty", cache.difficulty);
-    TextMember("terrain", cache.terrain);
-    TextMember("short_description", cache.short_description);
-    TextMember("long_description", cache.long_description);
-    TextMember("encoded_hints", cache.encoded_hints);
-    if (!cache.logs.empty()) {
-        json_.Key("logs");
-        Array(cache.logs.begin(), cache.logs.end(),
-              [this](const GpxGroundspeakCacheLog& log) { WriteLog(log); });
-    }
-    if (!cache.travelbugs.empty()) {
-        json_.Key("travelbugs");
-        Array(cache.travelbugs.begin(), cache.travelbugs.end(),
-              [this](const icu::UnicodeString& travelbug) { json_.String(travelbug); });
-    }
-    json_.EndObject();
-}
-
-void Dumper::WriteLog(const GpxGroundspeakCacheLog& log) {
-    json_.BeginObject();
-    if (log.id != 0)
-        json_.Member("id", log.id);
-    TextMember("date", log.date);
-    TextMember("finder", log.finder);
-    TextMember("text", log.text);
-    TextMember("type", log.type);
-    json_.EndObject();
 }
 
 } // namespace

@@ -11,7 +11,7 @@
 
 namespace vexagpx {
 
-/// Writes the whole model as one JSON object on one line.
+/// Writes the whole model as one JSON object on one line, with what a completely read document has beside it.
 /// \param entry printed name of the archive's entry that the document comes from; null for a file
 void DumpDocument(const vexaTransferLib::GpxDocument& document, const std::string* entry, Output& out);
 

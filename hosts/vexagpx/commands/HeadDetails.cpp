@@ -127,6 +127,8 @@ void WriteHeadText(const GpxHead& head, const icu::UnicodeString& shownTime, Out
         WriteLabelled(u"Time", TimeText(*head.time), out);
     if (head.bounds)
         WriteBounds(*head.bounds, out);
+    if (head.end == GpxHead::End::kEndOfFile)
+        WriteLabelled(u"Contents", icu::UnicodeString(u"no waypoint, route or track"), out);
     if (head.error)
         WriteError(*head.error, out);
 }

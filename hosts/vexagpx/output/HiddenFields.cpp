@@ -26,6 +26,22 @@ const GPXStats* StatsOf(const GpxDocument& document) {
     return GpxModelAccess::GetStats(document).get();
 }
 
+const std::vector<GpxElement>& FieldsOf(const GpxDocument& document) {
+    return GpxModelAccess::GetFields(document);
+}
+
+const std::vector<GpxElement>& FieldsOf(const GpxRoute& route) {
+    return GpxModelAccess::GetFields(route);
+}
+
+const std::vector<GpxElement>& FieldsOf(const GpxTrack& track) {
+    return GpxModelAccess::GetFields(track);
+}
+
+const std::vector<GpxElement>& SegmentFieldsOf(const GpxTrack& track) {
+    return GpxModelAccess::GetSegmentFields(track);
+}
+
 std::optional<std::int32_t> ColorOf(const GpxTrack& track) {
     const std::int32_t color = GpxModelAccess::GetColor(track);
     return color < 0 ? std::nullopt : std::optional(color);

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 namespace vexagpx {
 
@@ -24,6 +25,15 @@ icu::UnicodeString DocumentName(const vexaTransferLib::GpxDocument& document);
 const vexaTransferLib::GISMetaData* GisMetaDataOf(const vexaTransferLib::GpxDocument& document);
 const vexaTransferLib::AnnotateMetaData* AnnotateMetaDataOf(const vexaTransferLib::GpxDocument& document);
 const vexaTransferLib::GPXStats* StatsOf(const vexaTransferLib::GpxDocument& document);
+
+/// \{
+/// The elements of an object that was read completely, without its points, segments, routes and tracks, in their order:
+/// the children of a document, a route or a track, and those of all segments of a track.
+const std::vector<vexaTransferLib::GpxElement>& FieldsOf(const vexaTransferLib::GpxDocument& document);
+const std::vector<vexaTransferLib::GpxElement>& FieldsOf(const vexaTransferLib::GpxRoute& route);
+const std::vector<vexaTransferLib::GpxElement>& FieldsOf(const vexaTransferLib::GpxTrack& track);
+const std::vector<vexaTransferLib::GpxElement>& SegmentFieldsOf(const vexaTransferLib::GpxTrack& track);
+/// \}
 
 std::optional<std::int32_t> ColorOf(const vexaTransferLib::GpxTrack& track);
 

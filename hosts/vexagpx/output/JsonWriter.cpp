@@ -9,6 +9,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
+#include <stdexcept>
 #include <string>
 
 namespace vexagpx {
@@ -28,6 +30,12 @@ void AppendEscape(UChar32 character, std::string& out) {
 
 bool IsPlain(char byte) {
     return byte >= ' ' && byte <= '~';
+}
+
+/// Whether a string of these bytes needs no escape.
+bool NeedsNoEscape(std::string_view utf8) {
+    return std::all_of(utf8.begin(), utf8.end(),
+                       [](char byte) { return IsPlain(byte) && byte != '"' && byte != '\\'; });
 }
 
 /// \param json only its strings contain such characters
@@ -57,14 +65,34 @@ void JsonWriter::Key(std::string_view name) {
     needsComma_ = false;
 }
 
+void JsonWriter::AnyKey(std::string_view name) {
+    String(name);
+    out_.Write(":");
+    needsComma_ = false;
+}
+
 void JsonWriter::String(const icu::UnicodeString& text) {
     std::string utf8;
     text.toUTF8String(utf8);
+    if (NeedsNoEscape(utf8))
+        return PlainString(utf8);
     Value(WithoutTerminalControls(nlohmann::json(utf8).dump()));
 }
 
 void JsonWriter::String(std::string_view utf8) {
+    if (NeedsNoEscape(utf8))
+        return PlainString(utf8);
+    if (utf8.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()))
+        throw std::runtime_error("A text is too long to be written as JSON.");
     String(icu::UnicodeString::fromUTF8({utf8.data(), static_cast<std::int32_t>(utf8.size())}));
+}
+
+void JsonWriter::PlainString(std::string_view text) {
+    Separate();
+    out_.Write("\"");
+    out_.Write(text);
+    out_.Write("\"");
+    needsComma_ = true;
 }
 
 void JsonWriter::Number(double number) {
@@ -78,6 +106,10 @@ void JsonWriter::Number(double number) {
 }
 
 void JsonWriter::Number(std::int32_t number) {
+    Value(std::to_string(number));
+}
+
+void JsonWriter::Number(std::int64_t number) {
     Value(std::to_string(number));
 }
 

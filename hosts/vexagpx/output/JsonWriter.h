@@ -25,6 +25,9 @@ public:
     /// A name that needs no escape. Its value follows.
     void Key(std::string_view name);
 
+    /// A name of any characters, in UTF-8. Its value follows.
+    void AnyKey(std::string_view name);
+
     /// A name and its value: a text, a number or a truth value.
     template <class T>
     void Member(std::string_view name, const T& value) {
@@ -45,11 +48,13 @@ public:
     /// the bytes are the same on a terminal and in a pipe, and mean the same.
     void String(const icu::UnicodeString& text);
     /// Bytes that are not UTF-8 become replacement characters.
+    /// \throws std::runtime_error when there are 2 GiB or more, with others than plain ones among them
     void String(std::string_view utf8);
     /// The shortest form that reads back the same. NaN, Infinity and -Infinity are written as strings because JSON
     /// has no such numbers.
     void Number(double number);
     void Number(std::int32_t number);
+    void Number(std::int64_t number);
     void Number(std::uint64_t number);
     void Bool(bool value);
 
@@ -57,6 +62,7 @@ private:
     void Begin(char bracket);
     void End(char bracket);
     void Value(std::string_view text);
+    void PlainString(std::string_view text);
     void Separate();
 
     Output& out_;

@@ -39,7 +39,7 @@ TEST(ConvertAsHostTest, TheResultReadsBackTheSame) {
     std::string expected = ReadFile(Data("hand-written.json"));
     const std::string fraction = "1232014830500";
     expected.replace(expected.find(fraction), fraction.size(), "1232014830000");
-    EXPECT_EQ(RunTool({"dump", folder.File("full.gpx")}).out, expected);
+    EXPECT_EQ(RunTool({"dump", "--as-host", folder.File("full.gpx")}).out, expected);
 }
 
 TEST(ConvertAsHostTest, NameAndUrlOfTheApplicationCanBeGiven) {
@@ -64,7 +64,7 @@ TEST(ConvertAsHostTest, Version10SaysThatNoPointsCanBeReadFromIt) {
     EXPECT_THAT(result.err, StartsWith("vexagpx: "));
     EXPECT_THAT(result.err, HasSubstr("this library reads no points"));
     EXPECT_THAT(ReadFile(folder.File("out.gpx")), HasSubstr("<gpx version=\"1.0\"\r\n"));
-    EXPECT_THAT(RunTool({"dump", "out.gpx"}, folder.Path()).out, HasSubstr(R"("waypoints":[])"));
+    EXPECT_THAT(RunTool({"dump", "--as-host", "out.gpx"}, folder.Path()).out, HasSubstr(R"("waypoints":[])"));
     EXPECT_EQ(RunTool({"convert", "--as-host", "--gpx", "1.1", "in.gpx", "out.gpx"}, folder.Path()).err, "");
 }
 
@@ -225,9 +225,9 @@ TEST(ConvertAsHostTest, AnyOtherTextIsWrittenAndReadBackAsItIs) {
         const Result result = RunTool({"convert", "--as-host", "in.gpx", "out.gpx"}, folder.Path());
         EXPECT_EQ(result.status, 0) << elements;
         EXPECT_EQ(result.err, "") << elements;
-        const std::string before = RunTool({"dump", "in.gpx"}, folder.Path()).out;
+        const std::string before = RunTool({"dump", "--as-host", "in.gpx"}, folder.Path()).out;
         folder.Write("in.gpx", ReadFile(folder.File("out.gpx")));
-        EXPECT_EQ(RunTool({"dump", "in.gpx"}, folder.Path()).out, before) << elements;
+        EXPECT_EQ(RunTool({"dump", "--as-host", "in.gpx"}, folder.Path()).out, before) << elements;
     }
 }
 
@@ -335,11 +335,11 @@ TEST(ConvertAsHostTest, TheCorpusConvertsAndReadsBack) {
         GTEST_SKIP() << "the shared corpus is not beside the repository";
     const Folder folder;
     for (const std::string& file : files) {
-        const bool readable = RunTool({"dump", file}).status == 0;
+        const bool readable = RunTool({"dump", "--as-host", file}).status == 0;
         const Result result = RunTool({"convert", "--as-host", file, folder.File("out.gpx")});
         EXPECT_EQ(result.status, readable ? 0 : 1) << file << "\n" << result.err;
         if (readable) {
-            EXPECT_EQ(RunTool({"dump", folder.File("out.gpx")}).status, 0) << file;
+            EXPECT_EQ(RunTool({"dump", "--as-host", folder.File("out.gpx")}).status, 0) << file;
         }
     }
 }

@@ -6,9 +6,11 @@
 
 #include "support/Tool.h"
 
+#include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <boost/make_shared.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -99,6 +101,24 @@ TEST(DumpModelTest, NumbersThatJsonCannotHoldAreTextsEverywhere) {
     EXPECT_EQ(DumpOf(document),
               Line(R"("time":"NaN",)", R"({"latitude":1,"longitude":2,"time":"Infinity",)"
                                        R"("formAttributes":[{"key":"k","modTime":"-Infinity"}]})"));
+}
+
+struct XercesPlatform {
+    XercesPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
+    ~XercesPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
+    XercesPlatform(const XercesPlatform&) = delete;
+    XercesPlatform& operator=(const XercesPlatform&) = delete;
+};
+
+TEST(DumpModelTest, APointOfAnotherDocumentKeepsWhatItWasReadWith) {
+    const XercesPlatform platform;
+    GpxParser parser;
+    parser.SetComplete();
+    GpxDocument source;
+    parser.Parse(std::string_view("<gpx><wpt lat='1' lon='2'><sat>5</sat></wpt></gpx>"), u"t.gpx", source);
+    GpxDocument document;
+    document.AddWaypoint(*source.GetWaypointIter());
+    EXPECT_EQ(DumpOf(document), Line("", R"({"latitude":1,"longitude":2,"satellites":5})"));
 }
 
 TEST(DumpModelTest, VendorDataOfRouteAndTrackPointsIsContained) {

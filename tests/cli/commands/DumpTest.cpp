@@ -18,7 +18,7 @@ using cli::RunTool;
 std::string DumpOf(const std::string& elements) {
     const Folder folder;
     folder.Write("t.gpx", Gpx(elements));
-    const Result result = RunTool({"dump", "t.gpx"}, folder.Path());
+    const Result result = RunTool({"dump", "--as-host", "t.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 0) << elements;
     EXPECT_EQ(result.err, "") << elements;
     return result.out;
@@ -38,21 +38,21 @@ std::string WithPoint(const std::string& members) {
 
 TEST(DumpTest, EverythingThatIsWrittenIsReadAndDumped) {
     const std::string folder = VEXA_TEST_DATA "/writer/";
-    const Result result = RunTool({"dump", folder + "everything-1.1.gpx"});
+    const Result result = RunTool({"dump", "--as-host", folder + "everything-1.1.gpx"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, cli::ReadFile(folder + "everything-1.1.json"));
 }
 
 TEST(DumpTest, AFileWrittenByHandHasTheGivenShapeAndOrder) {
-    const Result result = RunTool({"dump", Data("hand-written.gpx")});
+    const Result result = RunTool({"dump", "--as-host", Data("hand-written.gpx")});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, cli::ReadFile(Data("hand-written.json")));
 }
 
 TEST(DumpTest, AnEmptyDocumentHasItsNameAndThreeEmptyLists) {
-    const Result result = RunTool({"dump", Data("empty.gpx")});
+    const Result result = RunTool({"dump", "--as-host", Data("empty.gpx")});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, R"({"name":"empty","waypoints":[],"routes":[],"tracks":[]})"
                           "\n");
@@ -226,12 +226,13 @@ TEST(DumpTest, TrackMembers) {
 TEST(DumpTest, TextsAreEscapedAndStayOnOneLine) {
     EXPECT_EQ(DumpOf("<wpt lat='1' lon='2'><name>\"\\/ \n\t&#x1F600; é &lt;&amp;</name></wpt>"),
               WithPoint(R"(,"name":"\"\\/ \n\t😀 é <&")"));
-    const Result control = RunTool({"dump", Data("control-character.gpx")});
+    const Result control = RunTool({"dump", "--as-host", Data("control-character.gpx")});
     EXPECT_THAT(control.out, testing::HasSubstr(R"("bell \u0007 and escape \u001b[31m")"));
 }
 
 TEST(DumpTest, EachFileGivesOneLine) {
-    const Result result = RunTool({"dump", Data("empty.gpx"), Data("hand-written.gpx"), Data("empty.gpx")});
+    const Result result =
+        RunTool({"dump", "--as-host", Data("empty.gpx"), Data("hand-written.gpx"), Data("empty.gpx")});
     EXPECT_EQ(result.status, 0);
     ASSERT_EQ(Lines(result.out).size(), 3U);
     EXPECT_EQ(Lines(result.out)[0], Lines(result.out)[2]);
@@ -286,7 +287,7 @@ TEST(DumpTest, TheCorpusGivesJsonOfThisShape) {
         GTEST_SKIP() << "the shared corpus is not beside the repository";
     std::size_t read = 0;
     for (const std::string& file : files) {
-        const Result result = RunTool({"dump", file});
+        const Result result = RunTool({"dump", "--as-host", file});
         if (result.status != 0) {
             EXPECT_EQ(result.out, "") << file;
             continue;

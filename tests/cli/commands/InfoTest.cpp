@@ -29,6 +29,7 @@ using testing::StartsWith;
 const std::string kTime = "<time>2009-01-15T10:20:30Z</time>";
 const std::string kTimeMember = R"("time":1232014830000)";
 const std::string kVersionLine = "  Version      1.1\n";
+const std::string kNothingLine = "  Contents     no waypoint, route or track\n";
 
 /// The member for the head of a GPX 1.1 document.
 std::string Head(const std::string& members, const std::string& end) {
@@ -161,18 +162,27 @@ TEST(InfoTest, LinesShowTheHeadOfAForeignFile) {
                                   "  Bounds       latitude 47.500000 to 48.000000\n"
                                   "               longitude -1.000000 to 2.250000\n");
     EXPECT_EQ(InfoOf("<gpx><author> A\n</author><name> </name></gpx>"),
-              "t.gpx: no vendor metadata and no time\n  Author       A\n");
+              "t.gpx: no vendor metadata and no time\n  Author       A\n" + kNothingLine);
     EXPECT_EQ(InfoOf("<gpx><email>e@x</email><name/></gpx>"),
-              "t.gpx: no vendor metadata and no time\n  Author       <e@x>\n");
+              "t.gpx: no vendor metadata and no time\n  Author       <e@x>\n" + kNothingLine);
     EXPECT_EQ(InfoOf("<html/>"),
               "t.gpx: no vendor metadata and no time\n  Root         html, which is not GPX\n");
 }
 
 TEST(InfoTest, ATimeIsShownOnceUnlessTheHeadHasTwo) {
     const std::string time = "<metadata>" + kTime + "</metadata>";
-    EXPECT_EQ(InfoOf(Gpx(time)), "t.gpx: 2009-01-15T10:20:30Z\n" + kVersionLine);
+    EXPECT_EQ(InfoOf(Gpx(time)), "t.gpx: 2009-01-15T10:20:30Z\n" + kVersionLine + kNothingLine);
     EXPECT_EQ(InfoOf(Gpx(time + "<extensions><time>2020-01-01T00:00:00Z</time></extensions>")),
-              "t.gpx: 2020-01-01T00:00:00Z\n" + kVersionLine + "  Time         2009-01-15T10:20:30Z\n");
+              "t.gpx: 2020-01-01T00:00:00Z\n" + kVersionLine + "  Time         2009-01-15T10:20:30Z\n" +
+                  kNothingLine);
+}
+
+TEST(InfoTest, AFileWithoutObjectsSaysSo) {
+    EXPECT_EQ(InfoOf("<gpx/>"), "t.gpx: no vendor metadata and no time\n" + kNothingLine);
+    for (const char* object : {"<wpt lat='1' lon='2'/>", "<rte/>", "<trk/>"})
+        EXPECT_EQ(InfoOf("<gpx>" + std::string(object) + "</gpx>"),
+                  "t.gpx: no vendor metadata and no time\n");
+    EXPECT_THAT(InfoOf("<gpx><a>"), Not(HasSubstr(kNothingLine)));
 }
 
 TEST(InfoTest, ALineOfTheHeadIsAsWideAsAnOldTerminal) {
@@ -343,7 +353,7 @@ TEST(InfoTest, EveryFileOfTheCorpusIsOneLineOfJsonWithTheTimeOfItsDump) {
         if (times == 0) {
             EXPECT_FALSE(info.contains("time")) << files[i];
         }
-        const Result dump = RunTool({"dump", files[i]});
+        const Result dump = RunTool({"dump", "--as-host", files[i]});
         if (dump.status != 0 || times != 1)
             continue;
         const json document = json::parse(dump.out);

@@ -127,7 +127,7 @@ TEST(ArchiveInputTest, GpxEntriesInAnyCaseAreTakenInTheOrderOfTheArchive) {
 TEST(ArchiveInputTest, EntryIsTheFirstMember) {
     const Folder folder;
     folder.Write("a.zip", BuildZip({GpxEntry("d/w.gpx", "W")}));
-    EXPECT_EQ(RunTool({"dump", "a.zip"}, folder.Path()).out,
+    EXPECT_EQ(RunTool({"dump", "--as-host", "a.zip"}, folder.Path()).out,
               R"({"entry":"d/w.gpx","name":"w","gisMetaData":{"layerName":"layer-W","defaultSymbol":1},)"
               R"("annotateMetaData":{},"waypoints":[{"latitude":1,"longitude":2,"name":"W"}],"routes":[],)"
               R"("tracks":[]})"

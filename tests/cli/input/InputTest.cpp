@@ -62,7 +62,7 @@ TEST(InputTest, MessagesWithoutAPathAreFollowedByTheFileAndTheLine) {
         {".", "Unable to read the file: . (Is a directory)"},
     };
     for (const auto& [file, message] : rows) {
-        const Result result = RunTool({"dump", file}, folder.Path());
+        const Result result = RunTool({"dump", "--as-host", file}, folder.Path());
         EXPECT_EQ(result.status, 1) << file;
         EXPECT_EQ(result.out, "") << file;
         EXPECT_EQ(result.err, "vexagpx: " + message + "\n") << file;
@@ -83,8 +83,8 @@ TEST(InputTest, SeveralFilesGoOnAfterABadOneInOrder) {
 }
 
 TEST(InputTest, MessagesKeepTheirPlaceBetweenTheFiles) {
-    const std::string good = RunTool({"dump", "empty.gpx"}, Data("")).out;
-    const Result result = Tool({"dump", "empty.gpx", "not-well-formed.gpx", "dropped-point.gpx",
+    const std::string good = RunTool({"dump", "--as-host", "empty.gpx"}, Data("")).out;
+    const Result result = Tool({"dump", "--as-host", "empty.gpx", "not-well-formed.gpx", "dropped-point.gpx",
                                 "no-position.gpx", "empty.gpx"})
                               .In(Data(""))
                               .MergeOutput()
@@ -100,7 +100,7 @@ TEST(InputTest, MessagesKeepTheirPlaceBetweenTheFiles) {
 
 TEST(InputTest, StandardInputIsADocumentNamedDash) {
     const std::string document = ReadFile(Data("empty.gpx"));
-    EXPECT_EQ(Tool({"dump", "-"}).Stdin(document).Run().out,
+    EXPECT_EQ(Tool({"dump", "--as-host", "-"}).Stdin(document).Run().out,
               R"({"name":"-","waypoints":[],"routes":[],"tracks":[]})"
               "\n");
     EXPECT_THAT(Tool({"show", "--as-host", "-"}).Stdin(document).Run().out,
@@ -194,7 +194,7 @@ TEST(InputTest, ANamedPipeCanBeRead) {
     const std::string pipe = folder.File("walk.gpx");
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     std::thread writer([&] { folder.Write("walk.gpx", Gpx("<wpt lat='1' lon='2'/>")); });
-    const Result result = RunTool({"dump", pipe});
+    const Result result = RunTool({"dump", "--as-host", pipe});
     writer.join();
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");

@@ -41,6 +41,29 @@ TEST(JsonWriterTest, CommasAreBetweenMembersAndElementsOnly) {
               R"({"a":[{},-1,[]],"b":"x"})");
 }
 
+TEST(JsonWriterTest, AnyTextMayBeAName) {
+    EXPECT_EQ(JsonOf([](JsonWriter& json) {
+                  json.BeginObject();
+                  json.AnyKey("{urn:\"\\}a");
+                  json.Bool(true);
+                  json.AnyKey("\xC2\x9B\xFF");
+                  json.Bool(false);
+                  json.EndObject();
+              }),
+              R"({"{urn:\"\\}a":true,"\u009b)"
+              "\xEF\xBF\xBD\":false}");
+}
+
+TEST(JsonWriterTest, IntegersHave64Bits) {
+    EXPECT_EQ(JsonOf([](JsonWriter& json) {
+                  json.BeginArray();
+                  json.Number(std::numeric_limits<std::int64_t>::min());
+                  json.Number(std::numeric_limits<std::uint64_t>::max());
+                  json.EndArray();
+              }),
+              "[-9223372036854775808,18446744073709551615]");
+}
+
 TEST(JsonWriterTest, DoublesTakeTheirShortestForm) {
     const std::vector<std::pair<double, std::string>> rows = {
         {0.0, "0"},

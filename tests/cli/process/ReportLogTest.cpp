@@ -23,7 +23,7 @@ TEST(ReportLogTest, TheReportStaysOffTheScreen) {
         EXPECT_EQ(result.err, "") << command;
         EXPECT_THAT(result.out, Not(HasSubstr("ASSERT"))) << command;
     }
-    const Result failed = RunTool({"dump", Data("no-position.gpx")});
+    const Result failed = RunTool({"dump", "--as-host", Data("no-position.gpx")});
     EXPECT_EQ(failed.status, 1);
     EXPECT_EQ(Lines(failed.err).size(), 1U);
     EXPECT_THAT(failed.err, Not(HasSubstr("ASSERT")));
@@ -31,7 +31,8 @@ TEST(ReportLogTest, TheReportStaysOffTheScreen) {
 
 TEST(ReportLogTest, TheDebugLogKeepsTheReport) {
     const Folder folder;
-    const Result result = RunTool({"--debug-log", "log", "dump", Data("dropped-point.gpx")}, folder.Path());
+    const Result result =
+        RunTool({"--debug-log", "log", "dump", "--as-host", Data("dropped-point.gpx")}, folder.Path());
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     const std::vector<std::string> lines = Lines(ReadFile(folder.File("log")));
@@ -76,7 +77,8 @@ TEST(ReportLogTest, ADebugLogThatCannotBeOpenedIsAnError) {
 }
 
 TEST(ReportLogTest, ADebugLogThatCannotBeWrittenIsAnError) {
-    const Result result = RunTool({"dump", "--debug-log", "/dev/full", Data("dropped-point.gpx")});
+    const Result result =
+        RunTool({"dump", "--as-host", "--debug-log", "/dev/full", Data("dropped-point.gpx")});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(Lines(result.out).size(), 1U);
     EXPECT_EQ(result.err, "vexagpx: Unable to write the debug log: /dev/full\n");
@@ -88,7 +90,7 @@ TEST(ReportLogTest, ManyReportsDoNotBlock) {
         points += "<trkpt/>";
     const Folder folder;
     folder.Write("in.gpx", cli::Gpx("<trk><trkseg>" + points + "</trkseg></trk>"));
-    const Result result = RunTool({"dump", "--debug-log", "log", "in.gpx"}, folder.Path());
+    const Result result = RunTool({"dump", "--as-host", "--debug-log", "log", "in.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(Lines(ReadFile(folder.File("log"))).size(), 20000U);

@@ -80,7 +80,7 @@ TEST_F(SignalsTest, DocumentsBeforeItHaveBeenPrinted) {
     const Folder folder;
     folder.Write("first.gpx", Gpx(""));
     folder.Write("long.gpx", ManyWaypoints());
-    Session session({"dump", "first.gpx", "long.gpx"});
+    Session session({"dump", "--as-host", "first.gpx", "long.gpx"});
     session.In(folder.Path()).Start();
     InterruptReading(session, [&] { session.Type(kControlC); });
     EXPECT_EQ(session.Out(), "{\"name\":\"first\",\"waypoints\":[],\"routes\":[],\"tracks\":[]}\n");
@@ -188,7 +188,7 @@ TEST_F(SignalsTest, AReadingThatDoesNotHeedItEndsAfterAWhile) {
 TEST_F(SignalsTest, ASignalThatTheCallerIgnoresIsIgnored) {
     const Folder folder;
     SlowPipe pipe(folder.File("walk.gpx"));
-    Session session({"dump", "walk.gpx"});
+    Session session({"dump", "--as-host", "walk.gpx"});
     session.In(folder.Path()).Ignoring(SIGINT).Start();
     pipe.Write("<gpx version='1.1'>");
     session.SendAndWait(SIGINT);

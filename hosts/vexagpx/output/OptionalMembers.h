@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexagpx/output/JsonWriter.h>
+
+#include <unicode/unistr.h>
+
+#include <optional>
+#include <string_view>
+
+namespace vexagpx {
+
+/// \{
+/// Writes a member of the current object unless there is nothing to write. An empty text is nothing.
+inline void MemberIfAny(JsonWriter& json, std::string_view key, const icu::UnicodeString& text) {
+    if (!text.isEmpty())
+        json.Member(key, text);
+}
+
+inline void MemberIfAny(JsonWriter& json, std::string_view key,
+                        const std::optional<icu::UnicodeString>& text) {
+    if (text)
+        MemberIfAny(json, key, *text);
+}
+
+template <class Value>
+void MemberIfAny(JsonWriter& json, std::string_view key, const std::optional<Value>& value) {
+    if (value)
+        json.Member(key, *value);
+}
+/// \}
+
+} // namespace vexagpx
