@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/DumpDetails.h>
 
+#include <vexagpx/commands/BoundsJson.h>
 #include <vexagpx/commands/ElementJson.h>
 #include <vexagpx/commands/LinkJson.h>
 #include <vexagpx/output/HiddenFields.h>
@@ -78,16 +79,6 @@ void WriteCopyright(const GpxCopyright& copyright, JsonWriter& json) {
     json.EndObject();
 }
 
-void WriteBounds(const GpxBounds& bounds, JsonWriter& json) {
-    json.Key("bounds");
-    json.BeginObject();
-    json.Member("minLatitude", bounds.minLatitude);
-    json.Member("minLongitude", bounds.minLongitude);
-    json.Member("maxLatitude", bounds.maxLatitude);
-    json.Member("maxLongitude", bounds.maxLongitude);
-    json.EndObject();
-}
-
 /// The head of a document, whose values are below the root, in `metadata`, or in both.
 class Head {
 public:
@@ -131,7 +122,7 @@ void Head::Write() {
     WriteLinks(json_, Links());
     if (Has("bounds"))
         if (const std::optional<GpxBounds> bounds = details_.GetBounds())
-            WriteBounds(*bounds, json_);
+            WriteBounds(json_, *bounds);
     ElementJson(json_).Write("extensions", Extensions());
 }
 
@@ -191,17 +182,12 @@ std::vector<SegmentExtensions> ExtensionsOfSegments(const GpxTrack& track) {
 
 void WriteSegmentExtensions(const GpxTrack& track, JsonWriter& json) {
     const std::vector<SegmentExtensions> extensions = ExtensionsOfSegments(track);
-    if (extensions.empty())
-        return;
-    json.Key("segmentExtensions");
-    json.BeginArray();
-    for (const SegmentExtensions& ofSegment : extensions) {
+    ArrayIfAny(json, "segmentExtensions", extensions, [&json](const SegmentExtensions& ofSegment) {
         json.BeginObject();
         json.Member("segment", ofSegment.segment);
         ElementJson(json).Write("extensions", ofSegment.elements);
         json.EndObject();
-    }
-    json.EndArray();
+    });
 }
 
 } // namespace

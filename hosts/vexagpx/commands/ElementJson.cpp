@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/ElementJson.h>
 
+#include <vexagpx/output/OptionalMembers.h>
+
 #include <unicode/uchar.h>
 
 #include <cstdint>
@@ -42,27 +44,17 @@ std::string KeyOf(const GpxAttribute& attribute) {
 } // namespace
 
 void ElementJson::Write(std::string_view key, const std::vector<GpxElement>& elements) {
-    if (elements.empty())
-        return;
-    json_.Key(key);
-    json_.BeginArray();
-    for (const GpxElement& element : elements)
-        WriteElement(element, {}, kMostLevels);
-    json_.EndArray();
+    ArrayIfAny(json_, key, elements,
+               [this](const GpxElement& element) { WriteElement(element, {}, kMostLevels); });
 }
 
 void ElementJson::WriteWithLines(std::string_view key, const std::vector<GpxElement>& elements) {
-    if (elements.empty())
-        return;
-    json_.Key(key);
-    json_.BeginArray();
-    for (const GpxElement& element : elements) {
+    ArrayIfAny(json_, key, elements, [this](const GpxElement& element) {
         json_.BeginObject();
         json_.Member("line", element.GetLine());
         WriteMembers(element, {}, kMostLevels);
         json_.EndObject();
-    }
-    json_.EndArray();
+    });
 }
 
 void ElementJson::WriteElement(const GpxElement& element, std::string_view outerNamespace, int levels) {

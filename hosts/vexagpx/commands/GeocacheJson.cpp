@@ -77,7 +77,8 @@ void GeocacheJson::WriteModel(const GpxGroundspeakCache& cache) {
     MemberIfAny(json_, "long_description", cache.long_description);
     MemberIfAny(json_, "encoded_hints", cache.encoded_hints);
     WriteLogs(cache);
-    WriteTravelBugs(cache.travelbugs);
+    ArrayIfAny(json_, "travelbugs", cache.travelbugs,
+               [this](const icu::UnicodeString& name) { json_.String(name); });
 }
 
 void GeocacheJson::WriteLogs(const GpxGroundspeakCache& cache) {
@@ -87,11 +88,11 @@ void GeocacheJson::WriteLogs(const GpxGroundspeakCache& cache) {
     std::vector<GpxCacheLogDetails> details;
     if (cache.element)
         details = GpxCacheDetails(cache.element).GetLogs();
-    json_.Key("logs");
-    json_.BeginArray();
-    for (std::size_t i = 0; i < cache.logs.size(); ++i)
-        WriteLog(cache.logs[i], i < details.size() ? &details[i] : nullptr);
-    json_.EndArray();
+    std::size_t index = 0;
+    ArrayIfAny(json_, "logs", cache.logs, [&](const GpxGroundspeakCacheLog& log) {
+        WriteLog(log, index < details.size() ? &details[index] : nullptr);
+        ++index;
+    });
 }
 
 void GeocacheJson::WriteLog(const GpxGroundspeakCacheLog& log, const GpxCacheLogDetails* details) {
@@ -117,16 +118,6 @@ void GeocacheJson::WriteLogDetails(const GpxCacheLogDetails& log) {
     MemberIfAny(json_, "longitude", log.longitude);
 }
 
-void GeocacheJson::WriteTravelBugs(const std::vector<icu::UnicodeString>& names) {
-    if (names.empty())
-        return;
-    json_.Key("travelbugs");
-    json_.BeginArray();
-    for (const icu::UnicodeString& name : names)
-        json_.String(name);
-    json_.EndArray();
-}
-
 void GeocacheJson::WriteDetails(const GpxCacheDetails& cache) {
     MemberIfAny(json_, "id", cache.GetId());
     MemberIfAny(json_, "available", cache.IsAvailable());
@@ -143,7 +134,8 @@ void GeocacheJson::WriteDetails(const GpxCacheDetails& cache) {
     if (HasChild("state"))
         MemberIfAny(json_, "state", cache.GetState());
     if (HasChild("attributes"))
-        WriteAttributes(cache.GetAttributes());
+        ArrayIfAny(json_, "attributes", cache.GetAttributes(),
+                   [this](const GpxCacheAttribute& attribute) { WriteAttribute(attribute); });
     if (HasChild("short_description"))
         MemberIfAny(json_, "short_description_html", cache.IsShortDescriptionHtml());
     if (HasChild("long_description"))
@@ -153,37 +145,24 @@ void GeocacheJson::WriteDetails(const GpxCacheDetails& cache) {
     if (HasChild("favorite_points"))
         MemberIfAny(json_, "favorite_points", cache.GetFavoritePoints());
     if (HasChild("travelbugs"))
-        WriteTravelBugDetails(cache.GetTravelBugs());
+        ArrayIfAny(json_, "travelbug_details", cache.GetTravelBugs(),
+                   [this](const GpxTravelBug& bug) { WriteTravelBug(bug); });
 }
 
-void GeocacheJson::WriteAttributes(const std::vector<GpxCacheAttribute>& attributes) {
-    if (attributes.empty())
-        return;
-    json_.Key("attributes");
-    json_.BeginArray();
-    for (const GpxCacheAttribute& attribute : attributes) {
-        json_.BeginObject();
-        MemberIfAny(json_, "id", attribute.id);
-        MemberIfAny(json_, "included", attribute.isIncluded);
-        MemberIfAny(json_, "name", attribute.name);
-        json_.EndObject();
-    }
-    json_.EndArray();
+void GeocacheJson::WriteAttribute(const GpxCacheAttribute& attribute) {
+    json_.BeginObject();
+    MemberIfAny(json_, "id", attribute.id);
+    MemberIfAny(json_, "included", attribute.isIncluded);
+    MemberIfAny(json_, "name", attribute.name);
+    json_.EndObject();
 }
 
-void GeocacheJson::WriteTravelBugDetails(const std::vector<GpxTravelBug>& bugs) {
-    if (bugs.empty())
-        return;
-    json_.Key("travelbug_details");
-    json_.BeginArray();
-    for (const GpxTravelBug& bug : bugs) {
-        json_.BeginObject();
-        MemberIfAny(json_, "id", bug.id);
-        MemberIfAny(json_, "reference", bug.reference);
-        MemberIfAny(json_, "name", bug.name);
-        json_.EndObject();
-    }
-    json_.EndArray();
+void GeocacheJson::WriteTravelBug(const GpxTravelBug& bug) {
+    json_.BeginObject();
+    MemberIfAny(json_, "id", bug.id);
+    MemberIfAny(json_, "reference", bug.reference);
+    MemberIfAny(json_, "name", bug.name);
+    json_.EndObject();
 }
 
 } // namespace vexagpx

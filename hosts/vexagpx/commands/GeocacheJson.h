@@ -26,9 +26,8 @@ private:
     void WriteLog(const vexaTransferLib::GpxGroundspeakCacheLog& log,
                   const vexaTransferLib::GpxCacheLogDetails* details);
     void WriteLogDetails(const vexaTransferLib::GpxCacheLogDetails& log);
-    void WriteTravelBugs(const std::vector<icu::UnicodeString>& names);
-    void WriteTravelBugDetails(const std::vector<vexaTransferLib::GpxTravelBug>& bugs);
-    void WriteAttributes(const std::vector<vexaTransferLib::GpxCacheAttribute>& attributes);
+    void WriteAttribute(const vexaTransferLib::GpxCacheAttribute& attribute);
+    void WriteTravelBug(const vexaTransferLib::GpxTravelBug& bug);
     bool HasChild(std::string_view name) const;
 
     JsonWriter& json_;

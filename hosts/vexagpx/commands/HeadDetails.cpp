@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/HeadDetails.h>
 
+#include <vexagpx/commands/BoundsJson.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/Table.h>
 
@@ -93,16 +94,6 @@ void WriteMember(const GpxHead::Author& author, JsonWriter& json) {
     json.EndObject();
 }
 
-void WriteMember(const GpxHead::Bounds& bounds, JsonWriter& json) {
-    json.Key("bounds");
-    json.BeginObject();
-    json.Member("minLatitude", bounds.minLatitude);
-    json.Member("minLongitude", bounds.minLongitude);
-    json.Member("maxLatitude", bounds.maxLatitude);
-    json.Member("maxLongitude", bounds.maxLongitude);
-    json.EndObject();
-}
-
 void WriteMember(const GpxHead::Error& error, JsonWriter& json) {
     json.Key("error");
     json.BeginObject();
@@ -147,7 +138,7 @@ void WriteHeadJson(const GpxHead& head, JsonWriter& json) {
     if (head.author)
         WriteMember(*head.author, json);
     if (head.bounds)
-        WriteMember(*head.bounds, json);
+        WriteBounds(json, *head.bounds);
     json.Member("end", NameOf(head.end));
     if (head.error)
         WriteMember(*head.error, json);

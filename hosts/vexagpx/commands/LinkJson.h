@@ -20,13 +20,8 @@ inline void WriteLink(JsonWriter& json, const vexaTransferLib::GpxLink& link) {
 
 /// The member "links" of the current object, with all of them; no links give no member.
 inline void WriteLinks(JsonWriter& json, const std::vector<vexaTransferLib::GpxLink>& links) {
-    if (links.empty())
-        return;
-    json.Key("links");
-    json.BeginArray();
-    for (const vexaTransferLib::GpxLink& link : links)
-        WriteLink(json, link);
-    json.EndArray();
+    ArrayIfAny(json, "links", links,
+               [&json](const vexaTransferLib::GpxLink& link) { WriteLink(json, link); });
 }
 
 } // namespace vexagpx

@@ -30,4 +30,16 @@ void MemberIfAny(JsonWriter& json, std::string_view key, const std::optional<Val
 }
 /// \}
 
+/// Writes a member with an array of what `write` writes for each value. No values give no member.
+template <class Values, class Write>
+void ArrayIfAny(JsonWriter& json, std::string_view key, const Values& values, Write write) {
+    if (values.empty())
+        return;
+    json.Key(key);
+    json.BeginArray();
+    for (const auto& value : values)
+        write(value);
+    json.EndArray();
+}
+
 } // namespace vexagpx
