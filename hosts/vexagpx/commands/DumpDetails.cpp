@@ -35,7 +35,7 @@ public:
         for (const GpxElement& child : children)
             Add(child, nameSpace);
     }
-    explicit Fields(const GpxElement& object) {
+    void AddChildren(const GpxElement& object) {
         const std::string_view nameSpace = object.GetNamespace();
         for (const GpxElement& child : object.GetChildren())
             Add(child, nameSpace);
@@ -84,14 +84,9 @@ class Head {
 public:
     Head(const GpxDocument& document, JsonWriter& json)
         : root_(document.GetElement()), details_(root_), json_(json), ofRoot_(root_, FieldsOf(document)) {
-        const std::vector<GpxElement>& fields = FieldsOf(document);
-        const auto metadata = std::find_if(fields.begin(), fields.end(), [](const GpxElement& field) {
-            return field.GetName() == "metadata";
-        });
-        if (metadata == fields.end())
-            return;
-        metadata_ = *metadata;
-        ofMetadata_ = Fields(metadata_);
+        for (const GpxElement& field : FieldsOf(document))
+            if (field.GetName() == "metadata")
+                AddMetadata(field);
     }
 
     void Write();
@@ -99,6 +94,7 @@ public:
 private:
     bool Has(std::string_view name) const { return ofMetadata_.Has(name) || ofRoot_.Has(name); }
 
+    void AddMetadata(const GpxElement& metadata);
     void WritePeople();
     std::vector<GpxLink> Links() const;
     std::vector<GpxElement> Extensions() const;
@@ -107,9 +103,17 @@ private:
     GpxMetadata details_;
     JsonWriter& json_;
     Fields ofRoot_;
-    GpxElement metadata_;
-    Fields ofMetadata_;
+    Fields ofMetadata_;   ///< of all elements with this name
+    GpxElement metadata_; ///< nothing when there are several, or one of another namespace than the root's
+    bool hasMetadata_ = false;
 };
+
+void Head::AddMetadata(const GpxElement& metadata) {
+    ofMetadata_.AddChildren(metadata);
+    const bool isOnly = !hasMetadata_ && metadata.GetNamespace() == root_.GetNamespace();
+    metadata_ = isOnly ? metadata : GpxElement();
+    hasMetadata_ = true;
+}
 
 void Head::Write() {
     MemberIfAny(json_, "version", details_.GetVersion());
@@ -136,15 +140,16 @@ void Head::WritePeople() {
 }
 
 std::vector<GpxLink> Head::Links() const {
-    if (ofRoot_.HasLink())
-        return details_.GetLinks();
-    return ofMetadata_.HasLink() ? GpxMetadata(metadata_).GetLinks() : std::vector<GpxLink>();
+    if (ofMetadata_.HasLink() && metadata_ && !ofRoot_.HasLink())
+        return GpxMetadata(metadata_).GetLinks();
+    return ofMetadata_.HasLink() || ofRoot_.HasLink() ? details_.GetLinks() : std::vector<GpxLink>();
 }
 
 std::vector<GpxElement> Head::Extensions() const {
-    if (ofRoot_.MayHaveForeign())
-        return details_.GetExtensions();
-    return ofMetadata_.MayHaveForeign() ? ForeignElements(metadata_) : std::vector<GpxElement>();
+    if (ofMetadata_.MayHaveForeign() && metadata_ && !ofRoot_.MayHaveForeign())
+        return ForeignElements(metadata_);
+    return ofMetadata_.MayHaveForeign() || ofRoot_.MayHaveForeign() ? details_.GetExtensions()
+                                                                    : std::vector<GpxElement>();
 }
 
 /// What routes and tracks have in common.

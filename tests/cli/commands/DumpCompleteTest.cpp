@@ -90,6 +90,19 @@ TEST(DumpCompleteTest, ValuesAfterThePointsAndInBothPlacesAreFound) {
                        R"({"latitude":1,"longitude":2})"));
 }
 
+TEST(DumpCompleteTest, OtherElementsMayHaveTheNameOfTheMetadata) {
+    const std::string head = "<metadata><keywords>k</keywords><link href='u'/><extensions><x xmlns=''/>"
+                             "</extensions></metadata>";
+    const std::string other = "<metadata xmlns='urn:m'/>";
+    const std::string members =
+        kVersion + R"("keywords":"k","links":[{"url":"u"}],"extensions":[{"name":"x"})";
+    EXPECT_EQ(DumpOf(head), Document(members + "],"));
+    for (const std::string& elements : {head + other, other + head})
+        EXPECT_EQ(DumpOf(elements), Document(members + R"(,{"namespace":"urn:m","name":"metadata"}],)"));
+    EXPECT_EQ(DumpOf(head + "<metadata><keywords>l</keywords><link href='v'/></metadata>"),
+              Document(members + "],"));
+}
+
 TEST(DumpCompleteTest, ExtensionsOfTheMetadataArePrinted) {
     EXPECT_THAT(DumpOf("<metadata><extensions><x xmlns='urn:x'>a</x></extensions></metadata>"),
                 HasSubstr(R"("extensions":[{"namespace":"urn:x","name":"x","text":"a"}],)"));

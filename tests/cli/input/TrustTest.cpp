@@ -113,8 +113,9 @@ TEST(TrustInfoTest, TheScanEndsAtADocumentType) {
     EXPECT_EQ(refused.out, "a.gpx: no vendor metadata and no time\n");
     EXPECT_EQ(refused.err, HeadRefused("a.gpx"));
     EXPECT_EQ(refused.status, 1);
-    EXPECT_EQ(RunTool({"info", "--trust", "a.gpx"}, folder.Path()).out,
-              "a.gpx: 2012-03-14T10:00:00Z\n  Version      1.1\n");
+    EXPECT_EQ(
+        RunTool({"info", "--trust", "a.gpx"}, folder.Path()).out,
+        "a.gpx: 2012-03-14T10:00:00Z\n  Version      1.1\n  Contents     no waypoint, route or track\n");
 }
 
 TEST(TrustInfoTest, WhatWasFoundBeforeALimitIsShownAndTheNextFileToo) {
@@ -126,8 +127,10 @@ TEST(TrustInfoTest, WhatWasFoundBeforeALimitIsShownAndTheNextFileToo) {
     folder.Write("long.gpx", Gpx(time + elements));
     folder.Write("a.gpx", Gpx(time));
     const Result result = RunTool({"info", "long.gpx", "a.gpx"}, folder.Path());
-    EXPECT_EQ(result.out, "long.gpx: 2012-03-14T10:00:00Z\n  Version      1.1\n"
-                          "a.gpx: 2012-03-14T10:00:00Z\n  Version      1.1\n");
+    EXPECT_EQ(
+        result.out,
+        "long.gpx: 2012-03-14T10:00:00Z\n  Version      1.1\n"
+        "a.gpx: 2012-03-14T10:00:00Z\n  Version      1.1\n  Contents     no waypoint, route or track\n");
     EXPECT_EQ(result.err, HeadRefused("long.gpx"));
     EXPECT_EQ(result.status, 1);
     const Result trusted = RunTool({"info", "--trust", "long.gpx"}, folder.Path());
