@@ -125,8 +125,10 @@ TEST(DumpCompleteTest, PointsHaveWhatTheModelLacks) {
         {"a variation that it takes", "<magvar>3</magvar>", R"(,"magneticVariation":3)"},
         {"all links", "<link href='u'><text>x</text></link><link href='v'/>",
          R"(,"url":{"url":"u","text":"x"},"links":[{"url":"u","text":"x"},{"url":"v"}])"},
-        {"names of GPX in another namespace", "<time xmlns='urn:x'/><sat xmlns='urn:x'>1</sat>",
-         R"(,"extensions":[{"namespace":"urn:x","name":"time"},{"namespace":"urn:x","name":"sat","text":"1"}])"},
+        {"a time of another program", "<time xmlns='urn:x'/>",
+         R"(,"extensions":[{"namespace":"urn:x","name":"time"}])"},
+        {"satellites of another program", "<sat xmlns='urn:x'>1</sat>",
+         R"(,"extensions":[{"namespace":"urn:x","name":"sat","text":"1"}])"},
         {"a link of GPX 1.0", "<url>u</url>", R"(,"url":{"url":"u"},"links":[{"url":"u"}])"},
     };
     for (const Row& row : rows)
