@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: MIT
 // Does one thing and prints the CPU seconds that it took:
 //
-//   measure sax FILE         bare SAX2 parse, with the reader's settings and handlers that do nothing
-//   measure read FILE        GpxParser::Parse
-//   measure watch FILE       the same of an untrusted file, with an observer, as vexagpx reads
-//   measure write FILE OUT   GpxDocument::WriteToFile of the document; reading it does not count
-//   measure limit FILE OUT   the same bytes of one track, with the least work; reading it does not count
-//   measure small LIST       GpxParser::Parse of every file that LIST names, one a line, with one parser
-//   measure peak FILE        GpxParser::Parse; prints the peak of the memory of the process in bytes
+//   measure sax FILE            bare SAX2 parse, with the reader's settings and handlers that do nothing
+//   measure read FILE           GpxParser::Parse
+//   measure complete FILE       the same of a parser that reads completely
+//   measure watch FILE          the same of an untrusted file, with an observer, as vexagpx checks
+//   measure write FILE OUT      GpxDocument::WriteToFile of the document; reading it does not count
+//   measure standard FILE OUT   GpxStandardWriter::WriteFile of the document, read completely
+//   measure compose FILE OUT    the same of the document read in the default way, of which nothing can be copied
+//   measure limit FILE OUT      the same bytes of one track, with the least work; reading it does not count
+//   measure small LIST          GpxParser::Parse of every file that LIST names, one a line, with one parser
+//   measure peak FILE           GpxParser::Parse; prints the peak of the memory of the process in bytes
+//   measure peak-complete FILE  the same of a parser that reads completely
 #include "LimitWriter.h"
 
 #include <vexaTransferLib/GpxParser.h>
+#include <vexaTransferLib/GpxStandardWriter.h>
 
 #include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/sax2/SAX2XMLReader.hpp>
@@ -76,6 +81,13 @@ double Read(const Paths& paths) {
     return SecondsOf([&] { parser.ParseFile(paths.file, document); });
 }
 
+double ReadCompletely(const Paths& paths) {
+    GpxParser parser;
+    parser.SetComplete();
+    GpxDocument document;
+    return SecondsOf([&] { parser.ParseFile(paths.file, document); });
+}
+
 double Watch(const Paths& paths) {
     GpxParser parser;
     GpxReadObserver observer;
@@ -92,6 +104,23 @@ double Write(const Paths& paths) {
         document.WriteToFile(GpxVersion::GetLatestVersion(), kApplicationName, kApplicationUrl,
                              icu::UnicodeString::fromUTF8(paths.out));
     });
+}
+
+double WriteByTheStandard(GpxParser& parser, const Paths& paths) {
+    GpxDocument document;
+    parser.ParseFile(paths.file, document);
+    return SecondsOf([&] { GpxStandardWriter().WriteFile(document, paths.out); });
+}
+
+double WriteStandard(const Paths& paths) {
+    GpxParser parser;
+    parser.SetComplete();
+    return WriteByTheStandard(parser, paths);
+}
+
+double WriteComposed(const Paths& paths) {
+    GpxParser parser;
+    return WriteByTheStandard(parser, paths);
 }
 
 double WriteLimit(const Paths& paths) {
@@ -129,6 +158,11 @@ double ReadPeak(const Paths& paths) {
     return PeakBytes();
 }
 
+double ReadCompletelyPeak(const Paths& paths) {
+    ReadCompletely(paths);
+    return PeakBytes();
+}
+
 struct Mode {
     std::string_view name;
     bool writes;
@@ -136,9 +170,17 @@ struct Mode {
 };
 
 constexpr Mode kModes[] = {
-    {"sax", false, ParseBare}, {"read", false, Read},       {"watch", false, Watch},
-    {"write", true, Write},    {"limit", true, WriteLimit}, {"small", false, ReadSmall},
+    {"sax", false, ParseBare},
+    {"read", false, Read},
+    {"complete", false, ReadCompletely},
+    {"watch", false, Watch},
+    {"write", true, Write},
+    {"standard", true, WriteStandard},
+    {"compose", true, WriteComposed},
+    {"limit", true, WriteLimit},
+    {"small", false, ReadSmall},
     {"peak", false, ReadPeak},
+    {"peak-complete", false, ReadCompletelyPeak},
 };
 
 bool Measure(const std::string& name, const Paths& paths) {

@@ -1,18 +1,31 @@
 # SPDX-License-Identifier: MIT
-"""What bench/table and bench/small share: the program that measures, processes, and rounds that take turns."""
+"""What bench/table, bench/small and bench/losses share: the program that measures, processes, and rounds that take turns."""
 import os
 import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-MEASURE = os.path.join(ROOT, 'build', 'bench', 'bench', 'measure')
+BUILD = os.path.join(ROOT, 'build', 'bench')
 
 
-def build():
+def built(name):
+    """A program of this folder."""
+    return os.path.join(BUILD, 'bench', name)
+
+
+MEASURE = built('measure')
+
+
+def build(*targets):
     subprocess.check_call([os.path.join(ROOT, 'scripts', 'install-dependencies'), '--bench'])
     subprocess.check_call(['cmake', '--preset', 'bench'], cwd=ROOT, stdout=subprocess.DEVNULL)
-    subprocess.check_call(['cmake', '--build', '--preset', 'bench', '--target', 'measure'], cwd=ROOT,
+    subprocess.check_call(['cmake', '--build', '--preset', 'bench', '--target', *(targets or ['measure'])], cwd=ROOT,
                           stdout=subprocess.DEVNULL)
+
+
+def remove(path):
+    if os.path.exists(path):
+        os.remove(path)
 
 
 def run(command):
@@ -30,6 +43,12 @@ def seconds(command):
     return run(command)[0]
 
 
+def seconds_of_writing(command, out):
+    """A new file, as in measure_writing."""
+    remove(out)
+    return seconds(command)
+
+
 def printed(command):
     return float(run(command)[1])
 
@@ -40,8 +59,7 @@ def measure(mode, path):
 
 def measure_writing(mode, path, out):
     """Writes a new file: what the system needs to empty an old one depends on that file."""
-    if os.path.exists(out):
-        os.remove(out)
+    remove(out)
     return printed([MEASURE, mode, path, out])
 
 
