@@ -41,7 +41,7 @@ using namespace vexaTransferLib::testing_support;
 
 constexpr double kRoundedDegrees = 1.1e-8;
 constexpr double kRoundedNumber = 1.1e-3;
-constexpr std::size_t kMilliseconds = std::string_view("2012-03-14T10:20:30.123").size();
+constexpr std::size_t kToMinute = std::string_view("2012-03-14T10:20:").size();
 
 // Places that are the same up to this decimal, some 10 cm, are those of one point; whether they are kept is another matter.
 constexpr int kPlaceDecimals = 6;
@@ -102,6 +102,20 @@ bool IsValue(std::string_view path, std::string_view value) {
            IsAttribute(StepsOf(path).back());
 }
 
+// "+0200" is no time zone of GPX, but everybody understands it.
+std::string CompleteZone(std::string_view time) {
+    constexpr std::string_view kZone = "+0200";
+    std::string text(time);
+    const std::size_t start = time.size() < kZone.size() ? 0 : time.size() - kZone.size();
+    if (start > 0 && time.find_first_of("+-", start) == start)
+        text.insert(text.size() - 2, ":");
+    return NormalTime(text);
+}
+
+std::string ComparedValue(std::string_view path, std::string_view value) {
+    return path == "time" ? CompleteZone(value) : std::string(TrimmedXml(value));
+}
+
 void ForEachValue(const GpxObject& object,
                   const std::function<void(std::string_view path, const std::string& value)>& function) {
     ForEachFact(object, [&](std::string_view path, std::string_view value) {
@@ -118,37 +132,17 @@ bool IsNumber(std::string_view text) {
     return !text.empty() && text.find_first_not_of("+-.0123456789") == std::string_view::npos;
 }
 
-std::string InMilliseconds(std::string time) {
-    if (time.ends_with('Z'))
-        time.pop_back();
-    if (time.find('.') == std::string::npos)
-        time += '.';
-    time.resize(kMilliseconds, '0');
-    return time;
-}
-
 // True when a value of GPX is the other one with fewer digits.
 bool IsRounded(std::string_view path, const std::string& value, const std::string& other) {
     if (path == "time")
-        return value.size() > kMilliseconds && InMilliseconds(value) == InMilliseconds(other);
+        return value.compare(0, kToMinute, other, 0, kToMinute) == 0 && value.size() > kToMinute &&
+               other.size() > kToMinute &&
+               std::abs(NumberIn(value.substr(kToMinute)) - NumberIn(other.substr(kToMinute))) <
+                   kRoundedNumber;
     if (path.find('{') != std::string_view::npos || !IsNumber(value) || !IsNumber(other))
         return false;
     const double limit = path == "@lat" || path == "@lon" ? kRoundedDegrees : kRoundedNumber;
     return std::abs(NumberIn(value) - NumberIn(other)) < limit;
-}
-
-// "+0200" is no time zone of GPX, but everybody understands it.
-std::string CompleteZone(std::string_view time) {
-    constexpr std::string_view kZone = "+0200";
-    std::string text(time);
-    const std::size_t start = time.size() < kZone.size() ? 0 : time.size() - kZone.size();
-    if (start > 0 && time.find_first_of("+-", start) == start)
-        text.insert(text.size() - 2, ":");
-    return NormalTime(text);
-}
-
-std::string ComparedValue(std::string_view path, std::string_view value) {
-    return path == "time" ? CompleteZone(value) : std::string(TrimmedXml(value));
 }
 
 // What tells an object from its neighbours: its name and place, or those of the first object in it.
