@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What bench/table, bench/small and bench/losses share: the program that measures, processes, and rounds that take turns."""
+"""What bench/table, bench/small and bench/losses share: programs built here, processes, and rounds that take turns."""
 import os
 import subprocess
 import sys

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Lets other programs count the waypoints, routes, route points, tracks and track points of GPX files, and of what vexagpx
-writes of them as 1.1 and as 1.0: the counts are equal.
+"""Lets other programs count the waypoints, routes, route points, tracks and track points of GPX files, and of what
+vexagpx writes of them as 1.1 and as 1.0: the counts are equal.
 
     counts.py VEXAGPX FOLDER...
 
