@@ -112,6 +112,8 @@ void LossReportJson::WriteWriting(const std::vector<WritingCheck>& checks) {
         for (const std::string& difference : check.differences)
             json_.String(difference);
         json_.EndArray();
+        if (check.otherDifferences > 0)
+            json_.Member("otherDifferenceCount", check.otherDifferences);
         json_.EndObject();
     }
     json_.EndArray();

@@ -89,6 +89,8 @@ void WriteWriting(const WritingCheck& check, Output& out) {
         out.Write("  " + line + " (lost)\n");
     for (const std::string& difference : check.differences)
         out.Write("  " + Shown(difference) + " (lost)\n");
+    if (check.otherDifferences > 0)
+        out.Write("  and " + Counted(check.otherDifferences, "other difference") + " (lost)\n");
     if (check.LostCount() == 0)
         out.Write("  Nothing is lost.\n");
 }

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <stdexcept>
+#include <utility>
 
 namespace vexagpx {
 
@@ -43,16 +44,18 @@ std::vector<std::string> Differences(const DocumentCounts& before, const Documen
 
 WritingCheck CheckVersion(const GpxDocument& document, const std::string& version, FileParser& parser,
                           const std::string& name) {
-    WritingCheck check{version, {}, {}};
+    WritingCheck check{version, {}, {}, 0};
+    UnwrittenCounts unwritten;
     GpxStandardOptions options;
     options.version = GpxVersion(icu::UnicodeString::fromUTF8(version));
-    options.unwritten = [&check](const GpxUnwritten& what) { check.unwritten.Add(what); };
+    options.unwritten = [&](const GpxUnwritten& what) {
+        check.unwritten.Add(what);
+        unwritten.Add(what);
+    };
     try {
+        // What the writer leaves out is known when it has written.
         const std::string text = GpxStandardWriter(options).GetText(document);
-        GpxDocument again;
-        parser.Watch(nullptr);
-        parser.ReadBytes(text, name, again);
-        check.differences = Differences(CountDocument(document), CountDocument(again));
+        CompareWithText(document, text, std::move(unwritten), parser, name, check);
     } catch (const std::runtime_error& failure) {
         check.differences.push_back(std::string("It cannot be read again: ") + failure.what());
     } catch (const std::logic_error& refusal) {
@@ -68,6 +71,19 @@ std::uint64_t LostCount(const std::vector<WritingCheck>& checks) {
     for (const WritingCheck& check : checks)
         count += check.LostCount();
     return count;
+}
+
+void CompareWithText(const GpxDocument& document, const std::string& text, UnwrittenCounts unwritten,
+                     FileParser& parser, const std::string& name, WritingCheck& check) {
+    GpxDocument again;
+    parser.Watch(nullptr);
+    parser.ReadBytes(text, name, again);
+    check.differences = Differences(CountDocument(document), CountDocument(again));
+    const ContentForm form = check.version == "1.0" ? ContentForm::kGpx10 : ContentForm::kGpx11;
+    const LostContents lost = FindLost(document, again, form, std::move(unwritten));
+    for (const LostContent& one : lost.first)
+        check.differences.push_back(one.Text());
+    check.otherDifferences = lost.count - lost.first.size();
 }
 
 std::vector<WritingCheck> CheckWriting(const GpxDocument& document, FileParser& parser,
