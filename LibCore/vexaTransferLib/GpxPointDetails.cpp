@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxPointDetails.h>
 
+#include <vexaTransferLib/model/ChildScan.h>
 #include <vexaTransferLib/model/ElementFields.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/ValueText.h>
 
@@ -17,60 +19,101 @@ std::optional<double> NumberOfChild(const GpxElement& element, const text::Eleme
     return FindGpxChild(element, name).GetNumber();
 }
 
-// The names of a quantity, of all the formats that have it.
-struct SensorNames {
-    const std::string_view* begin;
-    const std::string_view* end;
-
-    bool Contain(std::string_view wanted) const {
-        return std::any_of(begin, end,
-                           [&](std::string_view name) { return text::EqualsIgnoringCase(name, wanted); });
-    }
+struct SensorName {
+    std::string_view name;
+    std::optional<double> GpxSensors::*value;
 };
 
-template <std::size_t Size>
-constexpr SensorNames NamesOf(const std::string_view (&names)[Size]) {
-    return {names, names + Size};
-}
-
-constexpr std::string_view kHeartRate[] = {"hr", "heartrate", "heart_rate", "heartratebpm"};
-constexpr std::string_view kCadence[] = {"cad", "cadence", "runcadence"};
-constexpr std::string_view kTemperature[] = {"atemp", "temp", "temperature"};
-constexpr std::string_view kWaterTemperature[] = {"wtemp"};
-constexpr std::string_view kPower[] = {"power", "powerinwatts", "watts"};
-constexpr std::string_view kSpeed[] = {"speed"};
-constexpr std::string_view kCourse[] = {"course", "bearing"};
-constexpr std::string_view kDepth[] = {"depth"};
+// The names of each quantity in all the formats that have it.
+constexpr SensorName kSensorNames[] = {
+    {"hr", &GpxSensors::heartRate},
+    {"heartrate", &GpxSensors::heartRate},
+    {"heart_rate", &GpxSensors::heartRate},
+    {"heartratebpm", &GpxSensors::heartRate},
+    {"cad", &GpxSensors::cadence},
+    {"cadence", &GpxSensors::cadence},
+    {"runcadence", &GpxSensors::cadence},
+    {"atemp", &GpxSensors::temperature},
+    {"temp", &GpxSensors::temperature},
+    {"temperature", &GpxSensors::temperature},
+    {"wtemp", &GpxSensors::waterTemperature},
+    {"power", &GpxSensors::power},
+    {"powerinwatts", &GpxSensors::power},
+    {"watts", &GpxSensors::power},
+    {"speed", &GpxSensors::speed},
+    {"course", &GpxSensors::course},
+    {"bearing", &GpxSensors::course},
+    {"depth", &GpxSensors::depth},
+};
 
 constexpr int kSensorLevels = 4;
 
-// The number of the element or of the first one in it that has one of the names, as deep as the levels say.
-std::optional<double> FindSensor(const GpxElement& element, SensorNames names, int levels) {
-    // A geocache has long texts, and values of no sensor.
-    if (IsGroundspeakElement(element, groundspeak::kCache))
-        return std::nullopt;
-    if (names.Contain(element.GetName()))
-        if (const std::optional<double> number = element.GetNumber())
-            return number;
-    if (levels > 1)
-        for (const GpxElement& child : element.GetChildren())
-            if (const std::optional<double> number = FindSensor(child, names, levels - 1))
-                return number;
-    return std::nullopt;
-}
+// Walks through a point once. Of each quantity the first number counts.
+class SensorWalk {
+public:
+    explicit SensorWalk(const SourceText& source) : source_(source) {}
 
-std::optional<double> FindSensor(const GpxElement& point, SensorNames names) {
-    for (const GpxElement& child : point.GetChildren()) {
-        const bool isGpx = text::IsGpxNamespace(child.GetNamespace());
-        // The element itself is a level above its children.
-        const int levels = !isGpx                                        ? kSensorLevels
-                           : child.GetName() == gpx::kExtensions.Local() ? kSensorLevels + 1
-                                                                         : 1;
-        if (const std::optional<double> number = FindSensor(child, names, levels))
-            return number;
+    GpxSensors Run(std::uint64_t point) {
+        VisitChildren(source_.At(point), [this](const char* child) {
+            if (!text::IsGpxNamespace(ElementAt(child).GetNamespace()))
+                return Visit(child, kSensorLevels);
+            // The element itself is a level above its children.
+            const bool isExtensions = NameAt(child) == gpx::kExtensions.Local();
+            return Visit(child, isExtensions ? kSensorLevels + 1 : 1);
+        });
+        return sensors_;
     }
-    return std::nullopt;
-}
+
+private:
+    // Takes the children that are but a short text, whose namespace does not matter, and calls `visit` with the start of
+    // each other one. Returns the place after the parent, as `visit` does for the child.
+    template <class VisitOther>
+    const char* VisitChildren(const char* parent, VisitOther visit) {
+        const ScannedTag parentTag = ScanTag(parent);
+        if (parentTag.isEmpty)
+            return parentTag.end;
+        for (const char* at = parentTag.end;;) {
+            while (*at != '<')
+                ++at;
+            if (IsStartTag(at)) {
+                const ScannedTag tag = ScanTag(at);
+                const ScannedLeaf leaf = ScanLeaf(tag, at);
+                if (leaf.isSimple)
+                    TakeNumber(LocalNameOf(tag.name), at);
+                at = leaf.isSimple ? leaf.end : visit(at);
+                continue;
+            }
+            const ScannedPart part = ScanPart(at);
+            at = part.end;
+            if (part.kind == ScannedPart::Kind::kEnd)
+                return at;
+        }
+    }
+
+    // The element, and what is in it as deep as the levels say.
+    const char* Visit(const char* element, int levels) {
+        // A geocache has long texts, and values of no sensor.
+        if (IsGroundspeakElement(ElementAt(element), groundspeak::kCache))
+            return SkipElement(element);
+        TakeNumber(NameAt(element), element);
+        if (levels == 1)
+            return SkipElement(element);
+        return VisitChildren(element, [this, levels](const char* child) { return Visit(child, levels - 1); });
+    }
+
+    void TakeNumber(std::string_view name, const char* element) {
+        for (const SensorName& sensor : kSensorNames)
+            if (!(sensors_.*sensor.value) && text::EqualsIgnoringCase(sensor.name, name))
+                sensors_.*sensor.value = ElementAt(element).GetNumber();
+    }
+    GpxElement ElementAt(const char* begin) const {
+        return GpxModelAccess::MakeElement(&source_, source_.PlaceOf(begin));
+    }
+    static std::string_view NameAt(const char* begin) { return LocalNameOf(ScanTag(begin).name); }
+
+    const SourceText& source_;
+    GpxSensors sensors_;
+};
 
 } // namespace
 
@@ -154,36 +197,41 @@ std::vector<GpxFormAttribute> GpxPointDetails::GetFormAttributes() const {
     return attributes;
 }
 
+GpxSensors GpxPointDetails::GetSensors() const {
+    const SourceText* const source = GpxModelAccess::GetSource(GetElement());
+    return source != nullptr ? SensorWalk(*source).Run(GpxModelAccess::GetPlace(GetElement())) : GpxSensors();
+}
+
 std::optional<double> GpxPointDetails::GetHeartRate() const {
-    return FindSensor(GetElement(), NamesOf(kHeartRate));
+    return GetSensors().heartRate;
 }
 
 std::optional<double> GpxPointDetails::GetCadence() const {
-    return FindSensor(GetElement(), NamesOf(kCadence));
+    return GetSensors().cadence;
 }
 
 std::optional<double> GpxPointDetails::GetTemperature() const {
-    return FindSensor(GetElement(), NamesOf(kTemperature));
+    return GetSensors().temperature;
 }
 
 std::optional<double> GpxPointDetails::GetWaterTemperature() const {
-    return FindSensor(GetElement(), NamesOf(kWaterTemperature));
+    return GetSensors().waterTemperature;
 }
 
 std::optional<double> GpxPointDetails::GetPower() const {
-    return FindSensor(GetElement(), NamesOf(kPower));
+    return GetSensors().power;
 }
 
 std::optional<double> GpxPointDetails::GetSpeed() const {
-    return FindSensor(GetElement(), NamesOf(kSpeed));
+    return GetSensors().speed;
 }
 
 std::optional<double> GpxPointDetails::GetCourse() const {
-    return FindSensor(GetElement(), NamesOf(kCourse));
+    return GetSensors().course;
 }
 
 std::optional<double> GpxPointDetails::GetDepth() const {
-    return FindSensor(GetElement(), NamesOf(kDepth));
+    return GetSensors().depth;
 }
 
 } // namespace vexaTransferLib

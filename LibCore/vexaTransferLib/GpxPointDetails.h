@@ -23,6 +23,18 @@ struct VEXATRANSFERLIB_API GpxFormAttribute {
     std::optional<double> modificationTime; ///< in milliseconds since 1970-01-01T00:00:00 UTC
 };
 
+/// What sensors measured at a point; see GpxPointDetails for where each is looked for, and in which unit. Plain data.
+struct VEXATRANSFERLIB_API GpxSensors {
+    std::optional<double> heartRate;        ///< as GpxPointDetails::GetHeartRate
+    std::optional<double> cadence;          ///< as GpxPointDetails::GetCadence
+    std::optional<double> temperature;      ///< as GpxPointDetails::GetTemperature
+    std::optional<double> waterTemperature; ///< as GpxPointDetails::GetWaterTemperature
+    std::optional<double> power;            ///< as GpxPointDetails::GetPower
+    std::optional<double> speed;            ///< as GpxPointDetails::GetSpeed
+    std::optional<double> course;           ///< as GpxPointDetails::GetCourse
+    std::optional<double> depth;            ///< as GpxPointDetails::GetDepth
+};
+
 /// The values of a `wpt`, `rtept` or `trkpt` element of GPX 1.0 and 1.1, of the vendor's extension, and of sensors,
 /// read on demand. What GpxObjectDetails says of values, costs and threads holds here too. Geocaches: see
 /// GpxCacheDetails.
@@ -85,6 +97,8 @@ public:
     /// forms the last one counts. A key may be there twice; then the last one counts.
     std::vector<GpxFormAttribute> GetFormAttributes() const;
 
+    /// All that follow, found in one walk through the point: for programs that want more than one of many points.
+    GpxSensors GetSensors() const;
     /// Beats per minute: `hr`, `heartrate`, `heart_rate`, `HeartRateBpm`.
     std::optional<double> GetHeartRate() const;
     /// Revolutions per minute: `cad`, `cadence`. For running, devices write steps of one foot or of both per minute

@@ -252,6 +252,21 @@ TEST(GpxPointDetailsTest, LooksForSensorsOutsideOfGeocaches) {
     EXPECT_EQ(Point(cache + "<temp>2</temp>", "1/0").GetTemperature(), Number(2.0));
 }
 
+TEST(GpxPointDetailsTest, GivesAllSensorsOfOneWalk) {
+    const GpxSensors all =
+        Extended(
+            "<a><hr>1</hr><cad>2</cad><atemp>3</atemp><wtemp>4</wtemp></a><power>5</power><speed><!-- a -->6"
+            "</speed><course><![CDATA[7]]></course><depth> 8 </depth><hr>9</hr>")
+            .GetSensors();
+    const std::optional<double> values[] = {all.heartRate, all.cadence, all.temperature, all.waterTemperature,
+                                            all.power,     all.speed,   all.course,      all.depth};
+    for (std::size_t i = 0; i < std::size(values); ++i)
+        EXPECT_EQ(values[i], Number(static_cast<double>(i + 1))) << i;
+    const GpxSensors none = Extended("<z/><hr>x</hr>").GetSensors();
+    EXPECT_EQ(none.heartRate, std::nullopt);
+    EXPECT_EQ(none.depth, std::nullopt);
+}
+
 TEST(GpxPointDetailsTest, OfNothingIsEmpty) {
     const GpxPointDetails none{GpxElement()};
     EXPECT_EQ(none.GetLatitude(), std::nullopt);
@@ -265,6 +280,7 @@ TEST(GpxPointDetailsTest, OfNothingIsEmpty) {
         EXPECT_EQ((none.*field.get)(), std::nullopt) << field.element;
     for (const Getter get : kSensors)
         EXPECT_EQ((none.*get)(), std::nullopt);
+    EXPECT_EQ(none.GetSensors().heartRate, std::nullopt);
     EXPECT_EQ(none.GetSymbolNumber(), std::nullopt);
     EXPECT_EQ(none.GetIdentifier(), std::nullopt);
     EXPECT_EQ(none.GetRoutePointType(), std::nullopt);

@@ -8,6 +8,7 @@
 #include <vexagpx/report/LossReportJson.h>
 #include <vexagpx/report/LossReportText.h>
 #include <vexagpx/report/WritingCheck.h>
+#include <vexagpx/terminal/Lines.h>
 
 #include <exception>
 #include <functional>
@@ -29,6 +30,7 @@ public:
 private:
     using Read = std::function<void(GpxDocument&)>;
 
+    void WriteSummary();
     bool CheckFile(const std::string& argument);
     void CheckDocument(const DocumentSource& source, const Read& read);
     void WriteReport(const DocumentSource& source, const GpxDocument& document, const LossReport& report,
@@ -49,10 +51,16 @@ bool Checker::Run() {
     for (const std::string& file : options_.files)
         succeeded = RunReportingErrors(file, [&] { return CheckFile(file); }) && succeeded;
     if (!options_.json)
-        out_.Write((isFirst_ ? "" : "\n") +
-                   (options_.keep ? KeepSummaryText(totals_) : SummaryText(totals_)) + "\n");
+        WriteSummary();
     out_.Flush();
     return succeeded && totals_.lost == 0;
+}
+
+void Checker::WriteSummary() {
+    if (!isFirst_)
+        out_.Write("\n");
+    const std::string summary = options_.keep ? KeepSummaryText(totals_) : SummaryText(totals_);
+    WriteWhole(out_, icu::UnicodeString::fromUTF8(summary), 0);
 }
 
 bool Checker::CheckFile(const std::string& argument) {

@@ -20,6 +20,8 @@ using namespace vexaTransferLib;
 namespace {
 
 constexpr std::size_t kRowLimit = 20;
+// Where the texts after "  Name       " start.
+constexpr std::size_t kLabelEnd = 13;
 
 template <class Owner>
 icu::UnicodeString Get(const Owner& owner, bool (Owner::*get)(icu::UnicodeString&) const) {
@@ -176,28 +178,34 @@ void Summary::Write(const GpxDocument& document, Output& out) {
 void Summary::WriteHead(const GpxDocument& document, Output& out) const {
     if (const icu::UnicodeString name = Printable(DocumentName(document));
         !name.isEmpty() || !document.GetElement())
-        WriteLine(out, u"  Name       " + name);
+        WriteNote(out, u"  Name       " + name, kLabelEnd);
     double time = 0.0;
     if (document.GetDocumentTime(time))
         WriteLine(out, u"  Time       " + TimeText(time));
     for (const icu::UnicodeString& line : HeadLines(document))
-        WriteLine(out, line);
+        WriteNote(out, line, kLabelEnd);
     WriteCounts(counts_, GeocacheDetail::kNumber, out);
     WriteBounds(out);
     if (counts_.waypoints + counts_.routes + counts_.tracks == 0)
-        WriteLine(out, document.GetElement()
-                           ? u"  It holds no waypoint, route or track."
-                           : u"  It holds no waypoint, route or track in the GPX namespace of its version.");
+        WriteNote(out,
+                  document.GetElement()
+                      ? u"  It holds no waypoint, route or track."
+                      : u"  It holds no waypoint, route or track in the GPX namespace of its version.",
+                  2);
 }
 
 void Summary::WriteBounds(Output& out) const {
     if (bounds_.IsEmpty())
         return;
-    WriteLine(out, u"  Bounds     latitude " + DegreesText(bounds_.South()) + u" to " +
-                       DegreesText(bounds_.North()));
-    WriteLine(out, u"             longitude " + DegreesText(bounds_.West()) + u" to " +
-                       DegreesText(bounds_.East()) +
-                       (bounds_.West() > bounds_.East() ? u" (across the 180th meridian)" : u""));
+    WriteNote(out,
+              u"  Bounds     latitude " + DegreesText(bounds_.South()) + u" to " +
+                  DegreesText(bounds_.North()),
+              kLabelEnd);
+    WriteNote(out,
+              u"             longitude " + DegreesText(bounds_.West()) + u" to " +
+                  DegreesText(bounds_.East()) +
+                  (bounds_.West() > bounds_.East() ? u" (across the 180th meridian)" : u""),
+              kLabelEnd);
 }
 
 void Summary::WriteTable(const char16_t* title, std::size_t count, Table& table, Output& out) const {
@@ -212,7 +220,7 @@ void Summary::WriteTable(const char16_t* title, std::size_t count, Table& table,
 
 /// \param all lists every waypoint, route, track and geocache instead of the first few
 void ShowDocument(const GpxDocument& document, const std::string& heading, bool all, Output& out) {
-    WriteLine(out, FittedAtEnd(Printable(icu::UnicodeString::fromUTF8(heading)), kLineWidth));
+    WriteLine(out, FittedAtEnd(Printable(icu::UnicodeString::fromUTF8(heading)), LineWidth(out)));
     Summary(document, all).Write(document, out);
 }
 

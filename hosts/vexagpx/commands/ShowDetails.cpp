@@ -112,11 +112,11 @@ void SensorStatistics::Add(const GpxPoint& point) {
     const GpxElement element = point.GetElement();
     if (!element)
         return;
-    const GpxPointDetails details(element);
-    ranges_[0].Add(details.GetHeartRate());
-    ranges_[1].Add(details.GetCadence());
-    ranges_[2].Add(details.GetPower());
-    ranges_[3].Add(details.GetTemperature());
+    const GpxSensors sensors = GpxPointDetails(element).GetSensors();
+    ranges_[0].Add(sensors.heartRate);
+    ranges_[1].Add(sensors.cadence);
+    ranges_[2].Add(sensors.power);
+    ranges_[3].Add(sensors.temperature);
 }
 
 std::vector<icu::UnicodeString> SensorStatistics::Notes() const {

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace vexagpx {
@@ -36,6 +37,13 @@ void Output::Close() {
     Flush();
     if (::close(fd_) != 0 && errno != EINTR)
         Fail();
+}
+
+std::optional<std::size_t> Output::TerminalColumns() const {
+    struct winsize size {};
+    if (::ioctl(fd_, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
+        return std::nullopt;
+    return size.ws_col;
 }
 
 } // namespace vexagpx

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -23,6 +25,9 @@ public:
     void Flush();
     /// Flushes and closes the descriptor: some file systems report lost bytes only then.
     void Close();
+
+    /// The columns of the terminal that it is; empty when it is none, or one that does not know them.
+    std::optional<std::size_t> TerminalColumns() const;
 
 private:
     int fd_;

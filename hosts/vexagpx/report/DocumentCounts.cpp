@@ -2,6 +2,7 @@
 #include <vexagpx/report/DocumentCounts.h>
 
 #include <vexagpx/terminal/DisplayText.h>
+#include <vexagpx/terminal/Lines.h>
 
 #include <string>
 
@@ -39,6 +40,11 @@ std::string TrackText(const DocumentCounts& counts) {
     return " (" + Counted(counts.segments, "segment") + ", " + Counted(counts.trackPoints, "point") + ")";
 }
 
+void WriteText(const std::string& line, Output& out) {
+    constexpr std::size_t kLabelEnd = 13;
+    WriteWhole(out, icu::UnicodeString::fromUTF8(line), kLabelEnd);
+}
+
 } // namespace
 
 DocumentCounts CountDocument(const GpxDocument& document) {
@@ -59,9 +65,9 @@ DocumentCounts CountDocument(const GpxDocument& document) {
 }
 
 void WriteCounts(const DocumentCounts& counts, GeocacheDetail detail, Output& out) {
-    out.Write("  Waypoints  " + std::to_string(counts.waypoints) + GeocacheText(counts, detail) + "\n");
-    out.Write("  Routes     " + std::to_string(counts.routes) + RouteText(counts) + "\n");
-    out.Write("  Tracks     " + std::to_string(counts.tracks) + TrackText(counts) + "\n");
+    WriteText("  Waypoints  " + std::to_string(counts.waypoints) + GeocacheText(counts, detail), out);
+    WriteText("  Routes     " + std::to_string(counts.routes) + RouteText(counts), out);
+    WriteText("  Tracks     " + std::to_string(counts.tracks) + TrackText(counts), out);
 }
 
 } // namespace vexagpx

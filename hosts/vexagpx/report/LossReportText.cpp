@@ -2,6 +2,7 @@
 #include <vexagpx/report/LossReportText.h>
 
 #include <vexagpx/terminal/DisplayText.h>
+#include <vexagpx/terminal/Lines.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -50,14 +51,19 @@ std::string Times(const Entry& entry) {
     return text;
 }
 
+/// \param indent of the lines after the first one, in a terminal
+void WriteText(const std::string& line, std::size_t indent, Output& out) {
+    WriteWhole(out, icu::UnicodeString::fromUTF8(line), indent);
+}
+
 /// Writes the location with the first line, and below it the other lines that are not empty.
 template <class Entry>
 void WriteEntry(const Entry& entry, const std::string& first, std::string_view second, Output& out) {
     const std::string location = LocationText(entry.locations.front());
-    out.Write("  " + location + "  " + first + "\n");
+    WriteText("  " + location + "  " + first, location.size() + 4, out);
     for (const std::string& line : {std::string(second), Times(entry)})
         if (!line.empty())
-            out.Write("      " + line + "\n");
+            WriteText("      " + line, 6, out);
 }
 
 void WriteMessages(const LossReport& report, Output& out) {
@@ -86,9 +92,9 @@ void WriteSkipped(const LossReport& report, std::string_view title, Output& out)
 void WriteWriting(const WritingCheck& check, Output& out) {
     out.Write("\nWritten as GPX " + check.version + "\n");
     for (const std::string& line : UnwrittenLines(check.unwritten))
-        out.Write("  " + line + " (lost)\n");
+        WriteText("  " + line + " (lost)", 4, out);
     for (const std::string& difference : check.differences)
-        out.Write("  " + Shown(difference) + " (lost)\n");
+        WriteText("  " + Shown(difference) + " (lost)", 4, out);
     if (check.otherDifferences > 0)
         out.Write("  and " + Counted(check.otherDifferences, "other difference") + " (lost)\n");
     if (check.LostCount() == 0)
@@ -116,7 +122,7 @@ std::string FailureText(const CheckTotals& totals) {
 
 void WriteLossReportText(const std::string& heading, const DocumentCounts* counts, const LossReport& report,
                          const std::vector<WritingCheck>* writing, Output& out) {
-    out.Write(Shown(heading) + "\n");
+    WriteText(Shown(heading), 0, out);
     if (counts != nullptr)
         WriteCounts(*counts, GeocacheDetail::kLogsAndTravelBugs, out);
     else

@@ -84,7 +84,7 @@ std::string NormalTime(const vexaTransferLib::GpxElement& element, const std::st
         point == std::string::npos ? std::string_view() : std::string_view(text).substr(point + 1);
     std::string_view fraction = TakeDigits(rest);
     fraction = fraction.substr(0, fraction.find_last_not_of('0') + 1);
-    return std::to_string(std::floor(*millis)) + " " + std::string(fraction);
+    return std::to_string(static_cast<std::int64_t>(std::floor(*millis))) + " " + std::string(fraction);
 }
 
 } // namespace vexagpx

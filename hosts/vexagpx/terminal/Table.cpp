@@ -46,17 +46,17 @@ void Table::AddNote(const icu::UnicodeString& note) {
         rows_.back().notes.push_back(Printable(note));
 }
 
-std::vector<std::size_t> Table::FindWidths() const {
+std::vector<std::size_t> Table::FindWidths(std::size_t lineWidth) const {
     std::vector<std::size_t> widths;
     for (const Column& column : columns_)
         widths.push_back(DisplayWidth(column.title));
     for (const Row& row : rows_)
         for (std::size_t i = 0; i < widths.size(); ++i)
             // A cell is never shown wider than a line, and this limits the steps of Shrink.
-            widths[i] = std::max(widths[i], std::min(DisplayWidth(row.cells[i]), kLineWidth));
+            widths[i] = std::max(widths[i], std::min(DisplayWidth(row.cells[i]), lineWidth));
     const std::size_t total =
         std::accumulate(widths.begin(), widths.end(), kIndent) + kGap * (widths.size() - 1);
-    const std::size_t excess = total > kLineWidth ? total - kLineWidth : 0;
+    const std::size_t excess = total > lineWidth ? total - lineWidth : 0;
     const std::size_t rest = Shrink(
         widths, excess, 8, [this](std::size_t i) { return columns_[i].kind == Column::Kind::kFlexible; });
     Shrink(widths, rest, 1, [](std::size_t) { return true; });
@@ -102,7 +102,7 @@ void Table::Write(Output& out) {
     DropEmptyColumns();
     if (columns_.empty())
         return;
-    const std::vector<std::size_t> widths = FindWidths();
+    const std::vector<std::size_t> widths = FindWidths(LineWidth(out));
     std::vector<icu::UnicodeString> titles;
     for (const Column& column : columns_)
         titles.push_back(column.title);
@@ -112,15 +112,8 @@ void Table::Write(Output& out) {
     for (const Row& row : rows_) {
         WriteLine(out, Line(row.cells, widths));
         for (const icu::UnicodeString& note : row.notes)
-            WriteLine(out, noteIndent + note);
+            WriteNote(out, noteIndent + note, static_cast<std::size_t>(noteStart));
     }
-}
-
-void WriteLine(Output& out, const icu::UnicodeString& line) {
-    std::string bytes;
-    Fitted(line, kLineWidth).toUTF8String(bytes);
-    out.Write(bytes);
-    out.Write("\n");
 }
 
 } // namespace vexagpx

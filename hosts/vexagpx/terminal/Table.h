@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vexagpx/process/Output.h>
+#include <vexagpx/terminal/Lines.h>
 
 #include <unicode/unistr.h>
 
@@ -10,9 +11,6 @@
 #include <vector>
 
 namespace vexagpx {
-
-/// The columns that a terminal shows without breaking lines.
-inline constexpr std::size_t kLineWidth = 80;
 
 struct Column {
     enum class Kind {
@@ -25,7 +23,7 @@ struct Column {
     Kind kind;
 };
 
-/// A table for the terminal. No line is wider than kLineWidth columns, whatever the cells contain.
+/// A table for the terminal. No line is wider than LineWidth of the output, whatever the cells contain.
 class Table {
 public:
     explicit Table(std::vector<Column> columns) : columns_(std::move(columns)) {}
@@ -45,15 +43,12 @@ private:
     };
 
     void DropEmptyColumns();
-    std::vector<std::size_t> FindWidths() const;
+    std::vector<std::size_t> FindWidths(std::size_t lineWidth) const;
     icu::UnicodeString Line(const std::vector<icu::UnicodeString>& cells,
                             const std::vector<std::size_t>& widths) const;
 
     std::vector<Column> columns_;
     std::vector<Row> rows_;
 };
-
-/// Writes one line, cut to kLineWidth columns, in UTF-8.
-void WriteLine(Output& out, const icu::UnicodeString& line);
 
 } // namespace vexagpx

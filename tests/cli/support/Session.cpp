@@ -68,6 +68,11 @@ Session& Session::Columns(unsigned short columns) {
     return *this;
 }
 
+Session& Session::OutToTerminal() {
+    outToTerminal_ = true;
+    return *this;
+}
+
 Session& Session::InBackground() {
     background_ = true;
     return *this;
@@ -89,8 +94,10 @@ void Session::Become() const {
         }
         ::setpgid(0, 0);
     }
-    const int out = ::open(files_.File("out").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
-    ::dup2(out, STDOUT_FILENO);
+    if (!outToTerminal_) {
+        const int out = ::open(files_.File("out").c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+        ::dup2(out, STDOUT_FILENO);
+    }
     for (const auto& [name, value] : environment_)
         ::setenv(name.c_str(), value.c_str(), 1);
     std::vector<char*> arguments;

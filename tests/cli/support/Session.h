@@ -32,6 +32,8 @@ public:
     Session& In(const std::string& folder);
     Session& Set(const std::string& name, const std::string& value);
     Session& Columns(unsigned short columns);
+    /// Makes the standard output the terminal too.
+    Session& OutToTerminal();
     /// Starts it as a job in the background of the terminal.
     Session& InBackground();
     Session& Ignoring(int signal);
@@ -71,6 +73,7 @@ private:
     std::string folder_ = ".";
     unsigned short columns_ = 80;
     bool background_ = false;
+    bool outToTerminal_ = false;
     int ignored_ = 0;
     pid_t child_ = -1;
     int terminal_ = -1;
