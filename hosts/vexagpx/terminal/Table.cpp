@@ -14,6 +14,12 @@ namespace {
 
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kGap = 2;
+constexpr std::size_t kLeastFlexible = 8;
+
+/// The width of a line with such cells.
+std::size_t LineOf(const std::vector<std::size_t>& widths) {
+    return std::accumulate(widths.begin(), widths.end(), kIndent) + kGap * (widths.size() - 1);
+}
 
 /// Makes the widest of the columns that `may` allows narrower, again and again, down to `least`, until the excess is
 /// gone. Returns the excess that remains.
@@ -46,7 +52,7 @@ void Table::AddNote(const icu::UnicodeString& note) {
         rows_.back().notes.push_back(Printable(note));
 }
 
-std::vector<std::size_t> Table::FindWidths(std::size_t lineWidth) const {
+std::vector<std::size_t> Table::WidthsOfCells(std::size_t lineWidth) const {
     std::vector<std::size_t> widths;
     for (const Column& column : columns_)
         widths.push_back(DisplayWidth(column.title));
@@ -54,11 +60,16 @@ std::vector<std::size_t> Table::FindWidths(std::size_t lineWidth) const {
         for (std::size_t i = 0; i < widths.size(); ++i)
             // A cell is never shown wider than a line, and this limits the steps of Shrink.
             widths[i] = std::max(widths[i], std::min(DisplayWidth(row.cells[i]), lineWidth));
-    const std::size_t total =
-        std::accumulate(widths.begin(), widths.end(), kIndent) + kGap * (widths.size() - 1);
+    return widths;
+}
+
+std::vector<std::size_t> Table::FindWidths(std::size_t lineWidth) const {
+    std::vector<std::size_t> widths = WidthsOfCells(lineWidth);
+    const std::size_t total = LineOf(widths);
     const std::size_t excess = total > lineWidth ? total - lineWidth : 0;
-    const std::size_t rest = Shrink(
-        widths, excess, 8, [this](std::size_t i) { return columns_[i].kind == Column::Kind::kFlexible; });
+    const std::size_t rest = Shrink(widths, excess, kLeastFlexible, [this](std::size_t i) {
+        return columns_[i].kind == Column::Kind::kFlexible;
+    });
     Shrink(widths, rest, 1, [](std::size_t) { return true; });
     return widths;
 }
@@ -85,21 +96,33 @@ icu::UnicodeString Table::Line(const std::vector<icu::UnicodeString>& cells,
     return line;
 }
 
+void Table::DropColumn(std::size_t column) {
+    const auto offset = static_cast<std::ptrdiff_t>(column);
+    columns_.erase(columns_.begin() + offset);
+    for (Row& row : rows_)
+        row.cells.erase(row.cells.begin() + offset);
+}
+
 void Table::DropEmptyColumns() {
-    for (std::size_t i = columns_.size(); i-- > 0;) {
-        const bool empty =
-            std::all_of(rows_.begin(), rows_.end(), [i](const Row& row) { return row.cells[i].isEmpty(); });
-        if (!empty)
-            continue;
-        const auto offset = static_cast<std::ptrdiff_t>(i);
-        columns_.erase(columns_.begin() + offset);
-        for (Row& row : rows_)
-            row.cells.erase(row.cells.begin() + offset);
-    }
+    for (std::size_t i = columns_.size(); i-- > 0;)
+        if (std::all_of(rows_.begin(), rows_.end(), [i](const Row& row) { return row.cells[i].isEmpty(); }))
+            DropColumn(i);
+}
+
+void Table::DropWideColumns(std::size_t lineWidth) {
+    constexpr std::size_t kFewest = 2;
+    std::vector<std::size_t> widths = WidthsOfCells(lineWidth);
+    for (std::size_t i = 0; i < widths.size(); ++i)
+        if (columns_[i].kind == Column::Kind::kFlexible)
+            widths[i] = std::min(widths[i], kLeastFlexible);
+    for (; columns_.size() > kFewest && LineOf(widths) > lineWidth; widths.pop_back())
+        DropColumn(columns_.size() - 1);
 }
 
 void Table::Write(Output& out) {
     DropEmptyColumns();
+    if (out.TerminalColumns())
+        DropWideColumns(LineWidth(out));
     if (columns_.empty())
         return;
     const std::vector<std::size_t> widths = FindWidths(LineWidth(out));

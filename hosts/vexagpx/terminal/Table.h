@@ -33,7 +33,8 @@ public:
     /// Adds another such line below the last row, unless the note is empty.
     void AddNote(const icu::UnicodeString& note);
 
-    /// Writes the table without its empty columns.
+    /// Writes the table without its empty columns. In a terminal, the last columns are left out when the numbers of the
+    /// others would be cut.
     void Write(Output& out);
 
 private:
@@ -42,7 +43,10 @@ private:
         std::vector<icu::UnicodeString> notes;
     };
 
+    void DropColumn(std::size_t column);
     void DropEmptyColumns();
+    void DropWideColumns(std::size_t lineWidth);
+    std::vector<std::size_t> WidthsOfCells(std::size_t lineWidth) const;
     std::vector<std::size_t> FindWidths(std::size_t lineWidth) const;
     icu::UnicodeString Line(const std::vector<icu::UnicodeString>& cells,
                             const std::vector<std::size_t>& widths) const;

@@ -69,7 +69,7 @@ TEST_F(LinesInTerminalTest, NoLineIsWiderThanTheTerminal) {
                           "</ele></wpt><trk><name>" + name + "</name><cmt>" + name + "</cmt><trkseg>" +
                           points + "</trkseg></trk>"));
     const std::string file = folder.Names().front();
-    for (const unsigned short columns : {40, 80, 200})
+    for (const unsigned short columns : std::vector<unsigned short>{40, 80, 200})
         for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
                  {"show", file}, {"check", file}, {"check", "--keep", file}}) {
             const std::vector<std::string> lines = Shown(arguments, folder.Path(), columns);
