@@ -29,9 +29,9 @@ namespace {
 std::unique_ptr<SourceParser> MakeParser(xercesc::ErrorHandler& errors, const reader::InputName& name,
                                          const reader::ReadSettings& settings) {
     if (!settings.limits)
-        return std::make_unique<SourceParser>(errors);
+        return std::make_unique<SourceParser>(errors, settings.observer);
     return std::make_unique<reader::LimitedParser<SourceParser>>(reader::InputLimiter(*settings.limits, name),
-                                                                 errors);
+                                                                 errors, settings.observer);
 }
 
 } // namespace

@@ -85,10 +85,13 @@ void SourceParser::startElement(const xercesc::XMLElementDecl& declaration, cons
     std::size_t scope = kNoScope;
     for (XMLSize_t i = 0; i < attributeCount; ++i)
         AppendAttribute(*attributes.elementAt(i), scope, begin);
-    ReachLine(Location().line);
+    const text::SourceLocation location = Location();
+    ReachLine(location.line);
     Append(">");
-    open_.push_back({names_.size(), scope});
+    open_.push_back({names_.size(), scope, location, false});
     names_.insert(names_.end(), name.begin(), name.end());
+    for (std::string& replaced : std::exchange(replacedIn_, {}))
+        ReportReplaced(std::move(replaced));
     if (isEmpty)
         endElement(declaration, uriId, isRoot, prefix);
 }
@@ -99,8 +102,11 @@ void SourceParser::AppendAttribute(const xercesc::XMLAttr& attribute, std::size_
     Append(" ");
     Append(name);
     Append("=\"");
+    isReplaced_ = false;
     AppendUnits(attribute.getValue(), Escaping::kAttribute);
     Append("\"");
+    if (isReplaced_)
+        replacedIn_.push_back(name);
     if (IsDeclaration(name))
         Declare(name.size() > 5 ? std::string_view(name).substr(6) : std::string_view(), attribute.getValue(),
                 scope, begin);
@@ -145,6 +151,7 @@ void SourceParser::Append(const XMLCh* units, std::size_t length, Escaping escap
         }
         std::uint8_t* const out = reinterpret_cast<std::uint8_t*>(text_.MakeRoom(kLongestEscape));
         std::size_t size = 0;
+        isReplaced_ = isReplaced_ || !IsXml10(character);
         U8_APPEND_UNSAFE(out, size, IsXml10(character) ? character : kReplacement);
         text_.Grow(size);
     }
@@ -155,8 +162,37 @@ void SourceParser::AppendUnits(const XMLCh* units, Escaping escaping) {
 }
 
 void SourceParser::docCharacters(const XMLCh* const text, const XMLSize_t length, const bool) {
-    if (!open_.empty())
-        Append(text, length, Escaping::kContent);
+    if (open_.empty())
+        return;
+    isReplaced_ = false;
+    Append(text, length, Escaping::kContent);
+    if (isReplaced_ && !std::exchange(open_.back().isReplacedReported, true))
+        ReportReplaced({});
+}
+
+// Unlike everything else, such a character is not in the source.
+void SourceParser::ReportReplaced(std::string attribute) {
+    if (!reporter_.IsWanted())
+        return;
+    GpxSkippedElement what;
+    what.element = PathOfOpen();
+    what.line = open_.back().location.line;
+    what.column = open_.back().location.column;
+    what.reason = kGpxChanged;
+    what.message = reader::kReplacedMessage;
+    what.isLoss = true;
+    what.attribute = std::move(attribute);
+    reporter_.Notify(what);
+}
+
+std::string SourceParser::PathOfOpen() const {
+    std::string path;
+    for (std::size_t i = 0; i < open_.size(); ++i) {
+        const std::size_t end = i + 1 < open_.size() ? open_[i + 1].nameBegin : names_.size();
+        const std::string_view name(names_.data() + open_[i].nameBegin, end - open_[i].nameBegin);
+        path.append(i == 0 ? "" : "/").append(name.substr(name.find(':') + 1));
+    }
+    return path;
 }
 
 void SourceParser::ignorableWhitespace(const XMLCh* const text, const XMLSize_t length, const bool) {

@@ -7,9 +7,14 @@
 
 #include <vexaTransferLib/model/SourceText.h>
 #include <vexaTransferLib/reader/SaxParser.h>
+#include <vexaTransferLib/reader/SkipReporter.h>
+#include <vexaTransferLib/text/SourceLocation.h>
+
+#include <xercesc/sax/ErrorHandler.hpp>
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -20,7 +25,9 @@ namespace vexaTransferLib::complete {
 /// lines. LimitedParser derives a parser for untrusted files from it.
 class SourceParser : public reader::SaxParser {
 public:
-    explicit SourceParser(xercesc::ErrorHandler& errors) : SaxParser(errors) {}
+    /// \param observer receives the reports of characters that XML 1.0 cannot hold; may be null
+    explicit SourceParser(xercesc::ErrorHandler& errors, GpxReadObserver* observer = nullptr)
+        : SaxParser(errors), reporter_(observer) {}
 
     /// After the parse; null when there is no root. Ends elements that are still open, which there are when the host
     /// ignores the errors of an ill-formed file.
@@ -43,6 +50,8 @@ private:
     struct Open {
         std::size_t nameBegin; ///< of its qualified name, in names_
         std::size_t scope;     ///< the scope that it opened; kNoScope for none
+        text::SourceLocation location;
+        bool isReplacedReported; ///< a replaced character in its text
     };
     static constexpr std::size_t kNoScope = static_cast<std::size_t>(-1);
 
@@ -54,9 +63,14 @@ private:
     void AppendAttribute(const xercesc::XMLAttr& attribute, std::size_t& scope, std::uint64_t begin);
     void Declare(std::string_view prefix, const XMLCh* uri, std::size_t& scope, std::uint64_t begin);
     void ReachLine(std::uint64_t line);
+    void ReportReplaced(std::string attribute);
+    std::string PathOfOpen() const;
     void EndInnermost();
 
+    reader::SkipReporter reporter_;
     SourceBytes text_;
+    bool isReplaced_ = false;             ///< a character since this was last asked for
+    std::vector<std::string> replacedIn_; ///< attributes of the start tag that is read
     std::uint64_t line_ = 1;
     std::uint64_t root_ = 0;
     bool hasRoot_ = false;

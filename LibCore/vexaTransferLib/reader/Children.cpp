@@ -27,8 +27,10 @@ std::unique_ptr<ChildReader> ChildReader::Descend(const NodeView&) {
 
 void ReadChildren(ReadContext& context, ChildReader& reader, const NodeView& node) {
     ChildWalk children(node);
+    bool hasText = false;
     for (NodeView child; children.Next(child);) {
         context.Work();
+        context.reporter.ReportTextBeside(node, child, hasText);
         IsolateFailure(context, child.IsNull() ? node : child, reader.IsolatesFailures(),
                        [&] { ReadChild(context, reader, child); });
     }

@@ -54,12 +54,15 @@ void ForEachIsolatedChild(ReadContext& context, const NodeView& node, const Chil
                           Read read) {
     text::Ensure(node.HasChildList(), messages.noChildrenSite, messages.noChildren);
     ChildWalk children(node);
+    bool hasText = false;
     for (NodeView child; children.Next(child);) {
         context.Work();
         IsolateFailure(context, child.IsNull() ? node : child, true, [&] {
             text::Ensure(!child.IsNull(), messages.noChildSite, messages.noChild);
             if (child.LocalName() != nullptr)
                 read(child);
+            else
+                context.reporter.ReportTextBeside(node, child, hasText);
         });
     }
 }
@@ -69,10 +72,13 @@ void ForEachIsolatedChild(ReadContext& context, const NodeView& node, const Chil
 template <class Read>
 void ForEachNamedChild(ReadContext& context, const NodeView& node, Read read) {
     ChildWalk children(node);
+    bool hasText = false;
     for (NodeView child; children.Next(child);) {
         context.Work();
         if (child.LocalName() != nullptr)
             read(child);
+        else
+            context.reporter.ReportTextBeside(node, child, hasText);
     }
 }
 

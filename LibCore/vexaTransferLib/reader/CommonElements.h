@@ -96,11 +96,13 @@ bool ReadLinkElement(const Element<Owner>& element) {
     return true;
 }
 
+/// A later `url` replaces an earlier one together with its `urlname`.
 template <class Owner>
 bool ReadUrl(const Element<Owner>& element) {
     icu::UnicodeString text;
     if (!ReadText(element.context, element.node, text))
         return false;
+    element.sources.Clear(gpx::kUrlname);
     element.owner.SetURL(GpxUrl(text));
     return true;
 }

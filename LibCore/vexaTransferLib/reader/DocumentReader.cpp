@@ -28,6 +28,8 @@ bool ReadName(const DocumentElement& element) {
     icu::UnicodeString name;
     if (!element.node.TextContent(name))
         return false;
+    element.context.reporter.ReportUnreadChildren(element.node);
+    element.context.reporter.ReportReplaced(element.node, name);
     GpxModelAccess::SetName(element.owner, std::move(name));
     return true;
 }

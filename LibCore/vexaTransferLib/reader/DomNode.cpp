@@ -91,6 +91,15 @@ public:
         return true;
     }
 
+    bool IsTextWithContent(const void* node) const override {
+        if (!IsText(AsDom(node)))
+            return false;
+        const XMLCh* unit = AsDom(node).getNodeValue();
+        while (IsXmlBlank(*unit))
+            ++unit;
+        return *unit != u'\0';
+    }
+
     void OtherAttributes(const void* node, AttributeNames names,
                          std::vector<AttributeView>& out) const override {
         const xercesc::DOMNamedNodeMap* const attributes = AsDom(node).getAttributes();

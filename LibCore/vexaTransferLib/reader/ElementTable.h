@@ -97,9 +97,9 @@ void SkipForeign(const ElementTable<Owner>& table, ReadContext& context, const G
     if (!context.reporter.IsWanted())
         return;
     if (table.space == Namespace::kGpx)
-        SkipForeignToGpx(context.reporter, *version, node, table.Find(node.LocalName()) != nullptr);
+        SkipForeignToGpx(context.reporter, *version, node);
     else if (table.space == Namespace::kGroundspeak)
-        context.reporter.SkipForeign(node, "that of geocaches", true);
+        context.reporter.SkipForeign(node, "that of geocaches");
     else
         context.reporter.SkipUnknown(node);
 }

@@ -142,6 +142,18 @@ bool EventTree::TextContent(const void* node, icu::UnicodeString& out) const {
     return true;
 }
 
+// A reference may be one of white space. In a section, an ampersand is none.
+bool EventTree::HasContentInReferences(const RawText& text) const {
+    return HasContent(std::u16string_view(Decoded(text, text::TextPlace::kContent)));
+}
+
+bool EventTree::IsTextWithContent(const void* node) const {
+    if (AsNode(node).kind != Kind::kText)
+        return false;
+    return window_ != nullptr ? HasContent(AsNode(node).raw)
+                              : HasContent(std::u16string_view(AsNode(node).text));
+}
+
 std::string EventTree::Path(const void* node) const {
     std::vector<const char16_t*> names(outerNames_);
     for (const Node* current = &AsNode(node); current != nullptr; current = current->parent)

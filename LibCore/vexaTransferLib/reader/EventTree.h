@@ -10,6 +10,7 @@
 #include <vexaTransferLib/reader/NodeView.h>
 #include <vexaTransferLib/text/RawText.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <new>
@@ -87,6 +88,20 @@ public:
         return --depth_ == 0;
     }
 
+    /// \{
+    /// True for a text that has more than white space, and need not belong to the tree.
+    static bool HasContent(std::u16string_view text) {
+        return !std::all_of(text.begin(), text.end(), IsXmlBlank<char16_t>);
+    }
+    bool HasContent(const RawText& text) const {
+        const char* at = window_->At(text.begin);
+        const char* const end = at + (text.end - text.begin);
+        while (at != end && IsXmlBlank(*at))
+            ++at;
+        return at != end && (*at != '&' || HasContentInReferences(text));
+    }
+    /// \}
+
     NodeView Root() const { return root_ != nullptr ? NodeView(*this, root_) : NodeView(); }
 
     // Reading.
@@ -97,6 +112,7 @@ public:
     bool AttributeBytes(const void* node, const char16_t* qualifiedName,
                         std::string_view& bytes) const override;
     bool TextContent(const void* node, icu::UnicodeString& out) const override;
+    bool IsTextWithContent(const void* node) const override;
     std::string Path(const void* node) const override;
     SourceLocation Location(const void* node) const override;
     void OtherAttributes(const void* node, AttributeNames names,
@@ -142,6 +158,7 @@ private:
     bool BytesOf(const RawText& text, std::string_view& bytes) const;
     const char16_t* Decoded(const RawText& text, text::TextPlace place) const;
     const char16_t* TextOf(const Node& node) const;
+    bool HasContentInReferences(const RawText& text) const;
     const char16_t* Copy(std::u16string_view text);
     void GrowText(std::u16string_view text);
     void FinishText();

@@ -2,6 +2,9 @@
 #include <vexaTransferLib/reader/EventWalk.h>
 
 #include <vexaTransferLib/reader/DocumentReader.h>
+#include <vexaTransferLib/reader/ElementContent.h>
+
+#include <utility>
 
 namespace vexaTransferLib::reader {
 
@@ -29,8 +32,10 @@ void EventWalk::TryChild(const NodeView& child, Read read) {
 template <class Make>
 void EventWalk::Descend(const NodeView& node, Make makeReader) {
     Open open = {};
-    if (context_.reporter.IsWanted())
+    if (context_.reporter.IsWanted()) {
         open.ifRefused = SkipReporter::Describe(node, kGpxRefused, {}, true);
+        open.ifText = SkipReporter::DescribeText(node);
+    }
     names_.reserve(names_.size() + 1);
     readers_.reserve(readers_.size() + 1);
     open.reader = makeReader();
@@ -39,18 +44,21 @@ void EventWalk::Descend(const NodeView& node, Make makeReader) {
     names_.push_back(node.LocalName());
 }
 
-// False for an element that is in no tree.
+// False for an element that is in no tree. Each element in one that is skipped is a tree of its own, for its attributes.
 bool EventWalk::BeginTree(const TagPlace& place) {
     if (state_ == State::kSkipping)
         ++skippedDepth_;
-    if (state_ != State::kBetween)
+    if (state_ != State::kBetween && !isUnsettled_)
         return false;
     tree_.Clear();
-    location_ = place.location;
+    if (state_ == State::kBetween)
+        location_ = place.location;
     return true;
 }
 
 void EventWalk::BeginContent() {
+    if (isUnsettled_ && HasContent(tree_.Root()))
+        Settle(true);
     if (state_ != State::kBetween)
         return;
     const NodeView start = tree_.Root();
@@ -74,7 +82,7 @@ void EventWalk::BeginChild(const NodeView& child) {
     skippedDepth_ = 1;
     TryChild(child, [&] {
         ChildReader& reader = *readers_.back().reader;
-        switch (reader.Classify(child)) {
+        switch (Classify(reader, child)) {
         case ChildReader::Visit::kSkip:
             break;
         case ChildReader::Visit::kAsTree:
@@ -89,6 +97,26 @@ void EventWalk::BeginChild(const NodeView& child) {
     context_.expectedChildren = 0;
 }
 
+ChildReader::Visit EventWalk::Classify(ChildReader& reader, const NodeView& child) {
+    context_.reporter.BeginStartTag();
+    const ChildReader::Visit visit = reader.Classify(child);
+    isUnsettled_ = context_.reporter.EndStartTag();
+    return visit;
+}
+
+void EventWalk::Settle(bool isLoss) {
+    isUnsettled_ = false;
+    context_.reporter.Settle(isLoss);
+}
+
+// Text that has content, in no tree.
+void EventWalk::ReportText() {
+    if (isUnsettled_)
+        Settle(true);
+    else if (state_ == State::kBetween && !readers_.empty() && !std::exchange(readers_.back().hasText, true))
+        context_.reporter.Notify(readers_.back().ifText);
+}
+
 void EventWalk::EndElement() {
     switch (state_) {
     case State::kBetween:
@@ -99,8 +127,10 @@ void EventWalk::EndElement() {
             EndTree();
         break;
     case State::kSkipping:
-        if (--skippedDepth_ == 0)
+        if (--skippedDepth_ == 0) {
             state_ = State::kBetween;
+            Settle(false);
+        }
         break;
     case State::kFailed:
         break;

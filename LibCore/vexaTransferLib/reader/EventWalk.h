@@ -59,11 +59,15 @@ public:
     void AddText(const Text& text) {
         if (state_ == State::kInTree)
             tree_.AddText(text);
+        else if (context_.reporter.IsWanted() && tree_.HasContent(text))
+            ReportText();
     }
     template <class Text>
     void AddCData(const Text& text) {
         if (state_ == State::kInTree)
             tree_.AddCData(text);
+        else if (context_.reporter.IsWanted() && tree_.HasContent(text))
+            ReportText();
     }
     void AddOther() {
         if (state_ == State::kInTree)
@@ -91,8 +95,11 @@ private:
     bool BeginTree(const TagPlace& place);
     void BeginRoot(const NodeView& root);
     void BeginChild(const NodeView& child);
+    ChildReader::Visit Classify(ChildReader& reader, const NodeView& child);
     void EndTree();
     void EndReader();
+    void ReportText();
+    void Settle(bool isLoss);
     template <class Make>
     void Descend(const NodeView& node, Make makeReader);
     template <class Read, class Refuse>
@@ -103,8 +110,13 @@ private:
     struct Open {
         std::unique_ptr<ChildReader> reader;
         bool isolatesFailures; ///< asked for once
-        GpxSkippedElement
-            ifRefused; ///< for a failure at its end, when its node is gone; empty when there is no observer
+        /// \{
+        /// For later, when its node is gone: for a failure at its end, and for its own text. Empty when there is no
+        /// observer.
+        GpxSkippedElement ifRefused;
+        GpxSkippedElement ifText;
+        /// \}
+        bool hasText;
     };
 
     ReadContext& context_;
@@ -119,6 +131,8 @@ private:
     /// The location of the last element that is the root or a child of a long element.
     SourceLocation location_;
     std::size_t skippedDepth_ = 0;
+    /// True within a child that is skipped until something in it shows that it has content.
+    bool isUnsettled_ = false;
     std::exception_ptr failure_;
 };
 

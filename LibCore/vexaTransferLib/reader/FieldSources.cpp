@@ -6,16 +6,46 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace vexaTransferLib::reader {
 
 namespace {
 
-// The content by which two elements of one field are compared: an attribute for links, the text for all
-// others.
+// Appends the names and texts of the elements in an element, in their order.
+void AppendChildren(const NodeView& element, icu::UnicodeString& content) {
+    std::vector<ChildWalk> open{ChildWalk(element)};
+    icu::UnicodeString text;
+    while (!open.empty()) {
+        NodeView child;
+        if (!open.back().Next(child)) {
+            open.pop_back();
+            content.append(u'>');
+        } else if (child.IsElement()) {
+            content.append(u'<').append(child.LocalName(), -1).append(u' ');
+            open.emplace_back(child);
+        } else if (child.IsTextWithContent() && child.TextContent(text)) {
+            content.append(text);
+        }
+    }
+}
+
+bool HasElements(const NodeView& element) {
+    ChildWalk children(element);
+    for (NodeView child; children.Next(child);)
+        if (child.IsElement())
+            return true;
+    return false;
+}
+
+// The content by which two elements of one field are compared: its text, or what is in its elements, and the address of
+// a link.
 icu::UnicodeString ContentOf(const NodeView& element) {
     icu::UnicodeString content;
-    element.TextContent(content);
+    if (HasElements(element))
+        AppendChildren(element, content);
+    else
+        element.TextContent(content);
     if (const char16_t* const href = element.Attribute(gpx::kHref))
         content.append(u'\n').append(href, -1);
     text::ThrowIfBogus(content);
@@ -65,7 +95,7 @@ void FieldSources::Replace(const char16_t* field, const NodeView& element) {
         return;
     }
     Source lost = std::exchange(*source, std::move(now));
-    if (ContentOf(lost) != ContentOf(*source))
+    if (!ContentOf(lost).isEmpty() && ContentOf(lost) != ContentOf(*source))
         reporter_.Notify(AsReplaced(lost));
 }
 
@@ -79,8 +109,9 @@ void FieldSources::Clear(const char16_t* field) {
 }
 
 void FieldSources::NotifyIgnored(const char16_t* field, const NodeView& element) {
+    const icu::UnicodeString content = reader::ContentOf(element);
     Source* const source = Find(field);
-    if (source == nullptr || ContentOf(*source) != reader::ContentOf(element))
+    if (!content.isEmpty() && (source == nullptr || ContentOf(*source) != content))
         reporter_.Notify(reader::AsReplaced(element));
 }
 

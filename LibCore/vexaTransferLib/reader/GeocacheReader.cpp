@@ -170,15 +170,15 @@ constexpr ElementTable<Cache> kCacheElements = {Namespace::kGroundspeak, kCacheR
 // Only the first geocache is read, unlike the other extensions, of which the last counts.
 void ReportOtherGeocache(ReadContext& context, const NodeView& child, bool isRead) {
     if (!IsGroundspeak(child))
-        context.reporter.SkipForeign(child, "that of geocaches", true);
+        context.reporter.SkipForeign(child, "that of geocaches");
     else if (isRead)
-        context.reporter.Skip(child, kGpxReplaced, "The geocache before it is the one that is read.", true);
+        context.reporter.SkipContent(child, kGpxReplaced, "The geocache before it is the one that is read.");
 }
 
 } // namespace
 
 bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions,
-                                GpxGroundspeakCache& cache) {
+                                GpxGroundspeakCache& cache, NodeView* source) {
     bool isRead = false;
     bool found = false;
     ChildWalk children(extensions);
@@ -192,6 +192,8 @@ bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions
         }
         isRead = true;
         found = ReadGeocache(context, child, cache);
+        if (source != nullptr)
+            *source = child;
     }
     return found;
 }

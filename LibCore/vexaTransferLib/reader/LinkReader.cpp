@@ -39,6 +39,7 @@ void ReadLink(ReadContext& context, const NodeView& node, GpxUrl& link) {
         ReadElement(kElements, {context, nullptr, child, read, sources});
     });
     ReportUnreadAttributes(context.reporter, node, kAttributes);
+    context.reporter.ReportReplaced(node, href, gpx::kHref);
     link = std::move(read);
 }
 

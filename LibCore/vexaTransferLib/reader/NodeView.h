@@ -70,6 +70,8 @@ public:
     // These are for the reports to an observer. They may take long, and a source that cannot answer need not
     // override them.
 
+    /// True for a text or CDATA section that has more than white space.
+    virtual bool IsTextWithContent(const void*) const { return false; }
     /// Local names from the root of the file to an element, with slashes between them, in UTF-8.
     virtual std::string Path(const void*) const { return {}; }
     virtual SourceLocation Location(const void*) const { return {}; }
@@ -152,6 +154,7 @@ public:
         return !IsNull() && source_->AttributeBytes(node_, qualifiedName, bytes);
     }
     bool TextContent(icu::UnicodeString& out) const { return !IsNull() && source_->TextContent(node_, out); }
+    bool IsTextWithContent() const { return !IsNull() && source_->IsTextWithContent(node_); }
     std::string Path() const { return IsNull() ? std::string() : source_->Path(node_); }
     SourceLocation Location() const { return IsNull() ? SourceLocation() : source_->Location(node_); }
     void OtherAttributes(AttributeNames names, std::vector<AttributeView>& out) const {
@@ -217,6 +220,12 @@ inline bool Equals(const char16_t* name, const char16_t* expected) {
         ++expected;
     }
     return false;
+}
+
+/// True for the characters that XML takes for white space.
+template <class Unit>
+constexpr bool IsXmlBlank(Unit unit) {
+    return unit == Unit(' ') || unit == Unit('\n') || unit == Unit('\t') || unit == Unit('\r');
 }
 
 inline bool Contains(AttributeNames names, const char16_t* name) {

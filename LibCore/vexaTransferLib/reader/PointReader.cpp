@@ -41,9 +41,10 @@ void ReadRoutePointExtensions(const PointElement& element) {
 
 void ReadWaypointExtensions(const PointElement& element) {
     GpxGroundspeakCache cache;
-    if (ReadGeocacheFromExtensions(element.context, element.node, cache)) {
+    NodeView source;
+    if (ReadGeocacheFromExtensions(element.context, element.node, cache, &source)) {
         element.owner.SetGroundspeakCache(cache);
-        element.sources.Set(groundspeak::kCache, element.node);
+        element.sources.Set(groundspeak::kCache, source);
     }
     ReadWaypointData(element.context, element.sources, element.node, element.owner);
 }
@@ -54,8 +55,8 @@ bool ReadExtensions(const PointElement& element) {
     else if (element.owner.GetPointType() == kGpxWaypoint)
         ReadWaypointExtensions(element);
     else
-        element.context.reporter.Skip(element.node, kGpxUnknownElement,
-                                      "The library does not keep the extensions of track points.", false);
+        element.context.reporter.SkipContent(element.node, kGpxUnknownElement,
+                                             "The library does not keep the extensions of track points.");
     return true;
 }
 

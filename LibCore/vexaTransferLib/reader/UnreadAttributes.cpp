@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/reader/UnreadAttributes.h>
 
-#include <vexaTransferLib/text/GpxNames.h>
+#include <vexaTransferLib/reader/ElementContent.h>
 #include <vexaTransferLib/text/IcuText.h>
 
 #include <algorithm>
@@ -11,19 +11,6 @@
 namespace vexaTransferLib::reader {
 
 namespace {
-
-constexpr std::u16string_view kXmlns = u"xmlns";
-constexpr char16_t kXsiNamespace[] = u"http://www.w3.org/2001/XMLSchema-instance";
-
-bool IsDeclaration(std::u16string_view name) {
-    return name.starts_with(kXmlns) && (name.size() == kXmlns.size() || name[kXmlns.size()] == u':');
-}
-
-// Declarations, and what is for the validation by a schema, are no data.
-bool CarriesData(const AttributeView& attribute) {
-    return !attribute.isEmpty && !IsDeclaration(attribute.qualifiedName) &&
-           !Equals(attribute.namespaceUri, kXsiNamespace);
-}
 
 // An attribute without a prefix belongs to its element, which is one that is read.
 bool IsOwn(const AttributeView& attribute) {
@@ -45,7 +32,7 @@ void NotifyUnreadAttributes(SkipReporter& reporter, const NodeView& element, Att
     element.OtherAttributes(read, unread);
     if (unread.empty())
         return;
-    std::erase_if(unread, [](const AttributeView& attribute) { return !CarriesData(attribute); });
+    std::erase_if(unread, [](const AttributeView& attribute) { return !HasContent(attribute); });
     std::sort(unread.begin(), unread.end(), [](const AttributeView& one, const AttributeView& other) {
         return std::u16string_view(one.qualifiedName) < std::u16string_view(other.qualifiedName);
     });
@@ -55,8 +42,8 @@ void NotifyUnreadAttributes(SkipReporter& reporter, const NodeView& element, Att
                             noLoss == nullptr || !Equals(attribute.qualifiedName, noLoss), NameOf(attribute));
         else
             reporter.Report(element, kGpxForeignNamespace,
-                            "The namespace of the attribute is " + Quoted(attribute.namespaceUri) + ".",
-                            false, NameOf(attribute));
+                            "The namespace of the attribute is " + Quoted(attribute.namespaceUri) + ".", true,
+                            NameOf(attribute));
     }
 }
 

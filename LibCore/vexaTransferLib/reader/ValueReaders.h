@@ -60,6 +60,8 @@ bool ReadValue(ReadContext& context, const NodeView& node, bool (*read)(const No
 inline bool ReadText(ReadContext& context, const NodeView& node, icu::UnicodeString& out) {
     const bool isRead = ReadText(node, out);
     context.reporter.ReportUnreadText(node);
+    if (isRead)
+        context.reporter.ReportReplaced(node, out);
     return isRead;
 }
 inline bool ReadDouble(ReadContext& context, const NodeView& node, Number& out) {

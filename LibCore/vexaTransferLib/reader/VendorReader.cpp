@@ -98,6 +98,12 @@ double ReadModTime(ReadContext& context, const NodeView& node) {
 
 constexpr const char16_t* kFormStringAttributes[] = {tarvik::kKey, tarvik::kModtime};
 
+bool ReplacesOther(const GpxPoint& point, const icu::UnicodeString& key, const icu::UnicodeString& value,
+                   double modTime) {
+    const boost::shared_ptr<FormData> earlier = point.GetFormAttribute(key);
+    return earlier != nullptr && (earlier->value != value || earlier->modTime != modTime);
+}
+
 void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point) {
     icu::UnicodeString key;
     if (!ReadTextAttribute(node, tarvik::kKey, key)) {
@@ -108,7 +114,8 @@ void ReadFormString(ReadContext& context, const NodeView& node, GpxPoint& point)
     const double modTime = ReadModTime(context, node);
     icu::UnicodeString value;
     ReadText(context, node, value);
-    if (context.reporter.IsWanted() && point.GetFormAttribute(key) != nullptr)
+    context.reporter.ReportReplaced(node, key, tarvik::kKey);
+    if (context.reporter.IsWanted() && ReplacesOther(point, key, value, modTime))
         context.reporter.Skip(node, kGpxReplaced, "It replaces an earlier form field with the same key.",
                               true);
     ReportUnreadAttributes(context.reporter, node, kFormStringAttributes);
@@ -229,7 +236,7 @@ void ReadWaypointData(ReadContext& context, FieldSources& sources, const NodeVie
     ForEachNamedChild(context, extensions, [&](const NodeView& child) {
         if (Equals(child.LocalName(), tarvik::kFormdata)) {
             if (!form.IsNull())
-                context.reporter.Skip(form, kGpxReplaced, "The last form is the one that is read.", true);
+                context.reporter.SkipContent(form, kGpxReplaced, "The last form is the one that is read.");
             form = child;
         } else if (!Equals(child.LocalName(), groundspeak::kCache)) {
             ReadElement(kWaypointElements, {context, nullptr, child, point, sources});
