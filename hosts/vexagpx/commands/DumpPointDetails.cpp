@@ -9,10 +9,10 @@
 #include <vexaTransferLib/GpxPointDetails.h>
 
 #include <algorithm>
-#include <array>
 #include <bitset>
 #include <cstddef>
 #include <iterator>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -29,43 +29,41 @@ void WriteResult(std::string_view key, const GpxPointDetails& details, JsonWrite
     MemberIfAny(json, key, (details.*get)());
 }
 
-/// A member and the elements that its value may be in, in lower case.
-struct Value {
-    std::string_view key;
-    WriteValue write;
-    std::array<std::string_view, 4> elements;
-};
-
 using Details = GpxPointDetails;
 
+/// A member and the element of GPX that it is written for.
+struct Value {
+    std::string_view key;
+    std::string_view element;
+    WriteValue write;
+};
+
 constexpr Value kValues[] = {
-    {"satellites", WriteResult<&Details::GetSatelliteCount>, {"sat"}},
-    {"hdop", WriteResult<&Details::GetHorizontalDilution>, {"hdop"}},
-    {"vdop", WriteResult<&Details::GetVerticalDilution>, {"vdop"}},
-    {"pdop", WriteResult<&Details::GetPositionDilution>, {"pdop"}},
-    {"ageOfDgpsData", WriteResult<&Details::GetDgpsAge>, {"ageofdgpsdata"}},
-    {"dgpsId", WriteResult<&Details::GetDgpsStation>, {"dgpsid"}},
-    {"speed", WriteResult<&Details::GetSpeed>, {"speed"}},
-    {"course", WriteResult<&Details::GetCourse>, {"course", "bearing"}},
-    {"heartRate", WriteResult<&Details::GetHeartRate>, {"hr", "heartrate", "heart_rate", "heartratebpm"}},
-    {"cadence", WriteResult<&Details::GetCadence>, {"cad", "cadence", "runcadence"}},
-    {"temperature", WriteResult<&Details::GetTemperature>, {"atemp", "temp", "temperature"}},
-    {"waterTemperature", WriteResult<&Details::GetWaterTemperature>, {"wtemp"}},
-    {"power", WriteResult<&Details::GetPower>, {"power", "powerinwatts", "watts"}},
-    {"depth", WriteResult<&Details::GetDepth>, {"depth"}},
+    {"satellites", "sat", WriteResult<&Details::GetSatelliteCount>},
+    {"hdop", "hdop", WriteResult<&Details::GetHorizontalDilution>},
+    {"vdop", "vdop", WriteResult<&Details::GetVerticalDilution>},
+    {"pdop", "pdop", WriteResult<&Details::GetPositionDilution>},
+    {"ageOfDgpsData", "ageofdgpsdata", WriteResult<&Details::GetDgpsAge>},
+    {"dgpsId", "dgpsid", WriteResult<&Details::GetDgpsStation>},
 };
 
 constexpr std::size_t kValueCount = std::size(kValues);
 
-/// How deep in `extensions` sensor values are.
-constexpr int kSensorLevels = 4;
+struct Sensor {
+    std::string_view key;
+    std::optional<double> GpxSensors::*value;
+};
 
-bool EqualsLowerCase(std::string_view name, std::string_view lowerCase) {
-    return name.size() == lowerCase.size() &&
-           std::equal(name.begin(), name.end(), lowerCase.begin(), [](char left, char right) {
-               return left == right || (left >= 'A' && left <= 'Z' && left - 'A' + 'a' == right);
-           });
-}
+constexpr Sensor kSensors[] = {
+    {"speed", &GpxSensors::speed},
+    {"course", &GpxSensors::course},
+    {"heartRate", &GpxSensors::heartRate},
+    {"cadence", &GpxSensors::cadence},
+    {"temperature", &GpxSensors::temperature},
+    {"waterTemperature", &GpxSensors::waterTemperature},
+    {"power", &GpxSensors::power},
+    {"depth", &GpxSensors::depth},
+};
 
 /// What there is in a point, found in one pass over its elements.
 class Contents {
@@ -80,50 +78,43 @@ public:
     bool HasFix() const { return hasFix_; }
     bool HasVariation() const { return hasVariation_; }
     bool MayHaveForeign() const { return mayHaveForeign_; }
+    bool MayHaveSensors() const { return mayHaveForeign_ || hasMovement_; }
     /// \param index in kValues
-    bool MayHave(std::size_t index) const { return values_[index]; }
+    bool Has(std::size_t index) const { return values_[index]; }
 
 private:
     void Add(const GpxElement& child, std::string_view nameSpace);
-    void AddValues(std::string_view name);
-    void AddInner(const GpxElement& parent, int levels);
+    void AddOwn(std::string_view name);
 
     std::bitset<kValueCount> values_;
     bool hasLink_ = false;
     bool hasFix_ = false;
     bool hasVariation_ = false;
+    bool hasMovement_ = false;
     bool mayHaveForeign_ = false;
 };
 
 void Contents::Add(const GpxElement& child, std::string_view nameSpace) {
     const std::string_view name = child.GetName();
-    if (name == "ele" || name == "time")
-        mayHaveForeign_ |= child.GetNamespace() != nameSpace;
-    else if (name == "extensions" || child.GetNamespace() != nameSpace) {
+    if (name == "extensions" || child.GetNamespace() != nameSpace)
         mayHaveForeign_ = true;
-        AddValues(name);
-        AddInner(child, kSensorLevels);
-    } else {
-        hasLink_ |= name == "link" || name == "url";
-        hasFix_ |= name == "fix";
-        hasVariation_ |= name == "magvar";
-        AddValues(name);
-    }
+    else if (name != "ele" && name != "time")
+        AddOwn(name);
 }
 
-void Contents::AddValues(std::string_view name) {
+void Contents::AddOwn(std::string_view name) {
+    hasLink_ |= name == "link" || name == "url";
+    hasFix_ |= name == "fix";
+    hasVariation_ |= name == "magvar";
+    hasMovement_ |= name == "speed" || name == "course";
     for (std::size_t i = 0; i < kValueCount; ++i)
-        for (const std::string_view element : kValues[i].elements)
-            if (!element.empty() && EqualsLowerCase(name, element))
-                values_.set(i);
+        if (name == kValues[i].element)
+            values_.set(i);
 }
 
-void Contents::AddInner(const GpxElement& parent, int levels) {
-    for (const GpxElement& child : parent.GetChildren()) {
-        AddValues(child.GetName());
-        if (levels > 1)
-            AddInner(child, levels - 1);
-    }
+void WriteSensors(const GpxSensors& sensors, JsonWriter& json) {
+    for (const Sensor& sensor : kSensors)
+        MemberIfAny(json, sensor.key, sensors.*sensor.value);
 }
 
 /// Values that the model has only if it knows them.
@@ -151,8 +142,10 @@ void WritePointDetails(const GpxPoint& point, const GpxElement& geocache, JsonWr
     const GpxPointDetails details(element);
     WriteUnknownToModel(point, details, contents, json);
     for (std::size_t i = 0; i < kValueCount; ++i)
-        if (contents.MayHave(i))
+        if (contents.Has(i))
             kValues[i].write(kValues[i].key, details, json);
+    if (contents.MayHaveSensors())
+        WriteSensors(details.GetSensors(), json);
     if (contents.HasLink())
         WriteLinks(json, details.GetLinks());
     if (contents.MayHaveForeign()) {
