@@ -131,14 +131,14 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"<gpx version='1.0'><wpt lat='1' lon='2'/></gpx>",
              "gpx/wpt foreign loss: It is in no namespace, not that of GPX 1.0.\n"},
         Case{Gpx11("<x:wpt xmlns:x='urn:x' lat='1' lon='2'/>"),
-             "gpx/wpt foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"},
+             "gpx/wpt foreign loss: Its namespace is \"urn:x\", not that of GPX 1.1.\n"},
         Case{Gpx11("<trk/><wpt lat='1' lon='2'/><rte/>"),
              "gpx/wpt order loss: It comes after a route or a track.\n"
              "gpx/rte order loss: It comes after a track.\n"},
         Case{Gpx11("<rte/><wpt lat='1' lon='2'/>"),
              "gpx/wpt order loss: It comes after a route or a track.\n"},
         Case{Gpx11("<metadata><name>a</name><name>b</name><author>x</author><time>soon</time></metadata>"),
-             "gpx/metadata/name replaced loss: " + kReplaced + "gpx/metadata/author unknown: " + kUnknown +
+             "gpx/metadata/name replaced loss: " + kReplaced + "gpx/metadata/author unknown loss: " + kUnknown +
                  "gpx/metadata/time unreadable loss: \"soon\" is not a time.\n"},
         Case{Gpx11("<name>a</name><metadata><name>a</name></metadata>"), ""},
         Case{Gpx11("<metadata>" + Vendor("<form>f</form><x/><defaultsymbol>7a</defaultsymbol>") + Vendor("") +
@@ -157,7 +157,7 @@ INSTANTIATE_TEST_SUITE_P(
              "to "
              "zero and less than 360.\n"
              "gpx/wpt/fix unreadable loss: \"4d\" is not a kind of fix.\n"
-             "gpx/wpt/hdop unknown: " +
+             "gpx/wpt/hdop unknown loss: " +
                  kUnknown},
         Case{Wpt("<name><!-- c -->n</name><desc>a<b>c</b></desc>"),
              "gpx/wpt/name unreadable loss: Its text comes after something else and is not read.\n"
@@ -186,7 +186,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{Wpt10("<urlname>n</urlname><url>u</url><link href='l'/><extensions/>"),
              "gpx/wpt/urlname incomplete loss: No url comes before it.\n"
              "gpx/wpt/link version loss: GPX 1.0 has no such element.\n"
-             "gpx/wpt/extensions version loss: GPX 1.0 has no such element.\n"},
+             "gpx/wpt/extensions version: GPX 1.0 has no such element.\n"},
         Case{Wpt("<name xmlns=''>n</name><x xmlns='urn:" + std::string(70, 'y') + "'/>"),
              "gpx/wpt/name foreign loss: It is in no namespace, not that of GPX 1.1.\n"
              "gpx/wpt/x foreign: Its namespace is \"urn:" +
@@ -219,8 +219,8 @@ INSTANTIATE_TEST_SUITE_P(
                   "<log id='x1'><date>d</date><type>t</type></log><y/></logs>"
                   "<travelbugs><travelbug><ref/></travelbug></travelbugs>"),
             "gpx/wpt/extensions/cache/name replaced loss: " + kReplaced +
-                "gpx/wpt/extensions/cache/country unknown: " + kUnknown +
-                "gpx/wpt/extensions/cache/owner foreign: Its namespace is \"urn:x\", not that of geocaches.\n"
+                "gpx/wpt/extensions/cache/country unknown loss: " + kUnknown +
+                "gpx/wpt/extensions/cache/owner foreign loss: Its namespace is \"urn:x\", not that of geocaches.\n"
                 "gpx/wpt/extensions/cache/logs/log@id unreadable loss: Its id is not a number.\n"
                 "gpx/wpt/extensions/cache/logs/log incomplete loss: A log without date, finder or text is "
                 "not "
@@ -231,17 +231,17 @@ INSTANTIATE_TEST_SUITE_P(
                 "is "
                 "not kept.\n"},
         Case{Wpt(CacheExtensions("a") + CacheExtensions("b")),
-             "gpx/wpt/extensions replaced loss: " + kReplaced},
+             "gpx/wpt/extensions/cache replaced loss: " + kReplaced},
         Case{Wpt(CacheExtensions("a") + CacheExtensions("a")), ""},
         Case{Cache("<logs>" + kLog + "</logs>"), "gpx/wpt/extensions/cache incomplete loss: A geocache with "
                                                  "nothing but logs and travel bugs is not kept.\n"},
         Case{Wpt("<extensions "
                  "xmlns:g='http://www.groundspeak.com/cache/1/0'><g:cache><g:name>a</g:name></g:cache>"
                  "<g:cache/><cache/><cache xmlns='http://www.groundspeak.com/cache/1/0/2'/></extensions>"),
-             "gpx/wpt/extensions/cache replaced loss: The geocache before it is the one that is read.\n"
-             "gpx/wpt/extensions/cache foreign loss: Its namespace is \"http://www.topografix.com/GPX/1/1\", "
+             "gpx/wpt/extensions/cache replaced: The geocache before it is the one that is read.\n"
+             "gpx/wpt/extensions/cache foreign: Its namespace is \"http://www.topografix.com/GPX/1/1\", "
              "not that of geocaches.\n"
-             "gpx/wpt/extensions/cache foreign loss: Its namespace is "
+             "gpx/wpt/extensions/cache foreign: Its namespace is "
              "\"http://www.groundspeak.com/cache/1/0/2\","
              " not that of geocaches.\n"}));
 
@@ -250,7 +250,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Case{Route("<desc>d</desc><name>a</name><name>b</name><rtept lat='1' lon='2'/><name>c</name>"
                    "<rtept lat='x' lon='2'/><rtept lat='91' lon='2'/>"),
-             "gpx/rte/desc unknown: " + kUnknown + "gpx/rte/name replaced loss: " + kReplaced +
+             "gpx/rte/desc unknown loss: " + kUnknown + "gpx/rte/name replaced loss: " + kReplaced +
                  "gpx/rte/name order loss: It comes after the first route point.\n"
                  "gpx/rte/rtept refused loss: Unable to read a GPX point's latitude.\n"
                  "gpx/rte/rtept refused loss: The GPX point's latitude is invalid.\n"},
@@ -264,7 +264,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "gpx/rte/rtept refused loss: The route point type cannot be used with this route type.\n"},
         Case{Route("<x:number xmlns:x='urn:x'>1</x:number><name "
                    "xmlns='http://www.topografix.com/GPX/1/0'>n</name>"),
-             "gpx/rte/number foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"
+             "gpx/rte/number foreign loss: Its namespace is \"urn:x\", not that of GPX 1.1.\n"
              "gpx/rte/name foreign loss: Its namespace is \"http://www.topografix.com/GPX/1/0\", not that of "
              "GPX 1.1.\n"},
         Case{"<gpx version='1.0' "
@@ -276,18 +276,18 @@ INSTANTIATE_TEST_SUITE_P(
                    "<trkpt lat='1'/><extensions/><x:trkpt xmlns:x='urn:x'/></trkseg><name>b</name><number>1"
                    "</number>" +
                    Vendor("<color>red</color><color>3</color><y/>") + "<trkseg xmlns=''/>"),
-             "gpx/trk/trkseg/trkpt/extensions unknown: The library does not keep the extensions of track "
+             "gpx/trk/trkseg/trkpt/extensions unknown loss: The library does not keep the extensions of track "
              "points.\n"
              "gpx/trk/trkseg/trkpt refused loss: Unable to read a GPX point's longitude.\n"
              "gpx/trk/trkseg/extensions unknown: " +
                  kUnknown +
                  "gpx/trk/trkseg/trkpt foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"
                  "gpx/trk/name replaced loss: " +
-                 kReplaced + "gpx/trk/number unknown: " + kUnknown +
+                 kReplaced + "gpx/trk/number unknown loss: " + kUnknown +
                  "gpx/trk/extensions/color unreadable loss: \"red\" is not a whole number.\n"
                  "gpx/trk/extensions/color replaced loss: " +
                  kReplaced + "gpx/trk/extensions/y unknown: " + kUnknown +
-                 "gpx/trk/trkseg foreign loss: It is in no namespace, not that of GPX 1.1.\n"}));
+                 "gpx/trk/trkseg foreign: It is in no namespace, not that of GPX 1.1.\n"}));
 
 std::string PlacesOf(const std::string& bytes) {
     RecordingObserver observer;

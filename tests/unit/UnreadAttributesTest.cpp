@@ -34,7 +34,7 @@ TEST(UnreadAttributesTest, NamespacesSchemasAndEmptyAttributesAreNoData) {
                                     "xmlns:x='urn:x' xmlns:s='http://www.w3.org/2001/XMLSchema-instance' "
                                     "s:schemaLocation='a b' creator=''",
                                     "<wpt lat='1' lon='2' id=''><ele s:nil='true' xmlns=''/></wpt>")),
-              "gpx/wpt/ele foreign loss: It is in no namespace, not that of GPX 1.1.\n");
+              "gpx/wpt/ele foreign: It is in no namespace, not that of GPX 1.1.\n");
 }
 
 TEST(UnreadAttributesTest, EveryKindOfElementIsLookedAtInBothVersions) {
@@ -95,10 +95,10 @@ TEST(UnreadAttributesTest, OfTheVendorsElementsOnlyFormFieldsHaveAttributes) {
                   kUnread);
 }
 
-TEST(UnreadAttributesTest, AnotherProgramsAttributeIsNoLoss) {
+TEST(UnreadAttributesTest, AnotherProgramsAttributeIsALoss) {
     EXPECT_EQ(ReportsOfChildren("<wpt xmlns:x='urn:x' lat='1' lon='2' x:id='3' xml:lang='de'/>"),
-              "gpx/wpt@x:id foreign: The namespace of the attribute is \"urn:x\".\n"
-              "gpx/wpt@xml:lang foreign: The namespace of the attribute is "
+              "gpx/wpt@x:id foreign loss: The namespace of the attribute is \"urn:x\".\n"
+              "gpx/wpt@xml:lang foreign loss: The namespace of the attribute is "
               "\"http://www.w3.org/XML/1998/namespace\".\n");
 }
 
@@ -118,8 +118,8 @@ TEST(UnreadAttributesTest, NothingIsSaidOfTheAttributesOfASkippedElement) {
     EXPECT_EQ(ReportsOfChildren(
                   "<extensions a='1'/><trk><number a='2'>1</number><name a='3'><b/>n</name>"
                   "<trkseg><trkpt lat='x' lon='2' a='4'/></trkseg></trk><wpt lat='1' lon='2' a='5'/>"),
-              "gpx/extensions unknown: The library does not keep this element.\n"
-              "gpx/trk/number unknown: The library does not keep this element.\n"
+              "gpx/extensions unknown loss: The library does not keep this element.\n"
+              "gpx/trk/number unknown loss: The library does not keep this element.\n"
               "gpx/trk/name unreadable loss: Its text comes after something else and is not read.\n"
               "gpx/trk/name@a" +
                   kUnread +
