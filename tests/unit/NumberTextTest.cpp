@@ -20,6 +20,7 @@
 
 using vexaTransferLib::testing_support::CLocaleScope;
 using vexaTransferLib::testing_support::Utf8;
+using vexaTransferLib::text::Add;
 using vexaTransferLib::text::FixedText;
 using vexaTransferLib::text::Multiply;
 using vexaTransferLib::text::ReadDouble;
@@ -340,6 +341,13 @@ TEST(NumberTextTest, AProductIsRoundedOnce) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(Bits(Multiply(row.a, row.b)), Bits(row.expected)) << std::hexfloat << row.a << ' ' << row.b;
+}
+
+TEST(NumberTextTest, SumsAreRoundedOnce) {
+    EXPECT_EQ(Bits(Add(-1000.0, 999.5)), Bits(-0.5));
+    EXPECT_EQ(Bits(Add(1.0, std::ldexp(1.0, -53))), Bits(1.0));
+    EXPECT_EQ(Bits(Add(1.0, std::ldexp(1.0, -53) + std::ldexp(1.0, -80))), Bits(1.0 + std::ldexp(1.0, -52)));
+    EXPECT_EQ(Bits(Add(-0.0, -0.0)), Bits(-0.0));
 }
 
 TEST(NumberTextTest, OtherTextsAreNoShortDecimals) {

@@ -186,6 +186,12 @@ double Multiply(double a, double b) {
     return a * b;
 }
 
+double Add(double a, double b) {
+    if constexpr (kRoundsTwice)
+        return std::fma(a, 1.0, b);
+    return a + b;
+}
+
 bool ReadShortDecimal(const char16_t* text, double& number, DigitCounts& counts) {
     return ReadShort(
         text, [](const char16_t* at) { return *at == u'\0'; }, number, counts);

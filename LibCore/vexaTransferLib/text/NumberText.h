@@ -39,8 +39,11 @@ private:
 /// Reads a zero-terminated text as `strtod` does in the classic locale. Returns the end of what was read.
 const char* ReadDouble(const char* text, double& number);
 
-/// The product, rounded once to the nearest double, also where the processor computes with more digits.
+/// \{
+/// The product and the sum, rounded once to the nearest double, also where the processor computes with more digits.
 double Multiply(double a, double b);
+double Add(double a, double b);
+/// \}
 
 /// How many digits a text has before its point, and after it. Of a text that ReadShortDecimal did not read, they are
 /// not known.

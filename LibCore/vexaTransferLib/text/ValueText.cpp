@@ -112,7 +112,7 @@ double MillisOf(const DateTime& time) {
     const std::int64_t days = DaysFromCivil(time.year, time.month, time.day);
     const std::int64_t seconds =
         ((days * 24 + time.hour) * 60 + time.minute - time.offsetMinutes) * 60 + time.second;
-    return static_cast<double>(seconds * 1000) + time.fraction * 1000.0;
+    return Add(static_cast<double>(seconds * 1000), Multiply(time.fraction, 1000.0));
 }
 
 // The digits of a whole number without its sign.
