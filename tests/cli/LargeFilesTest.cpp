@@ -53,7 +53,8 @@ TEST_F(LargeFilesTest, TheHeadOfADocumentIsRead) {
 
 TEST_F(LargeFilesTest, ADocumentIsReadToWhereItIsWrong) {
     Grow(folder_.Write("walk.gpx", "<gpx version='1.1'>"));
-    const Result result = RunTool({"show", "walk.gpx"}, folder_.Path());
+    // A command that reads completely would need more memory than a 32-bit process has.
+    const Result result = RunTool({"check", "walk.gpx"}, folder_.Path());
     EXPECT_TRUE(cli::Failed(result, "(line 1, column "));
 }
 

@@ -35,7 +35,7 @@ bool ShowsProgress(const Session& session) {
 
 std::string ManyWaypoints() {
     std::string waypoints;
-    for (int i = 0; i < 150000; ++i)
+    for (int i = 0; i < 400000; ++i)
         waypoints += "<wpt lat='47.5' lon='-122.25'><ele>35.5</ele><name>a name</name></wpt>\n";
     return Gpx(waypoints);
 }
