@@ -29,11 +29,13 @@ struct GpxParserMessage {
 
 /// Why something of a file is not in the document, or not as the file has it.
 enum GpxSkipReason : std::uint32_t {
-    kGpxForeignNamespace = 1, ///< an element that is in no namespace where its parent is read from
-    kGpxUnknownElement = 2,   ///< an element that the library does not keep
-    kGpxOtherVersion = 3,     ///< an element of the other GPX version than that of the file
-    kGpxOutOfOrder = 4,       ///< a waypoint after a route, a route's name after its first point ...
-    kGpxUnreadable = 5, ///< a number, time or fix that cannot be read; a text that is not the first child
+    kGpxForeignNamespace =
+        1, ///< an element that is in no namespace where its parent is read from; or an attribute
+    kGpxUnknownElement = 2, ///< an element that the library does not keep
+    kGpxOtherVersion = 3,   ///< an element of the other GPX version than that of the file
+    kGpxOutOfOrder = 4,     ///< a waypoint after a route, a route's name after its first point ...
+    /// A number, time or fix that cannot be read; a text that is not the first child, or beside elements that are read.
+    kGpxUnreadable = 5,
     kGpxRefused = 6,    ///< reading it failed; the message is the error's
     kGpxIncomplete = 7, ///< lacks what it needs: a log without a date, a `urlname` without its `url` ...
     kGpxReplaced = 8,   ///< another element was kept in its place: the second link, a `desc` for a `cmt` ...
@@ -43,7 +45,8 @@ enum GpxSkipReason : std::uint32_t {
     kGpxCleaned = 11,  ///< the text of a geocache, which the text cleaner has changed
     kGpxInvented = 12, ///< the file does not have it: the name of the document, taken from that of the file
     kGpxChanged =
-        13, ///< the document has another value or place for it: a log's id that is too large, a `cmt` ...
+        13, ///< the document has another value or place for it: a log's id that is too large, a `cmt` ...; a
+            ///< character that only XML 1.1 has
     kGpxTolerated = 14 ///< read completely although it is not as it should be; nothing is lost
 };
 
@@ -59,8 +62,10 @@ struct GpxSkippedElement {
     /// \}
     GpxSkipReason reason = kGpxUnknownElement; ///< why it is not in the document, or not as it was
     std::string message;                       ///< for a person, in English, UTF-8
-    bool isLoss =
-        false; ///< data of this library's kind was lost: of GPX, of geocaches or of the vendor's extension
+    /// Content of the file is not in the document, or will not be written: of GPX, of geocaches, of the vendor or of
+    /// another program. An element that is skipped is no loss when it says nothing: when neither it nor an element in it
+    /// has an attribute or a text other than white space. One that is replaced by one that says the same is none either.
+    bool isLoss = false;
     std::string attribute; ///< its name with its prefix, UTF-8: "id"; empty when the whole element is meant
 };
 
@@ -115,8 +120,7 @@ public:
     /// its number, time or text is written otherwise than it was read.
     ///
     /// Not reported: namespace declarations, attributes for XML schemas (`xsi:schemaLocation`) and empty ones, the
-    /// zone of a time, blanks around a number, comments, processing instructions, and text between the children of an
-    /// element that has children.
+    /// zone of a time, blanks around a number, white space between elements, comments, and processing instructions.
     virtual void Skipped(const GpxSkippedElement& what);
 };
 

@@ -138,8 +138,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{Gpx11("<rte/><wpt lat='1' lon='2'/>"),
              "gpx/wpt order loss: It comes after a route or a track.\n"},
         Case{Gpx11("<metadata><name>a</name><name>b</name><author>x</author><time>soon</time></metadata>"),
-             "gpx/metadata/name replaced loss: " + kReplaced + "gpx/metadata/author unknown loss: " + kUnknown +
-                 "gpx/metadata/time unreadable loss: \"soon\" is not a time.\n"},
+             "gpx/metadata/name replaced loss: " + kReplaced + "gpx/metadata/author unknown loss: " +
+                 kUnknown + "gpx/metadata/time unreadable loss: \"soon\" is not a time.\n"},
         Case{Gpx11("<name>a</name><metadata><name>a</name></metadata>"), ""},
         Case{Gpx11("<metadata>" + Vendor("<form>f</form><x/><defaultsymbol>7a</defaultsymbol>") + Vendor("") +
                    "</metadata>"),
@@ -212,24 +212,24 @@ INSTANTIATE_TEST_SUITE_P(
                 "the same key.\n"
                 "gpx/wpt/extensions/formdata/y unknown: " +
                 kUnknown},
-        Case{
-            Cache("<name>a</name><name>b</name><country>c</country><x:owner xmlns:x='urn:x'>o</x:owner>"
-                  "<logs>" +
-                  kLog +
-                  "<log id='x1'><date>d</date><type>t</type></log><y/></logs>"
-                  "<travelbugs><travelbug><ref/></travelbug></travelbugs>"),
-            "gpx/wpt/extensions/cache/name replaced loss: " + kReplaced +
-                "gpx/wpt/extensions/cache/country unknown loss: " + kUnknown +
-                "gpx/wpt/extensions/cache/owner foreign loss: Its namespace is \"urn:x\", not that of geocaches.\n"
-                "gpx/wpt/extensions/cache/logs/log@id unreadable loss: Its id is not a number.\n"
-                "gpx/wpt/extensions/cache/logs/log incomplete loss: A log without date, finder or text is "
-                "not "
-                "kept.\n"
-                "gpx/wpt/extensions/cache/logs/y unknown: " +
-                kUnknown + "gpx/wpt/extensions/cache/travelbugs/travelbug/ref unknown: " + kUnknown +
-                "gpx/wpt/extensions/cache/travelbugs/travelbug incomplete loss: A travel bug without a name "
-                "is "
-                "not kept.\n"},
+        Case{Cache("<name>a</name><name>b</name><country>c</country><x:owner xmlns:x='urn:x'>o</x:owner>"
+                   "<logs>" +
+                   kLog +
+                   "<log id='x1'><date>d</date><type>t</type></log><y/></logs>"
+                   "<travelbugs><travelbug><ref/></travelbug></travelbugs>"),
+             "gpx/wpt/extensions/cache/name replaced loss: " + kReplaced +
+                 "gpx/wpt/extensions/cache/country unknown loss: " + kUnknown +
+                 "gpx/wpt/extensions/cache/owner foreign loss: Its namespace is \"urn:x\", not that of "
+                 "geocaches.\n"
+                 "gpx/wpt/extensions/cache/logs/log@id unreadable loss: Its id is not a number.\n"
+                 "gpx/wpt/extensions/cache/logs/log incomplete loss: A log without date, finder or text is "
+                 "not "
+                 "kept.\n"
+                 "gpx/wpt/extensions/cache/logs/y unknown: " +
+                 kUnknown + "gpx/wpt/extensions/cache/travelbugs/travelbug/ref unknown: " + kUnknown +
+                 "gpx/wpt/extensions/cache/travelbugs/travelbug incomplete loss: A travel bug without a name "
+                 "is "
+                 "not kept.\n"},
         Case{Wpt(CacheExtensions("a") + CacheExtensions("b")),
              "gpx/wpt/extensions/cache replaced loss: " + kReplaced},
         Case{Wpt(CacheExtensions("a") + CacheExtensions("a")), ""},
@@ -272,22 +272,23 @@ INSTANTIATE_TEST_SUITE_P(
              "</type></trk></gpx>",
              "gpx/rte/type version loss: GPX 1.0 has no such element.\n"
              "gpx/trk/type version loss: GPX 1.0 has no such element.\n"},
-        Case{Track("<name>a</name><trkseg><trkpt lat='1' lon='2'><extensions><hr>1</hr></extensions></trkpt>"
-                   "<trkpt lat='1'/><extensions/><x:trkpt xmlns:x='urn:x'/></trkseg><name>b</name><number>1"
-                   "</number>" +
-                   Vendor("<color>red</color><color>3</color><y/>") + "<trkseg xmlns=''/>"),
-             "gpx/trk/trkseg/trkpt/extensions unknown loss: The library does not keep the extensions of track "
-             "points.\n"
-             "gpx/trk/trkseg/trkpt refused loss: Unable to read a GPX point's longitude.\n"
-             "gpx/trk/trkseg/extensions unknown: " +
-                 kUnknown +
-                 "gpx/trk/trkseg/trkpt foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"
-                 "gpx/trk/name replaced loss: " +
-                 kReplaced + "gpx/trk/number unknown loss: " + kUnknown +
-                 "gpx/trk/extensions/color unreadable loss: \"red\" is not a whole number.\n"
-                 "gpx/trk/extensions/color replaced loss: " +
-                 kReplaced + "gpx/trk/extensions/y unknown: " + kUnknown +
-                 "gpx/trk/trkseg foreign: It is in no namespace, not that of GPX 1.1.\n"}));
+        Case{
+            Track("<name>a</name><trkseg><trkpt lat='1' lon='2'><extensions><hr>1</hr></extensions></trkpt>"
+                  "<trkpt lat='1'/><extensions/><x:trkpt xmlns:x='urn:x'/></trkseg><name>b</name><number>1"
+                  "</number>" +
+                  Vendor("<color>red</color><color>3</color><y/>") + "<trkseg xmlns=''/>"),
+            "gpx/trk/trkseg/trkpt/extensions unknown loss: The library does not keep the extensions of track "
+            "points.\n"
+            "gpx/trk/trkseg/trkpt refused loss: Unable to read a GPX point's longitude.\n"
+            "gpx/trk/trkseg/extensions unknown: " +
+                kUnknown +
+                "gpx/trk/trkseg/trkpt foreign: Its namespace is \"urn:x\", not that of GPX 1.1.\n"
+                "gpx/trk/name replaced loss: " +
+                kReplaced + "gpx/trk/number unknown loss: " + kUnknown +
+                "gpx/trk/extensions/color unreadable loss: \"red\" is not a whole number.\n"
+                "gpx/trk/extensions/color replaced loss: " +
+                kReplaced + "gpx/trk/extensions/y unknown: " + kUnknown +
+                "gpx/trk/trkseg foreign: It is in no namespace, not that of GPX 1.1.\n"}));
 
 std::string PlacesOf(const std::string& bytes) {
     RecordingObserver observer;

@@ -29,8 +29,8 @@ struct Sample {
     std::string after;
 
     std::string In(std::string_view uri, std::size_t number) const {
-        return "<" + name + " xmlns='" + std::string(uri) + "'" + before + value[number] + after + "</" + name +
-               ">";
+        return "<" + name + " xmlns='" + std::string(uri) + "'" + before + value[number] + after + "</" +
+               name + ">";
     }
 };
 
@@ -46,14 +46,42 @@ Sample Around(const std::string& name, const std::string& before, const std::str
 
 std::vector<Sample> Samples() {
     std::vector<Sample> samples;
-    for (const char* name :
-         {"name", "cmt", "desc", "src", "url", "urlname", "email", "keywords", "sym", "type", "text", "year",
-          "license", "owner", "container", "difficulty", "terrain", "short_description", "long_description",
-          "encoded_hints", "country", "state", "finder", "date", "layerkey", "layername", "form", "objectid",
-          "waypointGUID", "trackGUID", "routeType", "routePointType", "unknown"})
+    for (const char* name : {"name",
+                             "cmt",
+                             "desc",
+                             "src",
+                             "url",
+                             "urlname",
+                             "email",
+                             "keywords",
+                             "sym",
+                             "type",
+                             "text",
+                             "year",
+                             "license",
+                             "owner",
+                             "container",
+                             "difficulty",
+                             "terrain",
+                             "short_description",
+                             "long_description",
+                             "encoded_hints",
+                             "country",
+                             "state",
+                             "finder",
+                             "date",
+                             "layerkey",
+                             "layername",
+                             "form",
+                             "objectid",
+                             "waypointGUID",
+                             "trackGUID",
+                             "routeType",
+                             "routePointType",
+                             "unknown"})
         samples.push_back(Text(name));
-    for (const char* name : {"ele", "magvar", "geoidheight", "hdop", "vdop", "pdop", "ageofdgpsdata", "course",
-                             "speed"})
+    for (const char* name :
+         {"ele", "magvar", "geoidheight", "hdop", "vdop", "pdop", "ageofdgpsdata", "course", "speed"})
         samples.push_back(Number(name));
     for (const char* name : {"number", "sat", "dgpsid", "color", "tovasymbol", "defaultsymbol"})
         samples.push_back({name, ">", {"687", "787"}, ""});
@@ -74,7 +102,8 @@ std::vector<Sample> Samples() {
     samples.push_back(Around("formdata", "><formstring key='key'>", "</formstring>"));
     samples.push_back(Around("formstring", " key='key'>", ""));
     for (const char* name : {"objectid", "layerkey", "unknown"})
-        samples.push_back(Around("extensions", std::string("><") + name + ">", std::string("</") + name + ">"));
+        samples.push_back(
+            Around("extensions", std::string("><") + name + ">", std::string("</") + name + ">"));
     samples.push_back({"extensions", "><color>", {"687", "787"}, "</color>"});
     samples.push_back(Around("extensions", std::string("><cache xmlns='") + kGeocache101Uri + "'><name>",
                              "</name></cache>"));
@@ -104,24 +133,31 @@ std::vector<Place> Places() {
     return {
         {"Root", "gpx", "", wpt + "</wpt><rte><rtept" + point + "</rtept></rte><trk/>", ""},
         {"Metadata", "gpx/metadata", "<metadata>", "<name>n</name>", "</metadata>"},
-        {"MetadataExtensions", "gpx/metadata/extensions", "<metadata>" + vendor, "<v:form>f</v:form>", "</extensions></metadata>"},
+        {"MetadataExtensions", "gpx/metadata/extensions", "<metadata>" + vendor, "<v:form>f</v:form>",
+         "</extensions></metadata>"},
         {"Waypoint", "gpx/wpt", wpt, "<src>s</src>", "</wpt>"},
-        {"WaypointExtensions", "gpx/wpt/extensions", wpt + vendor, "<v:form>f</v:form>", "</extensions></wpt>"},
-        {"FormData", "gpx/wpt/extensions/formdata", wpt + vendor + "<v:formdata>", "<v:formstring key='k'>v</v:formstring>",
-         "</v:formdata></extensions></wpt>"},
+        {"WaypointExtensions", "gpx/wpt/extensions", wpt + vendor, "<v:form>f</v:form>",
+         "</extensions></wpt>"},
+        {"FormData", "gpx/wpt/extensions/formdata", wpt + vendor + "<v:formdata>",
+         "<v:formstring key='k'>v</v:formstring>", "</v:formdata></extensions></wpt>"},
         {"Link", "gpx/wpt/link", wpt + "<link href='h'>", "<type>t</type>", "</link></wpt>"},
         {"Cache", "gpx/wpt/extensions/cache", cache, "<owner>o</owner>", endCache},
-        {"Logs", "gpx/wpt/extensions/cache/logs", cache + "<name>n</name><logs>", "<log>" + log + "</log>", "</logs>" + endCache},
-        {"Log", "gpx/wpt/extensions/cache/logs/log", cache + "<name>n</name><logs><log>", log, "</log></logs>" + endCache},
-        {"TravelBug", "gpx/wpt/extensions/cache/travelbugs/travelbug", cache + "<name>n</name><travelbugs><travelbug>", "<name>b</name>",
+        {"Logs", "gpx/wpt/extensions/cache/logs", cache + "<name>n</name><logs>", "<log>" + log + "</log>",
+         "</logs>" + endCache},
+        {"Log", "gpx/wpt/extensions/cache/logs/log", cache + "<name>n</name><logs><log>", log,
+         "</log></logs>" + endCache},
+        {"TravelBug", "gpx/wpt/extensions/cache/travelbugs/travelbug",
+         cache + "<name>n</name><travelbugs><travelbug>", "<name>b</name>",
          "</travelbug></travelbugs>" + endCache},
         {"Route", "gpx/rte", "<rte>", "<rtept" + point + "</rtept>", "</rte>"},
-        {"RouteExtensions", "gpx/rte/extensions", "<rte>" + vendor, "<v:routeType>points</v:routeType>", "</extensions></rte>"},
+        {"RouteExtensions", "gpx/rte/extensions", "<rte>" + vendor, "<v:routeType>points</v:routeType>",
+         "</extensions></rte>"},
         {"RoutePoint", "gpx/rte/rtept", "<rte><rtept" + point, "<src>s</src>", "</rtept></rte>"},
         {"Track", "gpx/trk", "<trk>", "<trkseg/>", "</trk>"},
         {"TrackExtensions", "gpx/trk/extensions", "<trk>" + vendor, "<v:unknown/>", "</extensions></trk>"},
         {"Segment", "gpx/trk/trkseg", "<trk><trkseg>", "<trkpt" + point + "</trkpt>", "</trkseg></trk>"},
-        {"TrackPoint", "gpx/trk/trkseg/trkpt", "<trk><trkseg><trkpt" + point, "<ele>1</ele>", "</trkpt></trkseg></trk>"},
+        {"TrackPoint", "gpx/trk/trkseg/trkpt", "<trk><trkseg><trkpt" + point, "<ele>1</ele>",
+         "</trkpt></trkseg></trk>"},
     };
 }
 
@@ -151,13 +187,13 @@ struct Reading {
     std::string written;
 };
 
-class ReadLossTest : public testing::TestWithParam<Place> {
+class ReadLossPlacesTest : public testing::TestWithParam<Place> {
 protected:
     void Expect(const std::string& version, const std::string& children, const Sample& sample, bool isTwice);
 };
 
-void ReadLossTest::Expect(const std::string& version, const std::string& children, const Sample& sample,
-                          bool isTwice) {
+void ReadLossPlacesTest::Expect(const std::string& version, const std::string& children, const Sample& sample,
+                                bool isTwice) {
     const std::string bytes = GpxFileText(version, "", GetParam().before + children + GetParam().after);
     const Reading reading(bytes);
     std::size_t missing = 0;
@@ -166,7 +202,7 @@ void ReadLossTest::Expect(const std::string& version, const std::string& childre
     EXPECT_LE(missing, reading.LossesIn(GetParam().path)) << bytes << "\n" << reading.observer.skipped;
 }
 
-TEST_P(ReadLossTest, AnElementThatIsNotWrittenAgainIsALoss) {
+TEST_P(ReadLossPlacesTest, AnElementThatIsNotWrittenAgainIsALoss) {
     const std::string& content = GetParam().content;
     for (const std::string version : {"1.0", "1.1"})
         for (const char* uri : {kGpx10Uri, kGpx11Uri, "", "urn:other", kGeocache10Uri, kGeocache101Uri,
@@ -179,8 +215,102 @@ TEST_P(ReadLossTest, AnElementThatIsNotWrittenAgainIsALoss) {
             }
 }
 
-INSTANTIATE_TEST_SUITE_P(Places, ReadLossTest, testing::ValuesIn(Places()),
+INSTANTIATE_TEST_SUITE_P(All, ReadLossPlacesTest, testing::ValuesIn(Places()),
                          [](const testing::TestParamInfo<Place>& place) { return place.param.name; });
+
+// The three sources of a file report the same of what is not an element that is read.
+
+const std::string kUnknown = ": The library does not keep this element.\n";
+const std::string kBeside = " unreadable loss: Its text beside its elements is not read.\n";
+const std::string kReplaced = " replaced loss: Another element was kept in its place.\n";
+
+TEST(ReadLossTest, ASkippedElementWithoutContentIsNoLoss) {
+    for (const std::string nothing : {"<x/>", "<x> &#10;<!-- c --><?p i?><![CDATA[ ]]></x>",
+                                      "<x><y/><y><z xmlns='urn:z' a=''/></y></x>"}) {
+        EXPECT_EQ(ReportsOfChildren(nothing + "<trk>" + nothing + "<trkseg>" + nothing + "</trkseg></trk>"),
+                  "gpx/x unknown" + kUnknown + "gpx/trk/x unknown" + kUnknown + "gpx/trk/trkseg/x unknown" +
+                      kUnknown)
+            << nothing;
+    }
+}
+
+TEST(ReadLossTest, ASkippedElementWithContentAtAnyDepthIsALoss) {
+    for (const std::string something :
+         {"<x>t</x>", "<x a='1'/>", "<x><y/><y> </y><y a='1'/></x>", "<x><y><z/></y>t</x>", "<x>&amp;</x>",
+          "<x><![CDATA[&]]></x>", "<x><y><z> t</z></y></x>", "<x>\xC2\xA0</x>"}) {
+        EXPECT_EQ(ReportsOfChildren(something + "<trk>" + something + "<trkseg>" + something +
+                                    "</trkseg></trk>" + "<x/>"),
+                  "gpx/x unknown loss" + kUnknown + "gpx/trk/x unknown loss" + kUnknown +
+                      "gpx/trk/trkseg/x unknown loss" + kUnknown + "gpx/x unknown" + kUnknown)
+            << something;
+    }
+}
+
+TEST(ReadLossTest, TextBesideElementsIsReportedOnceForEachElement) {
+    EXPECT_EQ(
+        ReportsOfChildren("a<wpt lat='1' lon='2'>b<name>n</name>c</wpt>d<rte>e<rtept lat='1' lon='2'/></rte>"
+                          "<trk><![CDATA[f]]><trkseg> <trkpt lat='1' lon='2'> <ele>1</ele>g</trkpt>h"
+                          "</trkseg></trk>"),
+        "gpx" + kBeside + "gpx/wpt" + kBeside + "gpx/rte" + kBeside + "gpx/trk" + kBeside +
+            "gpx/trk/trkseg/trkpt" + kBeside + "gpx/trk/trkseg" + kBeside);
+}
+
+TEST(ReadLossTest, AnElementInATextIsALossIfItHasAnAttribute) {
+    const std::string message = " unreadable loss: The attributes of elements in its text are not read.\n";
+    EXPECT_EQ(ReportsOfChildren("<name>a<b>c</b></name><metadata><name>a<b d='1'>c</b></name></metadata>"
+                                "<wpt lat='1' lon='2'><name>a<b c='1'/></name><sym>a<b/></sym>"
+                                "<src><b c='1'/></src></wpt>"),
+              "gpx/metadata/name" + message + "gpx/wpt/name" + message + "gpx/wpt/src" + message);
+}
+
+TEST(ReadLossTest, ALaterUrlReplacesTheNameOfTheEarlierOne) {
+    EXPECT_EQ(ReportsOf(GpxFileText("1.0", "",
+                                    "<wpt lat='1' lon='2'><url>u</url><urlname>n</urlname><url>u</url></wpt>"
+                                    "<trk><url>u</url><urlname>n</urlname><url>v</url></trk>")),
+              "gpx/wpt/urlname" + kReplaced + "gpx/trk/urlname" + kReplaced + "gpx/trk/url" + kReplaced);
+}
+
+TEST(ReadLossTest, WhatIsReplacedByTheSameOrSaysNothingIsNoLoss) {
+    const std::string vendor = std::string("<extensions xmlns:v='") + kVendorUri + "'>";
+    const std::string field = "<v:formdata><v:formstring key='k'>v</v:formstring></v:formdata></extensions>";
+    EXPECT_EQ(
+        ReportsOfChildren("<name/><name>n</name><wpt lat='1' lon='2'><desc>d</desc><desc/><desc>d</desc>" +
+                          vendor + field + vendor + field + "</wpt>"),
+        "");
+}
+
+TEST(ReadLossTest, TheSameTextInOtherElementsIsALoss) {
+    const auto extensions = [](const std::string& children) {
+        return std::string("<extensions xmlns='") + kVendorUri + "'>" + children + "</extensions>";
+    };
+    EXPECT_EQ(ReportsOfChildren("<metadata>" + extensions("<layerkey>a</layerkey><layername>b</layername>") +
+                                extensions("<layerkey>ab</layerkey>") + "</metadata>"),
+              "gpx/metadata/extensions" + kReplaced);
+}
+
+// Characters that XML 1.1 has and XML 1.0 has not.
+const std::string kXml11 = "<?xml version='1.1'?>" +
+                           GpxFileText("1.1", "",
+                                       "<metadata><name>&#1;n&#x1F;</name></metadata><wpt lat='1' lon='2'>"
+                                       "<name>a&#9;&#127;</name><link href='&#2;'/><desc>\n\t</desc></wpt>");
+
+std::string ReportsOfXml11(bool isComplete) {
+    RecordingObserver observer;
+    GpxParser parser;
+    parser.SetObserver(&observer);
+    if (isComplete)
+        parser.SetComplete();
+    GpxDocument document;
+    parser.Parse(kXml11, u".gpx", document);
+    return observer.skipped;
+}
+
+TEST(ReadLossTest, ACharacterThatXml10CannotHoldIsALossInBothModes) {
+    const std::string message = " changed loss: A character that XML 1.0 cannot hold becomes U+FFFD.\n";
+    const std::string expected = "gpx/metadata/name" + message + "gpx/wpt/link@href" + message;
+    EXPECT_EQ(ReportsOfXml11(false), expected);
+    EXPECT_EQ(ReportsOfXml11(true), expected);
+}
 
 } // namespace
 } // namespace vexaTransferLib

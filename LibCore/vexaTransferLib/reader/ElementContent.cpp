@@ -23,7 +23,7 @@ bool HasAttributeWithContent(const NodeView& element) {
                        [](const AttributeView& attribute) { return HasContent(attribute); });
 }
 
-enum class Texts { kOfAll, kOfDescendants };
+enum class Texts { kCount, kDoNotCount };
 
 // Keeps its own stack, because a file may nest its elements to any depth.
 bool HasContentBelow(const NodeView& element, Texts texts) {
@@ -36,7 +36,7 @@ bool HasContentBelow(const NodeView& element, Texts texts) {
             if (HasAttributeWithContent(child))
                 return true;
             open.emplace_back(child);
-        } else if ((texts == Texts::kOfAll || open.size() > 1) && child.IsTextWithContent()) {
+        } else if (texts == Texts::kCount && child.IsTextWithContent()) {
             return true;
         }
     }
@@ -51,11 +51,11 @@ bool HasContent(const AttributeView& attribute) {
 }
 
 bool HasContent(const NodeView& element) {
-    return HasAttributeWithContent(element) || HasContentBelow(element, Texts::kOfAll);
+    return HasAttributeWithContent(element) || HasContentBelow(element, Texts::kCount);
 }
 
-bool HasContentInChildren(const NodeView& element) {
-    return HasContentBelow(element, Texts::kOfDescendants);
+bool HasAttributesBelow(const NodeView& element) {
+    return HasContentBelow(element, Texts::kDoNotCount);
 }
 
 } // namespace vexaTransferLib::reader

@@ -17,7 +17,7 @@ bool HasContent(const AttributeView& attribute);
 /// True when the element, or one in it, has an attribute or a text with content. Linear in the size of the element at
 /// most; the stack that it needs does not grow with the depth.
 bool HasContent(const NodeView& element);
-/// The same for the elements in it alone.
-bool HasContentInChildren(const NodeView& element);
+/// True when an element in it has an attribute with content, whatever texts there are.
+bool HasAttributesBelow(const NodeView& element);
 
 } // namespace vexaTransferLib::reader

@@ -177,8 +177,8 @@ void ReportOtherGeocache(ReadContext& context, const NodeView& child, bool isRea
 
 } // namespace
 
-bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions,
-                                GpxGroundspeakCache& cache, NodeView* source) {
+bool ReadGeocacheFromExtensions(ReadContext& context, const NodeView& extensions, GpxGroundspeakCache& cache,
+                                NodeView* source) {
     bool isRead = false;
     bool found = false;
     ChildWalk children(extensions);

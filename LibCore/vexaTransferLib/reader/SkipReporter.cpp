@@ -125,8 +125,9 @@ void SkipReporter::NotifyUnreadText(const NodeView& element) {
 }
 
 void SkipReporter::NotifyUnreadChildren(const NodeView& element) {
-    if (HasContentInChildren(element))
-        Notify(Describe(element, kGpxUnreadable, "Only its text is read, not the elements in it.", true));
+    if (HasAttributesBelow(element))
+        Notify(
+            Describe(element, kGpxUnreadable, "The attributes of elements in its text are not read.", true));
 }
 
 bool SkipReporter::HasCharacterOfXml11(const icu::UnicodeString& text) {

@@ -73,7 +73,8 @@ public:
     void SkipOtherVersion(const NodeView& element, const GpxVersion& version) {
         if (IsWanted())
             NotifyContent(element, kGpxOtherVersion,
-                          version.IsGpx10() ? "GPX 1.0 has no such element." : "GPX 1.1 has no such element.");
+                          version.IsGpx10() ? "GPX 1.0 has no such element."
+                                            : "GPX 1.1 has no such element.");
     }
     /// \param what the expected value, such as "a number"
     void ReportUnreadable(const NodeView& element, const char* what) {
@@ -86,7 +87,7 @@ public:
             NotifyUnreadText(element);
     }
 
-    /// Reports the elements in an element of which all text is read.
+    /// Reports the attributes of elements in an element of which all text is read.
     void ReportUnreadChildren(const NodeView& element) {
         if (IsWanted() && !element.IsKnownToBeOneText())
             NotifyUnreadChildren(element);

@@ -47,18 +47,18 @@ TEST(CheckTest, ReportsWhatWasReadAndWhatWasSkipped) {
                           "Skipped or changed\n"
                           "  2:27  gpx/wpt/ele (lost)\n"
                           "      unreadable: \"high\" is not a number.\n"
-                          "  2:43  gpx/wpt/hdop\n"
+                          "  2:43  gpx/wpt/hdop (lost)\n"
                           "      unknown-element: The library does not keep this element.\n"
                           "  2:57  gpx/wpt/time (lost)\n"
                           "      unreadable: \"noon\" is not a time.\n"
-                          "  4:30  gpx/trk/trkseg/trkpt/hr\n"
+                          "  4:30  gpx/trk/trkseg/trkpt/hr (lost)\n"
                           "      foreign-namespace: Its namespace is "
                           "\"https://tarvik.example/xmlschemas/gpx-extensions/1/0\", not that of GPX 1.1.\n"
                           "      2 times, at 4:30, 5:30\n"
                           "  7:23  gpx/wpt (lost)\n"
                           "      out-of-order: It comes after a route or a track.\n"
                           "\n"
-                          "6 things were skipped or changed, and 3 of them are losses.\n");
+                          "6 things were skipped or changed, and all of them are losses.\n");
 }
 
 TEST(CheckTest, AFileThatIsReadWholeIsASuccess) {
@@ -70,13 +70,21 @@ TEST(CheckTest, AFileThatIsReadWholeIsASuccess) {
     EXPECT_EQ(result.out, report + report + "Everything was read.\n");
 }
 
-TEST(CheckTest, SkippingAnElementThatNoDocumentCanHoldIsNoFailure) {
+TEST(CheckTest, SkippingAnElementThatNoDocumentCanHoldIsAFailure) {
     const Folder folder;
     folder.Write("walk.gpx", Named("<wpt lat='1' lon='2'><hdop>1</hdop></wpt>"));
     const Result result = RunTool({"check", "walk.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(Lines(result.out).back(), "1 thing was skipped or changed, which is a loss.");
+}
+
+TEST(CheckTest, SkippingAnElementThatSaysNothingIsNoFailure) {
+    const Folder folder;
+    folder.Write("walk.gpx", Named("<wpt lat='1' lon='2'><hdop/></wpt><extensions> </extensions>"));
+    const Result result = RunTool({"check", "walk.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(Lines(result.out).back(),
-              "Everything that a document can hold was read. 1 other thing was skipped or changed.");
+              "Everything that a document can hold was read. 2 other things were skipped or changed.");
 }
 
 TEST(CheckTest, AttributesAndValuesThatAreNotKeptAreLosses) {
@@ -166,7 +174,7 @@ TEST(CheckTest, AFileWithADocumentTypeHasNoLocations) {
     folder.Write("a.gpx",
                  "<!DOCTYPE gpx>" + Named("<wpt lat='1' lon='2'><hdop>1</hdop><hdop>1</hdop></wpt>"));
     EXPECT_THAT(RunTool({"check", "--trust", "a.gpx"}, folder.Path()).out,
-                HasSubstr("  -  gpx/wpt/hdop\n"
+                HasSubstr("  -  gpx/wpt/hdop (lost)\n"
                           "      unknown-element: The library does not keep this element.\n"
                           "      2 times\n"));
     const json report = json::parse(RunTool({"check", "--trust", "--json", "a.gpx"}, folder.Path()).out);
@@ -215,8 +223,7 @@ TEST(CheckTest, EntriesOfArchivesAndStandardInput) {
     EXPECT_THAT(archive.out, StartsWith("a.zip: one.gpx\n  Waypoints  1\n"));
     EXPECT_THAT(archive.out, HasSubstr("\na.zip: bad.gpx\n  It could not be read.\n"));
     EXPECT_EQ(Lines(archive.out).back(),
-              "1 file could not be read. 6 things were skipped or changed, and 3 of them are "
-              "losses.");
+              "1 file could not be read. 6 things were skipped or changed, and all of them are losses.");
     const Result input = Tool({"check", "-"}).Stdin(Named("")).Run();
     EXPECT_EQ(input.status, 0);
     EXPECT_EQ(input.out, "-\n  Waypoints  0\n  Routes     0\n  Tracks     0\n\nEverything was read.\n");
@@ -233,12 +240,12 @@ TEST(CheckTest, JsonIsALineForEachDocument) {
                              R"("geocaches":0,"logs":0,"travelBugs":0},"messages":[],)";
     EXPECT_THAT(Lines(result.out),
                 ElementsAre(R"({"file":"a.gpx","contents":{"waypoints":2,)" + none +
-                                R"("skippedCount":3,"lostCount":2,"skipped":[)"
+                                R"("skippedCount":3,"lostCount":3,"skipped":[)"
                                 R"({"element":"gpx/wpt/ele","reason":"unreadable",)"
                                 R"("message":"\"x\" is not a number.","isLoss":true,"count":2,)"
                                 R"("places":[{"line":2,"column":27},{"line":3,"column":27}]},)"
                                 R"({"element":"gpx/wpt/hdop","reason":"unknown-element",)"
-                                R"("message":"The library does not keep this element.","isLoss":false,)"
+                                R"("message":"The library does not keep this element.","isLoss":true,)"
                                 R"("count":1,"places":[{"line":2,"column":40}]}]})",
                             R"({"entry":"c.gpx","file":"b.zip","contents":{"waypoints":0,)" + none +
                                 R"("skippedCount":0,"lostCount":0,"skipped":[]})"));
