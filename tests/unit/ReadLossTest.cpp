@@ -288,6 +288,25 @@ TEST(ReadLossTest, TheSameTextInOtherElementsIsALoss) {
               "gpx/metadata/extensions" + kReplaced);
 }
 
+TEST(ReadLossTest, AVendorsNumberThatMeansNoneIsALossUnlessItIsTheUsualOne) {
+    const auto children = [](const std::string& symbol, const std::string& color) {
+        const std::string start = std::string("<extensions xmlns:v='") + kVendorUri + "'>";
+        return "<wpt lat='1' lon='2'>" + start + "<v:tovasymbol>" + symbol +
+               "</v:tovasymbol></extensions></wpt><trk>" + start + "<v:color>" + color +
+               "</v:color></extensions></trk>";
+    };
+    EXPECT_EQ(ReportsOfChildren(children("0", "-1")), "");
+    EXPECT_EQ(ReportsOfChildren(children("-1", "-2")),
+              "gpx/wpt/extensions/tovasymbol changed loss: -1 counts as no symbol.\n"
+              "gpx/trk/extensions/color changed loss: -2 counts as no colour.\n");
+}
+
+TEST(ReadLossTest, WhatComesTooLateAndSaysNothingIsNoLoss) {
+    EXPECT_EQ(ReportsOfChildren("<rte><rtept lat='1' lon='2'/><extensions/><name>n</name></rte>"),
+              "gpx/rte/extensions order: It comes after the first route point.\n"
+              "gpx/rte/name order loss: It comes after the first route point.\n");
+}
+
 // Characters that XML 1.1 has and XML 1.0 has not.
 const std::string kXml11 = "<?xml version='1.1'?>" +
                            GpxFileText("1.1", "",

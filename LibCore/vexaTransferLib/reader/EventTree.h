@@ -94,9 +94,10 @@ public:
         return !std::all_of(text.begin(), text.end(), IsXmlBlank<char16_t>);
     }
     bool HasContent(const RawText& text) const {
+        // A plain file has no other characters below the blank.
         const char* at = window_->At(text.begin);
         const char* const end = at + (text.end - text.begin);
-        while (at != end && IsXmlBlank(*at))
+        while (at != end && static_cast<unsigned char>(*at) <= ' ')
             ++at;
         return at != end && (*at != '&' || HasContentInReferences(text));
     }

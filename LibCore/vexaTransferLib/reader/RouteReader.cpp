@@ -86,7 +86,7 @@ public:
 
     void ReadTree(const NodeView& child) override {
         if (parts_.route && GivesField(child))
-            context_.reporter.Skip(child, kGpxOutOfOrder, "It comes after the first route point.", true);
+            context_.reporter.SkipContent(child, kGpxOutOfOrder, "It comes after the first route point.");
         else
             ReadOwnElement(kElements, {context_, &version_, child, parts_, sources_});
     }

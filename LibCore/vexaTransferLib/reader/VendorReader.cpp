@@ -141,11 +141,22 @@ std::int32_t ReadInteger(ReadContext& context, const NodeView& node, const icu::
     return number;
 }
 
+// The document has the number, but it means none and is not written.
+template <class Owner>
+void ReportAsNone(const Element<Owner>& element, std::int32_t number, const char* what) {
+    if (element.context.reporter.IsWanted())
+        element.context.reporter.Report(element.node, kGpxChanged,
+                                        std::to_string(number) + " counts as no " + what + ".", true);
+}
+
 bool ReadSymbolNumber(const Element<GpxPoint>& element) {
     icu::UnicodeString text;
     if (!ReadText(element.context, element.node, text))
         return false;
-    GpxModelAccess::SetSymbolNumber(element.owner, ReadInteger(element.context, element.node, text));
+    const std::int32_t number = ReadInteger(element.context, element.node, text);
+    GpxModelAccess::SetSymbolNumber(element.owner, number);
+    if (number < 0)
+        ReportAsNone(element, number, "symbol");
     return true;
 }
 
@@ -177,6 +188,8 @@ bool ReadColor(const Element<GpxTrack>& element) {
         element.context.reporter.Report(
             element.node, kGpxChanged,
             "Colour " + std::to_string(number) + " is kept as " + std::to_string(color) + ".", true);
+    if (color == number && color < -1)
+        ReportAsNone(element, number, "colour");
     return true;
 }
 
