@@ -116,8 +116,8 @@ public:
     /// 1970. `cmt` and `desc` are two fields, geocache texts are as they stand (CleanText cleans them), and a document
     /// without a name has none. A point without a position that a point can have costs itself only; it is one of the unread
     /// elements of its parent. All that is reported to the observer (kGpxTolerated, kGpxUnreadable, kGpxReplaced, none of
-    /// them a loss) and never to the contract report. A character that only XML 1.1 has becomes U+FFFD, which is a loss
-    /// (kGpxChanged). Only Parse and ParseFile read completely. Not while the parser reads.
+    /// them a loss) and never to the contract report. A character that only XML 1.1 has becomes U+FFFD, which is a
+    /// loss (kGpxChanged). Only Parse and ParseFile read completely. Not while the parser reads.
     void SetComplete();
     /// Reads files from now on as hosts always did; this is the default. Not while the parser reads.
     void SetCompatible();

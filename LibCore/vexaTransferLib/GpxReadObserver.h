@@ -34,7 +34,8 @@ enum GpxSkipReason : std::uint32_t {
     kGpxUnknownElement = 2, ///< an element that the library does not keep
     kGpxOtherVersion = 3,   ///< an element of the other GPX version than that of the file
     kGpxOutOfOrder = 4,     ///< a waypoint after a route, a route's name after its first point ...
-    /// A number, time or fix that cannot be read; a text that is not the first child, or beside elements that are read.
+    /// A number, time or fix that cannot be read; a text that is not the first child, or beside elements that are
+    /// read.
     kGpxUnreadable = 5,
     kGpxRefused = 6,    ///< reading it failed; the message is the error's
     kGpxIncomplete = 7, ///< lacks what it needs: a log without a date, a `urlname` without its `url` ...
@@ -63,8 +64,9 @@ struct GpxSkippedElement {
     GpxSkipReason reason = kGpxUnknownElement; ///< why it is not in the document, or not as it was
     std::string message;                       ///< for a person, in English, UTF-8
     /// Content of the file is not in the document, or will not be written: of GPX, of geocaches, of the vendor or of
-    /// another program. An element that is skipped is no loss when it says nothing: when neither it nor an element in it
-    /// has an attribute or a text other than white space. One that is replaced by one that says the same is none either.
+    /// another program. An element that is skipped is no loss when it says nothing: when neither it nor an element in
+    /// it has an attribute or a text other than white space. One that is replaced by one that says the same is none
+    /// either.
     bool isLoss = false;
     std::string attribute; ///< its name with its prefix, UTF-8: "id"; empty when the whole element is meant
 };

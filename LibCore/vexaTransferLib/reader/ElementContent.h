@@ -9,8 +9,8 @@
 
 namespace vexaTransferLib::reader {
 
-// What of an element is content, so that skipping it is a loss. White space, comments, namespace declarations and what is
-// for the validation by a schema are none.
+// What of an element is content, so that skipping it is a loss. White space, comments, namespace declarations and
+// what is for the validation by a schema are none.
 
 /// True for an attribute that has content.
 bool HasContent(const AttributeView& attribute);

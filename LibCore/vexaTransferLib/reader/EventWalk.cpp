@@ -44,7 +44,8 @@ void EventWalk::Descend(const NodeView& node, Make makeReader) {
     names_.push_back(node.LocalName());
 }
 
-// False for an element that is in no tree. Each element in one that is skipped is a tree of its own, for its attributes.
+// False for an element that is in no tree. Each element in one that is skipped is a tree of its own, for its
+// attributes.
 bool EventWalk::BeginTree(const TagPlace& place) {
     if (state_ == State::kSkipping)
         ++skippedDepth_;

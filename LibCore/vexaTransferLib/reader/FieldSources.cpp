@@ -38,8 +38,8 @@ bool HasElements(const NodeView& element) {
     return false;
 }
 
-// The content by which two elements of one field are compared: its text, or what is in its elements, and the address of
-// a link.
+// The content by which two elements of one field are compared: its text, or what is in its elements, and the address
+// of a link.
 icu::UnicodeString ContentOf(const NodeView& element) {
     icu::UnicodeString content;
     if (HasElements(element))

@@ -109,8 +109,8 @@ public:
     }
 
     /// \{
-    /// Around the reports of an element of which only the start tag is known. EndStartTag returns true when a report of
-    /// SkipContent is left open until Settle, because the element may still prove to have content.
+    /// Around the reports of an element of which only the start tag is known. EndStartTag returns true when a report
+    /// of SkipContent is left open until Settle, because the element may still prove to have content.
     void BeginStartTag() { isStartTag_ = true; }
     bool EndStartTag() {
         isStartTag_ = false;
