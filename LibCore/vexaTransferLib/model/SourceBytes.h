@@ -75,12 +75,12 @@ private:
     /// file into them. It is free to do so all the same. A block with large pages is copied when it grows.
     void AskForLargePages() const {
 #ifdef MADV_HUGEPAGE
-        constexpr std::uintptr_t kLargePage = std::uintptr_t{1} << 21;
-        const auto begin = reinterpret_cast<std::uintptr_t>(bytes_.get());
-        const std::uintptr_t first = (begin + kLargePage - 1) & ~(kLargePage - 1);
-        const std::uintptr_t end = (begin + capacity_) & ~(kLargePage - 1);
-        if (end > first)
-            static_cast<void>(madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE));
+        constexpr std::size_t kLargePage = std::size_t{1} << 21;
+        const std::size_t offset =
+            (kLargePage - reinterpret_cast<std::uintptr_t>(bytes_.get()) % kLargePage) % kLargePage;
+        if (capacity_ >= offset + kLargePage)
+            static_cast<void>(madvise(bytes_.get() + offset, (capacity_ - offset) / kLargePage * kLargePage,
+                                      MADV_HUGEPAGE));
 #endif
     }
 

@@ -63,7 +63,7 @@ std::vector<icu::UnicodeString> Wrapped(const icu::UnicodeString& text, std::siz
         line.append(text, at, room);
         const std::int32_t before = lines.empty() ? 0 : spaces;
         const std::int32_t end = LineEnd(line, FirstOther(line, before), width);
-        lines.push_back(icu::UnicodeString(line, 0, end));
+        lines.emplace_back(line, 0, end);
         at = FirstOther(text, at + end - before);
     } while (at < text.length());
     return lines;
