@@ -49,7 +49,7 @@ std::string_view GpxElement::GetXml() const {
     if (!source_)
         return {};
     const char* const begin = Begin();
-    return {begin, static_cast<std::size_t>(SkipElement(begin) - begin)};
+    return {begin, static_cast<std::size_t>(source_->EndOf(begin) - begin)};
 }
 
 std::uint64_t GpxElement::GetLine() const {
@@ -127,7 +127,7 @@ GpxElement GpxElement::GetFirstChild() const {
 GpxElement GpxElement::GetNextSibling() const {
     if (!source_)
         return {};
-    const char* const end = SkipElement(Begin());
+    const char* const end = source_->EndOf(Begin());
     // What comes after the root is no element.
     return place_ == source_->RootPlace() ? GpxElement() : FirstElementFrom(end);
 }

@@ -51,6 +51,18 @@ TEST(SourceMakerTest, KnowsWhichNamespacesAreDeclaredWhere) {
     EXPECT_EQ(find("q", "<f"), std::nullopt);
 }
 
+TEST(SourceMakerTest, RemembersWhereLongElementsEnd) {
+    const std::string shortest(SourceText::kLongSpan - 7, 'x');
+    const std::string text = "<a><b>" + shortest + "</b><c>" + shortest.substr(1) + "</c><d/></a>";
+    const SourceText::Pointer source = SourceOf(text);
+    ASSERT_TRUE(source);
+    ASSERT_EQ(source->LongSpans().size(), 2u);
+    EXPECT_EQ(source->LongSpans()[0].begin, 0u);
+    EXPECT_EQ(source->LongSpans()[0].end, text.size());
+    EXPECT_EQ(source->LongSpans()[1].begin, 3u);
+    EXPECT_EQ(source->LongSpans()[1].end, text.find("<c>"));
+}
+
 TEST(SourceMakerTest, LeavesTheBytesOfAnyOtherFile) {
     for (const std::string text : {"<a>", "<!DOCTYPE a><a/>", "<\xC3\xA9/>"}) {
         SourceBytes bytes = BytesOf(text);

@@ -9,6 +9,7 @@
 #include "support/TestFiles.h"
 
 #include <vexaTransferLib/GpxElement.h>
+#include <vexaTransferLib/model/GpxModelAccess.h>
 
 #include <gtest/gtest.h>
 
@@ -42,6 +43,17 @@ TEST(SourceParserTest, KeepsCommentsAndInstructions) {
 TEST(SourceParserTest, EndsEachElementWithItsOwnName) {
     EXPECT_EQ(SourceOfLatin1("<gpx><p:a xmlns:p='u'><bb><c/></bb></p:a><d/></gpx>"),
               "<gpx><p:a xmlns:p=\"u\"><bb><c></c></bb></p:a><d></d></gpx>");
+}
+
+TEST(SourceParserTest, RemembersWhereLongElementsEnd) {
+    const std::string longText(SourceText::kLongSpan, 'x');
+    const GpxDocument document = DocumentOf(kLatin1 + ("<gpx><a>" + longText + "</a><b/></gpx>"));
+    const GpxElement root = document.GetElement();
+    const SourceText& source = *GpxModelAccess::GetSource(root);
+    ASSERT_EQ(source.LongSpans().size(), 2u);
+    EXPECT_EQ(source.LongSpans()[0].begin, source.RootPlace());
+    EXPECT_EQ(source.LongSpans()[1].begin, GpxModelAccess::GetPlace(root.GetFirstChild()));
+    EXPECT_EQ(source.LongSpans()[1].end, GpxModelAccess::GetPlace(root.FindChild("", "b")));
 }
 
 TEST(SourceParserTest, ReplacesCharactersThatOnlyXml11Has) {

@@ -71,6 +71,17 @@ TEST(SourceTextTest, ScopesAroundAPlaceCostNothing) {
     EXPECT_EQ(source->FindNamespace("inner", 2 * kLevels - 1), std::nullopt);
 }
 
+TEST(SourceTextTest, KnowsTheEndOfLongElementsWithoutReadingThem) {
+    SourceBytes bytes;
+    bytes.Append("<a><b>1</b><c>2</c></a>");
+    bytes.Finish(SourceText::kPadding);
+    // The remembered end of "b" is after "c", which its text does not say.
+    const SourceText::Pointer source = SourceText::Make(std::move(bytes), 0, {}, {{3, 19}, {0, 23}});
+    EXPECT_EQ(source->PlaceOf(source->EndOf(source->At(0))), 23u);
+    EXPECT_EQ(source->PlaceOf(source->EndOf(source->At(3))), 19u);
+    EXPECT_EQ(source->PlaceOf(source->EndOf(source->At(11))), 19u);
+}
+
 TEST(SourceTextTest, LivesAsLongAsOneOwner) {
     SourceText::Pointer first = Source({});
     SourceText::Pointer second = first;

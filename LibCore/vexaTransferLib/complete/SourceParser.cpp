@@ -88,7 +88,7 @@ void SourceParser::startElement(const xercesc::XMLElementDecl& declaration, cons
     const text::SourceLocation location = Location();
     ReachLine(location.line);
     Append(">");
-    open_.push_back({names_.size(), scope, location, false});
+    open_.push_back({begin, names_.size(), scope, location, false});
     names_.insert(names_.end(), name.begin(), name.end());
     for (std::string& replaced : std::exchange(replacedIn_, {}))
         ReportReplaced(std::move(replaced));
@@ -135,6 +135,8 @@ void SourceParser::EndInnermost() {
     names_.resize(ended.nameBegin);
     if (ended.scope != kNoScope)
         scopes_[ended.scope].end = text_.Size();
+    if (text_.Size() - ended.begin >= SourceText::kLongSpan)
+        longSpans_.push_back({ended.begin, text_.Size()});
 }
 
 void SourceParser::Append(const XMLCh* units, std::size_t length, Escaping escaping) {
@@ -221,7 +223,7 @@ SourceText::Pointer SourceParser::TakeSource() {
     while (!open_.empty())
         EndInnermost();
     text_.Finish(SourceText::kPadding);
-    return SourceText::Make(std::move(text_), root_, std::move(scopes_));
+    return SourceText::Make(std::move(text_), root_, std::move(scopes_), std::move(longSpans_));
 }
 
 } // namespace vexaTransferLib::complete

@@ -48,6 +48,7 @@ public:
 
 private:
     struct Open {
+        std::uint64_t begin;   ///< the place of its start tag
         std::size_t nameBegin; ///< of its qualified name, in names_
         std::size_t scope;     ///< the scope that it opened; kNoScope for none
         text::SourceLocation location;
@@ -77,6 +78,7 @@ private:
     std::vector<Open> open_;
     std::vector<char> names_; ///< the qualified names of the open elements, one after another
     std::vector<SourceText::Scope> scopes_;
+    std::vector<SourceText::LongSpan> longSpans_;
 };
 
 } // namespace vexaTransferLib::complete

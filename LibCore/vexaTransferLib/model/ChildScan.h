@@ -93,7 +93,7 @@ const char* ForEachChild(NamespaceCursor& names, const SourceText& source, const
             ++at;
         if (IsStartTag(at)) {
             const char* const end = visit(ScanChild(names, source, at));
-            at = end != nullptr ? end : SkipElement(at);
+            at = end != nullptr ? end : source.EndOf(at);
             continue;
         }
         const ScannedPart part = ScanPart(at);

@@ -1,17 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/model/SourceText.h>
 
+#include <vexaTransferLib/model/ElementScan.h>
+
 #include <algorithm>
 #include <utility>
 
 namespace vexaTransferLib {
 
-SourceText::Pointer SourceText::Make(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes) {
-    return Pointer(new SourceText(std::move(text), root, std::move(scopes)));
+SourceText::Pointer SourceText::Make(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes,
+                                     std::vector<LongSpan> longSpans) {
+    return Pointer(new SourceText(std::move(text), root, std::move(scopes), std::move(longSpans)));
 }
 
-SourceText::SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes)
-    : text_(std::move(text)), root_(root), scopes_(std::move(scopes)) {
+SourceText::SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes,
+                       std::vector<LongSpan> longSpans)
+    : text_(std::move(text)), root_(root), scopes_(std::move(scopes)), longSpans_(std::move(longSpans)) {
+    std::sort(longSpans_.begin(), longSpans_.end(),
+              [](const LongSpan& left, const LongSpan& right) { return left.begin < right.begin; });
     outer_.reserve(scopes_.size());
     boundaries_.reserve(2 * scopes_.size());
     std::size_t innermost = kNoScope;
@@ -80,6 +86,14 @@ bool SourceText::HasScopeIn(std::uint64_t begin, std::uint64_t end) const {
 std::uint64_t SourceText::SameScopeUntil(std::uint64_t place) const {
     const auto next = FirstBoundaryAfter(place);
     return next != boundaries_.end() ? next->place : text_.Size();
+}
+
+const char* SourceText::EndOf(const char* tag) const {
+    const std::uint64_t place = PlaceOf(tag);
+    const auto found =
+        std::lower_bound(longSpans_.begin(), longSpans_.end(), place,
+                         [](const LongSpan& span, std::uint64_t wanted) { return span.begin < wanted; });
+    return found != longSpans_.end() && found->begin == place ? At(found->end) : SkipElement(tag);
 }
 
 std::optional<std::string_view> SourceText::FindNamespace(std::string_view prefix,

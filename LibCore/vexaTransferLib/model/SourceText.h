@@ -44,11 +44,20 @@ public:
         std::vector<Declaration> declarations;
     };
 
+    /// An element that is at least `kLongSpan` bytes long. To find its end by its text would take long.
+    struct LongSpan {
+        std::uint64_t begin; ///< the place of its start tag
+        std::uint64_t end;   ///< the place after its end tag
+    };
+    static constexpr std::uint64_t kLongSpan = std::uint64_t{16} * 1024;
+
     /// \param text with the padding behind it
     /// \param root the place of the root's start tag
     /// \param scopes of all elements that declare namespaces, in the order of their start tags
+    /// \param longSpans of all long elements, in any order; without one of them, its end is found by its text
     /// \throws std::bad_alloc
-    static Pointer Make(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes);
+    static Pointer Make(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes,
+                        std::vector<LongSpan> longSpans = {});
     SourceText(const SourceText&) = delete;
     SourceText& operator=(const SourceText&) = delete;
 
@@ -57,6 +66,12 @@ public:
     std::uint64_t RootPlace() const { return root_; }
     const char* At(std::uint64_t place) const { return text_.Data() + place; }
     std::uint64_t PlaceOf(const char* byte) const { return static_cast<std::uint64_t>(byte - text_.Data()); }
+
+    /// The place after an element. Costs at most a search among the long elements and `kLongSpan` bytes of text.
+    /// \param tag its "<"
+    const char* EndOf(const char* tag) const;
+    /// In the order of their places.
+    const std::vector<LongSpan>& LongSpans() const { return longSpans_; }
 
     /// The namespace of a prefix at a place, empty for none. Empty optional when the prefix is not declared there.
     /// Logarithmic in the numbers of prefixes and of their declarations, however many scopes are around the place.
@@ -97,7 +112,8 @@ private:
     std::vector<Boundary>::const_iterator FirstBoundaryAfter(std::uint64_t place) const;
     /// The innermost scope around a place; kNoScope when there is none.
     std::size_t InnermostAt(std::uint64_t place) const;
-    SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes);
+    SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes,
+               std::vector<LongSpan> longSpans);
 
     friend void intrusive_ptr_add_ref(const SourceText* source) noexcept {
         source->owners_.fetch_add(1, std::memory_order_relaxed);
@@ -110,6 +126,8 @@ private:
     SourceBytes text_;
     std::uint64_t root_;
     std::vector<Scope> scopes_;
+    /// In the order of their places.
+    std::vector<LongSpan> longSpans_;
     /// The scope around each scope, by index.
     std::vector<std::size_t> outer_;
     /// In the order of their places.

@@ -5,6 +5,7 @@
 #include <vexaTransferLib/reader/PlainLexer.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -19,15 +20,16 @@ namespace {
 
 constexpr std::string_view kXmlns = "xmlns";
 
-/// Collects the declarations of namespaces in a plain file.
+/// Collects the declarations of namespaces and the long elements of a plain file.
 class ScopeCollector {
 public:
     ScopeCollector(ByteWindow& window, std::vector<LongElement>& longElements)
         : window_(window), children_(longElements) {}
 
     void StartElement(const PlainTag& tag) {
-        if (depth_++ == 0)
+        if (depth_ == 0)
             root_ = tag.begin;
+        begins_[depth_++] = tag.begin;
         children_.StartElement(tag);
         for (const PlainAttribute& attribute : tag.attributes)
             if (attribute.name->IsDeclaration())
@@ -38,7 +40,9 @@ public:
             scopes_[open_.back().scope].end = end;
             open_.pop_back();
         }
-        --depth_;
+        const std::uint64_t begin = begins_[--depth_];
+        if (end - begin >= SourceText::kLongSpan)
+            longSpans_.push_back({begin, end});
         children_.EndElement(end);
     }
     void Text(const RawText&) {}
@@ -48,6 +52,7 @@ public:
 
     std::uint64_t Root() const { return root_; }
     std::vector<SourceText::Scope> TakeScopes() { return std::move(scopes_); }
+    std::vector<SourceText::LongSpan> TakeLongSpans() { return std::move(longSpans_); }
 
 private:
     struct Open {
@@ -71,9 +76,11 @@ private:
     ByteWindow& window_;
     ChildCounter children_;
     std::uint64_t root_ = 0;
+    std::array<std::uint64_t, kMostPlainDepth> begins_; ///< of the open elements
     std::size_t depth_ = 0;
     std::vector<Open> open_;
     std::vector<SourceText::Scope> scopes_;
+    std::vector<SourceText::LongSpan> longSpans_;
 };
 
 } // namespace
@@ -107,7 +114,7 @@ SourceText::Pointer MakeSource(SourceBytes& bytes, const std::optional<GpxInputL
     if (LexPlain(window, limits, scopes) != NotPlain::kIsPlain)
         return nullptr;
     SortByPlace(longElements);
-    return SourceText::Make(std::move(bytes), scopes.Root(), scopes.TakeScopes());
+    return SourceText::Make(std::move(bytes), scopes.Root(), scopes.TakeScopes(), scopes.TakeLongSpans());
 }
 
 } // namespace vexaTransferLib::reader

@@ -116,7 +116,7 @@ private:
                          const std::string& declarations) {
         const bool isInExtensions = !open_.empty() && open_.back() == gpx::kExtensions;
         if (child.kind != NamespaceKind::kGpx || isInExtensions) {
-            const SourceElement foreign{top.source, child, SkipElement(child.begin)};
+            const SourceElement foreign{top.source, child, top.source->EndOf(child.begin)};
             CopyForeign(writing_, foreign);
             return foreign.end;
         }

@@ -70,7 +70,7 @@ complete::CompleteContext& Writing::ContextOf(const SourceText& source) {
 }
 
 SourceElement Writing::ElementAt(const SourceText& source, const char* begin) {
-    return {&source, ScanChild(NamesOf(source), source, begin), SkipElement(begin)};
+    return {&source, ScanChild(NamesOf(source), source, begin), source.EndOf(begin)};
 }
 
 SourceElement Writing::ElementOf(const GpxElement& element) {
@@ -91,7 +91,7 @@ SourceElements Writing::ChildrenOf(const SourceElement& parent) {
     if (parent.source == nullptr)
         return children;
     ForEachChild(NamesOf(*parent.source), *parent.source, parent.child.tag, [&](const ScannedChild& child) {
-        const char* const end = SkipElement(child.begin);
+        const char* const end = parent.source->EndOf(child.begin);
         children.push_back({parent.source, child, end});
         return end;
     });
