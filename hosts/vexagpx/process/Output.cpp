@@ -4,6 +4,7 @@
 #include <vexagpx/process/Posix.h>
 
 #include <cerrno>
+#include <utility>
 
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -27,6 +28,11 @@ void Output::Write(std::string_view text) {
 }
 
 void Output::Flush() {
+    if (take_) {
+        const std::string piece = std::exchange(buffer_, {});
+        take_(piece);
+        return;
+    }
     const bool written = WriteAll(fd_, buffer_);
     buffer_.clear();
     if (!written)
@@ -35,6 +41,8 @@ void Output::Flush() {
 
 void Output::Close() {
     Flush();
+    if (take_)
+        return;
     if (::close(fd_) != 0 && errno != EINTR)
         Fail();
 }

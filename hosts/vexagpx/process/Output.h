@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vexagpx {
 
@@ -15,12 +17,17 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Standard output, with a buffer of its own so that every failed write is noticed.
+/// Standard output, with a buffer of its own so that every failed write is noticed. What writes text in pieces, such as
+/// JsonWriter, writes into one; so there may be others than standard output.
 class Output {
 public:
-    explicit Output(int fd) : fd_(fd) {}
+    using TakePiece = std::function<void(std::string_view)>;
 
-    /// \throws OutputError, as Flush and Close do
+    explicit Output(int fd) : fd_(fd) {}
+    /// Gives what is written to `take`, in long pieces, instead of to a descriptor.
+    explicit Output(TakePiece take) : fd_(-1), take_(std::move(take)) {}
+
+    /// \throws OutputError, as Flush and Close do; and what the taker of the pieces throws
     void Write(std::string_view text);
     void Flush();
     /// Flushes and closes the descriptor: some file systems report lost bytes only then.
@@ -30,7 +37,8 @@ public:
     std::optional<std::size_t> TerminalColumns() const;
 
 private:
-    int fd_;
+    int fd_; ///< -1 when the pieces are taken otherwise
+    TakePiece take_;
     std::string buffer_;
 };
 

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <vexagpx/process/Output.h>
+
 #include "support/Tool.h"
 
 #include <csignal>
@@ -21,6 +23,17 @@ const std::vector<std::vector<std::string>> kCommands = {
     {"convert", Data("hand-written.gpx"), "-"},
     {"convert", Data("hand-written.gpx"), "/dev/stdout"},
 };
+
+TEST(OutputTest, PiecesMayBeTakenInPlaceOfADescriptor) {
+    std::vector<std::string> pieces;
+    vexagpx::Output out([&pieces](std::string_view piece) { pieces.emplace_back(piece); });
+    out.Write("a");
+    out.Write("b");
+    EXPECT_THAT(pieces, testing::IsEmpty());
+    out.Close();
+    EXPECT_THAT(pieces, testing::ElementsAre("ab"));
+    EXPECT_EQ(out.TerminalColumns(), std::nullopt);
+}
 
 TEST(OutputTest, AFullDeviceIsReported) {
     for (const std::vector<std::string>& command : kCommands) {
