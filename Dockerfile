@@ -14,6 +14,7 @@ RUN cd build/package && cpack
 
 FROM debian:bookworm-slim
 COPY --from=build /src/build/package/packages/libvexatransferlib1_*.deb \
+    /src/build/package/packages/libvexatracklib1_*.deb \
     /src/build/package/packages/vexagpx_*.deb /tmp/packages/
 RUN apt-get update \
     && apt-get install --yes --no-install-recommends /tmp/packages/*.deb \

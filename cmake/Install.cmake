@@ -1,5 +1,5 @@
-# Three components: "runtime" is the shared library, "development" contains the files that a host is built
-# with, "tool" is the tool.
+# Four components: "runtime" and "track" are the shared libraries vexaTransferLib and vexaTrackLib, "development"
+# contains the files that a host is built with, "tool" is the tool.
 include(CMakePackageConfigHelpers)
 
 set(VEXA_INSTALL_INCLUDEDIR "${CMAKE_INSTALL_INCLUDEDIR}/vexaTransferLib")
@@ -13,12 +13,30 @@ install(FILES ${public_headers}
 install(FILES ${common_headers} DESTINATION "${VEXA_INSTALL_INCLUDEDIR}/common" COMPONENT development)
 
 set_target_properties(vexa_interface PROPERTIES EXPORT_NAME headers)
+if(TARGET vexaTrackLib)
+    list(TRANSFORM VEXA_TRACK_HEADERS PREPEND "${PROJECT_SOURCE_DIR}/LibTrack/" OUTPUT_VARIABLE track_headers)
+    install(FILES ${track_headers} DESTINATION "${VEXA_INSTALL_INCLUDEDIR}/vexaTrackLib" COMPONENT development)
+    set_target_properties(vexa_track_interface PROPERTIES EXPORT_NAME track_headers)
+    # It finds the other library beside it, wherever the prefix is moved.
+    set_target_properties(vexaTrackLib PROPERTIES INSTALL_RPATH "$ORIGIN/")
+    install(TARGETS vexaTrackLib vexa_track_interface EXPORT vexaTransferLibTargets
+        LIBRARY COMPONENT track NAMELINK_COMPONENT development
+        ARCHIVE COMPONENT development)
+endif()
 install(TARGETS vexaTransferLib vexa_interface EXPORT vexaTransferLibTargets
     LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE COMPONENT development)
 install(EXPORT vexaTransferLibTargets NAMESPACE vexaTransferLib::
     DESTINATION "${VEXA_INSTALL_CMAKEDIR}" COMPONENT development)
 
+# The pkg-config modules that a host of the static libraries must link itself.
+set(VEXA_LINKED "")
+if(VEXATRANSFERLIB_STATIC)
+    set(VEXA_LINKED minizip)
+    if(TARGET vexaTrackLib)
+        list(APPEND VEXA_LINKED geographiclib)
+    endif()
+endif()
 configure_package_config_file(
     "${CMAKE_CURRENT_LIST_DIR}/vexaTransferLibConfig.cmake.in"
     "${PROJECT_BINARY_DIR}/vexaTransferLibConfig.cmake"
@@ -37,15 +55,22 @@ install(
 file(RELATIVE_PATH VEXA_PREFIX_FROM_PKGCONFIG
     "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 string(REGEX REPLACE "/$" "" VEXA_PREFIX_FROM_PKGCONFIG "${VEXA_PREFIX_FROM_PKGCONFIG}")
-# A host of the static library must link minizip itself.
+# A host of the static libraries must link minizip and GeographicLib itself.
 set(VEXA_PKGCONFIG_STATIC_REQUIRES "")
+set(VEXA_PKGCONFIG_STATIC_TRACK_REQUIRES "")
 if(VEXATRANSFERLIB_STATIC)
     set(VEXA_PKGCONFIG_STATIC_REQUIRES " minizip")
+    set(VEXA_PKGCONFIG_STATIC_TRACK_REQUIRES " geographiclib")
 endif()
-configure_file(
-    "${CMAKE_CURRENT_LIST_DIR}/vexaTransferLib.pc.in" "${PROJECT_BINARY_DIR}/vexaTransferLib.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/vexaTransferLib.pc"
-    DESTINATION "${VEXA_INSTALL_PKGCONFIGDIR}" COMPONENT development)
+set(pkgconfig_names vexaTransferLib)
+if(TARGET vexaTrackLib)
+    list(APPEND pkgconfig_names vexaTrackLib)
+endif()
+foreach(name IN LISTS pkgconfig_names)
+    configure_file("${CMAKE_CURRENT_LIST_DIR}/${name}.pc.in" "${PROJECT_BINARY_DIR}/${name}.pc" @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/${name}.pc"
+        DESTINATION "${VEXA_INSTALL_PKGCONFIGDIR}" COMPONENT development)
+endforeach()
 
 install(FILES "${PROJECT_SOURCE_DIR}/schemas/tarvik-extensions.xsd"
     DESTINATION "${CMAKE_INSTALL_DATADIR}/vexaTransferLib" COMPONENT development)

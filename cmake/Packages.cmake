@@ -1,4 +1,4 @@
-# Debian packages, made by `cpack`: the library, the files that hosts are built with, the tool, and their
+# Debian packages, made by `cpack`: the libraries, the files that hosts are built with, the tool, and their
 # debug symbols. scripts/make-packages builds them as Debian lays them out.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vexaTransferLib)
@@ -19,7 +19,7 @@ set(CPACK_DEBIAN_PACKAGE_SOURCE vexatransferlib)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "${CPACK_PACKAGE_CONTACT}")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/LibCore")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/LibCore" "${PROJECT_BINARY_DIR}/LibTrack")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 if(CMAKE_BUILD_TYPE MATCHES "^(Debug|RelWithDebInfo)$")
     set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON)
@@ -28,6 +28,7 @@ else()
 endif()
 
 set(runtime_package "libvexatransferlib${VEXATRANSFERLIB_SOVERSION}")
+set(track_package "libvexatracklib${VEXATRANSFERLIB_SOVERSION}")
 set(CPACK_COMPONENTS_ALL development)
 # Each package has its own.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
@@ -43,6 +44,9 @@ string(CONCAT CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
     "This package holds what programs that use the library are built with.")
 if(VEXATRANSFERLIB_STATIC)
     string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libminizip-dev, zlib1g-dev")
+    if(TARGET vexaTrackLib)
+        string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libgeographiclib-dev")
+    endif()
 else()
     list(APPEND CPACK_COMPONENTS_ALL runtime)
     string(PREPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION}), ")
@@ -51,6 +55,16 @@ else()
     string(CONCAT CPACK_DEBIAN_RUNTIME_DESCRIPTION
         "library that reads, holds and writes GPX files\n${about}"
         "This package holds the shared library.")
+    if(TARGET vexaTrackLib)
+        list(APPEND CPACK_COMPONENTS_ALL track)
+        string(PREPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${track_package} (= ${PROJECT_VERSION}), ")
+        set(CPACK_DEBIAN_TRACK_PACKAGE_NAME "${track_package}")
+        set(CPACK_DEBIAN_TRACK_PACKAGE_SECTION libs)
+        set(CPACK_DEBIAN_TRACK_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
+        string(CONCAT CPACK_DEBIAN_TRACK_DESCRIPTION
+            "library that computes lengths, heights and times of GPX files\n${about}"
+            "This package holds the shared library.")
+    endif()
 endif()
 
 if(TARGET vexagpx)
@@ -59,7 +73,8 @@ if(TARGET vexagpx)
     set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils)
     if(NOT VEXATRANSFERLIB_STATIC)
         # The same version, because the tool's dump reads private fields of the library's classes.
-        set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
+        set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
+            "${runtime_package} (= ${PROJECT_VERSION}), ${track_package} (= ${PROJECT_VERSION})")
     endif()
     string(CONCAT CPACK_DEBIAN_TOOL_DESCRIPTION
         "tool that shows, checks and converts GPX files\n${about}"

@@ -16,7 +16,7 @@ same() {
 }
 
 architecture=$(dpkg --print-architecture)
-expected=(libvexatransferlib-dev libvexatransferlib1 vexagpx)
+expected=(libvexatracklib1 libvexatransferlib-dev libvexatransferlib1 vexagpx)
 same 'packages' "$(printf '%s\n' "${expected[@]/%/_${version}_$architecture.deb}" | LC_ALL=C sort)" \
     "$(cd "$packages" && printf '%s\n' ./*.deb | sed 's|^\./||' | LC_ALL=C sort)"
 
@@ -32,8 +32,9 @@ depends() {
     done
 }
 depends libvexatransferlib1 libc6 'libicu[0-9]+' 'libxerces-c[0-9.]+(t64)?' 'libminizip[0-9a-z]+' 'libstdc\+\+6'
-depends libvexatransferlib-dev "libvexatransferlib1 \(= $version\)" libicu-dev libxerces-c-dev libboost-dev
-depends vexagpx "libvexatransferlib1 \(= $version\)" libc6 'libgeographic[a-z]*[0-9]+'
+depends libvexatracklib1 "libvexatransferlib1 \(= $version\)" libc6 'libgeographic[a-z]*[0-9]+'
+depends libvexatransferlib-dev "libvexatransferlib1 \(= $version\)" "libvexatracklib1 \(= $version\)" libicu-dev libxerces-c-dev libboost-dev
+depends vexagpx "libvexatransferlib1 \(= $version\)" "libvexatracklib1 \(= $version\)" libc6
 
 count=0
 for package in "$packages"/*.deb "$packages"/*.ddeb; do
@@ -51,12 +52,14 @@ for package in "${expected[@]}"; do
     done
 done
 
-same 'how the library is made known' 'activate-noawait ldconfig' \
-    "$(dpkg-deb -I "$packages/libvexatransferlib1_${version}_$architecture.deb" triggers)"
+for library in libvexatransferlib1 libvexatracklib1; do
+    same "how $library is made known" 'activate-noawait ldconfig' \
+        "$(dpkg-deb -I "$packages/${library}_${version}_$architecture.deb" triggers)"
+done
 
 # The debug symbols that the packages hold are those of the files in them.
 if compgen -G "$packages/*.ddeb" >/dev/null; then
-    for file in "$root/usr/$libdir/libvexaTransferLib.so.1" "$root/usr/bin/vexagpx"; do
+    for file in "$root/usr/$libdir/"libvexa{Transfer,Track}Lib.so.1 "$root/usr/bin/vexagpx"; do
         id=$(readelf -n "$file" | sed -n 's/.*Build ID: //p')
         [ -s "$root/usr/lib/debug/.build-id/${id:0:2}/${id:2}.debug" ] || {
             echo "there are no debug symbols for $file"

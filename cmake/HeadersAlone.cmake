@@ -1,0 +1,12 @@
+# vexa_headers_alone(TARGET INTERFACE HEADERS...) compiles each public header alone, as C++17, without warnings.
+function(vexa_headers_alone target interface)
+    add_library(${target} OBJECT)
+    foreach(header IN LISTS ARGN)
+        string(REPLACE "../" "" header "${header}")
+        string(MAKE_C_IDENTIFIER "${header}" name)
+        file(CONFIGURE OUTPUT "headers/${name}.cpp" CONTENT "#include <${header}>\n")
+        target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/headers/${name}.cpp")
+    endforeach()
+    target_link_libraries(${target} PRIVATE ${interface} vexa_warnings)
+    set_target_properties(${target} PROPERTIES CXX_STANDARD 17)
+endfunction()
