@@ -228,7 +228,7 @@ CLI::App& AddCommand(CLI::App& parent, Invocation& invocation, const CommandHelp
 /// What the commands take that read any number of GPX files.
 template <class Options>
 void AddFiles(CLI::App& command, Invocation& invocation, Options& options) {
-    AddArgument(command, "FILE", options.files, "GPX files or ZIP archives; - is standard input");
+    AddArgument(command, "FILE", options.files, "GPX files, ZIP archives, folders;\n- is standard input");
     AddProgress(command, invocation);
     AddTrust(command, options.rules);
     AddLimits(command, options.rules.archives);

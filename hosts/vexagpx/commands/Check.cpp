@@ -2,6 +2,7 @@
 #include <vexagpx/commands/Check.h>
 
 #include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/report/DocumentCounts.h>
 #include <vexagpx/report/LossReport.h>
@@ -47,9 +48,8 @@ private:
 };
 
 bool Checker::Run() {
-    bool succeeded = true;
-    for (const std::string& file : options_.files)
-        succeeded = RunReportingErrors(file, [&] { return CheckFile(file); }) && succeeded;
+    const bool succeeded =
+        ForEachFile(options_.files, [this](const std::string& file) { return CheckFile(file); });
     if (!options_.json)
         WriteSummary();
     out_.Flush();

@@ -3,6 +3,7 @@
 
 #include <vexagpx/commands/Conversion.h>
 #include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/output/Destination.h>
 #include <vexagpx/output/ExtractionPaths.h>
 #include <vexagpx/process/Messages.h>
@@ -42,6 +43,7 @@ public:
     }
 
     bool Run() {
+        RefuseFolder(options_.in);
         const InputFile file = OpenDocument(options_.in, options_.rules.archives);
         isStream_ = file.IsCopy();
         return IsArchive(file) ? ConvertArchive(file) : ConvertFile(file);

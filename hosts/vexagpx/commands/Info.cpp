@@ -4,6 +4,7 @@
 #include <vexagpx/commands/HeadDetails.h>
 #include <vexagpx/input/CallbackInputSource.h>
 #include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/MetaDataJson.h>
 #include <vexagpx/process/Messages.h>
@@ -187,13 +188,12 @@ bool Info(const InfoOptions& options, Output& out) {
     GpxTarvikExtParser scanner;
     if (!options.rules.isTrusted)
         scanner.SetUntrusted();
-    bool succeeded = true;
-    for (const std::string& file : options.files) {
-        if (!RunReportingErrors(file, [&] { return InfoOfArgument(scanner, file, options, out); }))
-            succeeded = false;
+    return ForEachFile(options.files, [&](const std::string& file) {
+        const bool succeeded =
+            RunReportingErrors(file, [&] { return InfoOfArgument(scanner, file, options, out); });
         out.Flush();
-    }
-    return succeeded;
+        return succeeded;
+    });
 }
 
 } // namespace vexagpx

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Zip.h>
 
+#include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/output/AtomicFile.h>
 #include <vexagpx/output/ExtractionPaths.h>
 #include <vexagpx/process/Messages.h>
@@ -29,6 +30,7 @@ std::size_t ExtractEntry(Archive& archive, ExtractionPaths& paths, bool overwrit
 template <class Work>
 bool WithArchive(const ZipOptions& options, Work work) {
     return RunReportingErrors(options.archive, [&] {
+        RefuseFolder(options.archive);
         const InputFile file(options.archive, options.limits.streamSize);
         Archive archive(file, options.limits);
         return work(archive);

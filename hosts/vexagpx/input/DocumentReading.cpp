@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/input/DocumentReading.h>
 
+#include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/process/Signals.h>
 
@@ -73,13 +74,9 @@ bool ReadArgument(FileParser& parser, const std::string& argument, const Archive
 
 bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
                    const TakeDocument& take) {
-    bool succeeded = true;
     FileParser parser(rules);
-    for (const std::string& argument : arguments) {
-        const auto read = [&] { return ReadArgument(parser, argument, rules.archives, take); };
-        succeeded = RunReportingErrors(argument, read) && succeeded;
-    }
-    return succeeded;
+    return ForEachFile(
+        arguments, [&](const std::string& file) { return ReadArgument(parser, file, rules.archives, take); });
 }
 
 } // namespace vexagpx

@@ -13,7 +13,7 @@ namespace vexagpx {
 
 /// Where a document comes from.
 struct DocumentSource {
-    const std::string& file;  ///< as on the command line
+    const std::string& file;  ///< as on the command line, or below a folder that is there
     const std::string* entry; ///< the printed name of an archive's entry; null for a file
 
     /// For a heading.
@@ -28,7 +28,7 @@ using TakeEntry = std::function<void(Archive&)>;
 /// \throws what InputFile throws
 InputFile OpenDocument(const std::string& argument, const ArchiveLimits& limits);
 
-/// Reads the files one after another, and every entry of an archive that is GPX by its name. False when something
+/// Reads the files one after another, those of a folder (ForEachFile), and every entry of an archive that is GPX by its name. False when something
 /// could not be read. That has been reported, and did not stop the reading of the rest.
 bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
                    const TakeDocument& take);

@@ -76,6 +76,14 @@ bool NamesDrive(std::string_view name) {
     return name.size() >= 2 && std::isalpha(static_cast<unsigned char>(name[0])) != 0 && name[1] == ':';
 }
 
+/// \param suffix in lower case, which no case of the name matters to
+bool EndsWith(std::string_view name, std::string_view suffix) {
+    return name.size() >= suffix.size() &&
+           std::equal(suffix.begin(), suffix.end(), name.end() - suffix.size(), [](char wanted, char byte) {
+               return wanted == std::tolower(static_cast<unsigned char>(byte));
+           });
+}
+
 } // namespace
 
 std::string StoredBytes(const icu::UnicodeString& name) {
@@ -116,12 +124,11 @@ std::vector<std::string> SplitEntryName(std::string_view bytes) {
 }
 
 bool IsGpxName(std::string_view bytes) {
-    constexpr std::string_view kSuffix = ".gpx";
-    return bytes.size() >= kSuffix.size() &&
-           std::equal(kSuffix.begin(), kSuffix.end(), bytes.end() - kSuffix.size(),
-                      [](char wanted, char byte) {
-                          return wanted == std::tolower(static_cast<unsigned char>(byte));
-                      });
+    return EndsWith(bytes, ".gpx") || EndsWith(bytes, ".gpx.gz");
+}
+
+bool IsArchiveName(std::string_view bytes) {
+    return EndsWith(bytes, ".zip");
 }
 
 } // namespace vexagpx

@@ -22,7 +22,10 @@ std::string PrintedName(std::string_view bytes);
 /// \throws std::runtime_error with the reason when the name could lead out of the folder that it is relative to
 std::vector<std::string> SplitEntryName(std::string_view bytes);
 
-/// True for "*.gpx" in any case.
+/// True for "*.gpx" and "*.gpx.gz" in any case.
 bool IsGpxName(std::string_view bytes);
+
+/// True for "*.zip" in any case.
+bool IsArchiveName(std::string_view bytes);
 
 } // namespace vexagpx

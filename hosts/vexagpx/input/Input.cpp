@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/input/Input.h>
 
+#include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/terminal/ProgressBar.h>
 
 #include <array>
@@ -31,7 +32,7 @@ bool IsStream(const std::string& path) {
     if (::stat(path.c_str(), &status) != 0)
         return false;
     if (S_ISDIR(status.st_mode))
-        FailToRead(path, EISDIR);
+        FailForFolder(path);
     return !S_ISREG(status.st_mode);
 }
 

@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <sys/stat.h>
+
 namespace {
 
 using cli::Data;
@@ -255,8 +257,9 @@ TEST(CheckTest, JsonHasTheErrorOfWhatCannotBeRead) {
     const Folder folder;
     folder.Write("bad.gpx", "<gpx>\n<");
     folder.Write("empty.zip", testing_support::BuildZip({}));
+    ASSERT_EQ(::mkdir(folder.File("folder").c_str(), 0700), 0);
     const Result result =
-        RunTool({"check", "--json", "bad.gpx", ".", "empty.zip", "missing.gpx"}, folder.Path());
+        RunTool({"check", "--json", "bad.gpx", "folder", "empty.zip", "missing.gpx"}, folder.Path());
     EXPECT_EQ(result.status, 1);
     const std::vector<std::string> lines = Lines(result.out);
     ASSERT_EQ(lines.size(), 4U);
@@ -267,7 +270,7 @@ TEST(CheckTest, JsonHasTheErrorOfWhatCannotBeRead) {
     EXPECT_EQ(bad["messages"][0]["places"][0]["line"], 2);
     EXPECT_FALSE(bad["messages"][0].contains("file"));
     EXPECT_FALSE(bad.contains("contents"));
-    EXPECT_EQ(json::parse(lines[1])["error"], "Unable to read the file: . (Is a directory)");
+    EXPECT_EQ(json::parse(lines[1])["error"], "The folder holds no GPX file and no archive. (folder)");
     EXPECT_THAT(lines[2], HasSubstr("The archive holds no GPX file."));
     EXPECT_EQ(json::parse(lines[3])["file"], "missing.gpx");
 }

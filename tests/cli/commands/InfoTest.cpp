@@ -271,7 +271,7 @@ TEST(InfoTest, FilesThatCannotBeOpenedAreReportedInTheirOrderAndTheOthersAreRead
         const std::vector<std::string> arguments = {"info",       option,  "a.gpx", "missing.gpx",
                                                     "folder.gpx", "a.gpx", ""};
         const Result apart = RunTool(arguments, folder.Path());
-        for (const char* file : {"missing.gpx (No such", "folder.gpx (Is a"})
+        for (const char* file : {"missing.gpx (No such", "no archive. (folder.gpx)"})
             EXPECT_TRUE(Failed(apart, file));
         EXPECT_EQ(Lines(apart.err).size(), 3U) << apart.err;
         const std::string lines = RunTool({"info", option, "a.gpx"}, folder.Path()).out;
