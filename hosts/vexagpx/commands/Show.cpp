@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Show.h>
 
-#include <vexagpx/commands/PathStatistics.h>
 #include <vexagpx/commands/ShowDetails.h>
 #include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/report/DocumentCounts.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/Table.h>
+
+#include <vexaTrackLib/Bounds.h>
+#include <vexaTrackLib/PathLength.h>
+#include <vexaTrackLib/TimeSpan.h>
 
 #include <algorithm>
 #include <limits>
@@ -16,6 +19,9 @@
 namespace vexagpx {
 
 using namespace vexaTransferLib;
+using vexaTrackLib::Bounds;
+using vexaTrackLib::PathLength;
+using vexaTrackLib::TimeSpan;
 
 namespace {
 
@@ -39,6 +45,35 @@ icu::UnicodeString SpanText(const TimeSpan& span) {
     return TimeText(span.First()) + u" to " + TimeText(span.Last()) + u", " +
            DurationText(span.Last() - span.First());
 }
+
+/// Number of points, length and times of a path. Its points also extend the bounds of the whole document.
+class PathSummary {
+public:
+    explicit PathSummary(Bounds& bounds) : bounds_(bounds) {}
+
+    void Add(const GpxPoint& point) {
+        double latitude;
+        double longitude;
+        point.GetPoint(latitude, longitude);
+        bounds_.Add(latitude, longitude);
+        length_.Add(latitude, longitude);
+        if (double time; point.GetTime(time))
+            times_.Add(time);
+        ++points_;
+    }
+    /// The next point is not connected to the one before.
+    void Break() { length_.Break(); }
+
+    std::size_t Points() const { return points_; }
+    double Metres() const { return length_.Metres(); }
+    const TimeSpan& Times() const { return times_; }
+
+private:
+    Bounds& bounds_;
+    TimeSpan times_;
+    PathLength length_;
+    std::size_t points_ = 0;
+};
 
 /// Collects the lines of one document in one pass over its points.
 class Summary {
@@ -125,7 +160,7 @@ void Summary::TakeGeocache(const GpxPoint& waypoint, const GpxGroundspeakCache& 
 
 void Summary::TakeRoutes(const GpxDocument& document) {
     for (auto route = document.GetRouteIter(); route != document.GetRouteEndIter(); ++route) {
-        PathStatistics path(bounds_);
+        PathSummary path(bounds_);
         for (auto point = route->GetPointIter(); point != route->GetPointEndIter(); ++point)
             path.Add(*point);
         counts_.routePoints += path.Points();
@@ -140,7 +175,7 @@ void Summary::TakeRoutes(const GpxDocument& document) {
 
 void Summary::TakeTracks(const GpxDocument& document) {
     for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
-        PathStatistics path(bounds_);
+        PathSummary path(bounds_);
         SensorStatistics sensors;
         const bool isListed = counts_.tracks < rowLimit_;
         for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment) {
