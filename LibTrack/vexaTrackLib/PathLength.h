@@ -37,6 +37,15 @@ public:
     double Metres() const { return metres_; }
 
 private:
+    friend class PathMeter;
+
+    // Where the last place is in space, in metres from the centre of the earth.
+    void GetSpace(double& x, double& y, double& z) const {
+        x = place_.x;
+        y = place_.y;
+        z = place_.z;
+    }
+
     // A place in space, in metres from the centre of the earth; and 1 - e^2 sin^2 of its latitude.
     struct Place {
         double x = 0.0;
