@@ -5,6 +5,7 @@
 #include <vexagpx/commands/Clean.h>
 #include <vexagpx/commands/Convert.h>
 #include <vexagpx/commands/Dump.h>
+#include <vexagpx/commands/Export.h>
 #include <vexagpx/commands/Info.h>
 #include <vexagpx/commands/Show.h>
 #include <vexagpx/commands/Zip.h>
@@ -49,6 +50,16 @@ constexpr char kConvertExamples[] =
     "  vexagpx convert --app MyApp --url https://example.org/ in.gpx out.gpx\n"
     "  vexagpx convert walk.gpx walk.gpx\n"
     "  unzip -p walk.zip | vexagpx convert - walk.gpx\n";
+constexpr char kExportExamples[] =
+    "Without --layer, GeoJSON and KML get waypoints, routes and tracks, and a table\n"
+    "gets the waypoints, or else the points. What the format has no place for is\n"
+    "listed on standard error.\n"
+    "\n"
+    "Examples:\n"
+    "  vexagpx export walk.gpx -o walk.geojson\n"
+    "  vexagpx export walk.gpx -o walk.csv --layer points\n"
+    "  vexagpx export pocket-query.zip -o caches.kml\n"
+    "  vexagpx export walk.gpx --format geojson | jq .features[0].properties\n";
 constexpr char kCleanExamples[] = "Examples:\n"
                                   "  vexagpx clean description.html\n"
                                   "  echo '[b]Hello[/b] &amp; welcome' | vexagpx clean\n";
@@ -311,6 +322,30 @@ void AddConvert(CLI::App& app, Invocation& invocation) {
         ->capture_default_str();
 }
 
+void AddExport(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App& command = AddCommand(
+        app, invocation, {"export", "Write GeoJSON, CSV or KML for maps and tables", kExportExamples},
+        options, Export);
+    AddArgument(command, "IN", options->in, "GPX file or ZIP archive; - is standard input");
+    AddText(command, "-o,--output", options->out, "File to write; - is standard output")
+        ->type_name("OUT")
+        ->capture_default_str();
+    AddText(command, "--format", options->format,
+            "geojson, csv or kml; otherwise the end of the\n"
+            "name of OUT says it")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"geojson", "csv", "kml"}).description(""));
+    AddText(command, "--layer", options->layer,
+            "Write only these: waypoints, routes, tracks, or\n"
+            "points, which are those of routes and tracks")
+        ->type_name("LAYER")
+        ->check(CLI::IsMember({"waypoints", "routes", "tracks", "points"}).description(""));
+    AddProgress(command, invocation);
+    AddTrust(command, options->rules);
+    AddLimits(command, options->rules.archives);
+}
+
 void AddClean(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<CleanOptions>();
     CLI::App& command = AddCommand(
@@ -381,6 +416,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     AddInfo(app, invocation);
     AddCheck(app, invocation);
     AddConvert(app, invocation);
+    AddExport(app, invocation);
     AddClean(app, invocation);
     AddZip(app, invocation);
     app.footer("Exit status: 0 success, 1 input or output failed or check found a loss, 2 wrong\n"
@@ -392,6 +428,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "  vexagpx info pocket-query.zip\n"
                "  vexagpx check walk.gpx\n"
                "  vexagpx convert --gpx 1.1 old.gpx new.gpx\n"
+               "  vexagpx export walk.gpx -o walk.geojson\n"
                "  vexagpx clean description.html\n"
                "  vexagpx zip list pocket-query.zip\n"
                "\n"

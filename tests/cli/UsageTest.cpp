@@ -10,8 +10,8 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"}, {"dump"},        {"info"},       {"check"},       {"convert"},       {"clean"},
-    {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},  {"dump"}, {"info"},        {"check"},      {"convert"},     {"export"},
+    {"clean"}, {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -29,6 +29,10 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"convert", "only-in.gpx"},
         {"convert", "a", "b", "c"},
         {"clean", "a", "b"},
+        {"export"},
+        {"export", "a.gpx", "b.kml"},
+        {"export", "a.gpx", "--format", "shp"},
+        {"export", "a.gpx", "--layer", "caches"},
         {"frobnicate"},
         {"frobnicate", "a.gpx"},
         {"show", "--no-such-option", "a.gpx"},
@@ -84,7 +88,7 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     const Result result = RunTool({"--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* command : {"show", "dump", "info", "check", "convert", "clean", "zip"})
+    for (const char* command : {"show", "dump", "info", "check", "convert", "export", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

@@ -40,6 +40,9 @@ while read -r command; do
     while read -r option; do
         case $option in
         --debug-log) expect "$line $option " "$files" ;;
+        -o | --output) expect "$line $option " "$files" ;;
+        --format) expect "$line $option " $'csv\ngeojson\nkml' ;;
+        --layer) expect "$line $option " $'points\nroutes\ntracks\nwaypoints' ;;
         --gpx) expect "$line $option 1" $'1.0\n1.1' ;;
         *) expect "$line $option " '' ;;
         esac

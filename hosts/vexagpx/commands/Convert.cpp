@@ -10,10 +10,8 @@
 #include <vexagpx/terminal/ShellText.h>
 
 #include <cstddef>
-#include <filesystem>
 #include <memory>
 #include <stdexcept>
-#include <system_error>
 
 namespace vexagpx {
 
@@ -27,11 +25,6 @@ std::size_t CountGpxEntries(const InputFile& file, const ArchiveLimits& limits) 
     while (archive.Next())
         count += archive.IsGpx() ? 1 : 0;
     return count;
-}
-
-bool IsSameFile(const std::string& path, const std::string& other) {
-    std::error_code error;
-    return std::filesystem::equivalent(path, other, error);
 }
 
 class Converter {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <filesystem>
 #include <stdexcept>
 #include <system_error>
 
@@ -51,6 +52,11 @@ FileInFolder Resolve(const std::string& path) {
 }
 
 } // namespace
+
+bool IsSameFile(const std::string& path, const std::string& other) {
+    std::error_code error;
+    return std::filesystem::equivalent(path, other, error);
+}
 
 Destination::Destination(const std::string& path) : path_(path) {
     if (IsStandardOutput(path))

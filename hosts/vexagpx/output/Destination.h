@@ -13,6 +13,9 @@ namespace vexagpx {
 
 inline constexpr char kStandardOutput[] = "-";
 
+/// Whether two paths lead to one existing file.
+bool IsSameFile(const std::string& path, const std::string& other);
+
 /// Where the result of a command is written. A file is replaced as a whole or not at all. Anything but a regular file,
 /// such as a pipe, is written to directly.
 class Destination {

@@ -121,6 +121,12 @@ void JsonWriter::Bool(bool value) {
     Value(value ? "true" : "false");
 }
 
+void JsonWriter::BreakLine() {
+    Separate();
+    out_.Write("\n");
+    needsComma_ = false;
+}
+
 void JsonWriter::Begin(char bracket) {
     Separate();
     out_.Write({&bracket, 1});

@@ -11,8 +11,8 @@
 
 namespace vexagpx {
 
-/// Writes JSON while it is produced, without line breaks, so that a document of a million points needs no tree in
-/// memory. The caller is responsible for the right order of calls.
+/// Writes JSON while it is produced, so that a document of a million points needs no tree in memory. It has no line breaks
+/// unless they are asked for. The caller is responsible for the right order of calls.
 class JsonWriter {
 public:
     explicit JsonWriter(Output& out) : out_(out) {}
@@ -57,6 +57,11 @@ public:
     void Number(std::int64_t number);
     void Number(std::uint64_t number);
     void Bool(bool value);
+    /// A value that is JSON already.
+    void Literal(std::string_view json) { Value(json); }
+
+    /// Starts a new line for the next element of an array.
+    void BreakLine();
 
 private:
     void Begin(char bracket);

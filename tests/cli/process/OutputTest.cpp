@@ -21,6 +21,7 @@ const std::vector<std::vector<std::string>> kCommands = {
     {"dump", Data("hand-written.gpx")},
     {"clean", Data("web-text.html")},
     {"convert", Data("hand-written.gpx"), "-"},
+    {"export", Data("hand-written.gpx"), "--format", "geojson", "--layer", "waypoints"},
     {"convert", Data("hand-written.gpx"), "/dev/stdout"},
 };
 

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include <vexagpx/export/PathProperties.h>
+
+#include <vexagpx/export/ElementProperties.h>
+#include <vexagpx/output/HiddenFields.h>
+
+#include <vexaTransferLib/GpxPathDetails.h>
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace vexagpx {
+
+using namespace vexaTransferLib;
+
+namespace {
+
+using Kind = ElementField::Kind;
+
+constexpr ElementField kFields[] = {
+    {"name", Field::kName, Kind::kText},        {"cmt", Field::kComment, Kind::kText},
+    {"desc", Field::kDescription, Kind::kText}, {"src", Field::kSource, Kind::kText},
+    {"number", Field::kNumber, Kind::kCount},   {"type", Field::kType, Kind::kText},
+};
+
+/// \param fields the elements of the path that are no points
+/// \return the number of values in elements of other programs
+std::uint64_t TakeFields(const GpxElement& path, const std::vector<GpxElement>& fields,
+                         Properties& properties) {
+    const std::string_view nameSpace = path.GetNamespace();
+    std::uint64_t foreign = 0;
+    bool hasLink = false;
+    for (const GpxElement& field : fields) {
+        const std::string_view name = field.GetName();
+        if (IsForeign(field, nameSpace))
+            foreign += CountValues(field);
+        else if (name == "link" || name == "url")
+            hasLink = true;
+        else
+            TakeElement(field, kFields, properties);
+    }
+    if (hasLink)
+        properties.Add(Field::kLinks, GpxPathDetails(path).GetLinks());
+    return foreign;
+}
+
+void AddMissing(std::uint64_t foreign, std::uint64_t known, LeftOut& missing) {
+    missing.extensions += foreign > known ? foreign - known : 0;
+}
+
+} // namespace
+
+void TakeRoute(const GpxRoute& route, Properties& properties, LeftOut& missing) {
+    const std::uint64_t foreign = TakeFields(route.GetElement(), FieldsOf(route), properties);
+    TarvikRouteType type = kTarvikRouteStandard;
+    const bool hasType = route.GetTarvikRouteType(type);
+    if (hasType)
+        properties.Add(Field::kRouteType, icu::UnicodeString::fromUTF8(NameOf(type)));
+    AddMissing(foreign, hasType ? 1 : 0, missing);
+}
+
+void TakeTrack(const GpxTrack& track, Properties& properties, LeftOut& missing) {
+    std::uint64_t foreign = TakeFields(track.GetElement(), FieldsOf(track), properties);
+    for (const GpxElement& ofSegment : SegmentFieldsOf(track))
+        foreign += CountValues(ofSegment);
+    const std::optional<std::int32_t> color = ColorOf(track);
+    if (color)
+        properties.Add(Field::kColor, static_cast<double>(*color));
+    AddMissing(foreign, color ? 1 : 0, missing);
+}
+
+ExportHead HeadOf(const GpxDocument& document, LeftOut& missing) {
+    ExportHead head;
+    head.name = DocumentName(document);
+    double time = 0.0;
+    if (document.GetDocumentTime(time) && IsWritableTime(time))
+        head.time = time;
+    const auto take = [&](const GpxElement& field) {
+        const std::string_view name = field.GetName();
+        if (name == "desc" && head.description.isEmpty())
+            head.description = field.GetText();
+        else if (name != "name" && name != "bounds" && !(name == "time" && head.time))
+            missing.metadata += CountValues(field);
+    };
+    for (const GpxElement& field : FieldsOf(document)) {
+        if (field.GetName() != "metadata") {
+            take(field);
+            continue;
+        }
+        for (const GpxElement& child : field.GetChildren())
+            take(child);
+    }
+    return head;
+}
+
+} // namespace vexagpx
