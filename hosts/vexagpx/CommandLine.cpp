@@ -7,6 +7,7 @@
 #include <vexagpx/commands/Dump.h>
 #include <vexagpx/commands/Export.h>
 #include <vexagpx/commands/Info.h>
+#include <vexagpx/commands/Plot.h>
 #include <vexagpx/commands/Show.h>
 #include <vexagpx/commands/Zip.h>
 #include <vexagpx/process/Messages.h>
@@ -64,6 +65,12 @@ constexpr char kCleanExamples[] = "Examples:\n"
                                   "  vexagpx clean description.html\n"
                                   "  echo '[b]Hello[/b] &amp; welcome' | vexagpx clean\n";
 
+constexpr char kPlotExamples[] =
+    "The page shows map, profile and figures in any browser, and needs no network.\n"
+    "\n"
+    "Examples:\n"
+    "  vexagpx plot walk.gpx -o walk.html\n"
+    "  vexagpx plot *.gpx -o all.html\n";
 constexpr char kInfoExamples[] = "Examples:\n"
                                  "  vexagpx info *.gpx\n"
                                  "  vexagpx info --json pocket-query.zip\n";
@@ -101,6 +108,10 @@ std::string RequireSize(const std::string& text) {
     std::uint64_t number = 0;
     const std::from_chars_result result = std::from_chars(text.data(), text.data() + text.size(), number);
     return result.ec == std::errc() && number > 0 ? "" : "must be a number above 0";
+}
+
+std::string RequirePage(const std::string& text) {
+    return text.ends_with(".html") ? "" : "must end with .html";
 }
 
 std::string RequireNumber(const std::string& text) {
@@ -272,6 +283,17 @@ void AddInfo(CLI::App& app, Invocation& invocation) {
     command.add_flag("--json", options->json, "Print a line of JSON for each file");
 }
 
+void AddPlot(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<PlotOptions>();
+    CLI::App& command = AddCommand(
+        app, invocation, {"plot", "Draw GPX files as a page for a browser", kPlotExamples}, options, Plot);
+    AddFiles(command, invocation, *options);
+    AddText(command, "-o,--output", options->out, "Page to write: a name that ends with .html")
+        ->type_name("OUT")
+        ->required()
+        ->check(CLI::Validator(RequirePage, ""));
+}
+
 void AddCheck(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<CheckOptions>();
     options->rules.asHost = true;
@@ -414,6 +436,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     AddShow(app, invocation);
     AddDump(app, invocation);
     AddInfo(app, invocation);
+    AddPlot(app, invocation);
     AddCheck(app, invocation);
     AddConvert(app, invocation);
     AddExport(app, invocation);
@@ -426,6 +449,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "  vexagpx show walk.gpx\n"
                "  vexagpx dump *.gpx > models.jsonl\n"
                "  vexagpx info pocket-query.zip\n"
+               "  vexagpx plot walk.gpx -o walk.html\n"
                "  vexagpx check walk.gpx\n"
                "  vexagpx convert --gpx 1.1 old.gpx new.gpx\n"
                "  vexagpx export walk.gpx -o walk.geojson\n"

@@ -10,7 +10,7 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},  {"dump"}, {"info"},        {"check"},      {"convert"},     {"export"},
+    {"show"},  {"dump"}, {"info"},        {"plot"},       {"check"},       {"convert"},       {"export"},
     {"clean"}, {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
@@ -49,6 +49,9 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"show", "dump", "--gpx", "1.1"},
         {"info"},
         {"info", "--all", "a.gpx"},
+        {"plot", "a.gpx"},
+        {"plot", "-o", "a.html"},
+        {"plot", "a.gpx", "-o", "a.gpx"},
         {"check"},
         {"check", "--gpx", "1.1", "a.gpx"},
         {"clean", "--no-progress", "a.html"},
