@@ -11,8 +11,6 @@ using vexaTransferLib::GpxElement;
 
 namespace {
 
-constexpr int kMostLevels = 4;
-
 // Whole numbers beyond this one are not exact in a double.
 constexpr double kMostExact = 9007199254740992.0;
 
@@ -28,14 +26,69 @@ Value ValueOf(const GpxElement& element, ElementField::Kind kind) {
     return *number;
 }
 
-std::uint64_t CountValues(const GpxElement& element, int levels) {
-    std::uint64_t values = element.GetAttributes().size();
-    const GpxElement first = element.GetFirstChild();
-    if (!first || levels == 0)
-        return values + (element.GetText().trim().isEmpty() ? 0 : 1);
-    for (GpxElement child = first; child; child = child.GetNextSibling())
-        values += CountValues(child, levels - 1);
-    return values;
+bool IsBlank(char byte) {
+    return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r';
+}
+
+/// Counts the texts and attributes in well-formed XML without making anything of it.
+class ValueCounter {
+public:
+    explicit ValueCounter(std::string_view xml) : rest_(xml) {}
+
+    std::uint64_t Count();
+
+private:
+    void TakeText(std::string_view text);
+    void TakeTag();
+    void SkipTo(std::string_view end);
+
+    std::string_view rest_;
+    std::uint64_t values_ = 0;
+};
+
+std::uint64_t ValueCounter::Count() {
+    constexpr std::string_view kCData = "<![CDATA[";
+    while (!rest_.empty()) {
+        const std::size_t markup = std::min(rest_.find('<'), rest_.size());
+        TakeText(rest_.substr(0, markup));
+        rest_.remove_prefix(markup);
+        if (rest_.starts_with("<!--"))
+            SkipTo("-->");
+        else if (rest_.starts_with("<?"))
+            SkipTo("?>");
+        else if (rest_.starts_with(kCData)) {
+            TakeText(rest_.substr(kCData.size(), rest_.find("]]>") - kCData.size()));
+            SkipTo("]]>");
+        } else
+            TakeTag();
+    }
+    return values_;
+}
+
+void ValueCounter::TakeText(std::string_view text) {
+    values_ += std::all_of(text.begin(), text.end(), IsBlank) ? 0 : 1;
+}
+
+/// Every attribute has an equals sign before its value, which is in quotation marks.
+void ValueCounter::TakeTag() {
+    constexpr std::string_view kDeclaration = "xmlns";
+    std::size_t at = 1;
+    bool isDeclaration = false;
+    for (; at < rest_.size() && rest_[at] != '>'; ++at) {
+        if (IsBlank(rest_[at - 1]) && rest_[at] != '=' && !IsBlank(rest_[at]))
+            isDeclaration = isDeclaration || rest_.compare(at, kDeclaration.size(), kDeclaration) == 0;
+        if (rest_[at] != '"' && rest_[at] != '\'')
+            continue;
+        values_ += isDeclaration ? 0 : 1;
+        isDeclaration = false;
+        at = std::min(rest_.find(rest_[at], at + 1), rest_.size());
+    }
+    rest_.remove_prefix(std::min(at + 1, rest_.size()));
+}
+
+void ValueCounter::SkipTo(std::string_view end) {
+    const std::size_t at = rest_.find(end);
+    rest_.remove_prefix(at == std::string_view::npos ? rest_.size() : at + end.size());
 }
 
 } // namespace
@@ -52,7 +105,7 @@ bool TakeElement(const GpxElement& element, const ElementField* begin, const Ele
 }
 
 std::uint64_t CountValues(const GpxElement& element) {
-    return CountValues(element, kMostLevels);
+    return ValueCounter(element.GetXml()).Count();
 }
 
 bool IsForeign(const GpxElement& child, std::string_view objectNameSpace) {

@@ -31,9 +31,9 @@ private:
     void WriteTrackPoints(const GpxDocument& document);
 
     void StartObject();
-    void WritePoint(const GpxPoint& point);
+    void WritePoint(const GpxPoint& point, bool isPlain);
     void WritePath(const PathGeometry& geometry);
-    void CountInLine(const GpxPoint& point);
+    void CountInLine(const GpxPoint& point, bool isPlain);
 
     const ExportSources& sources_;
     FeatureWriter& writer_;
@@ -82,8 +82,10 @@ void Walk::StartObject() {
     properties_.Add(Field::kFile, file_);
 }
 
-void Walk::WritePoint(const GpxPoint& point) {
-    TakePoint(point, properties_, missing_);
+/// \param isPlain it has nothing but a position, a height and a time
+void Walk::WritePoint(const GpxPoint& point, bool isPlain) {
+    if (!isPlain)
+        TakePoint(point, properties_, missing_);
     CountUnwritable(point, missing_);
     properties_.Sort();
     writer_.WritePoint(PositionOf(point), properties_);
@@ -94,16 +96,16 @@ void Walk::WritePath(const PathGeometry& geometry) {
     writer_.WritePath(geometry, properties_);
 }
 
-void Walk::CountInLine(const GpxPoint& point) {
+void Walk::CountInLine(const GpxPoint& point, bool isPlain) {
     CountUnwritable(point, missing_);
-    if (HasMoreThanPosition(point))
+    if (!isPlain && HasMoreThanPosition(point))
         ++missing_.pointDetails;
 }
 
 void Walk::WriteWaypoints(const GpxDocument& document) {
     for (auto point = document.GetWaypointIter(); point != document.GetWaypointEndIter(); ++point) {
         StartObject();
-        WritePoint(*point);
+        WritePoint(*point, false);
     }
 }
 
@@ -111,8 +113,9 @@ void Walk::WriteRoutes(const GpxDocument& document) {
     for (auto route = document.GetRouteIter(); route != document.GetRouteEndIter(); ++route) {
         StartObject();
         TakeRoute(*route, properties_, missing_);
+        const bool isPlain = HasPlainPoints(*route);
         for (auto point = route->GetPointIter(); point != route->GetPointEndIter(); ++point)
-            CountInLine(*point);
+            CountInLine(*point, isPlain);
         WritePath(PathGeometry(*route));
     }
 }
@@ -121,9 +124,10 @@ void Walk::WriteTracks(const GpxDocument& document) {
     for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
         StartObject();
         TakeTrack(*track, properties_, missing_);
+        const bool isPlain = HasPlainPoints(*track);
         for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment)
             for (const GpxPoint& point : *segment)
-                CountInLine(point);
+                CountInLine(point, isPlain);
         WritePath(PathGeometry(*track));
     }
 }
@@ -132,10 +136,11 @@ void Walk::WriteRoutePoints(const GpxDocument& document) {
     std::uint64_t number = 0;
     for (auto route = document.GetRouteIter(); route != document.GetRouteEndIter(); ++route) {
         ++number;
+        const bool isPlain = HasPlainPoints(*route);
         for (auto point = route->GetPointIter(); point != route->GetPointEndIter(); ++point) {
             StartObject();
             properties_.Add(Field::kRoute, number);
-            WritePoint(*point);
+            WritePoint(*point, isPlain);
         }
     }
 }
@@ -144,6 +149,7 @@ void Walk::WriteTrackPoints(const GpxDocument& document) {
     std::uint64_t number = 0;
     for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
         ++number;
+        const bool isPlain = HasPlainPoints(*track);
         std::uint64_t segmentNumber = 0;
         for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment) {
             ++segmentNumber;
@@ -151,7 +157,7 @@ void Walk::WriteTrackPoints(const GpxDocument& document) {
                 StartObject();
                 properties_.Add(Field::kTrack, number);
                 properties_.Add(Field::kSegment, segmentNumber);
-                WritePoint(point);
+                WritePoint(point, isPlain);
             }
         }
     }

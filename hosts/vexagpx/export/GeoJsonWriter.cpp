@@ -4,6 +4,7 @@
 #include <vexagpx/output/OptionalMembers.h>
 #include <vexagpx/output/ValueText.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <string_view>
@@ -137,10 +138,15 @@ void GeoJsonWriter::WriteLines(const PathGeometry& geometry, Take take) {
 }
 
 void GeoJsonWriter::WriteTime(const std::optional<double>& time) {
-    if (time)
-        json_.String(TimeDigits(*time).Text());
-    else
-        json_.Literal("null");
+    if (!time)
+        return json_.Literal("null");
+    std::array<char, 40> text;
+    const TimeDigits digits(*time);
+    char* at = text.data();
+    *at++ = '"';
+    at = std::copy(digits.Text().begin(), digits.Text().end(), at);
+    *at++ = '"';
+    json_.Literal({text.data(), static_cast<std::size_t>(at - text.data())});
 }
 
 void GeoJsonWriter::WriteProperties(const Properties& properties) {

@@ -46,6 +46,34 @@ std::uint64_t TakeFields(const GpxElement& path, const std::vector<GpxElement>& 
     return foreign;
 }
 
+/// Twice the number of elements in well-formed XML, or more than that: comments and a ">" in a text count too.
+std::uint64_t CountTags(std::string_view xml) {
+    std::uint64_t tags = 0;
+    char before = 0;
+    for (const char byte : xml) {
+        tags += byte == '>' ? 1U + (before == '/' ? 1U : 0U) : 0U;
+        before = byte;
+    }
+    return tags;
+}
+
+std::uint64_t CountTags(const std::vector<GpxElement>& elements) {
+    std::uint64_t tags = 0;
+    for (const GpxElement& element : elements)
+        tags += CountTags(element.GetXml());
+    return tags;
+}
+
+/// The elements of points that have nothing but a position, a height and a time.
+template <class Iterator>
+std::uint64_t CountPlainElements(Iterator begin, Iterator end) {
+    std::uint64_t elements = 0;
+    double value = 0.0;
+    for (Iterator point = begin; point != end; ++point)
+        elements += 1U + (point->GetElevation(value) ? 1U : 0U) + (point->GetTime(value) ? 1U : 0U);
+    return elements;
+}
+
 void AddMissing(std::uint64_t foreign, std::uint64_t known, LeftOut& missing) {
     missing.extensions += foreign > known ? foreign - known : 0;
 }
@@ -69,6 +97,19 @@ void TakeTrack(const GpxTrack& track, Properties& properties, LeftOut& missing) 
     if (color)
         properties.Add(Field::kColor, static_cast<double>(*color));
     AddMissing(foreign, color ? 1 : 0, missing);
+}
+
+bool HasPlainPoints(const GpxRoute& route) {
+    const std::uint64_t elements = 1 + CountPlainElements(route.GetPointIter(), route.GetPointEndIter());
+    return CountTags(route.GetElement().GetXml()) == 2 * elements + CountTags(FieldsOf(route));
+}
+
+bool HasPlainPoints(const GpxTrack& track) {
+    std::uint64_t elements = 1;
+    for (auto segment = track.GetSegmentIter(); segment != track.GetSegmentEndIter(); ++segment)
+        elements += 1 + CountPlainElements(segment->begin(), segment->end());
+    return CountTags(track.GetElement().GetXml()) ==
+           2 * elements + CountTags(FieldsOf(track)) + CountTags(SegmentFieldsOf(track));
 }
 
 ExportHead HeadOf(const GpxDocument& document, LeftOut& missing) {

@@ -7,7 +7,6 @@
 #include <vexagpx/output/HiddenFields.h>
 
 #include <vexaTransferLib/GpxCacheDetails.h>
-#include <vexaTransferLib/GpxExtensions.h>
 #include <vexaTransferLib/GpxPointDetails.h>
 
 #include <cmath>
@@ -124,64 +123,69 @@ public:
     void Take(Properties& properties, LeftOut& missing);
 
 private:
-    void TakeOwn(const GpxElement& child, Properties& properties);
-    void TakeForeign(std::uint64_t known, Properties& properties, LeftOut& missing) const;
+    void Look(Properties& own);
+    void TakeOwn(const GpxElement& child, Properties& own);
+    void TakeCache(Properties& properties, LeftOut& missing);
 
     const GpxPoint& point_;
     GpxElement element_;
-    bool hasMore_ = false;
+    std::uint64_t foreignValues_ = 0;
+    bool hasOwn_ = false;
     bool hasLink_ = false;
     bool hasMovement_ = false;
     bool hasForeign_ = false;
 };
 
 void PointElements::Take(Properties& properties, LeftOut& missing) {
-    std::string_view nameSpace;
     Properties own;
-    for (const GpxElement& child : element_.GetChildren()) {
-        if (IsPositionPart(child.GetName()))
-            continue;
-        if (!hasMore_)
-            nameSpace = element_.GetNamespace();
-        hasMore_ = true;
-        if (IsForeign(child, nameSpace))
-            hasForeign_ = true;
-        else
-            TakeOwn(child, own);
-    }
-    if (!hasMore_)
-        return;
-    std::uint64_t known = TakeModel(point_, properties);
+    Look(own);
+    std::uint64_t known = 0;
+    if (hasOwn_ || point_.ContainsExtensions())
+        known += TakeModel(point_, properties);
     for (const Property& property : own)
         properties.Add(property.field, property.value);
     if (hasLink_)
         properties.Add(Field::kLinks, GpxPointDetails(element_).GetLinks());
     if (hasForeign_ || hasMovement_)
         known += TakeSensors(element_, properties);
-    if (hasForeign_)
-        TakeForeign(known, properties, missing);
+    if (hasForeign_ && point_.GetPointType() == kGpxWaypoint)
+        TakeCache(properties, missing);
+    missing.extensions += foreignValues_ > known ? foreignValues_ - known : 0;
 }
 
-void PointElements::TakeOwn(const GpxElement& child, Properties& properties) {
+/// \param own gets what the model has no member for
+void PointElements::Look(Properties& own) {
+    std::string_view nameSpace;
+    for (const GpxElement& child : element_.GetChildren()) {
+        const std::string_view name = child.GetName();
+        if (IsPositionPart(name))
+            continue;
+        if (name != "extensions" && nameSpace.empty())
+            nameSpace = element_.GetNamespace();
+        if (IsForeign(child, nameSpace)) {
+            hasForeign_ = true;
+            foreignValues_ += CountValues(child);
+        } else {
+            hasOwn_ = true;
+            TakeOwn(child, own);
+        }
+    }
+}
+
+void PointElements::TakeOwn(const GpxElement& child, Properties& own) {
     const std::string_view name = child.GetName();
     hasLink_ = hasLink_ || name == "link" || name == "url";
     hasMovement_ = hasMovement_ || name == "speed" || name == "course";
-    TakeElement(child, kFields, properties);
+    TakeElement(child, kFields, own);
 }
 
-/// \param known how many values of the extensions were taken already
-void PointElements::TakeForeign(std::uint64_t known, Properties& properties, LeftOut& missing) const {
-    GpxElement cache;
-    if (point_.GetPointType() == kGpxWaypoint)
-        cache = GpxCacheDetails::FindCache(element_);
-    std::uint64_t values = 0;
-    for (const GpxElement& foreign : ForeignElements(element_)) {
-        if (foreign == cache)
-            TakeGeocache(foreign, properties, missing);
-        else
-            values += CountValues(foreign);
-    }
-    missing.extensions += values > known ? values - known : 0;
+/// A geocache has its own count of what is not taken.
+void PointElements::TakeCache(Properties& properties, LeftOut& missing) {
+    const GpxElement cache = GpxCacheDetails::FindCache(element_);
+    if (!cache)
+        return;
+    foreignValues_ -= CountValues(cache);
+    TakeGeocache(cache, properties, missing);
 }
 
 } // namespace

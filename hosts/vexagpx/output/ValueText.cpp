@@ -13,6 +13,7 @@ namespace {
 constexpr double kLeastFixed = 1e-7;
 constexpr double kMostFixed = 1e15;
 constexpr double kMicrosOfSecond = 1e6;
+constexpr int kMostWholeDigits = 6;
 
 // The first and the last second of the years 0 to 9999.
 constexpr double kFirstSecond = -62167219200.0;
@@ -23,21 +24,21 @@ class DigitWriter {
 public:
     explicit DigitWriter(char* at) : at_(at) {}
 
-    /// As many digits as `power`, a power of ten, says: 1000 stands for four.
-    void Number(std::uint64_t number, std::uint64_t power) {
-        for (; power != 0; power /= 10)
-            Letter(static_cast<char>('0' + number / power % 10));
-    }
     void Letter(char letter) { *at_++ = letter; }
-    /// The digits after a point, without zeros at their end.
-    void Fraction(std::uint64_t micros) {
-        if (micros == 0)
+    void TwoDigits(std::uint64_t number) {
+        Letter(static_cast<char>('0' + number / 10));
+        Letter(static_cast<char>('0' + number % 10));
+    }
+    /// A point and as many digits as `size`, without zeros at their end; nothing for 0.
+    void Fraction(std::uint64_t number, std::size_t size) {
+        if (number == 0)
             return;
         Letter('.');
-        std::uint64_t power = 100000;
-        for (; micros % 10 == 0; power /= 10)
-            micros /= 10;
-        Number(micros, power);
+        for (std::size_t i = size; i != 0; number /= 10)
+            at_[--i] = static_cast<char>('0' + number % 10);
+        at_ += size;
+        while (at_[-1] == '0')
+            --at_;
     }
     char* End() const { return at_; }
 
@@ -47,25 +48,50 @@ private:
 
 void WriteDate(std::int64_t days, DigitWriter& digits) {
     const std::chrono::year_month_day date{std::chrono::sys_days(std::chrono::days(days))};
-    digits.Number(static_cast<std::uint64_t>(static_cast<int>(date.year())), 1000);
+    const auto year = static_cast<std::uint64_t>(static_cast<int>(date.year()));
+    digits.TwoDigits(year / 100);
+    digits.TwoDigits(year % 100);
     digits.Letter('-');
-    digits.Number(static_cast<unsigned>(date.month()), 10);
+    digits.TwoDigits(static_cast<unsigned>(date.month()));
     digits.Letter('-');
-    digits.Number(static_cast<unsigned>(date.day()), 10);
+    digits.TwoDigits(static_cast<unsigned>(date.day()));
 }
 
 void WriteClock(std::uint64_t seconds, DigitWriter& digits) {
-    digits.Number(seconds / 3600, 10);
+    digits.TwoDigits(seconds / 3600);
     digits.Letter(':');
-    digits.Number(seconds / 60 % 60, 10);
+    digits.TwoDigits(seconds / 60 % 60);
     digits.Letter(':');
-    digits.Number(seconds % 60, 10);
+    digits.TwoDigits(seconds % 60);
+}
+
+/// \return the digits, or nothing when the number has more decimals or is too large
+std::size_t WriteShortDecimal(double number, char* text) {
+    constexpr double kScale = 1e9;
+    constexpr double kMost = 1e6;
+    const double size = std::fabs(number);
+    if (!(size < kMost) || size == 0.0)
+        return 0;
+    // The quotient of two exact numbers is what the decimal number reads back as. Decimal numbers of at most 15 digits
+    // all read back differently, so there is no shorter one.
+    const auto digits = static_cast<std::uint64_t>(size * kScale + 0.5);
+    if (static_cast<double>(digits) / kScale != size)
+        return 0;
+    constexpr std::uint64_t kWhole = 1000000000;
+    char* at = text;
+    if (number < 0.0)
+        *at++ = '-';
+    at = std::to_chars(at, at + kMostWholeDigits, digits / kWhole).ptr;
+    DigitWriter writer(at);
+    writer.Fraction(digits % kWhole, 9);
+    return static_cast<std::size_t>(writer.End() - text);
 }
 
 } // namespace
 
 NumberDigits::NumberDigits(double number) {
-    if (!std::isfinite(number))
+    size_ = WriteShortDecimal(number, text_.data());
+    if (size_ != 0 || !std::isfinite(number))
         return;
     const double size = std::fabs(number);
     const bool isFixed = size == 0.0 || (size >= kLeastFixed && size < kMostFixed);
@@ -92,7 +118,7 @@ TimeDigits::TimeDigits(double millis) {
     WriteDate(days, digits);
     digits.Letter('T');
     WriteClock(static_cast<std::uint64_t>(static_cast<std::int64_t>(second) - days * kSecondsOfDay), digits);
-    digits.Fraction(static_cast<std::uint64_t>(micros));
+    digits.Fraction(static_cast<std::uint64_t>(micros), 6);
     digits.Letter('Z');
     size_ = static_cast<std::size_t>(digits.End() - text_.data());
 }

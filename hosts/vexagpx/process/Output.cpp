@@ -4,7 +4,6 @@
 #include <vexagpx/process/Posix.h>
 
 #include <cerrno>
-#include <utility>
 
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -28,15 +27,22 @@ void Output::Write(std::string_view text) {
 }
 
 void Output::Flush() {
-    if (take_) {
-        const std::string piece = std::exchange(buffer_, {});
-        take_(piece);
-        return;
-    }
+    if (take_)
+        return GiveBuffer();
     const bool written = WriteAll(fd_, buffer_);
     buffer_.clear();
     if (!written)
         Fail();
+}
+
+/// What was given is not given again, even if the taker throws.
+void Output::GiveBuffer() {
+    std::string piece;
+    piece.swap(buffer_);
+    take_(piece);
+    // Its memory is used again.
+    piece.clear();
+    buffer_.swap(piece);
 }
 
 void Output::Close() {

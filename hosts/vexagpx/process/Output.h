@@ -37,6 +37,8 @@ public:
     std::optional<std::size_t> TerminalColumns() const;
 
 private:
+    void GiveBuffer();
+
     int fd_; ///< -1 when the pieces are taken otherwise
     TakePiece take_;
     std::string buffer_;

@@ -49,7 +49,9 @@ TEST(ElementPropertiesTest, TextsAndAttributesAreValues) {
     EXPECT_EQ(Count("<a>1</a>"), 1U);
     EXPECT_EQ(Count("<a b='1' c='2'>1</a>"), 3U);
     EXPECT_EQ(Count("<a><b>1</b><b><c>2</c><c/></b></a>"), 2U);
-    EXPECT_EQ(Count("<a><a><a><a><a><a>1</a><a>2</a></a></a></a></a></a>"), 1U);
+    EXPECT_EQ(Count("<a><b/> <b>\n</b></a>"), 0U);
+    EXPECT_EQ(Count("<a xmlns='urn:a' xmlns:b = 'urn:b' b:c = '>' d=\"'\"/>"), 2U);
+    EXPECT_EQ(Count("<a><!-- <b>1</b> --><?b 1?><![CDATA[<b>]]></a>"), 1U);
 }
 
 TEST(ElementPropertiesTest, ExtensionsAndOtherNamespacesAreForeign) {

@@ -38,6 +38,36 @@ TEST(PathPropertiesTest, RoutesHaveTheirElements) {
     EXPECT_EQ(missing.extensions, 0U);
 }
 
+TEST(PathPropertiesTest, PlainPointsAreFoundByCountingTags) {
+    const std::string plain = PointText("trkpt", "1", "2", "<ele>1</ele><time>2009-01-15T10:20:30Z</time>") +
+                              PointText("trkpt", "1", "2") + "<trkpt lat='1' lon='2'/>";
+    struct Row {
+        std::string track;
+        bool isPlain;
+    };
+    const Row rows[] = {
+        {"<trk/>", true},
+        {"<trk><trkseg/></trk>", true},
+        {"<trk><trkseg>" + plain + "</trkseg><trkseg>" + plain + "</trkseg></trk>", true},
+        {"<trk><name>a</name><link href='b'><text>c</text></link><extensions><x "
+         "xmlns='urn:x'><y/></x></extensions>"
+         "<trkseg>" +
+             plain + "<extensions><x xmlns='urn:x'/></extensions></trkseg></trk>",
+         true},
+        {"<trk><trkseg>" + plain + PointText("trkpt", "1", "2", "<sat>3</sat>") + "</trkseg></trk>", false},
+        {"<trk><trkseg>" + plain + PointText("trkpt", "1", "2", "<extensions/>") + "</trkseg></trk>", false},
+        {"<trk><trkseg>" + plain + PointText("trkpt", "1", "2", "<ele>x</ele>") + "</trkseg></trk>", false},
+        {"<trk><trkseg>" + plain + PointText("trkpt", "91", "2") + "</trkseg></trk>", false},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(vexagpx::HasPlainPoints(*cli::DocumentOf(row.track).GetTrackIter()), row.isPlain)
+            << row.track;
+    const std::string route = "<rte><name>a</name>" + PointText("rtept", "1", "2", "<ele>1</ele>");
+    EXPECT_TRUE(vexagpx::HasPlainPoints(*cli::DocumentOf(route + "</rte>").GetRouteIter()));
+    EXPECT_FALSE(vexagpx::HasPlainPoints(
+        *cli::DocumentOf(route + PointText("rtept", "1", "2", "<name>b</name>") + "</rte>").GetRouteIter()));
+}
+
 TEST(PathPropertiesTest, TheHeadHasNameDescriptionAndTime) {
     const GpxDocument document = cli::DocumentOf(
         "<metadata><name>n</name><desc>d</desc><author><name>a</name><email id='i' domain='d'/></author>"

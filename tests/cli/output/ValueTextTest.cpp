@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <charconv>
+#include <cstdlib>
 #include <limits>
+#include <random>
+#include <string>
 
 namespace {
 
@@ -12,6 +17,16 @@ using vexagpx::TimeDigits;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+/// Without zeros at the start and the end, sign, point and exponent.
+std::size_t SignificantDigits(const std::string& text) {
+    std::string digits;
+    for (const char letter : text.substr(0, text.find('e')))
+        if (letter >= '0' && letter <= '9' && (letter != '0' || !digits.empty()))
+            digits += letter;
+    const std::size_t last = digits.find_last_not_of('0');
+    return last == std::string::npos ? 0 : last + 1;
+}
 
 TEST(ValueTextTest, NumbersHaveTheFewestDigitsAndNoExponentIfTheyAreUsual) {
     struct Row {
@@ -26,13 +41,36 @@ TEST(ValueTextTest, NumbersHaveTheFewestDigitsAndNoExponentIfTheyAreUsual) {
         {100000.0, "100000"},
         {123456789012345.0, "123456789012345"},
         {0.0000001, "0.0000001"},
-        {0.00000001, "1e-08"},
+        {0.000000001, "0.000000001"},
+        {0.0000000001, "1e-10"},
+        {-179.123456789, "-179.123456789"},
+        {179.9999998807907, "179.9999998807907"},
+        {999999.999999999, "999999.999999999"},
+        {999999.9999999999, "999999.9999999999"},
+        {1000000.0, "1000000"},
+        {-0.0, "-0"},
         {1e15, "1e+15"},
         {-1.7976931348623157e308, "-1.7976931348623157e+308"},
         {1.2345678901234566e-7, "0.00000012345678901234566"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(NumberDigits(row.number).Text(), row.text);
+}
+
+TEST(ValueTextTest, NumbersReadBackTheSame) {
+    std::mt19937_64 random(1);
+    for (const double step : {1e-3, 1e-6, 1e-9, 1e-10, 1e-15, 1e3}) {
+        for (int i = 0; i < 20000; ++i) {
+            const double number =
+                static_cast<double>(static_cast<std::int64_t>(random() % 2000000000000) - 1000000000000) *
+                step;
+            const std::string text(NumberDigits(number).Text());
+            EXPECT_EQ(std::strtod(text.c_str(), nullptr), number) << text;
+            std::array<char, 64> shortest{};
+            std::to_chars(shortest.data(), shortest.data() + shortest.size(), number);
+            EXPECT_LE(SignificantDigits(text), SignificantDigits(shortest.data())) << text;
+        }
+    }
 }
 
 TEST(ValueTextTest, WhatIsNotFiniteHasNoDigits) {
