@@ -56,6 +56,10 @@ private:
 };
 
 bool Converter::ConvertFile(const InputFile& file) {
+    const bool isUnpacked = !isStream_ && file.FilePath() != options_.in;
+    if (isUnpacked && IsSameFile(options_.out, options_.in))
+        throw std::runtime_error("The result would replace the gzip file, and is not packed itself. (" +
+                                 options_.in + ")");
     GpxDocument document;
     conversion_->StartDocument();
     parser_.ReadFile(file, document);
@@ -79,7 +83,7 @@ bool Converter::ConvertArchive(const InputFile& file) {
         ReadEntry(parser_, archive, options_.in, document);
         const std::string entry = archive.Name();
         Destination destination =
-            intoFolder ? Destination(paths.FileFor(archive)) : Destination(options_.out);
+            intoFolder ? Destination(paths.DocumentFileFor(archive)) : Destination(options_.out);
         conversion_->Write(document, ShownName(options_.in) + "/" + entry, entry, destination,
                            standardOutput_);
     });

@@ -4,6 +4,7 @@
 #include <vexagpx/commands/HeadDetails.h>
 #include <vexagpx/input/CallbackInputSource.h>
 #include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/input/EntryContent.h>
 #include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/MetaDataJson.h>
@@ -126,13 +127,27 @@ void WriteJson(const GpxTarvikExtParser& scanner, const DocumentSource& source, 
     out.Write("\n");
 }
 
-/// A head that is ill-formed is no failure: what precedes the error is the result.
+/// ", line 1, column 1: invalid document structure"
+std::string PlaceText(const std::optional<GpxHead::Error>& error) {
+    if (!error || error->line == 0)
+        return "";
+    return ", line " + std::to_string(error->line) + ", column " + std::to_string(error->column) + ": " +
+           error->message;
+}
+
+/// A head that is ill-formed is no failure when there is a root element: what precedes the error is the result.
 void ThrowUnlessScanned(const GpxTarvikExtParser& scanner, const std::string& name) {
     if (scanner.GetScanEnd() == kGpxScanRefused)
         throw std::runtime_error("The head of the untrusted GPX file was refused: " + name +
                                  ". It has a document type declaration or is beyond a limit." + kTrustAdvice);
     if (scanner.GetScanEnd() == kGpxScanFailed)
         throw std::runtime_error("Unable to read the head of the file: " + name);
+    const GpxHead& head = scanner.GetHead();
+    if (head.end == GpxHead::End::kNotGpx)
+        throw std::runtime_error("The GPX document element was not found. (" + name + ")");
+    if (head.end == GpxHead::End::kIllFormed && head.rootName.isEmpty())
+        throw std::runtime_error("The file has no head that can be read. (" + name + PlaceText(head.error) +
+                                 ")");
 }
 
 void ScanFile(GpxTarvikExtParser& scanner, const InputFile& file) {
@@ -145,14 +160,10 @@ void ScanFile(GpxTarvikExtParser& scanner, const InputFile& file) {
 }
 
 void ScanEntry(GpxTarvikExtParser& scanner, Archive& archive, const std::string& file) {
-    archive.Open();
-    bool ended = false;
-    const CallbackInputSource source(file + "/" + archive.Name(), [&](char* buffer, std::size_t size) {
-        // An entry is closed at its end and cannot be read again.
-        const std::size_t count = ended ? 0 : archive.Read(buffer, size);
-        ended = count == 0;
-        return count;
-    });
+    EntryContent content(archive, file);
+    content.Open();
+    const CallbackInputSource source(
+        content.Name(), [&](char* buffer, std::size_t size) { return content.Read(buffer, size); });
     scanner.ParseSource(source);
     source.RethrowFailure();
 }

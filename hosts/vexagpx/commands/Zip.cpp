@@ -31,7 +31,7 @@ template <class Work>
 bool WithArchive(const ZipOptions& options, Work work) {
     return RunReportingErrors(options.archive, [&] {
         RefuseFolder(options.archive);
-        const InputFile file(options.archive, options.limits.streamSize);
+        const InputFile file(options.archive, options.limits, InputUse::kArchive);
         Archive archive(file, options.limits);
         return work(archive);
     });

@@ -3,8 +3,8 @@
 
 #include <vexagpx/input/EntryName.h>
 #include <vexagpx/input/EntryOverlaps.h>
+#include <vexagpx/input/FileKind.h>
 #include <vexagpx/process/Posix.h>
-#include <vexagpx/terminal/ProgressBar.h>
 
 #include <common/dbc.h>
 
@@ -13,9 +13,6 @@
 #include <climits>
 #include <map>
 #include <stdexcept>
-#include <system_error>
-
-#include <fcntl.h>
 
 namespace vexagpx {
 
@@ -25,12 +22,16 @@ vexaTransferLib::ZipFileReader OpenArchive(const InputFile& file, const std::str
     try {
         return vexaTransferLib::ZipFileReader::OpenFile(file.FilePath());
     } catch (const dbc::precondition_error& error) {
+        const std::string head = HeadOf(file);
+        const std::optional<FileKind> kind = IsZip(head) ? std::nullopt : FindKind(head);
+        if (kind)
+            throw std::runtime_error(ShownName(argument) + " is " + kind->name + ", not a ZIP archive.");
+        if (IsGpx(head))
+            throw std::runtime_error(
+                ShownName(argument) +
+                " is a GPX file, not a ZIP archive; show, dump, info and check read it.");
         throw std::runtime_error(std::string(error.what()) + " (" + argument + ")");
     }
-}
-
-bool GrowsBeyond(std::uint64_t ratio, std::uint64_t size, std::uint64_t packedSize) {
-    return size / ratio > packedSize || (size / ratio == packedSize && size % ratio != 0);
 }
 
 /// The number of a compression method, and its name if it has a well-known one.
@@ -46,16 +47,7 @@ std::string MethodText(unsigned method) {
 } // namespace
 
 bool IsArchive(const InputFile& file) {
-    try {
-        const Descriptor descriptor = OpenFile(file.FilePath(), O_RDONLY);
-        std::array<char, 4> bytes{};
-        const long count = ReadSome(descriptor.Get(), bytes.data(), bytes.size());
-        const std::string_view head(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
-        // The first entry; the end record of an archive without entries; marks of an archive that was split.
-        return head == "PK\3\4" || head == "PK\5\6" || head == "PK\7\10" || head == "PK00";
-    } catch (const std::system_error&) {
-        return false;
-    }
+    return IsZip(HeadOf(file));
 }
 
 Archive::Archive(const InputFile& file, const ArchiveLimits& limits)
@@ -132,8 +124,8 @@ void Archive::CheckSize(std::uint64_t size) const {
                   " bytes (--max-entry-size).");
     // The sizes in the archive may be false, the size of its file is not.
     const std::uint64_t packedSize = std::min(info_.compressedSize, fileSize_);
-    if (GrowsBeyond(limits_.ratio, size, packedSize))
-        FailEntry("The entry grows to more than " + std::to_string(limits_.ratio) +
+    if (limits_.IsBeyondRatio(size, packedSize))
+        FailEntry("The entry grows to more than 4 MiB and " + std::to_string(limits_.ratio) +
                   " times its size in the archive (--max-ratio).");
 }
 
@@ -141,9 +133,9 @@ void Archive::CheckTotal(std::uint64_t more) const {
     if (totalRead_ > limits_.totalSize || more > limits_.totalSize - totalRead_)
         FailEntry("With this entry the archive unpacks to more than " + std::to_string(limits_.totalSize) +
                   " bytes (--max-total-size).");
-    if (GrowsBeyond(limits_.ratio, totalRead_ + more, fileSize_))
-        FailEntry("With this entry the archive grows to more than " + std::to_string(limits_.ratio) +
-                  " times its size (--max-ratio).");
+    if (limits_.IsBeyondRatio(totalRead_ + more, fileSize_))
+        FailEntry("With this entry the archive grows to more than 4 MiB and " +
+                  std::to_string(limits_.ratio) + " times its size (--max-ratio).");
 }
 
 // This waits until an entry is opened, because it reads the local headers, which are spread over the whole file.
@@ -189,17 +181,9 @@ void Archive::Read(const std::function<void(std::string_view)>& take) {
         take({buffer.data(), count});
 }
 
-std::string Archive::ReadAll(const std::string& name) {
-    // The size in the archive may be false.
-    constexpr std::uint64_t kMostInAdvance = std::uint64_t{1} << 26;
-    std::string bytes;
-    bytes.reserve(static_cast<std::size_t>(std::min(info_.size, kMostInAdvance)));
-    ProgressBar bar(name);
-    Read([&](std::string_view piece) {
-        bytes.append(piece);
-        bar.Update({bytes.size(), info_.size});
-    });
-    return bytes;
+void Archive::CountUnpacked(std::uint64_t size) {
+    totalRead_ += size;
+    CheckTotal(0);
 }
 
 } // namespace vexagpx

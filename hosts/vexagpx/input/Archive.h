@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/input/ArchiveLimits.h>
 #include <vexagpx/input/Input.h>
 
 #include <vexaTransferLib/ZIPFileReader.h>
@@ -15,17 +16,6 @@
 
 namespace vexagpx {
 
-/// Limits of what an archive may unpack to.
-struct ArchiveLimits {
-    std::uint64_t entrySize = std::uint64_t{1} << 30; ///< bytes of one entry
-    std::uint64_t totalSize = std::uint64_t{1} << 32; ///< bytes of all that is unpacked of one archive
-    /// How many times its size in the archive an entry may have, and how many times the size of the archive
-    /// everything that is unpacked.
-    std::uint64_t ratio = 200;
-    std::uint64_t entries = 100000;
-    std::uint64_t streamSize = kMostOfStream; ///< bytes of a stream, whether it is an archive or not
-};
-
 /// True when the file starts like a ZIP archive, whatever its name. False also when it cannot be read.
 bool IsArchive(const InputFile& file);
 
@@ -39,6 +29,7 @@ public:
     bool Next();
 
     std::size_t EntryCount() const { return entryCount_; } ///< of the entries up to the current one
+    const ArchiveLimits& Limits() const { return limits_; }
 
     // About the current entry.
     /// The bytes of the name in the archive.
@@ -55,8 +46,11 @@ public:
     std::size_t Read(char* buffer, std::size_t size);
     /// Reads the whole current entry, in pieces.
     void Read(const std::function<void(std::string_view)>& take);
-    /// \param name shown with the progress
-    std::string ReadAll(const std::string& name);
+    /// The size of the current entry, as the archive states it.
+    std::uint64_t StatedSize() const { return info_.size; }
+    /// Adds bytes that were unpacked of what is packed within an entry.
+    /// \throws std::runtime_error when the archive unpacks to more than its limits
+    void CountUnpacked(std::uint64_t size);
 
 private:
     [[noreturn]] void Fail(const std::string& message) const;

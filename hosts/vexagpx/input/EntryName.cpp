@@ -131,4 +131,12 @@ bool IsArchiveName(std::string_view bytes) {
     return EndsWith(bytes, ".zip");
 }
 
+bool IsGzipName(std::string_view bytes) {
+    return EndsWith(bytes, ".gz");
+}
+
+bool IsKmlName(std::string_view bytes) {
+    return EndsWith(bytes, ".kml");
+}
+
 } // namespace vexagpx

@@ -28,4 +28,10 @@ bool IsGpxName(std::string_view bytes);
 /// True for "*.zip" in any case.
 bool IsArchiveName(std::string_view bytes);
 
+/// True for "*.gz" in any case.
+bool IsGzipName(std::string_view bytes);
+
+/// True for "*.kml" in any case.
+bool IsKmlName(std::string_view bytes);
+
 } // namespace vexagpx

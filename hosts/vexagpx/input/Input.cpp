@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/input/Input.h>
 
+#include <vexagpx/input/FileKind.h>
 #include <vexagpx/input/FolderFiles.h>
+#include <vexagpx/input/UnpackedBytes.h>
 #include <vexagpx/terminal/ProgressBar.h>
 
 #include <array>
@@ -26,11 +28,12 @@ namespace {
     throw std::runtime_error("Unable to read the file: " + argument + " (" + ErrorText(error) + ")");
 }
 
-/// True for what cannot be opened twice. For a file that does not exist the library has its own message.
+/// True for what cannot be opened twice.
+/// \throws std::runtime_error for a folder, and when there is no such file
 bool IsStream(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0)
-        return false;
+        FailToRead(path, errno);
     if (S_ISDIR(status.st_mode))
         FailForFolder(path);
     return !S_ISREG(status.st_mode);
@@ -44,21 +47,77 @@ std::uint64_t FreeSpace(int fd) {
     return static_cast<std::uint64_t>(status.f_bavail) * status.f_frsize;
 }
 
-struct StreamLimits {
-    std::uint64_t most; ///< what the user allows
-    std::uint64_t room; ///< that temporary files may take; other programs need the rest
+/// The bytes of something that is copied, counted and shown as progress.
+class CopySource {
+public:
+    CopySource(int fd, const std::string& argument, const ArchiveLimits& limits, bool isStream)
+        : fd_(fd), argument_(argument), most_(isStream ? limits.streamSize : kNoLimit),
+          isTyped_(::isatty(fd) != 0), bar_(ShownName(argument)), progress_{0, FileSize(fd)} {}
 
-    void Check(std::uint64_t size, const std::string& argument) const {
-        if (size > most)
-            throw std::runtime_error("The stream has more than " + std::to_string(most) +
-                                     " bytes (--max-stream-size). (" + argument + ")");
-        if (size > room)
+    std::size_t Read(char* buffer, std::size_t size) {
+        const long count = ReadSome(fd_, buffer, size);
+        if (count < 0)
+            FailToRead(argument_, errno);
+        progress_.done += static_cast<std::uint64_t>(count);
+        if (progress_.done > most_)
+            throw std::runtime_error("The stream has more than " + std::to_string(most_) +
+                                     " bytes (--max-stream-size). (" + argument_ + ")");
+        // A user who types the text sees how much there is.
+        if (!isTyped_)
+            bar_.Update(progress_);
+        return static_cast<std::size_t>(count);
+    }
+
+private:
+    static constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
+
+    int fd_;
+    const std::string& argument_;
+    std::uint64_t most_;
+    bool isTyped_;
+    ProgressBar bar_;
+    Progress progress_;
+};
+
+/// A new temporary file, which leaves half of the free space to other programs.
+class CopyTarget {
+public:
+    CopyTarget(const std::string& path, const std::string& argument)
+        : file_(OpenFile(path, O_WRONLY | O_CREAT | O_EXCL, 0600)), argument_(argument),
+          room_(FreeSpace(file_.Get()) / 2) {}
+
+    void Write(std::string_view bytes) {
+        size_ += bytes.size();
+        if (size_ > room_)
             throw std::runtime_error(
                 "The stream takes more than half of the space that is free for temporary "
                 "files; TMPDIR can name another folder for them. (" +
-                argument + ")");
+                argument_ + ")");
+        if (!WriteAll(file_.Get(), bytes))
+            FailToWrite();
     }
+    void Close() {
+        if (!file_.Close())
+            FailToWrite();
+    }
+
+private:
+    [[noreturn]] static void FailToWrite() {
+        throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));
+    }
+
+    Descriptor file_;
+    const std::string& argument_;
+    std::uint64_t room_;
+    std::uint64_t size_ = 0;
 };
+
+void CopyAll(PeekedBytes& from, CopyTarget& to) {
+    std::array<char, 1 << 16> buffer;
+    while (const std::size_t count = from.Read(buffer.data(), buffer.size()))
+        to.Write({buffer.data(), count});
+    to.Close();
+}
 
 } // namespace
 
@@ -66,48 +125,60 @@ std::string ShownName(const std::string& argument) {
     return argument == kStandardInput ? "standard input" : argument;
 }
 
-InputFile::InputFile(const std::string& argument, std::uint64_t mostOfStream) : argument_(argument) {
+InputFile::InputFile(const std::string& argument, const ArchiveLimits& limits, InputUse use)
+    : argument_(argument) {
     if (argument == kStandardInput) {
-        Copy(STDIN_FILENO, kStandardInput, mostOfStream);
-    } else if (IsStream(argument)) {
-        try {
-            const Descriptor stream = OpenFile(argument, O_RDONLY);
-            Copy(stream.Get(), argument.substr(argument.rfind('/') + 1), mostOfStream);
-        } catch (const std::system_error& error) {
-            FailToRead(argument, error.code().value());
-        }
+        isStream_ = true;
+        Copy(STDIN_FILENO, kStandardInput, limits, use);
+    } else if (argument.empty()) {
+        filePath_ = argument; // for which the library has its own message
     } else {
-        filePath_ = argument;
+        OpenPath(limits, use);
     }
     // The library shows the path like this.
     path_ = icu::UnicodeString::fromUTF8(filePath_);
 }
 
-void InputFile::Copy(int from, const std::string& fileName, std::uint64_t mostOfStream) {
-    folder_ = std::make_unique<TemporaryFolder>(fileName);
-    Descriptor copy = OpenFile(folder_->FilePath(), O_WRONLY | O_CREAT | O_EXCL, 0600);
-    const StreamLimits limits{mostOfStream, FreeSpace(copy.Get()) / 2};
-    std::array<char, 1 << 16> buffer;
-    const bool isTyped = ::isatty(from) != 0;
-    ProgressBar bar(ShownName(argument_));
-    Progress progress{0, FileSize(from)};
-    for (;;) {
-        const long count = ReadSome(from, buffer.data(), buffer.size());
-        if (count < 0)
-            FailToRead(argument_, errno);
-        if (count == 0)
-            break;
-        progress.done += static_cast<std::uint64_t>(count);
-        limits.Check(progress.done, argument_);
-        if (!WriteAll(copy.Get(), {buffer.data(), static_cast<std::size_t>(count)}))
-            throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));
-        // A user who types the text sees how much there is.
-        if (!isTyped)
-            bar.Update(progress);
+void InputFile::OpenPath(const ArchiveLimits& limits, InputUse use) {
+    isStream_ = IsStream(argument_);
+    const Descriptor file = OpenInput(argument_, argument_);
+    const std::string fileName = argument_.substr(argument_.rfind('/') + 1);
+    if (isStream_)
+        return Copy(file.Get(), fileName, limits, use);
+    PeekedBytes bytes(
+        [&](char* buffer, std::size_t size) { return ReadPiece(file, argument_, buffer, size); });
+    if (!IsGzip(bytes.Head())) {
+        if (use == InputUse::kDocument && !IsZip(bytes.Head()))
+            RefuseOtherKinds(bytes.Head(), argument_);
+        filePath_ = argument_;
+        return;
     }
-    if (!copy.Close())
-        throw std::runtime_error("Unable to write a temporary file: " + ErrorText(errno));
+    const Descriptor packed = OpenInput(argument_, argument_);
+    Copy(packed.Get(), WithoutGzipSuffix(fileName), limits, use);
+}
+
+void InputFile::Copy(int from, const std::string& fileName, const ArchiveLimits& limits, InputUse use) {
+    folder_ = std::make_unique<TemporaryFolder>(fileName);
+    CopyTarget target(folder_->FilePath(), argument_);
+    CopySource source(from, argument_, limits, isStream_);
+    PeekedBytes bytes([&](char* buffer, std::size_t size) { return source.Read(buffer, size); });
+    UnpackedBytes content(bytes, limits, ShownName(argument_));
+    if (use == InputUse::kDocument && !IsZip(content.Get().Head()))
+        RefuseOtherKinds(content.Get().Head(), ShownName(argument_));
+    CopyAll(content.Get(), target);
     filePath_ = folder_->FilePath();
+}
+
+std::string HeadOf(const InputFile& file) {
+    try {
+        const Descriptor descriptor = OpenFile(file.FilePath(), O_RDONLY);
+        PeekedBytes bytes([&](char* buffer, std::size_t size) {
+            return ReadPiece(descriptor, file.Argument(), buffer, size);
+        });
+        return std::string(bytes.Head());
+    } catch (const std::runtime_error&) {
+        return {};
+    }
 }
 
 Descriptor OpenInput(const std::string& path, const std::string& argument) {

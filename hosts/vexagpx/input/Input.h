@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/input/ArchiveLimits.h>
 #include <vexagpx/process/Posix.h>
 #include <vexagpx/process/TemporaryFolder.h>
 
@@ -18,16 +19,18 @@ inline constexpr char kStandardInput[] = "-";
 /// How messages name the file of an argument.
 std::string ShownName(const std::string& argument);
 
-/// The bytes that a stream may have by default.
-inline constexpr std::uint64_t kMostOfStream = std::uint64_t{1} << 32;
+/// What a command reads a file as: a GPX document or an archive of some, or an archive of anything.
+enum class InputUse { kDocument, kArchive };
 
 /// A file from the command line in a form that the library can open; its name may be any bytes. Standard input, named
-/// "-", and anything that can be read only once, such as a pipe, is copied to a temporary file of the same name.
+/// "-", and anything that can be read only once, such as a pipe, is copied to a temporary file of the same name, and a
+/// gzip file is unpacked to one.
 class InputFile {
 public:
-    /// \param mostOfStream the bytes that are copied at most; more than half of the free space is refused, too
-    /// \throws std::runtime_error
-    explicit InputFile(const std::string& argument, std::uint64_t mostOfStream = kMostOfStream);
+    /// \param limits of the bytes that are copied; more than half of the free space is refused, too
+    /// \throws std::runtime_error, for what is neither GPX nor a ZIP archive before anything is copied of it
+    explicit InputFile(const std::string& argument, const ArchiveLimits& limits = {},
+                       InputUse use = InputUse::kDocument);
 
     /// The name as on the command line.
     const std::string& Argument() const { return argument_; }
@@ -36,16 +39,21 @@ public:
     /// The same path as text, for messages; bytes that are not UTF-8 are replaced.
     const icu::UnicodeString& Path() const { return path_; }
     /// True when the file is the copy of something that can be read only once.
-    bool IsCopy() const { return folder_ != nullptr; }
+    bool IsCopy() const { return isStream_; }
 
 private:
-    void Copy(int from, const std::string& fileName, std::uint64_t mostOfStream);
+    void OpenPath(const ArchiveLimits& limits, InputUse use);
+    void Copy(int from, const std::string& fileName, const ArchiveLimits& limits, InputUse use);
 
     std::string argument_;
+    bool isStream_ = false;
     std::unique_ptr<TemporaryFolder> folder_;
     std::string filePath_;
     icu::UnicodeString path_;
 };
+
+/// The first bytes of a file by which its kind is known; none when it cannot be read.
+std::string HeadOf(const InputFile& file);
 
 /// \param argument how messages name the file
 /// \throws std::runtime_error when the file cannot be opened for reading

@@ -2,6 +2,7 @@
 #include <vexagpx/output/ExtractionPaths.h>
 
 #include <vexagpx/input/EntryName.h>
+#include <vexagpx/input/GzipFile.h>
 #include <vexagpx/output/ResolveBelow.h>
 
 #include <stdexcept>
@@ -9,6 +10,14 @@
 namespace vexagpx {
 
 FileInFolder ExtractionPaths::FileFor(const Archive& archive) {
+    return FileFor(archive, archive.StoredName());
+}
+
+FileInFolder ExtractionPaths::DocumentFileFor(const Archive& archive) {
+    return FileFor(archive, WithoutGzipSuffix(archive.StoredName()));
+}
+
+FileInFolder ExtractionPaths::FileFor(const Archive& archive, const std::string& storedName) {
     if (!folder_.IsOpen())
         folder_ = MakeFolder(path_);
     try {
@@ -16,7 +25,7 @@ FileInFolder ExtractionPaths::FileFor(const Archive& archive) {
             throw std::runtime_error("it is a link");
         if (archive.IsNameCut())
             throw std::runtime_error("the name cannot be read whole");
-        FileInFolder file = ResolveBelow(folder_, path_, SplitEntryName(archive.StoredName()));
+        FileInFolder file = ResolveBelow(folder_, path_, SplitEntryName(storedName));
         if (!archive.IsFolder() && !taken_.insert(file.path).second)
             throw std::runtime_error("an entry before has the same place");
         return file;

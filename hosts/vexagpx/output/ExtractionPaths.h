@@ -20,7 +20,12 @@ public:
     /// \throws std::runtime_error
     FileInFolder FileFor(const Archive& archive);
 
+    /// The same for the document in the entry: without the end ".gz" of an entry that is packed itself.
+    FileInFolder DocumentFileFor(const Archive& archive);
+
 private:
+    FileInFolder FileFor(const Archive& archive, const std::string& storedName);
+
     std::string path_;
     Descriptor folder_;
     std::set<std::string> taken_;
