@@ -3,10 +3,11 @@
 
 #include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/page/PageFigures.h>
-#include <vexagpx/page/PageProjection.h>
 #include <vexagpx/page/PathThinning.h>
+#include <vexagpx/page/PlaceBox.h>
 #include <vexagpx/terminal/DisplayText.h>
 
+#include <vexaTrackLib/MapProjection.h>
 #include <vexaTrackLib/PathLength.h>
 #include <vexaTrackLib/PathStatistics.h>
 
@@ -122,6 +123,9 @@ private:
     PagePath* AddPath(const std::string& kind, std::size_t number, const std::string& name);
     void StartSegment(PagePath& path);
     void TakePoint(PagePath& path, const GpxPoint& point);
+    template <class Visit>
+    void ForEachPlace(const Visit& visit);
+    vexaTrackLib::MapProjection ChooseProjection(double latitude, double longitude);
     void Project();
 
     PageDocument page_;
@@ -203,6 +207,30 @@ void Collector::TakeTracks(const GpxDocument& document) {
     }
 }
 
+/// Calls `visit` with the latitude, the longitude and the two coordinates of each place.
+template <class Visit>
+void Collector::ForEachPlace(const Visit& visit) {
+    for (PagePath& path : page_.paths)
+        for (PageSegment& segment : path.segments)
+            for (PagePoint& point : segment)
+                visit(point.y, point.x, point.x, point.y);
+    for (PageWaypoint& waypoint : page_.waypoints)
+        visit(waypoint.latitude, waypoint.longitude, waypoint.x, waypoint.y);
+}
+
+/// A map of a region, or of the world if the places are in more than a region.
+vexaTrackLib::MapProjection Collector::ChooseProjection(double latitude, double longitude) {
+    using vexaTrackLib::MapProjection;
+    constexpr double kFarthestOfRegion = 8.9e6;
+    const MapProjection region = MapProjection::OfRegion(latitude, longitude);
+    double farthest = 0.0;
+    ForEachPlace([&](double placeLatitude, double placeLongitude, double&, double&) {
+        const MapProjection::Place place = region.Project(placeLatitude, placeLongitude);
+        farthest = std::max(farthest, std::hypot(place.x, place.y));
+    });
+    return farthest > kFarthestOfRegion ? MapProjection::OfWorld(longitude) : region;
+}
+
 /// Projects all places, and measures what is drawn.
 void Collector::Project() {
     constexpr double kGreatestPlane = 4e6;
@@ -210,19 +238,16 @@ void Collector::Project() {
     double latitude = 0.0;
     double longitude = 0.0;
     box_.Middle(latitude, longitude);
-    const PageProjection projection(latitude, longitude);
+    const vexaTrackLib::MapProjection projection = ChooseProjection(latitude, longitude);
     double reach = 0.0;
-    const auto project = [&](double pointLatitude, double pointLongitude, double& x, double& y) {
-        projection.Project(pointLatitude, pointLongitude, x, y);
+    ForEachPlace([&](double placeLatitude, double placeLongitude, double& x, double& y) {
+        const vexaTrackLib::MapProjection::Place place = projection.Project(placeLatitude, placeLongitude);
+        x = place.x;
+        y = -place.y;
         reach = std::max({reach, std::abs(x), std::abs(y)});
-    };
-    for (PagePath& path : page_.paths)
-        for (PageSegment& segment : path.segments)
-            for (PagePoint& point : segment)
-                project(point.y, point.x, point.x, point.y);
-    for (PageWaypoint& waypoint : page_.waypoints)
-        project(waypoint.latitude, waypoint.longitude, waypoint.x, waypoint.y);
+    });
     page_.extent = 2.0 * reach;
+    page_.isOfWorld = projection.IsOfWorld();
     page_.isNorthUp = page_.extent < kGreatestPlane && std::abs(latitude) < kNearPole;
 }
 

@@ -1,5 +1,5 @@
 # Puts the style and the script into the template of the page, with the hashes by which the page's policy allows them and
-# nothing else, and writes the result as a C++ source. Run with TEMPLATE, STYLE, SCRIPT and OUTPUT.
+# nothing else, and writes the result as a C++ source. Run with TEMPLATE, STYLE, SCRIPT (a list of files) and OUTPUT.
 
 # The Base64 text of a SHA-256 in hexadecimal digits: 24 bits become four characters.
 function(vexa_base64 hexadecimal result)
@@ -22,7 +22,12 @@ endfunction()
 file(READ "${TEMPLATE}" page)
 foreach(part style script)
     string(TOUPPER ${part} file)
-    file(READ "${${file}}" content)
+    set(content "")
+    foreach(path IN LISTS ${file})
+        file(READ "${path}" piece)
+        string(REGEX REPLACE "^// SPDX[^\n]*\n" "" piece "${piece}")
+        string(APPEND content "${piece}")
+    endforeach()
     string(SHA256 hash "${content}")
     vexa_base64("${hash}" hash)
     string(REPLACE "{{${part} hash}}" "${hash}" page "${page}")

@@ -60,6 +60,7 @@ struct PageDocument {
     std::size_t omittedPaths = 0;     ///< routes and tracks beyond those that the page can show
     std::size_t omittedWaypoints = 0; ///< the same of waypoints
     double extent = 0.0;              ///< the greater of width and height of what is drawn, in metres
+    bool isOfWorld = false;           ///< the left and the right edge of the map are the same meridian
     bool isNorthUp = true;            ///< false near a pole and for continents
 };
 

@@ -97,6 +97,7 @@ void WriteDocument(const PageDocument& document, JsonWriter& json) {
     json.Member("name", document.name);
     json.Member("unit", unit);
     json.Member("isNorthUp", document.isNorthUp);
+    json.Member("isOfWorld", document.isOfWorld);
     json.Key("paths");
     json.BeginArray();
     for (const PagePath& path : document.paths)

@@ -108,6 +108,14 @@ TEST(PlotTest, PlacesAcrossTheDateLineAreNeighbours) {
     EXPECT_EQ(segment["h"], json({nullptr, nullptr}));
 }
 
+TEST(PlotTest, PlacesAroundTheWorldHaveAMapOfTheWorld) {
+    const std::string route =
+        "<rte><rtept lat='0' lon='-170'/><rtept lat='0' lon='-60'/><rtept lat='0' lon='60'/>"
+        "<rtept lat='0' lon='170'/></rte>";
+    EXPECT_TRUE(DataOf(PageOf(Gpx(route)))[0]["isOfWorld"]);
+    EXPECT_FALSE(DataOf(PageOf(Gpx(kTrack)))[0]["isOfWorld"]);
+}
+
 TEST(PlotTest, AShortStretchWithoutHeightsIsFilledIn) {
     std::string points;
     for (int i = 0; i <= 200; ++i)

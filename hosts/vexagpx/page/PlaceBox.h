@@ -29,20 +29,4 @@ private:
     bool isEmpty_ = true;
 };
 
-/// Lambert's azimuthal equal-area projection of a sphere as large as the earth. It looks right at every latitude, and has no
-/// edge but the place opposite its middle.
-class PageProjection {
-public:
-    /// \param latitude, longitude the middle of the map in degrees
-    PageProjection(double latitude, double longitude);
-
-    /// Metres from the middle of the map towards the right and downwards, where the north is above the middle.
-    void Project(double latitude, double longitude, double& x, double& y) const;
-
-private:
-    double sine_;
-    double cosine_;
-    double longitude_;
-};
-
 } // namespace vexagpx
