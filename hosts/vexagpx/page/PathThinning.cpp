@@ -12,6 +12,9 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kPi = 3.14159265358979323846;
 
+// The page takes a longer piece for one that leaves a map of the world and enters it at the other edge.
+constexpr double kLongestPiece = 8e6;
+
 /// The slopes of the lines from one point of a curve that pass all later ones within a tolerance. The curve has one value
 /// for each argument.
 class SlopeSleeve {
@@ -69,7 +72,7 @@ public:
         const double dx = x - x_;
         const double dy = y - y_;
         const double distance = std::sqrt(dx * dx + dy * dy);
-        if (distance < farthest_ - tolerance_)
+        if (distance < farthest_ - tolerance_ || distance > kLongestPiece)
             return false;
         farthest_ = std::max(farthest_, distance);
         if (distance <= tolerance_)

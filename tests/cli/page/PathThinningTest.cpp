@@ -91,6 +91,16 @@ TEST(PathThinningTest, AStraightLineKeepsItsEnds) {
     EXPECT_EQ(line.back().x, 999.0);
 }
 
+TEST(PathThinningTest, NoPieceIsAsLongAsHalfAMapOfTheWorld) {
+    PageSegment line;
+    for (int i = 0; i <= 36; ++i)
+        line.push_back({1e6 * i, 0.0, 1e6 * i, kMissing, kMissing});
+    ThinSegment(line, {1e4, 1.0, 1e4, true});
+    EXPECT_LT(line.size(), 10U);
+    for (std::size_t i = 1; i < line.size(); ++i)
+        EXPECT_LE(line[i].x - line[i - 1].x, 8e6);
+}
+
 TEST(PathThinningTest, ATurningPointStays) {
     PageSegment line;
     for (int i = 0; i <= 100; ++i)
