@@ -12,15 +12,18 @@ using vexaTransferLib::GpxCacheDetails;
 using vexaTransferLib::GpxCacheLogDetails;
 using vexaTransferLib::GpxElement;
 
-icu::UnicodeString Geocache::GetDescription() const {
+std::vector<GeocacheDescription> Geocache::GetDescriptions() const {
+    std::vector<GeocacheDescription> descriptions;
     if (elements.empty())
-        return {};
+        return descriptions;
     const GpxCacheDetails details(elements.front());
-    icu::UnicodeString text = details.GetShortDescription().value_or(icu::UnicodeString());
-    const icu::UnicodeString rest = details.GetLongDescription().value_or(icu::UnicodeString());
-    if (!text.isEmpty() && !rest.isEmpty())
-        text += u'\n';
-    return text + rest;
+    const auto add = [&](const std::optional<icu::UnicodeString>& text, const std::optional<bool>& isHtml) {
+        if (text && !text->isEmpty())
+            descriptions.push_back({*text, isHtml.value_or(false)});
+    };
+    add(details.GetShortDescription(), details.IsShortDescriptionHtml());
+    add(details.GetLongDescription(), details.IsLongDescriptionHtml());
+    return descriptions;
 }
 
 std::vector<GpxCacheLogDetails> Geocache::GetLogs() const {

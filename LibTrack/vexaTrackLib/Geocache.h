@@ -32,6 +32,12 @@ struct VEXATRANSFERLIB_API GeocacheCompanion {
     double documentTime = 0.0;          ///< of the file, in milliseconds since 1970 UTC; 0 when it has none
 };
 
+/// A description of a geocache. Plain data.
+struct VEXATRANSFERLIB_API GeocacheDescription {
+    icu::UnicodeString text; ///< as the file has it; HTML comes with its tags
+    bool isHtml = false;     ///< CleanText makes plain text of it
+};
+
 /// A geocache of one or several files. Plain data; an empty text or optional is what the file does not have.
 struct VEXATRANSFERLIB_API Geocache {
     icu::UnicodeString code;                    ///< of its waypoint: "GC1ABCD"
@@ -56,11 +62,11 @@ struct VEXATRANSFERLIB_API Geocache {
     std::optional<double> bearing;              ///< from the origin, in degrees from north, 0 to 360
     double documentTime = 0.0; ///< of the newest file that has it, in milliseconds; 0 when it has none
     std::vector<vexaTransferLib::GpxElement>
-        elements; ///< its `cache` elements; that of the newest file first
+        elements; ///< its `cache` elements, that of the newest file first
 
-    /// The descriptions, short and long, as the newest file has them, and whether they are HTML. Reads the element.
-    icu::UnicodeString GetDescription() const;
-    /// All logs, the newest first, each identifier once: that of the newest file. Reads all elements.
+    /// The short and the long description, as the newest file has them; those that it has. Reads the element.
+    std::vector<GeocacheDescription> GetDescriptions() const;
+    /// All logs, the newest first, each identifier once: that of the newest file that has it. Reads all elements.
     std::vector<vexaTransferLib::GpxCacheLogDetails> GetLogs() const;
 };
 

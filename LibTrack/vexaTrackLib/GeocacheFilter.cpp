@@ -183,13 +183,26 @@ private:
                                         UnknownGeocacheKey(name));
         at_ += name.size();
         if (KindOf(*key) == GeocacheKeyKind::kFlag)
-            return {*key, Operator::kEqual, !isNegated};
+            return {*key, Operator::kEqual, TakeFlag() != isNegated};
         if (isNegated)
             Fail(place, "\"not\" is for available and archived only");
         const Operator op = TakeOperator(*key);
         SkipBlanks();
         const std::size_t valuePlace = at_;
         return {*key, op, ValueOf(*key, TakeValue(), valuePlace)};
+    }
+
+    /// The truth value after a key, which is true when there is none.
+    bool TakeFlag() {
+        SkipBlanks();
+        const bool isUnequal = text_.substr(at_, 2) == "!=";
+        if (!isUnequal && text_.substr(at_, 1) != "=")
+            return true;
+        at_ += isUnequal ? 2 : 1;
+        const bool isTrue = TakeWord("true");
+        if (!isTrue && !TakeWord("false"))
+            Fail(at_, "true or false is expected");
+        return isTrue != isUnequal;
     }
 
     Operator TakeOperator(GeocacheKey key) {

@@ -141,6 +141,8 @@ int Compare(GeocacheKey key, const GeocacheValue& left, const GeocacheValue& rig
 } // namespace
 
 std::optional<GeocacheKey> FindGeocacheKey(std::string_view name) {
+    if (IsSameName(name, "hidden"))
+        return GeocacheKey::kPlaced;
     const auto* const found = std::find_if(std::begin(kKeys), std::end(kKeys),
                                            [&](const Key& key) { return IsSameName(key.name, name); });
     return found != std::end(kKeys) ? std::optional(static_cast<GeocacheKey>(found - std::begin(kKeys)))
@@ -180,9 +182,8 @@ std::string UnknownGeocacheKey(std::string_view name) {
             nearest = &key;
         }
     }
-    if (nearest != nullptr)
-        return message + "; did you mean \"" + std::string(nearest->name) + "\"?";
-    message += "; the keys are";
+    message += nearest != nullptr ? "; did you mean \"" + std::string(nearest->name) + "\"? The keys are"
+                                  : "; the keys are";
     for (const Key& key : kKeys)
         message += (&key == kKeys ? " " : ", ") + std::string(key.name);
     return message + ".";

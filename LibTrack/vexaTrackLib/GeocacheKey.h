@@ -34,7 +34,7 @@ enum class GeocacheKey : std::uint32_t {
     kBugs,       ///< "bugs": how many travel bugs
     kLogs,       ///< "logs": how many logs
     kDistance,   ///< "distance": metres from the origin of the list
-    kPlaced,     ///< "placed": a date
+    kPlaced,     ///< "placed", or "hidden": a date
     kFound,      ///< "found": the date of the newest log that says that it was found
     kAvailable,  ///< "available": whether it is neither disabled nor archived
     kArchived    ///< "archived": whether it is no more
@@ -65,7 +65,7 @@ public:
         : key_(key), isDescending_(isDescending) {}
 
     /// The key that a text names, with "-" before it for a descending order.
-    /// \throws std::invalid_argument "There is no key \"sise\"." with the nearest one or all of them
+    /// \throws std::invalid_argument "There is no key \"sise\"." with the nearest one, if one is near, and all of them
     static GeocacheOrder Parse(std::string_view text);
 
     /// Whether the left one comes before the right one.
@@ -76,7 +76,8 @@ private:
     bool isDescending_;
 };
 
-/// The message for a name that is none of a key: with the key that is the nearest in spelling, or with all of them.
+/// The message for a name that is none of a key: with the key that is the nearest in
+/// spelling, if one is near, and all of them.
 VEXATRANSFERLIB_API std::string UnknownGeocacheKey(std::string_view name);
 
 } // namespace vexaTrackLib

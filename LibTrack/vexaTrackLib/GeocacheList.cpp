@@ -6,6 +6,7 @@
 
 #include <GeographicLib/Geodesic.hpp>
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -82,49 +83,45 @@ void GeocacheList::Add(const GpxDocument& document) {
 void GeocacheList::AddCache(const GpxPoint& waypoint, const GpxElement& element, double time) {
     const icu::UnicodeString code = TextOf(waypoint, &GpxPoint::GetName);
     // Geocaches without a code are all different.
-    const auto known = code.isEmpty() ? indexes_.end() : indexes_.find(code);
-    if (known != indexes_.end()) {
-        AddAgain(waypoint, element, time, entries_[known->second]);
-        return;
+    auto known = code.isEmpty() ? indexes_.end() : indexes_.find(code);
+    const bool isNew = known == indexes_.end();
+    if (isNew) {
+        entries_.emplace_back();
+        if (!code.isEmpty())
+            known = indexes_.emplace(code, entries_.size() - 1).first;
     }
-    Entry entry;
-    entry.cache.code = code;
-    Describe(waypoint, element, time, entry);
-    entries_.push_back(std::move(entry));
-    if (!code.isEmpty())
-        indexes_.emplace(code, entries_.size() - 1);
-}
-
-// The element of the newest document comes first, and says everything but what is in the other logs.
-void GeocacheList::AddAgain(const GpxPoint& waypoint, const GpxElement& element, double time,
-                            Entry& entry) const {
-    if (time < entry.cache.documentTime) {
+    Entry& entry = isNew ? entries_.back() : entries_[known->second];
+    entry.versions.push_back({time, element});
+    if (isNew || time >= entry.cache.documentTime)
+        Describe(waypoint, element, time, entry);
+    else
         ScanLogs(element, entry.logs, entry.cache);
-        entry.cache.elements.push_back(element);
-        return;
-    }
-    Entry newer;
-    newer.cache.code = entry.cache.code;
-    newer.cache.logCount = entry.cache.logCount;
-    newer.cache.foundTime = entry.cache.foundTime;
-    newer.cache.elements = std::move(entry.cache.elements);
-    newer.logs = std::move(entry.logs);
-    Describe(waypoint, element, time, newer);
-    std::swap(newer.cache.elements.front(), newer.cache.elements.back());
-    entry = std::move(newer);
 }
 
+// The newest document says everything but what is in the logs of all.
 void GeocacheList::Describe(const GpxPoint& waypoint, const GpxElement& element, double time,
                             Entry& entry) const {
-    Geocache& cache = entry.cache;
+    Geocache cache;
+    cache.code = TextOf(waypoint, &GpxPoint::GetName);
+    cache.logCount = entry.cache.logCount;
+    cache.foundTime = entry.cache.foundTime;
     cache.place = PlaceOf(waypoint);
     cache.documentTime = time;
     double placed = 0.0;
     if (waypoint.GetTime(placed))
         cache.placedTime = placed;
     ScanCache(element, entry.logs, cache);
-    cache.elements.push_back(element);
     Measure(cache);
+    entry.cache = std::move(cache);
+}
+
+void GeocacheList::SortVersions(Entry& entry) {
+    // Of equally new ones, that which was added last comes first.
+    std::reverse(entry.versions.begin(), entry.versions.end());
+    std::stable_sort(entry.versions.begin(), entry.versions.end(),
+                     [](const Version& left, const Version& right) { return left.time > right.time; });
+    for (Version& version : entry.versions)
+        entry.cache.elements.push_back(std::move(version.element));
 }
 
 void GeocacheList::Measure(Geocache& cache) const {
@@ -158,9 +155,11 @@ std::vector<Geocache> GeocacheList::Finish() {
             tails.emplace(tail, index);
     for (auto& [code, candidate] : companions_) {
         const auto found = tails.find(TailOf(code));
-        if (found != tails.end())
+        // A waypoint with the code of a geocache itself is another waypoint.
+        const bool isCacheItself = indexes_.find(code) != indexes_.end();
+        if (found != tails.end() && !isCacheItself)
             entries_[found->second].cache.companions.push_back(std::move(candidate.companion));
-        else if (candidate.isCompanion)
+        else if (candidate.isCompanion && !isCacheItself)
             orphans_.push_back(std::move(candidate.companion));
         else
             ++others_;
@@ -168,8 +167,10 @@ std::vector<Geocache> GeocacheList::Finish() {
     companions_.clear();
     std::vector<Geocache> caches;
     caches.reserve(entries_.size());
-    for (Entry& entry : entries_)
+    for (Entry& entry : entries_) {
+        SortVersions(entry);
         caches.push_back(std::move(entry.cache));
+    }
     entries_.clear();
     indexes_.clear();
     return caches;

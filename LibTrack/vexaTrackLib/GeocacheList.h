@@ -62,9 +62,14 @@ public:
     std::size_t GetOtherCount() const { return others_; }
 
 private:
+    struct Version {
+        double time; ///< of its document
+        vexaTransferLib::GpxElement element;
+    };
     struct Entry {
         Geocache cache;
-        std::set<std::int64_t> logs; ///< identifiers of the logs that are counted
+        std::vector<Version> versions; ///< in the order in which they were added
+        std::set<std::int64_t> logs;   ///< identifiers of the logs that are counted
     };
     struct Candidate {
         GeocacheCompanion companion;
@@ -73,9 +78,7 @@ private:
 
     VEXATRANSFERLIB_LOCAL void AddCache(const vexaTransferLib::GpxPoint& waypoint,
                                         const vexaTransferLib::GpxElement& element, double time);
-    VEXATRANSFERLIB_LOCAL void AddAgain(const vexaTransferLib::GpxPoint& waypoint,
-                                        const vexaTransferLib::GpxElement& element, double time,
-                                        Entry& entry) const;
+    VEXATRANSFERLIB_LOCAL static void SortVersions(Entry& entry);
     VEXATRANSFERLIB_LOCAL void Describe(const vexaTransferLib::GpxPoint& waypoint,
                                         const vexaTransferLib::GpxElement& element, double time,
                                         Entry& entry) const;

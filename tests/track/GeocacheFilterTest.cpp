@@ -88,6 +88,10 @@ TEST(GeocacheFilterTest, TruthValuesStandAlone) {
     EXPECT_FALSE(Accepts("not available"));
     EXPECT_TRUE(Accepts("NOT archived and Available"));
     EXPECT_FALSE(Accepts("available and archived"));
+    EXPECT_TRUE(Accepts("available=true and archived = false"));
+    EXPECT_TRUE(Accepts("available!=FALSE"));
+    EXPECT_FALSE(Accepts("archived=true"));
+    EXPECT_TRUE(Accepts("not archived=true"));
 }
 
 TEST(GeocacheFilterTest, WithoutASayingACacheIsAvailable) {
@@ -129,7 +133,9 @@ TEST(GeocacheFilterTest, RefusalsSayWhatIsWrongAndWhere) {
     EXPECT_EQ(Refusal(""), "Column 1: a key is expected, such as \"difficulty\".");
     EXPECT_EQ(Refusal("  >4"), "Column 3: a key is expected, such as \"difficulty\".");
     EXPECT_EQ(Refusal("dificulty>4"),
-              "Column 1: There is no key \"dificulty\"; did you mean \"difficulty\"?");
+              "Column 1: There is no key \"dificulty\"; did you mean \"difficulty\"? The keys are code, "
+              "name, owner, type, size, country, state, hint, difficulty, terrain, bugs, logs, distance, "
+              "placed, found, available, archived.");
     EXPECT_EQ(Refusal("difficulty 4"), "Column 12: one of = != < <= > >= ~ is expected.");
     EXPECT_EQ(Refusal("difficulty"), "Column 11: one of = != < <= > >= ~ is expected.");
     EXPECT_EQ(Refusal("difficulty~4"), "Column 11: \"~\" is for texts only.");
@@ -145,6 +151,7 @@ TEST(GeocacheFilterTest, RefusalsSayWhatIsWrongAndWhere) {
     EXPECT_EQ(Refusal("name=\"a"), "Column 6: the quotation mark has no partner.");
     EXPECT_EQ(Refusal("name=\"a\" b"), "Column 10: \"and\" is expected between conditions.");
     EXPECT_EQ(Refusal("not difficulty=1"), "Column 5: \"not\" is for available and archived only.");
+    EXPECT_EQ(Refusal("available=yes"), "Column 11: true or false is expected.");
     EXPECT_EQ(Refusal("available or archived"), "Column 11: \"and\" is expected between conditions.");
     EXPECT_EQ(Refusal(std::string(10'001, 'a')), "The condition is too long.");
 }

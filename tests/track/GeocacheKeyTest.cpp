@@ -35,6 +35,7 @@ TEST(GeocacheKeyTest, EachNameFindsItsKey) {
     }
     EXPECT_EQ(keys.size(), GeocacheKeyNames().size());
     EXPECT_EQ(FindGeocacheKey("Found"), GeocacheKey::kFound);
+    EXPECT_EQ(FindGeocacheKey("hidden"), GeocacheKey::kPlaced);
     EXPECT_EQ(FindGeocacheKey("fund"), std::nullopt);
     EXPECT_EQ(KindOf(GeocacheKey::kFound), GeocacheKeyKind::kDate);
     EXPECT_EQ(KindOf(GeocacheKey::kDistance), GeocacheKeyKind::kLength);
@@ -76,7 +77,9 @@ TEST(GeocacheKeyTest, AnUnknownOrderNamesTheNearestKey) {
             return std::string(error.what());
         }
     };
-    EXPECT_EQ(refusal("-sise"), "There is no key \"sise\"; did you mean \"size\"?");
+    EXPECT_EQ(refusal("-sise"), "There is no key \"sise\"; did you mean \"size\"? The keys are code, name, "
+                                "owner, type, size, country, state, hint, difficulty, terrain, bugs, logs, "
+                                "distance, placed, found, available, archived.");
     EXPECT_EQ(refusal("").substr(0, 41), "There is no key \"\"; the keys are code, na");
     EXPECT_EQ(refusal(std::string(100'000, 'x')).substr(0, 20), "There is no key \"xxx");
 }

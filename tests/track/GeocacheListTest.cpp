@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -54,7 +56,8 @@ TEST(GeocacheListTest, HasWhatTheFileSays) {
               "<g:name> Bridge </g:name><g:owner>o</g:owner><g:type>Traditional Cache</g:type>"
               "<g:container>Small</g:container><g:difficulty>1.5</g:difficulty><g:terrain>2</g:terrain>"
               "<g:country>c</g:country><g:state>s</g:state><g:short_description>short</g:short_description>"
-              "<g:long_description>long</g:long_description><g:encoded_hints>h</g:encoded_hints><g:logs>" +
+              "<g:long_description "
+              "html='True'>long</g:long_description><g:encoded_hints>h</g:encoded_hints><g:logs>" +
                   Log("1", "2011-01-01T00:00:00Z", "Found it") +
                   Log("2", "2011-02-01T00:00:00Z", "Write note") +
                   Log("3", "2010-01-01T00:00:00Z", "attended") +
@@ -78,7 +81,11 @@ TEST(GeocacheListTest, HasWhatTheFileSays) {
     EXPECT_EQ(cache.logCount, 3u);
     ASSERT_EQ(cache.travelBugs.size(), 2u);
     EXPECT_EQ(Utf8(cache.travelBugs[0] + cache.travelBugs[1]), "BugTB2");
-    EXPECT_EQ(Utf8(cache.GetDescription()), "short\nlong");
+    ASSERT_EQ(cache.GetDescriptions().size(), 2u);
+    EXPECT_EQ(Utf8(cache.GetDescriptions()[0].text), "short");
+    EXPECT_FALSE(cache.GetDescriptions()[0].isHtml);
+    EXPECT_EQ(Utf8(cache.GetDescriptions()[1].text), "long");
+    EXPECT_TRUE(cache.GetDescriptions()[1].isHtml);
     EXPECT_EQ(cache.metres, std::nullopt);
 }
 
@@ -102,6 +109,35 @@ TEST(GeocacheListTest, TheNewestFileWinsAndAllLogsCount) {
             texts += Utf8(*log.text);
         EXPECT_EQ(texts, "Bca");
     }
+}
+
+TEST(GeocacheListTest, ALogIsThatOfTheNewestFileThatHasItWhateverTheirOrder) {
+    const auto version = [](const char* year, const std::string& text) {
+        const std::string logs =
+            text.empty() ? ""
+                         : "<g:logs>" + Log(" +7", "2011-01-01T00:00:00Z", "Found it", text) + "</g:logs>";
+        return Document(std::string(year) + "-01-01T00:00:00Z", Cache("GC1", logs));
+    };
+    const std::vector<GpxDocument> documents = {version("2022", "z"), version("2024", "a"),
+                                                version("2025", "b"), version("2026", "")};
+    std::vector<std::size_t> order = {0, 1, 2, 3};
+    do {
+        GeocacheList list;
+        for (const std::size_t index : order)
+            list.Add(documents[index]);
+        const std::vector<Geocache> caches = list.Finish();
+        ASSERT_EQ(caches[0].GetLogs().size(), 1u);
+        EXPECT_EQ(Utf8(*caches[0].GetLogs()[0].text), "b");
+        EXPECT_EQ(caches[0].logCount, 1u);
+    } while (std::next_permutation(order.begin(), order.end()));
+}
+
+TEST(GeocacheListTest, AWaypointWithTheCodeOfAGeocacheIsNoCompanion) {
+    GeocacheList list;
+    list.Add(Document("", Cache("GC1ABC", "") + Companion("GC1ABC")));
+    EXPECT_TRUE(list.Finish()[0].companions.empty());
+    EXPECT_TRUE(list.GetOrphans().empty());
+    EXPECT_EQ(list.GetOtherCount(), 1u);
 }
 
 TEST(GeocacheListTest, OfEquallyNewFilesTheLastOneWins) {

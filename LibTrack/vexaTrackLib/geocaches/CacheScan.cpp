@@ -4,6 +4,7 @@
 #include <charconv>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vexaTrackLib {
 
@@ -37,15 +38,27 @@ icu::UnicodeString TrimmedText(const GpxElement& element) {
     return text.trim();
 }
 
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+// As GpxCacheDetails reads the identifiers of logs: with blanks around it or a plus sign.
 std::optional<std::int64_t> IdOf(const GpxElement& log) {
-    const std::optional<icu::UnicodeString> text = log.GetAttribute("id");
-    if (!text)
+    const std::optional<icu::UnicodeString> attribute = log.GetAttribute("id");
+    if (!attribute)
         return std::nullopt;
     std::string utf8;
-    text->toUTF8String(utf8);
+    attribute->toUTF8String(utf8);
+    std::string_view text = utf8;
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back()))
+        text.remove_suffix(1);
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
+        text.remove_prefix(1);
     std::int64_t id = 0;
-    const std::from_chars_result read = std::from_chars(utf8.data(), utf8.data() + utf8.size(), id);
-    const bool isNumber = read.ec == std::errc() && read.ptr == utf8.data() + utf8.size();
+    const std::from_chars_result read = std::from_chars(text.data(), text.data() + text.size(), id);
+    const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
     return isNumber ? std::optional(id) : std::nullopt;
 }
 
@@ -80,13 +93,17 @@ void TakeLogs(const GpxElement& logs, std::string_view nameSpace, std::set<std::
     }
 }
 
-void TakeTravelBugs(const GpxElement& cacheElement, Geocache& cache) {
-    for (const vexaTransferLib::GpxTravelBug& bug : GpxCacheDetails(cacheElement).GetTravelBugs()) {
-        const icu::UnicodeString name =
-            bug.name && !bug.name->isEmpty() ? *bug.name : bug.reference.value_or(icu::UnicodeString());
-        if (!name.isEmpty())
-            cache.travelBugs.push_back(name);
-    }
+// Its name, or else its code.
+icu::UnicodeString NameOfBug(const GpxElement& bug, std::string_view nameSpace) {
+    const icu::UnicodeString name = TrimmedText(bug.FindChild(nameSpace, "name"));
+    return name.isEmpty() ? bug.GetAttribute("ref").value_or(icu::UnicodeString()) : name;
+}
+
+void TakeTravelBugs(const GpxElement& bugs, std::string_view nameSpace, Geocache& cache) {
+    for (const GpxElement& bug : bugs.GetChildren())
+        if (bug.GetName() == "travelbug" && bug.GetNamespace() == nameSpace)
+            if (icu::UnicodeString name = NameOfBug(bug, nameSpace); !name.isEmpty())
+                cache.travelBugs.push_back(std::move(name));
 }
 
 void TakeField(const GpxElement& child, Geocache& cache) {
@@ -106,19 +123,16 @@ void ScanCache(const GpxElement& element, std::set<std::int64_t>& knownLogs, Geo
     cache.isAvailable = details.IsAvailable();
     cache.isArchived = details.IsArchived();
     const std::string_view nameSpace = element.GetNamespace();
-    bool hasTravelBugs = false;
     for (const GpxElement& child : element.GetChildren()) {
         if (child.GetNamespace() != nameSpace)
             continue;
         if (child.GetName() == "logs")
             TakeLogs(child, nameSpace, knownLogs, cache);
         else if (child.GetName() == "travelbugs")
-            hasTravelBugs = true;
+            TakeTravelBugs(child, nameSpace, cache);
         else
             TakeField(child, cache);
     }
-    if (hasTravelBugs)
-        TakeTravelBugs(element, cache);
 }
 
 void ScanLogs(const GpxElement& element, std::set<std::int64_t>& knownLogs, Geocache& cache) {

@@ -101,6 +101,8 @@ void WriteCachesCsv(const std::vector<Geocache>& caches, std::size_t orphanCount
     WriteTitles(details, csv);
     for (const Geocache& cache : caches)
         WriteRow(cache, details, csv);
+    if (details.logs != 0)
+        PrintError("Note: the table has no place for logs; --json has.");
     if (orphanCount != 0)
         PrintError("Note: " + Counted(orphanCount, "waypoint") +
                    " of geocaches that are in none of the files are not in the table.");

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace vexagpx {
 
@@ -32,15 +33,27 @@ icu::UnicodeString Decoded(icu::UnicodeString text) {
     return text;
 }
 
+icu::UnicodeString Unified(icu::UnicodeString text) {
+    return text.findAndReplace(u"\r\n", u"\n").trim();
+}
+
 } // namespace
 
 icu::UnicodeString Cleaned(icu::UnicodeString text) {
     vexaTransferLib::CleanText().CleanWebTextForTova(text);
-    return text.findAndReplace(u"\r\n", u"\n").trim();
+    return Unified(std::move(text));
 }
 
 icu::UnicodeString CleanDescription(const Geocache& cache) {
-    return Cleaned(cache.GetDescription());
+    icu::UnicodeString all;
+    for (vexaTrackLib::GeocacheDescription& description : cache.GetDescriptions()) {
+        const icu::UnicodeString text =
+            description.isHtml ? Cleaned(description.text) : Unified(description.text);
+        if (!all.isEmpty() && !text.isEmpty())
+            all += u'\n';
+        all += text;
+    }
+    return all;
 }
 
 std::vector<GpxCacheLogDetails> NewestLogs(const Geocache& cache, std::uint64_t count) {

@@ -18,9 +18,9 @@ struct CacheDetailsWanted {
     bool distance = false; ///< from the place that the user named
 };
 
-/// The descriptions as plain text, cleaned, with line feeds between lines.
+/// The descriptions as plain text, with line feeds between lines; HTML is cleaned.
 icu::UnicodeString CleanDescription(const vexaTrackLib::Geocache& cache);
-/// The same for any text of a geocache.
+/// A text that may be HTML or BBCode as plain text, with line feeds between lines.
 icu::UnicodeString Cleaned(icu::UnicodeString text);
 /// The newest logs.
 std::vector<vexaTransferLib::GpxCacheLogDetails> NewestLogs(const vexaTrackLib::Geocache& cache,
