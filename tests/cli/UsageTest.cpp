@@ -10,8 +10,8 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},  {"dump"}, {"info"},        {"plot"},       {"check"},       {"convert"},       {"export"},
-    {"clean"}, {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},   {"caches"}, {"dump"}, {"info"},        {"plot"},       {"check"},       {"convert"},
+    {"export"}, {"clean"},  {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -91,7 +91,8 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     const Result result = RunTool({"--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* command : {"show", "dump", "info", "check", "convert", "export", "clean", "zip"})
+    for (const char* command :
+         {"show", "caches", "dump", "info", "check", "convert", "export", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 
