@@ -43,7 +43,7 @@ public:
     PathStatistics Get() const;
 
 private:
-    class Impl;
+    class VEXATRANSFERLIB_LOCAL Impl;
 
     std::unique_ptr<Impl> impl_;
 };

@@ -27,6 +27,14 @@ std::optional<double> PathStatistics::MeanSpeed() const {
     return speedMetres / speedSeconds;
 }
 
+std::optional<double> PathStatistics::FastestSpeed() const {
+    const std::optional<double> mean = MeanSpeed();
+    // The difference is for rounding: on an even path both are the same.
+    if (fastest && mean && *fastest < *mean * (1.0 - 1e-9))
+        return std::nullopt;
+    return fastest;
+}
+
 void PathStatistics::Add(const PathStatistics& other) {
     points += other.points;
     pointsWithoutTime += other.pointsWithoutTime;

@@ -72,14 +72,17 @@ struct VEXATRANSFERLIB_API PathStatistics {
     double speedMetres = 0.0;
     double speedSeconds = 0.0;
     /// \}
-    /// In metres a second: the fastest that was kept for ten seconds and three pieces. Nothing when no part of the path
-    /// is so long.
+    /// In metres a second: the highest mean speed over at least ten seconds and three steps. Nothing when no part of the
+    /// path is so long; FastestSpeed() is what to show.
     std::optional<double> fastest;
 
     Bounds bounds; ///< of all points
 
     /// In metres a second, while moving; nothing when no time passed.
     std::optional<double> MeanSpeed() const;
+
+    /// In metres a second: `fastest`, but nothing when the points are so far apart that it is below the mean speed.
+    std::optional<double> FastestSpeed() const;
 
     /// Adds the figures of another path: sums, and the extremes of both.
     void Add(const PathStatistics& other);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/CommandLine.h>
 
-#include <vexagpx/commands/Caches.h>
 #include <vexagpx/commands/Check.h>
 #include <vexagpx/commands/Clean.h>
 #include <vexagpx/commands/Convert.h>
@@ -10,11 +9,9 @@
 #include <vexagpx/commands/Info.h>
 #include <vexagpx/commands/Plot.h>
 #include <vexagpx/commands/Show.h>
+#include <vexagpx/commands/Stats.h>
 #include <vexagpx/commands/Zip.h>
 #include <vexagpx/process/Messages.h>
-
-#include <vexaTrackLib/GeocacheFilter.h>
-#include <vexaTrackLib/GeocacheKey.h>
 
 #include <CLI/CLI.hpp>
 
@@ -22,7 +19,6 @@
 #include <charconv>
 #include <cstdint>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -33,22 +29,19 @@ namespace {
 constexpr char kShowExamples[] = "Examples:\n"
                                  "  vexagpx show walk.gpx\n"
                                  "  vexagpx show --all *.gpx | less\n";
+constexpr char kStatsExamples[] =
+    "Ascent is counted between valleys and peaks that differ by the climb at least, a\n"
+    "stay that is shorter than the pause is none. The manual defines each figure.\n"
+    "\n"
+    "Examples:\n"
+    "  vexagpx stats walk.gpx\n"
+    "  vexagpx stats --climb 10m --pause 5min --units imperial walk.gpx\n"
+    "  vexagpx stats --total *.gpx\n"
+    "  vexagpx stats --json walk.gpx | jq .allTracks.distance\n";
 constexpr char kDumpExamples[] = "Examples:\n"
                                  "  vexagpx dump walk.gpx\n"
                                  "  vexagpx dump *.gpx > models.jsonl\n"
                                  "  curl -s https://example.org/walk.gpx | vexagpx dump -\n";
-constexpr char kCachesExamples[] =
-    "A CONDITION compares code, name, owner, type, size, country, state, hint,\n"
-    "difficulty, terrain, bugs, logs, distance, placed or found by = != < <= > >=,\n"
-    "or texts by ~ (contains); available and archived stand alone, or after \"not\".\n"
-    "\"and\" joins conditions. KEY is one of the same words.\n"
-    "\n"
-    "Examples:\n"
-    "  vexagpx caches pocket-query.zip\n"
-    "  vexagpx caches query.gpx query-wpts.gpx --sort -terrain --hint\n"
-    "  vexagpx caches queries --where 'difficulty>=4 and type~mystery'\n"
-    "  vexagpx caches query.zip --near 47.5,8.25 --within 2km --logs 3\n"
-    "  vexagpx caches query.zip --where 'found<2024-01-01 and available' --csv\n";
 constexpr char kCheckExamples[] =
     "\"(lost)\" marks data that the document does not have. The exit status is 1 when\n"
     "something is marked so, or when a file cannot be read.\n"
@@ -129,6 +122,17 @@ std::string RequireSize(const std::string& text) {
 
 std::string RequirePage(const std::string& text) {
     return text.ends_with(".html") ? "" : "must end with .html";
+}
+
+std::string RequireLength(const std::string& text) {
+    return ParseLength(text) ? "" : "must be a length such as 5m or 15ft (m, km, ft, mi)";
+}
+
+std::string RequirePause(const std::string& text) {
+    const std::optional<double> seconds = ParseDuration(text);
+    if (!seconds)
+        return "must be a duration such as 90s or 2min (s, min, h)";
+    return *seconds >= 1.0 ? "" : "must be a second or more";
 }
 
 std::string RequireNumber(const std::string& text) {
@@ -282,62 +286,39 @@ void AddShow(CLI::App& app, Invocation& invocation) {
     command.add_flag("--all", options->all, "List every waypoint, route, track and geocache");
 }
 
-/// A check that takes the message of an exception for the error.
-template <class Parse>
-CLI::Validator Parsed(Parse parse) {
-    return CLI::Validator(
-        [parse](const std::string& text) {
-            try {
-                parse(text);
-                return std::string();
-            } catch (const std::invalid_argument& error) {
-                return std::string(error.what());
-            }
-        },
-        "");
-}
-
-std::string RequirePlace(const std::string& text) {
-    return ParsePlace(text) ? "" : "must be a latitude and a longitude, such as 47.5,8.25";
-}
-
-std::string RequireLength(const std::string& text) {
-    return vexaTrackLib::ParseLength(text) ? "" : "must be a length, such as 500m, 2km or 1mi";
-}
-
-void AddCacheSelection(CLI::App& command, CachesOptions& options) {
-    AddText(command, "--where", options.conditions,
-            "List only those that meet the CONDITION; may be repeated")
-        ->type_name("CONDITION")
-        ->allow_extra_args(false)
-        ->check(Parsed(vexaTrackLib::GeocacheFilter::Parse));
-    AddText(command, "--sort", options.order, "Sort by KEY; -KEY: the greatest first")
-        ->type_name("KEY")
-        ->check(Parsed(vexaTrackLib::GeocacheOrder::Parse));
-    CLI::Option* const near =
-        AddText(command, "--near", options.near, "Tell how far they are, and sort by it")
-            ->type_name("LAT,LON")
-            ->check(CLI::Validator(RequirePlace, ""));
-    AddText(command, "--within", options.within, "List only those so near: 500m, 2km, 1mi")
-        ->type_name("LENGTH")
-        ->check(CLI::Validator(RequireLength, ""))
-        ->needs(near);
-}
-
-void AddCaches(CLI::App& app, Invocation& invocation) {
-    const auto options = std::make_shared<CachesOptions>();
-    CLI::App& command = AddCommand(
-        app, invocation, {"caches", "List geocaches with their waypoints", kCachesExamples}, options, Caches);
+void AddStats(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<StatsOptions>();
+    CLI::App& command =
+        AddCommand(app, invocation, {"stats", "Show how far, high, long and fast tracks go", kStatsExamples},
+                   options, Stats);
     AddFiles(command, invocation, *options);
-    AddCacheSelection(command, *options);
-    command.add_option("--logs", options->logs, "Show the N newest logs")
-        ->type_name("N")
-        ->check(CLI::Validator(RequireNumber, ""));
-    command.add_flag("--hint", options->hint, "Show the hints");
-    command.add_flag("--text", options->text, "Show the descriptions as plain text");
-    CLI::Option* const json =
-        command.add_flag("--json", options->json, "Print a line of JSON for each geocache");
-    command.add_flag("--csv", options->csv, "Print comma-separated values")->excludes(json);
+    AddAsHost(command, options->rules, "Measure what other programs with this library get");
+    const auto setClimb = [options](const std::string& text) {
+        options->figures.climb = ParseLength(text).value();
+    };
+    command
+        .add_option_function<std::string>("--climb", setClimb,
+                                          "Height that a peak is above a valley at least")
+        ->check(CLI::Validator(RequireLength, ""))
+        ->type_name("LENGTH")
+        ->default_str("5m");
+    const auto setPause = [options](const std::string& text) {
+        options->figures.pause = ParseDuration(text).value();
+    };
+    command.add_option_function<std::string>("--pause", setPause, "Shortest stay that counts as a pause")
+        ->check(CLI::Validator(RequirePause, ""))
+        ->type_name("DURATION")
+        ->default_str("2min");
+    const auto setUnits = [options](const std::string& text) {
+        options->units = text == "imperial" ? Units::kImperial : Units::kMetric;
+    };
+    command.add_option_function<std::string>("--units", setUnits, "metric or imperial")
+        ->check(CLI::IsMember({"metric", "imperial"}).description(""))
+        ->type_name("UNITS")
+        ->default_str("metric");
+    command.add_flag("--total", options->total, "Add the sums of all files");
+    command.add_flag("--json", options->json,
+                     "Print a line of JSON for each document, in metres\nand seconds");
 }
 
 void AddDump(CLI::App& app, Invocation& invocation) {
@@ -509,7 +490,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     AddProgress(app, invocation);
     app.require_subcommand(1);
     AddShow(app, invocation);
-    AddCaches(app, invocation);
+    AddStats(app, invocation);
     AddDump(app, invocation);
     AddInfo(app, invocation);
     AddPlot(app, invocation);
@@ -523,6 +504,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "\n"
                "Examples:\n"
                "  vexagpx show walk.gpx\n"
+               "  vexagpx stats walk.gpx\n"
                "  vexagpx dump *.gpx > models.jsonl\n"
                "  vexagpx info pocket-query.zip\n"
                "  vexagpx plot walk.gpx -o walk.html\n"

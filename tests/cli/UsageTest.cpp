@@ -10,8 +10,8 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},   {"caches"}, {"dump"}, {"info"},        {"plot"},       {"check"},       {"convert"},
-    {"export"}, {"clean"},  {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},   {"stats"}, {"dump"}, {"info"},        {"plot"},       {"check"},       {"convert"},
+    {"export"}, {"clean"}, {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -24,6 +24,14 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
     const std::vector<std::vector<std::string>> wrong = {
         {},
         {"show"},
+        {"stats"},
+        {"stats", "a.gpx", "--climb", "5"},
+        {"stats", "a.gpx", "--climb", "-5m"},
+        {"stats", "a.gpx", "--climb", "5 miles"},
+        {"stats", "a.gpx", "--pause", "0.5s"},
+        {"stats", "a.gpx", "--pause", "2m"},
+        {"stats", "a.gpx", "--pause", ""},
+        {"stats", "a.gpx", "--units", "nautical"},
         {"dump"},
         {"convert"},
         {"convert", "only-in.gpx"},
@@ -92,7 +100,7 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     for (const char* command :
-         {"show", "caches", "dump", "info", "check", "convert", "export", "clean", "zip"})
+         {"show", "stats", "dump", "info", "check", "convert", "export", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

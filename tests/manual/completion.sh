@@ -43,6 +43,7 @@ while read -r command; do
         -o | --output) expect "$line $option " "$files" ;;
         --format) expect "$line $option " $'csv\ngeojson\nkml' ;;
         --layer) expect "$line $option " $'points\nroutes\ntracks\nwaypoints' ;;
+        --units) expect "$line $option " $'imperial\nmetric' ;;
         --gpx) expect "$line $option 1" $'1.0\n1.1' ;;
         *) expect "$line $option " '' ;;
         esac

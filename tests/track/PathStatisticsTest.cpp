@@ -96,6 +96,17 @@ TEST(PathStatisticsTest, AddUpAsSumsAndExtremes) {
     EXPECT_NEAR(sum.bounds.East(), test::LongitudeAt(900), 1e-12);
 }
 
+TEST(PathStatisticsTest, AFastestSpeedBelowTheMeanIsNone) {
+    // One minute at 3 m/s is the mean; three steps in succession include the pause.
+    const PathStatistics figures = Measured({{0, 0}, {180, 60}, {185, 660}, {365, 720}});
+    EXPECT_EQ(figures.pauseCount, 1U);
+    EXPECT_NEAR(*figures.MeanSpeed(), 3, 1e-6);
+    EXPECT_TRUE(figures.fastest);
+    EXPECT_FALSE(figures.FastestSpeed());
+    PathStatistics even = Measured({{0, 0}, {10, 10}, {20, 20}, {30, 30}, {40, 40}});
+    EXPECT_NEAR(*even.FastestSpeed(), 1, 1e-6);
+}
+
 TEST(PathStatisticsTest, AnExtremeOfOnePathIsThatOfBoth) {
     PathStatistics fast;
     fast.fastest = 5;

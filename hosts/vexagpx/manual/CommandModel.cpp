@@ -14,15 +14,18 @@ Value ValueOf(const std::string& name) {
     static const std::map<std::string, Value> values = {
         {"ARCHIVE", {"ARCHIVE", Completion::kFile, {}}},
         {"DIR", {"DIR", Completion::kFolder, {}}},
+        {"DURATION", {"DURATION", Completion::kNothing, {}}},
         {"ENTRY", {"ENTRY", Completion::kNothing, {}}},
         {"FILE", {"FILE", Completion::kFile, {}}},
         {"FORMAT", {"FORMAT", Completion::kWords, {"geojson", "csv", "kml"}}},
         {"IN", {"IN", Completion::kFile, {}}},
         {"LAYER", {"LAYER", Completion::kWords, {"waypoints", "routes", "tracks", "points"}}},
+        {"LENGTH", {"LENGTH", Completion::kNothing, {}}},
         {"NAME", {"NAME", Completion::kNothing, {}}},
         {"NUMBER", {"NUMBER", Completion::kNothing, {}}},
         {"OUT", {"OUT", Completion::kFile, {}}},
         {"SIZE", {"SIZE", Completion::kNothing, {}}},
+        {"UNITS", {"UNITS", Completion::kWords, {"metric", "imperial"}}},
         {"URL", {"URL", Completion::kNothing, {}}},
         {"VERSION", {"VERSION", Completion::kWords, {"1.0", "1.1"}}},
     };

@@ -116,6 +116,10 @@ icu::UnicodeString FittedAtEnd(const icu::UnicodeString& text, std::size_t width
     return icu::UnicodeString(kEllipsis) + text.tempSubString(start);
 }
 
+icu::UnicodeString FixedText(double number, int decimals) {
+    return FromAscii(Fixed(number, decimals));
+}
+
 icu::UnicodeString LengthText(double metres) {
     if (metres < 999.5)
         return FromAscii(Fixed(metres, 0) + " m");

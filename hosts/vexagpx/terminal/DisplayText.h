@@ -33,6 +33,8 @@ std::string Counted(Integer count, const std::string& noun, const std::string& p
     return std::to_string(count) + ' ' + (count == 1 ? noun : plural.empty() ? noun + 's' : plural);
 }
 
+/// A number with so many decimals.
+icu::UnicodeString FixedText(double number, int decimals);
 /// "850 m", "12.3 km".
 icu::UnicodeString LengthText(double metres);
 /// "35 m"; "nan m" and "inf m" for what is not finite.
