@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/CommandLine.h>
 
+#include <vexagpx/commands/Caches.h>
 #include <vexagpx/commands/Check.h>
 #include <vexagpx/commands/Clean.h>
 #include <vexagpx/commands/Convert.h>
@@ -13,12 +14,16 @@
 #include <vexagpx/commands/Zip.h>
 #include <vexagpx/process/Messages.h>
 
+#include <vexaTrackLib/GeocacheFilter.h>
+#include <vexaTrackLib/GeocacheKey.h>
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -42,6 +47,18 @@ constexpr char kDumpExamples[] = "Examples:\n"
                                  "  vexagpx dump walk.gpx\n"
                                  "  vexagpx dump *.gpx > models.jsonl\n"
                                  "  curl -s https://example.org/walk.gpx | vexagpx dump -\n";
+constexpr char kCachesExamples[] =
+    "A CONDITION compares code, name, owner, type, size, country, state, hint,\n"
+    "difficulty, terrain, bugs, logs, distance, placed or found by = != < <= > >=,\n"
+    "or texts by ~ (contains); available and archived stand alone, or after \"not\".\n"
+    "\"and\" joins conditions. KEY is one of the same words.\n"
+    "\n"
+    "Examples:\n"
+    "  vexagpx caches pocket-query.zip\n"
+    "  vexagpx caches query.gpx query-wpts.gpx --sort -terrain --hint\n"
+    "  vexagpx caches queries --where 'difficulty>=4 and type~mystery'\n"
+    "  vexagpx caches query.zip --near 47.5,8.25 --within 2km --logs 3\n"
+    "  vexagpx caches query.zip --where 'found<2024-01-01 and available' --csv\n";
 constexpr char kCheckExamples[] =
     "\"(lost)\" marks data that the document does not have. The exit status is 1 when\n"
     "something is marked so, or when a file cannot be read.\n"
@@ -286,6 +303,64 @@ void AddShow(CLI::App& app, Invocation& invocation) {
     command.add_flag("--all", options->all, "List every waypoint, route, track and geocache");
 }
 
+/// A check that takes the message of an exception for the error.
+template <class Parse>
+CLI::Validator Parsed(Parse parse) {
+    return CLI::Validator(
+        [parse](const std::string& text) {
+            try {
+                parse(text);
+                return std::string();
+            } catch (const std::invalid_argument& error) {
+                return std::string(error.what());
+            }
+        },
+        "");
+}
+
+std::string RequirePlace(const std::string& text) {
+    return ParsePlace(text) ? "" : "must be a latitude and a longitude, such as 47.5,8.25";
+}
+
+std::string RequireLength(const std::string& text) {
+    return vexaTrackLib::ParseLength(text) ? "" : "must be a length, such as 500m, 2km or 1mi";
+}
+
+void AddCacheSelection(CLI::App& command, CachesOptions& options) {
+    AddText(command, "--where", options.conditions,
+            "List only those that meet the CONDITION; may be repeated")
+        ->type_name("CONDITION")
+        ->allow_extra_args(false)
+        ->check(Parsed(vexaTrackLib::GeocacheFilter::Parse));
+    AddText(command, "--sort", options.order, "Sort by KEY; -KEY: the greatest first")
+        ->type_name("KEY")
+        ->check(Parsed(vexaTrackLib::GeocacheOrder::Parse));
+    CLI::Option* const near =
+        AddText(command, "--near", options.near, "Tell how far they are, and sort by it")
+            ->type_name("LAT,LON")
+            ->check(CLI::Validator(RequirePlace, ""));
+    AddText(command, "--within", options.within, "List only those so near: 500m, 2km, 1mi")
+        ->type_name("LENGTH")
+        ->check(CLI::Validator(RequireLength, ""))
+        ->needs(near);
+}
+
+void AddCaches(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<CachesOptions>();
+    CLI::App& command = AddCommand(
+        app, invocation, {"caches", "List geocaches with their waypoints", kCachesExamples}, options, Caches);
+    AddFiles(command, invocation, *options);
+    AddCacheSelection(command, *options);
+    command.add_option("--logs", options->logs, "Show the N newest logs")
+        ->type_name("N")
+        ->check(CLI::Validator(RequireNumber, ""));
+    command.add_flag("--hint", options->hint, "Show the hints");
+    command.add_flag("--text", options->text, "Show the descriptions as plain text");
+    CLI::Option* const json =
+        command.add_flag("--json", options->json, "Print a line of JSON for each geocache");
+    command.add_flag("--csv", options->csv, "Print comma-separated values")->excludes(json);
+}
+
 void AddStats(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<StatsOptions>();
     CLI::App& command =
@@ -491,6 +566,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     app.require_subcommand(1);
     AddShow(app, invocation);
     AddStats(app, invocation);
+    AddCaches(app, invocation);
     AddDump(app, invocation);
     AddInfo(app, invocation);
     AddPlot(app, invocation);

@@ -10,8 +10,9 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},   {"stats"}, {"dump"}, {"info"},        {"plot"},       {"check"},       {"convert"},
-    {"export"}, {"clean"}, {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"}, {"stats"},       {"caches"},     {"dump"},        {"info"},
+    {"plot"}, {"check"},       {"convert"},    {"export"},      {"clean"},
+    {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -100,7 +101,7 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     for (const char* command :
-         {"show", "stats", "dump", "info", "check", "convert", "export", "clean", "zip"})
+         {"show", "stats", "caches", "dump", "info", "check", "convert", "export", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

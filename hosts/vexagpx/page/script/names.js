@@ -3,7 +3,7 @@
 
 // Draws names where they hide neither a mark nor another name. The table below the map has all of them.
 function drawNames(places) {
-  const taken = [{ left: view.width - 60, right: view.width, top: 0, bottom: 140 }, { left: 0, right: 150, top: view.height - 32, bottom: view.height }];
+  const taken = [{ left: 0, right: 34, top: 0, bottom: 50 }, { left: 0, right: 150, top: view.height - 32, bottom: view.height }];
   const isFree = (box) => box.left > 0 && box.right < view.width && box.top > 0 && box.bottom < view.height &&
     !taken.some((other) => box.left < other.right && other.left < box.right && box.top < other.bottom && other.top < box.bottom);
   for (const item of places.slice(0, 400))
