@@ -116,6 +116,10 @@ class PageTest(unittest.TestCase):
         return self.browser.run('return getComputedStyle(document.querySelector(arguments[0]))[arguments[1]];',
                                 selector, name)
 
+    def choose(self, select, value):
+        self.browser.run('const e = document.getElementById(arguments[0]); e.value = arguments[1];'
+                         'e.dispatchEvent(new Event("change"));', select, str(value))
+
     def mark(self):
         return self.browser.run('const e = document.getElementById("map-mark");'
                                 'return [Number(e.getAttribute("cx")), Number(e.getAttribute("cy"))];')
@@ -209,8 +213,7 @@ class PageTest(unittest.TestCase):
 
     def test_the_profile_over_time_shows_the_pause(self):
         self.open(WALK)
-        self.browser.run('const e = document.getElementById("axis"); e.value = "t";'
-                         'e.dispatchEvent(new Event("change"));')
+        self.choose('axis', 't')
         self.assertEqual(self.text('#profile-caption'), 'Height in metres over time')
         self.browser.move_pointer('#profile', 0.5, 0.5)
         first = self.metres()
@@ -237,8 +240,7 @@ class PageTest(unittest.TestCase):
         self.open(WALK)
         self.assertTrue(self.is_shown('#path-0-0'))
         self.assertFalse(self.is_shown('#path-0-1'))
-        self.browser.run('const e = document.getElementById("path"); e.value = "1";'
-                         'e.dispatchEvent(new Event("change"));')
+        self.choose('path', '1')
         self.assertFalse(self.is_shown('#path-0-0'))
         self.assertTrue(self.is_shown('#path-0-1'))
         self.browser.run('document.getElementById("profile").focus();')
@@ -249,8 +251,7 @@ class PageTest(unittest.TestCase):
         self.open(WALK, waypoint('Elsewhere', -40, 175))
         self.assertEqual(self.browser.run('return document.getElementById("document").options.length;'), 2)
         self.assertNotIn('Elsewhere', self.names_on_map())
-        self.browser.run('const e = document.getElementById("document"); e.value = "1";'
-                         'e.dispatchEvent(new Event("change"));')
+        self.choose('document', '1')
         self.assertEqual(self.names_on_map(), ['Elsewhere'])
         self.assertFalse(self.is_shown('#profile'))
 
@@ -343,6 +344,7 @@ class PageTest(unittest.TestCase):
         for name, (document, has_map, has_profile) in DOCUMENTS.items():
             with self.subTest(name):
                 self.open(document)
+                self.choose('path', 0)
                 self.assertEqual(self.is_shown('#map'), has_map)
                 self.assertEqual(self.is_shown('#profile'), has_profile)
                 self.assertNotIn('NaN', self.browser.run('return document.querySelector("main").innerHTML;'))

@@ -56,6 +56,8 @@ function chooseDocument(number) {
 
 // Shows a small path as large as the map; otherwise everything.
 function showPath() {
+  if (path === null || byId('map-figure').hidden)
+    return;
   const box = boundsOf([path], []);
   if (path.d.length > 0 && scaleFor(box) > view.fit * 3)
     show(box);
