@@ -142,7 +142,7 @@ std::string RequirePage(const std::string& text) {
 }
 
 std::string RequireLength(const std::string& text) {
-    return ParseLength(text) ? "" : "must be a length such as 5m or 15ft (m, km, ft, mi)";
+    return vexaTrackLib::ParseLength(text) ? "" : "must be a length, such as 500m, 2km or 15ft";
 }
 
 std::string RequirePause(const std::string& text) {
@@ -322,10 +322,6 @@ std::string RequirePlace(const std::string& text) {
     return ParsePlace(text) ? "" : "must be a latitude and a longitude, such as 47.5,8.25";
 }
 
-std::string RequireLength(const std::string& text) {
-    return vexaTrackLib::ParseLength(text) ? "" : "must be a length, such as 500m, 2km or 1mi";
-}
-
 void AddCacheSelection(CLI::App& command, CachesOptions& options) {
     AddText(command, "--where", options.conditions,
             "List only those that meet the CONDITION; may be repeated")
@@ -369,7 +365,7 @@ void AddStats(CLI::App& app, Invocation& invocation) {
     AddFiles(command, invocation, *options);
     AddAsHost(command, options->rules, "Measure what other programs with this library get");
     const auto setClimb = [options](const std::string& text) {
-        options->figures.climb = ParseLength(text).value();
+        options->figures.climb = vexaTrackLib::ParseLength(text).value();
     };
     command
         .add_option_function<std::string>("--climb", setClimb,

@@ -4,7 +4,6 @@
 #include <vexagpx/terminal/DisplayText.h>
 
 #include <cstddef>
-#include <span>
 
 namespace vexagpx {
 
@@ -15,10 +14,9 @@ constexpr double kMile = 5280.0 * kFoot;
 
 struct Unit {
     std::string_view name;
-    double size;
+    double seconds;
 };
 
-constexpr Unit kLengths[] = {{"m", 1.0}, {"km", 1000.0}, {"ft", kFoot}, {"mi", kMile}};
 constexpr Unit kDurations[] = {{"s", 1.0}, {"min", 60.0}, {"h", 3600.0}};
 
 bool IsDigit(char character) {
@@ -47,19 +45,6 @@ std::optional<double> TakeNumber(std::string_view& text) {
     return number / scale;
 }
 
-std::optional<double> Parse(std::string_view text, std::span<const Unit> units) {
-    const std::optional<double> number = TakeNumber(text);
-    if (!number)
-        return std::nullopt;
-    if (text.starts_with(' '))
-        text.remove_prefix(1);
-    for (const Unit& unit : units) {
-        if (text == unit.name)
-            return *number * unit.size;
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 icu::UnicodeString LengthText(double metres, Units units) {
@@ -85,12 +70,17 @@ icu::UnicodeString SpeedText(double metresPerSecond, Units units) {
     return FixedText(number, number < 99.95 ? 1 : 0) + (units == Units::kMetric ? u" km/h" : u" mph");
 }
 
-std::optional<double> ParseLength(std::string_view text) {
-    return Parse(text, kLengths);
-}
-
 std::optional<double> ParseDuration(std::string_view text) {
-    return Parse(text, kDurations);
+    const std::optional<double> number = TakeNumber(text);
+    if (!number)
+        return std::nullopt;
+    if (text.starts_with(' '))
+        text.remove_prefix(1);
+    for (const Unit& unit : kDurations) {
+        if (text == unit.name)
+            return *number * unit.seconds;
+    }
+    return std::nullopt;
 }
 
 } // namespace vexagpx

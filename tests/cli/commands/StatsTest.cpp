@@ -134,8 +134,9 @@ TEST(StatsTest, AFileWithoutPathsSaysSo) {
     const Folder folder;
     folder.Write("t.gpx", Gpx(cli::kWaypoint));
     EXPECT_EQ(RunTool({"stats", "t.gpx"}, folder.Path()).out, "t.gpx\n  It holds no track and no route.\n");
-    EXPECT_EQ(RunTool({"stats", "t.gpx", "--total"}, folder.Path()).out,
-              "t.gpx\n  It holds no track and no route.\n\nTotal of 1 file\n  They hold no track and no route.\n");
+    EXPECT_EQ(
+        RunTool({"stats", "t.gpx", "--total"}, folder.Path()).out,
+        "t.gpx\n  It holds no track and no route.\n\nTotal of 1 file\n  They hold no track and no route.\n");
 }
 
 TEST(StatsTest, ListsTwentyPausesAndCountsAll) {
@@ -157,8 +158,8 @@ TEST(StatsTest, ListsTwentyPausesAndCountsAll) {
 }
 
 TEST(StatsTest, SaysWhatIsWrongWithAnOption) {
-    EXPECT_THAT(RunTool({"stats", "--climb", "5", "a.gpx"}).err,
-                HasSubstr("--climb: must be a length such as 5m or 15ft (m, km, ft, mi)"));
+    EXPECT_THAT(RunTool({"stats", "--climb", "5h", "a.gpx"}).err,
+                HasSubstr("--climb: must be a length, such as 500m, 2km or 15ft"));
     EXPECT_THAT(RunTool({"stats", "--pause", "2m", "a.gpx"}).err,
                 HasSubstr("--pause: must be a duration such as 90s or 2min (s, min, h)"));
     EXPECT_THAT(RunTool({"stats", "--pause", "0.9s", "a.gpx"}).err,
