@@ -324,7 +324,8 @@ std::string RequirePlace(const std::string& text) {
 
 void AddCacheSelection(CLI::App& command, CachesOptions& options) {
     AddText(command, "--where", options.conditions,
-            "List only those that meet the CONDITION; may be repeated")
+            "List only those that meet the CONDITION;\n"
+            "may be repeated")
         ->type_name("CONDITION")
         ->allow_extra_args(false)
         ->check(Parsed(vexaTrackLib::GeocacheFilter::Parse));
@@ -577,6 +578,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "Examples:\n"
                "  vexagpx show walk.gpx\n"
                "  vexagpx stats walk.gpx\n"
+               "  vexagpx caches pocket-query.zip --sort terrain\n"
                "  vexagpx dump *.gpx > models.jsonl\n"
                "  vexagpx info pocket-query.zip\n"
                "  vexagpx plot walk.gpx -o walk.html\n"
