@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -104,8 +105,7 @@ icu::UnicodeString Folded(const icu::UnicodeString& text) {
     return folded.foldCase();
 }
 
-} // namespace
-
+/// A length in metres, which is also the unit of a number alone.
 std::optional<double> ParseLength(std::string_view text) {
     struct Unit {
         std::string_view name;
@@ -122,6 +122,8 @@ std::optional<double> ParseLength(std::string_view text) {
     });
     return unit != std::end(kUnits) ? std::optional(*number * unit->metres) : std::nullopt;
 }
+
+} // namespace
 
 /// Reads conditions from left to right.
 class GeocacheFilterParser {

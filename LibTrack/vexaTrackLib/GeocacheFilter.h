@@ -8,7 +8,6 @@
 
 #include <common/Export.h>
 
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -54,9 +53,5 @@ private:
 
     std::vector<Condition> conditions_;
 };
-
-/// A length with a unit, or without one in metres: "500m", "2km", "1.5mi", "300ft". Empty for anything else, and for what is
-/// negative.
-VEXATRANSFERLIB_API std::optional<double> ParseLength(std::string_view text);
 
 } // namespace vexaTrackLib

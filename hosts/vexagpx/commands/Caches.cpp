@@ -5,6 +5,7 @@
 #include <vexagpx/caches/CacheJson.h>
 #include <vexagpx/caches/CacheText.h>
 #include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/terminal/Units.h>
 
 #include <vexaTrackLib/GeocacheFilter.h>
 #include <vexaTrackLib/GeocacheKey.h>
