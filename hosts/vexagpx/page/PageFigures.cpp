@@ -2,13 +2,11 @@
 #include <vexagpx/page/PageFigures.h>
 
 #include <vexagpx/terminal/DisplayText.h>
+#include <vexagpx/terminal/Units.h>
 
 #include <unicode/unistr.h>
 
-#include <array>
-#include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -20,15 +18,6 @@ std::string Utf8(const icu::UnicodeString& text) {
     std::string utf8;
     text.toUTF8String(utf8);
     return utf8;
-}
-
-/// "12.3 km/h", of metres a second.
-icu::UnicodeString SpeedText(double speed) {
-    std::array<char, 32> digits;
-    const std::to_chars_result result =
-        std::to_chars(digits.data(), digits.data() + digits.size(), 3.6 * speed, std::chars_format::fixed, 1);
-    const icu::StringPiece text(digits.data(), static_cast<std::int32_t>(result.ptr - digits.data()));
-    return icu::UnicodeString::fromUTF8(text) + u" km/h";
 }
 
 /// The rows of a table, to which the groups of figures are added.
@@ -91,13 +80,13 @@ void Figures::AddPauses() {
 
 void Figures::AddSpeeds() {
     if (const std::optional<double> mean = statistics_.MeanSpeed())
-        Add("Mean speed", SpeedText(*mean));
-    if (statistics_.fastest)
-        Add("Fastest", SpeedText(*statistics_.fastest));
+        Add("Mean speed", SpeedText(*mean, Units::kMetric));
+    if (const std::optional<double> fastest = statistics_.FastestSpeed())
+        Add("Fastest", SpeedText(*fastest, Units::kMetric));
 }
 
 std::vector<PageFigure> Figures::Take(std::size_t segments) {
-    Add("Length", LengthText(statistics_.metres));
+    Add("Distance", LengthText(statistics_.metres));
     AddHeights();
     AddTimes();
     AddSpeeds();
