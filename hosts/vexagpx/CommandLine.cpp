@@ -142,7 +142,7 @@ std::string RequirePage(const std::string& text) {
 }
 
 std::string RequireLength(const std::string& text) {
-    return vexaTrackLib::ParseLength(text) ? "" : "must be a length, such as 500m, 2km or 15ft";
+    return ParseLength(text) ? "" : "must be a length, such as 500m, 2km or 15ft";
 }
 
 std::string RequirePause(const std::string& text) {
@@ -366,7 +366,7 @@ void AddStats(CLI::App& app, Invocation& invocation) {
     AddFiles(command, invocation, *options);
     AddAsHost(command, options->rules, "Measure what other programs with this library get");
     const auto setClimb = [options](const std::string& text) {
-        options->figures.climb = vexaTrackLib::ParseLength(text).value();
+        options->figures.climb = ParseLength(text).value();
     };
     command
         .add_option_function<std::string>("--climb", setClimb,

@@ -26,7 +26,7 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {},
         {"show"},
         {"stats"},
-        {"stats", "a.gpx", "--climb", "5h"},
+        {"stats", "a.gpx", "--climb", "5"},
         {"stats", "a.gpx", "--climb", "-5m"},
         {"stats", "a.gpx", "--climb", "5 miles"},
         {"stats", "a.gpx", "--pause", "0.5s"},

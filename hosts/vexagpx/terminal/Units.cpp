@@ -4,6 +4,7 @@
 #include <vexagpx/terminal/DisplayText.h>
 
 #include <cstddef>
+#include <span>
 
 namespace vexagpx {
 
@@ -14,9 +15,10 @@ constexpr double kMile = 5280.0 * kFoot;
 
 struct Unit {
     std::string_view name;
-    double seconds;
+    double size;
 };
 
+constexpr Unit kLengths[] = {{"m", 1.0}, {"km", 1000.0}, {"ft", kFoot}, {"mi", kMile}};
 constexpr Unit kDurations[] = {{"s", 1.0}, {"min", 60.0}, {"h", 3600.0}};
 
 bool IsDigit(char character) {
@@ -45,6 +47,19 @@ std::optional<double> TakeNumber(std::string_view& text) {
     return number / scale;
 }
 
+std::optional<double> Parse(std::string_view text, std::span<const Unit> units) {
+    const std::optional<double> number = TakeNumber(text);
+    if (!number)
+        return std::nullopt;
+    if (text.starts_with(' '))
+        text.remove_prefix(1);
+    for (const Unit& unit : units) {
+        if (text == unit.name)
+            return *number * unit.size;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 icu::UnicodeString LengthText(double metres, Units units) {
@@ -70,17 +85,12 @@ icu::UnicodeString SpeedText(double metresPerSecond, Units units) {
     return FixedText(number, number < 99.95 ? 1 : 0) + (units == Units::kMetric ? u" km/h" : u" mph");
 }
 
+std::optional<double> ParseLength(std::string_view text) {
+    return Parse(text, kLengths);
+}
+
 std::optional<double> ParseDuration(std::string_view text) {
-    const std::optional<double> number = TakeNumber(text);
-    if (!number)
-        return std::nullopt;
-    if (text.starts_with(' '))
-        text.remove_prefix(1);
-    for (const Unit& unit : kDurations) {
-        if (text == unit.name)
-            return *number * unit.seconds;
-    }
-    return std::nullopt;
+    return Parse(text, kDurations);
 }
 
 } // namespace vexagpx

@@ -21,6 +21,8 @@ icu::UnicodeString HeightText(double metres, Units units);
 /// "4.2 km/h"; "2.6 mph".
 icu::UnicodeString SpeedText(double metresPerSecond, Units units);
 
+/// The metres of a length that a person wrote: "5m", "2.5 km", "15ft", "1mi". Nothing for another text.
+std::optional<double> ParseLength(std::string_view text);
 /// The seconds of a duration that a person wrote: "90s", "2min", "1.5 h". Nothing for another text.
 std::optional<double> ParseDuration(std::string_view text);
 

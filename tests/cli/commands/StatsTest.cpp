@@ -158,7 +158,7 @@ TEST(StatsTest, ListsTwentyPausesAndCountsAll) {
 }
 
 TEST(StatsTest, SaysWhatIsWrongWithAnOption) {
-    EXPECT_THAT(RunTool({"stats", "--climb", "5h", "a.gpx"}).err,
+    EXPECT_THAT(RunTool({"stats", "--climb", "5", "a.gpx"}).err,
                 HasSubstr("--climb: must be a length, such as 500m, 2km or 15ft"));
     EXPECT_THAT(RunTool({"stats", "--pause", "2m", "a.gpx"}).err,
                 HasSubstr("--pause: must be a duration such as 90s or 2min (s, min, h)"));

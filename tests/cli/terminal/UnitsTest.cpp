@@ -46,6 +46,15 @@ TEST(UnitsTest, SpeedsHaveATenthBelowAHundred) {
     EXPECT_EQ(Utf8(SpeedText(250, Units::kImperial)), "559 mph");
 }
 
+TEST(UnitsTest, LengthsAreParsedWithTheirUnit) {
+    EXPECT_EQ(ParseLength("5m"), 5.0);
+    EXPECT_EQ(ParseLength("5 m"), 5.0);
+    EXPECT_EQ(ParseLength("0m"), 0.0);
+    EXPECT_EQ(ParseLength("2.5km"), 2500.0);
+    EXPECT_DOUBLE_EQ(ParseLength("15ft").value(), 4.572);
+    EXPECT_DOUBLE_EQ(ParseLength("0.5mi").value(), 804.672);
+}
+
 TEST(UnitsTest, DurationsAreParsedWithTheirUnit) {
     EXPECT_EQ(ParseDuration("90s"), 90.0);
     EXPECT_EQ(ParseDuration("2min"), 120.0);
@@ -53,10 +62,11 @@ TEST(UnitsTest, DurationsAreParsedWithTheirUnit) {
 }
 
 TEST(UnitsTest, OtherTextsAreRefused) {
-    for (const char* text :
-         {"",     "5",    "s",    "2m",     "2minutes", "1d",   "-1s",  "+1s",    " 1s",
-          "1  s", "1s ",  "1S",   ".5s",    "5.s",      "5,5s", "1e3s", "5.5.5s", "1234567890123456s",
-          "nans", "infs", "0x5s", "1h30min"})
+    for (const char* text : {"",     "5",    "m",    "-5m", "+5m",  " 5m",  "5  m",   "5m ",
+                             "5mm",  "5M",   ".5m",  "5.m", "5,5m", "1e3m", "5.5.5m", "1234567890123456m",
+                             "nanm", "infm", "0x5m", "5h"})
+        EXPECT_EQ(ParseLength(text), std::nullopt) << text;
+    for (const char* text : {"", "5", "2m", "2minutes", "1d", "-1s", "1h30min"})
         EXPECT_EQ(ParseDuration(text), std::nullopt) << text;
 }
 
