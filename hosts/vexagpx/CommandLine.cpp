@@ -7,6 +7,7 @@
 #include <vexagpx/commands/Convert.h>
 #include <vexagpx/commands/Dump.h>
 #include <vexagpx/commands/Export.h>
+#include <vexagpx/commands/Index.h>
 #include <vexagpx/commands/Info.h>
 #include <vexagpx/commands/Plot.h>
 #include <vexagpx/commands/Show.h>
@@ -98,6 +99,14 @@ constexpr char kPlotExamples[] =
     "Examples:\n"
     "  vexagpx plot walk.gpx -o walk.html\n"
     "  vexagpx plot *.gpx -o all.html\n";
+constexpr char kIndexExamples[] =
+    "The exit status is 1 when something could not be read, which is listed with the\n"
+    "reason.\n"
+    "\n"
+    "Examples:\n"
+    "  vexagpx index tracks\n"
+    "  vexagpx index --duplicates tracks old-tracks.zip\n"
+    "  vexagpx index --json tracks > index.jsonl\n";
 constexpr char kInfoExamples[] = "Examples:\n"
                                  "  vexagpx info *.gpx\n"
                                  "  vexagpx info --json pocket-query.zip\n";
@@ -422,6 +431,18 @@ void AddPlot(CLI::App& app, Invocation& invocation) {
         ->check(CLI::Validator(RequirePage, ""));
 }
 
+void AddIndex(CLI::App& app, Invocation& invocation) {
+    const auto options = std::make_shared<IndexOptions>();
+    CLI::App& command = AddCommand(
+        app, invocation, {"index", "List files with what they have and find equal ones", kIndexExamples},
+        options, Index);
+    AddFiles(command, invocation, *options);
+    command.add_flag("--duplicates", options->duplicates,
+                     "List groups of documents with equal content,\n"
+                     "whatever their white space, creator and version");
+    command.add_flag("--json", options->json, "Print a line of JSON for each document");
+}
+
 void AddCheck(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<CheckOptions>();
     options->rules.asHost = true;
@@ -567,6 +588,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     AddDump(app, invocation);
     AddInfo(app, invocation);
     AddPlot(app, invocation);
+    AddIndex(app, invocation);
     AddCheck(app, invocation);
     AddConvert(app, invocation);
     AddExport(app, invocation);
@@ -582,6 +604,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "  vexagpx dump *.gpx > models.jsonl\n"
                "  vexagpx info pocket-query.zip\n"
                "  vexagpx plot walk.gpx -o walk.html\n"
+               "  vexagpx index --duplicates tracks\n"
                "  vexagpx check walk.gpx\n"
                "  vexagpx convert --gpx 1.1 old.gpx new.gpx\n"
                "  vexagpx export walk.gpx -o walk.geojson\n"

@@ -10,9 +10,9 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"}, {"stats"},       {"caches"},     {"dump"},        {"info"},
-    {"plot"}, {"check"},       {"convert"},    {"export"},      {"clean"},
-    {"zip"},  {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},        {"stats"},      {"caches"},      {"dump"},          {"info"},  {"plot"},
+    {"check"},       {"convert"},    {"export"},      {"index"},         {"clean"}, {"zip"},
+    {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -38,6 +38,8 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"convert", "only-in.gpx"},
         {"convert", "a", "b", "c"},
         {"clean", "a", "b"},
+        {"index"},
+        {"index", "--all", "a.gpx"},
         {"export"},
         {"export", "a.gpx", "b.kml"},
         {"export", "a.gpx", "--format", "shp"},
@@ -101,7 +103,7 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     for (const char* command :
-         {"show", "stats", "caches", "dump", "info", "check", "convert", "export", "clean", "zip"})
+         {"show", "stats", "caches", "dump", "info", "check", "convert", "export", "index", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include <vexaTrackLib/content/ObjectHash.h>
+
+#include <vexaTrackLib/content/ElementHash.h>
+
+#include <vexaTransferLib/GpxObjectDetails.h>
+
+#include <cstdint>
+#include <string>
+
+namespace vexaTrackLib::content {
+
+using namespace vexaTransferLib;
+
+namespace {
+
+std::string Utf8(const icu::UnicodeString& text) {
+    std::string utf8;
+    return text.toUTF8String(utf8);
+}
+
+/// The elements of an object.
+class Fields {
+public:
+    void Add(const GpxElement& child);
+    void AddLinks(const GpxElement& object);
+    void AddText(std::string_view name, const icu::UnicodeString& text);
+
+    template <class Object>
+    void AddText(std::string_view name, const Object& object,
+                 bool (Object::*get)(icu::UnicodeString&) const) {
+        icu::UnicodeString text;
+        if ((object.*get)(text))
+            AddText(name, text);
+    }
+
+    void AddTo(Hasher& hasher) const { sum_.AddTo(hasher); }
+
+private:
+    void AddOne(const GpxElement& element);
+
+    UnorderedSum sum_;
+    bool hasLink_ = false;
+};
+
+void Fields::Add(const GpxElement& child) {
+    const std::string_view name = child.GetName();
+    if (name == "link" || name == "url" || name == "urlname") {
+        hasLink_ = true;
+    } else if (name == "extensions") {
+        for (const GpxElement& inner : child.GetChildren())
+            AddOne(inner);
+    } else {
+        AddOne(child);
+    }
+}
+
+void Fields::AddOne(const GpxElement& element) {
+    Hasher item;
+    if (AddElement(element.GetXml(), item))
+        sum_.Add(item);
+}
+
+/// The versions of GPX write links in different ways.
+void Fields::AddLinks(const GpxElement& object) {
+    if (!hasLink_)
+        return;
+    Hasher links;
+    for (const GpxLink& link : GpxObjectDetails(object).GetLinks()) {
+        AddTextElement("href", Utf8(link.href), links);
+        AddTextElement("text", Utf8(link.text), links);
+        AddTextElement("type", Utf8(link.type), links);
+    }
+    sum_.Add(links);
+}
+
+void Fields::AddText(std::string_view name, const icu::UnicodeString& text) {
+    Hasher item;
+    if (AddTextElement(name, Utf8(text), item))
+        sum_.Add(item);
+}
+
+void AddElements(const GpxElement& object, std::string_view part, Fields& fields) {
+    for (const GpxElement& child : object.GetChildren())
+        if (child.GetName() != part)
+            fields.Add(child);
+    fields.AddLinks(object);
+}
+
+/// A value and whether there is one.
+void AddNumber(bool isPresent, double number, Hasher& hasher) {
+    hasher.Add(std::uint64_t{isPresent ? 1U : 0U});
+    if (isPresent)
+        hasher.Add(number);
+}
+
+/// What a point has beside position, height and time.
+void AddPointFields(const GpxPoint& point, Fields& fields) {
+    const GpxElement element = point.GetElement();
+    for (const GpxElement& child : element.GetChildren())
+        if (child.GetName() != "ele" && child.GetName() != "time")
+            fields.Add(child);
+    fields.AddLinks(element);
+    if (element)
+        return;
+    fields.AddText("name", point, &GpxPoint::GetName);
+    fields.AddText("cmt", point, &GpxPoint::GetComment);
+    fields.AddText("desc", point, &GpxPoint::GetDescription);
+    fields.AddText("src", point, &GpxPoint::GetSource);
+    fields.AddText("sym", point, &GpxPoint::GetSymbol);
+    fields.AddText("type", point, &GpxPoint::GetType);
+}
+
+} // namespace
+
+void AddPoint(const GpxPoint& point, Hasher& hasher) {
+    double latitude = 0.0;
+    double longitude = 0.0;
+    double value = 0.0;
+    point.GetPoint(latitude, longitude);
+    hasher.Add(latitude);
+    hasher.Add(longitude);
+    const bool hasElevation = point.GetElevation(value);
+    AddNumber(hasElevation, value, hasher);
+    const bool hasTime = point.GetTime(value);
+    AddNumber(hasTime, value, hasher);
+    Fields fields;
+    AddPointFields(point, fields);
+    fields.AddTo(hasher);
+}
+
+void AddRoute(const GpxRoute& route, Hasher& hasher) {
+    Fields fields;
+    AddElements(route.GetElement(), "rtept", fields);
+    if (!route.GetElement()) {
+        fields.AddText("name", route, &GpxRoute::GetName);
+        fields.AddText("src", route, &GpxRoute::GetSource);
+        fields.AddText("type", route, &GpxRoute::GetType);
+    }
+    fields.AddTo(hasher);
+    hasher.Add(std::uint64_t{route.GetPointCount()});
+}
+
+void AddTrack(const GpxTrack& track, Hasher& hasher) {
+    Fields fields;
+    AddElements(track.GetElement(), "trkseg", fields);
+    if (!track.GetElement()) {
+        fields.AddText("name", track, &GpxTrack::GetName);
+        fields.AddText("desc", track, &GpxTrack::GetDescription);
+        fields.AddText("src", track, &GpxTrack::GetSource);
+        fields.AddText("type", track, &GpxTrack::GetType);
+    }
+    fields.AddTo(hasher);
+}
+
+void AddFields(const GpxElement& object, std::string_view part, Hasher& hasher) {
+    Fields fields;
+    AddElements(object, part, fields);
+    fields.AddTo(hasher);
+}
+
+} // namespace vexaTrackLib::content
