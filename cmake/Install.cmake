@@ -32,7 +32,7 @@ install(EXPORT vexaTransferLibTargets NAMESPACE vexaTransferLib::
 # The pkg-config modules that a host of the static libraries must link itself.
 set(VEXA_LINKED "")
 if(VEXATRANSFERLIB_STATIC)
-    set(VEXA_LINKED minizip)
+    set(VEXA_LINKED minizip zlib)
     if(TARGET vexaTrackLib)
         list(APPEND VEXA_LINKED geographiclib)
     endif()
@@ -59,7 +59,7 @@ string(REGEX REPLACE "/$" "" VEXA_PREFIX_FROM_PKGCONFIG "${VEXA_PREFIX_FROM_PKGC
 set(VEXA_PKGCONFIG_STATIC_REQUIRES "")
 set(VEXA_PKGCONFIG_STATIC_TRACK_REQUIRES "")
 if(VEXATRANSFERLIB_STATIC)
-    set(VEXA_PKGCONFIG_STATIC_REQUIRES " minizip")
+    set(VEXA_PKGCONFIG_STATIC_REQUIRES " minizip zlib")
     set(VEXA_PKGCONFIG_STATIC_TRACK_REQUIRES " geographiclib")
 endif()
 set(pkgconfig_names vexaTransferLib)

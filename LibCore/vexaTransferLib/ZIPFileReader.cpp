@@ -4,7 +4,8 @@
 #include <common/UnicodeStrUtils.h>
 #include <common/dbc.h>
 
-#include <unzip.h>
+#include <vexaTransferLib/zip/MinizipArchive.h>
+#include <vexaTransferLib/zip/Zip64Archive.h>
 
 #include <algorithm>
 #include <array>
@@ -13,8 +14,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <limits>
+#include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -89,28 +91,20 @@ bool MayHaveEntries(const Tail& tail) {
            !(tail.isWholeFile && at == 0);
 }
 
-constexpr uLong kEncrypted = 1;
-
-// minizip would return the packed bytes of an entry that is encrypted or has an unknown method. Some versions (1.1
-// among them) do not find sizes and offsets in zip64 form and would read whatever follows.
-bool IsReadable(const unz_file_info64& info) {
-    constexpr uLong kStored = 0;
-    constexpr ZPOS64_T kInZip64Form = 0xFFFFFFFF;
-    return (info.flag & kEncrypted) == 0 &&
-           (info.compression_method == kStored || info.compression_method == Z_DEFLATED) &&
-           info.compressed_size != kInZip64Form && info.uncompressed_size != kInZip64Form;
-}
-
-bool GetFileInfo(void* archive, unz_file_info64& info, char* name, std::size_t nameSize) {
-    return unzGetCurrentFileInfo64(archive, &info, name, static_cast<uLong>(nameSize), nullptr, 0, nullptr,
-                                   0) == UNZ_OK;
-}
-
-unz_file_info64 RequireFileInfo(void* archive, char* name, std::size_t nameSize) {
-    unz_file_info64 info;
-    if (!GetFileInfo(archive, info, name, nameSize))
+ZipEntryInfo RequireInfo(zip::Archive* archive, char* name, std::size_t nameSize) {
+    ZipEntryInfo info;
+    if (archive == nullptr || !archive->GetInfo(info, name, nameSize))
         Fail("Could not obtain file info for current file.");
     return info;
+}
+
+std::unique_ptr<zip::Archive> OpenWithMinizip(const Tail& tail, const char* path) {
+    auto archive = std::make_unique<zip::MinizipArchive>();
+    if (!MayHaveEntries(tail) || !archive->OpenFile(path))
+        Fail(kNoArchive);
+    if (!archive->ReadCount())
+        Fail("Could not obtain global information table for ZIP file.");
+    return archive;
 }
 
 } // namespace
@@ -127,19 +121,13 @@ ZipFileReader::ZipFileReader(const FilePath& path) {
     isOpen_ = IsEmptyArchive(tail);
     if (isOpen_)
         return;
-    // After everything that may throw by itself: the destructor, which closes the archive, does not run for an object
-    // whose constructor throws.
-    archive_ = MayHaveEntries(tail) ? unzOpen(path.bytes.c_str()) : nullptr;
+    // An archive that has nothing in zip64 form is left to minizip.
+    if (!tail.bytes.empty())
+        archive_ = zip::Zip64Archive::Open(path.bytes);
     if (archive_ == nullptr)
-        Fail(kNoArchive);
-    unz_global_info info;
-    if (unzGetGlobalInfo(archive_, &info) != UNZ_OK) {
-        Close();
-        Fail("Could not obtain global information table for ZIP file.");
-    }
+        archive_ = OpenWithMinizip(tail, path.bytes.c_str());
     isOpen_ = true;
-    fileCount_ = info.number_entry;
-    commentLength_ = info.size_comment;
+    fileCount_ = archive_->Count();
 }
 
 ZipFileReader::~ZipFileReader() {
@@ -148,13 +136,9 @@ ZipFileReader::~ZipFileReader() {
 
 void ZipFileReader::Close() {
     fileCount_ = 0;
-    commentLength_ = 0;
     isOpen_ = false;
     isKnownReadable_ = false;
-    if (archive_ != nullptr) {
-        unzClose(archive_);
-        archive_ = nullptr;
-    }
+    archive_.reset();
 }
 
 void ZipFileReader::RequireOpen(int line) const {
@@ -166,19 +150,20 @@ void ZipFileReader::LeaveCurrentFile() {
     isKnownReadable_ = false;
     isReadToEnd_ = false;
     readCount_ = 0;
-    static_cast<void>(unzCloseCurrentFile(archive_));
+    if (archive_ != nullptr)
+        static_cast<void>(archive_->Close());
 }
 
 bool ZipFileReader::GoToFirstFile() {
     RequireOpen(__LINE__);
     LeaveCurrentFile();
-    return unzGoToFirstFile(archive_) == UNZ_OK;
+    return archive_ != nullptr && archive_->GoToFirst();
 }
 
 bool ZipFileReader::GoToNextFile() {
     RequireOpen(__LINE__);
     LeaveCurrentFile();
-    return unzGoToNextFile(archive_) == UNZ_OK;
+    return archive_ != nullptr && archive_->GoToNext();
 }
 
 unsigned long ZipFileReader::GetFileCount() const {
@@ -189,9 +174,9 @@ unsigned long ZipFileReader::GetFileCount() const {
 icu::UnicodeString ZipFileReader::GetCurrentFileName() const {
     RequireOpen(__LINE__);
     std::array<char, kNameBufferSize> bytes{};
-    const unz_file_info64 info = RequireFileInfo(archive_, bytes.data(), bytes.size());
-    isKnownReadable_ = IsReadable(info);
-    statedSize_ = info.uncompressed_size;
+    const ZipEntryInfo info = RequireInfo(archive_.get(), bytes.data(), bytes.size());
+    isKnownReadable_ = archive_->IsReadable(info);
+    statedSize_ = info.size;
     // A longer name fills the buffer and has no zero at its end.
     bytes.back() = '\0';
     icu::UnicodeString name;
@@ -203,50 +188,30 @@ icu::UnicodeString ZipFileReader::GetCurrentFileName() const {
 }
 
 ZipEntryInfo ZipFileReader::GetCurrentFileInfo() const {
-    constexpr uLong kFileTypeMask = 0170000;
-    constexpr uLong kSymbolicLink = 0120000;
-    constexpr uLong kUtf8 = 1 << 11;
     RequireOpen(__LINE__);
-    const unz_file_info64 info = RequireFileInfo(archive_, nullptr, 0);
-    ZipEntryInfo result;
-    result.size = info.uncompressed_size;
-    result.compressedSize = info.compressed_size;
-    result.nameLength = static_cast<std::uint32_t>(info.size_filename);
-    result.isSymbolicLink = ((info.external_fa >> 16) & kFileTypeMask) == kSymbolicLink;
-    result.isEncrypted = (info.flag & kEncrypted) != 0;
-    result.isNameUtf8 = (info.flag & kUtf8) != 0;
-    result.method = static_cast<std::uint16_t>(info.compression_method);
-    result.flags = static_cast<std::uint16_t>(info.flag);
-    result.crc = static_cast<std::uint32_t>(info.crc);
-    return result;
+    return RequireInfo(archive_.get(), nullptr, 0);
 }
 
 void ZipFileReader::RequireReadable() {
-    unz_file_info64 info;
+    ZipEntryInfo info;
     if (isKnownReadable_)
         return;
-    if (!GetFileInfo(archive_, info, nullptr, 0) || !IsReadable(info))
+    if (archive_ == nullptr || !archive_->GetInfo(info, nullptr, 0) || !archive_->IsReadable(info))
         Fail(kNotOpened);
     isKnownReadable_ = true;
-    statedSize_ = info.uncompressed_size;
+    statedSize_ = info.size;
 }
 
 ZipEntryRange ZipFileReader::GetCurrentFileRange() {
-    constexpr int kRaw = 1;
-    constexpr std::uint64_t kLocalHeaderSize = 30;
     RequireOpen(__LINE__);
     LeaveCurrentFile();
-    unz_file_info64 info;
-    if (!GetFileInfo(archive_, info, nullptr, 0) || !IsReadable(info) ||
-        unzOpenCurrentFile2(archive_, nullptr, nullptr, kRaw) != UNZ_OK)
+    ZipEntryInfo info;
+    if (archive_ == nullptr || !archive_->GetInfo(info, nullptr, 0) || !archive_->IsReadable(info))
         Fail(kNotOpened);
-    // minizip has now skipped the local header with its name and its extra field, after which the data start.
-    const std::uint64_t data = unzGetCurrentFileZStreamPos64(archive_);
-    const auto extraLength = static_cast<std::uint64_t>(unzGetLocalExtrafield(archive_, nullptr, 0));
-    LeaveCurrentFile();
-    const std::uint64_t most = std::numeric_limits<std::uint64_t>::max() - data;
-    return {data - kLocalHeaderSize - info.size_filename - extraLength,
-            data + std::min<std::uint64_t>(info.compressed_size, most)};
+    const std::optional<ZipEntryRange> range = archive_->Range(info);
+    if (!range)
+        Fail(kNotOpened);
+    return *range;
 }
 
 void ZipFileReader::OpenCurrentFile() {
@@ -254,16 +219,15 @@ void ZipFileReader::OpenCurrentFile() {
     RequireReadable();
     isReadToEnd_ = false;
     readCount_ = 0;
-    if (unzOpenCurrentFile(archive_) != UNZ_OK)
+    if (!archive_->Open())
         Fail(kNotOpened);
 }
 
 int ZipFileReader::ReadFromCurrentFile(char* buffer, unsigned int size) {
     RequireOpen(__LINE__);
-    if (buffer == nullptr && size > 0)
-        return UNZ_PARAMERROR;
-    const int count =
-        unzReadCurrentFile(archive_, buffer, std::min(size, static_cast<unsigned int>(INT_MAX)));
+    if (archive_ == nullptr || (buffer == nullptr && size > 0))
+        return zip::kNoEntryOpen;
+    const int count = archive_->Read(buffer, std::min(size, static_cast<unsigned int>(INT_MAX)));
     isReadToEnd_ = count == 0 && size > 0;
     readCount_ += static_cast<std::uint64_t>(std::max(count, 0));
     return count;
@@ -274,10 +238,10 @@ void ZipFileReader::CloseCurrentFile() {
     // minizip compares the checksum only when as many bytes were read as the archive states.
     const bool endsEarly = isReadToEnd_ && readCount_ < statedSize_;
     isReadToEnd_ = false;
-    const int result = unzCloseCurrentFile(archive_);
-    if (result == UNZ_CRCERROR)
+    const int result = archive_ == nullptr ? zip::kNoEntryOpen : archive_->Close();
+    if (result == zip::kCrcError)
         Fail("Encountered CRC error in current file.");
-    if (result != UNZ_OK || endsEarly)
+    if (result != 0 || endsEarly)
         Fail("Could not close file at the current position within the zip file.");
 }
 

@@ -9,12 +9,17 @@
 #include <unicode/unistr.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace vexaTransferLib {
 
-/// What an archive's directory states about an entry. It need not be true: an archive may state any size. Where
-/// minizip cannot read sizes in zip64 form, both are 4294967295.
+namespace zip {
+class Archive;
+}
+
+/// What an archive's directory states about an entry. It need not be true: an archive may state any size. A size
+/// that is in zip64 form but missing there is 4294967295.
 struct VEXATRANSFERLIB_API ZipEntryInfo {
     std::uint64_t size = 0;           ///< bytes of the entry's content
     std::uint64_t compressedSize = 0; ///< bytes that it takes in the archive
@@ -34,9 +39,8 @@ struct VEXATRANSFERLIB_API ZipEntryRange {
 };
 
 /// Walks the entries of a ZIP archive on disk and reads them, one at a time. An archive may have data descriptors,
-/// comments, and other bytes in front of it. Stored and deflated entries can be read. The entries of a zip64
-/// archive can be walked, where bytes are in front of it only if its offsets count them. With minizip 1.1 (Debian
-/// 12) an entry whose sizes are given in zip64 form cannot be opened; later versions read it.
+/// comments, and other bytes in front of it. Stored and deflated entries can be read, also those of zip64 archives, whose
+/// sizes and places may be in zip64 form.
 ///
 ///     ZipFileReader archive("pocket-query.zip");
 ///     for (bool found = archive.GoToFirstFile(); found; found = archive.GoToNextFile()) {
@@ -51,7 +55,7 @@ struct VEXATRANSFERLIB_API ZipEntryRange {
 /// The current entry is the one that the last successful move reached; in a new reader it is the first. After a
 /// move to an entry that cannot be read in the directory there is no current entry. An archive without entries can
 /// be opened and has no current entry. A comment that contains the end mark of an archive hides the entries or
-/// makes the archive unreadable.
+/// makes the archive unreadable, unless it is a zip64 archive.
 ///
 /// Every failure is a `dbc::precondition_error`. On a closed reader every operation but Close writes the contract
 /// report and throws "Zip file not opened for reading."; failures of the archive itself write no report.
@@ -65,11 +69,12 @@ struct VEXATRANSFERLIB_API ZipEntryRange {
 /// trusted either: they may be absolute, contain "..", or occur twice.
 class VEXATRANSFERLIB_API ZipFileReader {
 public:
-    /// Opens the archive; it stays open until Close or the destructor. Reads only the end of its directory.
+    /// Opens the archive; it stays open until Close or the destructor. Looks through its directory once for entries in
+    /// zip64 form.
     /// \throws dbc::precondition_error "No file specified for reading." for an empty path and for one that
     ///         contains U+0000 or an unpaired surrogate, with the contract report; "Could not open ZIP for
-    ///         reading." when there is no archive at the path, when its comment has more than 65,513 bytes, and
-    ///         when its end is cut off; "Could not obtain global information table for ZIP file."
+    ///         reading." when there is no archive at the path, when its comment has more than 65,513 bytes and it
+    ///         is no zip64 archive, and when its end is cut off; "Could not obtain global information table for ZIP file."
     /// \throws std::bad_alloc when memory runs out; where it runs out in minizip, the failure may instead be
     ///         "Could not open ZIP for reading."
     /// \throws std::runtime_error when the path cannot be converted to UTF-8; see
@@ -141,9 +146,8 @@ private:
     VEXATRANSFERLIB_LOCAL void RequireReadable();
     void LeaveCurrentFile();
 
-    void* archive_ = nullptr; ///< minizip's handle; null when closed, and for an archive without entries
+    std::unique_ptr<zip::Archive> archive_; ///< null when closed, and for an archive without entries
     unsigned long fileCount_ = 0;
-    unsigned long commentLength_ = 0;
     bool isOpen_ = false;
     mutable bool isKnownReadable_ = false; ///< OpenCurrentFile need not look into the directory again
     mutable std::uint64_t statedSize_ = 0; ///< of the current entry, when it is known to be readable

@@ -31,7 +31,7 @@ depends() {
         fi
     done
 }
-depends libvexatransferlib1 libc6 'libicu[0-9]+' 'libxerces-c[0-9.]+(t64)?' 'libminizip[0-9a-z]+' 'libstdc\+\+6'
+depends libvexatransferlib1 libc6 'libicu[0-9]+' 'libxerces-c[0-9.]+(t64)?' 'libminizip[0-9a-z]+' zlib1g 'libstdc\+\+6'
 depends libvexatracklib1 "libvexatransferlib1 \(= $version\)" libc6 'libgeographic[a-z]*[0-9]+'
 depends libvexatransferlib-dev "libvexatransferlib1 \(= $version\)" "libvexatracklib1 \(= $version\)" libicu-dev libxerces-c-dev libboost-dev
 depends vexagpx "libvexatransferlib1 \(= $version\)" "libvexatracklib1 \(= $version\)" libc6

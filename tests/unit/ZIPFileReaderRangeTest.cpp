@@ -48,6 +48,8 @@ TEST(ZipFileReaderRangeTest, AnEntryClaimsItsLocalHeaderAndItsPackedBytes) {
         {{}, {.stub = stub}},
         {{}, {.stub = stub, .offsetsCountStub = false}},
         {{}, {.stub = stub, .zip64 = true}},
+        {{.zip64 = Zip64Extra::kBoth}, {}},
+        {{.zip64 = Zip64Extra::kBoth}, {.stub = stub, .offsetsCountStub = false, .zip64 = true}},
     };
     const std::string contents[] = {"some words", "", Lines(3000)};
     const std::string names[] = {"first.txt", "folder/", "a longer name.gpx"};

@@ -115,7 +115,7 @@ void Archive::CheckPacking() const {
     if (info_.method != kStored && info_.method != kDeflated)
         FailEntry("The entry is packed with method " + MethodText(info_.method) + ", which cannot be read.");
     if (info_.size == kUnknown && info_.compressedSize == kUnknown)
-        FailEntry("The size of the entry is in zip64 form, which cannot be read here.");
+        FailEntry("The sizes of the entry in zip64 form are missing.");
 }
 
 void Archive::CheckSize(std::uint64_t size) const {

@@ -369,18 +369,13 @@ TEST(ZipTest, TheArchivesOfTheCorpus) {
         {"unsupported-method.zip", {3, "3 entries tested, 2 bad.\n", 0, 1}},
         {"utf8-names.zip", {3, "3 entries tested, 0 bad.\n", 3, 0}},
         {"zero-bytes.zip", noArchive},
+        {"zip64.zip", {2, "2 entries tested, 0 bad.\n", 0, 1}},
     };
     for (const std::string& file : files) {
         const std::string name = std::filesystem::path(file).filename().string();
         const Result list = RunTool({"zip", "list", file});
         const Result test = RunTool({"zip", "test", file});
         const Result dump = RunTool({"dump", file});
-        if (name == "zip64.zip") {
-            // Whether its entries can be read depends on the version of minizip.
-            EXPECT_EQ(list.out, "one.txt\ntwo.txt\n");
-            EXPECT_THAT(test.out, testing::StartsWith("2 entries tested, "));
-            continue;
-        }
         ASSERT_TRUE(rows.contains(name)) << "no row for " << name;
         const CorpusRow& row = rows.at(name);
         const std::string summary = row.test;
