@@ -71,10 +71,12 @@ if(TARGET vexagpx)
     list(APPEND CPACK_COMPONENTS_ALL tool)
     set(CPACK_DEBIAN_TOOL_PACKAGE_NAME vexagpx)
     set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION utils)
+    # The font of the pictures, which no library names.
+    set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "fonts-dejavu-core")
     if(NOT VEXATRANSFERLIB_STATIC)
         # The same version, because the tool's dump reads private fields of the library's classes.
-        set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
-            "${runtime_package} (= ${PROJECT_VERSION}), ${track_package} (= ${PROJECT_VERSION})")
+        string(PREPEND CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS
+            "${runtime_package} (= ${PROJECT_VERSION}), ${track_package} (= ${PROJECT_VERSION}), ")
     endif()
     string(CONCAT CPACK_DEBIAN_TOOL_DESCRIPTION
         "tool that shows, checks and converts GPX files\n${about}"

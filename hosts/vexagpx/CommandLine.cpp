@@ -94,9 +94,12 @@ constexpr char kCleanExamples[] = "Examples:\n"
                                   "  echo '[b]Hello[/b] &amp; welcome' | vexagpx clean\n";
 
 constexpr char kPlotExamples[] =
-    "The page shows map, profile and figures in any browser, and needs no network.\n"
+    "A picture has a map above a profile of height over distance. A page shows map,\n"
+    "profile and figures in any browser, and needs no network.\n"
     "\n"
     "Examples:\n"
+    "  vexagpx plot walk.gpx -o walk.svg\n"
+    "  vexagpx plot walk.gpx -o walk.pdf --colour height --size 1400x1000\n"
     "  vexagpx plot walk.gpx -o walk.html\n"
     "  vexagpx plot *.gpx -o all.html\n";
 constexpr char kIndexExamples[] =
@@ -144,10 +147,6 @@ std::string RequireSize(const std::string& text) {
     std::uint64_t number = 0;
     const std::from_chars_result result = std::from_chars(text.data(), text.data() + text.size(), number);
     return result.ec == std::errc() && number > 0 ? "" : "must be a number above 0";
-}
-
-std::string RequirePage(const std::string& text) {
-    return text.ends_with(".html") ? "" : "must end with .html";
 }
 
 std::string RequireLength(const std::string& text) {
@@ -420,15 +419,41 @@ void AddInfo(CLI::App& app, Invocation& invocation) {
     command.add_flag("--json", options->json, "Print a line of JSON for each file");
 }
 
+ColourBy ColourByOf(const std::string& name) {
+    return name == "height" ? ColourBy::kHeight : name == "speed" ? ColourBy::kSpeed : ColourBy::kNone;
+}
+
 void AddPlot(CLI::App& app, Invocation& invocation) {
     const auto options = std::make_shared<PlotOptions>();
     CLI::App& command = AddCommand(
-        app, invocation, {"plot", "Draw GPX files as a page for a browser", kPlotExamples}, options, Plot);
+        app, invocation, {"plot", "Draw GPX files as a picture or a page", kPlotExamples}, options, Plot);
     AddFiles(command, invocation, *options);
-    AddText(command, "-o,--output", options->out, "Page to write: a name that ends with .html")
+    AddText(command, "-o,--output", options->out,
+            "File to write: its ending .svg, .png, .pdf or\n"
+            ".html says what")
         ->type_name("OUT")
         ->required()
-        ->check(CLI::Validator(RequirePage, ""));
+        ->check(CLI::Validator([](const std::string& path) { return FindPlotNameError(path); }, ""));
+    command
+        .add_option_function<std::string>(
+            "--size", [options](const std::string& text) { ReadPictureSize(text, options->picture); },
+            "Width and height of a picture in pixels")
+        ->type_name("SIZE")
+        ->check(CLI::Validator(
+            [](const std::string& text) {
+                PictureOptions ignored;
+                return ReadPictureSize(text, ignored);
+            },
+            ""))
+        ->default_str("1000x800");
+    command
+        .add_option_function<std::string>(
+            "--colour", [options](const std::string& name) { options->picture.colourBy = ColourByOf(name); },
+            "What the colours of a picture show: none (one\n"
+            "for each track), height or speed")
+        ->type_name("COLOURS")
+        ->check(CLI::IsMember({"none", "height", "speed"}).description(""))
+        ->default_str("none");
 }
 
 void AddIndex(CLI::App& app, Invocation& invocation) {

@@ -13,6 +13,7 @@ namespace {
 Value ValueOf(const std::string& name) {
     static const std::map<std::string, Value> values = {
         {"ARCHIVE", {"ARCHIVE", Completion::kFile, {}}},
+        {"COLOURS", {"COLOURS", Completion::kWords, {"none", "height", "speed"}}},
         {"DIR", {"DIR", Completion::kFolder, {}}},
         {"DURATION", {"DURATION", Completion::kNothing, {}}},
         {"ENTRY", {"ENTRY", Completion::kNothing, {}}},
