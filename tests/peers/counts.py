@@ -39,9 +39,9 @@ EXCEPTIONS = {
 }
 
 
-def say_skipped(reason):
+def say_skipped(reason, script='counts.py'):
     """In the form in which ./check lists why tests were skipped."""
-    print('counts.py: Skipped\n%s' % reason)
+    print('%s: Skipped\n%s' % (script, reason))
 
 
 def output_of(command):
@@ -68,11 +68,16 @@ def count_by_gpsbabel(path):
     return tuple(names.count(name) for name in ('wpt', 'rte', 'rtept', 'trk', 'trkpt'))
 
 
-def gpxpy_counter():
+def python_with_gpxpy():
     for python in (sys.executable, '/usr/bin/python3'):
         if subprocess.call([python, '-c', 'import gpxpy'], stderr=subprocess.DEVNULL) == 0:
-            return lambda path: count_by_gpxpy(python, path)
+            return python
     return None
+
+
+def gpxpy_counter():
+    python = python_with_gpxpy()
+    return None if python is None else lambda path: count_by_gpxpy(python, path)
 
 
 def count_by_gpxpy(python, path):
