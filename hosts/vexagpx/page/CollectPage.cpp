@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/page/CollectPage.h>
 
-#include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/page/PageFigures.h>
 #include <vexagpx/page/PathThinning.h>
-#include <vexagpx/page/PlaceBox.h>
+#include <vexagpx/picture/MapChoice.h>
+#include <vexagpx/picture/PathData.h>
 #include <vexagpx/terminal/DisplayText.h>
 
-#include <vexaTrackLib/MapProjection.h>
-#include <vexaTrackLib/PathLength.h>
 #include <vexaTrackLib/PathStatistics.h>
 
 #include <algorithm>
@@ -18,41 +16,17 @@
 namespace vexagpx {
 
 using namespace vexaTransferLib;
+using vexaTrackLib::MapProjection;
 
 namespace {
 
 constexpr std::size_t kPathLimit = 300;
 constexpr std::size_t kWaypointLimit = 2000;
-// The latest time that scripts know, in milliseconds since 1970 UTC.
-constexpr double kLastTime = 8.64e15;
-constexpr double kGreatestHeight = 1e7;
 
 std::string Utf8(const icu::UnicodeString& text) {
     std::string utf8;
     Printable(text).toUTF8String(utf8);
     return utf8;
-}
-
-template <class Owner>
-std::string NameOf(const Owner& owner) {
-    icu::UnicodeString text;
-    owner.GetName(text);
-    return Utf8(text);
-}
-
-bool GetPlace(const GpxPoint& point, double& latitude, double& longitude) {
-    point.GetPoint(latitude, longitude);
-    return std::abs(latitude) <= 90.0 && std::isfinite(longitude);
-}
-
-double HeightOf(const GpxPoint& point) {
-    double height = 0.0;
-    return point.GetElevation(height) && std::abs(height) < kGreatestHeight ? height : kMissing;
-}
-
-double TimeOf(const GpxPoint& point) {
-    double time = 0.0;
-    return point.GetTime(time) && std::abs(time) < kLastTime ? time : kMissing;
 }
 
 /// "Cache name (Traditional Cache, Small, 1.5/2)", or the description of any other waypoint.
@@ -71,8 +45,16 @@ std::string NoteOf(const GpxPoint& waypoint) {
     return Utf8(note);
 }
 
+/// "Track 2: over the hills", "Route 1".
+std::string TitleOf(const PathOfPoints& path) {
+    const std::string number = std::to_string(path.number);
+    const std::string title = (path.isRoute ? "Route " : "Track ") + number;
+    const bool hasName = path.name != (path.isRoute ? "route " : "track ") + number;
+    return hasName ? title + ": " + path.name : title;
+}
+
 /// Takes the figures and the pauses of a path.
-void TakeStatistics(PagePath& path, const vexaTrackLib::PathStatistics& statistics) {
+void TakeFigures(PagePath& path, const vexaTrackLib::PathStatistics& statistics) {
     constexpr std::size_t kMarkedPauses = 200;
     path.figures = PathFigures(statistics, path.segments.size());
     for (const vexaTrackLib::Pause& pause : statistics.pauses) {
@@ -111,169 +93,124 @@ void BridgeGaps(PagePath& path) {
     }
 }
 
-/// Takes the points of one document; projects them when all places are known.
+/// Turns the data of one document into what the page shows of it.
 class Collector {
 public:
-    PageDocument Collect(const GpxDocument& document);
+    Collector(const GpxDocument& document, const std::string& source);
+
+    PageDocument Collect() &&;
 
 private:
-    void TakeWaypoint(const GpxPoint& point);
-    void TakeRoutes(const GpxDocument& document);
-    void TakeTracks(const GpxDocument& document);
-    PagePath* AddPath(const std::string& kind, std::size_t number, const std::string& name);
-    void StartSegment(PagePath& path);
-    void TakePoint(PagePath& path, const GpxPoint& point);
-    template <class Visit>
-    void ForEachPlace(const Visit& visit);
-    vexaTrackLib::MapProjection ChooseProjection(double latitude, double longitude);
-    void Project();
+    void TakePath(PathOfPoints& path);
+    void TakeStatistics();
+    void TakeWaypoints();
+    /// Places of the page are seen from above, so y is downwards.
+    template <class Placed>
+    void Project(double latitude, double longitude, Placed& placed);
 
+    const GpxDocument& document_;
+    PathData data_;
+    MapChoice map_;
     PageDocument page_;
-    PlaceBox box_;
-    vexaTrackLib::PathLength length_;
 };
 
-void Collector::TakeWaypoint(const GpxPoint& point) {
-    PageWaypoint waypoint;
-    if (!GetPlace(point, waypoint.latitude, waypoint.longitude))
-        return;
-    if (page_.waypoints.size() == kWaypointLimit) {
-        ++page_.omittedWaypoints;
-        return;
-    }
-    box_.Add(waypoint.latitude, waypoint.longitude);
-    waypoint.name = NameOf(point);
-    waypoint.note = NoteOf(point);
-    waypoint.height = HeightOf(point);
-    page_.waypoints.push_back(std::move(waypoint));
+Collector::Collector(const GpxDocument& document, const std::string& source)
+    : document_(document), map_{MapProjection::OfRegion(0.0, 0.0)} {
+    data_.Add(document, source);
+    if (!data_.IsEmpty())
+        map_ = ChooseMap(data_);
 }
 
-/// \returns null when the page has as many paths as it can show
-PagePath* Collector::AddPath(const std::string& kind, std::size_t number, const std::string& name) {
-    if (page_.paths.size() == kPathLimit) {
-        ++page_.omittedPaths;
-        return nullptr;
-    }
-    length_ = vexaTrackLib::PathLength();
-    PagePath& path = page_.paths.emplace_back();
-    path.name = kind + ' ' + std::to_string(number) + (name.empty() ? "" : ": " + name);
-    return &path;
+template <class Placed>
+void Collector::Project(double latitude, double longitude, Placed& placed) {
+    const MapProjection::Place place = map_.projection.Project(latitude, longitude);
+    placed.x = place.x;
+    placed.y = -place.y;
+    page_.extent = std::max({page_.extent, 2.0 * std::abs(place.x), 2.0 * std::abs(place.y)});
 }
 
-void Collector::StartSegment(PagePath& path) {
-    length_.Break();
-    if (path.segments.empty() || !path.segments.back().empty())
-        path.segments.emplace_back();
-}
-
-/// Latitude and longitude are in y and x until they are projected.
-void Collector::TakePoint(PagePath& path, const GpxPoint& point) {
-    PagePoint taken;
-    if (!GetPlace(point, taken.y, taken.x))
-        return;
-    box_.Add(taken.y, taken.x);
-    length_.Add(taken.y, taken.x);
-    taken.distance = length_.Metres();
-    taken.height = HeightOf(point);
-    taken.time = TimeOf(point);
-    path.segments.back().push_back(taken);
-}
-
-void Collector::TakeRoutes(const GpxDocument& document) {
-    std::size_t number = 0;
-    for (auto route = document.GetRouteIter(); route != document.GetRouteEndIter(); ++route) {
-        PagePath* const path = AddPath("Route", ++number, NameOf(*route));
-        if (path == nullptr)
-            continue;
-        StartSegment(*path);
-        for (auto point = route->GetPointIter(); point != route->GetPointEndIter(); ++point)
-            TakePoint(*path, *point);
-        TakeStatistics(*path, vexaTrackLib::StatisticsOf(*route));
-    }
-}
-
-void Collector::TakeTracks(const GpxDocument& document) {
-    std::size_t number = 0;
-    for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
-        PagePath* const path = AddPath("Track", ++number, NameOf(*track));
-        if (path == nullptr)
-            continue;
-        for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment) {
-            StartSegment(*path);
-            for (auto point = track->GetPointIter(segment); point != track->GetPointEndIter(segment); ++point)
-                TakePoint(*path, *point);
+/// Takes the points, and frees the memory that they had.
+void Collector::TakePath(PathOfPoints& path) {
+    PagePath& taken = page_.paths.emplace_back();
+    taken.name = TitleOf(path);
+    for (PathSegment& segment : path.segments) {
+        PageSegment& points = taken.segments.emplace_back();
+        points.reserve(segment.size());
+        for (const PathPoint& point : segment) {
+            PagePoint& added = points.emplace_back();
+            Project(point.latitude, point.longitude, added);
+            added.distance = point.distance;
+            added.height = point.height;
+            added.time = point.time;
         }
-        TakeStatistics(*path, vexaTrackLib::StatisticsOf(*track));
+        segment = PathSegment();
+    }
+    BridgeGaps(taken);
+}
+
+/// Paths without points are not in the data.
+void Collector::TakeStatistics() {
+    std::size_t taken = 0;
+    const auto take = [&](bool isRoute, std::size_t number, const auto& measured) {
+        if (taken == page_.paths.size())
+            return;
+        const PathOfPoints& path = data_.paths[taken];
+        if (path.isRoute == isRoute && path.number == number)
+            TakeFigures(page_.paths[taken++], vexaTrackLib::StatisticsOf(measured));
+    };
+    std::size_t number = 0;
+    for (auto track = document_.GetTrackIter(); track != document_.GetTrackEndIter(); ++track)
+        take(false, ++number, *track);
+    number = 0;
+    for (auto route = document_.GetRouteIter(); route != document_.GetRouteEndIter(); ++route)
+        take(true, ++number, *route);
+}
+
+/// The data has their places, and the document the rest.
+void Collector::TakeWaypoints() {
+    for (auto point = document_.GetWaypointIter(); point != document_.GetWaypointEndIter(); ++point) {
+        PageWaypoint waypoint;
+        point->GetPoint(waypoint.latitude, waypoint.longitude);
+        if (!(std::abs(waypoint.latitude) <= 90.0) || !std::isfinite(waypoint.longitude))
+            continue;
+        if (page_.waypoints.size() == kWaypointLimit) {
+            ++page_.omittedWaypoints;
+            continue;
+        }
+        Project(waypoint.latitude, waypoint.longitude, waypoint);
+        icu::UnicodeString name;
+        point->GetName(name);
+        waypoint.name = Utf8(name);
+        waypoint.note = NoteOf(*point);
+        if (double height = 0.0; point->GetElevation(height) && std::isfinite(height))
+            waypoint.height = height;
+        page_.waypoints.push_back(std::move(waypoint));
     }
 }
 
-/// Calls `visit` with the latitude, the longitude and the two coordinates of each place.
-template <class Visit>
-void Collector::ForEachPlace(const Visit& visit) {
-    for (PagePath& path : page_.paths)
-        for (PageSegment& segment : path.segments)
-            for (PagePoint& point : segment)
-                visit(point.y, point.x, point.x, point.y);
-    for (PageWaypoint& waypoint : page_.waypoints)
-        visit(waypoint.latitude, waypoint.longitude, waypoint.x, waypoint.y);
-}
-
-/// A map of a region, or of the world if the places are in more than a region.
-vexaTrackLib::MapProjection Collector::ChooseProjection(double latitude, double longitude) {
-    using vexaTrackLib::MapProjection;
-    constexpr double kFarthestOfRegion = 8.9e6;
-    const MapProjection region = MapProjection::OfRegion(latitude, longitude);
-    double farthest = 0.0;
-    ForEachPlace([&](double placeLatitude, double placeLongitude, double&, double&) {
-        const MapProjection::Place place = region.Project(placeLatitude, placeLongitude);
-        farthest = std::max(farthest, std::hypot(place.x, place.y));
-    });
-    return farthest > kFarthestOfRegion ? MapProjection::OfWorld(longitude) : region;
-}
-
-/// Projects all places, and measures what is drawn.
-void Collector::Project() {
+PageDocument Collector::Collect() && {
     constexpr double kGreatestPlane = 4e6;
     constexpr double kNearPole = 88.0;
-    double latitude = 0.0;
-    double longitude = 0.0;
-    box_.Middle(latitude, longitude);
-    const vexaTrackLib::MapProjection projection = ChooseProjection(latitude, longitude);
-    double reach = 0.0;
-    ForEachPlace([&](double placeLatitude, double placeLongitude, double& x, double& y) {
-        const vexaTrackLib::MapProjection::Place place = projection.Project(placeLatitude, placeLongitude);
-        x = place.x;
-        y = -place.y;
-        reach = std::max({reach, std::abs(x), std::abs(y)});
-    });
-    page_.extent = 2.0 * reach;
-    page_.isOfWorld = projection.IsOfWorld();
-    page_.isNorthUp = page_.extent < kGreatestPlane && std::abs(latitude) < kNearPole;
-}
-
-PageDocument Collector::Collect(const GpxDocument& document) {
-    TakeTracks(document);
-    TakeRoutes(document);
-    for (auto point = document.GetWaypointIter(); point != document.GetWaypointEndIter(); ++point)
-        TakeWaypoint(*point);
-    for (PagePath& path : page_.paths) {
-        if (!path.segments.empty() && path.segments.back().empty())
-            path.segments.pop_back();
-        BridgeGaps(path);
+    page_.name = data_.title;
+    for (PathOfPoints& path : data_.paths) {
+        if (page_.paths.size() < kPathLimit)
+            TakePath(path);
+        else
+            ++page_.omittedPaths;
     }
-    Project();
+    TakeStatistics();
+    TakeWaypoints();
+    page_.isOfWorld = map_.projection.IsOfWorld();
+    page_.isNorthUp =
+        !page_.isOfWorld && page_.extent < kGreatestPlane && std::abs(map_.latitude) < kNearPole;
     ThinPaths(page_, kPagePoints);
     return std::move(page_);
 }
 
 } // namespace
 
-PageDocument CollectPage(const GpxDocument& document, const std::string& name) {
-    PageDocument page = Collector().Collect(document);
-    page.name = Utf8(DocumentName(document));
-    if (page.name.empty())
-        page.name = Utf8(icu::UnicodeString::fromUTF8(name.substr(name.rfind('/') + 1)));
-    return page;
+PageDocument CollectPage(const GpxDocument& document, const std::string& source) {
+    return Collector(document, source).Collect();
 }
 
 } // namespace vexagpx

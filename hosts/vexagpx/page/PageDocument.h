@@ -1,23 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/picture/PathData.h>
+
 #include <cstddef>
-#include <limits>
 #include <string>
 #include <vector>
 
 namespace vexagpx {
-
-/// A number that a point does not have.
-inline constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 /// A point of a route or track, as the page draws it.
 struct PagePoint {
     double x = 0.0;        ///< metres from the middle of the map towards the right
     double y = 0.0;        ///< metres from the middle of the map downwards
     double distance = 0.0; ///< metres along the path, without the gaps between segments
-    double height = kMissing;
-    double time = kMissing; ///< milliseconds since 1970 UTC
+    double height = kNoValue;
+    double time = kNoValue; ///< milliseconds since 1970 UTC
 };
 
 using PageSegment = std::vector<PagePoint>;
@@ -49,7 +47,7 @@ struct PageWaypoint {
     double y = 0.0;
     double latitude = 0.0;
     double longitude = 0.0;
-    double height = kMissing;
+    double height = kNoValue;
 };
 
 /// What the page shows of a document.

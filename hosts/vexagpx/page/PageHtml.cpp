@@ -106,7 +106,7 @@ void WriteDocument(const PageDocument& document, std::size_t number, bool isOnly
         WriteWaypoints(document.waypoints, out);
     WriteOmitted(document.omittedWaypoints, "more waypoint", out);
     if (document.paths.empty() && document.waypoints.empty())
-        out.Write("<p class=\"note\">It contains no waypoint, route or track.</p>\n");
+        out.Write("<p class=\"note\">It contains no point.</p>\n");
     out.Write("</section>\n");
 }
 

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/picture/MapFrame.h>
 
-#include <vexaTrackLib/Bounds.h>
+#include <vexagpx/picture/MapChoice.h>
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace vexagpx {
 
@@ -13,21 +12,8 @@ using vexaTrackLib::MapProjection;
 
 namespace {
 
-constexpr double kDegree = std::numbers::pi / 180.0;
-// A map of a region is at most so far from its middle, in metres of the map: some 70 degrees of the earth.
-constexpr double kFarthestOfRegion = 8.9e6;
 // A single point has so many metres around it.
 constexpr double kLeastSpan = 200.0;
-
-template <class Visit>
-void ForEachPlace(const PathData& data, Visit visit) {
-    for (const PathOfPoints& path : data.paths)
-        for (const PathSegment& segment : path.segments)
-            for (const PathPoint& point : segment)
-                visit(point.latitude, point.longitude);
-    for (const MarkedPlace& place : data.places)
-        visit(place.latitude, place.longitude);
-}
 
 struct Range {
     double low = 1e300;
@@ -40,57 +26,20 @@ struct Range {
     double Middle() const { return (low + high) / 2.0; }
 };
 
-/// The middle of the directions from the centre of the earth to all places.
-void FindMiddle(const PathData& data, double& latitude, double& longitude) {
-    Range x;
-    Range y;
-    Range z;
-    ForEachPlace(data, [&](double placeLatitude, double placeLongitude) {
-        const double cosine = std::cos(placeLatitude * kDegree);
-        x.Add(cosine * std::cos(placeLongitude * kDegree));
-        y.Add(cosine * std::sin(placeLongitude * kDegree));
-        z.Add(std::sin(placeLatitude * kDegree));
-    });
-    latitude = std::atan2(z.Middle(), std::hypot(x.Middle(), y.Middle())) / kDegree;
-    longitude = std::atan2(y.Middle(), x.Middle()) / kDegree;
-}
-
-double MiddleLongitude(const PathData& data) {
-    vexaTrackLib::Bounds bounds;
-    ForEachPlace(data, [&](double latitude, double longitude) {
-        bounds.Add(latitude, std::remainder(longitude, 360.0));
-    });
-    const double width = bounds.East() - bounds.West() + (bounds.West() > bounds.East() ? 360.0 : 0.0);
-    return width > 300.0 ? 0.0 : bounds.West() + width / 2.0;
-}
-
 } // namespace
 
 MapFrame::MapFrame(const PathData& data, const Box& box)
     : box_(box), projection_(MapProjection::OfRegion(0.0, 0.0)) {
-    ChooseProjection(data);
+    const MapChoice choice = ChooseMap(data);
+    projection_ = choice.projection;
+    middleLongitude_ = choice.longitude;
     Fit(data);
-}
-
-void MapFrame::ChooseProjection(const PathData& data) {
-    double latitude = 0.0;
-    FindMiddle(data, latitude, middleLongitude_);
-    projection_ = MapProjection::OfRegion(latitude, middleLongitude_);
-    double farthest = 0.0;
-    ForEachPlace(data, [&](double placeLatitude, double placeLongitude) {
-        const MapProjection::Place place = projection_.Project(placeLatitude, placeLongitude);
-        farthest = std::max(farthest, std::hypot(place.x, place.y));
-    });
-    if (farthest > kFarthestOfRegion) {
-        middleLongitude_ = MiddleLongitude(data);
-        projection_ = MapProjection::OfWorld(middleLongitude_);
-    }
 }
 
 void MapFrame::Fit(const PathData& data) {
     Range x;
     Range y;
-    ForEachPlace(data, [&](double latitude, double longitude) {
+    data.ForEachPlace([&](double latitude, double longitude) {
         const MapProjection::Place place = projection_.Project(latitude, longitude);
         x.Add(place.x);
         y.Add(place.y);

@@ -34,7 +34,6 @@ public:
     std::vector<Part> PartsOf(const PathSegment& segment) const;
 
 private:
-    void ChooseProjection(const PathData& data);
     void Fit(const PathData& data);
     void CutAtEdge(const PathSegment& segment, std::size_t i, std::vector<Part>& parts) const;
     double FromMiddle(double longitude) const;

@@ -34,8 +34,9 @@ std::string NameOf(const Named& object) {
 /// Puts the points of a route or track into segments.
 class PathBuilder {
 public:
-    PathBuilder(const std::string& name, const std::string& otherName, bool isRoute) {
-        path_.name = name.empty() ? otherName : name;
+    PathBuilder(const std::string& name, std::size_t number, bool isRoute) {
+        path_.name = !name.empty() ? name : (isRoute ? "route " : "track ") + std::to_string(number);
+        path_.number = number;
         path_.isRoute = isRoute;
     }
 
@@ -75,7 +76,7 @@ private:
 void AddTracks(const GpxDocument& document, std::vector<PathOfPoints>& paths) {
     std::size_t number = 0;
     for (auto track = document.GetTrackIter(); track != document.GetTrackEndIter(); ++track) {
-        PathBuilder builder(NameOf(*track), "track " + std::to_string(++number), false);
+        PathBuilder builder(NameOf(*track), ++number, false);
         for (auto segment = track->GetSegmentIter(); segment != track->GetSegmentEndIter(); ++segment) {
             builder.StartSegment();
             for (auto point = track->GetPointIter(segment); point != track->GetPointEndIter(segment); ++point)
@@ -88,7 +89,7 @@ void AddTracks(const GpxDocument& document, std::vector<PathOfPoints>& paths) {
 void AddRoutes(const GpxDocument& document, std::vector<PathOfPoints>& paths) {
     std::size_t number = 0;
     for (auto route = document.GetRouteIter(); route != document.GetRouteEndIter(); ++route) {
-        PathBuilder builder(NameOf(*route), "route " + std::to_string(++number), true);
+        PathBuilder builder(NameOf(*route), ++number, true);
         builder.StartSegment();
         for (auto point = route->GetPointIter(); point != route->GetPointEndIter(); ++point)
             builder.Add(*point);

@@ -27,6 +27,7 @@ using PathSegment = std::vector<PathPoint>;
 struct PathOfPoints {
     std::string name; ///< UTF-8, on one line; never empty
     bool isRoute = false;
+    std::size_t number = 0;            ///< among the tracks or the routes of its document, from 1
     std::vector<PathSegment> segments; ///< none is empty
 
     double Length() const { return segments.empty() ? 0.0 : segments.back().back().distance; }
@@ -44,6 +45,17 @@ struct PathData {
     std::string title; ///< UTF-8, on one line
     std::vector<PathOfPoints> paths;
     std::vector<MarkedPlace> places;
+
+    /// Calls `visit` with latitude and longitude of each point and place.
+    template <class Visit>
+    void ForEachPlace(const Visit& visit) const {
+        for (const PathOfPoints& path : paths)
+            for (const PathSegment& segment : path.segments)
+                for (const PathPoint& point : segment)
+                    visit(point.latitude, point.longitude);
+        for (const MarkedPlace& place : places)
+            visit(place.latitude, place.longitude);
+    }
 
     bool IsEmpty() const { return paths.empty() && places.empty(); }
 

@@ -132,8 +132,8 @@ TEST(PlotTest, AShortStretchWithoutHeightsIsFilledIn) {
 }
 
 TEST(PlotTest, EmptyDocumentsAndSinglePointsHaveAPage) {
-    EXPECT_THAT(PageOf(Gpx("")), HasSubstr("It contains no waypoint, route or track."));
-    EXPECT_THAT(PageOf(Gpx("<trk/><trk><trkseg/></trk><rte/>")), HasSubstr("<h3>Track 2</h3>"));
+    EXPECT_THAT(PageOf(Gpx("")), HasSubstr("It contains no point."));
+    EXPECT_THAT(PageOf(Gpx("<trk/><trk><trkseg/></trk><rte/>")), HasSubstr("It contains no point."));
     const json data = DataOf(PageOf(Gpx("<trk><trkseg><trkpt lat='90' lon='0'/></trkseg></trk>")));
     EXPECT_EQ(data[0]["paths"][0]["segments"][0]["x"], json::array({0}));
 }

@@ -54,7 +54,7 @@ TEST(PageHtmlTest, SectionsHaveTheNumbersOfTheData) {
 }
 
 TEST(PageHtmlTest, AnEmptyDocumentSaysSo) {
-    EXPECT_THAT(Tables({PageDocument()}), HasSubstr("It contains no waypoint, route or track."));
+    EXPECT_THAT(Tables({PageDocument()}), HasSubstr("It contains no point."));
 }
 
 TEST(PageHtmlTest, SaysWhatIsLeftOut) {

@@ -9,7 +9,7 @@
 namespace {
 
 using nlohmann::json;
-using vexagpx::kMissing;
+using vexagpx::kNoValue;
 using vexagpx::Output;
 using vexagpx::PageDocument;
 
@@ -26,8 +26,8 @@ TEST(PageJsonTest, NumbersAreDifferences) {
     document.extent = 100.0;
     document.paths.resize(1);
     document.paths[0].segments = {{{1.0, -2.0, 0.0, 100.0, 5000.0},
-                                   {2.5, -2.0, 1.5, kMissing, 6500.0},
-                                   {2.0, 0.0, 3.0, 99.9, kMissing}}};
+                                   {2.5, -2.0, 1.5, kNoValue, 6500.0},
+                                   {2.0, 0.0, 3.0, 99.9, kNoValue}}};
     const json path = json::parse(Written({document}))["documents"][0]["paths"][0];
     const json segment = path["segments"][0];
     EXPECT_EQ(path["epoch"], 5.0);
@@ -41,7 +41,7 @@ TEST(PageJsonTest, NumbersAreDifferences) {
 TEST(PageJsonTest, PausesStartAfterTheFirstTime) {
     PageDocument document;
     document.paths.resize(1);
-    document.paths[0].segments = {{{0.0, 0.0, 0.0, kMissing, 60000.0}}};
+    document.paths[0].segments = {{{0.0, 0.0, 0.0, kNoValue, 60000.0}}};
     document.paths[0].pauses = {{90000.0, 120.0}};
     const json pause = json::parse(Written({document}))["documents"][0]["paths"][0]["pauses"][0];
     EXPECT_EQ(pause["start"], 30.0);

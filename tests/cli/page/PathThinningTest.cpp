@@ -9,7 +9,7 @@
 
 namespace {
 
-using vexagpx::kMissing;
+using vexagpx::kNoValue;
 using vexagpx::PageDocument;
 using vexagpx::PagePoint;
 using vexagpx::PageSegment;
@@ -94,7 +94,7 @@ TEST(PathThinningTest, AStraightLineKeepsItsEnds) {
 TEST(PathThinningTest, NoPieceIsAsLongAsHalfAMapOfTheWorld) {
     PageSegment line;
     for (int i = 0; i <= 36; ++i)
-        line.push_back({1e6 * i, 0.0, 1e6 * i, kMissing, kMissing});
+        line.push_back({1e6 * i, 0.0, 1e6 * i, kNoValue, kNoValue});
     ThinSegment(line, {1e4, 1.0, 1e4, true});
     EXPECT_LT(line.size(), 10U);
     for (std::size_t i = 1; i < line.size(); ++i)
@@ -104,7 +104,7 @@ TEST(PathThinningTest, NoPieceIsAsLongAsHalfAMapOfTheWorld) {
 TEST(PathThinningTest, ATurningPointStays) {
     PageSegment line;
     for (int i = 0; i <= 100; ++i)
-        line.push_back({50.0 - std::abs(50.0 - i), 0.0, 1.0 * i, kMissing, kMissing});
+        line.push_back({50.0 - std::abs(50.0 - i), 0.0, 1.0 * i, kNoValue, kNoValue});
     ThinSegment(line, {1.0, 1.0, 1.0, true});
     const auto farthest =
         std::max_element(line.begin(), line.end(), [](const auto& a, const auto& b) { return a.x < b.x; });
@@ -114,7 +114,7 @@ TEST(PathThinningTest, ATurningPointStays) {
 TEST(PathThinningTest, TheEndsOfAStretchWithoutHeightsStay) {
     PageSegment line;
     for (int i = 0; i < 100; ++i)
-        line.push_back({1.0 * i, 0.0, 1.0 * i, i >= 40 && i < 60 ? kMissing : 10.0, kMissing});
+        line.push_back({1.0 * i, 0.0, 1.0 * i, i >= 40 && i < 60 ? kNoValue : 10.0, kNoValue});
     ThinSegment(line, {1.0, 1.0, 1.0, true});
     std::vector<double> kept;
     for (const PagePoint& point : line)
@@ -146,8 +146,8 @@ TEST(PathThinningTest, TimesThatGoBackAtEachPointDoNotExceedTheLimit) {
     document.paths[0].segments = {Walk(20000, 6)};
     for (std::size_t i = 0; i < 20000; ++i) {
         PagePoint& point = document.paths[0].segments[0][i];
-        point.time = i % 2 == 0 ? -point.time : kMissing;
-        point.height = i % 3 == 0 ? kMissing : point.height;
+        point.time = i % 2 == 0 ? -point.time : kNoValue;
+        point.height = i % 3 == 0 ? kNoValue : point.height;
     }
     ThinPaths(document, 500);
     EXPECT_LE(document.paths[0].segments[0].size(), 500U);
