@@ -67,8 +67,8 @@ int Run(const vexagpx::Invocation& invocation, Output& out) {
 
 int main(int argc, char** argv) {
     vexagpx::KeepStandardDescriptors();
-    // A failed write is then reported as an error instead of ending the process by a signal.
-    std::signal(SIGPIPE, SIG_IGN);
+    // A failed write is then an error first, so that temporary files are removed.
+    const bool endsByPipe = std::signal(SIGPIPE, SIG_IGN) == SIG_DFL;
     std::signal(SIGXFSZ, SIG_IGN);
     vexagpx::CatchDeadlySignals();
     try {
@@ -76,6 +76,11 @@ int main(int argc, char** argv) {
         vexagpx::Invocation invocation;
         const std::optional<int> status = vexagpx::ParseArguments(argc, argv, invocation, out);
         return status ? *status : Run(invocation, out);
+    } catch (const vexagpx::ClosedPipe& failure) {
+        // In silence, unless the caller wants to be told by ignoring the signal.
+        if (endsByPipe)
+            vexagpx::RaiseDefault({SIGPIPE});
+        PrintError(failure.what());
     } catch (const std::exception& failure) {
         PrintError(failure.what());
     } catch (const vexagpx::Interruption& interruption) {

@@ -47,7 +47,7 @@ std::string MethodText(unsigned method) {
 } // namespace
 
 bool IsArchive(const InputFile& file) {
-    return IsZip(HeadOf(file));
+    return IsReadAsArchive(HeadOf(file), file.Argument());
 }
 
 Archive::Archive(const InputFile& file, const ArchiveLimits& limits)

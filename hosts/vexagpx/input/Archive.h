@@ -16,7 +16,8 @@
 
 namespace vexagpx {
 
-/// True when the file starts like a ZIP archive, whatever its name. False also when it cannot be read.
+/// True when the file starts like a ZIP archive, whatever its name, and when it is named like one and is no GPX. False
+/// also when it cannot be read.
 bool IsArchive(const InputFile& file);
 
 /// The entries of an archive, one after another. Every error is a std::runtime_error that names the archive and, when

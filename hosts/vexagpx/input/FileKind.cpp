@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/input/FileKind.h>
 
+#include <vexagpx/input/EntryName.h>
 #include <vexagpx/input/XmlRoot.h>
 
 #include <algorithm>
@@ -183,6 +184,10 @@ bool IsZip(std::string_view head) {
     return std::any_of(std::begin(kMarks), std::end(kMarks), [head](const Mark& mark) {
         return mark.bytes.starts_with("PK") && Has(head, mark.at, mark.bytes);
     });
+}
+
+bool IsReadAsArchive(std::string_view head, const std::string& name) {
+    return IsZip(head) || (IsArchiveName(name) && !head.empty() && !IsGpx(head));
 }
 
 bool IsGzip(std::string_view head) {

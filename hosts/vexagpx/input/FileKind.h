@@ -25,6 +25,10 @@ std::optional<FileKind> FindKind(std::string_view head);
 /// True when the bytes start like a ZIP archive.
 bool IsZip(std::string_view head);
 
+/// True for a file to be read as an archive: it starts like one, or is named like one and is no GPX, because other bytes
+/// may precede an archive.
+bool IsReadAsArchive(std::string_view head, const std::string& name);
+
 /// True when the bytes start like a gzip file.
 bool IsGzip(std::string_view head);
 

@@ -148,7 +148,7 @@ void InputFile::OpenPath(const ArchiveLimits& limits, InputUse use) {
     PeekedBytes bytes(
         [&](char* buffer, std::size_t size) { return ReadPiece(file, argument_, buffer, size); });
     if (!IsGzip(bytes.Head())) {
-        if (use == InputUse::kDocument && !IsZip(bytes.Head()))
+        if (use == InputUse::kDocument && !IsReadAsArchive(bytes.Head(), argument_))
             RefuseOtherKinds(bytes.Head(), argument_);
         filePath_ = argument_;
         return;
@@ -163,7 +163,7 @@ void InputFile::Copy(int from, const std::string& fileName, const ArchiveLimits&
     CopySource source(from, argument_, limits, isStream_);
     PeekedBytes bytes([&](char* buffer, std::size_t size) { return source.Read(buffer, size); });
     UnpackedBytes content(bytes, limits, ShownName(argument_));
-    if (use == InputUse::kDocument && !IsZip(content.Get().Head()))
+    if (use == InputUse::kDocument && !IsReadAsArchive(content.Get().Head(), argument_))
         RefuseOtherKinds(content.Get().Head(), ShownName(argument_));
     CopyAll(content.Get(), target);
     filePath_ = folder_->FilePath();

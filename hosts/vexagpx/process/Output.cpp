@@ -15,7 +15,11 @@ namespace {
 constexpr std::size_t kBufferSize = 1 << 16;
 
 [[noreturn]] void Fail() {
-    throw OutputError("Unable to write to standard output: " + ErrorText(errno));
+    const int error = errno;
+    const std::string message = "Unable to write to standard output: " + ErrorText(error);
+    if (error == EPIPE)
+        throw ClosedPipe(message);
+    throw OutputError(message);
 }
 
 } // namespace

@@ -17,6 +17,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Nobody reads standard output any more, as after `vexagpx show walk.gpx | head -1`.
+class ClosedPipe : public OutputError {
+public:
+    using OutputError::OutputError;
+};
+
 /// Standard output, with a buffer of its own so that every failed write is noticed. What writes text in pieces, such as
 /// JsonWriter, writes into one; so there may be others than standard output.
 class Output {

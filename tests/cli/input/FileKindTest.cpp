@@ -203,6 +203,23 @@ TEST(FileKindTest, ZipCommandsNameWhatIsNoArchive) {
               "vexagpx: Could not open ZIP for reading. (words.zip)\n");
 }
 
+TEST(FileKindTest, AnArchiveMayFollowOtherBytesWhenItIsNamedSo) {
+    const Folder folder;
+    for (const bool zip64 : {false, true}) {
+        const std::string archive = testing_support::BuildZip({{.name = "a.gpx", .content = Gpx(kWaypoint)}},
+                                                              {.stub = "a program", .zip64 = zip64});
+        folder.Write("q.ZIP", archive);
+        EXPECT_THAT(RunTool({"show", "q.ZIP"}, folder.Path()).out, HasSubstr("q.ZIP: a.gpx\n")) << zip64;
+    }
+    folder.Write("walk.zip", Gpx(kWaypoint));
+    EXPECT_EQ(RunTool({"show", "walk.zip"}, folder.Path()).status, 0) << "GPX under a wrong name";
+    folder.Write("fit.zip", Bytes("\x0E\x10\x43\x08\x78\x06\x00\x00.FIT"s));
+    EXPECT_TRUE(
+        Failed(RunTool({"show", "fit.zip"}, folder.Path()), "fit.zip is a FIT file, not a ZIP archive."));
+    folder.Write("none.zip", "");
+    EXPECT_TRUE(Failed(RunTool({"show", "none.zip"}, folder.Path()), "none.zip is empty"));
+}
+
 // A video of any length must not be copied before it is refused.
 TEST(FileKindTest, AStreamIsRefusedBeforeItEnds) {
     const Folder folder;

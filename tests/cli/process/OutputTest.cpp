@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/process/Output.h>
 
+#include "support/Signals.h"
 #include "support/Tool.h"
 
 #include <csignal>
+#include <stdexcept>
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -54,17 +56,65 @@ TEST(OutputTest, ClosedStandardOutputIsReported) {
     }
 }
 
-TEST(OutputTest, APipeWithoutAReaderIsReported) {
-    for (const std::vector<std::string>& command : kCommands) {
-        const cli::Folder folder;
+/// A pipe that nobody reads.
+class ClosedPipe {
+public:
+    ClosedPipe() {
         int ends[2];
-        ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+        if (::pipe2(ends, O_CLOEXEC) != 0)
+            throw std::runtime_error("no pipe can be made");
         ::close(ends[0]);
-        const Result result = Tool(command).StdoutTo("/proc/self/fd/" + std::to_string(ends[1])).Run();
-        ::close(ends[1]);
-        EXPECT_EQ(result.status, 1) << command[0];
-        EXPECT_EQ(result.err, "vexagpx: Unable to write to standard output: Broken pipe\n") << command[0];
+        fd_ = ends[1];
     }
+    ~ClosedPipe() { ::close(fd_); }
+    ClosedPipe(const ClosedPipe&) = delete;
+    ClosedPipe& operator=(const ClosedPipe&) = delete;
+
+    int Get() const { return fd_; }
+
+private:
+    int fd_ = -1;
+};
+
+TEST(OutputTest, APipeWithoutAReaderEndsTheProgramInSilence) {
+    for (const std::vector<std::string>& command : kCommands) {
+        const ClosedPipe pipe;
+        const Result result = Tool(command).StdoutTo("/proc/self/fd/" + std::to_string(pipe.Get())).Run();
+        EXPECT_EQ(result.status, -SIGPIPE) << command[0];
+        EXPECT_EQ(result.err, "") << command[0];
+    }
+}
+
+TEST(OutputTest, APipeWithoutAReaderLeavesNoTemporaryFiles) {
+    const ClosedPipe pipe;
+    const cli::Folder temporary;
+    const Result result = Tool({"dump", "-"})
+                              .Stdin(cli::ReadFile(Data("hand-written.gpx")))
+                              .Set("TMPDIR", temporary.Path())
+                              .StdoutTo("/proc/self/fd/" + std::to_string(pipe.Get()))
+                              .Run();
+    EXPECT_EQ(result.status, -SIGPIPE);
+    EXPECT_THAT(temporary.Names(), testing::IsEmpty());
+}
+
+// As other tools do. A program that ignores the signal, and so does what it starts, wants the error.
+TEST(OutputTest, APipeWithoutAReaderIsReportedWhereTheSignalIsIgnored) {
+    const ClosedPipe pipe;
+    const cli::Folder folder;
+    const std::string errors = folder.Write("errors", "");
+    const std::string file = Data("hand-written.gpx");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        cli::ResetSignals(SIGPIPE);
+        ::dup2(pipe.Get(), STDOUT_FILENO);
+        ::dup2(::open(errors.c_str(), O_WRONLY), STDERR_FILENO);
+        ::execl(VEXAGPX_TOOL, "vexagpx", "dump", file.c_str(), nullptr);
+        ::_exit(127);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
+    EXPECT_EQ(cli::ReadFile(errors), "vexagpx: Unable to write to standard output: Broken pipe\n");
 }
 
 TEST(OutputTest, ACommandThatPrintsNothingNeedsNoStandardOutput) {
