@@ -18,8 +18,8 @@ public:
     /// A place of the map in metres: `x` towards the right, `y` upwards. In the middle of a region these are metres of
     /// the ellipsoid WGS 84 in every direction; a metre of the earth is longer elsewhere (Scale).
     struct Place {
-        double x = 0.0;
-        double y = 0.0;
+        double x = 0.0; ///< towards the right
+        double y = 0.0; ///< upwards
     };
 
     /// An oblique stereographic map of a region. North is up in its middle.
@@ -29,6 +29,7 @@ public:
     /// \param longitude that of the meridian in the middle, in degrees
     static MapProjection OfWorld(double longitude);
 
+    /// True for a map made by OfWorld().
     bool IsOfWorld() const { return isWorld_; }
 
     /// \param latitude in degrees, -90 to 90
