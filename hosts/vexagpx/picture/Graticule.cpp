@@ -141,9 +141,12 @@ std::vector<GraticuleLine> MakeGraticule(const MapFrame& frame) {
         lines.push_back(Meridian(frame, extent, k * meridians));
         lines.back().name = DegreesName(std::remainder(k * meridians, 360.0), meridians, 'E', 'W');
     }
-    if (isWorld)
+    if (isWorld) {
         for (const double edge : {-kEdge, kEdge})
             lines.push_back(Meridian(frame, extent, MiddleLongitude(frame) + edge));
+        for (const double pole : {-90.0, 90.0})
+            lines.push_back(Parallel(frame, extent, pole));
+    }
     return lines;
 }
 

@@ -110,6 +110,18 @@ void DrawPathNames(const PathData& data, const PathColours& colours, double unit
     }
 }
 
+/// What the dashes mean where no path is named.
+void DrawRouteSample(const PathData& data, double unit, Drawing& drawing, LegendPainter& painter) {
+    const auto isRoute = [](const PathOfPoints& path) { return path.isRoute; };
+    const auto routes =
+        static_cast<std::size_t>(std::count_if(data.paths.begin(), data.paths.end(), isRoute));
+    if (routes == 0)
+        return;
+    painter.Item(22.0, Counted(routes, "route"), false, [&](Spot spot) {
+        drawing.shapes.emplace_back(Line{{spot, {spot.x + 22.0 * unit, spot.y}}, kGrey, 1.6 * unit, true});
+    });
+}
+
 void DrawMarks(const PathData& data, double unit, Drawing& drawing, LegendPainter& painter) {
     const auto caches = static_cast<std::size_t>(std::count_if(
         data.places.begin(), data.places.end(), [](const MarkedPlace& place) { return place.isCache; }));
@@ -134,10 +146,12 @@ double LayOutLegend(const PathData& data, const PathColours& colours, const Box&
                     const MeasureText& measure, Drawing& drawing) {
     LegendPainter painter(box, unit, measure, drawing);
     DrawMarks(data, unit, drawing, painter);
-    if (colours.HasScale())
+    if (colours.HasScale()) {
+        DrawRouteSample(data, unit, drawing, painter);
         DrawScale(colours, unit, drawing, painter);
-    else
+    } else {
         DrawPathNames(data, colours, unit, drawing, painter);
+    }
     return painter.Bottom();
 }
 

@@ -119,6 +119,20 @@ TEST(PlotPictureTest, WrongOptionsAreNamed) {
     EXPECT_THAT(errorOf({"-o", "t.svg", "--colour", "pink"}), HasSubstr("--colour"));
 }
 
+TEST(PlotPictureTest, TheExampleOfTheManualIsDrawn) {
+    const Folder folder;
+    const std::string out = folder.File("plot.svg");
+    const Result result =
+        RunTool({"plot", cli::Data("round.gpx"), "-o", out, "--size", "800x600", "--colour", "height"});
+    EXPECT_EQ(result.status, 0);
+    const XmlDocument svg = Parse(ReadFile(out));
+    ASSERT_TRUE(svg);
+    EXPECT_EQ(TextOf(svg.get(), "title"), "Round of the lakes");
+    EXPECT_EQ(TextOf(svg.get(), "desc"),
+              "A map of 1 track, 0 routes and 4 waypoints above a profile of height over "
+              "distance, coloured by height.");
+}
+
 TEST(PlotPictureTest, SeveralFilesAreOnePicture) {
     const Folder folder;
     folder.Write("a.gpx", Gpx(kTrack));
