@@ -10,7 +10,7 @@ namespace vexagpx {
 /// How much of the exported objects is not in the result.
 struct LeftOut {
     std::uint64_t metadata = 0;     ///< values that a document has about itself
-    std::uint64_t extensions = 0;   ///< values in elements of other programs
+    std::uint64_t extensions = 0;   ///< values in extensions, and in elements that GPX does not have
     std::uint64_t logs = 0;         ///< of geocaches
     std::uint64_t numbers = 0;      ///< heights that are not finite, and times outside the years 0 to 9999
     std::uint64_t pointTimes = 0;   ///< times of the points of a line

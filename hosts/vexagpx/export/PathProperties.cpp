@@ -26,7 +26,7 @@ constexpr ElementField kFields[] = {
 };
 
 /// \param fields the elements of the path that are no points
-/// \return the number of values in elements of other programs
+/// \return the number of values in elements that are not taken
 std::uint64_t TakeFields(const GpxElement& path, const std::vector<GpxElement>& fields,
                          Properties& properties) {
     const std::string_view nameSpace = path.GetNamespace();
@@ -38,8 +38,8 @@ std::uint64_t TakeFields(const GpxElement& path, const std::vector<GpxElement>& 
             foreign += CountValues(field);
         else if (name == "link" || name == "url")
             hasLink = true;
-        else
-            TakeElement(field, kFields, properties);
+        else if (!TakeElement(field, kFields, properties))
+            foreign += CountValues(field);
     }
     if (hasLink)
         properties.Add(Field::kLinks, GpxPathDetails(path).GetLinks());

@@ -9,8 +9,10 @@
 #include <vexaTransferLib/GpxCacheDetails.h>
 #include <vexaTransferLib/GpxPointDetails.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <variant>
@@ -35,6 +37,10 @@ constexpr ElementField kFields[] = {
     {"magvar", Field::kMagneticVariation, Kind::kNumber},
     {"fix", Field::kFix, Kind::kText},
 };
+
+// What is taken from the model or as a link.
+constexpr std::string_view kTakenOtherwise[] = {"name", "cmt",         "desc", "src", "sym",
+                                                "type", "geoidheight", "link", "url", "urlname"};
 
 struct ModelField {
     std::string_view name; ///< as ForEachField has it
@@ -129,7 +135,8 @@ private:
 
     const GpxPoint& point_;
     GpxElement element_;
-    std::uint64_t foreignValues_ = 0;
+    std::uint64_t foreignValues_ =
+        0; ///< in elements that are not taken, or as sensors, and in all extensions
     bool hasOwn_ = false;
     bool hasLink_ = false;
     bool hasMovement_ = false;
@@ -176,7 +183,10 @@ void PointElements::TakeOwn(const GpxElement& child, Properties& own) {
     const std::string_view name = child.GetName();
     hasLink_ = hasLink_ || name == "link" || name == "url";
     hasMovement_ = hasMovement_ || name == "speed" || name == "course";
-    TakeElement(child, kFields, own);
+    const bool isTaken =
+        TakeElement(child, kFields, own) ||
+        std::find(std::begin(kTakenOtherwise), std::end(kTakenOtherwise), name) != std::end(kTakenOtherwise);
+    foreignValues_ += isTaken ? 0 : CountValues(child);
 }
 
 /// A geocache has its own count of what is not taken.

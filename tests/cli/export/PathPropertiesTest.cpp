@@ -27,6 +27,15 @@ TEST(PathPropertiesTest, TracksHaveTheirElements) {
     EXPECT_EQ(missing.extensions, 2U);
 }
 
+TEST(PathPropertiesTest, UnknownElementsOfGpxAreCounted) {
+    const GpxDocument document = cli::DocumentOf("<trk><time>2009-01-15T10:20:30Z</time></trk>");
+    Properties properties;
+    LeftOut missing;
+    TakeTrack(*document.GetTrackIter(), properties, missing);
+    EXPECT_EQ(properties.Size(), 0U);
+    EXPECT_EQ(missing.extensions, 1U);
+}
+
 TEST(PathPropertiesTest, RoutesHaveTheirElements) {
     const GpxDocument document = cli::DocumentOf("<rte><name>n</name><desc>d</desc><number>0</number>" +
                                                  PointText("rtept", "1", "2", "<cmt>point</cmt>") + "</rte>");

@@ -64,6 +64,12 @@ TEST(PointPropertiesTest, OtherExtensionsAreCounted) {
     EXPECT_EQ(taken.missing.extensions, 2U);
 }
 
+TEST(PointPropertiesTest, UnknownElementsOfGpxAreCounted) {
+    const Taken taken = Take("<name>a</name><wing a='1'>2</wing><speed>3</speed>");
+    EXPECT_EQ(taken.text, "name=a speed=3");
+    EXPECT_EQ(taken.missing.extensions, 2U);
+}
+
 TEST(PointPropertiesTest, OnlyPositionHeightAndTimeAreNoMore) {
     const GpxDocument document =
         cli::DocumentOf(PointText("wpt", "1", "2", "<ele>1</ele><time>2009-01-15T10:20:30Z</time>") +
