@@ -28,9 +28,7 @@ SMALLEST = 1e-12
 EXCEPTIONS = {
     # GDAL takes a text that is no number for 0.
     ('lossy.gpx', 'ele'),
-    # GDAL places what has no position.
-    ('sgraaf-lat-too-high.gpx', 'waypoints'),
-    ('sgraaf-non-numeric-lat.gpx', 'waypoints'),
+    ('other-line-ends.gpx', 'ele'),
 }
 
 
@@ -168,10 +166,13 @@ class Comparison:
             self.compare_time(what, ours.get('time'), theirs['time'])
         # A file may have the links of both versions of GPX, of which GDAL reads one.
         ours = ours.get('links')
-        addresses = [words_of(link.get('href')) for link in ours] if isinstance(ours, list) else words_of(ours).split()
+        links = [link.get('href') for link in ours] if isinstance(ours, list) else (ours or '').split('\n')
+        addresses = [words_of(link) for link in links]
         for name, their in theirs.items():
             if re.match(r'link\d+_href$|url$', name) and their is not None:
-                self.expect(what + ', link', words_of(their) in addresses, addresses, their)
+                # In a table the text of a link follows its address.
+                self.expect(what + ', link', any((address + ' ').startswith(words_of(their) + ' ')
+                                                 for address in addresses), addresses, their)
 
     def compare_number(self, what, our, their):
         if their is not None:
@@ -238,10 +239,16 @@ def main():
         say_skipped('ogr2ogr (gdal-bin) is not installed and compares nothing')
         return SKIPPED
     comparison = Comparison(tool)
+    unread = 0
     with tempfile.TemporaryDirectory() as folder:
         for path in files_in(folders):
-            if run([tool, 'dump', path]) is not None:
+            model = run([tool, 'dump', path])
+            if model is None or '"unread":' in model:
+                unread += 1
+            else:
                 comparison.compare(path, folder)
+    # GDAL gives a position to what has none.
+    print('%d files left out, of which something cannot be read' % unread)
     print('%d values of %d files compared, %d files refused by GDAL' %
           (comparison.values, comparison.files, comparison.refused))
     print('\n'.join(comparison.failures[:50]))

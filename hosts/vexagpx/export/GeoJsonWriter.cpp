@@ -126,7 +126,7 @@ void GeoJsonWriter::WriteLines(const PathGeometry& geometry, Take take) {
     const bool areLines = !geometry.IsPoints();
     if (isMany)
         json_.BeginArray();
-    for (const Line& line : geometry.Lines()) {
+    for (const PathLine& line : geometry.Lines()) {
         if (areLines)
             json_.BeginArray();
         line.ForEachPosition(areLines, take);

@@ -119,7 +119,7 @@ void KmlWriter::WritePath(const PathGeometry& geometry, const Properties& proper
     const bool isMany = geometry.Lines().size() > 1;
     if (isMany)
         out_.Write("<MultiGeometry>\n");
-    for (const Line& line : geometry.Lines())
+    for (const PathLine& line : geometry.Lines())
         WriteLine(line, geometry.IsPoints());
     if (isMany)
         out_.Write("</MultiGeometry>\n");
@@ -127,7 +127,7 @@ void KmlWriter::WritePath(const PathGeometry& geometry, const Properties& proper
     missing_.pointTimes += geometry.TimeCount();
 }
 
-void KmlWriter::WriteLine(const Line& line, bool isPoints) {
+void KmlWriter::WriteLine(const PathLine& line, bool isPoints) {
     out_.Write(isPoints ? "<Point><coordinates>" : "<LineString><tessellate>1</tessellate><coordinates>");
     bool isFirst = true;
     line.ForEachPosition(!isPoints, [&](const Position& position) {

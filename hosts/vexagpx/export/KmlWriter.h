@@ -31,7 +31,7 @@ private:
     void WriteStyleAndData(const Properties& properties);
     void WriteData(const Property& property);
     void WriteCoordinates(const Position& position);
-    void WriteLine(const Line& line, bool isPoints);
+    void WriteLine(const PathLine& line, bool isPoints);
 
     Output& out_;
     std::string utf8_;

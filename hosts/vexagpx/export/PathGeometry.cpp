@@ -28,12 +28,12 @@ PathGeometry::PathGeometry(const GpxTrack& track) {
         AddSegment(segment->begin(), segment->end());
 }
 
-void PathGeometry::AddSegment(Line::Iterator begin, Line::Iterator end) {
+void PathGeometry::AddSegment(PathLine::Iterator begin, PathLine::Iterator end) {
     ++segments_;
     points_ += static_cast<std::uint64_t>(end - begin);
     if (begin == end)
         return;
-    Line line(begin);
+    PathLine line(begin);
     bool wasCut = false;
     Position before = PositionOf(*begin);
     AddTime(before.time);
@@ -52,7 +52,8 @@ void PathGeometry::AddSegment(Line::Iterator begin, Line::Iterator end) {
 
 /// Ends the line before the point, which is on the other side of the 180th meridian.
 /// \return the line that starts there
-Line PathGeometry::Cut(Line line, Line::Iterator point, const Position& from, const Position& to) {
+PathLine PathGeometry::Cut(PathLine line, PathLine::Iterator point, const Position& from,
+                           const Position& to) {
     const Position crossing = CrossingOf180(from, to);
     const bool isFromThere = from.longitude == crossing.longitude;
     const bool isToThere = to.longitude == -crossing.longitude;
@@ -60,14 +61,14 @@ Line PathGeometry::Cut(Line line, Line::Iterator point, const Position& from, co
     if (!isFromThere || isToThere)
         line.StopAt(isFromThere ? OnOtherSide(to) : crossing);
     AddLine(line, true);
-    Line next(point);
+    PathLine next(point);
     if (!isToThere)
         next.StartAt(OnOtherSide(crossing));
     return next;
 }
 
 /// A single position at a cut is also the start or the end of the line on the other side.
-void PathGeometry::AddLine(const Line& line, bool wasCut) {
+void PathGeometry::AddLine(const PathLine& line, bool wasCut) {
     const bool isLine = line.PositionCount() > 1;
     if (!isLine && wasCut)
         return;

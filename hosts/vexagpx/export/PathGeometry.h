@@ -14,12 +14,12 @@
 namespace vexagpx {
 
 /// Consecutive points of a route or of a segment of a track that do not cross the 180th meridian.
-class Line {
+class PathLine {
 public:
     using Iterator = std::vector<vexaTransferLib::GpxPoint>::const_iterator;
 
     /// Has no point until the end is set.
-    explicit Line(Iterator begin) : begin_(begin), end_(begin) {}
+    explicit PathLine(Iterator begin) : begin_(begin), end_(begin) {}
 
     void SetEnd(Iterator end) { end_ = end; }
     /// \{
@@ -59,7 +59,7 @@ public:
     explicit PathGeometry(const vexaTransferLib::GpxRoute& route);
     explicit PathGeometry(const vexaTransferLib::GpxTrack& track);
 
-    const std::vector<Line>& Lines() const { return lines_; }
+    const std::vector<PathLine>& Lines() const { return lines_; }
     /// True when no line has more than one position, so that there is nothing to draw but points.
     bool IsPoints() const { return isPoints_; }
 
@@ -73,12 +73,12 @@ public:
     /// \}
 
 private:
-    void AddSegment(Line::Iterator begin, Line::Iterator end);
-    Line Cut(Line line, Line::Iterator point, const Position& from, const Position& to);
+    void AddSegment(PathLine::Iterator begin, PathLine::Iterator end);
+    PathLine Cut(PathLine line, PathLine::Iterator point, const Position& from, const Position& to);
     void AddTime(const std::optional<double>& time);
-    void AddLine(const Line& line, bool wasCut);
+    void AddLine(const PathLine& line, bool wasCut);
 
-    std::vector<Line> lines_;
+    std::vector<PathLine> lines_;
     std::optional<double> first_;
     std::optional<double> last_;
     std::uint64_t points_ = 0;

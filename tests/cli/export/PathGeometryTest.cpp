@@ -20,7 +20,7 @@ std::string Text(double number) {
 /// "1,2 3,4 | 5,6": longitude and latitude of each position, height after a slash, time in seconds after an "@".
 std::string LinesOf(const PathGeometry& geometry, bool asLines = true) {
     std::string text;
-    for (const vexagpx::Line& line : geometry.Lines()) {
+    for (const vexagpx::PathLine& line : geometry.Lines()) {
         text += text.empty() ? "" : " |";
         line.ForEachPosition(asLines, [&text](const Position& position) {
             text += (text.empty() ? "" : " ") + Text(position.longitude) + "," + Text(position.latitude);
