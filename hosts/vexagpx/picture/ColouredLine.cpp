@@ -14,6 +14,8 @@ namespace {
 // In units of the picture.
 constexpr double kError = 0.15;
 constexpr double kNear = 0.15;
+// A stretch that stays nearer than this to its start has one colour: others would not be seen.
+constexpr double kLeastRun = 2.0;
 
 /// Leaves out what is as good as in the place of the one before. Otherwise colours that change from point to point would
 /// keep a million points of one place.
@@ -52,7 +54,9 @@ std::vector<ColouredRun> SimplifiedRuns(const std::vector<Spot>& spots,
         }
         if (runs.back().spots.size() == 1 && runs.size() == 1)
             runs.back().step = steps[i];
-        if (steps[i] != runs.back().step) {
+        const Spot start = runs.back().spots.front();
+        const Spot end = runs.back().spots.back();
+        if (steps[i] != runs.back().step && std::hypot(end.x - start.x, end.y - start.y) >= kLeastRun) {
             const Spot joint = runs.back().spots.back();
             runs.push_back({{joint}, steps[i]});
         }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <utility>
@@ -48,6 +49,32 @@ std::string Fixed(double number, int decimals) {
     return result;
 }
 
+/// Leaves of each narrow column the first and the last spot, and the highest and the lowest between them: the rest would be
+/// under the line through these. The spots go to the right.
+void ThinColumns(std::vector<Spot>& spots, std::vector<std::uint8_t>& steps) {
+    constexpr double kColumn = 0.5;
+    std::vector<std::size_t> kept;
+    for (std::size_t start = 0; start < spots.size();) {
+        std::size_t end = start;
+        std::size_t low = start;
+        std::size_t high = start;
+        for (; end < spots.size() && spots[end].x <= spots[start].x + kColumn; ++end) {
+            low = spots[end].y < spots[low].y ? end : low;
+            high = spots[end].y > spots[high].y ? end : high;
+        }
+        for (const std::size_t i : {start, std::min(low, high), std::max(low, high), end - 1})
+            if (kept.empty() || i > kept.back())
+                kept.push_back(i);
+        start = end;
+    }
+    for (std::size_t k = 0; k < kept.size(); ++k) {
+        spots[k] = spots[kept[k]];
+        steps[k] = steps[kept[k]];
+    }
+    spots.resize(kept.size());
+    steps.resize(kept.size());
+}
+
 class ProfilePainter {
 public:
     ProfilePainter(const PathData& data, const PathColours& colours, const Box& box, double unit,
@@ -65,8 +92,7 @@ private:
     void DrawDistanceAxis();
     void DrawPaths();
     void DrawSegment(std::size_t path, std::size_t segment);
-    void DrawStretch(std::size_t path, const std::vector<Spot>& spots,
-                     const std::vector<std::uint8_t>& steps);
+    void DrawStretch(std::size_t path, std::vector<Spot> spots, std::vector<std::uint8_t> steps);
     void DrawBorder(std::size_t path);
     double HeightPlace(double height) const {
         return room_.bottom - (height - low_) / (high_ - low_) * room_.Height();
@@ -176,11 +202,11 @@ void ProfilePainter::DrawSegment(std::size_t path, std::size_t segment) {
         spots.push_back({axis_.PlaceOf(path, segment, lastDistance), HeightPlace(points[i].height)});
         stepsOfSpots.push_back(steps[i]);
     }
-    DrawStretch(path, spots, stepsOfSpots);
+    DrawStretch(path, std::move(spots), std::move(stepsOfSpots));
 }
 
-void ProfilePainter::DrawStretch(std::size_t path, const std::vector<Spot>& spots,
-                                 const std::vector<std::uint8_t>& steps) {
+void ProfilePainter::DrawStretch(std::size_t path, std::vector<Spot> spots, std::vector<std::uint8_t> steps) {
+    ThinColumns(spots, steps);
     std::vector<ColouredRun> runs = SimplifiedRuns(spots, steps);
     if (runs.empty())
         return;

@@ -40,7 +40,7 @@ TEST(ColouredLineTest, AMillionPointsOfAFewPlacesAreFewSpots) {
     std::size_t count = 0;
     for (const ColouredRun& run : SimplifiedRuns(spots, steps))
         count += run.spots.size();
-    EXPECT_LT(count, 30000U);
+    EXPECT_LT(count, 3000U);
     EXPECT_EQ(SimplifiedRuns(spots, std::vector<std::uint8_t>(spots.size(), 0)).size(), 1U);
 }
 

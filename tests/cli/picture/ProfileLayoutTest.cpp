@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 using cli::MeasureEqually;
@@ -69,6 +71,20 @@ TEST(ProfileLayoutTest, MissingHeightsInterruptTheLine) {
     for (int i = 0; i < 200; ++i)
         points.push_back({0.0, 0.0, i % 2 == 0 ? 5.0 + i : kNoValue});
     EXPECT_EQ(ShapesOf<Area>(ProfileOf(DataOf({points}))).size(), 1U);
+}
+
+TEST(ProfileLayoutTest, ManyPointsAreAFewSpotsOfEachColumnWithItsPeaks) {
+    std::vector<std::vector<double>> points;
+    for (int i = 0; i < 100000; ++i)
+        points.push_back({0.0, 0.0, i == 54321 ? 500.0 : 100.0 + i * 7919 % 100});
+    const std::vector<Area> areas = ShapesOf<Area>(ProfileOf(DataOf({points})));
+    ASSERT_EQ(areas.size(), 1U);
+    EXPECT_LT(areas[0].spots.size(), 8000U);
+    double top = 200.0;
+    for (const vexagpx::Spot& spot : areas[0].spots)
+        top = std::min(top, spot.y);
+    // The peak is a single point; a margin of 6 % of the range is above it.
+    EXPECT_LT(top, 30.0);
 }
 
 TEST(ProfileLayoutTest, SeveralPathsFollowOneAnotherWithTheirNames) {
