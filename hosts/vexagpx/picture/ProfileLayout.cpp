@@ -80,8 +80,8 @@ public:
     ProfilePainter(const PathData& data, const PathColours& colours, const Box& box, double unit,
                    const MeasureText& measure, Drawing& drawing)
         : data_(data), colours_(colours), unit_(unit), measure_(measure),
-          drawing_(drawing), room_{box.left + 46.0 * unit, box.top + 14.0 * unit, box.right,
-                                   box.bottom - 30.0 * unit},
+          drawing_(drawing), room_{box.left + 48.0 * unit, box.top + 6.0 * unit, box.right,
+                                   box.bottom - 18.0 * unit},
           axis_(data, room_.left, room_.right, 5.0 * unit) {}
 
     void Paint();
