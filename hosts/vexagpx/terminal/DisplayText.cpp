@@ -2,6 +2,7 @@
 #include <vexagpx/terminal/DisplayText.h>
 
 #include <vexagpx/process/TerminalControl.h>
+#include <vexagpx/terminal/Clusters.h>
 
 #include <vexaTransferLib/GpxUtils.h>
 
@@ -44,21 +45,10 @@ bool IsSpace(UChar32 character) {
     return u_isUWhiteSpace(character) || u_charType(character) == U_CONTROL_CHAR;
 }
 
-/// True for what has no shape, and for joiners and variation selectors, whose width differs between terminals.
+/// True for what has no shape of its own.
 bool IsInvisible(UChar32 character) {
     return IsTerminalControl(character) || u_charType(character) == U_FORMAT_CHAR ||
            u_hasBinaryProperty(character, UCHAR_VARIATION_SELECTOR);
-}
-
-std::size_t CharacterWidth(UChar32 character) {
-    const int type = u_charType(character);
-    if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK)
-        return 0;
-    const int syllable = u_getIntPropertyValue(character, UCHAR_HANGUL_SYLLABLE_TYPE);
-    if (syllable == U_HST_VOWEL_JAMO || syllable == U_HST_TRAILING_JAMO)
-        return 0;
-    const int width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
-    return width == U_EA_FULLWIDTH || width == U_EA_WIDE ? 2 : 1;
 }
 
 } // namespace
@@ -72,7 +62,9 @@ icu::UnicodeString Printable(const icu::UnicodeString& text) {
             space = true;
             continue;
         }
-        if (IsInvisible(character))
+        const std::int32_t next = text.moveIndex32(i, 1);
+        if (IsInvisible(character) &&
+            (space || !IsPartOfCluster(result, character, next < text.length() ? text.char32At(next) : 0)))
             continue;
         if (space && !result.isEmpty())
             result.append(u' ');
@@ -84,8 +76,11 @@ icu::UnicodeString Printable(const icu::UnicodeString& text) {
 
 std::size_t DisplayWidth(const icu::UnicodeString& text) {
     std::size_t width = 0;
-    for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1))
-        width += CharacterWidth(text.char32At(i));
+    for (std::int32_t i = 0; i < text.length();) {
+        const Cluster cluster = ClusterAt(text, i);
+        width += cluster.width;
+        i = cluster.end;
+    }
     return width;
 }
 
@@ -94,8 +89,9 @@ icu::UnicodeString Fitted(const icu::UnicodeString& text, std::size_t width) {
     // Where the part ends that fits together with the ellipsis.
     std::int32_t end = 0;
     for (std::int32_t i = 0; i < text.length();) {
-        taken += CharacterWidth(text.char32At(i));
-        i = text.moveIndex32(i, 1);
+        const Cluster cluster = ClusterAt(text, i);
+        taken += cluster.width;
+        i = cluster.end;
         if (taken < width)
             end = i;
         if (taken > width)
@@ -110,8 +106,9 @@ icu::UnicodeString FittedAtEnd(const icu::UnicodeString& text, std::size_t width
         return text;
     std::int32_t start = 0;
     while (taken >= width && start < text.length()) {
-        taken -= CharacterWidth(text.char32At(start));
-        start = text.moveIndex32(start, 1);
+        const Cluster cluster = ClusterAt(text, start);
+        taken -= cluster.width;
+        start = cluster.end;
     }
     return icu::UnicodeString(kEllipsis) + text.tempSubString(start);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/terminal/Lines.h>
 
+#include <vexagpx/terminal/Clusters.h>
 #include <vexagpx/terminal/DisplayText.h>
 
 #include <algorithm>
@@ -26,13 +27,13 @@ std::int32_t LineEnd(const icu::UnicodeString& text, std::int32_t start, std::si
     std::size_t taken = DisplayWidth(text.tempSubString(0, start));
     std::int32_t space = -1;
     for (std::int32_t i = start; i < text.length();) {
-        const std::int32_t next = text.moveIndex32(i, 1);
-        taken += DisplayWidth(text.tempSubString(i, next - i));
+        const Cluster cluster = ClusterAt(text, i);
+        taken += cluster.width;
         if (text[i] == u' ')
             space = i;
         if (taken > width)
             return space > start ? space : std::max(i, start + 1);
-        i = next;
+        i = cluster.end;
     }
     return text.length();
 }
@@ -46,7 +47,7 @@ std::int32_t FirstOther(const icu::UnicodeString& text, std::int32_t from) {
 } // namespace
 
 std::size_t LineWidth(const Output& out) {
-    return std::max(out.TerminalColumns().value_or(kLineWidth), kNarrowest);
+    return std::max(out.TerminalColumns().value_or(kAnyWidth), kNarrowest);
 }
 
 std::vector<icu::UnicodeString> Wrapped(const icu::UnicodeString& text, std::size_t width,
@@ -75,7 +76,7 @@ void WriteLine(Output& out, const icu::UnicodeString& line) {
 
 void WriteNote(Output& out, const icu::UnicodeString& line, std::size_t indent) {
     if (!out.TerminalColumns())
-        return WriteLine(out, line);
+        return Write(out, line);
     std::vector<icu::UnicodeString> lines = Wrapped(line, LineWidth(out), indent);
     if (lines.size() > kMostNoteLines) {
         lines.resize(kMostNoteLines);

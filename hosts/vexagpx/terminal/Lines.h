@@ -10,10 +10,10 @@
 
 namespace vexagpx {
 
-/// The columns of a line where no terminal says how many it has.
-inline constexpr std::size_t kLineWidth = 80;
+/// The columns of a line where there is no terminal: more than any text has.
+inline constexpr std::size_t kAnyWidth = std::size_t{1} << 30;
 
-/// The columns of a line: those of the terminal, at least 20, or kLineWidth when the output is none.
+/// The columns of a line: those of the terminal, at least 20, or kAnyWidth when the output is none.
 std::size_t LineWidth(const Output& out);
 
 /// A printable text as lines of at most `width` columns, broken at spaces; a word that is wider than a line is broken inside.
@@ -21,10 +21,10 @@ std::size_t LineWidth(const Output& out);
 std::vector<icu::UnicodeString> Wrapped(const icu::UnicodeString& text, std::size_t width,
                                         std::size_t indent);
 
-/// Writes one line in UTF-8, cut to the columns of a line.
+/// Writes one line in UTF-8, cut to the columns of a terminal.
 void WriteLine(Output& out, const icu::UnicodeString& line);
 
-/// Writes a line whose end is not worth more than a few lines: wrapped to at most four in a terminal, cut elsewhere.
+/// Writes a line whose end is not worth more than a few lines: wrapped to at most four in a terminal, as it is elsewhere.
 void WriteNote(Output& out, const icu::UnicodeString& line, std::size_t indent);
 
 /// Writes a line of which nothing may be left out: wrapped in a terminal, as it is elsewhere.

@@ -15,6 +15,8 @@ namespace {
 constexpr std::size_t kIndent = 2;
 constexpr std::size_t kGap = 2;
 constexpr std::size_t kLeastFlexible = 8;
+// Wider cells widen only their own row where there is no terminal, so that the output does not grow with one long cell.
+constexpr std::size_t kWidestColumn = 40;
 
 /// The width of a line with such cells.
 std::size_t LineOf(const std::vector<std::size_t>& widths) {
@@ -52,18 +54,20 @@ void Table::AddNote(const icu::UnicodeString& note) {
         rows_.back().notes.push_back(Printable(note));
 }
 
-std::vector<std::size_t> Table::WidthsOfCells(std::size_t lineWidth) const {
+std::vector<std::size_t> Table::WidthsOfCells(std::size_t widest) const {
     std::vector<std::size_t> widths;
     for (const Column& column : columns_)
         widths.push_back(DisplayWidth(column.title));
     for (const Row& row : rows_)
         for (std::size_t i = 0; i < widths.size(); ++i)
-            // A cell is never shown wider than a line, and this limits the steps of Shrink.
-            widths[i] = std::max(widths[i], std::min(DisplayWidth(row.cells[i]), lineWidth));
+            // The limit also limits the steps of Shrink.
+            widths[i] = std::max(widths[i], std::min(DisplayWidth(row.cells[i]), widest));
     return widths;
 }
 
 std::vector<std::size_t> Table::FindWidths(std::size_t lineWidth) const {
+    if (lineWidth == kAnyWidth)
+        return WidthsOfCells(kWidestColumn);
     std::vector<std::size_t> widths = WidthsOfCells(lineWidth);
     const std::size_t total = LineOf(widths);
     const std::size_t excess = total > lineWidth ? total - lineWidth : 0;
@@ -75,12 +79,12 @@ std::vector<std::size_t> Table::FindWidths(std::size_t lineWidth) const {
 }
 
 icu::UnicodeString Table::Line(const std::vector<icu::UnicodeString>& cells,
-                               const std::vector<std::size_t>& widths) const {
+                               const std::vector<std::size_t>& widths, bool isCut) const {
     icu::UnicodeString line;
     std::size_t pending = kIndent;
     for (std::size_t i = 0; i < cells.size(); ++i) {
-        const icu::UnicodeString cell = Fitted(cells[i], widths[i]);
-        const std::size_t padding = widths[i] - DisplayWidth(cell);
+        const icu::UnicodeString cell = isCut ? Fitted(cells[i], widths[i]) : cells[i];
+        const std::size_t padding = widths[i] - std::min(DisplayWidth(cell), widths[i]);
         const bool right = columns_[i].kind == Column::Kind::kNumber;
         // Spaces are written only when something follows them.
         if (!cell.isEmpty()) {
@@ -129,11 +133,12 @@ void Table::Write(Output& out) {
     std::vector<icu::UnicodeString> titles;
     for (const Column& column : columns_)
         titles.push_back(column.title);
-    WriteLine(out, Line(titles, widths));
+    const bool isCut = out.TerminalColumns().has_value();
+    WriteLine(out, Line(titles, widths, isCut));
     const auto noteStart = static_cast<std::int32_t>(kIndent + widths.front() + kGap);
     const icu::UnicodeString noteIndent(noteStart, u' ', noteStart);
     for (const Row& row : rows_) {
-        WriteLine(out, Line(row.cells, widths));
+        WriteLine(out, Line(row.cells, widths, isCut));
         for (const icu::UnicodeString& note : row.notes)
             WriteNote(out, noteIndent + note, static_cast<std::size_t>(noteStart));
     }

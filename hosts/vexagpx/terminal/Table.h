@@ -23,7 +23,8 @@ struct Column {
     Kind kind;
 };
 
-/// A table for the terminal. No line is wider than LineWidth of the output, whatever the cells contain.
+/// A table for a person. In a terminal, no line is wider than it, whatever the cells contain. Elsewhere no cell is cut: a
+/// cell that is wider than most pushes the rest of its row to the right.
 class Table {
 public:
     explicit Table(std::vector<Column> columns) : columns_(std::move(columns)) {}
@@ -46,10 +47,10 @@ private:
     void DropColumn(std::size_t column);
     void DropEmptyColumns();
     void DropWideColumns(std::size_t lineWidth);
-    std::vector<std::size_t> WidthsOfCells(std::size_t lineWidth) const;
+    std::vector<std::size_t> WidthsOfCells(std::size_t widest) const;
     std::vector<std::size_t> FindWidths(std::size_t lineWidth) const;
     icu::UnicodeString Line(const std::vector<icu::UnicodeString>& cells,
-                            const std::vector<std::size_t>& widths) const;
+                            const std::vector<std::size_t>& widths, bool isCut) const;
 
     std::vector<Column> columns_;
     std::vector<Row> rows_;
