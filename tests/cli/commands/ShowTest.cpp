@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include "support/Session.h"
 #include "support/Tool.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cwchar>
 
@@ -149,7 +151,20 @@ TEST(ShowTest, ControlCharactersDoNotReachTheTerminal) {
     EXPECT_THAT(result.out, HasSubstr("bell and escape [31m"));
 }
 
-TEST(ShowTest, NoLineIsWiderThanATerminal) {
+class ShowInTerminalTest : public cli::TerminalTest {
+protected:
+    static std::vector<std::string> LinesOf(std::vector<std::string> arguments, const std::string& folder) {
+        cli::Session run(std::move(arguments));
+        run.In(folder).Columns(80).OutToTerminal().Start();
+        run.Finish();
+        EXPECT_EQ(run.Status(), 0);
+        std::string screen = run.Screen();
+        screen.erase(std::remove(screen.begin(), screen.end(), '\r'), screen.end());
+        return Lines(screen);
+    }
+};
+
+TEST_F(ShowInTerminalTest, NoLineIsWider) {
     ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
     std::string longName;
     for (int i = 0; i < 40; ++i)
@@ -164,25 +179,42 @@ TEST(ShowTest, NoLineIsWiderThanATerminal) {
     folder.Write(file, Gpx("<metadata>" + name + "</metadata>" +
                            Point("wpt", -89.123456, -179.123456, name + extreme + cache) + "<rte>" + name +
                            "</rte><trk>" + name + "</trk>"));
-    const Result result = RunTool({"show", file}, folder.Path());
-    EXPECT_EQ(result.status, 0);
-    EXPECT_GT(Lines(result.out).size(), 15U);
-    for (const std::string& line : Lines(result.out)) {
+    const std::vector<std::string> lines = LinesOf({"show", file}, folder.Path());
+    EXPECT_GT(lines.size(), 15U);
+    for (const std::string& line : lines) {
         EXPECT_LE(TerminalWidth(line), 80) << line;
         EXPECT_GE(TerminalWidth(line), 0) << line;
     }
 }
 
-TEST(ShowTest, NoLineOfTheCorpusIsWiderThanATerminal) {
+TEST_F(ShowInTerminalTest, NoLineOfTheCorpusIsWider) {
     const std::vector<std::string> files = cli::Corpus("gpx");
     if (files.empty())
         GTEST_SKIP() << "the shared corpus is not beside the repository";
     ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
     for (const std::string& file : files)
-        for (const std::string& line : Lines(RunTool({"show", "--all", file}).out)) {
+        for (const std::string& line : LinesOf({"show", "--all", "--no-progress", file}, ".")) {
             EXPECT_LE(TerminalWidth(line), 80) << file << "\n" << line;
             EXPECT_GE(TerminalWidth(line), 0) << file << "\n" << line;
         }
+}
+
+TEST(ShowTest, NothingIsCutWhereThereIsNoTerminal) {
+    const std::string name(300, 'n');
+    const std::string shown =
+        ShowOf(Gpx("<metadata><name>" + name + "</name><desc>" + name + "</desc></metadata>" +
+                   Point("wpt", 1, 2, "<name>" + name + "</name>")));
+    EXPECT_THAT(shown, HasSubstr("  Name       " + name + "\n"));
+    EXPECT_THAT(shown, HasSubstr("  1  " + name + "  1.000000"));
+    EXPECT_THAT(shown, Not(HasSubstr("\u2026")));
+}
+
+// With columns as wide as the longest cell, each row would be as long.
+TEST(ShowTest, ALongNameWidensOnlyItsOwnRow) {
+    std::string points = Point("wpt", 1, 2, "<name>" + std::string(100'000, 'n') + "</name>");
+    for (int i = 0; i < 1'000; ++i)
+        points += Point("wpt", 1, 2, "<name>n</name>");
+    EXPECT_LT(ShowOf(Gpx(points), {"--all"}).size(), 300'000U);
 }
 
 } // namespace
