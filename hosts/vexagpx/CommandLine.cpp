@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/CommandLine.h>
 
+#include <vexagpx/UsageError.h>
 #include <vexagpx/commands/Caches.h>
 #include <vexagpx/commands/Check.h>
 #include <vexagpx/commands/Clean.h>
@@ -26,6 +27,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace vexagpx {
@@ -636,12 +638,38 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "  vexagpx clean description.html\n"
                "  vexagpx zip list pocket-query.zip\n"
                "\n"
-               "vexagpx COMMAND --help describes a command.");
+               "vexagpx help COMMAND describes a command.");
 }
+
+namespace {
+
+/// Does what "help COMMAND..." asks for.
+int Help(const CLI::App& app, const std::vector<std::string>& words, Output& out) {
+    const CLI::App* command = &app;
+    std::string path;
+    for (const std::string& word : words) {
+        path += (path.empty() ? "" : " ") + command->get_name();
+        const std::vector<const CLI::App*> below =
+            command->get_subcommands([&word](const CLI::App* one) { return one->get_name() == word; });
+        if (below.empty()) {
+            PrintError(UnknownCommandText(*command, word));
+            PrintError("Run with --help for more information.");
+            return kUsageError;
+        }
+        command = below.front();
+    }
+    out.Write(command->help(path));
+    out.Close();
+    return kSuccess;
+}
+
+} // namespace
 
 std::optional<int> ParseArguments(int argc, char** argv, Invocation& invocation, Output& out) {
     CLI::App app;
     AddCommands(app, invocation);
+    if (argc > 1 && std::string_view(argv[1]) == "help")
+        return Help(app, std::vector<std::string>(argv + 2, argv + argc), out);
     try {
         app.parse(Marked(argc, argv));
         return std::nullopt;
@@ -652,7 +680,7 @@ std::optional<int> ParseArguments(int argc, char** argv, Invocation& invocation,
     } catch (const CLI::CallForVersion& version) {
         out.Write(std::string(version.what()) + "\n");
     } catch (const CLI::ParseError& error) {
-        PrintError(error.what());
+        PrintError(UsageErrorText(app, error));
         PrintError("Run with --help for more information.");
         return kUsageError;
     }

@@ -91,6 +91,53 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
     }
 }
 
+TEST(UsageTest, AnUnknownCommandIsNamedWithTheNearestOne) {
+    const auto message = [](const std::vector<std::string>& arguments) {
+        const Result result = RunTool(arguments);
+        EXPECT_EQ(result.status, 2);
+        return cli::Lines(result.err).at(0);
+    };
+    EXPECT_EQ(message({"shwo", "a.gpx"}), "vexagpx: There is no command \"shwo\"; did you mean \"show\"?");
+    EXPECT_EQ(message({"stat"}), "vexagpx: There is no command \"stat\"; did you mean \"stats\"?");
+    EXPECT_EQ(message({"help", "exprot"}),
+              "vexagpx: There is no command \"exprot\"; did you mean \"export\"?");
+    EXPECT_EQ(message({"zip", "lst", "a.zip"}),
+              "vexagpx: There is no command \"lst\"; did you mean \"list\"?");
+    EXPECT_EQ(message({"zip", "frobnicate"}),
+              "vexagpx: There is no command \"frobnicate\"; the commands are list, cat, test, extract.");
+    EXPECT_EQ(message({"frobnicate"}).substr(0, 69),
+              "vexagpx: There is no command \"frobnicate\"; the commands are show, sta");
+    EXPECT_EQ(message({std::string(100'000, 's')}).substr(0, 35), "vexagpx: There is no command \"sssss");
+}
+
+TEST(UsageTest, AnUnknownOptionIsNamedWithTheNearestOne) {
+    const auto message = [](const std::vector<std::string>& arguments) {
+        const Result result = RunTool(arguments);
+        EXPECT_EQ(result.status, 2);
+        return cli::Lines(result.err).at(0);
+    };
+    EXPECT_EQ(message({"show", "--al", "a.gpx"}),
+              "vexagpx: show has no option \"--al\"; did you mean \"--all\"?");
+    EXPECT_EQ(message({"stats", "-json", "a.gpx"}),
+              "vexagpx: stats has no option \"-json\"; did you mean \"--json\"?");
+    EXPECT_EQ(message({"convert", "a", "b", "--gpz=1.0"}),
+              "vexagpx: convert has no option \"--gpz\"; did you mean \"--gpx\"?");
+    EXPECT_EQ(message({"show", "--no-such-thing", "a.gpx"}),
+              "vexagpx: show has no option \"--no-such-thing\".");
+    EXPECT_EQ(message({"--versoin"}),
+              "vexagpx: vexagpx has no option \"--versoin\"; did you mean \"--version\"?");
+}
+
+TEST(UsageTest, HelpIsACommandToo) {
+    EXPECT_EQ(RunTool({"help"}).out, RunTool({"--help"}).out);
+    EXPECT_EQ(RunTool({"help", "stats"}).out, RunTool({"stats", "--help"}).out);
+    EXPECT_EQ(RunTool({"help", "zip", "list"}).out, RunTool({"zip", "list", "--help"}).out);
+    EXPECT_EQ(RunTool({"help", "show"}).status, 0);
+    const Result unknown = RunTool({"help", "zip", "show"});
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_EQ(unknown.out, "");
+}
+
 TEST(UsageTest, AnInvalidVersionLeavesTheTargetUnchanged) {
     const Folder folder;
     folder.Write("in.gpx", cli::Gpx(""));
