@@ -16,7 +16,7 @@ constexpr std::size_t kIndent = 2;
 constexpr std::size_t kGap = 2;
 constexpr std::size_t kLeastFlexible = 8;
 // Wider cells widen only their own row where there is no terminal, so that the output does not grow with one long cell.
-constexpr std::size_t kWidestColumn = 40;
+constexpr std::size_t kWidestColumn = 80;
 
 /// The width of a line with such cells.
 std::size_t LineOf(const std::vector<std::size_t>& widths) {
