@@ -70,6 +70,7 @@ constexpr char kCheckExamples[] =
     "  vexagpx check walk.gpx\n"
     "  vexagpx check --all walk.gpx | less\n"
     "  vexagpx check --keep *.gpx\n"
+    "  vexagpx check --summary tracks\n"
     "  vexagpx check --json *.gpx > reports.jsonl\n";
 constexpr char kConvertExamples[] =
     "Everything that IN has is in OUT, but for what the GPX version has no place for,\n"
@@ -485,6 +486,8 @@ void AddCheck(CLI::App& app, Invocation& invocation) {
         },
         "Check what convert does: read completely, write\n"
         "as the same version and as 1.1, and read again");
+    command.add_flag("--summary", options->summary, "Group what is wrong with all files by causes")
+        ->excludes("--keep");
     command.add_flag("--all", options->all, "List equal items one by one, not with a count");
     command.add_flag("--json", options->json, "Print a line of JSON for each document");
 }

@@ -4,6 +4,7 @@
 #include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/process/Messages.h>
+#include <vexagpx/report/CauseSummary.h>
 #include <vexagpx/report/DocumentCounts.h>
 #include <vexagpx/report/LossReport.h>
 #include <vexagpx/report/LossReportJson.h>
@@ -32,6 +33,7 @@ private:
     using Read = std::function<void(GpxDocument&)>;
 
     void WriteSummary();
+    void WriteCauses();
     bool CheckFile(const std::string& argument);
     void CheckDocument(const DocumentSource& source, const Read& read);
     void WriteReport(const DocumentSource& source, const GpxDocument& document, const LossReport& report,
@@ -44,16 +46,26 @@ private:
     Output& out_;
     FileParser parser_;
     CheckTotals totals_;
+    CauseSummary causes_;
     bool isFirst_ = true;
 };
 
 bool Checker::Run() {
     const bool succeeded =
         ForEachFile(options_.files, [this](const std::string& file) { return CheckFile(file); });
-    if (!options_.json)
+    if (options_.summary)
+        WriteCauses();
+    else if (!options_.json)
         WriteSummary();
     out_.Flush();
-    return succeeded && totals_.lost == 0;
+    return succeeded && totals_.lost == 0 && totals_.failures == 0;
+}
+
+void Checker::WriteCauses() {
+    if (options_.json)
+        causes_.WriteJson(out_);
+    else
+        causes_.WriteText(out_);
 }
 
 void Checker::WriteSummary() {
@@ -83,6 +95,9 @@ bool Checker::CheckFile(const std::string& argument) {
     } catch (const std::exception& failure) {
         if (!isWritten)
             WriteFailure({argument, nullptr}, failure.what(), LossReport(options_.all));
+        // The summary says what is wrong with all files.
+        if (options_.summary)
+            return false;
         throw;
     }
 }
@@ -95,6 +110,8 @@ void Checker::CheckDocument(const DocumentSource& source, const Read& read) {
         read(document);
     } catch (const std::exception& failure) {
         WriteFailure(source, failure.what(), report);
+        if (options_.summary)
+            return;
         throw;
     }
     if (!options_.keep)
@@ -108,6 +125,8 @@ void Checker::WriteReport(const DocumentSource& source, const GpxDocument& docum
     ++totals_.documents;
     totals_.skipped += report.SkippedElements().Count();
     totals_.lost += report.LostCount() + (writing != nullptr ? LostCount(*writing) : 0);
+    if (options_.summary)
+        return causes_.AddDocument(source.Text(), report);
     const DocumentCounts counts = CountDocument(document);
     if (options_.json)
         WriteLossReportJson(source, counts, report, writing, out_);
@@ -118,6 +137,8 @@ void Checker::WriteReport(const DocumentSource& source, const GpxDocument& docum
 
 void Checker::WriteFailure(const DocumentSource& source, const std::string& error, const LossReport& report) {
     ++totals_.failures;
+    if (options_.summary)
+        return causes_.AddFailure(source.Text(), error);
     if (options_.json)
         WriteFailureJson(source, error, report, out_);
     else if (report.Messages().Count() > 0)

@@ -12,9 +12,10 @@ namespace vexagpx {
 struct CheckOptions {
     std::vector<std::string> files;
     InputRules rules;
-    bool json = false; ///< a line of JSON for each document instead of text for a person
-    bool keep = false; ///< about reading completely and writing by the standard, and not as hosts do
-    bool all = false;  ///< lists every occurrence by itself instead of counting equal ones
+    bool json = false;    ///< a line of JSON for each document instead of text for a person
+    bool keep = false;    ///< about reading completely and writing by the standard, and not as hosts do
+    bool summary = false; ///< the causes of all files, grouped, instead of a report for each; not with `keep`
+    bool all = false;     ///< lists every occurrence by itself instead of counting equal ones
 };
 
 /// The `check` command: says what of the files is read and what is skipped, or what is lost when they are written again.
