@@ -77,11 +77,19 @@ void ExpectSameElements(const GpxElement& root, const DomTree& tree) {
     EXPECT_EQ(node, nullptr);
 }
 
+// By default, a file with a document type is read from a DOM, which knows no lines.
+std::string Comparable(std::string error, const std::string& bytes) {
+    const std::size_t line = error.rfind(", line ");
+    if (bytes.find("<!D") == std::string::npos || line == std::string::npos)
+        return error;
+    return error.erase(line, error.find(',', line + 1) - line);
+}
+
 void CheckBytes(const std::string& bytes) {
     SCOPED_TRACE(bytes);
     const CompleteRead read = ReadCompletely(bytes);
     EXPECT_EQ(read.reports, "");
-    EXPECT_EQ(read.error, ErrorToExpect(bytes));
+    EXPECT_EQ(Comparable(read.error, bytes), Comparable(ErrorToExpect(bytes), bytes));
     if (read.error.empty()) {
         ExpectSameElements(read.document.GetElement(), DomTree(bytes));
         EXPECT_GT(AskAll(read.document.GetElement()), 0U);
