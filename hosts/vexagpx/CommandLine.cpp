@@ -344,8 +344,8 @@ void AddCacheSelection(CLI::App& command, CachesOptions& options) {
         ->type_name("KEY")
         ->check(Parsed(vexaTrackLib::GeocacheOrder::Parse));
     CLI::Option* const near =
-        AddText(command, "--near", options.near, "Tell how far they are, and sort by it")
-            ->type_name("LAT,LON")
+        AddText(command, "--near", options.near, "Tell how far they are from LAT,LON and sort by it")
+            ->type_name("PLACE")
             ->check(CLI::Validator(RequirePlace, ""));
     AddText(command, "--within", options.within, "List only those so near: 500m, 2km, 1mi")
         ->type_name("LENGTH")

@@ -12,7 +12,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # In an empty home, in a folder of known content.
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-mkdir "$folder/home" "$folder/here" "$folder/here/caches"
+mkdir "$folder/home" "$folder/here" "$folder/here/trips"
 touch "$folder/here/walk.gpx"
 export HOME=$folder/home XDG_CONFIG_HOME=$folder/home XDG_DATA_HOME=$folder/home XDG_CACHE_HOME=$folder/home
 cd "$folder/here"
@@ -33,7 +33,7 @@ expect() {
     wanted+=("$(sort -u <<<"$2")")
 }
 
-files=$'caches/\nwalk.gpx'
+files=$'trips/\nwalk.gpx'
 while read -r command; do
     line="vexagpx${command:+ $command}"
     expect "$line --" "$(options_of $command | grep -e '^--')"
@@ -42,6 +42,7 @@ while read -r command; do
         --debug-log) expect "$line $option " "$files" ;;
         -o | --output) expect "$line $option " "$files" ;;
         --format) expect "$line $option " $'csv\ngeojson\nkml' ;;
+        --colour) expect "$line $option " $'height\nnone\nspeed' ;;
         --layer) expect "$line $option " $'points\nroutes\ntracks\nwaypoints' ;;
         --units) expect "$line $option " $'imperial\nmetric' ;;
         --gpx) expect "$line $option 1" $'1.0\n1.1' ;;
@@ -56,7 +57,7 @@ while read -r command; do
     for argument in $(arguments_of $command); do
         case $argument in
         FILE | IN | OUT | ARCHIVE) expect "$before " "$files" ;;
-        DIR) expect "$before " 'caches/' ;;
+        DIR) expect "$before " 'trips/' ;;
         ENTRY) expect "$before " '' ;;
         *) expect "$before " "an entry in completion.sh for the argument $argument" ;;
         esac
@@ -65,28 +66,28 @@ while read -r command; do
 done < <(leaf_commands)
 
 expect 'vexagpx show walk.gpx ' "$files"
-expect 'vexagpx show walk.gpx caches walk.gpx ' "$files"
+expect 'vexagpx show walk.gpx trips walk.gpx ' "$files"
 expect 'vexagpx --debug-log show z' 'zip'
 expect 'vexagpx --no-progress zip --debug-log list e' 'extract'
-expect 'vexagpx zip --debug-log log extract --overwrite a.zip ' 'caches/'
+expect 'vexagpx zip --debug-log log extract --overwrite a.zip ' 'trips/'
 expect 'vexagpx convert --gpx 1.0 wa' 'walk.gpx'
 expect 'vexagpx dump -- wa' 'walk.gpx'
-expect 'vexagpx zip extract - ' 'caches/'
+expect 'vexagpx zip extract - ' 'trips/'
 # Not --gpx, which is an option of a command; fish 4 also offers what has the letters anywhere in their order.
 expect 'vexagpx frobnicate --gp' ''
 
 # Names with blanks and quotes, and what bash takes for several words.
 if [ "$shell" = bash ]; then
-    mkdir 'caches/old ones'
-    touch 'caches/two words.gpx' 'caches/a:b.gpx' "caches/it's.gpx"
-    expect 'vexagpx show caches/two' 'caches/two words.gpx'
-    expect 'vexagpx show caches/two\ w' 'caches/two words.gpx'
-    expect 'vexagpx show "caches/two w' 'caches/two words.gpx'
-    expect 'vexagpx show caches/it' "caches/it's.gpx"
-    expect 'vexagpx show caches/a' 'caches/a:b.gpx'
-    expect 'vexagpx zip extract a.zip caches/' 'caches/old ones/'
-    expect 'vexagpx zip extract a:b=c.zip caches/' 'caches/old ones/'
-    expect 'vexagpx zip extract "a b.zip" caches/o' 'caches/old ones/'
+    mkdir 'trips/old ones'
+    touch 'trips/two words.gpx' 'trips/a:b.gpx' "trips/it's.gpx"
+    expect 'vexagpx show trips/two' 'trips/two words.gpx'
+    expect 'vexagpx show trips/two\ w' 'trips/two words.gpx'
+    expect 'vexagpx show "trips/two w' 'trips/two words.gpx'
+    expect 'vexagpx show trips/it' "trips/it's.gpx"
+    expect 'vexagpx show trips/a' 'trips/a:b.gpx'
+    expect 'vexagpx zip extract a.zip trips/' 'trips/old ones/'
+    expect 'vexagpx zip extract a:b=c.zip trips/' 'trips/old ones/'
+    expect 'vexagpx zip extract "a b.zip" trips/o' 'trips/old ones/'
     expect 'vexagpx convert --gpx=1.' $'--gpx=1.0\n1.1'
     expect 'vexagpx convert --gpx=1.1' '--gpx=1.1'
     expect 'vexagpx convert --gpx=' $'--gpx=1.0\n1.1'
@@ -94,8 +95,8 @@ if [ "$shell" = bash ]; then
     expect 'vexagpx convert --app=' ''
     expect 'vexagpx show --debug-log=wa' '--debug-log=walk.gpx'
     expect 'vexagpx zip extract a.zip > wa' 'walk.gpx'
-    expect 'vexagpx zip extract 2>log a.zip ' 'caches/'
-    expect 'vexagpx zip extract 2> log a.zip ' 'caches/'
+    expect 'vexagpx zip extract 2>log a.zip ' 'trips/'
+    expect 'vexagpx zip extract 2> log a.zip ' 'trips/'
 fi
 
 mapfile -t answers < <(printf '%s\n' "${lines[@]}" | offered)
