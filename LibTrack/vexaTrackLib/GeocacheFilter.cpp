@@ -291,40 +291,51 @@ void GeocacheFilter::Add(const GeocacheFilter& other) {
     conditions_.insert(conditions_.end(), other.conditions_.begin(), other.conditions_.end());
 }
 
+namespace {
+
+int Sign(double left, double right) {
+    return left < right ? -1 : left > right ? 1 : 0;
+}
+
+/// Below 0, 0 or above 0 for a value that is less than, equal to or greater than the wanted one; empty for no number.
+std::optional<int> OrderOf(GeocacheKey key, const GeocacheValue& value, const GeocacheValue& wanted) {
+    if (const auto* const text = std::get_if<icu::UnicodeString>(&value))
+        return Sign(text->caseCompare(std::get<icu::UnicodeString>(wanted), 0), 0);
+    const double number = std::get<double>(value);
+    if (std::isnan(number))
+        return std::nullopt;
+    const bool isDate = KindOf(key) == GeocacheKeyKind::kDate;
+    return isDate ? Sign(DayOf(number), DayOf(std::get<double>(wanted)))
+                  : Sign(number, std::get<double>(wanted));
+}
+
+} // namespace
+
 bool GeocacheFilter::IsMet(const Condition& condition, const Geocache& cache) {
     const GeocacheValue value = ValueOf(cache, condition.key);
     if (value.index() == 0)
         return false;
     if (const auto* const flag = std::get_if<bool>(&value))
         return *flag == std::get<bool>(condition.value);
-    int order = 0;
-    if (const auto* const number = std::get_if<double>(&value)) {
-        const bool isDate = KindOf(condition.key) == GeocacheKeyKind::kDate;
-        const double one = isDate ? DayOf(*number) : *number;
-        const double other = std::get<double>(condition.value) / (isDate ? kMillisOfDay : 1.0);
-        if (std::isnan(one))
-            return false;
-        order = one < other ? -1 : one > other ? 1 : 0;
-    } else {
-        const icu::UnicodeString& text = std::get<icu::UnicodeString>(value);
-        const icu::UnicodeString& wanted = std::get<icu::UnicodeString>(condition.value);
-        if (condition.op == Operator::kContains)
-            return Folded(text).indexOf(Folded(wanted)) >= 0;
-        order = text.caseCompare(wanted, 0);
-    }
+    if (condition.op == Operator::kContains)
+        return Folded(std::get<icu::UnicodeString>(value))
+                   .indexOf(Folded(std::get<icu::UnicodeString>(condition.value))) >= 0;
+    const std::optional<int> order = OrderOf(condition.key, value, condition.value);
+    if (!order)
+        return false;
     switch (condition.op) {
     case Operator::kEqual:
-        return order == 0;
+        return *order == 0;
     case Operator::kUnequal:
-        return order != 0;
+        return *order != 0;
     case Operator::kLess:
-        return order < 0;
+        return *order < 0;
     case Operator::kLessOrEqual:
-        return order <= 0;
+        return *order <= 0;
     case Operator::kGreater:
-        return order > 0;
+        return *order > 0;
     default:
-        return order >= 0;
+        return *order >= 0;
     }
 }
 

@@ -125,7 +125,8 @@ int CompareTexts(GeocacheKey key, const icu::UnicodeString& left, const icu::Uni
         if (one != other)
             return Sign(one<other, one> other);
     }
-    return left.caseCompare(right, 0);
+    const auto order = left.caseCompare(right, 0);
+    return Sign(order<0, order> 0);
 }
 
 /// Of two values that are there.

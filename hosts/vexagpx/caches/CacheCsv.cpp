@@ -21,6 +21,7 @@ icu::UnicodeString Joined(const std::vector<icu::UnicodeString>& texts) {
 
 std::vector<icu::UnicodeString> CodesOf(const std::vector<GeocacheCompanion>& companions) {
     std::vector<icu::UnicodeString> codes;
+    codes.reserve(companions.size());
     for (const GeocacheCompanion& companion : companions)
         codes.push_back(companion.code);
     return codes;

@@ -31,8 +31,8 @@ public:
     bool Run();
 
 private:
-    void TakeFile(const std::string& file);
-    void TakeDocument(const GpxDocument& document, IndexEntry entry);
+    void TakeFile(const std::string& argument);
+    void TakeDocument(const GpxDocument& document, IndexEntry source);
     void Try(const IndexEntry& source, const std::function<void()>& read);
     void Add(const IndexEntry& entry);
     void Finish();
