@@ -34,11 +34,10 @@ std::uint64_t TakeFields(const GpxElement& path, const std::vector<GpxElement>& 
     bool hasLink = false;
     for (const GpxElement& field : fields) {
         const std::string_view name = field.GetName();
-        if (IsForeign(field, nameSpace))
-            foreign += CountValues(field);
-        else if (name == "link" || name == "url")
+        const bool isForeign = IsForeign(field, nameSpace);
+        if (!isForeign && (name == "link" || name == "url"))
             hasLink = true;
-        else if (!TakeElement(field, kFields, properties))
+        else if (isForeign || !TakeElement(field, kFields, properties))
             foreign += CountValues(field);
     }
     if (hasLink)

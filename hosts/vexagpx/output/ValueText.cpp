@@ -74,7 +74,9 @@ std::size_t WriteShortDecimal(double number, char* text) {
         return 0;
     // The quotient of two exact numbers is what the decimal number reads back as. Decimal numbers of at most 15 digits
     // all read back differently, so there is no shorter one.
-    const auto digits = static_cast<std::uint64_t>(size * kScale + 0.5);
+    const double scaled = size * kScale;
+    auto digits = static_cast<std::uint64_t>(scaled);
+    digits += scaled - static_cast<double>(digits) >= 0.5 ? 1 : 0;
     if (static_cast<double>(digits) / kScale != size)
         return 0;
     constexpr std::uint64_t kWhole = 1000000000;
