@@ -26,7 +26,6 @@ namespace {
 using namespace testing_support;
 using namespace ::testing_support;
 
-constexpr char kNotOpened[] = "Could not open file at the current position within the zip file.";
 constexpr char kNotClosed[] = "Could not close file at the current position within the zip file.";
 constexpr int kNoEntryOpen = -102;
 
