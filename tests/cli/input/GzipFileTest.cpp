@@ -73,13 +73,13 @@ constexpr char kOtherBytes[] =
 
 TEST(GzipFileTest, WhatWasPackedIsUnpackedInPiecesOfAnySize) {
     const std::string content = ReadFile(Data("hand-written.gpx"));
-    for (const std::size_t piece : {1, 2, 7, 1000, 1 << 20})
+    for (const std::size_t piece : std::vector<std::size_t>{1, 2, 7, 1000, 1 << 20})
         EXPECT_EQ(Unpack(Gzip(content), piece), content) << piece;
     EXPECT_EQ(Unpack(Gzip("")), "");
 }
 
 TEST(GzipFileTest, MembersAreJoinedAndZerosAfterThemAreSkipped) {
-    for (const std::size_t piece : {1, 1000}) {
+    for (const std::size_t piece : std::vector<std::size_t>{1, 1000}) {
         EXPECT_EQ(Unpack(Gzip("one") + Gzip("") + Gzip("two"), piece), "onetwo");
         EXPECT_EQ(Unpack(Gzip("one") + std::string(1000, '\0'), piece), "one");
     }
