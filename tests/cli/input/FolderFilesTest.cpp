@@ -40,26 +40,6 @@ void Link(const std::string& target, const std::string& path) {
     ASSERT_EQ(::symlink(target.c_str(), path.c_str()), 0);
 }
 
-/// While it exists, the process and those that it starts may read no more than an ordinary user, also when root runs
-/// the tests.
-class OrdinaryUser {
-public:
-    OrdinaryUser() {
-        if (before_ == 0 && ::seteuid(kNobody) != 0)
-            ADD_FAILURE() << "root cannot become another user";
-    }
-    ~OrdinaryUser() {
-        if (before_ == 0 && ::seteuid(0) != 0)
-            ADD_FAILURE() << "the user cannot become root again";
-    }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
-private:
-    static constexpr uid_t kNobody = 65534;
-    uid_t before_ = ::geteuid();
-};
-
 /// The list of one folder, with paths relative to it.
 std::vector<std::string> FilesIn(const Folder& folder) {
     std::vector<std::string> files = vexagpx::ExpandFolders({folder.Path()});
@@ -147,11 +127,7 @@ TEST(FolderFilesTest, AFolderThatCannotBeReadIsAFailureAndTheOthersAreRead) {
     folder.Write("walks/z.gpx", Gpx(kWaypoint));
     ASSERT_EQ(::chmod(folder.Path().c_str(), 0755), 0);
     ASSERT_EQ(::chmod(closed.c_str(), 0), 0);
-    const Result result = [&] {
-        const OrdinaryUser user;
-        // The check for leaks does not run in a process that has changed its user.
-        return cli::Tool({"show", "walks"}).In(folder.Path()).Set("ASAN_OPTIONS", "detect_leaks=0").Run();
-    }();
+    const Result result = cli::Tool({"show", "walks"}).In(folder.Path()).AsOrdinaryUser().Run();
     ASSERT_EQ(::chmod(closed.c_str(), 0700), 0);
     EXPECT_TRUE(Failed(result, "Unable to read the folder: walks/closed (Permission denied)"));
     EXPECT_THAT(result.out, StartsWith("walks/z.gpx\n"));

@@ -34,6 +34,8 @@ public:
     /// Both streams into `out`, in the order in which they were written.
     Tool& MergeOutput();
     Tool& Set(const std::string& name, const std::string& value);
+    /// With the rights of an ordinary user, also when root runs the tests.
+    Tool& AsOrdinaryUser();
 
     Result Run();
 
@@ -49,6 +51,7 @@ private:
     bool closeStdout_ = false;
     bool closeStderr_ = false;
     bool merge_ = false;
+    bool ordinaryUser_ = false;
 };
 
 /// True for exit status 1 and only messages on standard error, one of which contains the text.
