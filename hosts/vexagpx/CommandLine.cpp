@@ -36,7 +36,8 @@ namespace {
 
 constexpr char kShowExamples[] = "Examples:\n"
                                  "  vexagpx show walk.gpx\n"
-                                 "  vexagpx show --all *.gpx | less\n";
+                                 "  vexagpx show --all *.gpx | less\n"
+                                 "  vexagpx show --json *.gpx | jq .contents.trackPoints\n";
 constexpr char kStatsExamples[] =
     "Ascent is counted between valleys and peaks that differ by the climb at least, a\n"
     "stay that is shorter than the pause is none. The manual defines each figure.\n"
@@ -312,6 +313,7 @@ void AddShow(CLI::App& app, Invocation& invocation) {
     AddFiles(command, invocation, *options);
     AddAsHost(command, options->rules, "Show what other programs with this library get");
     command.add_flag("--all", options->all, "List every waypoint, route, track and geocache");
+    command.add_flag("--json", options->json, "Print a line of JSON for each document, with all\nof them");
 }
 
 /// A check that takes the message of an exception for the error.

@@ -2,7 +2,6 @@
 #include <vexagpx/caches/CacheJson.h>
 
 #include <vexagpx/output/OptionalMembers.h>
-#include <vexagpx/output/ValueText.h>
 
 namespace vexagpx {
 
@@ -11,13 +10,6 @@ using vexaTrackLib::GeocacheCompanion;
 using vexaTransferLib::GpxCacheLogDetails;
 
 namespace {
-
-void TimeIfAny(JsonWriter& json, std::string_view key, const std::optional<double>& millis) {
-    if (!millis)
-        return;
-    if (const TimeDigits time(*millis); !time.Text().empty())
-        json.Member(key, time.Text());
-}
 
 void WriteCompanion(const GeocacheCompanion& companion, JsonWriter& json) {
     json.BeginObject();
@@ -35,7 +27,7 @@ void WriteCompanion(const GeocacheCompanion& companion, JsonWriter& json) {
 void WriteLog(const GpxCacheLogDetails& log, JsonWriter& json) {
     json.BeginObject();
     MemberIfAny(json, "id", log.id);
-    TimeIfAny(json, "time", log.time);
+    TimeMember(json, "time", log.time);
     MemberIfAny(json, "type", log.type);
     MemberIfAny(json, "finder", log.finder);
     MemberIfAny(json, "text", LogText(log));
@@ -56,8 +48,8 @@ void WriteValues(const Geocache& cache, JsonWriter& json) {
     json.Member("longitude", cache.place.longitude);
     MemberIfAny(json, "available", cache.isAvailable);
     MemberIfAny(json, "archived", cache.isArchived);
-    TimeIfAny(json, "placed", cache.placedTime);
-    TimeIfAny(json, "found", cache.foundTime);
+    TimeMember(json, "placed", cache.placedTime);
+    TimeMember(json, "found", cache.foundTime);
     json.Member("logCount", cache.logCount);
     MemberIfAny(json, "distance", cache.metres);
     MemberIfAny(json, "bearing", cache.bearing);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/DumpDetails.h>
 
+#include <vexagpx/commands/AuthorJson.h>
 #include <vexagpx/commands/BoundsJson.h>
 #include <vexagpx/commands/ElementJson.h>
 #include <vexagpx/commands/LinkJson.h>
@@ -57,18 +58,6 @@ private:
     std::vector<std::string_view> names_;
     bool mayHaveForeign_ = false;
 };
-
-void WriteAuthor(const GpxPerson& author, JsonWriter& json) {
-    json.Key("author");
-    json.BeginObject();
-    MemberIfAny(json, "name", author.name);
-    MemberIfAny(json, "email", author.email);
-    if (author.link) {
-        json.Key("link");
-        WriteLink(json, *author.link);
-    }
-    json.EndObject();
-}
 
 void WriteCopyright(const GpxCopyright& copyright, JsonWriter& json) {
     json.Key("copyright");
@@ -133,7 +122,7 @@ void Head::Write() {
 void Head::WritePeople() {
     if (Has("author") || Has("email"))
         if (const std::optional<GpxPerson> author = details_.GetAuthor())
-            WriteAuthor(*author, json_);
+            WriteAuthor(json_, *author);
     if (Has("copyright"))
         if (const std::optional<GpxCopyright> copyright = details_.GetCopyright())
             WriteCopyright(*copyright, json_);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Show.h>
 
+#include <vexagpx/commands/PathSummary.h>
 #include <vexagpx/commands/ShowDetails.h>
+#include <vexagpx/commands/ShowJson.h>
 #include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/report/DocumentCounts.h>
@@ -9,7 +11,6 @@
 #include <vexagpx/terminal/Table.h>
 
 #include <vexaTrackLib/Bounds.h>
-#include <vexaTrackLib/PathLength.h>
 #include <vexaTrackLib/TimeSpan.h>
 
 #include <algorithm>
@@ -20,7 +21,6 @@ namespace vexagpx {
 
 using namespace vexaTransferLib;
 using vexaTrackLib::Bounds;
-using vexaTrackLib::PathLength;
 using vexaTrackLib::TimeSpan;
 
 namespace {
@@ -45,35 +45,6 @@ icu::UnicodeString SpanText(const TimeSpan& span) {
     return TimeText(span.First()) + u" to " + TimeText(span.Last()) + u", " +
            DurationText(span.Last() - span.First());
 }
-
-/// Number of points, length and times of a path. Its points also extend the bounds of the whole document.
-class PathSummary {
-public:
-    explicit PathSummary(Bounds& bounds) : bounds_(bounds) {}
-
-    void Add(const GpxPoint& point) {
-        double latitude;
-        double longitude;
-        point.GetPoint(latitude, longitude);
-        bounds_.Add(latitude, longitude);
-        length_.Add(latitude, longitude);
-        if (double time; point.GetTime(time))
-            times_.Add(time);
-        ++points_;
-    }
-    /// The next point is not connected to the one before.
-    void Break() { length_.Break(); }
-
-    std::size_t Points() const { return points_; }
-    double Metres() const { return length_.Metres(); }
-    const TimeSpan& Times() const { return times_; }
-
-private:
-    Bounds& bounds_;
-    TimeSpan times_;
-    PathLength length_;
-    std::size_t points_ = 0;
-};
 
 /// Collects the lines of one document in one pass over its points.
 class Summary {
@@ -264,10 +235,13 @@ void ShowDocument(const GpxDocument& document, const std::string& heading, bool 
 bool Show(const ShowOptions& options, Output& out) {
     bool isFirst = true;
     const auto show = [&](const DocumentSource& source, const GpxDocument& document) {
-        if (!isFirst)
+        if (!isFirst && !options.json)
             out.Write("\n");
         isFirst = false;
-        ShowDocument(document, source.Text(), options.all, out);
+        if (options.json)
+            WriteShowJson(document, source, out);
+        else
+            ShowDocument(document, source.Text(), options.all, out);
         out.Flush();
     };
     return ReadDocuments(options.files, options.rules, show);

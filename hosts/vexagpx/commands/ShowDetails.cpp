@@ -143,7 +143,7 @@ std::vector<icu::UnicodeString> SensorStatistics::Notes() const {
         const icu::UnicodeString extremes = range.lowest == range.highest
                                                 ? rounded(range.lowest)
                                                 : rounded(range.lowest) + u" to " + rounded(range.highest);
-        const icu::UnicodeString mean = rounded(range.sum / static_cast<double>(range.count));
+        const icu::UnicodeString mean = rounded(range.Mean());
         if (shown++ % kSensorsOfLine == 0)
             notes.emplace_back();
         AddPart(notes.back(),

@@ -29,11 +29,6 @@ icu::UnicodeString GeocacheNote(const vexaTransferLib::GpxElement& waypoint);
 /// What sensors measured along a path.
 class SensorStatistics {
 public:
-    void Add(const vexaTransferLib::GpxPoint& point);
-    /// "heart rate 90 to 150 (mean 120) bpm, power 200 W": lines of two sensors each, without those that have no values.
-    std::vector<icu::UnicodeString> Notes() const;
-
-private:
     struct Range {
         double lowest = std::numeric_limits<double>::infinity();
         double highest = -std::numeric_limits<double>::infinity();
@@ -41,9 +36,18 @@ private:
         std::uint64_t count = 0;
 
         void Add(const std::optional<double>& value);
+        double Mean() const { return sum / static_cast<double>(count); }
     };
+    /// Heart rate, cadence, power and temperature. One without values has the count 0.
+    using Ranges = std::array<Range, 4>;
 
-    std::array<Range, 4> ranges_;
+    void Add(const vexaTransferLib::GpxPoint& point);
+    /// "heart rate 90 to 150 (mean 120) bpm, power 200 W": lines of two sensors each, without those that have no values.
+    std::vector<icu::UnicodeString> Notes() const;
+    const Ranges& All() const { return ranges_; }
+
+private:
+    Ranges ranges_;
 };
 
 } // namespace vexagpx

@@ -3,9 +3,7 @@
 
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/OptionalMembers.h>
-#include <vexagpx/output/ValueText.h>
-
-#include <cmath>
+#include <vexagpx/output/Rounded.h>
 
 namespace vexagpx {
 
@@ -14,11 +12,6 @@ using vexaTrackLib::PathStatistics;
 using vexaTrackLib::Pause;
 
 namespace {
-
-/// Thousandths: no figure is more exact, and more digits would differ between processors.
-double Rounded(double number) {
-    return std::round(number * 1000.0) / 1000.0;
-}
 
 class StatsJson {
 public:
@@ -30,7 +23,6 @@ public:
 private:
     void WriteFigures(const PathStatistics& figures);
     void WriteTimes(const PathStatistics& figures);
-    void WriteTime(std::string_view key, double time);
     void WriteBounds(const Bounds& bounds);
 
     JsonWriter& json_;
@@ -47,7 +39,7 @@ void StatsJson::WritePaths(std::string_view key, const std::vector<PathFigures>&
         WriteFigures(path.figures);
         ArrayIfAny(json_, "pauses", path.figures.pauses, [this](const Pause& pause) {
             json_.BeginObject();
-            WriteTime("start", pause.start);
+            TimeMember(json_, "start", pause.start);
             json_.Member("duration", Rounded(pause.seconds));
             json_.Member("latitude", pause.latitude);
             json_.Member("longitude", pause.longitude);
@@ -90,8 +82,8 @@ void StatsJson::WriteFigures(const PathStatistics& figures) {
 }
 
 void StatsJson::WriteTimes(const PathStatistics& figures) {
-    WriteTime("start", figures.times.First());
-    WriteTime("end", figures.times.Last());
+    TimeMember(json_, "start", figures.times.First());
+    TimeMember(json_, "end", figures.times.Last());
     json_.Member("elapsed", Rounded(figures.elapsedSeconds));
     json_.Member("moving", Rounded(figures.movingSeconds));
     json_.Member("paused", Rounded(figures.pausedSeconds));
@@ -100,11 +92,6 @@ void StatsJson::WriteTimes(const PathStatistics& figures) {
         json_.Member("meanSpeed", Rounded(*mean));
     if (const std::optional<double> fastest = figures.FastestSpeed())
         json_.Member("fastestSpeed", Rounded(*fastest));
-}
-
-void StatsJson::WriteTime(std::string_view key, double time) {
-    if (const TimeDigits digits(time); !digits.Text().empty())
-        json_.Member(key, digits.Text());
 }
 
 void StatsJson::WriteBounds(const Bounds& bounds) {

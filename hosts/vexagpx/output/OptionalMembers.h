@@ -2,6 +2,7 @@
 #pragma once
 
 #include <vexagpx/output/JsonWriter.h>
+#include <vexagpx/output/ValueText.h>
 
 #include <unicode/unistr.h>
 
@@ -27,6 +28,20 @@ template <class Value>
 void MemberIfAny(JsonWriter& json, std::string_view key, const std::optional<Value>& value) {
     if (value)
         json.Member(key, *value);
+}
+/// \}
+
+/// \{
+/// Writes a member with a time, in the form of TimeDigits, which is that of all JSON. A time that this form has no place
+/// for has no member.
+inline void TimeMember(JsonWriter& json, std::string_view key, double millis) {
+    if (const TimeDigits time(millis); !time.Text().empty())
+        json.Member(key, time.Text());
+}
+
+inline void TimeMember(JsonWriter& json, std::string_view key, const std::optional<double>& millis) {
+    if (millis)
+        TimeMember(json, key, *millis);
 }
 /// \}
 

@@ -70,4 +70,19 @@ void WriteCounts(const DocumentCounts& counts, GeocacheDetail detail, Output& ou
     WriteText("  Tracks     " + std::to_string(counts.tracks) + TrackText(counts), out);
 }
 
+void WriteContents(JsonWriter& json, const DocumentCounts& counts) {
+    json.Key("contents");
+    json.BeginObject();
+    json.Member("waypoints", counts.waypoints);
+    json.Member("routes", counts.routes);
+    json.Member("routePoints", counts.routePoints);
+    json.Member("tracks", counts.tracks);
+    json.Member("segments", counts.segments);
+    json.Member("trackPoints", counts.trackPoints);
+    json.Member("geocaches", counts.geocaches);
+    json.Member("logs", counts.logs);
+    json.Member("travelBugs", counts.travelBugs);
+    json.EndObject();
+}
+
 } // namespace vexagpx

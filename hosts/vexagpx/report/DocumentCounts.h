@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/process/Output.h>
 
 #include <vexaTransferLib/GpxDocument.h>
@@ -28,5 +29,8 @@ enum class GeocacheDetail { kNumber, kLogsAndTravelBugs };
 
 /// Writes three lines for a person: waypoints, routes and tracks.
 void WriteCounts(const DocumentCounts& counts, GeocacheDetail detail, Output& out);
+
+/// Writes all of them as the member "contents" of the current object.
+void WriteContents(JsonWriter& json, const DocumentCounts& counts);
 
 } // namespace vexagpx

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/report/IndexJson.h>
 
-#include <vexagpx/output/JsonWriter.h>
-#include <vexagpx/output/ValueText.h>
+#include <vexagpx/output/OptionalMembers.h>
 
 namespace vexagpx {
 
@@ -23,16 +22,10 @@ void WriteCounts(const DocumentCounts& counts, JsonWriter& json) {
     json.Member("trackPoints", counts.trackPoints);
 }
 
-void WriteTime(std::string_view key, double millis, JsonWriter& json) {
-    const TimeDigits digits(millis);
-    if (!digits.Text().empty())
-        json.Member(key, digits.Text());
-}
-
 void WriteExtent(const IndexEntry& entry, JsonWriter& json) {
     if (!entry.times.IsEmpty()) {
-        WriteTime("firstTime", entry.times.First(), json);
-        WriteTime("lastTime", entry.times.Last(), json);
+        TimeMember(json, "firstTime", entry.times.First());
+        TimeMember(json, "lastTime", entry.times.Last());
     }
     if (entry.bounds.IsEmpty())
         return;

@@ -18,7 +18,7 @@ public:
     void End() { json_.EndObject(); }
 
     void WriteError(const std::string& error) { json_.Member("error", error); }
-    void Write(const DocumentCounts& counts);
+    void Write(const DocumentCounts& counts) { WriteContents(json_, counts); }
     void WriteMessages(const LossReport& report);
     /// \param lostCount how many things are lost besides those of the report
     void WriteSkipped(const LossReport& report, std::uint64_t lostCount);
@@ -36,21 +36,6 @@ void LossReportJson::Begin(const DocumentSource& source) {
     if (source.entry != nullptr)
         json_.Member("entry", *source.entry);
     json_.Member("file", source.file);
-}
-
-void LossReportJson::Write(const DocumentCounts& counts) {
-    json_.Key("contents");
-    json_.BeginObject();
-    json_.Member("waypoints", counts.waypoints);
-    json_.Member("routes", counts.routes);
-    json_.Member("routePoints", counts.routePoints);
-    json_.Member("tracks", counts.tracks);
-    json_.Member("segments", counts.segments);
-    json_.Member("trackPoints", counts.trackPoints);
-    json_.Member("geocaches", counts.geocaches);
-    json_.Member("logs", counts.logs);
-    json_.Member("travelBugs", counts.travelBugs);
-    json_.EndObject();
 }
 
 void LossReportJson::WriteMessages(const LossReport& report) {
