@@ -30,6 +30,9 @@ struct VEXATRANSFERLIB_API ZipEntryInfo {
     std::uint16_t method = 0; ///< the compression method: 0 stored, 8 deflated; others cannot be read
     std::uint16_t flags = 0;  ///< the general purpose bits
     std::uint32_t crc = 0;    ///< CRC-32 of the content
+    /// When the content was changed, as MS-DOS has it, in the local time of whoever packed it: from the lowest bit, two
+    /// seconds in 5 bits, minute in 6, hour in 5, day in 5, month in 4, and the years since 1980 in 7. It may be no date.
+    std::uint32_t dosTime = 0;
 };
 
 /// The bytes of the archive's file that an entry claims: its local header and its packed bytes.

@@ -119,6 +119,7 @@ constexpr char kInfoExamples[] = "Examples:\n"
                                  "  vexagpx info --json pocket-query.zip\n";
 constexpr char kZipExamples[] = "Examples:\n"
                                 "  vexagpx zip list pocket-query.zip\n"
+                                "  vexagpx zip list --json pocket-query.zip | jq .size\n"
                                 "  vexagpx zip cat pocket-query.zip 9000001.gpx | head\n"
                                 "  vexagpx zip test pocket-query.zip\n"
                                 "  vexagpx zip extract pocket-query.zip caches\n";
@@ -564,10 +565,12 @@ void AddArchive(CLI::App& command, Invocation& invocation, ZipOptions& options) 
 }
 
 void AddZipList(CLI::App& zip, Invocation& invocation) {
-    const auto options = std::make_shared<ZipOptions>();
-    AddArchive(AddCommand(zip, invocation, {"list", "Print the names of the entries", kZipExamples}, options,
-                          ZipList),
-               invocation, *options);
+    const auto options = std::make_shared<ZipListOptions>();
+    CLI::App& command = AddCommand(zip, invocation, {"list", "Print the names of the entries", kZipExamples},
+                                   options, ZipList);
+    AddArchive(command, invocation, *options);
+    command.add_flag("--json", options->json,
+                     "Print a line of JSON for each entry, with sizes,\nmethod and time");
 }
 
 void AddZipCat(CLI::App& zip, Invocation& invocation) {

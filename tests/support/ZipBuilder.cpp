@@ -15,7 +15,6 @@ constexpr std::uint32_t kInZip64 = 0xFFFFFFFF;
 constexpr std::uint16_t kVersion = 20;
 constexpr std::uint16_t kVersionZip64 = 45;
 constexpr std::uint16_t kMadeOnUnix = 3 << 8;
-constexpr std::uint32_t kDosTime = 0x2C74536F; // 2002-03-20 10:27:30
 
 class Bytes {
 public:
@@ -87,7 +86,7 @@ std::string Local(const ZipEntry& entry) {
         extra.Number16(1).Number16(16).Number64(size).Number64(compressedSize);
     Bytes out;
     out.Signature(3, 4).Number16(stated.version).Number16(stated.flags).Number16(entry.method);
-    out.Number32(kDosTime).Number32(later ? 0 : stated.crc);
+    out.Number32(entry.dosTime).Number32(later ? 0 : stated.crc);
     out.Number32(zip64 ? kInZip64 : compressedSize).Number32(zip64 ? kInZip64 : size);
     out.Number16(name.size()).Number16(extra.Get().size()).Text(name).Text(extra.Get());
     return out.Text(stated.packed).Text(Descriptor(entry, stated)).Get();
@@ -104,7 +103,7 @@ std::string Central(const ZipEntry& entry, std::uint64_t placedAt) {
         extra.Number16(1).Number16(24).Number64(stated.size).Number64(stated.compressedSize).Number64(offset);
     Bytes out;
     out.Signature(1, 2).Number16(kMadeOnUnix | stated.version).Number16(stated.version);
-    out.Number16(stated.flags).Number16(entry.method).Number32(kDosTime).Number32(stated.crc);
+    out.Number16(stated.flags).Number16(entry.method).Number32(entry.dosTime).Number32(stated.crc);
     out.Number32(zip64 ? kInZip64 : stated.compressedSize);
     out.Number32(zip64 ? kInZip64 : stated.size);
     out.Number16(entry.name.size()).Number16(extra.Get().size()).Number16(entry.comment.size());

@@ -32,6 +32,7 @@ struct ZipEntry {
     ZipDescriptor descriptor = ZipDescriptor::kNone; ///< sets its flag too
     Zip64Extra zip64 = Zip64Extra::kNone;
     std::uint32_t externalAttributes = 0;
+    std::uint32_t dosTime = 0x2C74536F; ///< 2002-03-20 10:27:30
     std::string comment = {};
     std::string localExtra = {}; ///< extra fields in front of the one for zip64
     std::string centralExtra = {};

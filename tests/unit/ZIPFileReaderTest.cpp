@@ -382,6 +382,16 @@ TEST(ZipFileReaderTest, InfoHasSizesAndLinks) {
     }
 }
 
+TEST(ZipFileReaderTest, InfoHasTheTimeAsItIsStored) {
+    for (const std::uint32_t time : {0U, 0x3A2F52AFU, 0xFFFFFFFFU}) {
+        for (const auto zip64 :
+             {::testing_support::Zip64Extra::kNone, ::testing_support::Zip64Extra::kBoth}) {
+            const ArchiveFile file(BuildZip({{.name = "a", .zip64 = zip64, .dosTime = time}}));
+            EXPECT_EQ(ZipFileReader(file.Path()).GetCurrentFileInfo().dosTime, time);
+        }
+    }
+}
+
 TEST(ZipFileReaderTest, InfoHasHowTheEntryIsPacked) {
     constexpr std::uint16_t kStrongEncryption = 0x41;
     struct Packed {

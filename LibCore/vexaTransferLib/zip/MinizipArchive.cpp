@@ -54,6 +54,7 @@ bool MinizipArchive::GetInfo(ZipEntryInfo& info, char* name, std::size_t nameSiz
     info.method = static_cast<std::uint16_t>(stated.compression_method);
     info.flags = static_cast<std::uint16_t>(stated.flag);
     info.crc = static_cast<std::uint32_t>(stated.crc);
+    info.dosTime = static_cast<std::uint32_t>(stated.dosDate);
     return true;
 }
 

@@ -78,6 +78,7 @@ bool Zip64Archive::GetInfo(ZipEntryInfo& info, char* name, std::size_t nameSize)
     info.method = current_->method;
     info.flags = current_->flags;
     info.crc = current_->crc;
+    info.dosTime = current_->dosTime;
     if (name != nullptr && current_->name.copy(name, nameSize) < nameSize)
         name[current_->name.size()] = '\0';
     return true;

@@ -147,6 +147,7 @@ std::optional<DirectoryRecord> ReadRecord(ArchiveBytes& bytes, const Directory& 
         return std::nullopt;
     record.flags = static_cast<std::uint16_t>(Number16(head, 8));
     record.method = static_cast<std::uint16_t>(Number16(head, 10));
+    record.dosTime = static_cast<std::uint32_t>(Number32(head, 12));
     record.crc = static_cast<std::uint32_t>(Number32(head, 16));
     record.compressedSize = Number32(head, 20);
     record.size = Number32(head, 24);

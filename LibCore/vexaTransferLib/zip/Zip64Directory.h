@@ -26,6 +26,7 @@ struct Directory {
 struct DirectoryRecord {
     std::uint16_t flags = 0;
     std::uint16_t method = 0;
+    std::uint32_t dosTime = 0;
     std::uint32_t crc = 0;
     std::uint64_t compressedSize = 0;
     std::uint64_t size = 0;

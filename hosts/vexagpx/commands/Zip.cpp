@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/Zip.h>
 
+#include <vexagpx/commands/ZipEntryJson.h>
 #include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/output/AtomicFile.h>
 #include <vexagpx/output/ExtractionPaths.h>
@@ -48,10 +49,14 @@ bool TryEntry(const ZipOptions& options, Work work) {
 
 } // namespace
 
-bool ZipList(const ZipOptions& options, Output& out) {
+bool ZipList(const ZipListOptions& options, Output& out) {
     return WithArchive(options, [&](Archive& archive) {
-        while (archive.Next())
-            out.Write(archive.Name() + "\n");
+        while (archive.Next()) {
+            if (options.json)
+                WriteEntryJson(archive, options.archive, out);
+            else
+                out.Write(archive.Name() + "\n");
+        }
         return true;
     });
 }

@@ -16,8 +16,12 @@ struct ZipOptions {
     ArchiveLimits limits;
 };
 
+struct ZipListOptions : ZipOptions {
+    bool json = false; ///< prints a line of JSON for each entry, with all that the archive states about it
+};
+
 /// Prints the names of the entries, a line each.
-bool ZipList(const ZipOptions& options, Output& out);
+bool ZipList(const ZipListOptions& options, Output& out);
 
 struct ZipCatOptions : ZipOptions {
     std::string entry; ///< as ZipList prints its name

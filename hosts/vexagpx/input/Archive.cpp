@@ -36,15 +36,20 @@ vexaTransferLib::ZipFileReader OpenArchive(const InputFile& file, const std::str
 
 /// The number of a compression method, and its name if it has a well-known one.
 std::string MethodText(unsigned method) {
-    static const std::map<unsigned, std::string> names = {
-        {1, "shrink"}, {6, "implode"},    {9, "deflate64"}, {12, "bzip2"},
-        {14, "LZMA"},  {93, "Zstandard"}, {95, "XZ"},       {98, "PPMd"},
-    };
-    const auto name = names.find(method);
-    return std::to_string(method) + (name == names.end() ? "" : " (" + name->second + ")");
+    const std::string_view name = MethodName(method);
+    return std::to_string(method) + (name.empty() ? "" : " (" + std::string(name) + ")");
 }
 
 } // namespace
+
+std::string_view MethodName(unsigned method) {
+    static const std::map<unsigned, std::string_view> names = {
+        {0, "store"},  {1, "shrink"}, {6, "implode"},    {8, "deflate"}, {9, "deflate64"},
+        {12, "bzip2"}, {14, "LZMA"},  {93, "Zstandard"}, {95, "XZ"},     {98, "PPMd"},
+    };
+    const auto name = names.find(method);
+    return name == names.end() ? std::string_view() : name->second;
+}
 
 bool IsArchive(const InputFile& file) {
     return IsReadAsArchive(HeadOf(file), file.Argument());
@@ -81,6 +86,11 @@ std::string Archive::Name() const {
     return PrintedName(storedName_);
 }
 
+bool Archive::HasSizes() const {
+    constexpr std::uint64_t kUnknown = 0xFFFFFFFF;
+    return info_.size != kUnknown || info_.compressedSize != kUnknown;
+}
+
 bool Archive::IsGpx() const {
     return IsGpxName(storedName_);
 }
@@ -107,14 +117,13 @@ void Archive::Open() {
 }
 
 void Archive::CheckPacking() const {
-    constexpr std::uint64_t kUnknown = 0xFFFFFFFF;
     constexpr unsigned kStored = 0;
     constexpr unsigned kDeflated = 8;
     if (info_.isEncrypted)
         FailEntry("The entry is protected by a password and cannot be read.");
     if (info_.method != kStored && info_.method != kDeflated)
         FailEntry("The entry is packed with method " + MethodText(info_.method) + ", which cannot be read.");
-    if (info_.size == kUnknown && info_.compressedSize == kUnknown)
+    if (!HasSizes())
         FailEntry("The sizes of the entry in zip64 form are missing.");
 }
 

@@ -20,6 +20,9 @@ namespace vexagpx {
 /// also when it cannot be read.
 bool IsArchive(const InputFile& file);
 
+/// The well-known name of a compression method, such as "deflate" for 8; empty for one without.
+std::string_view MethodName(unsigned method);
+
 /// The entries of an archive, one after another. Every error is a std::runtime_error that names the archive and, when
 /// it is about an entry, the entry.
 class Archive {
@@ -40,6 +43,11 @@ public:
     bool IsGpx() const;
     bool IsLink() const { return info_.isSymbolicLink; }
     bool IsNameCut() const { return info_.nameLength > storedName_.size(); }
+
+    /// False when the archive states none: they are in zip64 form, but missing there.
+    bool HasSizes() const;
+    /// What the archive states, which need not be true.
+    const vexaTransferLib::ZipEntryInfo& Info() const { return info_; }
 
     /// Opens the current entry at its start. An entry that claims bytes of another one is refused.
     void Open();
