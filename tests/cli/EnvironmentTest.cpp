@@ -30,7 +30,8 @@ const std::vector<std::pair<std::string, std::string>> kSettings = {
 
 TEST(EnvironmentTest, NeitherLocaleNorTimeZoneShowsInWhatIsPrinted) {
     for (const auto& [name, value] : kSettings) {
-        const Result dump = Tool({"dump", "--as-host", Data("hand-written.gpx")}).Set(name, value).Run();
+        const Result dump =
+            Tool({"dump", "--as-host", "hand-written.gpx"}).In(Data("")).Set(name, value).Run();
         EXPECT_EQ(dump.out, ReadFile(Data("hand-written.json"))) << name << "=" << value;
         const Result show = Tool({"show", "hand-written.gpx"}).In(Data("")).Set(name, value).Run();
         EXPECT_EQ(show.out, ReadFile(Data("hand-written.show.txt"))) << name << "=" << value;
@@ -62,7 +63,7 @@ TEST(EnvironmentTest, ArgumentsAreUtf8WhateverTheLocale) {
         folder.Write("höhe 日本 😀.gpx", Gpx(""));
         const Result dump =
             Tool({"dump", "--as-host", "höhe 日本 😀.gpx"}).In(folder.Path()).Set("LC_ALL", locale).Run();
-        EXPECT_EQ(dump.out, R"({"name":"höhe 日本 😀","waypoints":[],"routes":[],"tracks":[]})"
+        EXPECT_EQ(dump.out, R"({"file":"höhe 日本 😀.gpx","waypoints":[],"routes":[],"tracks":[]})"
                             "\n")
             << locale;
         const Result show =

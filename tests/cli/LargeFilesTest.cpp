@@ -47,7 +47,7 @@ TEST_F(LargeFilesTest, TheHeadOfADocumentIsRead) {
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(
         result.out,
-        R"({"file":"walk.gpx","time":1577836800000,"head":{"version":"1.1","time":1577836800000,"end":"object"}})"
+        R"({"file":"walk.gpx","time":"2020-01-01T00:00:00Z","head":{"version":"1.1","time":"2020-01-01T00:00:00Z","end":"object"}})"
         "\n");
 }
 

@@ -4,7 +4,7 @@
 #include <vexagpx/commands/DumpDetails.h>
 #include <vexagpx/commands/DumpPointDetails.h>
 #include <vexagpx/commands/GeocacheJson.h>
-#include <vexagpx/input/DocumentReading.h>
+#include <vexagpx/commands/SourceJson.h>
 #include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/MetaDataJson.h>
@@ -26,7 +26,7 @@ class Dumper {
 public:
     explicit Dumper(Output& out) : json_(out) {}
 
-    void WriteDocument(const GpxDocument& document, const std::string* entry);
+    void WriteDocument(const GpxDocument& document, const DocumentSource& source);
 
 private:
     void WriteRoute(const GpxRoute& route);
@@ -76,14 +76,14 @@ private:
     GpxElement geocacheElement_; ///< of the point that is written
 };
 
-void Dumper::WriteDocument(const GpxDocument& document, const std::string* entry) {
+void Dumper::WriteDocument(const GpxDocument& document, const DocumentSource& source) {
     json_.BeginObject();
-    if (entry != nullptr)
-        json_.Member("entry", *entry);
-    TextMember("name", DocumentName(document));
+    WriteSource(json_, source);
+    if (!source.isNameInvented)
+        TextMember("name", DocumentName(document));
     double time = 0.0;
     if (document.GetDocumentTime(time))
-        json_.Member("time", time);
+        TimeMember(json_, "time", time);
     WriteDocumentDetails(document, json_);
     MetaDataJson records(json_, EmptyTexts::kLeftOut);
     records.Write(GisMetaDataOf(document));
@@ -138,6 +138,8 @@ void Dumper::WritePoint(const GpxPoint& point) {
     json_.BeginObject();
     geocacheElement_ = GpxElement();
     ForEachField(point, [this](std::string_view name, const PointValue& value) {
+        if (name == "time")
+            return TimeMember(json_, name, std::get<double>(value));
         json_.Key(name);
         std::visit([this](const auto& it) { Value(it); }, value);
     });
@@ -160,24 +162,24 @@ void Dumper::WriteFormAttributes(const GpxPoint::FormAttributes& attributes) {
               TextMember("key", attribute.first);
               TextMember("value", attribute.second->value);
               if (attribute.second->modTime != 0.0)
-                  json_.Member("modTime", attribute.second->modTime);
+                  TimeMember(json_, "modTime", attribute.second->modTime);
               json_.EndObject();
           });
 }
 
 } // namespace
 
-void DumpDocument(const GpxDocument& document, const std::string* entry, Output& out) {
-    Dumper(out).WriteDocument(document, entry);
+void DumpDocument(const GpxDocument& document, const DocumentSource& source, Output& out) {
+    Dumper(out).WriteDocument(document, source);
     out.Write("\n");
 }
 
 bool Dump(const DumpOptions& options, Output& out) {
     const auto dump = [&out](const DocumentSource& source, const GpxDocument& document) {
-        DumpDocument(document, source.entry, out);
+        DumpDocument(document, source, out);
         out.Flush();
     };
-    const bool succeeded = ReadDocuments(options.files, options.rules, dump);
+    const bool succeeded = ReadDocuments(options.files, options.rules, dump, Watched::kInventedNames);
     out.Flush();
     return succeeded;
 }

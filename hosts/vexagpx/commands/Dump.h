@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/input/InputRules.h>
 #include <vexagpx/process/Output.h>
 
@@ -12,8 +13,7 @@
 namespace vexagpx {
 
 /// Writes the whole model as one JSON object on one line, with what a completely read document has beside it.
-/// \param entry printed name of the archive's entry that the document comes from; null for a file
-void DumpDocument(const vexaTransferLib::GpxDocument& document, const std::string* entry, Output& out);
+void DumpDocument(const vexaTransferLib::GpxDocument& document, const DocumentSource& source, Output& out);
 
 struct DumpOptions {
     std::vector<std::string> files;

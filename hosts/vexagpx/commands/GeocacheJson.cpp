@@ -111,7 +111,7 @@ void GeocacheJson::WriteLog(const GpxGroundspeakCacheLog& log, const GpxCacheLog
 }
 
 void GeocacheJson::WriteLogDetails(const GpxCacheLogDetails& log) {
-    MemberIfAny(json_, "time", log.time);
+    TimeMember(json_, "time", log.time);
     MemberIfAny(json_, "finder_id", log.finderId);
     MemberIfAny(json_, "encoded", log.isEncoded);
     MemberIfAny(json_, "latitude", log.latitude);

@@ -2,6 +2,7 @@
 #include <vexagpx/commands/HeadDetails.h>
 
 #include <vexagpx/commands/BoundsJson.h>
+#include <vexagpx/output/OptionalMembers.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/Table.h>
 
@@ -133,8 +134,7 @@ void WriteHeadJson(const GpxHead& head, JsonWriter& json) {
     WriteMember("creator", head.creator, json);
     WriteMember("name", head.name, json);
     WriteMember("description", head.description, json);
-    if (head.time)
-        json.Member("time", *head.time);
+    TimeMember(json, "time", head.time);
     if (head.author)
         WriteMember(*head.author, json);
     if (head.bounds)

@@ -2,12 +2,13 @@
 #include <vexagpx/commands/Info.h>
 
 #include <vexagpx/commands/HeadDetails.h>
+#include <vexagpx/commands/SourceJson.h>
 #include <vexagpx/input/CallbackInputSource.h>
 #include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/input/EntryContent.h>
 #include <vexagpx/input/FolderFiles.h>
-#include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/MetaDataJson.h>
+#include <vexagpx/output/OptionalMembers.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/terminal/DisplayText.h>
 
@@ -113,11 +114,9 @@ void WriteText(const GpxTarvikExtParser& scanner, const std::string& heading, Ou
 void WriteJson(const GpxTarvikExtParser& scanner, const DocumentSource& source, Output& out) {
     JsonWriter json(out);
     json.BeginObject();
-    if (source.entry != nullptr)
-        json.Member("entry", *source.entry);
-    json.Member("file", source.file);
+    WriteSource(json, source);
     if (scanner.GetDocumentTime() != 0.0)
-        json.Member("time", scanner.GetDocumentTime());
+        TimeMember(json, "time", scanner.GetDocumentTime());
     MetaDataJson records(json, EmptyTexts::kShown);
     records.Write(scanner.GetGISMetaData().get());
     records.Write(scanner.GetAnnotateMetaData().get());

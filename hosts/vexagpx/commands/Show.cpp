@@ -244,7 +244,8 @@ bool Show(const ShowOptions& options, Output& out) {
             ShowDocument(document, source.Text(), options.all, out);
         out.Flush();
     };
-    return ReadDocuments(options.files, options.rules, show);
+    return ReadDocuments(options.files, options.rules, show,
+                         options.json ? Watched::kInventedNames : Watched::kNothing);
 }
 
 } // namespace vexagpx

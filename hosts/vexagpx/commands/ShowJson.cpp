@@ -5,6 +5,7 @@
 #include <vexagpx/commands/BoundsJson.h>
 #include <vexagpx/commands/PathSummary.h>
 #include <vexagpx/commands/ShowDetails.h>
+#include <vexagpx/commands/SourceJson.h>
 #include <vexagpx/output/HiddenFields.h>
 #include <vexagpx/output/OptionalMembers.h>
 #include <vexagpx/output/Rounded.h>
@@ -35,7 +36,7 @@ public:
     void Write(const GpxDocument& document, const DocumentSource& source);
 
 private:
-    void WriteHead(const GpxDocument& document);
+    void WriteHead(const GpxDocument& document, bool isNameInvented);
     void WriteWaypoints(const GpxDocument& document);
     void WriteWaypoint(const GpxPoint& waypoint);
     void WriteGeocaches(const GpxDocument& document);
@@ -62,10 +63,8 @@ private:
 
 void ShowJson::Write(const GpxDocument& document, const DocumentSource& source) {
     json_.BeginObject();
-    if (source.entry != nullptr)
-        json_.Member("entry", *source.entry);
-    json_.Member("file", source.file);
-    WriteHead(document);
+    WriteSource(json_, source);
+    WriteHead(document, source.isNameInvented);
     WriteWaypoints(document);
     WriteGeocaches(document);
     WriteRoutes(document);
@@ -75,8 +74,9 @@ void ShowJson::Write(const GpxDocument& document, const DocumentSource& source) 
     json_.EndObject();
 }
 
-void ShowJson::WriteHead(const GpxDocument& document) {
-    MemberIfAny(json_, "name", DocumentName(document));
+void ShowJson::WriteHead(const GpxDocument& document, bool isNameInvented) {
+    if (!isNameInvented)
+        MemberIfAny(json_, "name", DocumentName(document));
     if (double time = 0.0; document.GetDocumentTime(time))
         TimeMember(json_, "time", time);
     if (!document.GetElement())

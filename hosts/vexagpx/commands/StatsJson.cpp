@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/commands/StatsJson.h>
 
+#include <vexagpx/commands/SourceJson.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/OptionalMembers.h>
 #include <vexagpx/output/Rounded.h>
@@ -110,9 +111,7 @@ void WriteStatsJson(const DocumentFigures& document, const DocumentSource& sourc
     JsonWriter json(out);
     StatsJson stats(json);
     json.BeginObject();
-    if (source.entry != nullptr)
-        json.Member("entry", *source.entry);
-    json.Member("file", source.file);
+    WriteSource(json, source);
     stats.WritePaths("tracks", document.tracks, true);
     stats.WritePaths("routes", document.routes, false);
     stats.WriteSum("allTracks", document.allTracks, true);

@@ -8,6 +8,8 @@
 #include <vexagpx/process/Signals.h>
 #include <vexagpx/terminal/ProgressBar.h>
 
+#include <vexaTransferLib/GpxReadObserver.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -72,34 +74,68 @@ void ReadEntry(FileParser& parser, Archive& archive, const std::string& argument
 
 namespace {
 
-bool ReadArchive(FileParser& parser, const InputFile& file, const ArchiveLimits& limits,
-                 const TakeDocument& take) {
-    return ForEachGpxEntry(file, limits, [&](Archive& archive) {
+/// Notices that the reader has named a document itself.
+class NameWatch : public vexaTransferLib::GpxReadObserver {
+public:
+    void Skipped(const vexaTransferLib::GpxSkippedElement& what) override {
+        isInvented_ = isInvented_ || what.reason == vexaTransferLib::kGpxInvented;
+    }
+
+    void Reset() { isInvented_ = false; }
+    bool IsInvented() const { return isInvented_; }
+
+private:
+    bool isInvented_ = false;
+};
+
+/// Reads the documents of one argument after another.
+class DocumentReader {
+public:
+    DocumentReader(const InputRules& rules, const TakeDocument& take, Watched watched)
+        : parser_(rules), limits_(rules.archives), take_(take) {
+        // Only a document that is read as hosts do is named by the reader.
+        if (watched == Watched::kInventedNames && rules.asHost)
+            parser_.Watch(&names_);
+    }
+
+    bool Read(const std::string& argument);
+
+private:
+    bool ReadArchive(const InputFile& file);
+
+    FileParser parser_;
+    const ArchiveLimits& limits_;
+    const TakeDocument& take_;
+    NameWatch names_;
+};
+
+bool DocumentReader::ReadArchive(const InputFile& file) {
+    return ForEachGpxEntry(file, limits_, [&](Archive& archive) {
         GpxDocument document;
-        ReadEntry(parser, archive, file.Argument(), document);
+        names_.Reset();
+        ReadEntry(parser_, archive, file.Argument(), document);
         const std::string entry = archive.Name();
-        take({file.Argument(), &entry}, document);
+        take_({file.Argument(), &entry, names_.IsInvented()}, document);
     });
 }
 
-bool ReadArgument(FileParser& parser, const std::string& argument, const ArchiveLimits& limits,
-                  const TakeDocument& take) {
-    const InputFile file = OpenDocument(argument, limits);
+bool DocumentReader::Read(const std::string& argument) {
+    const InputFile file = OpenDocument(argument, limits_);
     if (IsArchive(file))
-        return ReadArchive(parser, file, limits, take);
+        return ReadArchive(file);
     GpxDocument document;
-    parser.ReadFile(file, document);
-    take({argument, nullptr}, document);
+    names_.Reset();
+    parser_.ReadFile(file, document);
+    take_({argument, nullptr, names_.IsInvented()}, document);
     return true;
 }
 
 } // namespace
 
 bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
-                   const TakeDocument& take) {
-    FileParser parser(rules);
-    return ForEachFile(
-        arguments, [&](const std::string& file) { return ReadArgument(parser, file, rules.archives, take); });
+                   const TakeDocument& take, Watched watched) {
+    DocumentReader reader(rules, take, watched);
+    return ForEachFile(arguments, [&](const std::string& file) { return reader.Read(file); });
 }
 
 } // namespace vexagpx

@@ -15,6 +15,8 @@ namespace vexagpx {
 struct DocumentSource {
     const std::string& file;  ///< as on the command line, or below a folder that is there
     const std::string* entry; ///< the printed name of an archive's entry; null for a file
+    /// The reader has named the document after the file, which has no name for it. Known only where it is watched for.
+    bool isNameInvented = false;
 
     /// For a heading.
     std::string Text() const { return entry == nullptr ? file : file + ": " + *entry; }
@@ -28,10 +30,13 @@ using TakeEntry = std::function<void(Archive&)>;
 /// \throws what InputFile throws
 InputFile OpenDocument(const std::string& argument, const ArchiveLimits& limits);
 
+/// What is found out while documents are read, beside what is in them. It costs time where documents are read as hosts do.
+enum class Watched { kNothing, kInventedNames };
+
 /// Reads the files one after another, those of a folder (ForEachFile), and every entry of an archive that is GPX by its name. False when something
 /// could not be read. That has been reported, and did not stop the reading of the rest.
 bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
-                   const TakeDocument& take);
+                   const TakeDocument& take, Watched watched = Watched::kNothing);
 
 /// Reads the document of the current entry.
 /// \throws what FileParser::ReadBytes throws, and the archive

@@ -34,12 +34,14 @@ TEST(ConvertAsHostTest, WritesVersion11WithTheToolsOwnNameByDefault) {
 
 TEST(ConvertAsHostTest, TheResultReadsBackTheSame) {
     const Folder folder;
-    ASSERT_EQ(RunTool({"convert", "--as-host", Data("hand-written.gpx"), folder.File("full.gpx")}).status, 0);
+    ASSERT_EQ(
+        RunTool({"convert", "--as-host", Data("hand-written.gpx"), folder.File("hand-written.gpx")}).status,
+        0);
     // Times lose their fraction of a second in a file.
     std::string expected = ReadFile(Data("hand-written.json"));
-    const std::string fraction = "1232014830500";
-    expected.replace(expected.find(fraction), fraction.size(), "1232014830000");
-    EXPECT_EQ(RunTool({"dump", "--as-host", folder.File("full.gpx")}).out, expected);
+    const std::string fraction = ".5Z";
+    expected.replace(expected.find(fraction), fraction.size(), "Z");
+    EXPECT_EQ(RunTool({"dump", "--as-host", "hand-written.gpx"}, folder.Path()).out, expected);
 }
 
 TEST(ConvertAsHostTest, NameAndUrlOfTheApplicationCanBeGiven) {
@@ -225,7 +227,11 @@ TEST(ConvertAsHostTest, AnyOtherTextIsWrittenAndReadBackAsItIs) {
         const Result result = RunTool({"convert", "--as-host", "in.gpx", "out.gpx"}, folder.Path());
         EXPECT_EQ(result.status, 0) << elements;
         EXPECT_EQ(result.err, "") << elements;
-        const std::string before = RunTool({"dump", "--as-host", "in.gpx"}, folder.Path()).out;
+        std::string before = RunTool({"dump", "--as-host", "in.gpx"}, folder.Path()).out;
+        // A host writes the name that the reader gives to a document without one.
+        if (const std::string file = R"("file":"in.gpx",)";
+            before.find(file + R"("name")") == std::string::npos)
+            before.insert(before.find(file) + file.size(), R"("name":"in",)");
         folder.Write("in.gpx", ReadFile(folder.File("out.gpx")));
         EXPECT_EQ(RunTool({"dump", "--as-host", "in.gpx"}, folder.Path()).out, before) << elements;
     }

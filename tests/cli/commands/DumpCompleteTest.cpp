@@ -35,8 +35,8 @@ struct Row {
 /// The dump of a GPX 1.1 document.
 std::string Document(const std::string& members, const std::string& waypoints = "",
                      const std::string& routes = "", const std::string& tracks = "") {
-    return "{" + members + R"("waypoints":[)" + waypoints + R"(],"routes":[)" + routes + R"(],"tracks":[)" +
-           tracks + "]}\n";
+    return R"({"file":"-",)" + members + R"("waypoints":[)" + waypoints + R"(],"routes":[)" + routes +
+           R"(],"tracks":[)" + tracks + "]}\n";
 }
 
 const std::string kVersion = R"("version":"1.1",)";
@@ -54,7 +54,8 @@ TEST(DumpCompleteTest, TheHeadOfADocumentIsPrinted) {
         {"nothing", "", ""},
         {"the name is that of the file's metadata only", "<metadata><name>n</name></metadata>",
          R"("name":"n",)"},
-        {"the epoch is a time", "<metadata><time>1970-01-01T00:00:00Z</time></metadata>", R"("time":0,)"},
+        {"the epoch is a time", "<metadata><time>1970-01-01T00:00:00Z</time></metadata>",
+         R"("time":"1970-01-01T00:00:00Z",)"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(DumpOf(row.elements), Document(row.expected + kVersion)) << row.reason;
@@ -110,7 +111,8 @@ TEST(DumpCompleteTest, ExtensionsOfTheMetadataArePrinted) {
 
 TEST(DumpCompleteTest, PointsHaveWhatTheModelLacks) {
     const std::vector<Row> rows = {
-        {"nothing", "<ele>1</ele><time>1970-01-01T00:00:00Z</time>", R"(,"elevation":1,"time":0)"},
+        {"nothing", "<ele>1</ele><time>1970-01-01T00:00:00Z</time>",
+         R"(,"elevation":1,"time":"1970-01-01T00:00:00Z")"},
         {"two texts", "<cmt>c</cmt><desc>d</desc>", R"(,"comment":"c","description":"d")"},
         {"satellites", "<sat>7</sat>", R"(,"satellites":7)"},
         {"dilutions", "<hdop>1.5</hdop><vdop>2</vdop><pdop>0</pdop>", R"(,"hdop":1.5,"vdop":2,"pdop":0)"},
@@ -301,7 +303,7 @@ TEST(DumpCompleteTest, GeocachesHaveWhatTheModelLacks) {
          "<g:logs><g:log id='9000000000'><g:date>2009-01-15T10:20:30Z</g:date><g:finder id='x'>f</g:finder>"
          "<g:text encoded='False'>t</g:text><g:log_wpt lat='1' lon='-2.5'/></g:log><g:log/></g:logs>",
          R"("logs":[{"id":9000000000,"date":"2009-01-15T10:20:30Z","finder":"f","text":"t",)"
-         R"("time":1232014830000,"finder_id":"x","encoded":false,"latitude":1,"longitude":-2.5},{}])"},
+         R"("time":"2009-01-15T10:20:30Z","finder_id":"x","encoded":false,"latitude":1,"longitude":-2.5},{}])"},
         {"elements that nobody knows", "<g:rating>5</g:rating><x xmlns='urn:x'/>",
          R"("extensions":[{"namespace":"http://www.groundspeak.com/cache/1/0","name":"rating","text":"5"},)"
          R"({"namespace":"urn:x","name":"x"}])"},
@@ -332,8 +334,8 @@ TEST(DumpCompleteTest, AsHostPrintsTheModelAlone) {
             PointWith("<sat>3</sat><link href='u'/><extensions><hr xmlns='urn:x'>9</hr></extensions>") +
             "<rte><number>1</number></rte><trk><number>1</number></trk>");
     EXPECT_EQ(Dump(document, {"--as-host"}).out,
-              Document(R"("name":"-",)", R"({"latitude":1,"longitude":2,"url":{"url":"u"}})",
-                       R"({"points":[]})", R"({"segments":[]})"));
+              Document("", R"({"latitude":1,"longitude":2,"url":{"url":"u"}})", R"({"points":[]})",
+                       R"({"segments":[]})"));
 }
 
 TEST(DumpCompleteTest, AFileWithoutANamespaceIsDumped) {

@@ -23,13 +23,14 @@ std::string DumpOf(const GpxDocument& document) {
     const cli::Folder folder;
     const std::string path = folder.Write("out", "");
     vexagpx::Output out(::open(path.c_str(), O_WRONLY));
-    vexagpx::DumpDocument(document, nullptr, out);
+    const std::string file = "t.gpx";
+    vexagpx::DumpDocument(document, {file, nullptr}, out);
     out.Close();
     return cli::ReadFile(path);
 }
 
 std::string Line(const std::string& head, const std::string& waypoints) {
-    return "{" + head + R"("waypoints":[)" + waypoints +
+    return R"({"file":"t.gpx",)" + head + R"("waypoints":[)" + waypoints +
            R"(],"routes":[],"tracks":[]})"
            "\n";
 }
@@ -55,7 +56,8 @@ TEST(DumpModelTest, RecordsAreInOrder) {
     GpxModelAccess::SetAnnotateMetaData(document, boost::make_shared<AnnotateMetaData>());
     GpxModelAccess::SetGISMetaData(document, boost::make_shared<GISMetaData>());
     EXPECT_THAT(DumpOf(document),
-                testing::StartsWith(R"({"gisMetaData":{"defaultSymbol":1},"annotateMetaData":{},"stats":{)"));
+                testing::StartsWith(
+                    R"({"file":"t.gpx","gisMetaData":{"defaultSymbol":1},"annotateMetaData":{},"stats":{)"));
 }
 
 TEST(DumpModelTest, ANewDocumentHasNoName) {
@@ -89,18 +91,28 @@ TEST(DumpModelTest, ALogMayBeEmpty) {
     EXPECT_EQ(DumpOf(document), Line("", R"({"latitude":1,"longitude":2,"geocache":{"logs":[{}]}})"));
 }
 
-TEST(DumpModelTest, NumbersThatJsonCannotHoldAreTextsEverywhere) {
+TEST(DumpModelTest, ANumberThatJsonCannotHoldIsText) {
     const double infinity = std::numeric_limits<double>::infinity();
-    const double nan = std::numeric_limits<double>::quiet_NaN();
     GpxDocument document;
-    GpxModelAccess::SetTime(document, nan);
     GpxPoint point(kGpxWaypoint, 1, 2);
-    point.SetTime(infinity);
-    point.SetFormAttribute(u"k", u"", -infinity);
+    point.SetElevation(-infinity);
     document.AddWaypoint(point);
-    EXPECT_EQ(DumpOf(document),
-              Line(R"("time":"NaN",)", R"({"latitude":1,"longitude":2,"time":"Infinity",)"
-                                       R"("formAttributes":[{"key":"k","modTime":"-Infinity"}]})"));
+    EXPECT_EQ(DumpOf(document), Line("", R"({"latitude":1,"longitude":2,"elevation":"-Infinity"})"));
+}
+
+TEST(DumpModelTest, ATimeWithoutADateIsLeftOut) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    constexpr double kYear10000 = 253402300800000.0;
+    GpxDocument document;
+    GpxModelAccess::SetTime(document, std::numeric_limits<double>::quiet_NaN());
+    for (const double time : {infinity, kYear10000}) {
+        GpxPoint point(kGpxWaypoint, 1, 2);
+        point.SetTime(time);
+        point.SetFormAttribute(u"k", u"", -infinity);
+        document.AddWaypoint(point);
+    }
+    const std::string waypoint = R"({"latitude":1,"longitude":2,"formAttributes":[{"key":"k"}]})";
+    EXPECT_EQ(DumpOf(document), Line("", waypoint + "," + waypoint));
 }
 
 struct XercesPlatform {
@@ -130,9 +142,10 @@ TEST(DumpModelTest, VendorDataOfRouteAndTrackPointsIsContained) {
     route.AddPoint(point);
     GpxDocument document;
     document.AddRoute(route);
-    EXPECT_EQ(DumpOf(document), R"({"waypoints":[],"routes":[{"points":[{"latitude":1,"longitude":2,)"
-                                R"("routePointType":"via","symbolNumber":7,"guid":"g"}]}],"tracks":[]})"
-                                "\n");
+    EXPECT_EQ(DumpOf(document),
+              R"({"file":"t.gpx","waypoints":[],"routes":[{"points":[{"latitude":1,"longitude":2,)"
+              R"("routePointType":"via","symbolNumber":7,"guid":"g"}]}],"tracks":[]})"
+              "\n");
 }
 
 } // namespace

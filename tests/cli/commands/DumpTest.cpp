@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "support/Tool.h"
 
+#include "support/ZipBuilder.h"
+
 #include <nlohmann/json.hpp>
 
 #include <map>
@@ -31,30 +33,30 @@ struct Row {
 };
 
 std::string WithPoint(const std::string& members) {
-    return R"({"name":"t","waypoints":[{"latitude":1,"longitude":2)" + members +
+    return R"({"file":"t.gpx","waypoints":[{"latitude":1,"longitude":2)" + members +
            R"(}],"routes":[],"tracks":[]})"
            "\n";
 }
 
 TEST(DumpTest, EverythingThatIsWrittenIsReadAndDumped) {
     const std::string folder = VEXA_TEST_DATA "/writer/";
-    const Result result = RunTool({"dump", "--as-host", folder + "everything-1.1.gpx"});
+    const Result result = RunTool({"dump", "--as-host", "everything-1.1.gpx"}, folder);
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, cli::ReadFile(folder + "everything-1.1.json"));
 }
 
 TEST(DumpTest, AFileWrittenByHandHasTheGivenShapeAndOrder) {
-    const Result result = RunTool({"dump", "--as-host", Data("hand-written.gpx")});
+    const Result result = RunTool({"dump", "--as-host", "hand-written.gpx"}, Data(""));
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, cli::ReadFile(Data("hand-written.json")));
 }
 
-TEST(DumpTest, AnEmptyDocumentHasItsNameAndThreeEmptyLists) {
-    const Result result = RunTool({"dump", "--as-host", Data("empty.gpx")});
+TEST(DumpTest, AnEmptyDocumentHasItsFileAndThreeEmptyLists) {
+    const Result result = RunTool({"dump", "--as-host", "empty.gpx"}, Data(""));
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.out, R"({"name":"empty","waypoints":[],"routes":[],"tracks":[]})"
+    EXPECT_EQ(result.out, R"({"file":"empty.gpx","waypoints":[],"routes":[],"tracks":[]})"
                           "\n");
 }
 
@@ -73,9 +75,11 @@ TEST(DumpTest, PointMembers) {
         {"no number", "<ele>nan</ele>", R"(,"elevation":"NaN")"},
         {"infinity", "<ele>inf</ele>", R"(,"elevation":"Infinity")"},
         {"negative infinity", "<geoidheight>-inf</geoidheight>", R"(,"geoidHeight":"-Infinity")"},
-        {"milliseconds", "<time>2009-01-15T10:20:30.25Z</time>", R"(,"time":1232014830250)"},
-        {"an offset becomes UTC", "<time>2009-01-15T12:20:30+02:00</time>", R"(,"time":1232014830000)"},
-        {"a point's time may be the epoch", "<time>1970-01-01T00:00:00Z</time>", R"(,"time":0)"},
+        {"milliseconds", "<time>2009-01-15T10:20:30.25Z</time>", R"(,"time":"2009-01-15T10:20:30.25Z")"},
+        {"an offset becomes UTC", "<time>2009-01-15T12:20:30+02:00</time>",
+         R"(,"time":"2009-01-15T10:20:30Z")"},
+        {"a point's time may be the epoch", "<time>1970-01-01T00:00:00Z</time>",
+         R"(,"time":"1970-01-01T00:00:00Z")"},
         {"a time that cannot be read", "<time>yesterday</time>", ""},
         {"variation", "<magvar>359.5</magvar>", R"(,"magneticVariation":359.5)"},
         {"variation out of range", "<magvar>360</magvar>", ""},
@@ -113,7 +117,7 @@ TEST(DumpTest, VendorMembersOfAPoint) {
          R"(,"formAttributes":[{"key":"k","value":"v"}])"},
         {"form attribute with a time",
          R"(<t:formdata><t:formstring key="k" modtime="1970-01-01T00:00:01Z">v</t:formstring></t:formdata>)",
-         R"(,"formAttributes":[{"key":"k","value":"v","modTime":1000}])"},
+         R"(,"formAttributes":[{"key":"k","value":"v","modTime":"1970-01-01T00:00:01Z"}])"},
         {"the first spelling of a key, in the order of the keys",
          R"(<t:formdata><t:formstring key="b">1</t:formstring><t:formstring key="Aa">2</t:formstring>)"
          R"(<t:formstring key="aA">3</t:formstring></t:formdata>)",
@@ -154,18 +158,22 @@ TEST(DumpTest, DocumentMembers) {
     const std::string vendor = "<metadata><extensions>";
     const std::string end = "</extensions></metadata>";
     const std::vector<Row> rows = {
-        {"the name of the file", "", R"({"name":"t",)"},
-        {"an empty name", "<metadata><name/></metadata>", "{"},
-        {"time", "<metadata><time>1970-01-01T00:00:01Z</time></metadata>", R"({"name":"t","time":1000,)"},
-        {"the epoch is no time", "<metadata><time>1970-01-01T00:00:00Z</time></metadata>", R"({"name":"t",)"},
+        {"no name", "", R"({"file":"t.gpx",)"},
+        {"an empty name", "<metadata><name/></metadata>", R"({"file":"t.gpx",)"},
+        {"the name of the file, which the file has", "<metadata><name>t</name></metadata>",
+         R"({"file":"t.gpx","name":"t",)"},
+        {"time", "<metadata><time>1970-01-01T00:00:01Z</time></metadata>",
+         R"({"file":"t.gpx","time":"1970-01-01T00:00:01Z",)"},
+        {"the epoch is no time", "<metadata><time>1970-01-01T00:00:00Z</time></metadata>",
+         R"({"file":"t.gpx",)"},
         {"empty records", vendor + end,
-         R"({"name":"t","gisMetaData":{"defaultSymbol":1},"annotateMetaData":{},)"},
+         R"({"file":"t.gpx","gisMetaData":{"defaultSymbol":1},"annotateMetaData":{},)"},
         {"default symbol 0", vendor + "<t:defaultsymbol>x</t:defaultsymbol>" + end,
-         R"({"name":"t","gisMetaData":{"defaultSymbol":0},"annotateMetaData":{},)"},
+         R"({"file":"t.gpx","gisMetaData":{"defaultSymbol":0},"annotateMetaData":{},)"},
         {"layer name alone", vendor + "<t:layername>l</t:layername>" + end,
-         R"({"name":"t","gisMetaData":{"layerName":"l","defaultSymbol":1},"annotateMetaData":{},)"},
+         R"({"file":"t.gpx","gisMetaData":{"layerName":"l","defaultSymbol":1},"annotateMetaData":{},)"},
         {"waypoint GUID alone", vendor + "<t:waypointGUID>w</t:waypointGUID>" + end,
-         R"({"name":"t","gisMetaData":{"defaultSymbol":1},"annotateMetaData":{"waypointGUID":"w"},)"},
+         R"({"file":"t.gpx","gisMetaData":{"defaultSymbol":1},"annotateMetaData":{"waypointGUID":"w"},)"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(DumpOf(row.elements), row.expected + none + "\n") << row.reason;
@@ -184,7 +192,7 @@ TEST(DumpTest, RouteMembers) {
          R"({"name":"n","source":"s","type":"y","points":[]})"},
     };
     for (const Row& row : rows)
-        EXPECT_EQ(DumpOf(row.elements), R"({"name":"t","waypoints":[],"routes":[)" + row.expected +
+        EXPECT_EQ(DumpOf(row.elements), R"({"file":"t.gpx","waypoints":[],"routes":[)" + row.expected +
                                             R"(],"tracks":[]})"
                                             "\n")
             << row.reason;
@@ -196,7 +204,7 @@ TEST(DumpTest, RoutePointTypes) {
                                         "</t:routePointType></extensions></rtept></rte>");
         EXPECT_EQ(
             dump,
-            R"({"name":"t","waypoints":[],"routes":[{"points":[{"latitude":1,"longitude":2,"routePointType":")" +
+            R"({"file":"t.gpx","waypoints":[],"routes":[{"points":[{"latitude":1,"longitude":2,"routePointType":")" +
                 type +
                 R"("}]}],"tracks":[]})"
                 "\n");
@@ -219,7 +227,7 @@ TEST(DumpTest, TrackMembers) {
     };
     for (const Row& row : rows)
         EXPECT_EQ(DumpOf(row.elements),
-                  R"({"name":"t","waypoints":[],"routes":[],"tracks":[)" + row.expected + "]}\n")
+                  R"({"file":"t.gpx","waypoints":[],"routes":[],"tracks":[)" + row.expected + "]}\n")
             << row.reason;
 }
 
@@ -230,9 +238,35 @@ TEST(DumpTest, TextsAreEscapedAndStayOnOneLine) {
     EXPECT_THAT(control.out, testing::HasSubstr(R"("bell \u0007 and escape \u001b[31m")"));
 }
 
+TEST(DumpTest, ANameThatAFailedFileLacksIsNotTakenFromTheNextOne) {
+    const Folder folder;
+    folder.Write("nameless.gpx", "<gpx><wpt lat='1' lon='2'/><wpt>");
+    folder.Write("named.gpx", Gpx("<metadata><name>n</name></metadata>"));
+    const Result result = RunTool({"dump", "--as-host", "nameless.gpx", "named.gpx"}, folder.Path());
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, R"({"file":"named.gpx","name":"n","waypoints":[],"routes":[],"tracks":[]})"
+                          "\n");
+}
+
+TEST(DumpTest, AnEntryOfAnArchiveNamesItsFileToo) {
+    const Folder folder;
+    folder.Write("a.zip", testing_support::BuildZip({{.name = "x/e.gpx", .content = Gpx("")}}));
+    for (const std::string option : {"--as-host", "--no-progress"}) {
+        const Result result = RunTool({"dump", option, "a.zip"}, folder.Path());
+        EXPECT_THAT(result.out, testing::StartsWith(R"({"entry":"x/e.gpx","file":"a.zip",)"));
+        EXPECT_THAT(result.out, testing::Not(testing::HasSubstr("\"name\":")));
+    }
+}
+
+TEST(DumpTest, StandardInputIsNamedAsOnTheCommandLine) {
+    const Result result = cli::Tool({"dump", "--as-host", "-"}).Stdin(Gpx("")).Run();
+    EXPECT_EQ(result.out, R"({"file":"-","waypoints":[],"routes":[],"tracks":[]})"
+                          "\n");
+}
+
 TEST(DumpTest, EachFileGivesOneLine) {
     const Result result =
-        RunTool({"dump", "--as-host", Data("empty.gpx"), Data("hand-written.gpx"), Data("empty.gpx")});
+        RunTool({"dump", "--as-host", "empty.gpx", "hand-written.gpx", "empty.gpx"}, Data(""));
     EXPECT_EQ(result.status, 0);
     ASSERT_EQ(Lines(result.out).size(), 3U);
     EXPECT_EQ(Lines(result.out)[0], Lines(result.out)[2]);
@@ -242,7 +276,7 @@ TEST(DumpTest, EachFileGivesOneLine) {
 /// Members of each kind of record in the order that is allowed.
 const std::map<std::string, std::vector<std::string>> kShape = {
     {"document",
-     {"name", "time", "gisMetaData", "annotateMetaData", "stats", "waypoints", "routes", "tracks"}},
+     {"file", "name", "time", "gisMetaData", "annotateMetaData", "stats", "waypoints", "routes", "tracks"}},
     {"gisMetaData", {"layerKey", "layerName", "form", "defaultSymbol"}},
     {"annotateMetaData", {"trackGUID", "waypointGUID"}},
     {"routes", {"name", "source", "type", "routeType", "points"}},

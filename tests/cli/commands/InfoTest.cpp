@@ -27,7 +27,7 @@ using testing::Not;
 using testing::StartsWith;
 
 const std::string kTime = "<time>2009-01-15T10:20:30Z</time>";
-const std::string kTimeMember = R"("time":1232014830000)";
+const std::string kTimeMember = R"("time":"2009-01-15T10:20:30Z")";
 const std::string kVersionLine = "  Version      1.1\n";
 const std::string kNothingLine = "  Contents     no waypoint, route or track\n";
 
@@ -150,11 +150,11 @@ TEST(InfoTest, JsonHoldsTheHeadOfAForeignFile) {
     EXPECT_EQ(
         InfoOf(kWholeHead, {"--json"}),
         R"({"file":"t.gpx","head":{"version":"1.0","creator":"C & c","name":"Walk\n1","description":"D",)"
-        R"("time":-500,"author":{"name":"A","email":"e@x.example"},"bounds":{"minLatitude":47.5,)"
+        R"("time":"1969-12-31T23:59:59.5Z","author":{"name":"A","email":"e@x.example"},"bounds":{"minLatitude":47.5,)"
         R"("minLongitude":-1,"maxLatitude":48,"maxLongitude":2.25},"end":"object"}})"
         "\n");
     EXPECT_EQ(InfoOf("<gpx><time>1970-01-01T00:00:00Z</time></gpx>", {"--json"}),
-              R"({"file":"t.gpx","head":{"time":0,"end":"endOfFile"}})"
+              R"({"file":"t.gpx","head":{"time":"1970-01-01T00:00:00Z","end":"endOfFile"}})"
               "\n");
     EXPECT_EQ(InfoOf("<gpx><author/></gpx>", {"--json"}),
               R"({"file":"t.gpx","head":{"author":{"name":"","email":""},"end":"endOfFile"}})"
@@ -241,8 +241,8 @@ TEST(InfoTest, WhatPrecedesAnErrorInTheHeadIsKept) {
     const std::string head =
         "<gpx version='1.1' xmlns='http://www.topografix.com/GPX/1/1'><metadata>" + kTime;
     const json cutOff = json::parse(InfoOf(head + "</oops>", {"--json"}));
-    EXPECT_EQ(cutOff["time"], 1232014830000);
-    EXPECT_EQ(cutOff["head"]["time"], 1232014830000);
+    EXPECT_EQ(cutOff["time"], "2009-01-15T10:20:30Z");
+    EXPECT_EQ(cutOff["head"]["time"], "2009-01-15T10:20:30Z");
     EXPECT_EQ(cutOff["head"]["end"], "illFormed");
     const json error = {{"line", 1}, {"column", 107}, {"message", "expected end of tag 'metadata'"}};
     EXPECT_EQ(cutOff["head"]["error"], error);

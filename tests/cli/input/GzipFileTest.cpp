@@ -167,8 +167,8 @@ TEST(GzipFileTest, EveryCommandReadsAGzipFileAsItsContent) {
 TEST(GzipFileTest, TheDocumentHasTheNameWithoutTheSuffix) {
     const Folder folder;
     folder.Write("walk.gpx.gz", Gzip(Gpx("")));
-    EXPECT_THAT(RunTool({"dump", "--as-host", "walk.gpx.gz"}, folder.Path()).out,
-                HasSubstr(R"("name":"walk")"));
+    EXPECT_THAT(RunTool({"show", "--as-host", "walk.gpx.gz"}, folder.Path()).out,
+                HasSubstr("Name       walk\n"));
 }
 
 TEST(GzipFileTest, AnEntryOfAnArchiveIsUnpackedToo) {

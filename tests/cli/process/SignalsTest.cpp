@@ -83,7 +83,7 @@ TEST_F(SignalsTest, DocumentsBeforeItHaveBeenPrinted) {
     Session session({"dump", "--as-host", "first.gpx", "long.gpx"});
     session.In(folder.Path()).Start();
     InterruptReading(session, [&] { session.Type(kControlC); });
-    EXPECT_EQ(session.Out(), "{\"name\":\"first\",\"waypoints\":[],\"routes\":[],\"tracks\":[]}\n");
+    EXPECT_EQ(session.Out(), "{\"file\":\"first.gpx\",\"waypoints\":[],\"routes\":[],\"tracks\":[]}\n");
 }
 
 TEST_F(SignalsTest, AConversionLeavesTheTargetAsItWas) {
@@ -196,7 +196,7 @@ TEST_F(SignalsTest, ASignalThatTheCallerIgnoresIsIgnored) {
     pipe.Close();
     session.Finish();
     EXPECT_EQ(session.Status(), 0);
-    EXPECT_THAT(session.Out(), HasSubstr("\"name\":\"walk\""));
+    EXPECT_THAT(session.Out(), HasSubstr("\"file\":\"walk.gpx\""));
 }
 
 TEST_F(SignalsTest, CommandsThatReadNoDocumentEndWithoutWords) {
