@@ -3,6 +3,7 @@
 
 #include <vexaTransferLib/text/CheckSites.h>
 #include <vexaTransferLib/text/ContractSources.h>
+#include <vexaTransferLib/text/OptionalText.h>
 
 #include <common/dbc.h>
 
@@ -118,11 +119,67 @@ std::size_t GpxDocument::GetTrackCount() const {
     return tracks_.size();
 }
 
+namespace {
+
+bool IsSame(const GISMetaData& left, const GISMetaData& right) {
+    return left.layerKey == right.layerKey && left.layerName == right.layerName && left.form == right.form &&
+           left.defaultSymbol == right.defaultSymbol;
+}
+
+bool IsSame(const AnnotateMetaData& left, const AnnotateMetaData& right) {
+    return left.trackGUID == right.trackGUID && left.waypointGUID == right.waypointGUID;
+}
+
+bool IsSame(const GPXStats& left, const GPXStats& right) {
+    return left.wptcount == right.wptcount && left.trkcount == right.trkcount &&
+           left.trksegcount == right.trksegcount && left.trktotalkm == right.trktotalkm &&
+           left.geocachecount == right.geocachecount;
+}
+
+template <class Record>
+bool IsSame(const boost::shared_ptr<Record>& left, const boost::shared_ptr<Record>& right) {
+    return left && right ? IsSame(*left, *right) : !left == !right;
+}
+
+bool HasSameTime(const GpxDocument& left, const GpxDocument& right) {
+    double one = 0.0;
+    double other = 0.0;
+    return left.GetDocumentTime(one) == right.GetDocumentTime(other) && one == other;
+}
+
+} // namespace
+
+bool operator==(const GpxDocument& left, const GpxDocument& right) {
+    return left.name_ == right.name_ && HasSameTime(left, right) &&
+           IsSame(left.gisMetaData_, right.gisMetaData_) &&
+           IsSame(left.annotateMetaData_, right.annotateMetaData_) && IsSame(left.stats_, right.stats_) &&
+           left.waypoints_ == right.waypoints_ && left.routes_ == right.routes_ &&
+           left.tracks_ == right.tracks_;
+}
+
 bool GpxDocument::GetDocumentTime(double& time) const {
     if (time_ == 0.0 && !hasTime_)
         return false;
     time = time_;
     return true;
+}
+
+void GpxDocument::SetDocumentTime(double time) noexcept {
+    time_ = time;
+    hasTime_ = true;
+}
+
+void GpxDocument::ClearDocumentTime() noexcept {
+    time_ = 0.0;
+    hasTime_ = false;
+}
+
+bool GpxDocument::GetName(icu::UnicodeString& name) const {
+    return text::CopyText(name, name_);
+}
+
+void GpxDocument::SetName(const icu::UnicodeString& name) {
+    text::AssignText("The GPX document name cannot be empty.", name_, name);
 }
 
 bool GpxDocument::HasExtensionData() const {

@@ -7,6 +7,7 @@
 #include <common/Export.h>
 #include <common/UnicodeStrUtils.h>
 #include <vexaTransferLib/GpxElement.h>
+#include <vexaTransferLib/GpxListEditor.h>
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxRoute.h>
 #include <vexaTransferLib/GpxTrack.h>
@@ -49,9 +50,9 @@ struct VEXATRANSFERLIB_API GPXStats {
 /// Waypoints, routes and tracks in file order, the document's name and time, and the vendor's metadata
 /// records.
 ///
-/// A host adds points, routes and tracks and writes the document, or has a GpxParser fill one. Name, time and
-/// the metadata records come from a file only; they have no setters. Single objects cannot be removed; Clear
-/// removes all.
+/// A host adds points, routes and tracks and writes the document, or has a GpxParser fill one. The metadata records come
+/// from a file only; they have no setters. EditWaypoints, EditRoutes and EditTracks change the lists and what is in them;
+/// Clear removes all.
 ///
 /// Copies are deep, except that they share the three metadata records. Moves do not throw. An operation that
 /// throws leaves the document unchanged. Const operations, the output among them, may run on several threads
@@ -113,9 +114,43 @@ public:
     std::size_t GetTrackCount() const;
     /// \}
 
+    /// \{
+    /// All objects of a list, for a range-based `for`.
+    const Waypoints& GetWaypoints() const { return waypoints_; }
+    const Routes& GetRoutes() const { return routes_; }
+    const Tracks& GetTracks() const { return tracks_; }
+    /// \}
+    /// \{
+    /// For changing a list and the objects in it.
+    GpxListEditor<GpxPoint> EditWaypoints() { return {waypoints_, GpxListChecks::kDocument}; }
+    GpxListEditor<GpxRoute> EditRoutes() { return {routes_, GpxListChecks::kDocument}; }
+    GpxListEditor<GpxTrack> EditTracks() { return {tracks_, GpxListChecks::kDocument}; }
+    /// \}
+
+    /// \{
+    /// Whether the documents have equal names, times, metadata records and objects (see GpxPoint), in equal order.
+    VEXATRANSFERLIB_API friend bool operator==(const GpxDocument& left, const GpxDocument& right);
+    friend bool operator!=(const GpxDocument& left, const GpxDocument& right) { return !(left == right); }
+    /// \}
+
     /// Milliseconds since 1970-01-01T00:00:00 UTC. Returns false and leaves \p time unchanged when there is none. A time
     /// of exactly 0 counts as none, except in a document that was read completely.
     bool GetDocumentTime(double& time) const;
+
+    /// Replaces the time; any number is one.
+    void SetDocumentTime(double time) noexcept;
+    /// \{
+    /// The name of the document: `name` of its `metadata`, or of GPX 1.0. Returns false and leaves \p name unchanged when
+    /// there is none.
+    bool GetName(icu::UnicodeString& name) const;
+    /// \throws dbc::precondition_error "The GPX document name cannot be empty."
+    void SetName(const icu::UnicodeString& name);
+    /// \}
+    /// \{
+    /// Removes the value; nothing happens when there is none.
+    void ClearName() noexcept { name_.remove(); }
+    void ClearDocumentTime() noexcept;
+    /// \}
 
     /// True when any of the three metadata records is present.
     bool HasExtensionData() const;

@@ -22,6 +22,17 @@ struct VEXATRANSFERLIB_API GpxGroundspeakCacheLog {
     icu::UnicodeString text;   ///< the text of the log
     icu::UnicodeString type;   ///< "Found it", "Write note" ...
     GpxElement element;        ///< what it was read from, if the document was read completely
+
+    /// \{
+    /// Whether all members but the element are equal.
+    friend bool operator==(const GpxGroundspeakCacheLog& left, const GpxGroundspeakCacheLog& right) {
+        return left.id == right.id && left.date == right.date && left.finder == right.finder &&
+               left.text == right.text && left.type == right.type;
+    }
+    friend bool operator!=(const GpxGroundspeakCacheLog& left, const GpxGroundspeakCacheLog& right) {
+        return !(left == right);
+    }
+    /// \}
 };
 
 /// A geocache. Plain data; nothing is checked, every member starts empty, copies are deep.
@@ -44,6 +55,15 @@ struct VEXATRANSFERLIB_API GpxGroundspeakCache {
 
     /// Empties all members.
     void Clear();
+
+    /// \{
+    /// Whether all members but the element are equal, logs and travel bugs in their order.
+    VEXATRANSFERLIB_API friend bool operator==(const GpxGroundspeakCache& left,
+                                               const GpxGroundspeakCache& right);
+    friend bool operator!=(const GpxGroundspeakCache& left, const GpxGroundspeakCache& right) {
+        return !(left == right);
+    }
+    /// \}
 };
 
 } // namespace vexaTransferLib

@@ -10,6 +10,9 @@
 
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <limits>
 #include <memory>
 
@@ -50,6 +53,10 @@ bool IsLongitude(double value) {
     return (value > -kLongitudeLimit || Equal(value, -kLongitudeLimit)) && value < kLongitudeLimit;
 }
 
+double Wrapped(double longitude) {
+    return Equal(longitude, kLongitudeLimit) ? kJustBelow180 : longitude;
+}
+
 // A caller can put any number into an enumeration; a negative one becomes a large one and is refused too.
 bool IsBetween(std::uint32_t value, std::uint32_t first, std::uint32_t last) {
     return value >= first && value <= last;
@@ -60,13 +67,17 @@ bool IsBetween(std::uint32_t value, std::uint32_t first, std::uint32_t last) {
 static_assert(sizeof(GpxPoint) <= 64, "files contain millions of points");
 
 GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
-    : latitude_(latitude), longitude_(Equal(longitude, kLongitudeLimit) ? kJustBelow180 : longitude),
-      place_(0), pointType_(static_cast<std::uint8_t>(type) & 0xF), fix_(0), routePointType_(0),
-      hasElevation_(0), hasTime_(0) {
+    : latitude_(latitude), longitude_(Wrapped(longitude)), place_(0),
+      pointType_(static_cast<std::uint8_t>(type) & 0xF), fix_(0), routePointType_(0), hasElevation_(0),
+      hasTime_(0) {
     dbc::Require(IsBetween(type, kGpxWaypoint, kGpxTrackPoint), text::kGpxPointSource,
                  "The GPX point type is invalid.");
-    dbc::Require(IsLatitude(latitude_), text::kGpxPointSource, "The GPX point's latitude is invalid.");
-    dbc::Require(IsLongitude(longitude_), text::kGpxPointSource, "The GPX point's longitude is invalid.");
+    RequirePosition(latitude_, longitude_);
+}
+
+void GpxPoint::RequirePosition(double latitude, double longitude) {
+    dbc::Require(IsLatitude(latitude), text::kGpxPointSource, "The GPX point's latitude is invalid.");
+    dbc::Require(IsLongitude(longitude), text::kGpxPointSource, "The GPX point's longitude is invalid.");
 }
 
 bool GpxPoint::IsPosition(double latitude, double longitude) {
@@ -94,6 +105,12 @@ GpxPointType GpxPoint::GetPointType() const {
 void GpxPoint::GetPoint(double& latitude, double& longitude) const {
     latitude = latitude_;
     longitude = longitude_;
+}
+
+void GpxPoint::SetPoint(double latitude, double longitude) {
+    RequirePosition(latitude, Wrapped(longitude));
+    latitude_ = latitude;
+    longitude_ = Wrapped(longitude);
 }
 
 GpxPoint::RareData& GpxPoint::Rare() {
@@ -264,6 +281,136 @@ boost::shared_ptr<FormData> GpxPoint::GetFormAttribute(const icu::UnicodeString&
         return {};
     const auto found = rare_->formAttributes.find(key);
     return found != rare_->formAttributes.end() ? found->second : boost::shared_ptr<FormData>();
+}
+
+// What is cleared needs no memory: the block of rare values is not made for it.
+
+void GpxPoint::ClearName() noexcept {
+    if (rare_)
+        rare_->name.remove();
+}
+
+void GpxPoint::ClearComment() noexcept {
+    if (rare_)
+        rare_->comment.remove();
+}
+
+void GpxPoint::ClearDescription() noexcept {
+    if (rare_)
+        rare_->description.remove();
+}
+
+void GpxPoint::ClearSource() noexcept {
+    if (rare_)
+        rare_->source.remove();
+}
+
+void GpxPoint::ClearSymbol() noexcept {
+    if (rare_)
+        rare_->symbol.remove();
+}
+
+void GpxPoint::ClearType() noexcept {
+    if (rare_)
+        rare_->type.remove();
+}
+
+void GpxPoint::ClearElevation() noexcept {
+    elevation_ = 0.0;
+    hasElevation_ = 0;
+}
+
+void GpxPoint::ClearTime() noexcept {
+    time_ = 0.0;
+    hasTime_ = 0;
+}
+
+void GpxPoint::ClearMagneticVariation() noexcept {
+    if (rare_)
+        rare_->magneticVariation.reset();
+}
+
+void GpxPoint::ClearGeoidHeight() noexcept {
+    if (rare_)
+        rare_->geoidHeight.reset();
+}
+
+void GpxPoint::ClearURL() noexcept {
+    if (rare_)
+        rare_->url.reset();
+}
+
+void GpxPoint::ClearGroundspeakCache() noexcept {
+    if (rare_)
+        rare_->geocache.reset();
+}
+
+void GpxPoint::ClearFix() noexcept {
+    fix_ = 0;
+}
+
+void GpxPoint::ClearTarvikRoutePointType() noexcept {
+    routePointType_ = 0;
+}
+
+void GpxPoint::ClearFormAttributes() noexcept {
+    if (rare_)
+        rare_->formAttributes.clear();
+}
+
+bool GpxPoint::ClearFormAttribute(const icu::UnicodeString& key) {
+    return rare_ && rare_->formAttributes.erase(key) != 0;
+}
+
+namespace {
+
+bool IsSame(double left, double right) {
+    return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+bool IsSame(const GpxPoint::FormAttributes& left, const GpxPoint::FormAttributes& right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](const auto& one, const auto& other) {
+                          return one.first == other.first && one.second->value == other.second->value &&
+                                 IsSame(one.second->modTime, other.second->modTime);
+                      });
+}
+
+template <class Value>
+bool IsSame(const Value& left, const Value& right) {
+    return left == right;
+}
+
+/// A map or a number may be there and say nothing.
+bool IsAbsent(const GpxPoint::FormAttributes& attributes) {
+    return attributes.empty();
+}
+
+bool IsAbsent(std::int32_t number) {
+    return number == 0;
+}
+
+template <class Value>
+bool IsAbsent(const Value&) {
+    return false;
+}
+
+template <class Value>
+bool IsSameField(const Value& left, const Value& right) {
+    const bool hasLeft = left && !IsAbsent(*left);
+    const bool hasRight = right && !IsAbsent(*right);
+    return hasLeft && hasRight ? IsSame(*left, *right) : hasLeft == hasRight;
+}
+
+} // namespace
+
+bool operator==(const GpxPoint& left, const GpxPoint& right) {
+    if (left.GetPointType() != right.GetPointType())
+        return false;
+    bool isSame = true;
+    GpxModelAccess::ForEachPointField(
+        [&](const char*, auto get) { isSame = isSame && IsSameField(get(left), get(right)); });
+    return isSame;
 }
 
 bool GpxPoint::ContainsExtensions() const {

@@ -59,10 +59,9 @@ struct VEXATRANSFERLIB_API FormData {
 /// Units: degrees WGS 84 for the position, metres for elevation and geoid height, degrees for the magnetic
 /// variation, milliseconds since 1970-01-01T00:00:00 UTC for times.
 ///
-/// Kind and position are fixed at construction. All other values are absent at first; a value that is present can
-/// be replaced but not removed, except by assigning a whole point. A getter returns false and leaves its output
-/// unchanged when the value is absent. Elevation, geoid height and time may be NaN or infinite, and are then
-/// present.
+/// The kind is fixed at construction. All values but the position are absent at first; each can be set, replaced and
+/// cleared. A getter returns false and leaves its output unchanged when the value is absent. Elevation, geoid height
+/// and time may be NaN or infinite, and are then present.
 ///
 /// Copies are deep, except that they share the FormData records; setting a form attribute of one afterwards
 /// does not change the other. A moved-from point may only be assigned to or destroyed. An operation that
@@ -112,6 +111,9 @@ public:
     GpxPointType GetPointType() const;
     /// The position in degrees.
     void GetPoint(double& latitude, double& longitude) const;
+    /// Moves the point; everything else stays. The limits are those of the constructor.
+    /// \throws dbc::precondition_error what the constructor throws for a position
+    void SetPoint(double latitude, double longitude);
 
     /// \{
     /// Returns false and leaves the output unchanged when there is no such text.
@@ -190,6 +192,36 @@ public:
     /// threads. SetFormAttribute stores a new record instead and changes this point only.
     boost::shared_ptr<FormData> GetFormAttribute(const icu::UnicodeString& key) const;
 
+    /// \{
+    /// Removes the value, so that its getter returns false. Nothing happens when there is none, or when points of this
+    /// kind have no such value. Constant time; what many values of the point share stays allocated.
+    void ClearName() noexcept;
+    void ClearComment() noexcept;
+    void ClearDescription() noexcept;
+    void ClearSource() noexcept;
+    void ClearSymbol() noexcept;
+    void ClearType() noexcept;
+    void ClearElevation() noexcept;
+    void ClearTime() noexcept;
+    void ClearMagneticVariation() noexcept;
+    void ClearGeoidHeight() noexcept;
+    void ClearURL() noexcept;
+    void ClearFix() noexcept;
+    void ClearTarvikRoutePointType() noexcept;
+    void ClearGroundspeakCache() noexcept;
+    void ClearFormAttributes() noexcept;
+    /// \}
+    /// Removes the form attribute under \p key, whose case is ignored. Returns false when there is none.
+    bool ClearFormAttribute(const icu::UnicodeString& key);
+
+    /// \{
+    /// Whether the points are of one kind and have equal values: all that can be set, the vendor's symbol number and the
+    /// GUID. A NaN equals a NaN, and texts are equal unit by unit. The elements that the points were read from play no
+    /// part. Takes as long as the texts.
+    VEXATRANSFERLIB_API friend bool operator==(const GpxPoint& left, const GpxPoint& right);
+    friend bool operator!=(const GpxPoint& left, const GpxPoint& right) { return !(left == right); }
+    /// \}
+
     /// True when the point has anything for the extensions of GPX 1.1: a route point type, form attributes, a
     /// vendor symbol number above 0, a GUID or a geocache.
     bool ContainsExtensions() const;
@@ -260,6 +292,7 @@ private:
         return number != 0 ? std::optional(static_cast<Enumeration>(number)) : std::nullopt;
     }
 
+    VEXATRANSFERLIB_LOCAL static void RequirePosition(double latitude, double longitude);
     VEXATRANSFERLIB_LOCAL static bool IsPosition(double latitude, double longitude);
     VEXATRANSFERLIB_LOCAL RareData& Rare();
     VEXATRANSFERLIB_LOCAL bool GetText(icu::UnicodeString& out, icu::UnicodeString RareData::*field) const;

@@ -75,6 +75,18 @@ void GpxRoute::SetType(const icu::UnicodeString& type) {
     text::AssignText("The GPX route type cannot be empty.", type_, type);
 }
 
+void GpxRoute::SetTarvikRouteType(TarvikRouteType routeType) {
+    GpxRoute changed(routeType);
+    for (const GpxPoint& point : points_)
+        changed.CheckPoint(point);
+    routeType_ = routeType;
+}
+
+bool operator==(const GpxRoute& left, const GpxRoute& right) {
+    return left.routeType_ == right.routeType_ && left.name_ == right.name_ &&
+           left.source_ == right.source_ && left.type_ == right.type_ && left.points_ == right.points_;
+}
+
 bool GpxRoute::GetTarvikRouteType(TarvikRouteType& routeType) const {
     if (routeType_ == kTarvikRouteStandard)
         return false;

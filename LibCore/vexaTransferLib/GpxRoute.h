@@ -5,6 +5,7 @@
 /// A route: route points in the order of travel.
 
 #include <common/Export.h>
+#include <vexaTransferLib/GpxListEditor.h>
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxVersion.h>
 
@@ -33,7 +34,7 @@ enum TarvikRouteType : std::uint32_t {
 /// | `kTarvikRoutePoints`     | start, stop, via, finish             |
 /// | `kTarvikRouteDirections` | start, stop, via, finish, turn       |
 ///
-/// Points can be added but not removed or reordered. Text getters return false and leave their output
+/// EditPoints changes the list of points. Text getters return false and leave their output
 /// unchanged when the text is absent. Copies are deep, moves do not throw. An operation that throws leaves
 /// the route unchanged. Const operations may run on several threads at once.
 class VEXATRANSFERLIB_API GpxRoute {
@@ -69,6 +70,18 @@ public:
     /// \throws dbc::precondition_error "The GPX route type cannot be empty."
     void SetType(const icu::UnicodeString& type);
 
+    /// \{
+    /// Removes the text; nothing happens when there is none.
+    void ClearName() noexcept { name_.remove(); }
+    void ClearSource() noexcept { source_.remove(); }
+    void ClearType() noexcept { type_.remove(); }
+    /// \}
+
+    /// Changes the vendor's type of the route. Linear in the points.
+    /// \throws dbc::precondition_error "The GPX route type is invalid.", then "The route point type cannot be used with
+    ///         this route type." when the route has a point that the type does not accept
+    void SetTarvikRouteType(TarvikRouteType routeType);
+
     /// Returns false and leaves \p routeType unchanged for a standard route.
     bool GetTarvikRouteType(TarvikRouteType& routeType) const;
 
@@ -85,6 +98,17 @@ public:
     PointIterator GetPointIter() const;
     PointIterator GetPointEndIter() const;
     std::size_t GetPointCount() const;
+    /// \}
+
+    /// All points, for a range-based `for`.
+    const Points& GetPoints() const { return points_; }
+    /// For changing the points.
+    GpxListEditor<GpxPoint> EditPoints() { return {points_, GpxListChecks::kRoute, this}; }
+
+    /// \{
+    /// Whether texts, type and points are equal (see GpxPoint).
+    VEXATRANSFERLIB_API friend bool operator==(const GpxRoute& left, const GpxRoute& right);
+    friend bool operator!=(const GpxRoute& left, const GpxRoute& right) { return !(left == right); }
     /// \}
 
     /// Appends the route as GPX text; lines end in CR LF. The type and the route type are written in version 1.1
@@ -105,6 +129,7 @@ public:
 
 private:
     friend class GpxModelAccess;
+    friend class GpxListChecks;
 
     VEXATRANSFERLIB_LOCAL void CheckPoint(const GpxPoint& point) const;
 

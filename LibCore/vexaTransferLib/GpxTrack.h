@@ -5,6 +5,7 @@
 /// A track: a recorded path in segments.
 
 #include <common/Export.h>
+#include <vexaTransferLib/GpxListEditor.h>
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxUrl.h>
 #include <vexaTransferLib/GpxVersion.h>
@@ -21,7 +22,7 @@ namespace vexaTransferLib {
 /// A list of segments, each an ordered list of track points, with the track's texts and an optional link.
 ///
 /// A new point goes into the last segment: add a segment with AddSegment, then its points in order. A segment may
-/// stay empty; segments and points cannot be removed. Text getters return false and leave their output unchanged
+/// stay empty. EditPoints changes the points of one segment, the operations beside it the list of segments. Text getters return false and leave their output unchanged
 /// when the text is absent. The vendor's display colour is read and written but has no accessor. Copies are deep,
 /// moves do not throw. An operation that throws leaves the track unchanged. Const operations may run on several
 /// threads at once.
@@ -68,6 +69,15 @@ public:
     /// \throws dbc::precondition_error "The GPX track type cannot be empty."
     void SetType(const icu::UnicodeString& type);
 
+    /// \{
+    /// Removes the text or the link; nothing happens when there is none.
+    void ClearName() noexcept { name_.remove(); }
+    void ClearDescription() noexcept { description_.remove(); }
+    void ClearSource() noexcept { source_.remove(); }
+    void ClearType() noexcept { type_.remove(); }
+    void ClearURL() noexcept { url_.reset(); }
+    /// \}
+
     /// Returns false and leaves \p url unchanged when there is no link.
     bool GetURL(GpxUrl& url) const;
     /// Replaces the link.
@@ -98,6 +108,44 @@ public:
     std::size_t GetPointCount(SegmentIterator segment) const;
     /// \}
 
+    /// All segments, for a range-based `for`.
+    const Segments& GetSegments() const { return segments_; }
+
+    // Segments are counted from 0. These operations make all iterators of the track invalid; those that take an index
+    // throw dbc::precondition_error "There is no such segment in the GPX track." They throw std::bad_alloc too.
+
+    /// For changing the points of a segment.
+    GpxListEditor<GpxPoint> EditPoints(std::size_t segment);
+    /// Inserts a segment before the one at \p index, or at the end. Costs a move of every segment after it.
+    /// \throws dbc::precondition_error "Only track points can be added to GPX tracks.", checked first
+    void InsertSegment(std::size_t index, Segment points);
+    /// Removes the segment at \p index and those after it, \p count in all, with what a file had in them.
+    void RemoveSegments(std::size_t index, std::size_t count = 1);
+    /// Moves the segment at \p from to the place \p to; those between move up by one.
+    void MoveSegment(std::size_t from, std::size_t to);
+    /// Splits a segment: its points from \p point on become a segment of their own after it. What else a file had in the
+    /// segment, such as extensions, stays in the first part. Either part may be empty.
+    /// \throws dbc::precondition_error "There is no such place in the list." when it has fewer points
+    void SplitSegment(std::size_t index, std::size_t point);
+    /// Joins the segment at \p index and the one after it, which is appended to it with everything that a file had in it.
+    void JoinSegments(std::size_t index);
+    /// Splits the track: its segments from \p index on become the track that is returned, which has the same texts, link,
+    /// colour and foreign elements. GetUnreadElements of both has those of the whole track.
+    ///
+    ///     document.EditTracks().Insert(1, document.EditTracks()[0].SplitOff(3));
+    GpxTrack SplitOff(std::size_t index);
+    /// Appends the segments of another track with everything that a file had in them. What else the other has, such as
+    /// texts and a link, is left out.
+    void AppendSegments(GpxTrack other);
+    /// Reverses the track: its segments, and the points of each.
+    void Reverse();
+
+    /// \{
+    /// Whether texts, link, colour and points are equal, segment by segment (see GpxPoint).
+    VEXATRANSFERLIB_API friend bool operator==(const GpxTrack& left, const GpxTrack& right);
+    friend bool operator!=(const GpxTrack& left, const GpxTrack& right) { return !(left == right); }
+    /// \}
+
     /// Appends the track as GPX text; lines end in CR LF. The colour is written in both versions, the type in
     /// 1.1 only. The rules of GpxPoint::AppendToString apply to the points.
     /// \throws dbc::precondition_error "GPX tracks can only be written to version 1.0 or 1.1 files."
@@ -118,7 +166,28 @@ public:
 private:
     friend class GpxModelAccess;
 
+    /// What few segments have that were read completely.
+    struct SegmentExtras {
+        std::vector<GpxElement> fields; ///< children of the element that are no points
+        std::vector<GpxElement> joined; ///< elements of segments that were joined to this one
+    };
+    /// Where a segment was read.
+    struct SegmentOrigin {
+        GpxElement element;
+        OwnedValue<SegmentExtras> extras;
+
+        SegmentExtras& Extras() {
+            if (!extras)
+                extras = std::make_unique<SegmentExtras>();
+            return *extras;
+        }
+    };
+
     VEXATRANSFERLIB_LOCAL void CheckPoint(const GpxPoint& point) const;
+    VEXATRANSFERLIB_LOCAL void RequireSegments(std::size_t index, std::size_t count) const;
+    VEXATRANSFERLIB_LOCAL void CompleteOrigins(std::size_t room);
+    VEXATRANSFERLIB_LOCAL static SegmentExtras Joined(const SegmentExtras& first,
+                                                      const SegmentExtras& second);
 
     icu::UnicodeString name_;
     icu::UnicodeString description_;
@@ -130,10 +199,8 @@ private:
     GpxElement element_;
     /// The children of the element that are no points, segments, routes or tracks of the model, in their order.
     std::vector<GpxElement> fields_;
-    /// Of the segments that were read completely, which come first.
-    std::vector<GpxElement> segmentElements_;
-    /// The same of the elements of the segments.
-    std::vector<GpxElement> segmentFields_;
+    /// Of the first segments; those after them were not read completely.
+    std::vector<SegmentOrigin> origins_;
     std::vector<GpxElement> unread_;
 };
 

@@ -14,8 +14,7 @@ namespace vexaTransferLib {
 
 /// A link: the `url` and `urlname` of GPX 1.0, the `link` element of GPX 1.1.
 ///
-/// The address is given at construction, cannot be changed and is never empty. Text and type are absent at first;
-/// they can be replaced but not removed. A text of blanks counts as present. Copies are independent. A moved-from
+/// The address is given at construction, cannot be changed and is never empty. Text and type are absent at first. A text of blanks counts as present. Copies are independent. A moved-from
 /// link may only be assigned to or destroyed. A failed operation leaves the link unchanged.
 class VEXATRANSFERLIB_API GpxUrl {
 public:
@@ -44,6 +43,20 @@ public:
     void SetUrlText(const icu::UnicodeString& text);
     /// \throws dbc::precondition_error "The GPX URL type must not be empty."
     void SetUrlType(const icu::UnicodeString& type);
+
+    /// \{
+    /// Removes the value; nothing happens when there is none.
+    void ClearUrlText() noexcept { text_.remove(); }
+    void ClearUrlType() noexcept { type_.remove(); }
+    /// \}
+
+    /// \{
+    /// Whether address, text and type are equal, unit by unit.
+    friend bool operator==(const GpxUrl& left, const GpxUrl& right) {
+        return left.url_ == right.url_ && left.text_ == right.text_ && left.type_ == right.type_;
+    }
+    friend bool operator!=(const GpxUrl& left, const GpxUrl& right) { return !(left == right); }
+    /// \}
 
     /// Appends the link as GPX text; lines end in CR LF. The type is written in version 1.1 only.
     /// \throws dbc::precondition_error "GPX URLs can only be written to version 1.0 or 1.1 files."; nothing is

@@ -11,6 +11,7 @@
 #include <boost/make_shared.hpp>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <string>
 #include <type_traits>
@@ -249,4 +250,50 @@ TEST(GpxDocumentTest, MovesCarryEverything) {
     GpxDocument assigned;
     assigned = std::move(moved);
     EXPECT_EQ(WrittenDocument(assigned), before);
+}
+
+TEST(GpxDocumentTest, NameAndTimeAreSetAndCleared) {
+    GpxDocument document;
+    icu::UnicodeString name(u"before");
+    EXPECT_FALSE(document.GetName(name));
+    EXPECT_EQ(Utf8(name), "before");
+    EXPECT_FAILURE(document.SetName(u""), dbc::precondition_error, "The GPX document name cannot be empty.",
+                   "LibCore/vexaTransferLib/GpxUtils.cpp");
+    document.SetName(u"Walk");
+    EXPECT_TRUE(document.GetName(name));
+    EXPECT_EQ(Utf8(name), "Walk");
+    EXPECT_TRUE(document.HasMetaData());
+    document.SetDocumentTime(0.0);
+    double time = 77.0;
+    EXPECT_TRUE(document.GetDocumentTime(time));
+    EXPECT_EQ(time, 0.0);
+    document.ClearName();
+    document.ClearDocumentTime();
+    ExpectNew(document);
+}
+
+TEST(GpxDocumentTest, DocumentsAreEqualWhenAllTheirValuesAre) {
+    const GpxDocument document = FullDocument();
+    EXPECT_EQ(document, FullDocument());
+    const std::function<void(GpxDocument&)> kChanges[] = {
+        [](GpxDocument& d) { d.SetName(u"another"); },
+        [](GpxDocument& d) { d.SetDocumentTime(12345.0); },
+        [](GpxDocument& d) { d.EditWaypoints()[0].SetPoint(3.0, 4.0); },
+        [](GpxDocument& d) { d.EditRoutes().Remove(0); },
+        [](GpxDocument& d) { d.EditTracks()[0].AddSegment(); },
+        [](GpxDocument& d) {
+            GpxModelAccess::SetGISMetaData(d, boost::make_shared<GISMetaData>());
+            GpxModelAccess::GetGISMetaData(d)->form = u"another";
+        },
+        [](GpxDocument& d) { GpxModelAccess::SetAnnotateMetaData(d, {}); },
+        [](GpxDocument& d) {
+            GpxModelAccess::SetStats(d, boost::make_shared<GPXStats>());
+            GpxModelAccess::GetStats(d)->wptcount = 99;
+        },
+    };
+    for (const auto& change : kChanges) {
+        GpxDocument other = document;
+        change(other);
+        EXPECT_NE(document, other) << &change - kChanges;
+    }
 }

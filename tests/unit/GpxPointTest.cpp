@@ -13,6 +13,7 @@
 #include <cmath>
 #include <limits>
 #include <new>
+#include <set>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -594,4 +595,145 @@ TEST(GpxPointTest, AFormAttributeThatMemoryCannotHoldIsRefusedAndChangesNothing)
         EXPECT_GE(refused.Refused(), 2U);
     }
     EXPECT_EQ(Written(point), before);
+}
+
+TEST(GpxPointTest, MovesWithinTheLimitsOfTheConstructor) {
+    GpxPoint point = FullWaypoint();
+    const GpxPoint before = point;
+    EXPECT_FAILURE(point.SetPoint(90.1, 0.0), dbc::precondition_error, kBadLatitude, kSource);
+    EXPECT_FAILURE(point.SetPoint(kNan, kNan), dbc::precondition_error, kBadLatitude, kSource);
+    EXPECT_FAILURE(point.SetPoint(0.0, 180.1), dbc::precondition_error, kBadLongitude, kSource);
+    EXPECT_EQ(point, before);
+    point.SetPoint(-90.0, 180.0);
+    double latitude = 0.0;
+    double longitude = 0.0;
+    point.GetPoint(latitude, longitude);
+    EXPECT_EQ(latitude, -90.0);
+    EXPECT_EQ(longitude, 179.9999998807907);
+    EXPECT_NE(point, before);
+    before.GetPoint(latitude, longitude);
+    point.SetPoint(latitude, longitude);
+    EXPECT_EQ(point, before);
+}
+
+TEST(GpxPointTest, EachValueIsClearedAlone) {
+    void (GpxPoint::*const kClears[])() noexcept = {&GpxPoint::ClearName,
+                                                    &GpxPoint::ClearComment,
+                                                    &GpxPoint::ClearDescription,
+                                                    &GpxPoint::ClearSource,
+                                                    &GpxPoint::ClearSymbol,
+                                                    &GpxPoint::ClearType,
+                                                    &GpxPoint::ClearElevation,
+                                                    &GpxPoint::ClearTime,
+                                                    &GpxPoint::ClearMagneticVariation,
+                                                    &GpxPoint::ClearURL,
+                                                    &GpxPoint::ClearGeoidHeight,
+                                                    &GpxPoint::ClearFix,
+                                                    &GpxPoint::ClearFormAttributes,
+                                                    &GpxPoint::ClearGroundspeakCache};
+    const GpxPoint full = FullWaypoint();
+    std::set<std::string> results;
+    GpxPoint all = full;
+    for (const auto clear : kClears) {
+        GpxPoint point = full;
+        (point.*clear)();
+        EXPECT_NE(point, full);
+        results.insert(Written(point));
+        (all.*clear)();
+        (point.*clear)();
+    }
+    EXPECT_EQ(results.size(), std::size(kClears));
+    double latitude = 0.0;
+    double longitude = 0.0;
+    full.GetPoint(latitude, longitude);
+    GpxPoint bare(kGpxWaypoint, latitude, longitude);
+    GpxModelAccess::SetSymbolNumber(bare, GpxModelAccess::GetSymbolNumber(full));
+    GpxModelAccess::SetGUID(bare, GpxModelAccess::GetGUID(full));
+    EXPECT_EQ(all, bare);
+    EXPECT_EQ(Written(all), Written(bare));
+}
+
+TEST(GpxPointTest, ClearingWhatIsNotThereDoesNothing) {
+    GpxPoint point = RoutePoint();
+    point.ClearName();
+    point.ClearURL();
+    point.ClearGroundspeakCache();
+    point.ClearTarvikRoutePointType();
+    EXPECT_FALSE(point.ClearFormAttribute(u"a"));
+    EXPECT_EQ(point, RoutePoint());
+    EXPECT_EQ(GpxModelAccess::GetRareData(point), nullptr);
+}
+
+TEST(GpxPointTest, TheRoutePointTypeIsCleared) {
+    GpxPoint point = RoutePoint();
+    point.SetTarvikRoutePointType(kTarvikRoutePointVia);
+    EXPECT_NE(point, RoutePoint());
+    point.ClearTarvikRoutePointType();
+    TarvikRoutePointType type = kTarvikRoutePointTurn;
+    EXPECT_FALSE(point.GetTarvikRoutePointType(type));
+    EXPECT_EQ(point, RoutePoint());
+}
+
+TEST(GpxPointTest, OneFormAttributeIsClearedWhateverTheCaseOfItsKey) {
+    GpxPoint point = Waypoint();
+    point.SetFormAttribute(u"Key", u"1", 0.0);
+    point.SetFormAttribute(u"other", u"2", 0.0);
+    EXPECT_TRUE(point.ClearFormAttribute(u"KEY"));
+    EXPECT_FALSE(point.ClearFormAttribute(u"key"));
+    EXPECT_FALSE(point.GetFormAttribute(u"Key"));
+    EXPECT_TRUE(point.GetFormAttribute(u"other"));
+}
+
+TEST(GpxPointTest, PointsAreEqualWhenAllTheirValuesAre) {
+    EXPECT_EQ(FullWaypoint(), FullWaypoint());
+    EXPECT_NE(Waypoint(), RoutePoint());
+    for (const TextField& field : kTextFields) {
+        GpxPoint point = FullWaypoint();
+        (point.*field.set)(u"another");
+        EXPECT_NE(point, FullWaypoint()) << field.name;
+    }
+    GpxPoint point = Waypoint();
+    point.SetElevation(kNan);
+    GpxPoint other = Waypoint();
+    EXPECT_NE(point, other);
+    other.SetElevation(kNan);
+    EXPECT_EQ(point, other);
+    other.SetElevation(0.0);
+    EXPECT_NE(point, other);
+    point = Waypoint();
+    other = Waypoint();
+    point.SetFormAttribute(u"a", u"1", 2.0);
+    other.SetFormAttribute(u"a", u"1", 3.0);
+    EXPECT_NE(point, other);
+    other.SetFormAttribute(u"a", u"1", 2.0);
+    EXPECT_EQ(point, other);
+    other.SetFormAttribute(u"a", u"2", 2.0);
+    EXPECT_NE(point, other);
+    GpxModelAccess::SetSymbolNumber(point, 3);
+    other = point;
+    EXPECT_EQ(point, other);
+    GpxModelAccess::SetGUID(other, u"g");
+    EXPECT_NE(point, other);
+}
+
+TEST(GpxPointTest, GeocachesAreEqualWhenAllButTheirElementsAre) {
+    GpxGroundspeakCache cache;
+    ASSERT_TRUE(FullWaypoint().GetGroundspeakCache(cache));
+    GpxGroundspeakCache other = cache;
+    EXPECT_EQ(cache, other);
+    ASSERT_FALSE(other.logs.empty());
+    other.logs[0].text += u"!";
+    EXPECT_NE(cache, other);
+    other = cache;
+    other.travelbugs.clear();
+    EXPECT_NE(cache, other);
+    for (icu::UnicodeString GpxGroundspeakCache::*const text :
+         {&GpxGroundspeakCache::name, &GpxGroundspeakCache::owner, &GpxGroundspeakCache::type,
+          &GpxGroundspeakCache::container, &GpxGroundspeakCache::difficulty, &GpxGroundspeakCache::terrain,
+          &GpxGroundspeakCache::short_description, &GpxGroundspeakCache::long_description,
+          &GpxGroundspeakCache::encoded_hints}) {
+        other = cache;
+        other.*text += u"!";
+        EXPECT_NE(cache, other);
+    }
 }

@@ -241,3 +241,50 @@ TEST(GpxRouteTest, MovesCarryEverything) {
     assigned = std::move(moved);
     EXPECT_EQ(Written(assigned), before);
 }
+
+TEST(GpxRouteTest, TextsAreCleared) {
+    GpxRoute route = FullRoute();
+    route.ClearName();
+    route.ClearSource();
+    route.ClearType();
+    icu::UnicodeString out(u"before");
+    EXPECT_FALSE(route.GetName(out));
+    EXPECT_FALSE(route.GetSource(out));
+    EXPECT_FALSE(route.GetType(out));
+    EXPECT_EQ(Utf8(out), "before");
+}
+
+TEST(GpxRouteTest, TheRouteTypeChangesOnlyToOneThatAcceptsThePoints) {
+    GpxRoute route(kTarvikRouteStandard);
+    GpxPoint point(kGpxRoutePoint, 1.0, 2.0);
+    point.SetTarvikRoutePointType(kTarvikRoutePointTurn);
+    route.AddPoint(point);
+    EXPECT_FAILURE(route.SetTarvikRouteType(kTarvikRoutePoints), dbc::precondition_error,
+                   "The route point type cannot be used with this route type.", kSource);
+    EXPECT_FAILURE(route.SetTarvikRouteType(static_cast<TarvikRouteType>(3)), dbc::precondition_error,
+                   "The GPX route type is invalid.", kSource);
+    TarvikRouteType type = kTarvikRoutePoints;
+    EXPECT_FALSE(route.GetTarvikRouteType(type));
+    route.SetTarvikRouteType(kTarvikRouteDirections);
+    EXPECT_TRUE(route.GetTarvikRouteType(type));
+    EXPECT_EQ(type, kTarvikRouteDirections);
+    EXPECT_EQ(route.GetPointCount(), 1u);
+}
+
+TEST(GpxRouteTest, RoutesAreEqualWhenAllTheirValuesAre) {
+    const GpxRoute route = FullRoute();
+    EXPECT_EQ(route, FullRoute());
+    GpxRoute other = route;
+    other.SetName(u"other");
+    EXPECT_NE(route, other);
+    other = route;
+    other.SetSource(u"other");
+    EXPECT_NE(route, other);
+    other = route;
+    other.SetType(u"other");
+    EXPECT_NE(route, other);
+    other = route;
+    other.EditPoints()[0].SetElevation(-1.0);
+    EXPECT_NE(route, other);
+    EXPECT_NE(GpxRoute(kTarvikRouteStandard), GpxRoute(kTarvikRoutePoints));
+}

@@ -282,5 +282,104 @@ TEST(GpxStandardWriterChangesTest, ATrackChangesInTheElementThatWasSet) {
               start + Replaced(end, "</trk>", "<trkseg><trkpt lat=\"3\" lon=\"4\"></trkpt></trkseg></trk>"));
 }
 
+TEST(GpxStandardWriterChangesTest, AClearedValueIsLeftOut) {
+    const struct {
+        void (GpxPoint::*clear)() noexcept;
+        const char* before;
+    } kClears[] = {
+        {&GpxPoint::ClearElevation, "<ele> 12.50 </ele>"},
+        {&GpxPoint::ClearTime, "<time>2009-01-15T10:20:30+00:00</time>"},
+        {&GpxPoint::ClearMagneticVariation, "<magvar>01.0</magvar>"},
+        {&GpxPoint::ClearGeoidHeight, "<geoidheight>+2</geoidheight>"},
+        {&GpxPoint::ClearName, "<name>n&#49;</name>"},
+        {&GpxPoint::ClearComment, "<cmt>c<!-- --></cmt>"},
+        {&GpxPoint::ClearDescription, "<desc><![CDATA[d]]></desc>"},
+        {&GpxPoint::ClearSource, "<src>s</src>"},
+        {&GpxPoint::ClearSymbol, "<sym>sym</sym>"},
+        {&GpxPoint::ClearType, "<type>type</type>"},
+        {&GpxPoint::ClearFix, "<fix>3d</fix>"},
+        {&GpxPoint::ClearURL, "<link href='a'><text>t</text></link>"},
+    };
+    for (const auto& [clear, before] : kClears)
+        EXPECT_EQ(Changed([clear = clear](GpxPoint& point) { (point.*clear)(); }), Expected(before, ""));
+}
+
+constexpr char kSegments[] =
+    "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"></trkpt><trkpt lat=\"2\" lon=\"2\"></trkpt>"
+    "<trkpt lat=\"x\" lon=\"2\"></trkpt><extensions><x:a/></extensions></trkseg>"
+    "<trkseg><trkpt lat=\"3\" lon=\"3\"></trkpt><trkpt lat=\"y\" lon=\"2\"></trkpt>"
+    "<extensions><x:b/></extensions></trkseg></trk>";
+
+// What a track of two segments, each with an unread point and an extension, is written as after a change.
+std::string ChangedTrack(const std::function<void(GpxTrack&)>& change) {
+    GpxDocument document = ReadCompletely(Gpx11(kSegments, kForeignPrefix));
+    change(document.EditTracks()[0]);
+    return JoinedContent(StandardText(document, kGpx11).text);
+}
+
+TEST(GpxStandardWriterChangesTest, SegmentsTakeAlongWhatAFileHasInThem) {
+    EXPECT_EQ(ChangedTrack([](GpxTrack&) {}), kSegments);
+    const std::string first =
+        std::string(kSegments).substr(5, std::string(kSegments).find("<trkseg><trkpt lat=\"3") - 5);
+    const std::string second = Replaced(Replaced(kSegments, "<trk>" + first, ""), "</trk>", "");
+    EXPECT_EQ(ChangedTrack([](GpxTrack& track) { track.MoveSegment(1, 0); }),
+              "<trk>" + second + first + "</trk>");
+    EXPECT_EQ(ChangedTrack([](GpxTrack& track) { track.RemoveSegments(0); }), "<trk>" + second + "</trk>");
+    EXPECT_EQ(ChangedTrack([](GpxTrack& track) { track.InsertSegment(1, {}); }),
+              "<trk>" + first + "<trkseg></trkseg>" + second + "</trk>");
+    EXPECT_EQ(ChangedTrack([](GpxTrack& track) {
+                  track.SplitSegment(0, 1);
+                  track.JoinSegments(0);
+              }),
+              kSegments);
+    EXPECT_EQ(ChangedTrack([](GpxTrack& track) {
+                  const GpxTrack rest = track.SplitOff(1);
+                  track.AppendSegments(rest);
+              }),
+              kSegments);
+}
+
+TEST(GpxStandardWriterChangesTest, JoinedSegmentsHaveWhatBothHad) {
+    EXPECT_EQ(ChangedTrack([](GpxTrack& track) { track.JoinSegments(0); }),
+              "<trk><trkseg><trkpt lat=\"1\" lon=\"1\"></trkpt><trkpt lat=\"2\" lon=\"2\"></trkpt>"
+              "<trkpt lat=\"x\" lon=\"2\"></trkpt><trkpt lat=\"3\" lon=\"3\"></trkpt>"
+              "<trkpt lat=\"y\" lon=\"2\"></trkpt><extensions><x:a/><x:b/></extensions></trkseg></trk>");
+}
+
+std::string ChangedDocument(const std::string& content, const std::function<void(GpxDocument&)>& change) {
+    GpxDocument document = ReadCompletely(Gpx11(content, kForeignPrefix));
+    change(document);
+    return JoinedContent(StandardText(document, kGpx11).text);
+}
+
+TEST(GpxStandardWriterChangesTest, NameAndTimeOfADocumentChangeTheirElementsOnly) {
+    const std::string before =
+        "<metadata><name><![CDATA[n]]></name><desc>d</desc><author><name>a</name></author>"
+        "<time>2009-01-15T10:20:30.0Z</time><keywords>k</keywords></metadata>";
+    const auto changed = [&](void (*change)(GpxDocument&)) { return ChangedDocument(before, change); };
+    EXPECT_EQ(changed([](GpxDocument&) {}), before);
+    EXPECT_EQ(changed([](GpxDocument& d) { d.SetName(u"n"); }), before);
+    EXPECT_EQ(changed([](GpxDocument& d) { d.SetName(u"N"); }), Replaced(before, "<![CDATA[n]]>", "N"));
+    EXPECT_EQ(changed([](GpxDocument& d) { d.ClearName(); }),
+              Replaced(before, "<name><![CDATA[n]]></name>", ""));
+    EXPECT_EQ(changed([](GpxDocument& d) { d.SetDocumentTime(0.0); }),
+              Replaced(before, "2009-01-15T10:20:30.0Z", "1970-01-01T00:00:00Z"));
+    EXPECT_EQ(changed([](GpxDocument& d) { d.ClearDocumentTime(); }),
+              Replaced(before, "<time>2009-01-15T10:20:30.0Z</time>", ""));
+}
+
+TEST(GpxStandardWriterChangesTest, ADocumentWithoutMetadataGetsThemForANameAndATime) {
+    EXPECT_EQ(
+        ChangedDocument("<wpt lat=\"1\" lon=\"2\"/>",
+                        [](GpxDocument& document) {
+                            document.SetName(u"N");
+                            document.SetDocumentTime(0.0);
+                        }),
+        "<metadata><name>N</name><time>1970-01-01T00:00:00Z</time></metadata><wpt lat=\"1\" lon=\"2\"/>");
+    EXPECT_EQ(ChangedDocument("<metadata><time>never</time><name/></metadata>",
+                              [](GpxDocument& document) { document.SetName(u"N"); }),
+              "<metadata><name>N</name><name/><time>never</time></metadata>");
+}
+
 } // namespace
 } // namespace vexaTransferLib

@@ -244,3 +244,115 @@ TEST(GpxTrackTest, MovesCarryEverything) {
     assigned = std::move(moved);
     EXPECT_EQ(Written(assigned), before);
 }
+
+TEST(GpxTrackTest, TextsAndLinkAreCleared) {
+    GpxTrack track = FullTrack();
+    track.ClearName();
+    track.ClearDescription();
+    track.ClearSource();
+    track.ClearType();
+    track.ClearURL();
+    for (const TextField& field : kTextFields) {
+        icu::UnicodeString out(u"before");
+        EXPECT_FALSE((track.*field.get)(out)) << field.name;
+        EXPECT_EQ(Utf8(out), "before");
+    }
+    GpxUrl url(u"x");
+    EXPECT_FALSE(track.GetURL(url));
+    EXPECT_EQ(Shape(track), "a | b | ");
+}
+
+TEST(GpxTrackTest, SegmentsAreInsertedMovedAndRemoved) {
+    GpxTrack track = FullTrack();
+    track.InsertSegment(0, {TrackPoint(u"0"), TrackPoint(u"1")});
+    track.InsertSegment(3, {});
+    EXPECT_EQ(Shape(track), "0 1 | a | b | | ");
+    track.MoveSegment(0, 2);
+    EXPECT_EQ(Shape(track), "a | b | 0 1 | | ");
+    track.MoveSegment(3, 1);
+    EXPECT_EQ(Shape(track), "a | | b | 0 1 | ");
+    track.RemoveSegments(1);
+    track.RemoveSegments(1, 2);
+    track.RemoveSegments(1, 0);
+    EXPECT_EQ(Shape(track), "a | ");
+}
+
+TEST(GpxTrackTest, SegmentsAreSplitAndJoined) {
+    GpxTrack track;
+    track.InsertSegment(0, {TrackPoint(u"a"), TrackPoint(u"b"), TrackPoint(u"c")});
+    track.SplitSegment(0, 1);
+    EXPECT_EQ(Shape(track), "a | b c | ");
+    track.SplitSegment(1, 2);
+    track.SplitSegment(0, 0);
+    EXPECT_EQ(Shape(track), "| a | b c | | ");
+    track.JoinSegments(0);
+    track.JoinSegments(1);
+    track.JoinSegments(0);
+    EXPECT_EQ(Shape(track), "a b c | ");
+}
+
+TEST(GpxTrackTest, ReversesSegmentsAndTheirPoints) {
+    GpxTrack track;
+    track.InsertSegment(0, {TrackPoint(u"a"), TrackPoint(u"b")});
+    track.InsertSegment(1, {TrackPoint(u"c")});
+    track.Reverse();
+    EXPECT_EQ(Shape(track), "c | b a | ");
+}
+
+TEST(GpxTrackTest, ATrackIsSplitWithItsTextsAndJoinedAgain) {
+    GpxTrack track = FullTrack();
+    const GpxTrack whole = track;
+    GpxTrack rest = track.SplitOff(1);
+    EXPECT_EQ(Shape(track), "a | ");
+    EXPECT_EQ(Shape(rest), "b | ");
+    GpxTrack texts = rest;
+    texts.RemoveSegments(0);
+    GpxTrack expected = whole;
+    expected.RemoveSegments(0, 2);
+    EXPECT_EQ(texts, expected);
+    rest.SetName(u"left out");
+    track.AppendSegments(rest);
+    EXPECT_EQ(track, whole);
+    EXPECT_EQ(Shape(GpxTrack(whole).SplitOff(2)), "");
+}
+
+TEST(GpxTrackTest, RefusesSegmentsThatItDoesNotHave) {
+    GpxTrack track = FullTrack();
+    const GpxTrack before = track;
+    constexpr char kNone[] = "There is no such segment in the GPX track.";
+    EXPECT_FAILURE(track.EditPoints(2), dbc::precondition_error, kNone, kSource);
+    EXPECT_FAILURE(track.InsertSegment(3, {}), dbc::precondition_error, kNone, kSource);
+    EXPECT_FAILURE(track.RemoveSegments(1, 2), dbc::precondition_error, kNone, kSource);
+    EXPECT_FAILURE(track.MoveSegment(2, 0), dbc::precondition_error, kNone, kSource);
+    EXPECT_FAILURE(track.MoveSegment(0, 2), dbc::precondition_error, kNone, kSource);
+    EXPECT_FAILURE(track.SplitSegment(2, 0), dbc::precondition_error, kNone, kSource);
+    EXPECT_FAILURE(track.SplitSegment(0, 2), dbc::precondition_error, "There is no such place in the list.",
+                   "LibCore/vexaTransferLib/GpxListEditor.cpp");
+    EXPECT_FAILURE(track.JoinSegments(1), dbc::precondition_error, kNone, kSource);
+    EXPECT_FAILURE(track.SplitOff(3), dbc::precondition_error, kNone, kSource);
+    EXPECT_FAILURE(track.InsertSegment(9, {GpxPoint(kGpxWaypoint, 1.0, 2.0)}), dbc::precondition_error,
+                   kNotATrackPoint, kSource);
+    EXPECT_EQ(track, before);
+}
+
+TEST(GpxTrackTest, TracksAreEqualWhenAllTheirValuesAre) {
+    const GpxTrack track = FullTrack();
+    EXPECT_EQ(track, FullTrack());
+    for (const TextField& field : kTextFields) {
+        GpxTrack other = track;
+        (other.*field.set)(u"other");
+        EXPECT_NE(track, other) << field.name;
+    }
+    GpxTrack other = track;
+    other.ClearURL();
+    EXPECT_NE(track, other);
+    other = track;
+    GpxModelAccess::SetColor(other, 8);
+    EXPECT_NE(track, other);
+    other = track;
+    other.EditPoints(1)[0].SetElevation(1.0);
+    EXPECT_NE(track, other);
+    other = track;
+    other.AddSegment();
+    EXPECT_NE(track, other);
+}

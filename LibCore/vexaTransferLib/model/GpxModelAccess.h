@@ -135,7 +135,7 @@ public:
     static GpxTrack::Segment& GetLastSegment(GpxTrack& track) { return track.segments_.back(); }
 
     static void AddSegmentElement(GpxTrack& track, GpxElement element) {
-        track.segmentElements_.push_back(std::move(element));
+        track.origins_.push_back({std::move(element), {}});
     }
 
     /// \{
@@ -156,14 +156,21 @@ public:
     static const std::vector<GpxElement>& GetFields(const Object& object) {
         return object.fields_;
     }
+    /// To the last segment that has an element.
     static void AddSegmentField(GpxTrack& track, GpxElement element) {
-        track.segmentFields_.push_back(std::move(element));
+        track.origins_.back().Extras().fields.push_back(std::move(element));
     }
-    static const std::vector<GpxElement>& GetSegmentFields(const GpxTrack& track) {
-        return track.segmentFields_;
+    /// \param index any; what a segment does not have is empty
+    static const std::vector<GpxElement>& GetSegmentFields(const GpxTrack& track, std::size_t index) {
+        static const std::vector<GpxElement> kNone;
+        const GpxTrack::SegmentExtras* const extras = GetExtras(track, index);
+        return extras != nullptr ? extras->fields : kNone;
     }
-    static const std::vector<GpxElement>& GetSegmentElements(const GpxTrack& track) {
-        return track.segmentElements_;
+    /// The elements of segments that were joined to this one.
+    static const std::vector<GpxElement>& GetJoinedElements(const GpxTrack& track, std::size_t index) {
+        static const std::vector<GpxElement> kNone;
+        const GpxTrack::SegmentExtras* const extras = GetExtras(track, index);
+        return extras != nullptr ? extras->joined : kNone;
     }
     static void SetFields(GpxRoute& route, std::vector<GpxElement> elements) {
         route.fields_ = std::move(elements);
@@ -204,6 +211,10 @@ public:
     }
 
 private:
+    static const GpxTrack::SegmentExtras* GetExtras(const GpxTrack& track, std::size_t index) {
+        return index < track.origins_.size() ? track.origins_[index].extras.get() : nullptr;
+    }
+
     template <class Value>
     static Value Present(Value value) {
         return value;

@@ -102,7 +102,7 @@ public:
             return;
         }
         if (metadata_.source == nullptr && elements_.empty() && extensions_.extensions.empty() &&
-            extensions_.direct.empty() && !HasModelValues())
+            extensions_.direct.empty() && !HasModelValues() && !HasChanges())
             return;
         writing_.StartLine(1);
         writing_.Out().AppendAll("<", gpx::kMetadata);
@@ -176,14 +176,14 @@ private:
     void WriteFields(const std::string_view (&names)[size]) {
         const bool isInModel = HasModelValues();
         for (const std::string_view name : names) {
-            if (isInModel)
+            if (isInModel || IsChanged(name))
                 WriteModelField(name);
             if (name == gpx::kLink)
                 WriteLinks(writing_, elements_, nullptr, true, depth_);
             else if (name == gpx::kAuthor)
                 WriteAuthor();
             else if (name != gpx::kEmail)
-                CopyAll(name);
+                CopyAllBut(IsChanged(name) ? Counted(name) : nullptr, name);
         }
         if (writing_.Is10() && Find(gpx::kCopyright) != nullptr)
             writing_.ReportUnwritten(gpx::kCopyright, "GPX 1.0 has no place for it.");
@@ -202,11 +202,38 @@ private:
         else
             WriteAsciiElement(writing_, gpx::kTime, text, depth_);
     }
-    void CopyAll(std::string_view name) {
+    void CopyAll(std::string_view name) { CopyAllBut(nullptr, name); }
+    void CopyAllBut(const SourceElement* replaced, std::string_view name) {
         for (const SourceElement& element : elements_)
-            if (element.child.IsGpx(name))
+            if (&element != replaced && element.child.IsGpx(name))
                 Copy(element);
     }
+    // The element that the model has its value from: the first one with a value.
+    const SourceElement* Counted(std::string_view name) const {
+        for (const SourceElement& element : elements_)
+            if (element.child.IsGpx(name) &&
+                (name == gpx::kTime ? TimeIn(element).has_value() : !IsBlank(element)))
+                return &element;
+        return nullptr;
+    }
+    static std::optional<double> TimeIn(const SourceElement& element) {
+        std::string text;
+        return text::ReadSchemaTime(ContentText(element.child.begin).toUTF8String(text));
+    }
+    // Of a document that was read completely, a value that the model has and the element has not.
+    bool IsChanged(std::string_view name) const {
+        if (!document_.GetElement() || (name != gpx::kName && name != gpx::kTime))
+            return false;
+        const SourceElement* const element = Counted(name);
+        if (name == gpx::kName)
+            return (element != nullptr ? ContentText(element->child.begin) : icu::UnicodeString()) !=
+                   Access::GetName(document_);
+        double time = 0.0;
+        const bool hasTime = document_.GetDocumentTime(time);
+        const std::optional<double> read = element != nullptr ? TimeIn(*element) : std::nullopt;
+        return read != (hasTime ? std::optional(time) : std::nullopt);
+    }
+    bool HasChanges() const { return IsChanged(gpx::kName) || IsChanged(gpx::kTime); }
     void Copy(const SourceElement& element) {
         writing_.StartLine(depth_);
         CopyElement(writing_, element);

@@ -128,12 +128,14 @@ void WriteVendorElement(Writing& writing, std::string_view name, std::string_vie
     writing.Out().AppendAll("<", name, " xmlns:tarvik=\"", text::kTarvikUri, "\">", text, "</", name, ">");
 }
 
-/// Elements of a list in the order of their places, as far as they are within a part of a source.
+/// Elements of a list in the order of their places, as far as they are within an element.
 class PartOfList {
 public:
-    PartOfList(const std::vector<GpxElement>& elements, const GpxElement& parent, const GpxElement& next)
-        : elements_(elements), source_(Access::GetSource(parent)), from_(Access::GetPlace(parent)),
-          to_(next ? Access::GetPlace(next) : std::numeric_limits<std::uint64_t>::max()) {
+    PartOfList(const std::vector<GpxElement>& elements, const GpxElement& parent)
+        : elements_(elements), source_(Access::GetSource(parent)), from_(Access::GetPlace(parent)) {
+        if (elements.empty() || source_ == nullptr)
+            return;
+        to_ = source_->PlaceOf(source_->EndOf(source_->At(from_)));
         const auto first =
             std::partition_point(elements.begin(), elements.end(), [&](const GpxElement& element) {
                 return Access::GetPlace(element) <= from_;
@@ -159,7 +161,7 @@ private:
     const std::vector<GpxElement>& elements_;
     const SourceText* source_;
     std::uint64_t from_;
-    std::uint64_t to_;
+    std::uint64_t to_ = 0;
     std::size_t next_ = 0;
 };
 
@@ -184,10 +186,10 @@ void WritePoints(Writing& writing, const Points& points, GpxPointType type, Part
 }
 
 // What a segment has besides points. GPX 1.0 has no place for it.
-void WriteSegmentFields(Writing& writing, PartOfList fields) {
+void WriteSegmentFields(Writing& writing, const std::vector<GpxElement>& fields) {
     ForeignParts parts;
-    while (fields.HasMore()) {
-        const SourceElement element = writing.ElementOf(fields.Take());
+    for (const GpxElement& field : fields) {
+        const SourceElement element = writing.ElementOf(field);
         if (writing.Is10())
             writing.ReportUnwritten(element.child.name, "GPX 1.0 has no place for it in a segment.");
         else if (element.child.kind != NamespaceKind::kGpx)
@@ -201,20 +203,17 @@ void WriteSegmentFields(Writing& writing, PartOfList fields) {
         WriteForeign(writing, parts, 3);
 }
 
-GpxElement ElementAt(const std::vector<GpxElement>& elements, std::size_t index) {
-    return index < elements.size() ? elements[index] : GpxElement();
-}
-
 void WriteSegments(Writing& writing, const GpxTrack& track) {
     const GpxTrack::Segments& segments = Access::GetSegments(track);
-    const std::vector<GpxElement>& elements = Access::GetSegmentElements(track);
     for (std::size_t i = 0; i < segments.size(); ++i) {
         writing.SetSegment(i + 1);
-        const GpxElement element = ElementAt(elements, i);
-        const GpxElement next = ElementAt(elements, i + 1);
+        const GpxElement element = track.GetSegmentElement(segments.begin() + static_cast<std::ptrdiff_t>(i));
         StartElement(writing, gpx::kTrkseg, element, 2);
-        WritePoints(writing, segments[i], kGpxTrackPoint, {track.GetUnreadElements(), element, next}, 3);
-        WriteSegmentFields(writing, {Access::GetSegmentFields(track), element, next});
+        WritePoints(writing, segments[i], kGpxTrackPoint, {track.GetUnreadElements(), element}, 3);
+        for (const GpxElement& joined : Access::GetJoinedElements(track, i))
+            for (PartOfList unread(track.GetUnreadElements(), joined); unread.HasMore();)
+                WriteUnread(writing, unread.Take(), 3);
+        WriteSegmentFields(writing, Access::GetSegmentFields(track, i));
         EndElement(writing, gpx::kTrkseg, 2);
     }
     writing.SetSegment(0);
@@ -252,7 +251,7 @@ void WriteRoute(Writing& writing, const GpxRoute& route) {
     }
     fields.WriteForeignElements(parts);
     WritePoints(writing, Access::GetPoints(route), kGpxRoutePoint,
-                {route.GetUnreadElements(), route.GetElement(), {}}, 2);
+                {route.GetUnreadElements(), route.GetElement()}, 2);
     EndElement(writing, gpx::kRte, 1);
 }
 

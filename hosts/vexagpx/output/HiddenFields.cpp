@@ -4,6 +4,7 @@
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
+#include <cstddef>
 #include <utility>
 
 namespace vexagpx {
@@ -38,8 +39,13 @@ const std::vector<GpxElement>& FieldsOf(const GpxTrack& track) {
     return GpxModelAccess::GetFields(track);
 }
 
-const std::vector<GpxElement>& SegmentFieldsOf(const GpxTrack& track) {
-    return GpxModelAccess::GetSegmentFields(track);
+std::vector<GpxElement> SegmentFieldsOf(const GpxTrack& track) {
+    std::vector<GpxElement> fields;
+    for (std::size_t i = 0; i < track.GetSegmentCount(); ++i) {
+        const std::vector<GpxElement>& ofSegment = GpxModelAccess::GetSegmentFields(track, i);
+        fields.insert(fields.end(), ofSegment.begin(), ofSegment.end());
+    }
+    return fields;
 }
 
 std::optional<std::int32_t> ColorOf(const GpxTrack& track) {

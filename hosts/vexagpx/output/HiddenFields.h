@@ -32,7 +32,7 @@ const vexaTransferLib::GPXStats* StatsOf(const vexaTransferLib::GpxDocument& doc
 const std::vector<vexaTransferLib::GpxElement>& FieldsOf(const vexaTransferLib::GpxDocument& document);
 const std::vector<vexaTransferLib::GpxElement>& FieldsOf(const vexaTransferLib::GpxRoute& route);
 const std::vector<vexaTransferLib::GpxElement>& FieldsOf(const vexaTransferLib::GpxTrack& track);
-const std::vector<vexaTransferLib::GpxElement>& SegmentFieldsOf(const vexaTransferLib::GpxTrack& track);
+std::vector<vexaTransferLib::GpxElement> SegmentFieldsOf(const vexaTransferLib::GpxTrack& track);
 /// \}
 
 std::optional<std::int32_t> ColorOf(const vexaTransferLib::GpxTrack& track);
