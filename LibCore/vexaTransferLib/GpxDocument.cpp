@@ -81,6 +81,7 @@ void GpxDocument::Clear() {
     element_ = GpxElement();
     fields_.clear();
     unread_.clear();
+    readCounts_ = {};
 }
 
 GpxDocument::WaypointIterator GpxDocument::GetWaypointIter() const {

@@ -216,6 +216,13 @@ private:
     boost::shared_ptr<AnnotateMetaData> annotateMetaData_;
     boost::shared_ptr<GPXStats> stats_;
     bool hasTime_ = false; ///< also if the time is 0
+    /// How many objects were read completely.
+    struct ReadCounts {
+        std::size_t waypoints = 0;
+        std::size_t routes = 0;
+        std::size_t tracks = 0;
+    };
+    ReadCounts readCounts_;
     GpxElement element_;
     /// The children of the element that are no points, segments, routes or tracks of the model, in their order.
     std::vector<GpxElement> fields_;

@@ -69,7 +69,7 @@ static_assert(sizeof(GpxPoint) <= 64, "files contain millions of points");
 GpxPoint::GpxPoint(GpxPointType type, double latitude, double longitude)
     : latitude_(latitude), longitude_(Wrapped(longitude)), place_(0),
       pointType_(static_cast<std::uint8_t>(type) & 0xF), fix_(0), routePointType_(0), hasElevation_(0),
-      hasTime_(0) {
+      hasTime_(0), isChanged_(0) {
     dbc::Require(IsBetween(type, kGpxWaypoint, kGpxTrackPoint), text::kGpxPointSource,
                  "The GPX point type is invalid.");
     RequirePosition(latitude_, longitude_);
@@ -111,11 +111,14 @@ void GpxPoint::SetPoint(double latitude, double longitude) {
     RequirePosition(latitude, Wrapped(longitude));
     latitude_ = latitude;
     longitude_ = Wrapped(longitude);
+    isChanged_ = 1;
 }
 
+// For changing them.
 GpxPoint::RareData& GpxPoint::Rare() {
     if (!rare_)
         rare_ = std::make_unique<RareData>();
+    isChanged_ = 1;
     return *rare_;
 }
 
@@ -205,11 +208,13 @@ bool GpxPoint::GetURL(GpxUrl& url) const {
 void GpxPoint::SetElevation(double elevation) {
     elevation_ = elevation;
     hasElevation_ = 1;
+    isChanged_ = 1;
 }
 
 void GpxPoint::SetTime(double const& time) {
     time_ = time;
     hasTime_ = 1;
+    isChanged_ = 1;
 }
 
 void GpxPoint::SetMagneticVariation(double variation) {
@@ -237,6 +242,7 @@ void GpxPoint::SetFix(GpxFix fix) {
     dbc::Require(IsBetween(fix, kGpxFixNone, kGpxFixPPS), text::kGpxPointSource,
                  "The GPX point's fix type was unknown.");
     fix_ = static_cast<std::uint8_t>(fix);
+    isChanged_ = 1;
 }
 
 bool GpxPoint::GetTarvikRoutePointType(TarvikRoutePointType& type) const {
@@ -253,6 +259,7 @@ void GpxPoint::SetTarvikRoutePointType(TarvikRoutePointType type) {
     dbc::Require(IsBetween(type, kTarvikRoutePointStart, kTarvikRoutePointTurn), text::kGpxPointSource,
                  "The GPX point's route point type was unknown.");
     routePointType_ = static_cast<std::uint8_t>(type);
+    isChanged_ = 1;
 }
 
 bool GpxPoint::GetGroundspeakCache(GpxGroundspeakCache& cache) const {
@@ -288,77 +295,93 @@ boost::shared_ptr<FormData> GpxPoint::GetFormAttribute(const icu::UnicodeString&
 void GpxPoint::ClearName() noexcept {
     if (rare_)
         rare_->name.remove();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearComment() noexcept {
     if (rare_)
         rare_->comment.remove();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearDescription() noexcept {
     if (rare_)
         rare_->description.remove();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearSource() noexcept {
     if (rare_)
         rare_->source.remove();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearSymbol() noexcept {
     if (rare_)
         rare_->symbol.remove();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearType() noexcept {
     if (rare_)
         rare_->type.remove();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearElevation() noexcept {
     elevation_ = 0.0;
     hasElevation_ = 0;
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearTime() noexcept {
     time_ = 0.0;
     hasTime_ = 0;
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearMagneticVariation() noexcept {
     if (rare_)
         rare_->magneticVariation.reset();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearGeoidHeight() noexcept {
     if (rare_)
         rare_->geoidHeight.reset();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearURL() noexcept {
     if (rare_)
         rare_->url.reset();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearGroundspeakCache() noexcept {
     if (rare_)
         rare_->geocache.reset();
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearFix() noexcept {
     fix_ = 0;
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearTarvikRoutePointType() noexcept {
     routePointType_ = 0;
+    isChanged_ = 1;
 }
 
 void GpxPoint::ClearFormAttributes() noexcept {
     if (rare_)
         rare_->formAttributes.clear();
+    isChanged_ = 1;
 }
 
 bool GpxPoint::ClearFormAttribute(const icu::UnicodeString& key) {
+    isChanged_ = 1;
     return rare_ && rare_->formAttributes.erase(key) != 0;
 }
 

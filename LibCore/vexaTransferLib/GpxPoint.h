@@ -312,6 +312,7 @@ private:
     std::uint64_t routePointType_ : 8;
     std::uint64_t hasElevation_ : 1;
     std::uint64_t hasTime_ : 1;
+    std::uint64_t isChanged_ : 1; ///< since it was read completely
 };
 
 } // namespace vexaTransferLib

@@ -142,6 +142,8 @@ private:
     /// The children of the element that are no points, segments, routes or tracks of the model, in their order.
     std::vector<GpxElement> fields_;
     std::vector<GpxElement> unread_;
+    std::size_t readPoints_ = 0;      ///< how many were read completely
+    std::uint32_t readRouteType_ = 0; ///< as it was read completely
 };
 
 } // namespace vexaTransferLib

@@ -213,7 +213,7 @@ void GpxTrack::JoinSegments(std::size_t index) {
     SegmentOrigin& second = origins_[index + 1];
     OwnedValue<SegmentExtras> extras = first.extras;
     if (second.element || second.extras) {
-        SegmentOrigin joined{first.element, std::move(extras)};
+        SegmentOrigin joined{first.element, std::move(extras), first.readPoints};
         if (second.extras)
             joined.Extras() = Joined(joined.Extras(), *second.extras);
         if (second.element)
@@ -247,12 +247,13 @@ GpxTrack GpxTrack::SplitOff(std::size_t index) {
     rest.element_ = element_;
     rest.fields_ = fields_;
     rest.unread_ = unread_;
+    rest.readSegments_ = readSegments_;
     rest.segments_.reserve(segments_.size() - index);
     rest.origins_.reserve(segments_.size() - index);
     AppendMoved(rest.segments_, {std::make_move_iterator(PlaceIn(segments_, index)),
                                  std::make_move_iterator(segments_.end())});
-    AppendMoved(rest.origins_, {std::make_move_iterator(PlaceIn(origins_, index)),
-                                std::make_move_iterator(origins_.end())});
+    AppendMoved(rest.origins_,
+                {std::make_move_iterator(PlaceIn(origins_, index)), std::make_move_iterator(origins_.end())});
     segments_.erase(PlaceIn(segments_, index), segments_.end());
     origins_.erase(PlaceIn(origins_, index), origins_.end());
     return rest;

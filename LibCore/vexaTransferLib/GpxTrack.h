@@ -175,6 +175,7 @@ private:
     struct SegmentOrigin {
         GpxElement element;
         OwnedValue<SegmentExtras> extras;
+        std::size_t readPoints = 0; ///< how many were read completely
 
         SegmentExtras& Extras() {
             if (!extras)
@@ -202,6 +203,7 @@ private:
     /// Of the first segments; those after them were not read completely.
     std::vector<SegmentOrigin> origins_;
     std::vector<GpxElement> unread_;
+    std::size_t readSegments_ = 0; ///< how many were read completely
 };
 
 } // namespace vexaTransferLib

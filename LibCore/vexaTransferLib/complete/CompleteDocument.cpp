@@ -54,6 +54,8 @@ public:
             GpxModelAccess::SetAnyTime(document_, *time_);
         for (GpxPoint& waypoint : waypoints_)
             document_.AddWaypoint(std::move(waypoint));
+        GpxModelAccess::GetReadCounts(document_) = {document_.GetWaypointCount(), document_.GetRouteCount(),
+                                                    document_.GetTrackCount()};
     }
 
 private:

@@ -69,6 +69,8 @@ void ReadLogId(CompleteContext& context, const ScannedChild& element, Log& log) 
     }
 }
 
+} // namespace
+
 const char* ReadLog(CompleteContext& context, const ScannedChild& element, Cache& cache) {
     context.Host().CountObject();
     Log log;
@@ -80,6 +82,8 @@ const char* ReadLog(CompleteContext& context, const ScannedChild& element, Cache
     cache.logs.push_back(std::move(log));
     return end;
 }
+
+namespace {
 
 const char* ReadTravelBug(CompleteContext& context, const ScannedChild& element, Cache& cache) {
     context.Host().CountObject();

@@ -118,16 +118,18 @@ const char* ReadSegment(CompleteContext& context, const ScannedChild& element, G
     GpxModelAccess::AddSegmentElement(track, context.ElementOf(element));
     GpxTrack::Segment& points = GpxModelAccess::GetLastSegment(track);
     context.Host().MakeRoom(points, context.ExpectedChildren(element));
-    return context.ForEach(element, [&](const ScannedChild& child) -> const char* {
+    const char* const end = context.ForEach(element, [&](const ScannedChild& child) -> const char* {
         if (!child.IsGpx(gpx::kTrkpt)) {
             GpxModelAccess::AddSegmentField(track, context.ElementOf(child));
             return nullptr;
         }
-        const char* const end = ReadPoint(context, child, kGpxTrackPoint, points);
-        if (end == nullptr)
+        const char* const pointEnd = ReadPoint(context, child, kGpxTrackPoint, points);
+        if (pointEnd == nullptr)
             GpxModelAccess::AddUnread(track, context.ElementOf(child));
-        return end;
+        return pointEnd;
     });
+    GpxModelAccess::ReadPointsOfLast(track) = points.size();
+    return end;
 }
 
 } // namespace
@@ -156,6 +158,8 @@ const char* ReadRoute(CompleteContext& context, const ScannedChild& element, Gpx
     });
     GpxRoute route = MakeRoute(context, element, type, points);
     SetTexts(parts, route);
+    GpxModelAccess::ReadPoints(route) = points.size();
+    GpxModelAccess::ReadRouteType(route) = static_cast<std::uint32_t>(GpxModelAccess::GetRawRouteType(route));
     GpxModelAccess::GetPoints(route) = std::move(points);
     GpxModelAccess::SetElement(route, context.ElementOf(element));
     GpxModelAccess::SetFields(route, std::move(fields));
@@ -183,6 +187,7 @@ const char* ReadTrack(CompleteContext& context, const ScannedChild& element, Gpx
         track.SetDescription(parts.description);
     parts.link.GiveTo(track);
     GpxModelAccess::SetElement(track, context.ElementOf(element));
+    GpxModelAccess::ReadSegments(track) = track.GetSegmentCount();
     document.AddTrack(std::move(track));
     return end;
 }

@@ -190,6 +190,7 @@ const char* ReadPoint(CompleteContext& context, const ScannedChild& element, Gpx
     const char* const end =
         context.ForEach(element, [&](const ScannedChild& child) { return ReadChild(parts, child); });
     parts.link.GiveTo(parts.point);
+    GpxModelAccess::SetUnchanged(parts.point);
     return end;
 }
 

@@ -32,6 +32,8 @@ const char* ReadTrack(CompleteContext& context, const ScannedChild& element, Gpx
 
 /// Reads a `cache`, with its texts as they stand.
 const char* ReadGeocache(CompleteContext& context, const ScannedChild& element, GpxGroundspeakCache& cache);
+/// Reads a `log` and appends it to those of the geocache.
+const char* ReadLog(CompleteContext& context, const ScannedChild& element, GpxGroundspeakCache& cache);
 
 /// Reads the vendor's elements in the `extensions` of a point.
 const char* ReadPointExtensions(CompleteContext& context, const ScannedChild& element, GpxPoint& point);

@@ -81,6 +81,13 @@ public:
         point.source_ = source;
         point.place_ = place & ((std::uint64_t{1} << 40) - 1);
     }
+    /// \{
+    /// Whether a point may have other values than its element. The records of a form can be changed from outside.
+    static bool IsChanged(const GpxPoint& point) {
+        return point.isChanged_ != 0 || (point.rare_ && !point.rare_->formAttributes.empty());
+    }
+    static void SetUnchanged(GpxPoint& point) { point.isChanged_ = 0; }
+    /// \}
     static std::int32_t GetSymbolNumber(const GpxPoint& point) {
         return point.rare_ ? point.rare_->symbolNumber : 0;
     }
@@ -112,6 +119,23 @@ public:
             visit(name, [get](const GpxPoint& point) { return Present(get(point)); });
         });
     }
+
+    // How many objects the lists had when they were read; 0 when they were not read completely.
+
+    static std::size_t& ReadPoints(GpxRoute& route) { return route.readPoints_; }
+    static std::size_t ReadPoints(const GpxRoute& route) { return route.readPoints_; }
+    static std::uint32_t& ReadRouteType(GpxRoute& route) { return route.readRouteType_; }
+    static std::uint32_t ReadRouteType(const GpxRoute& route) { return route.readRouteType_; }
+    static std::size_t& ReadSegments(GpxTrack& track) { return track.readSegments_; }
+    static std::size_t ReadSegments(const GpxTrack& track) { return track.readSegments_; }
+    /// Of the last segment that has an element.
+    static std::size_t& ReadPointsOfLast(GpxTrack& track) { return track.origins_.back().readPoints; }
+    static std::size_t ReadPoints(const GpxTrack& track, std::size_t segment) {
+        return segment < track.origins_.size() ? track.origins_[segment].readPoints : 0;
+    }
+    using ReadCounts = GpxDocument::ReadCounts;
+    static ReadCounts& GetReadCounts(GpxDocument& document) { return document.readCounts_; }
+    static const ReadCounts& GetReadCounts(const GpxDocument& document) { return document.readCounts_; }
 
     // Routes. An empty text is absent.
     static const icu::UnicodeString& GetName(const GpxRoute& route) { return route.name_; }
@@ -165,6 +189,10 @@ public:
         static const std::vector<GpxElement> kNone;
         const GpxTrack::SegmentExtras* const extras = GetExtras(track, index);
         return extras != nullptr ? extras->fields : kNone;
+    }
+    /// \param index any; a view of nothing for what has no element
+    static GpxElement GetSegmentElement(const GpxTrack& track, std::size_t index) {
+        return index < track.origins_.size() ? track.origins_[index].element : GpxElement();
     }
     /// The elements of segments that were joined to this one.
     static const std::vector<GpxElement>& GetJoinedElements(const GpxTrack& track, std::size_t index) {

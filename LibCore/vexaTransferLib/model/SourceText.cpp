@@ -9,13 +9,14 @@
 namespace vexaTransferLib {
 
 SourceText::Pointer SourceText::Make(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes,
-                                     std::vector<LongSpan> longSpans) {
-    return Pointer(new SourceText(std::move(text), root, std::move(scopes), std::move(longSpans)));
+                                     std::vector<LongSpan> longSpans, bool isFile) {
+    return Pointer(new SourceText(std::move(text), root, std::move(scopes), std::move(longSpans), isFile));
 }
 
 SourceText::SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes,
-                       std::vector<LongSpan> longSpans)
-    : text_(std::move(text)), root_(root), scopes_(std::move(scopes)), longSpans_(std::move(longSpans)) {
+                       std::vector<LongSpan> longSpans, bool isFile)
+    : text_(std::move(text)), root_(root), isFile_(isFile), scopes_(std::move(scopes)),
+      longSpans_(std::move(longSpans)) {
     std::sort(longSpans_.begin(), longSpans_.end(),
               [](const LongSpan& left, const LongSpan& right) { return left.begin < right.begin; });
     outer_.reserve(scopes_.size());

@@ -55,13 +55,17 @@ public:
     /// \param root the place of the root's start tag
     /// \param scopes of all elements that declare namespaces, in the order of their start tags
     /// \param longSpans of all long elements, in any order; without one of them, its end is found by its text
+    /// \param isFile the text is what the file has, byte for byte
     /// \throws std::bad_alloc
     static Pointer Make(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes,
-                        std::vector<LongSpan> longSpans = {});
+                        std::vector<LongSpan> longSpans = {}, bool isFile = false);
     SourceText(const SourceText&) = delete;
     SourceText& operator=(const SourceText&) = delete;
 
     std::string_view Text() const { return text_.View(); }
+    /// True when the text is what the file has, byte for byte. Otherwise it is the same content, without what is before
+    /// the first comment or element.
+    bool IsFile() const { return isFile_; }
     /// The place of the root's start tag.
     std::uint64_t RootPlace() const { return root_; }
     const char* At(std::uint64_t place) const { return text_.Data() + place; }
@@ -78,6 +82,10 @@ public:
     std::optional<std::string_view> FindNamespace(std::string_view prefix, std::uint64_t place) const;
     /// True when only the root declares namespaces around the element at a place.
     bool IsInRootScope(std::uint64_t place) const;
+    /// True when every prefix has the same declaration at both places.
+    bool HaveSameScope(std::uint64_t one, std::uint64_t other) const {
+        return InnermostAt(one) == InnermostAt(other);
+    }
     /// True when an element that starts in this part declares namespaces. The part is not empty.
     bool HasScopeIn(std::uint64_t begin, std::uint64_t end) const;
     /// Up to here, from the place on, no prefix changes its namespace.
@@ -113,7 +121,7 @@ private:
     /// The innermost scope around a place; kNoScope when there is none.
     std::size_t InnermostAt(std::uint64_t place) const;
     SourceText(SourceBytes text, std::uint64_t root, std::vector<Scope> scopes,
-               std::vector<LongSpan> longSpans);
+               std::vector<LongSpan> longSpans, bool isFile);
 
     friend void intrusive_ptr_add_ref(const SourceText* source) noexcept {
         source->owners_.fetch_add(1, std::memory_order_relaxed);
@@ -125,6 +133,7 @@ private:
 
     SourceBytes text_;
     std::uint64_t root_;
+    bool isFile_;
     std::vector<Scope> scopes_;
     /// In the order of their places.
     std::vector<LongSpan> longSpans_;

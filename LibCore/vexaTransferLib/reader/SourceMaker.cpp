@@ -114,7 +114,8 @@ SourceText::Pointer MakeSource(SourceBytes& bytes, const std::optional<GpxInputL
     if (LexPlain(window, limits, scopes) != NotPlain::kIsPlain)
         return nullptr;
     SortByPlace(longElements);
-    return SourceText::Make(std::move(bytes), scopes.Root(), scopes.TakeScopes(), scopes.TakeLongSpans());
+    return SourceText::Make(std::move(bytes), scopes.Root(), scopes.TakeScopes(), scopes.TakeLongSpans(),
+                            true);
 }
 
 } // namespace vexaTransferLib::reader

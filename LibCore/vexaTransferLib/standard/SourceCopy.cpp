@@ -76,7 +76,8 @@ bool IsInGpx(Writing& writing, const SourceElement& element) {
 std::string MissingPrefixes(const Writing& writing, const SourceElement& element) {
     std::string missing;
     const std::uint64_t place = element.source->PlaceOf(element.child.begin);
-    if (element.source == writing.MainSource() && element.source->IsInRootScope(place))
+    if (!writing.DeclaresAll() && element.source == writing.MainSource() &&
+        element.source->IsInRootScope(place))
         return missing;
     std::set<std::string_view> prefixes = PrefixesIn(element.Xml());
     std::string_view rest = element.child.tag.attributes;

@@ -2,6 +2,7 @@
 #include <vexaTransferLib/standard/StandardWriters.h>
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
+#include <vexaTransferLib/standard/GeocacheFields.h>
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
@@ -18,42 +19,6 @@ namespace {
 using Cache = GpxGroundspeakCache;
 using Log = GpxGroundspeakCacheLog;
 using Place = PieceOutput::Place;
-
-template <class Owner>
-struct TextField {
-    const text::ElementName& name;
-    icu::UnicodeString Owner::*field;
-};
-
-// In the order of the schema.
-constexpr TextField<Cache> kCacheFields[] = {
-    {groundspeak::kName, &Cache::name},
-    {groundspeak::kOwner, &Cache::owner},
-    {groundspeak::kType, &Cache::type},
-    {groundspeak::kContainer, &Cache::container},
-    {groundspeak::kDifficulty, &Cache::difficulty},
-    {groundspeak::kTerrain, &Cache::terrain},
-    {groundspeak::kShortDescription, &Cache::short_description},
-    {groundspeak::kLongDescription, &Cache::long_description},
-    {groundspeak::kEncodedHints, &Cache::encoded_hints},
-};
-constexpr TextField<Log> kLogFields[] = {
-    {groundspeak::kDate, &Log::date},
-    {groundspeak::kType, &Log::type},
-    {groundspeak::kFinder, &Log::finder},
-    {groundspeak::kText, &Log::text},
-};
-
-template <class Owner, std::size_t size>
-bool IsSameTexts(const TextField<Owner> (&fields)[size], const Owner& left, const Owner& right) {
-    return std::all_of(std::begin(fields), std::end(fields), [&](const TextField<Owner>& field) {
-        return left.*field.field == right.*field.field;
-    });
-}
-
-bool IsSameLog(const Log& left, const Log& right) {
-    return left.id == right.id && IsSameTexts(kLogFields, left, right);
-}
 
 /// Writes the elements of a geocache in the prefix that its element has, or in the usual one.
 class CacheWriter {
@@ -188,7 +153,7 @@ private:
     void WriteLog(const Log& log) {
         const Log read = ReadAgain(log);
         const SourceElement element = writing_.ElementOf(read.element);
-        if (element.source != nullptr && IsSameLog(log, read)) {
+        if (element.source != nullptr && log == read) {
             Copy(element, depth_ + 2);
             return;
         }
@@ -211,7 +176,7 @@ private:
     }
     void WriteLogFields(const Log& log, const Log& read, const SourceElement& element) {
         const SourceElements children = writing_.ChildrenOf(element);
-        for (const TextField<Log>& field : kLogFields) {
+        for (const GeocacheField<Log>& field : kLogFields) {
             const auto old = std::find_if(children.begin(), children.end(), [&](const SourceElement& child) {
                 return IsNamed(child, field.name);
             });
@@ -223,7 +188,7 @@ private:
         }
         for (const SourceElement& child : children)
             if (std::none_of(std::begin(kLogFields), std::end(kLogFields),
-                             [&](const TextField<Log>& field) { return IsNamed(child, field.name); }))
+                             [&](const GeocacheField<Log>& field) { return IsNamed(child, field.name); }))
                 Copy(child, depth_ + 3);
     }
 
@@ -260,11 +225,6 @@ private:
 
 void WriteGeocache(Writing& writing, const GpxGroundspeakCache& cache, int depth) {
     CacheWriter(writing, cache, depth).Write();
-}
-
-bool IsSameGeocache(const GpxGroundspeakCache& left, const GpxGroundspeakCache& right) {
-    return IsSameTexts(kCacheFields, left, right) && left.travelbugs == right.travelbugs &&
-           std::equal(left.logs.begin(), left.logs.end(), right.logs.begin(), right.logs.end(), IsSameLog);
 }
 
 } // namespace vexaTransferLib::standard

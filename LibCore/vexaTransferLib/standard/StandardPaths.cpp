@@ -123,11 +123,6 @@ void EndElement(Writing& writing, std::string_view name, int depth) {
     writing.Out().AppendAll("</", name, ">");
 }
 
-void WriteVendorElement(Writing& writing, std::string_view name, std::string_view text, int depth) {
-    writing.StartLine(depth);
-    writing.Out().AppendAll("<", name, " xmlns:tarvik=\"", text::kTarvikUri, "\">", text, "</", name, ">");
-}
-
 /// Elements of a list in the order of their places, as far as they are within an element.
 class PartOfList {
 public:
@@ -203,23 +198,26 @@ void WriteSegmentFields(Writing& writing, const std::vector<GpxElement>& fields)
         WriteForeign(writing, parts, 3);
 }
 
-void WriteSegments(Writing& writing, const GpxTrack& track) {
-    const GpxTrack::Segments& segments = Access::GetSegments(track);
-    for (std::size_t i = 0; i < segments.size(); ++i) {
-        writing.SetSegment(i + 1);
-        const GpxElement element = track.GetSegmentElement(segments.begin() + static_cast<std::ptrdiff_t>(i));
-        StartElement(writing, gpx::kTrkseg, element, 2);
-        WritePoints(writing, segments[i], kGpxTrackPoint, {track.GetUnreadElements(), element}, 3);
-        for (const GpxElement& joined : Access::GetJoinedElements(track, i))
-            for (PartOfList unread(track.GetUnreadElements(), joined); unread.HasMore();)
-                WriteUnread(writing, unread.Take(), 3);
-        WriteSegmentFields(writing, Access::GetSegmentFields(track, i));
-        EndElement(writing, gpx::kTrkseg, 2);
-    }
-    writing.SetSegment(0);
+} // namespace
+
+void WriteVendorElement(Writing& writing, std::string_view name, std::string_view text, int depth) {
+    writing.StartLine(depth);
+    writing.Out().AppendAll("<", name, " xmlns:tarvik=\"", text::kTarvikUri, "\">", text, "</", name, ">");
 }
 
-} // namespace
+void WriteSegment(Writing& writing, const GpxTrack& track, std::size_t index) {
+    writing.SetSegment(index + 1);
+    const GpxTrack::Segments& segments = Access::GetSegments(track);
+    const GpxElement element = track.GetSegmentElement(segments.begin() + static_cast<std::ptrdiff_t>(index));
+    StartElement(writing, gpx::kTrkseg, element, 2);
+    WritePoints(writing, segments[index], kGpxTrackPoint, {track.GetUnreadElements(), element}, 3);
+    for (const GpxElement& joined : Access::GetJoinedElements(track, index))
+        for (PartOfList unread(track.GetUnreadElements(), joined); unread.HasMore();)
+            WriteUnread(writing, unread.Take(), 3);
+    WriteSegmentFields(writing, Access::GetSegmentFields(track, index));
+    EndElement(writing, gpx::kTrkseg, 2);
+    writing.SetSegment(0);
+}
 
 void WriteRoute(Writing& writing, const GpxRoute& route) {
     const SourceElements elements = writing.ElementsOf(Access::GetFields(route));
@@ -283,7 +281,8 @@ void WriteTrack(Writing& writing, const GpxTrack& track) {
         };
     }
     fields.WriteForeignElements(parts);
-    WriteSegments(writing, track);
+    for (std::size_t i = 0; i < track.GetSegmentCount(); ++i)
+        WriteSegment(writing, track, i);
     EndElement(writing, gpx::kTrk, 1);
 }
 

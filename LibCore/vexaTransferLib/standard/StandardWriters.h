@@ -9,6 +9,7 @@
 #include <vexaTransferLib/complete/CompleteReaders.h>
 #include <vexaTransferLib/standard/Writing.h>
 
+#include <cstddef>
 #include <functional>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,8 @@ namespace vexaTransferLib::standard {
 void WriteDocument(Writing& writing, const GpxDocument& document);
 void WriteRoute(Writing& writing, const GpxRoute& route);
 void WriteTrack(Writing& writing, const GpxTrack& track);
+/// \param index from 0
+void WriteSegment(Writing& writing, const GpxTrack& track, std::size_t index);
 
 /// Writes points in one go, which remembers what is the same for all of them.
 class PointWriter {
@@ -43,8 +46,6 @@ private:
 
 /// A geocache in GPX 1.1's extensions, or directly in a point of GPX 1.0.
 void WriteGeocache(Writing& writing, const GpxGroundspeakCache& cache, int depth);
-/// Whether they have the same content.
-bool IsSameGeocache(const GpxGroundspeakCache& left, const GpxGroundspeakCache& right);
 
 /// True for the elements of a track point that GPX 1.1 has not: speed and course.
 bool IsOnlyIn10(const ScannedChild& child);
@@ -70,7 +71,9 @@ void WriteLinks(Writing& writing, const SourceElements& elements, const GpxUrl* 
                 int depth);
 /// A line with an element that has a text.
 void WriteTextElement(Writing& writing, std::string_view name, const icu::UnicodeString& text, int depth);
-/// The same for ASCII without markup.
+/// A line with one of the vendor's elements, whose text is ASCII without markup.
+void WriteVendorElement(Writing& writing, std::string_view name, std::string_view text, int depth);
+/// A line with an element whose text is ASCII without markup.
 void WriteAsciiElement(Writing& writing, std::string_view name, std::string_view text, int depth);
 
 } // namespace vexaTransferLib::standard

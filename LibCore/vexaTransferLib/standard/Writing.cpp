@@ -57,7 +57,8 @@ bool Writing::IsDeclared(std::string_view prefix, std::string_view uri) const {
         return inner_.uri == uri;
     if (prefix == "xml")
         return true;
-    return main_ && !prefix.empty() && main_->FindNamespace(prefix, main_->RootPlace()) == uri;
+    return !declaresAll_ && main_ && !prefix.empty() &&
+           main_->FindNamespace(prefix, main_->RootPlace()) == uri;
 }
 
 complete::CompleteContext& Writing::ContextOf(const SourceText& source) {
@@ -99,8 +100,11 @@ SourceElements Writing::ChildrenOf(const SourceElement& parent) {
 }
 
 void Writing::StartLine(int depth) {
-    constexpr std::string_view kIndent = "\n          ";
-    output_.Append(kIndent.substr(0, 1 + 2 * static_cast<std::size_t>(depth)));
+    if (layout_.separator.empty())
+        return;
+    output_.Append(layout_.separator);
+    for (int i = layout_.depth; i < depth; ++i)
+        output_.Append(layout_.indent);
 }
 
 std::string Writing::ObjectName() const {

@@ -69,6 +69,15 @@ public:
 
     /// Starts a line of the output.
     void StartLine(int depth);
+    /// From now on, lines start with a separator at this depth, and with an indent more for each depth beyond it. Without a
+    /// separator there are no lines.
+    void SetLayout(std::string_view separator, std::string_view indent, int depth) {
+        layout_ = {std::string(separator), std::string(indent), depth};
+    }
+    /// From now on, each element that is copied declares all prefixes that it needs, or again only those that the root
+    /// does not declare.
+    void SetDeclaresAll(bool isSet) { declaresAll_ = isSet; }
+    bool DeclaresAll() const { return declaresAll_; }
 
     // Which object is being written, for reports.
 
@@ -86,6 +95,12 @@ public:
     void ReportUnwritten(std::string_view element, std::string message);
 
 private:
+    struct Layout {
+        std::string separator;
+        std::string indent;
+        int depth;
+    };
+
     std::string ObjectName() const;
 
     const GpxStandardOptions& options_;
@@ -95,6 +110,8 @@ private:
     std::vector<SourceText::Declaration> declarations_;
     SourceText::Declaration inner_;
     bool hasInner_ = false;
+    bool declaresAll_ = false;
+    Layout layout_{"\n", "  ", 0};
     std::unique_ptr<reader::ReadContext> host_;
     std::vector<reader::LongElement> noLongElements_;
     std::unique_ptr<complete::CompleteContext> context_;
