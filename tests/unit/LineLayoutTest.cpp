@@ -45,6 +45,21 @@ TEST(LineLayoutTest, ASeparatorIsALineEndWithTheBlanksAfterIt) {
     EXPECT_EQ(before("<a/>"), "");
 }
 
+TEST(LineLayoutTest, WhatIsAddedComesBehindCommentsThatEndTheLine) {
+    const auto after = [](std::string_view text) {
+        const std::uint64_t end = text.find("/>") + 2;
+        return std::string(text.substr(static_cast<std::size_t>(PlaceAfter(text, end))));
+    };
+    EXPECT_EQ(after("<a/>\n"), "\n");
+    EXPECT_EQ(after("<a/> <!-- b -->\t<!--c--> \r\n<d>"), " \r\n<d>");
+    EXPECT_EQ(after("<a/><!-- b -->"), "");
+    EXPECT_EQ(after("<a/> <!-- b --> c\n"), " <!-- b --> c\n");
+    EXPECT_EQ(after("<a/> <!-- b\n-->\n"), " <!-- b\n-->\n");
+    EXPECT_EQ(after("<a/> <!-- b > c -->\n"), " <!-- b > c -->\n");
+    EXPECT_EQ(after("<a/> <b/>\n"), " <b/>\n");
+    EXPECT_EQ(after("<a/> "), " ");
+}
+
 TEST(LineLayoutTest, AnIndentIsWhatInnerElementsHaveMore) {
     EXPECT_EQ(IndentBetween("\n", "\n   "), "   ");
     EXPECT_EQ(IndentBetween("\r\n\t", "\r\n\t\t"), "\t");

@@ -182,7 +182,6 @@ void EditDocument(Saving& saving, TextEdits& edits, const GpxDocument& document)
     ElementEdits root(saving, edits, saving.ElementAt(saving.Source().RootPlace()), kRootOrder);
     HeadEditing(saving, edits, root, document).Edit();
     const Access::ReadCounts& counts = Access::GetReadCounts(document);
-    saving.Writing().SetObject("waypoint", 0);
     SavePoints(saving, edits, root, {gpx::kWpt, counts.waypoints, &document.GetUnreadElements()},
                document.GetWaypoints(), 1);
     SavedPaths routes(saving, root.Element(), document.GetRoutes(), "route");

@@ -101,11 +101,12 @@ void ElementEdits::Add(std::string_view name, std::string xml) {
         return;
     }
     const std::size_t rank = RankOf(name);
-    const char* place = element_.child.tag.end;
+    const SourceText& source = saving_.Source();
+    std::uint64_t place = source.PlaceOf(element_.child.tag.end);
     for (const SavedChild& child : Children())
         if (RankOf(child) <= rank)
-            place = child.end;
-    edits_.Insert(saving_.Source().PlaceOf(place), std::move(xml));
+            place = source.PlaceOf(child.end);
+    edits_.Insert(PlaceAfter(source.Text(), place), std::move(xml));
     hasAdded_ = true;
 }
 

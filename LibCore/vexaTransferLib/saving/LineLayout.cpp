@@ -45,6 +45,25 @@ TextPart LinesOf(std::string_view text, TextPart element) {
     return {element.begin - separator, end};
 }
 
+std::uint64_t PlaceAfter(std::string_view text, std::uint64_t elementEnd) {
+    constexpr std::string_view kOpen = "<!--";
+    constexpr std::string_view kClose = "-->";
+    std::size_t commentsEnd = static_cast<std::size_t>(elementEnd);
+    for (std::size_t at = commentsEnd;;) {
+        while (at != text.size() && IsIndent(text[at]))
+            ++at;
+        if (at == text.size() || IsLineEnd(text[at]))
+            return commentsEnd;
+        if (!text.substr(at).starts_with(kOpen))
+            return elementEnd;
+        const std::size_t close = text.find_first_of("\r\n>", at + kOpen.size());
+        if (close == std::string_view::npos || !text.substr(0, close + 1).ends_with(kClose))
+            return elementEnd;
+        at = close + 1;
+        commentsEnd = at;
+    }
+}
+
 std::string IndentBetween(std::string_view outerSeparator, std::string_view innerSeparator) {
     if (outerSeparator.empty() || innerSeparator.size() <= outerSeparator.size() ||
         !innerSeparator.starts_with(outerSeparator))

@@ -27,6 +27,9 @@ std::string_view SeparatorBefore(std::string_view text, std::uint64_t begin);
 /// lines, otherwise the element alone.
 TextPart LinesOf(std::string_view text, TextPart element);
 
+/// Where something can be put after an element: behind comments that end its line, otherwise right behind it.
+std::uint64_t PlaceAfter(std::string_view text, std::uint64_t elementEnd);
+
 /// How a new element is laid out.
 struct ElementLayout {
     std::string separator; ///< the line end and the blanks before it; empty when there are no lines

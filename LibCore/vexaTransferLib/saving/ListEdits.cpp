@@ -108,7 +108,8 @@ private:
                 before = read_[kept_[i]];
                 EditIfChanged(i);
             } else if (before != nullptr) {
-                edits_.Insert(saving_.Source().PlaceOf(before->end), list_.Render(i, LayoutOf(before)));
+                edits_.Insert(PlaceAfter(saving_.Text(), saving_.Source().PlaceOf(before->end)),
+                              list_.Render(i, LayoutOf(before)));
             } else if (firstKept != kept_.end()) {
                 AddBefore(*read_[*firstKept], i);
             } else {

@@ -96,12 +96,14 @@ public:
     std::uint64_t PlaceOf(std::size_t index) const override { return Access::GetPlace(ElementOf(index)); }
     bool IsChanged(std::size_t) const override { return true; }
     void Edit(std::size_t index, const SavedElement& element, TextEdits& edits) override {
+        saving_.Writing().SetSegment(index + 1);
         ElementEdits segment(saving_, edits, element, kSegmentOrder);
         SavePoints(saving_, edits, segment,
                    {gpx::kTrkpt, Access::ReadPoints(track_, index), &track_.GetUnreadElements()},
                    Access::GetSegments(track_)[index], kSegmentDepth + 1);
         AddJoined(index, segment);
         segment.Finish();
+        saving_.Writing().SetSegment(0);
     }
     std::string Render(std::size_t index, const ElementLayout& layout) override {
         if (!ElementOf(index))
@@ -145,11 +147,13 @@ private:
     }
     // A segment without an element has nothing but points.
     std::string RenderPoints(std::size_t index, const ElementLayout& layout) {
+        saving_.Writing().SetSegment(index + 1);
         const std::string name = QualifiedBelow(parent_, gpx::kTrkseg);
         const std::vector<GpxPoint>& points = Access::GetSegments(track_)[index];
-        return layout.separator + "<" + name + ">" +
-               RenderAllPoints(saving_, parent_, points, layout.Inner(), kSegmentDepth + 1) +
-               layout.separator + "</" + name + ">";
+        const std::string content =
+            RenderAllPoints(saving_, parent_, points, layout.Inner(), kSegmentDepth + 1);
+        saving_.Writing().SetSegment(0);
+        return layout.separator + "<" + name + ">" + content + layout.separator + "</" + name + ">";
     }
 
     Saving& saving_;

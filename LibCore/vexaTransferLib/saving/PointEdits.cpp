@@ -87,6 +87,8 @@ private:
     ElementEdits parent_;
 };
 
+constexpr int kWaypointDepth = 1;
+
 /// The points of one element.
 class SavedPoints final : public SavedList {
 public:
@@ -98,11 +100,13 @@ public:
     std::uint64_t PlaceOf(std::size_t index) const override { return Access::GetPlace(points_[index]); }
     bool IsChanged(std::size_t index) const override { return Access::IsChanged(points_[index]); }
     void Edit(std::size_t index, const SavedElement& element, TextEdits& edits) override {
+        Announce(index + 1);
         EditPoint(saving_, edits, element, points_[index]);
+        Announce(0);
     }
     std::string Render(std::size_t index, const ElementLayout& layout) override {
         const GpxPoint& point = points_[index];
-        saving_.Writing().SetPoint(index + 1);
+        Announce(index + 1);
         std::string text = RenderObject(
             saving_, parent_, SourceOf(index), PlaceOf(index), layout, depth_,
             [&](const SavedElement& element, TextEdits& edits) {
@@ -110,11 +114,19 @@ public:
                     EditPoint(saving_, edits, element, point);
             },
             [&] { standard::PointWriter(saving_.Writing(), point.GetPointType(), depth_).Write(point); });
-        saving_.Writing().SetPoint(0);
+        Announce(0);
         return text;
     }
 
 private:
+    // For reports.
+    void Announce(std::size_t number) {
+        if (depth_ == kWaypointDepth)
+            saving_.Writing().SetObject("waypoint", number);
+        else
+            saving_.Writing().SetPoint(number);
+    }
+
     Saving& saving_;
     const SavedElement& parent_;
     const std::vector<GpxPoint>& points_;

@@ -93,11 +93,19 @@ std::string MissingPrefixes(const Writing& writing, const SourceElement& element
 }
 
 // The declarations come after the name of the element.
-void CopyVerbatim(Writing& writing, const SourceElement& element, std::string declarations) {
-    declarations += MissingPrefixes(writing, element);
+void CopyWith(Writing& writing, const SourceElement& element, std::string_view declarations) {
     const std::string_view xml = element.Xml();
     const std::size_t nameEnd = 1 + element.child.tag.name.size();
     writing.Out().AppendAll(xml.substr(0, nameEnd), declarations, xml.substr(nameEnd));
+}
+
+void CopyVerbatim(Writing& writing, const SourceElement& element, const std::string& declarations) {
+    CopyWith(writing, element, declarations + MissingPrefixes(writing, element));
+}
+
+// The default namespace of foreign elements, where it is not GPX's.
+std::string MissingForeignDefault(Writing& writing, const SourceElement& element) {
+    return IsInGpx(writing, element) ? std::string() : MissingDefault(writing, element);
 }
 
 /// Writes an element of GPX anew: its prefix and those of the GPX elements in it are left out.
@@ -117,8 +125,9 @@ private:
                          const std::string& declarations) {
         const bool isInExtensions = !open_.empty() && open_.back() == gpx::kExtensions;
         if (child.kind != NamespaceKind::kGpx || isInExtensions) {
+            // The element that is written declares the prefixes.
             const SourceElement foreign{top.source, child, top.source->EndOf(child.begin)};
-            CopyForeign(writing_, foreign);
+            CopyWith(writing_, foreign, MissingForeignDefault(writing_, foreign));
             return foreign.end;
         }
         PieceOutput& out = writing_.Out();
@@ -198,8 +207,7 @@ bool IsPlainGpx(NamespaceCursor& names, const SourceText& source, const char* be
 }
 
 void CopyForeign(Writing& writing, const SourceElement& element) {
-    CopyVerbatim(writing, element,
-                 IsInGpx(writing, element) ? std::string() : MissingDefault(writing, element));
+    CopyVerbatim(writing, element, MissingForeignDefault(writing, element));
 }
 
 void CopyIn10(Writing& writing, const SourceElement& element) {

@@ -40,7 +40,9 @@ public:
                 writing_.ReportUnwritten(name, "GPX 1.0 has no place for the type of a route or a track.");
             return;
         }
-        if (!isAsRead && !text->isEmpty())
+        if (!isAsRead && text->isEmpty())
+            return;
+        if (!isAsRead)
             WriteTextElement(writing_, name, *text, kDepth);
         CopyAll(name, isAsRead);
     }

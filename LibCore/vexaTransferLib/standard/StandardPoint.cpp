@@ -8,6 +8,7 @@
 #include <vexaTransferLib/text/ElementNames.h>
 #include <vexaTransferLib/text/GpxNames.h>
 
+#include <cstddef>
 #include <string_view>
 
 namespace vexaTransferLib::standard {
@@ -32,11 +33,16 @@ void StartPoint(Writing& writing, const GpxPoint& point, const SourceElement& el
         });
 }
 
+// A value that was set stands before the other elements of its name, of which the first one counts; one that was cleared
+// takes all of them along.
 void WriteField(Writing& writing, const SourceElements& children, const PointField& field,
                 const GpxPoint& point, bool isAsRead, int depth) {
-    bool isFirst = true;
+    const std::size_t before = writing.Out().Count();
     if (!isAsRead)
         field.write(writing, point, depth);
+    if (!isAsRead && writing.Out().Count() == before)
+        return;
+    bool isFirst = true;
     for (const SourceElement& child : children) {
         if (!child.child.IsGpx(field.name))
             continue;
