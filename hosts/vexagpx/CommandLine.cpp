@@ -65,12 +65,13 @@ constexpr char kCachesExamples[] =
     "  vexagpx caches query.zip --where 'found<2024-01-01 and available' --csv\n";
 constexpr char kCheckExamples[] =
     "\"(lost)\" marks data that the document does not have. The exit status is 1 when\n"
-    "something is marked so, or when a file cannot be read.\n"
+    "something is marked so or not valid, or when a file cannot be read.\n"
     "\n"
     "Examples:\n"
     "  vexagpx check walk.gpx\n"
     "  vexagpx check --all walk.gpx | less\n"
     "  vexagpx check --keep *.gpx\n"
+    "  vexagpx check --schema walk.gpx\n"
     "  vexagpx check --summary tracks\n"
     "  vexagpx check --json *.gpx > reports.jsonl\n";
 constexpr char kConvertExamples[] =
@@ -491,6 +492,9 @@ void AddCheck(CLI::App& app, Invocation& invocation) {
         "as the same version and as 1.1, and read again");
     command.add_flag("--summary", options->summary, "Group what is wrong with all files by causes")
         ->excludes("--keep");
+    command.add_flag("--schema", options->schema,
+                     "Also check by the schemas of GPX, of geocaches and\n"
+                     "of the vendor, which needs no network");
     command.add_flag("--all", options->all, "List equal items one by one, not with a count");
     command.add_flag("--json", options->json, "Print a line of JSON for each document");
 }

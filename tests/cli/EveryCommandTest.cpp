@@ -41,6 +41,7 @@ const Command kCommands[] = {
     {{"index", "--duplicates"}, {}},
     {{"check", "--all"}, {}},
     {{"check", "--keep", "--json"}, {}},
+    {{"check", "--schema"}, {}},
     {{"convert", "--gpx", "1.0"}, {"out.gpx"}, 1},
     {{"convert"}, {"out.gpx"}, 1},
     {{"export", "-o", "out.geojson"}, {}, 1},

@@ -5,15 +5,18 @@
 #include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/report/CauseSummary.h>
+#include <vexagpx/report/Causes.h>
 #include <vexagpx/report/DocumentCounts.h>
 #include <vexagpx/report/LossReport.h>
 #include <vexagpx/report/LossReportJson.h>
 #include <vexagpx/report/LossReportText.h>
 #include <vexagpx/report/WritingCheck.h>
+#include <vexagpx/schema/DocumentValidation.h>
 #include <vexagpx/terminal/Lines.h>
 
 #include <exception>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace vexagpx {
@@ -24,27 +27,35 @@ namespace {
 
 class Checker {
 public:
-    Checker(const CheckOptions& options, Output& out)
-        : options_(options), out_(out), parser_(options.rules) {}
+    Checker(const CheckOptions& options, Output& out) : options_(options), out_(out), parser_(options.rules) {
+        if (options.schema)
+            validation_.emplace();
+    }
 
     bool Run();
 
 private:
-    using Read = std::function<void(GpxDocument&)>;
+    /// A document that can be read as often as it is checked.
+    struct Document {
+        DocumentSource source;
+        std::function<void(GpxDocument&)> read;
+        std::function<void(SchemaReport&)> validate;
+    };
 
     void WriteSummary();
     void WriteCauses();
     bool CheckFile(const std::string& argument);
-    void CheckDocument(const DocumentSource& source, const Read& read);
-    void WriteReport(const DocumentSource& source, const GpxDocument& document, const LossReport& report,
-                     const std::vector<WritingCheck>* writing);
-    void WriteFailure(const DocumentSource& source, const std::string& error, const LossReport& report);
-    void WriteText(const DocumentSource& source, const DocumentCounts* counts, const LossReport& report,
-                   const std::vector<WritingCheck>* writing);
+    void CheckEntry(const std::string& argument, Archive& archive);
+    void CheckDocument(const Document& document);
+    bool Validate(const Document& document, SchemaReport& report);
+    void WriteReport(const DocumentSource& source, const GpxDocument& document, const Findings& findings);
+    void WriteFailure(const DocumentSource& source, const std::string& error, const Findings& findings);
+    void WriteText(const DocumentSource& source, const DocumentCounts* counts, const Findings& findings);
 
     const CheckOptions& options_;
     Output& out_;
     FileParser parser_;
+    std::optional<DocumentValidation> validation_;
     CheckTotals totals_;
     CauseSummary causes_;
     bool isFirst_ = true;
@@ -58,7 +69,7 @@ bool Checker::Run() {
     else if (!options_.json)
         WriteSummary();
     out_.Flush();
-    return succeeded && totals_.lost == 0 && totals_.failures == 0;
+    return succeeded && totals_.lost == 0 && totals_.failures == 0 && totals_.invalid == 0;
 }
 
 void Checker::WriteCauses() {
@@ -71,7 +82,9 @@ void Checker::WriteCauses() {
 void Checker::WriteSummary() {
     if (!isFirst_)
         out_.Write("\n");
-    const std::string summary = options_.keep ? KeepSummaryText(totals_) : SummaryText(totals_);
+    std::string summary = options_.keep ? KeepSummaryText(totals_) : SummaryText(totals_);
+    if (const std::string schema = SchemaSummaryText(totals_.valid, totals_.invalid); !schema.empty())
+        summary += (summary.empty() ? "" : " ") + schema;
     WriteWhole(out_, icu::UnicodeString::fromUTF8(summary), 0);
 }
 
@@ -81,20 +94,18 @@ bool Checker::CheckFile(const std::string& argument) {
     try {
         const InputFile file = OpenDocument(argument, options_.rules.archives);
         if (IsArchive(file))
-            return ForEachGpxEntry(file, options_.rules.archives, [&](Archive& archive) {
-                const std::string entry = archive.Name();
-                CheckDocument({argument, &entry}, [&](GpxDocument& document) {
-                    ReadEntry(parser_, archive, argument, document);
-                });
-            });
+            return ForEachGpxEntry(file, options_.rules.archives,
+                                   [&](Archive& archive) { CheckEntry(argument, archive); });
         isWritten = true;
-        CheckDocument({argument, nullptr}, [&](GpxDocument& document) { parser_.ReadFile(file, document); });
+        CheckDocument({{argument, nullptr},
+                       [&](GpxDocument& document) { parser_.ReadFile(file, document); },
+                       [&](SchemaReport& report) { validation_->ValidateFile(file, report); }});
         return true;
     } catch (const OutputError&) {
         throw;
     } catch (const std::exception& failure) {
         if (!isWritten)
-            WriteFailure({argument, nullptr}, failure.what(), LossReport(options_.all));
+            WriteFailure({argument, nullptr}, failure.what(), {LossReport(options_.all)});
         // The summary says what is wrong with all files.
         if (options_.summary)
             return false;
@@ -102,56 +113,81 @@ bool Checker::CheckFile(const std::string& argument) {
     }
 }
 
-void Checker::CheckDocument(const DocumentSource& source, const Read& read) {
-    LossReport report(options_.all);
+void Checker::CheckEntry(const std::string& argument, Archive& archive) {
+    const std::string entry = archive.Name();
+    EntryBytes content;
+    CheckDocument(
+        {{argument, &entry},
+         [&](GpxDocument& document) {
+             content = ReadEntryBytes(archive, argument);
+             parser_.ReadBytes(content.bytes, content.name, document);
+         },
+         [&](SchemaReport& report) { validation_->ValidateBytes(content.bytes, content.name, report); }});
+}
+
+void Checker::CheckDocument(const Document& checked) {
+    LossReport losses(options_.all);
+    SchemaReport schema(options_.all);
     GpxDocument document;
-    parser_.Watch(&report);
+    parser_.Watch(&losses);
     try {
-        read(document);
+        checked.read(document);
     } catch (const std::exception& failure) {
-        WriteFailure(source, failure.what(), report);
+        const bool isValidated = IsFailureOfContent(failure.what()) && Validate(checked, schema);
+        WriteFailure(checked.source, failure.what(), {losses, nullptr, isValidated ? &schema : nullptr});
         if (options_.summary)
             return;
         throw;
     }
+    const SchemaReport* const validated = Validate(checked, schema) ? &schema : nullptr;
     if (!options_.keep)
-        return WriteReport(source, document, report, nullptr);
-    const std::vector<WritingCheck> writing = CheckWriting(document, parser_, source.Text());
-    WriteReport(source, document, report, &writing);
+        return WriteReport(checked.source, document, {losses, nullptr, validated});
+    const std::vector<WritingCheck> writing = CheckWriting(document, parser_, checked.source.Text());
+    WriteReport(checked.source, document, {losses, &writing, validated});
 }
 
-void Checker::WriteReport(const DocumentSource& source, const GpxDocument& document, const LossReport& report,
-                          const std::vector<WritingCheck>* writing) {
+/// False when the documents are not to be checked by their schema.
+bool Checker::Validate(const Document& document, SchemaReport& report) {
+    if (!validation_)
+        return false;
+    document.validate(report);
+    ++(report.IsValid() ? totals_.valid : totals_.invalid);
+    return true;
+}
+
+void Checker::WriteReport(const DocumentSource& source, const GpxDocument& document,
+                          const Findings& findings) {
     ++totals_.documents;
-    totals_.skipped += report.SkippedElements().Count();
-    totals_.lost += report.LostCount() + (writing != nullptr ? LostCount(*writing) : 0);
+    totals_.skipped += findings.losses.SkippedElements().Count();
+    totals_.lost +=
+        findings.losses.LostCount() + (findings.writing != nullptr ? LostCount(*findings.writing) : 0);
     if (options_.summary)
-        return causes_.AddDocument(source.Text(), report);
+        return causes_.AddDocument(source.Text(), findings);
     const DocumentCounts counts = CountDocument(document);
     if (options_.json)
-        WriteLossReportJson(source, counts, report, writing, out_);
+        WriteLossReportJson(source, counts, findings, out_);
     else
-        WriteText(source, &counts, report, writing);
+        WriteText(source, &counts, findings);
     out_.Flush();
 }
 
-void Checker::WriteFailure(const DocumentSource& source, const std::string& error, const LossReport& report) {
+void Checker::WriteFailure(const DocumentSource& source, const std::string& error, const Findings& findings) {
     ++totals_.failures;
     if (options_.summary)
-        return causes_.AddFailure(source.Text(), error);
+        return causes_.AddFailure(source.Text(), error, findings);
     if (options_.json)
-        WriteFailureJson(source, error, report, out_);
-    else if (report.Messages().Count() > 0)
-        WriteText(source, nullptr, report, nullptr);
+        WriteFailureJson(source, error, findings, out_);
+    else if (findings.losses.Messages().Count() > 0 || findings.schema != nullptr)
+        WriteText(source, nullptr, findings);
     out_.Flush();
 }
 
-void Checker::WriteText(const DocumentSource& source, const DocumentCounts* counts, const LossReport& report,
-                        const std::vector<WritingCheck>* writing) {
+void Checker::WriteText(const DocumentSource& source, const DocumentCounts* counts,
+                        const Findings& findings) {
     if (!isFirst_)
         out_.Write("\n");
     isFirst_ = false;
-    WriteLossReportText(source.Text(), counts, report, writing, out_);
+    WriteLossReportText(source.Text(), counts, findings, out_);
 }
 
 } // namespace

@@ -15,6 +15,7 @@ struct CheckOptions {
     bool json = false;    ///< a line of JSON for each document instead of text for a person
     bool keep = false;    ///< about reading completely and writing by the standard, and not as hosts do
     bool summary = false; ///< the causes of all files, grouped, instead of a report for each; not with `keep`
+    bool schema = false;  ///< also checks by the schemas of GPX
     bool all = false;     ///< lists every occurrence by itself instead of counting equal ones
 };
 

@@ -14,6 +14,7 @@
 #include <array>
 #include <cstdint>
 #include <stdexcept>
+#include <utility>
 
 namespace vexagpx {
 
@@ -53,23 +54,26 @@ bool ForEachGpxEntry(const InputFile& file, const ArchiveLimits& limits, const T
     return succeeded;
 }
 
-void ReadEntry(FileParser& parser, Archive& archive, const std::string& argument, GpxDocument& document) {
+EntryBytes ReadEntryBytes(Archive& archive, const std::string& argument) {
     // The size in the archive may be false.
     constexpr std::uint64_t kMostInAdvance = std::uint64_t{1} << 26;
     EntryContent content(archive, argument);
     const FatalSignalMessage message(CancelledMessage(content.Name()));
     std::string bytes;
-    {
-        ProgressBar bar(content.Name());
-        content.Open();
-        bytes.reserve(static_cast<std::size_t>(std::min(content.StatedSize(), kMostInAdvance)));
-        std::array<char, 1 << 16> buffer;
-        while (const std::size_t count = content.Read(buffer.data(), buffer.size())) {
-            bytes.append(buffer.data(), count);
-            bar.Update({bytes.size(), content.StatedSize()});
-        }
+    ProgressBar bar(content.Name());
+    content.Open();
+    bytes.reserve(static_cast<std::size_t>(std::min(content.StatedSize(), kMostInAdvance)));
+    std::array<char, 1 << 16> buffer;
+    while (const std::size_t count = content.Read(buffer.data(), buffer.size())) {
+        bytes.append(buffer.data(), count);
+        bar.Update({bytes.size(), content.StatedSize()});
     }
-    parser.ReadBytes(bytes, content.Name(), document);
+    return {content.Name(), std::move(bytes)};
+}
+
+void ReadEntry(FileParser& parser, Archive& archive, const std::string& argument, GpxDocument& document) {
+    const EntryBytes entry = ReadEntryBytes(archive, argument);
+    parser.ReadBytes(entry.bytes, entry.name, document);
 }
 
 namespace {

@@ -38,6 +38,15 @@ enum class Watched { kNothing, kInventedNames };
 bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
                    const TakeDocument& take, Watched watched = Watched::kNothing);
 
+/// The current entry of an archive, unpacked, with the name by which messages know it.
+struct EntryBytes {
+    std::string name;
+    std::string bytes;
+};
+
+/// \throws what the archive throws
+EntryBytes ReadEntryBytes(Archive& archive, const std::string& argument);
+
 /// Reads the document of the current entry.
 /// \throws what FileParser::ReadBytes throws, and the archive
 void ReadEntry(FileParser& parser, Archive& archive, const std::string& argument,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/report/CauseSummary.h>
 
+#include <vexagpx/report/LossReportText.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/Lines.h>
 
@@ -62,10 +63,12 @@ void CauseSummary::Add(Kind kind, const Cause& cause, std::uint64_t count, Examp
         group.names[name] += count;
 }
 
-void CauseSummary::AddDocument(const std::string& name, const LossReport& report) {
+void CauseSummary::AddDocument(const std::string& name, const Findings& findings) {
     ++documents_;
-    lossy_ += report.LostCount() != 0 ? 1 : 0;
-    report.SkippedElements().ForEach([&](const auto& entry) {
+    lossy_ += findings.losses.LostCount() != 0 ? 1 : 0;
+    if (findings.schema != nullptr)
+        AddSchemaErrors(name, *findings.schema);
+    findings.losses.SkippedElements().ForEach([&](const auto& entry) {
         const SkippedElement& what = entry.value;
         const std::string where = what.element + (what.attribute.empty() ? "" : "@" + what.attribute);
         Add(what.isLoss ? Kind::kLoss : Kind::kNote, SkipCause(what.reason), entry.count,
@@ -73,10 +76,20 @@ void CauseSummary::AddDocument(const std::string& name, const LossReport& report
     });
 }
 
-void CauseSummary::AddFailure(const std::string& name, const std::string& message) {
+void CauseSummary::AddFailure(const std::string& name, const std::string& message, const Findings& findings) {
     ++documents_;
     ++failures_;
     Add(Kind::kFailure, FailureCause(WithoutName(message, name)), 1, {name, message, 0}, {});
+    if (findings.schema != nullptr)
+        AddSchemaErrors(name, *findings.schema);
+}
+
+void CauseSummary::AddSchemaErrors(const std::string& name, const SchemaReport& report) {
+    ++(report.IsValid() ? valid_ : invalid_);
+    report.Errors().ForEach([&](const auto& entry) {
+        Add(Kind::kInvalid, SchemaCause(entry.value.kind), entry.count,
+            {name, {}, entry.locations.front().line}, entry.value.element);
+    });
 }
 
 // The most frequent cause comes first.
@@ -128,16 +141,32 @@ void CauseSummary::WriteText(Output& out) const {
         head += ", " + std::to_string(lossy_) + " with losses";
     if (failures_ != 0)
         head += ", " + std::to_string(failures_) + " that could not be read";
-    WriteWhole(out, icu::UnicodeString::fromUTF8(head + "."), 0);
+    head += ".";
+    if (const std::string schema = SchemaSummaryText(valid_, invalid_); !schema.empty())
+        head += " " + schema;
+    WriteWhole(out, icu::UnicodeString::fromUTF8(head), 0);
     WriteGroups(Kind::kFailure, "Could not be read", out);
+    WriteGroups(Kind::kInvalid, "Not valid by the schema", out);
     WriteGroups(Kind::kLoss, "Lost", out);
+}
+
+std::string_view CauseSummary::KindWord(Kind kind) {
+    switch (kind) {
+    case Kind::kFailure:
+        return "unreadable";
+    case Kind::kInvalid:
+        return "invalid";
+    case Kind::kLoss:
+        return "loss";
+    case Kind::kNote:
+        break;
+    }
+    return "note";
 }
 
 void CauseSummary::WriteGroupJson(const Group& group, JsonWriter& json) {
     json.BeginObject();
-    json.Member("kind", group.kind == Kind::kFailure ? "unreadable"
-                        : group.kind == Kind::kLoss  ? "loss"
-                                                     : "note");
+    json.Member("kind", KindWord(group.kind));
     json.Member("cause", group.cause.word);
     json.Member("title", group.cause.title);
     json.Member("advice", group.cause.advice);
@@ -171,9 +200,11 @@ void CauseSummary::WriteJson(Output& out) const {
     json.Member("documents", documents_);
     json.Member("unreadable", failures_);
     json.Member("lossy", lossy_);
+    if (valid_ + invalid_ != 0)
+        json.Member("invalid", invalid_);
     json.Key("causes");
     json.BeginArray();
-    for (const Kind kind : {Kind::kFailure, Kind::kLoss, Kind::kNote})
+    for (const Kind kind : {Kind::kFailure, Kind::kInvalid, Kind::kLoss, Kind::kNote})
         for (const Group* group : Sorted(kind))
             WriteGroupJson(*group, json);
     json.EndArray();

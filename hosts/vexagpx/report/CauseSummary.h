@@ -4,7 +4,7 @@
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/process/Output.h>
 #include <vexagpx/report/Causes.h>
-#include <vexagpx/report/LossReport.h>
+#include <vexagpx/report/Findings.h>
 
 #include <cstdint>
 #include <map>
@@ -19,9 +19,9 @@ namespace vexagpx {
 class CauseSummary {
 public:
     /// A document that could be read.
-    void AddDocument(const std::string& name, const LossReport& report);
+    void AddDocument(const std::string& name, const Findings& findings);
     /// One that could not.
-    void AddFailure(const std::string& name, const std::string& message);
+    void AddFailure(const std::string& name, const std::string& message, const Findings& findings);
 
     /// Writes a screen for a person, without what is no loss.
     void WriteText(Output& out) const;
@@ -33,7 +33,7 @@ private:
     static constexpr std::size_t kMostNames = 1000;
     static constexpr std::size_t kShownNames = 3;
 
-    enum class Kind { kFailure, kLoss, kNote };
+    enum class Kind { kFailure, kInvalid, kLoss, kNote };
 
     struct Example {
         std::string file;
@@ -51,9 +51,11 @@ private:
     };
 
     void Add(Kind kind, const Cause& cause, std::uint64_t count, Example example, const std::string& name);
+    void AddSchemaErrors(const std::string& name, const SchemaReport& report);
     std::vector<const Group*> Sorted(Kind kind) const;
     static std::vector<std::pair<std::string, std::uint64_t>> MostFrequentNames(const Group& group);
     void WriteGroups(Kind kind, std::string_view title, Output& out) const;
+    static std::string_view KindWord(Kind kind);
     static void WriteGroup(const Group& group, Output& out);
     static void WriteGroupJson(const Group& group, JsonWriter& json);
 
@@ -61,6 +63,8 @@ private:
     std::uint64_t documents_ = 0; ///< also those that could not be read
     std::uint64_t failures_ = 0;
     std::uint64_t lossy_ = 0;
+    std::uint64_t valid_ = 0; ///< of those that were checked by their schema
+    std::uint64_t invalid_ = 0;
 };
 
 } // namespace vexagpx

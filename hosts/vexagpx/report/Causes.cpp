@@ -108,6 +108,11 @@ const Cause& FailureCause(std::string_view message) {
         ->cause;
 }
 
+bool IsFailureOfContent(std::string_view message) {
+    constexpr std::string_view kWords[] = {"no-version", "other-version", "other-root", "bad-position"};
+    return std::find(std::begin(kWords), std::end(kWords), FailureCause(message).word) != std::end(kWords);
+}
+
 const Cause& SkipCause(GpxSkipReason reason) {
     static const std::vector<Cause> causes = [] {
         std::vector<Cause> all;

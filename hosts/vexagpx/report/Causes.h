@@ -17,6 +17,8 @@ struct Cause {
 
 /// The cause of a failure, by the message that the failure has.
 const Cause& FailureCause(std::string_view message);
+/// True when a document is well-formed XML within the limits, but has no GPX version or a point without a position.
+bool IsFailureOfContent(std::string_view message);
 /// The cause of something that was skipped or changed.
 const Cause& SkipCause(vexaTransferLib::GpxSkipReason reason);
 

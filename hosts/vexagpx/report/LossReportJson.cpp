@@ -23,6 +23,7 @@ public:
     /// \param lostCount how many things are lost besides those of the report
     void WriteSkipped(const LossReport& report, std::uint64_t lostCount);
     void WriteWriting(const std::vector<WritingCheck>& checks);
+    void WriteSchemaErrors(const SchemaReport& report);
 
 private:
     template <class Entry>
@@ -104,6 +105,22 @@ void LossReportJson::WriteWriting(const std::vector<WritingCheck>& checks) {
     json_.EndArray();
 }
 
+void LossReportJson::WriteSchemaErrors(const SchemaReport& report) {
+    json_.Member("isValid", report.IsValid());
+    json_.Member("schemaErrorCount", report.Errors().Count());
+    json_.Key("schemaErrors");
+    json_.BeginArray();
+    report.Errors().ForEach([&](const auto& entry) {
+        json_.BeginObject();
+        json_.Member("element", entry.value.element);
+        json_.Member("kind", SchemaCause(entry.value.kind).word);
+        json_.Member("message", entry.value.message);
+        WriteLocations(entry);
+        json_.EndObject();
+    });
+    json_.EndArray();
+}
+
 /// Locations that are not known are left out.
 template <class Entry>
 void LossReportJson::WriteLocations(const Entry& entry) {
@@ -124,25 +141,29 @@ void LossReportJson::WriteLocations(const Entry& entry) {
 
 } // namespace
 
-void WriteLossReportJson(const DocumentSource& source, const DocumentCounts& counts, const LossReport& report,
-                         const std::vector<WritingCheck>* writing, Output& out) {
+void WriteLossReportJson(const DocumentSource& source, const DocumentCounts& counts, const Findings& findings,
+                         Output& out) {
     LossReportJson json(out);
     json.Begin(source);
     json.Write(counts);
-    json.WriteMessages(report);
-    json.WriteSkipped(report, writing != nullptr ? LostCount(*writing) : 0);
-    if (writing != nullptr)
-        json.WriteWriting(*writing);
+    json.WriteMessages(findings.losses);
+    if (findings.schema != nullptr)
+        json.WriteSchemaErrors(*findings.schema);
+    json.WriteSkipped(findings.losses, findings.writing != nullptr ? LostCount(*findings.writing) : 0);
+    if (findings.writing != nullptr)
+        json.WriteWriting(*findings.writing);
     json.End();
     out.Write("\n");
 }
 
-void WriteFailureJson(const DocumentSource& source, const std::string& error, const LossReport& report,
+void WriteFailureJson(const DocumentSource& source, const std::string& error, const Findings& findings,
                       Output& out) {
     LossReportJson json(out);
     json.Begin(source);
     json.WriteError(error);
-    json.WriteMessages(report);
+    json.WriteMessages(findings.losses);
+    if (findings.schema != nullptr)
+        json.WriteSchemaErrors(*findings.schema);
     json.End();
     out.Write("\n");
 }

@@ -89,6 +89,19 @@ void WriteSkipped(const LossReport& report, std::string_view title, Output& out)
     });
 }
 
+void WriteSchemaErrors(const SchemaReport& report, Output& out) {
+    if (report.IsValid()) {
+        out.Write("\nValid by its schema\n");
+        return;
+    }
+    out.Write("\nNot valid by its schema\n");
+    report.Errors().ForEach([&](const auto& entry) {
+        const SchemaError& error = entry.value;
+        WriteEntry(entry, Shown(error.element),
+                   std::string(SchemaCause(error.kind).word) + ": " + Shown(error.message), out);
+    });
+}
+
 void WriteWriting(const WritingCheck& check, Output& out) {
     out.Write("\nWritten as GPX " + check.version + "\n");
     for (const std::string& line : UnwrittenLines(check.unwritten))
@@ -120,19 +133,23 @@ std::string FailureText(const CheckTotals& totals) {
 
 } // namespace
 
-void WriteLossReportText(const std::string& heading, const DocumentCounts* counts, const LossReport& report,
-                         const std::vector<WritingCheck>* writing, Output& out) {
+void WriteLossReportText(const std::string& heading, const DocumentCounts* counts, const Findings& findings,
+                         Output& out) {
+    const LossReport& losses = findings.losses;
     WriteText(Shown(heading), 0, out);
     if (counts != nullptr)
         WriteCounts(*counts, GeocacheDetail::kLogsAndTravelBugs, out);
     else
         out.Write("  It could not be read.\n");
-    WriteMessages(report, out);
+    WriteMessages(losses, out);
+    if (findings.schema != nullptr)
+        WriteSchemaErrors(*findings.schema, out);
     if (counts != nullptr)
-        WriteSkipped(report, writing != nullptr ? "Not as it should be, but kept" : "Skipped or changed",
+        WriteSkipped(losses,
+                     findings.writing != nullptr ? "Not as it should be, but kept" : "Skipped or changed",
                      out);
-    if (writing != nullptr)
-        for (const WritingCheck& check : *writing)
+    if (findings.writing != nullptr)
+        for (const WritingCheck& check : *findings.writing)
             WriteWriting(check, out);
 }
 
@@ -148,6 +165,16 @@ std::string SummaryText(const CheckTotals& totals) {
         return text + everything + " that a document can hold was read. " +
                Counted(totals.skipped, "other thing") + skipped + ".";
     return text + Counted(totals.skipped, "thing") + skipped + LostText(totals) + ".";
+}
+
+std::string SchemaSummaryText(std::uint64_t valid, std::uint64_t invalid) {
+    const auto are = [](std::uint64_t count) { return count == 1 ? " is" : " are"; };
+    if (valid + invalid == 0)
+        return {};
+    if (valid == 0)
+        return Counted(invalid, "document") + are(invalid) + " not valid by the schema.";
+    const std::string text = Counted(valid, "document") + are(valid) + " valid by the schema";
+    return invalid == 0 ? text + "." : text + ", " + std::to_string(invalid) + are(invalid) + " not.";
 }
 
 std::string KeepSummaryText(const CheckTotals& totals) {

@@ -3,20 +3,17 @@
 
 #include <vexagpx/process/Output.h>
 #include <vexagpx/report/DocumentCounts.h>
-#include <vexagpx/report/LossReport.h>
-#include <vexagpx/report/WritingCheck.h>
+#include <vexagpx/report/Findings.h>
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace vexagpx {
 
 /// Writes for a person what was read of a document, and what was skipped or changed.
-/// \param counts null for a document that could not be read: then only the XML parser's messages are written
-/// \param writing of a document that was read completely; null for any other
-void WriteLossReportText(const std::string& heading, const DocumentCounts* counts, const LossReport& report,
-                         const std::vector<WritingCheck>* writing, Output& out);
+/// \param counts null for a document that could not be read: then what was skipped of it is not written
+void WriteLossReportText(const std::string& heading, const DocumentCounts* counts, const Findings& findings,
+                         Output& out);
 
 /// The sums over several documents.
 struct CheckTotals {
@@ -24,11 +21,15 @@ struct CheckTotals {
     std::uint64_t failures = 0;  ///< files and entries of archives that could not be read
     std::uint64_t skipped = 0;   ///< or changed
     std::uint64_t lost = 0;      ///< those that are losses
+    std::uint64_t valid = 0;     ///< documents that were checked by their schema, and are as it says
+    std::uint64_t invalid = 0;   ///< those that are not
 };
 
 /// In one or two sentences.
 std::string SummaryText(const CheckTotals& totals);
 /// The same for documents that were read completely and written again.
 std::string KeepSummaryText(const CheckTotals& totals);
+/// "3 documents are valid by their schema, 1 is not."; empty when none was checked.
+std::string SchemaSummaryText(std::uint64_t valid, std::uint64_t invalid);
 
 } // namespace vexagpx

@@ -55,9 +55,9 @@ TEST(CauseSummaryTest, EqualCausesOfManyFilesAreOneGroup) {
         report.Skipped(Skipped("gpx/wpt/speed", kGpxUnknownElement, true, 7));
         report.Skipped(Skipped("gpx/wpt/speed", kGpxUnknownElement, true, 9));
         report.Skipped(Skipped("gpx/wpt/course", kGpxUnknownElement, true, 8));
-        summary.AddDocument(std::to_string(i) + ".gpx", report);
+        summary.AddDocument(std::to_string(i) + ".gpx", {report});
     }
-    summary.AddDocument("fine.gpx", LossReport(false));
+    summary.AddDocument("fine.gpx", {LossReport(false)});
     EXPECT_EQ(TextOf(summary),
               "6 documents: 1 without a loss, 5 with losses.\n"
               "\n"
@@ -70,9 +70,10 @@ TEST(CauseSummaryTest, EqualCausesOfManyFilesAreOneGroup) {
 
 TEST(CauseSummaryTest, TheMostFrequentCauseComesFirst) {
     CauseSummary summary;
-    summary.AddFailure("a.gpx", "a.gpx (line 1: input ended before all started tags were ended)");
-    summary.AddFailure("b.gpx", "b.gpx is empty");
-    summary.AddFailure("c.gpx", "c.gpx is empty");
+    summary.AddFailure("a.gpx", "a.gpx (line 1: input ended before all started tags were ended)",
+                       {LossReport(false)});
+    summary.AddFailure("b.gpx", "b.gpx is empty", {LossReport(false)});
+    summary.AddFailure("c.gpx", "c.gpx is empty", {LossReport(false)});
     const json causes = JsonOf(summary)["causes"];
     ASSERT_EQ(causes.size(), 2U);
     EXPECT_EQ(causes[0]["cause"], "empty");
@@ -84,7 +85,8 @@ TEST(CauseSummaryTest, TheMostFrequentCauseComesFirst) {
 
 TEST(CauseSummaryTest, TheNameOfAFileIsNoCause) {
     CauseSummary summary;
-    summary.AddFailure("zero-bytes-latitude.gpx", "zero-bytes-latitude.gpx is empty; look for it.");
+    summary.AddFailure("zero-bytes-latitude.gpx", "zero-bytes-latitude.gpx is empty; look for it.",
+                       {LossReport(false)});
     EXPECT_EQ(JsonOf(summary)["causes"][0]["cause"], "empty");
 }
 
@@ -92,7 +94,7 @@ TEST(CauseSummaryTest, WhatIsNoLossIsInJsonAlone) {
     CauseSummary summary;
     LossReport report(false);
     report.Skipped(Skipped("gpx", kGpxInvented, false, 1));
-    summary.AddDocument("a.gpx", report);
+    summary.AddDocument("a.gpx", {report});
     EXPECT_EQ(TextOf(summary), "1 document: 1 without a loss.\n");
     EXPECT_EQ(JsonOf(summary)["causes"][0]["kind"], "note");
     EXPECT_EQ(JsonOf(summary)["causes"][0]["elements"]["gpx"], 1);
@@ -115,7 +117,7 @@ TEST(CauseSummaryTest, ManyDifferentNamesTakeBoundedMemory) {
         LossReport report(false);
         for (int j = 0; j < 100; ++j)
             report.Skipped(Skipped("gpx/e" + std::to_string(100 * i + j), kGpxUnknownElement, true, 1));
-        summary.AddDocument("a.gpx", report);
+        summary.AddDocument("a.gpx", {report});
     }
     const json cause = JsonOf(summary)["causes"][0];
     EXPECT_EQ(cause["count"], 10'000);

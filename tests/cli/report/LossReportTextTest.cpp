@@ -42,7 +42,7 @@ TEST(LossReportTextTest, MessagesOfTheParserHaveLocationSeverityAndFile) {
     report.ParserMessage({kGpxMessageError, 0, 0, "gone", "other.xml"});
     const Folder folder;
     Output out(::open(folder.Write("out", "").c_str(), O_WRONLY));
-    WriteLossReportText("walk.gpx", nullptr, report, nullptr, out);
+    WriteLossReportText("walk.gpx", nullptr, {report}, out);
     out.Close();
     EXPECT_EQ(cli::ReadFile(folder.File("out")), "walk.gpx\n"
                                                  "  It could not be read.\n"
