@@ -40,7 +40,8 @@ TEST(EnvironmentTest, NeitherLocaleNorTimeZoneShowsInWhatIsPrinted) {
         const Result error = Tool({"dump", "not-well-formed.gpx"}).In(Data("")).Set(name, value).Run();
         EXPECT_EQ(error.err,
                   "vexagpx: One or more errors encountered while parsing the GPX file: not-well-formed.gpx "
-                  "(line 3, column 23: expected end of tag 'name')\n")
+                  "(line 3, column 23: expected end of tag 'name') Correct the tag in the line that is "
+                  "named, or write the file again.\n")
             << name << "=" << value;
     }
 }

@@ -6,6 +6,7 @@
 #include <vexagpx/input/CallbackInputSource.h>
 #include <vexagpx/input/DocumentReading.h>
 #include <vexagpx/input/EntryContent.h>
+#include <vexagpx/input/FailureCause.h>
 #include <vexagpx/input/FolderFiles.h>
 #include <vexagpx/output/MetaDataJson.h>
 #include <vexagpx/output/OptionalMembers.h>
@@ -134,6 +135,8 @@ std::string PlaceText(const std::optional<GpxHead::Error>& error) {
            error->message;
 }
 
+constexpr char kNoGpx[] = "The GPX document element was not found.";
+
 /// A head that is ill-formed is no failure when there is a root element: what precedes the error is the result.
 void ThrowUnlessScanned(const GpxTarvikExtParser& scanner, const std::string& name) {
     if (scanner.GetScanEnd() == kGpxScanRefused)
@@ -143,10 +146,10 @@ void ThrowUnlessScanned(const GpxTarvikExtParser& scanner, const std::string& na
         throw std::runtime_error("Unable to read the head of the file: " + name);
     const GpxHead& head = scanner.GetHead();
     if (head.end == GpxHead::End::kNotGpx)
-        throw std::runtime_error("The GPX document element was not found. (" + name + ")");
+        throw std::runtime_error(kNoGpx + (" (" + name + ")") + FailureAdvice(kNoGpx));
     if (head.end == GpxHead::End::kIllFormed && head.rootName.isEmpty())
         throw std::runtime_error("The file has no head that can be read. (" + name + PlaceText(head.error) +
-                                 ")");
+                                 ")" + (head.error ? FailureAdvice(head.error->message) : ""));
 }
 
 void ScanFile(GpxTarvikExtParser& scanner, const InputFile& file) {

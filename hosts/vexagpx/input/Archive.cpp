@@ -3,6 +3,7 @@
 
 #include <vexagpx/input/EntryName.h>
 #include <vexagpx/input/EntryOverlaps.h>
+#include <vexagpx/input/FailureCause.h>
 #include <vexagpx/input/FileKind.h>
 #include <vexagpx/process/Posix.h>
 
@@ -30,7 +31,8 @@ vexaTransferLib::ZipFileReader OpenArchive(const InputFile& file, const std::str
             throw std::runtime_error(
                 ShownName(argument) +
                 " is a GPX file, not a ZIP archive; show, dump, info and check read it.");
-        throw std::runtime_error(std::string(error.what()) + " (" + argument + ")");
+        throw std::runtime_error(std::string(error.what()) + " (" + argument + ")" +
+                                 FailureAdvice(error.what()));
     }
 }
 

@@ -50,7 +50,8 @@ bool ForEachGpxEntry(const InputFile& file, const ArchiveLimits& limits, const T
         throw std::runtime_error(ShownName(file.Argument()) +
                                  " is a KMZ file, not GPX; GPSBabel can turn the KML in it into GPX.");
     if (count == 0)
-        throw std::runtime_error("The archive holds no GPX file. (" + file.Argument() + ")");
+        throw std::runtime_error("The archive holds no GPX file. (" + file.Argument() +
+                                 ") vexagpx zip list tells what it has.");
     return succeeded;
 }
 

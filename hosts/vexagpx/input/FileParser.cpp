@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/input/FileParser.h>
 
+#include <vexagpx/input/FailureCause.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/process/Signals.h>
 #include <vexagpx/terminal/ProgressBar.h>
@@ -102,12 +103,14 @@ std::string MessageOf(const std::exception& failure, const std::string& name) {
     return more.empty() ? message : message + " (" + more + ")";
 }
 
-/// Advice for a user whose file was refused; empty for any other failure.
+/// What the user can do; empty when it is not known.
 std::string AdviceFor(const std::exception& failure) {
     const GpxReadErrorDetails* const details = vexaTransferLib::FindReadErrorDetails(failure);
-    const bool isRefusal = details != nullptr && (details->kind == GpxReadErrorKind::kUntrusted ||
-                                                  details->kind == GpxReadErrorKind::kOverLimit);
-    return isRefusal ? kTrustAdvice : "";
+    if (details == nullptr)
+        return {};
+    if (details->kind == GpxReadErrorKind::kUntrusted || details->kind == GpxReadErrorKind::kOverLimit)
+        return kTrustAdvice;
+    return FailureAdvice(details->MessageFor({}) + ' ' + details->parserMessage);
 }
 
 void StopWhenInterrupted(const std::string& name) {

@@ -202,7 +202,8 @@ TEST(CheckTest, AFileThatCannotBeReadShowsOnlyWhatTheParserSaid) {
     EXPECT_EQ(Lines(result.out).back(), "3 files could not be read. Everything else was read.");
     EXPECT_THAT(Lines(result.err),
                 ElementsAre(HasSubstr("bad.gpx (line 2, column 44: "),
-                            "vexagpx: Unable to read a GPX point's latitude. (other.gpx, line 2, column 7)",
+                            "vexagpx: Unable to read a GPX point's latitude. (other.gpx, line 2, column 7) "
+                            "Remove the point, or correct its lat and lon.",
                             HasSubstr("missing.gpx")));
 }
 

@@ -162,7 +162,8 @@ TEST(InfoTest, JsonHoldsTheHeadOfAForeignFile) {
     const Result other = InfoOfWhatIsNotGpx("<other/>", {"--json"});
     EXPECT_EQ(other.out, R"({"file":"t.gpx","head":{"rootName":"other","end":"notGpx"}})"
                          "\n");
-    EXPECT_EQ(other.err, "vexagpx: The GPX document element was not found. (t.gpx)\n");
+    EXPECT_EQ(other.err, "vexagpx: The GPX document element was not found. (t.gpx) Export it as GPX from the "
+                         "program that made it.\n");
 }
 
 TEST(InfoTest, LinesShowTheHeadOfAForeignFile) {
@@ -258,7 +259,7 @@ TEST(InfoTest, ALineReportsAHeadThatIsNotWellFormed) {
                          "  Error        line 1, column 1\n"
                          "               invalid document structure\n");
     EXPECT_EQ(words.err, "vexagpx: The file has no head that can be read. (t.gpx, line 1, column 1: invalid "
-                         "document structure)\n");
+                         "document structure) Look where it comes from for the GPX file.\n");
     EXPECT_EQ(InfoOf(Gpx("<metadata>" + kTime + "</metadata></oops>")),
               "t.gpx: 2009-01-15T10:20:30Z, the head is not well-formed XML\n" + kVersionLine +
                   "  Error        line 2, column 57\n"

@@ -200,7 +200,7 @@ TEST(FileKindTest, ZipCommandsNameWhatIsNoArchive) {
     EXPECT_EQ(RunTool({"zip", "test", "walk.fit"}, folder.Path()).err,
               "vexagpx: walk.fit is a FIT file, not a ZIP archive.\n");
     EXPECT_EQ(RunTool({"zip", "list", "words.zip"}, folder.Path()).err,
-              "vexagpx: Could not open ZIP for reading. (words.zip)\n");
+              "vexagpx: Could not open ZIP for reading. (words.zip) Get it again from where it comes.\n");
 }
 
 TEST(FileKindTest, AnArchiveMayFollowOtherBytesWhenItIsNamedSo) {

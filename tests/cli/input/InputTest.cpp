@@ -32,7 +32,8 @@ TEST(InputTest, AFileThatIsNotWellFormedIsReportedWithLineAndColumn) {
         EXPECT_EQ(result.status, 1) << command;
         EXPECT_EQ(result.out, "") << command;
         EXPECT_EQ(result.err, "vexagpx: One or more errors encountered while parsing the GPX file: "
-                              "not-well-formed.gpx (line 3, column 23: expected end of tag 'name')\n")
+                              "not-well-formed.gpx (line 3, column 23: expected end of tag 'name') Correct "
+                              "the tag in the line that is named, or write the file again.\n")
             << command;
     }
 }
@@ -51,11 +52,14 @@ TEST(InputTest, MessagesWithoutAPathAreFollowedByTheFileAndTheLine) {
     folder.Write("version.gpx", "<gpx/>");
     folder.Write("new.gpx", "<gpx version='1.2'/>");
     const std::vector<std::pair<std::string, std::string>> rows = {
-        {"root.gpx", "The GPX document element was not found. (root.gpx, line 1, column 9)"},
-        {"version.gpx", "Unable to read the GPX version. (version.gpx, line 1, column 7)"},
-        {"new.gpx", "Unsupported GPX version string. (new.gpx, line 1, column 21)"},
-        {Data("no-position.gpx"),
-         "Unable to read a GPX point's latitude. (" + Data("no-position.gpx") + ", line 3, column 23)"},
+        {"root.gpx", "The GPX document element was not found. (root.gpx, line 1, column 9) Export it as GPX "
+                     "from the program that made it."},
+        {"version.gpx", "Unable to read the GPX version. (version.gpx, line 1, column 7) Add version=\"1.1\" "
+                        "to the gpx element."},
+        {"new.gpx", "Unsupported GPX version string. (new.gpx, line 1, column 21) Write version=\"1.1\" or "
+                    "\"1.0\" in the gpx element, as its namespace says."},
+        {Data("no-position.gpx"), "Unable to read a GPX point's latitude. (" + Data("no-position.gpx") +
+                                      ", line 3, column 23) Remove the point, or correct its lat and lon."},
         {"", "The GPX file path was empty or invalid."},
     };
     for (const auto& [file, message] : rows) {
@@ -115,7 +119,8 @@ TEST(InputTest, MessagesAboutStandardInputShowADash) {
                            .Run();
     EXPECT_EQ(bad.status, 1);
     EXPECT_EQ(bad.err, "vexagpx: One or more errors encountered while parsing the GPX file: - "
-                       "(line 3, column 23: expected end of tag 'name')\n");
+                       "(line 3, column 23: expected end of tag 'name') Correct the tag in the line that is "
+                       "named, or write the file again.\n");
     const Result empty = Tool({"dump", "-"}).Stdin("").Set("TMPDIR", temporary.Path()).Run();
     EXPECT_EQ(empty.status, 1);
     EXPECT_EQ(empty.err, "vexagpx: standard input is empty; look where it comes from for the whole file.\n");
