@@ -14,6 +14,7 @@
 #include <vexagpx/commands/Show.h>
 #include <vexagpx/commands/Stats.h>
 #include <vexagpx/commands/Zip.h>
+#include <vexagpx/process/Colours.h>
 #include <vexagpx/process/Messages.h>
 
 #include <vexaTrackLib/GeocacheFilter.h>
@@ -234,6 +235,22 @@ void AddProgress(CLI::App& command, Invocation& invocation) {
     command.add_flag("--no-progress", invocation.noProgress, "Show no progress while long files are read");
 }
 
+/// Colours are no matter of a command's options: what writes to standard output knows whether it uses them.
+void AddColours(CLI::App& command) {
+    const auto use = [](const std::string& when) {
+        SetColourUse(when == "always"  ? ColourUse::kAlways
+                     : when == "never" ? ColourUse::kNever
+                                       : ColourUse::kAuto);
+    };
+    command
+        .add_option_function<std::string>("--colour", use,
+                                          "Use colours: auto (in a terminal, unless NO_COLOR\n"
+                                          "is set), always or never")
+        ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
+        ->type_name("WHEN")
+        ->default_str("auto");
+}
+
 void AddTrust(CLI::App& command, InputRules& rules) {
     command.add_flag("--trust", rules.isTrusted,
                      "Follow document types and entities and set\n"
@@ -313,6 +330,7 @@ void AddShow(CLI::App& app, Invocation& invocation) {
     CLI::App& command =
         AddCommand(app, invocation, {"show", "Show what is in GPX files", kShowExamples}, options, Show);
     AddFiles(command, invocation, *options);
+    AddColours(command);
     AddAsHost(command, options->rules, "Show what other programs with this library get");
     command.add_flag("--all", options->all, "List every waypoint, route, track and geocache");
     command.add_flag("--json", options->json, "Print a line of JSON for each document, with all\nof them");
@@ -362,6 +380,7 @@ void AddCaches(CLI::App& app, Invocation& invocation) {
     CLI::App& command = AddCommand(
         app, invocation, {"caches", "List geocaches with their waypoints", kCachesExamples}, options, Caches);
     AddFiles(command, invocation, *options);
+    AddColours(command);
     AddCacheSelection(command, *options);
     command.add_option("--logs", options->logs, "Show the N newest logs")
         ->type_name("N")
@@ -379,6 +398,7 @@ void AddStats(CLI::App& app, Invocation& invocation) {
         AddCommand(app, invocation, {"stats", "Show how far, high, long and fast tracks go", kStatsExamples},
                    options, Stats);
     AddFiles(command, invocation, *options);
+    AddColours(command);
     AddAsHost(command, options->rules, "Measure what other programs with this library get");
     const auto setClimb = [options](const std::string& text) {
         options->figures.climb = ParseLength(text).value();
@@ -423,6 +443,7 @@ void AddInfo(CLI::App& app, Invocation& invocation) {
         AddCommand(app, invocation,
                    {"info", "Show metadata, time and bounds, from file heads", kInfoExamples}, options, Info);
     AddFiles(command, invocation, *options);
+    AddColours(command);
     command.add_flag("--json", options->json, "Print a line of JSON for each file");
 }
 
@@ -469,6 +490,7 @@ void AddIndex(CLI::App& app, Invocation& invocation) {
         app, invocation, {"index", "List files with what they have and find equal ones", kIndexExamples},
         options, Index);
     AddFiles(command, invocation, *options);
+    AddColours(command);
     command.add_flag("--duplicates", options->duplicates,
                      "List groups of documents with equal content,\n"
                      "whatever their white space, creator and version");
@@ -482,6 +504,7 @@ void AddCheck(CLI::App& app, Invocation& invocation) {
         app, invocation, {"check", "Report what of GPX files is read and what is not", kCheckExamples},
         options, Check);
     AddFiles(command, invocation, *options);
+    AddColours(command);
     command.add_flag_callback(
         "--keep",
         [options] {

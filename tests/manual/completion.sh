@@ -42,7 +42,13 @@ while read -r command; do
         --debug-log) expect "$line $option " "$files" ;;
         -o | --output) expect "$line $option " "$files" ;;
         --format) expect "$line $option " $'csv\ngeojson\nkml' ;;
-        --colour) expect "$line $option " $'height\nnone\nspeed' ;;
+        --colour)
+            if [ "$command" = plot ]; then
+                expect "$line $option " $'height\nnone\nspeed'
+            else
+                expect "$line $option " $'always\nauto\nnever'
+            fi
+            ;;
         --layer) expect "$line $option " $'points\nroutes\ntracks\nwaypoints' ;;
         --units) expect "$line $option " $'imperial\nmetric' ;;
         --gpx) expect "$line $option 1" $'1.0\n1.1' ;;

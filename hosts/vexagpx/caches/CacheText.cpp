@@ -102,7 +102,8 @@ void WriteTable(const std::vector<Geocache>& caches, const CacheDetailsWanted& d
         const std::size_t bugs = cache.travelBugs.size();
         table.AddRow({cache.code, cache.name, RatingText(cache), DistanceText(cache), cache.size,
                       DayText(cache.foundTime), StatusText(cache),
-                      bugs == 0 ? icu::UnicodeString() : NumberText(bugs), cache.type});
+                      bugs == 0 ? icu::UnicodeString() : NumberText(bugs), cache.type},
+                     {}, StatusText(cache).isEmpty() ? Style::kPlain : Style::kFaint);
         for (const icu::UnicodeString& note : NotesOf(cache, details))
             table.AddNote(note);
     }
@@ -131,7 +132,7 @@ icu::UnicodeString ValuesLine(const Geocache& cache) {
 
 void WriteParagraph(const Geocache& cache, const CacheDetailsWanted& details, Output& out) {
     const icu::UnicodeString indent(u"  ");
-    WriteWhole(out, Printable(cache.code + u"  " + cache.name), kIndent);
+    WriteWhole(out, Printable(cache.code + u"  " + cache.name), kIndent, Style::kHeading);
     WriteWhole(out, indent + ValuesLine(cache), kIndent);
     for (const icu::UnicodeString& note : NotesOf(cache, details))
         WriteWhole(out, indent + note, 2 * kIndent);
@@ -173,7 +174,7 @@ void WriteCachesText(const CacheTextContent& content, const CacheDetailsWanted& 
     if (content.orphans.empty())
         return;
     out.Write("\n");
-    WriteWhole(out, u"Waypoints whose geocaches are in none of the files:", kIndent);
+    WriteWhole(out, u"Waypoints whose geocaches are in none of the files:", kIndent, Style::kHeading);
     for (const GeocacheCompanion& orphan : content.orphans)
         WriteNote(out, u"  " + CompanionLine(orphan), 2 * kIndent);
 }

@@ -218,7 +218,7 @@ void Summary::WriteTable(const char16_t* title, std::size_t count, Table& table,
     if (count == 0)
         return;
     out.Write("\n");
-    WriteLine(out, title);
+    WriteLine(out, title, Style::kHeading);
     table.Write(out);
     if (count > rowLimit_)
         WriteLine(out, u"  \u2026 and " + NumberText(count - rowLimit_) + u" more (--all lists them)");
@@ -226,7 +226,7 @@ void Summary::WriteTable(const char16_t* title, std::size_t count, Table& table,
 
 /// \param all lists every waypoint, route, track and geocache instead of the first few
 void ShowDocument(const GpxDocument& document, const std::string& heading, bool all, Output& out) {
-    WriteLine(out, FittedAtEnd(Printable(icu::UnicodeString::fromUTF8(heading)), LineWidth(out)));
+    WriteHeading(out, heading);
     Summary(document, all).Write(document, out);
 }
 

@@ -170,7 +170,7 @@ void WriteSums(const PathSum& tracks, const PathSum& routes, std::size_t fewest,
 } // namespace
 
 void WriteStatsText(const DocumentFigures& document, const std::string& heading, Units units, Output& out) {
-    WriteLine(out, FittedAtEnd(Printable(icu::UnicodeString::fromUTF8(heading)), LineWidth(out)));
+    WriteHeading(out, heading);
     std::size_t number = 0;
     for (const PathFigures& track : document.tracks)
         WritePath("Track", ++number, track, InSegments(track.segments), units, out);
@@ -183,7 +183,7 @@ void WriteStatsText(const DocumentFigures& document, const std::string& heading,
 }
 
 void WriteStatsText(const TotalFigures& total, Units units, Output& out) {
-    WriteLine(out, FromAscii("Total of " + Counted(total.files, "file")));
+    WriteLine(out, FromAscii("Total of " + Counted(total.files, "file")), Style::kHeading);
     if (total.allTracks.count + total.allRoutes.count == 0)
         WriteNote(out, u"  They hold no track and no route.", 2);
     WriteSums(total.allTracks, total.allRoutes, 1, units, out);

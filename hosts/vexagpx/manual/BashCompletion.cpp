@@ -74,7 +74,7 @@ _vexagpx() {
         if [[ $cur == --*=* ]]; then
             prev=${cur%%=*} cur=${cur#*=} split=yes
         fi
-        case $prev in
+        case $command:$prev in
 )";
 
 constexpr char kTail[] = R"(        esac
@@ -148,8 +148,10 @@ std::string BashCompletion(const Command& tool) {
     for (const Command* command : AllOf(tool))
         text += CommandCase(*command);
     text += Replaced(kWalk, "@VALUE_OPTIONS@", NamesOf(values, " | "));
+    for (const OtherValue& other : OtherValues(tool))
+        text += ValueCase(Quoted(PathBelowTool(*other.command)) + ":" + other.option, other.value);
     for (const auto& [option, value] : values)
-        text += ValueCase(option, value);
+        text += ValueCase("*:" + option, value);
     return text + kTail;
 }
 

@@ -33,6 +33,7 @@ Value ValueOf(const std::string& name) {
         {"UNITS", {"UNITS", Completion::kWords, {"metric", "imperial"}}},
         {"URL", {"URL", Completion::kNothing, {}}},
         {"VERSION", {"VERSION", Completion::kWords, {"1.0", "1.1"}}},
+        {"WHEN", {"WHEN", Completion::kWords, {"auto", "always", "never"}}},
     };
     const auto found = values.find(name);
     if (found == values.end())
@@ -105,14 +106,26 @@ std::map<std::string, Value> OptionValues(const Command& tool) {
             for (const std::string& name : option.names) {
                 // An empty name means no value.
                 const Value& first = values.emplace(name, option.value).first->second;
-                if (first.name != option.value.name)
-                    throw std::runtime_error(name + " takes another value in " + command->path);
+                if (first.name.empty() != option.value.name.empty())
+                    throw std::runtime_error(name + " takes a value only sometimes: in " + command->path);
             }
         }
     }
     for (auto option = values.begin(); option != values.end();)
         option = option->second.name.empty() ? values.erase(option) : std::next(option);
     return values;
+}
+
+std::vector<OtherValue> OtherValues(const Command& tool) {
+    const std::map<std::string, Value> values = OptionValues(tool);
+    std::vector<OtherValue> others;
+    for (const Command* command : AllOf(tool))
+        for (const Option& option : command->options)
+            for (const std::string& name : option.names)
+                if (const auto first = values.find(name);
+                    first != values.end() && first->second.name != option.value.name)
+                    others.push_back({command, name, option.value});
+    return others;
 }
 
 std::string NamesOf(const std::map<std::string, Value>& options, const std::string& separator) {

@@ -54,9 +54,19 @@ Command Describe(const CLI::App& app);
 /// \p command and all below it, each before its own commands.
 std::vector<const Command*> AllOf(const Command& command);
 
-/// The values of all options that take one, by the option's name: "--gpx".
-/// \throws std::runtime_error when an option takes a value in one command and another or none elsewhere
+/// The values of all options that take one, by the option's name: "--gpx". Of an option that takes another value in
+/// another command the first one.
+/// \throws std::runtime_error when an option takes a value in one command and none in another
 std::map<std::string, Value> OptionValues(const Command& tool);
+
+/// An option that takes another value in this command than in the first one that has it.
+struct OtherValue {
+    const Command* command;
+    std::string option;
+    Value value;
+};
+
+std::vector<OtherValue> OtherValues(const Command& tool);
 
 /// "--app|--gpx|--url"
 std::string NamesOf(const std::map<std::string, Value>& options, const std::string& separator);

@@ -2,6 +2,7 @@
 #include <vexagpx/process/Messages.h>
 
 #include <vexagpx/process/Output.h>
+#include <vexagpx/process/PlainText.h>
 #include <vexagpx/process/Posix.h>
 #include <vexagpx/process/TerminalControl.h>
 
@@ -23,10 +24,12 @@ std::atomic<bool> statusShown{false};
 
 std::string WithoutControls(const std::string& message) {
     const icu::UnicodeString text = icu::UnicodeString::fromUTF8(message);
+    const bool isAscii = ShowsOnlyAscii(STDERR_FILENO);
     std::string clean;
     for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
         const UChar32 character = text.char32At(i);
-        icu::UnicodeString(IsTerminalControl(character) ? UChar32{'?'} : character).toUTF8String(clean);
+        const bool isShown = !IsTerminalControl(character) && (character < 0x80 || !isAscii);
+        icu::UnicodeString(isShown ? character : UChar32{'?'}).toUTF8String(clean);
     }
     return clean;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/process/Output.h>
 
+#include <vexagpx/process/Colours.h>
+#include <vexagpx/process/PlainText.h>
 #include <vexagpx/process/Posix.h>
 
 #include <cerrno>
@@ -55,6 +57,14 @@ void Output::Close() {
         return;
     if (::close(fd_) != 0 && errno != EINTR)
         Fail();
+}
+
+bool Output::UsesColours() const {
+    return !take_ && vexagpx::UsesColours(fd_);
+}
+
+bool Output::ShowsOnlyAscii() const {
+    return !take_ && vexagpx::ShowsOnlyAscii(fd_);
 }
 
 std::optional<std::size_t> Output::TerminalColumns() const {

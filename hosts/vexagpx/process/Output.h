@@ -41,6 +41,10 @@ public:
 
     /// The columns of the terminal that it is; empty when it is none, or one that does not know them.
     std::optional<std::size_t> TerminalColumns() const;
+    /// True when text in it may have colours.
+    bool UsesColours() const;
+    /// True when it is a terminal that shows only ASCII.
+    bool ShowsOnlyAscii() const;
 
 private:
     void GiveBuffer();

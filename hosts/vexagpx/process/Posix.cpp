@@ -2,7 +2,9 @@
 #include <vexagpx/process/Posix.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -91,6 +93,11 @@ std::uint64_t FileSize(int fd) {
 std::uint64_t FileSize(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 ? SizeOf(status) : 0;
+}
+
+bool IsCapableTerminal(int fd) {
+    const char* const kind = std::getenv("TERM");
+    return ::isatty(fd) != 0 && kind != nullptr && *kind != '\0' && std::string_view(kind) != "dumb";
 }
 
 std::string ErrorText(int error) {

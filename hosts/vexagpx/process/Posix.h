@@ -58,6 +58,9 @@ std::string ReadAll(int fd);
 std::uint64_t FileSize(int fd);
 std::uint64_t FileSize(const std::string& path);
 
+/// True for a terminal that can do more than show characters, such as moving the cursor: not for one of the kind "dumb".
+bool IsCapableTerminal(int fd);
+
 /// The text of an error number, in English whatever the locale.
 std::string ErrorText(int error);
 

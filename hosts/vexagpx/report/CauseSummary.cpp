@@ -129,7 +129,8 @@ void CauseSummary::WriteGroups(Kind kind, std::string_view title, Output& out) c
     const std::vector<const Group*> groups = Sorted(kind);
     if (groups.empty())
         return;
-    out.Write("\n" + std::string(title) + "\n");
+    out.Write("\n");
+    WriteLine(out, icu::UnicodeString::fromUTF8(std::string(title)), Style::kHeading);
     for (const Group* group : groups)
         WriteGroup(*group, out);
 }

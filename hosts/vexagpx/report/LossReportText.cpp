@@ -52,15 +52,22 @@ std::string Times(const Entry& entry) {
 }
 
 /// \param indent of the lines after the first one, in a terminal
-void WriteText(const std::string& line, std::size_t indent, Output& out) {
-    WriteWhole(out, icu::UnicodeString::fromUTF8(line), indent);
+void WriteText(const std::string& line, std::size_t indent, Output& out, Style style = Style::kPlain) {
+    WriteWhole(out, icu::UnicodeString::fromUTF8(line), indent, style);
+}
+
+/// Writes the title of what follows, below an empty line.
+void WriteTitle(std::string_view title, Output& out, Style style = Style::kHeading) {
+    out.Write("\n");
+    WriteText(std::string(title), 0, out, style);
 }
 
 /// Writes the location with the first line, and below it the other lines that are not empty.
 template <class Entry>
-void WriteEntry(const Entry& entry, const std::string& first, std::string_view second, Output& out) {
+void WriteEntry(const Entry& entry, const std::string& first, std::string_view second, Output& out,
+                Style style = Style::kPlain) {
     const std::string location = LocationText(entry.locations.front());
-    WriteText("  " + location + "  " + first, location.size() + 4, out);
+    WriteText("  " + location + "  " + first, location.size() + 4, out, style);
     for (const std::string& line : {std::string(second), Times(entry)})
         if (!line.empty())
             WriteText("      " + line, 6, out);
@@ -69,7 +76,7 @@ void WriteEntry(const Entry& entry, const std::string& first, std::string_view s
 void WriteMessages(const LossReport& report, Output& out) {
     if (report.Messages().Count() == 0)
         return;
-    out.Write("\nMessages of the XML parser\n");
+    WriteTitle("Messages of the XML parser", out);
     report.Messages().ForEach([&](const auto& entry) {
         const XmlMessage& xmlMessage = entry.value;
         const std::string file = xmlMessage.file.empty() ? "" : "in " + Shown(xmlMessage.file);
@@ -80,21 +87,22 @@ void WriteMessages(const LossReport& report, Output& out) {
 void WriteSkipped(const LossReport& report, std::string_view title, Output& out) {
     if (report.SkippedElements().Count() == 0)
         return;
-    out.Write("\n" + std::string(title) + "\n");
+    WriteTitle(title, out);
     report.SkippedElements().ForEach([&](const auto& entry) {
         const SkippedElement& element = entry.value;
         const std::string why = std::string(Word(element.reason)) + ": " + Shown(element.message);
         const std::string attribute = element.attribute.empty() ? "" : "@" + Shown(element.attribute);
-        WriteEntry(entry, Shown(element.element) + attribute + (element.isLoss ? " (lost)" : ""), why, out);
+        WriteEntry(entry, Shown(element.element) + attribute + (element.isLoss ? " (lost)" : ""), why, out,
+                   element.isLoss ? Style::kBad : Style::kPlain);
     });
 }
 
 void WriteSchemaErrors(const SchemaReport& report, Output& out) {
     if (report.IsValid()) {
-        out.Write("\nValid by its schema\n");
+        WriteTitle("Valid by its schema", out, Style::kGood);
         return;
     }
-    out.Write("\nNot valid by its schema\n");
+    WriteTitle("Not valid by its schema", out, Style::kBad);
     report.Errors().ForEach([&](const auto& entry) {
         const SchemaError& error = entry.value;
         WriteEntry(entry, Shown(error.element),
@@ -103,15 +111,15 @@ void WriteSchemaErrors(const SchemaReport& report, Output& out) {
 }
 
 void WriteWriting(const WritingCheck& check, Output& out) {
-    out.Write("\nWritten as GPX " + check.version + "\n");
+    WriteTitle("Written as GPX " + check.version, out);
     for (const std::string& line : UnwrittenLines(check.unwritten))
-        WriteText("  " + line + " (lost)", 4, out);
+        WriteText("  " + line + " (lost)", 4, out, Style::kBad);
     for (const std::string& difference : check.differences)
-        WriteText("  " + Shown(difference) + " (lost)", 4, out);
+        WriteText("  " + Shown(difference) + " (lost)", 4, out, Style::kBad);
     if (check.otherDifferences > 0)
         out.Write("  and " + Counted(check.otherDifferences, "other difference") + " (lost)\n");
     if (check.LostCount() == 0)
-        out.Write("  Nothing is lost.\n");
+        WriteText("  Nothing is lost.", 2, out, Style::kGood);
 }
 
 /// ", and 2 of them are losses".
@@ -136,11 +144,11 @@ std::string FailureText(const CheckTotals& totals) {
 void WriteLossReportText(const std::string& heading, const DocumentCounts* counts, const Findings& findings,
                          Output& out) {
     const LossReport& losses = findings.losses;
-    WriteText(Shown(heading), 0, out);
+    WriteText(Shown(heading), 0, out, Style::kHeading);
     if (counts != nullptr)
         WriteCounts(*counts, GeocacheDetail::kLogsAndTravelBugs, out);
     else
-        out.Write("  It could not be read.\n");
+        WriteText("  It could not be read.", 2, out, Style::kBad);
     WriteMessages(losses, out);
     if (findings.schema != nullptr)
         WriteSchemaErrors(*findings.schema, out);

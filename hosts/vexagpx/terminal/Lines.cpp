@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/terminal/Lines.h>
 
+#include <vexagpx/terminal/AsciiText.h>
 #include <vexagpx/terminal/Clusters.h>
 #include <vexagpx/terminal/DisplayText.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace vexagpx {
 
@@ -15,9 +17,32 @@ namespace {
 constexpr std::size_t kNarrowest = 20;
 constexpr std::size_t kMostNoteLines = 4;
 
-void Write(Output& out, const icu::UnicodeString& line) {
+std::string_view CodesOf(Style style) {
+    switch (style) {
+    case Style::kHeading:
+        return "\x1B[1m";
+    case Style::kGood:
+        return "\x1B[32m";
+    case Style::kBad:
+        return "\x1B[31m";
+    case Style::kFaint:
+        return "\x1B[2m";
+    case Style::kPlain:
+        break;
+    }
+    return {};
+}
+
+void Write(Output& out, const icu::UnicodeString& line, Style style = Style::kPlain) {
     std::string bytes;
-    out.Write(line.toUTF8String(bytes));
+    (out.ShowsOnlyAscii() ? InAscii(line) : line).toUTF8String(bytes);
+    if (style == Style::kPlain || !out.UsesColours()) {
+        out.Write(bytes);
+    } else {
+        out.Write(CodesOf(style));
+        out.Write(bytes);
+        out.Write("\x1B[0m");
+    }
     out.Write("\n");
 }
 
@@ -70,8 +95,13 @@ std::vector<icu::UnicodeString> Wrapped(const icu::UnicodeString& text, std::siz
     return lines;
 }
 
-void WriteLine(Output& out, const icu::UnicodeString& line) {
-    Write(out, Fitted(line, LineWidth(out)));
+void WriteLine(Output& out, const icu::UnicodeString& line, Style style) {
+    Write(out, Fitted(line, LineWidth(out)), style);
+}
+
+void WriteHeading(Output& out, const std::string& name) {
+    WriteLine(out, FittedAtEnd(Printable(icu::UnicodeString::fromUTF8(name)), LineWidth(out)),
+              Style::kHeading);
 }
 
 void WriteNote(Output& out, const icu::UnicodeString& line, std::size_t indent) {
@@ -86,11 +116,11 @@ void WriteNote(Output& out, const icu::UnicodeString& line, std::size_t indent) 
         Write(out, one);
 }
 
-void WriteWhole(Output& out, const icu::UnicodeString& line, std::size_t indent) {
+void WriteWhole(Output& out, const icu::UnicodeString& line, std::size_t indent, Style style) {
     if (!out.TerminalColumns())
-        return Write(out, line);
+        return Write(out, line, style);
     for (const icu::UnicodeString& one : Wrapped(line, LineWidth(out), indent))
-        Write(out, one);
+        Write(out, one, style);
 }
 
 } // namespace vexagpx

@@ -2,11 +2,10 @@
 #include <vexagpx/terminal/ProgressBar.h>
 
 #include <vexagpx/process/Messages.h>
+#include <vexagpx/process/Posix.h>
 #include <vexagpx/terminal/DisplayText.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <string_view>
 
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -48,11 +47,6 @@ std::size_t UsableColumns(int terminal) {
     return size.ws_col - 1U;
 }
 
-bool CanShow(int fd) {
-    const char* const kind = std::getenv("TERM");
-    return ::isatty(fd) != 0 && kind != nullptr && *kind != '\0' && std::string_view(kind) != "dumb";
-}
-
 /// False for a job in the background, which must not overwrite what another one shows.
 bool IsInForeground(int terminal) {
     const pid_t group = ::tcgetpgrp(terminal);
@@ -90,8 +84,8 @@ bool ProgressPace::IsDue(Time now) {
 }
 
 ProgressBar::ProgressBar(const std::string& name)
-    : name_(Printable(icu::UnicodeString::fromUTF8(name))), wanted_(!hidden && CanShow(STDERR_FILENO)),
-      pace_(std::chrono::steady_clock::now()) {}
+    : name_(Printable(icu::UnicodeString::fromUTF8(name))),
+      wanted_(!hidden && IsCapableTerminal(STDERR_FILENO)), pace_(std::chrono::steady_clock::now()) {}
 
 ProgressBar::~ProgressBar() {
     ClearStatus();

@@ -42,10 +42,10 @@ std::size_t Shrink(std::vector<std::size_t>& widths, std::size_t excess, std::si
 
 } // namespace
 
-void Table::AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note) {
+void Table::AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note, Style style) {
     for (icu::UnicodeString& cell : cells)
         cell = Printable(cell);
-    rows_.push_back({std::move(cells), {}});
+    rows_.push_back({std::move(cells), {}, style});
     AddNote(note);
 }
 
@@ -134,11 +134,11 @@ void Table::Write(Output& out) {
     for (const Column& column : columns_)
         titles.push_back(column.title);
     const bool isCut = out.TerminalColumns().has_value();
-    WriteLine(out, Line(titles, widths, isCut));
+    WriteLine(out, Line(titles, widths, isCut), Style::kFaint);
     const auto noteStart = static_cast<std::int32_t>(kIndent + widths.front() + kGap);
     const icu::UnicodeString noteIndent(noteStart, u' ', noteStart);
     for (const Row& row : rows_) {
-        WriteLine(out, Line(row.cells, widths, isCut));
+        WriteLine(out, Line(row.cells, widths, isCut), row.style);
         for (const icu::UnicodeString& note : row.notes)
             WriteNote(out, noteIndent + note, static_cast<std::size_t>(noteStart));
     }

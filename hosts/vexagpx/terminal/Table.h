@@ -30,7 +30,8 @@ public:
     explicit Table(std::vector<Column> columns) : columns_(std::move(columns)) {}
 
     /// Adds one cell for each column. A note that is not empty gets a line of its own below the row.
-    void AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note = {});
+    void AddRow(std::vector<icu::UnicodeString> cells, const icu::UnicodeString& note = {},
+                Style style = Style::kPlain);
     /// Adds another such line below the last row, unless the note is empty.
     void AddNote(const icu::UnicodeString& note);
 
@@ -42,6 +43,7 @@ private:
     struct Row {
         std::vector<icu::UnicodeString> cells;
         std::vector<icu::UnicodeString> notes;
+        Style style;
     };
 
     void DropColumn(std::size_t column);

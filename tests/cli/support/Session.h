@@ -69,7 +69,8 @@ private:
 
     Folder files_;
     std::vector<std::string> arguments_;
-    std::map<std::string, std::string> environment_;
+    // Few tests are about colours.
+    std::map<std::string, std::string> environment_ = {{"NO_COLOR", "1"}};
     std::string folder_ = ".";
     unsigned short columns_ = 80;
     bool background_ = false;
