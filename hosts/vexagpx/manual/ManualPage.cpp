@@ -129,7 +129,20 @@ std::string NotesOf(const Command& command) {
     return Replaced(notes, "\n", " ");
 }
 
-std::string CommandSection(const Command& tool, const Command& command) {
+/// What a person types and gets: the lines of the command between its own and the next line that starts with "##".
+std::string ExampleOf(const Command& command, const std::string& examples) {
+    const std::string start = "\n## " + command.path + "\n";
+    const std::size_t found = examples.find(start);
+    if (found == std::string::npos)
+        throw std::runtime_error("There is no example of " + command.path);
+    std::istringstream lines(examples.substr(found + start.size()));
+    std::string text = ".PP\nExample:\n.PP\n.nf\n.RS\n";
+    for (std::string line; std::getline(lines, line) && !line.starts_with("##");)
+        text += (line.empty() || line.front() == '.' ? "\\&" : "") + Typed(line) + "\n";
+    return text + ".RE\n.fi\n";
+}
+
+std::string CommandSection(const Command& tool, const Command& command, const std::string& examples) {
     std::string text = ".SS \"" + Typed(command.path) + "\"\n" + Bold(command.path);
     for (const Option& option : command.options)
         text += "\n[" + Replaced(NamesOf(option), ", ", " | ") + "]";
@@ -143,14 +156,16 @@ std::string CommandSection(const Command& tool, const Command& command) {
             text += OptionEntry(option);
     }
     const std::string notes = NotesOf(command);
-    return notes.empty() ? text : text + ".PP\n" + Text(notes) + "\n";
+    if (!notes.empty())
+        text += ".PP\n" + Text(notes) + "\n";
+    return text + ExampleOf(command, examples);
 }
 
-std::string Commands(const Command& tool) {
+std::string Commands(const Command& tool, const std::string& examples) {
     std::string text;
     for (const Command* command : AllOf(tool)) {
         if (command->commands.empty())
-            text += CommandSection(tool, *command);
+            text += CommandSection(tool, *command, examples);
     }
     return text;
 }
@@ -200,9 +215,9 @@ std::string Filled(const std::string& text, const std::string& place, const std:
 
 } // namespace
 
-std::string ManualPage(const Command& tool, const std::string& text) {
+std::string ManualPage(const Command& tool, const std::string& text, const std::string& examples) {
     std::string page = Filled(text, "%SYNOPSIS%", Synopsis(tool));
-    page = Filled(page, "%COMMANDS%", Commands(tool));
+    page = Filled(page, "%COMMANDS%", Commands(tool, examples));
     page = Filled(page, "%OPTIONS%", SharedOptions(tool));
     return Filled(page, "%EXAMPLES%", Examples(tool));
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
 // Writes the tool's manual page or one of its completions, depending on the name of the file.
-//   vexagpx_manual OUTPUT TEMPLATE
+//   vexagpx_manual OUTPUT TEMPLATE EXAMPLES
 
 #include <vexagpx/CommandLine.h>
 #include <vexagpx/manual/Writers.h>
@@ -27,13 +27,14 @@ std::string Content(const std::string& path) {
     return content;
 }
 
-std::string Written(const std::string& name, const std::string& templatePath) {
+std::string Written(const std::string& name, const std::string& templatePath,
+                    const std::string& examplesPath) {
     CLI::App app;
     vexagpx::Invocation invocation;
     vexagpx::AddCommands(app, invocation);
     const Command tool = Describe(app);
     if (name == "vexagpx.1")
-        return ManualPage(tool, Content(templatePath));
+        return ManualPage(tool, Content(templatePath), Content(examplesPath));
     if (name == "vexagpx.bash")
         return BashCompletion(tool);
     if (name == "_vexagpx")
@@ -46,10 +47,10 @@ std::string Written(const std::string& name, const std::string& templatePath) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3)
+    if (argc != 4)
         return 2;
     try {
-        const std::string text = Written(argv[1], argv[2]);
+        const std::string text = Written(argv[1], argv[2], argv[3]);
         std::ofstream file(argv[1]);
         file << text;
         file.close();
