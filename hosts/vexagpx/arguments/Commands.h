@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexagpx/CommandLine.h>
+
+namespace vexagpx {
+
+// Each gives the tool a command with its arguments, options and examples.
+
+void AddShow(CLI::App& app, Invocation& invocation);
+void AddStats(CLI::App& app, Invocation& invocation);
+void AddCaches(CLI::App& app, Invocation& invocation);
+void AddDump(CLI::App& app, Invocation& invocation);
+void AddInfo(CLI::App& app, Invocation& invocation);
+void AddIndex(CLI::App& app, Invocation& invocation);
+void AddCheck(CLI::App& app, Invocation& invocation);
+void AddPlot(CLI::App& app, Invocation& invocation);
+void AddConvert(CLI::App& app, Invocation& invocation);
+void AddExport(CLI::App& app, Invocation& invocation);
+void AddClean(CLI::App& app, Invocation& invocation);
+void AddZip(CLI::App& app, Invocation& invocation);
+
+} // namespace vexagpx
