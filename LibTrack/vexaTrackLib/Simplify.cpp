@@ -88,8 +88,8 @@ std::vector<std::size_t> SimplifyTo(const std::vector<Place>& places, std::size_
     std::vector<std::size_t> kept = Simplify(places, 0.0);
     if (kept.size() <= std::max<std::size_t>(most, 2))
         return kept;
-    // An error that reaches from the first place to all others leaves two places.
-    double high = std::max(Reach(places), 1e-9);
+    // An error twice as long as the way from the first place to any other leaves two places, also of a line that comes back.
+    double high = std::max(2.0 * Reach(places), 1e-9);
     double low = high * 1e-12;
     kept = Simplify(places, high);
     while (high > low * 1.01) {

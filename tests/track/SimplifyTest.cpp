@@ -55,6 +55,10 @@ TEST(SimplifyTest, KeepsEndsAndCorners) {
     EXPECT_THAT(Simplify(places, 0.1), ElementsAre(0, 3, 6));
 }
 
+TEST(SimplifyTest, ALineThatComesBackHalfwayHasNoMorePlacesThanWanted) {
+    EXPECT_THAT(SimplifyTo({{0, 0}, {10, 0}, {1, 0}}, 2), ElementsAre(0, 2));
+}
+
 TEST(SimplifyTest, KeepsTheWayOutAndBackAlongALine) {
     const Places places = {{0, 0}, {5, 0}, {10, 0}, {5, 0}, {0, 0}};
     EXPECT_THAT(Simplify(places, 0.1), ElementsAre(0, 2, 4));
