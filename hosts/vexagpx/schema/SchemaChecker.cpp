@@ -75,12 +75,13 @@ private:
     void LoadSchemas();
 
     xercesc::XMLGrammarPoolImpl schemas_;
+    Validator validator_; ///< which the reader does not own
     std::unique_ptr<xercesc::SAX2XMLReader> reader_;
 };
 
 SchemaChecker::Parser::Parser()
-    : reader_(
-          xercesc::XMLReaderFactory::createXMLReader(xercesc::XMLPlatformUtils::fgMemoryManager, &schemas_)) {
+    : validator_(errors), reader_(xercesc::XMLReaderFactory::createXMLReader(
+                              xercesc::XMLPlatformUtils::fgMemoryManager, &schemas_)) {
     reader_->setErrorHandler(&errors);
     LoadSchemas();
     reader_->setContentHandler(&errors);
@@ -93,8 +94,7 @@ SchemaChecker::Parser::Parser()
     reader_->setFeature(xercesc::XMLUni::fgXercesSkipDTDValidation, true);
     reader_->setFeature(xercesc::XMLUni::fgXercesLoadExternalDTD, false);
     reader_->setFeature(xercesc::XMLUni::fgXercesDisableDefaultEntityResolution, true);
-    // The reader owns it.
-    reader_->setValidator(new Validator(errors));
+    reader_->setValidator(&validator_);
 }
 
 void SchemaChecker::Parser::LoadSchemas() {
