@@ -26,7 +26,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto kLimit = 60s;
-constexpr auto kRest = 40ms;
 
 using Clock = std::chrono::steady_clock;
 
@@ -157,12 +156,12 @@ bool Session::Until(const std::function<bool()>& condition) {
     return false;
 }
 
-bool Session::StepUntil(const std::function<bool()>& condition) {
+bool Session::StepUntil(const std::function<bool()>& condition, std::chrono::milliseconds pause) {
     for (const auto start = Clock::now(); Clock::now() - start < kLimit;) {
         Stop();
         if (ended_)
             return false;
-        for (const auto rest = Clock::now(); Clock::now() - rest < kRest;)
+        for (const auto rest = Clock::now(); Clock::now() - rest < pause;)
             Pump(5ms);
         if (condition())
             return true;

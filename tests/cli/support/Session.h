@@ -41,9 +41,9 @@ public:
 
     /// Waits until the condition holds. False when it does not within a minute, or the run has ended before.
     bool Until(const std::function<bool()>& condition);
-    /// Lets the run continue in small steps, with long pauses between them, until the condition holds in a
-    /// pause.
-    bool StepUntil(const std::function<bool()>& condition);
+    /// Lets the run continue in small steps, with a pause after each, until the condition holds in a pause.
+    bool StepUntil(const std::function<bool()>& condition,
+                   std::chrono::milliseconds pause = std::chrono::milliseconds(40));
     /// Waits for the end.
     void Finish();
 
