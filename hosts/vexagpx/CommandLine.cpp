@@ -55,6 +55,8 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     AddCheck(app, invocation);
     AddConvert(app, invocation);
     AddExport(app, invocation);
+    AddSimplify(app, invocation);
+    AddReverse(app, invocation);
     AddClean(app, invocation);
     AddZip(app, invocation);
     app.footer("Exit status: 0 success, 1 input or output failed or check found a loss, 2 wrong\n"
@@ -71,6 +73,8 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "  vexagpx check walk.gpx\n"
                "  vexagpx convert --gpx 1.1 old.gpx new.gpx\n"
                "  vexagpx export walk.gpx -o walk.geojson\n"
+               "  vexagpx simplify walk.gpx short.gpx --error 5m\n"
+               "  vexagpx reverse walk.gpx back.gpx\n"
                "  vexagpx clean description.html\n"
                "  vexagpx zip list pocket-query.zip\n"
                "\n"

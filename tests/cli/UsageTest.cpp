@@ -10,9 +10,9 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},        {"stats"},      {"caches"},      {"dump"},          {"info"},  {"plot"},
-    {"check"},       {"convert"},    {"export"},      {"index"},         {"clean"}, {"zip"},
-    {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},     {"stats"},   {"caches"},      {"dump"},       {"info"},        {"plot"},
+    {"check"},    {"convert"}, {"export"},      {"index"},      {"clean"},       {"zip"},
+    {"simplify"}, {"reverse"}, {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -65,6 +65,17 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"plot", "a.gpx", "-o", "a.gpx"},
         {"check"},
         {"check", "--gpx", "1.1", "a.gpx"},
+        {"simplify", "a.gpx", "--error", "5m"},
+        {"simplify", "a.gpx", "b.gpx"},
+        {"simplify", "a.gpx", "b.gpx", "--error", "5"},
+        {"simplify", "a.gpx", "b.gpx", "--error", "0m"},
+        {"simplify", "a.gpx", "b.gpx", "--points", "1"},
+        {"simplify", "a.gpx", "b.gpx", "--points", "5", "--error", "5m"},
+        {"simplify", "a.gpx", "b.gpx", "--error", "5m", "--in-place"},
+        {"simplify", "a.gpx", "-", "--error", "5m", "--json"},
+        {"reverse"},
+        {"reverse", "a.gpx"},
+        {"reverse", "a.gpx", "b.gpx", "--track", "0"},
         {"clean", "--no-progress", "a.html"},
         {"clean", "--max-ratio", "5", "a.html"},
         {"zip"},
@@ -149,8 +160,8 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     const Result result = RunTool({"--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* command :
-         {"show", "stats", "caches", "dump", "info", "check", "convert", "export", "index", "clean", "zip"})
+    for (const char* command : {"show", "stats", "caches", "dump", "info", "check", "convert", "export",
+                                "index", "simplify", "reverse", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

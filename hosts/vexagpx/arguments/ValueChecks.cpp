@@ -26,6 +26,10 @@ std::string RequireLength(const std::string& text) {
     return ParseLength(text) ? "" : "must be a length, such as 500m, 2km or 15ft";
 }
 
+std::string RequireLengthAboveZero(const std::string& text) {
+    return ParseLength(text).value_or(0.0) > 0.0 ? "" : "must be a length above 0, such as 5m or 15ft";
+}
+
 std::string RequirePause(const std::string& text) {
     const std::optional<double> seconds = ParseDuration(text);
     if (!seconds)
@@ -36,6 +40,10 @@ std::string RequirePause(const std::string& text) {
 std::string RequireNumber(const std::string& text) {
     const bool isNumber = std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
     return isNumber ? RequireSize(text) : "must be a number above 0";
+}
+
+std::string RequireTwo(const std::string& text) {
+    return RequireNumber(text).empty() && text != "1" ? "" : "must be a number of 2 or more";
 }
 
 std::string RequirePlace(const std::string& text) {

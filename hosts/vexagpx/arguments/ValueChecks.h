@@ -14,8 +14,11 @@ std::string RequireText(const std::string& text);
 /// A unit may follow the number of bytes.
 std::string RequireSize(const std::string& text);
 std::string RequireLength(const std::string& text);
+std::string RequireLengthAboveZero(const std::string& text);
 std::string RequirePause(const std::string& text);
 std::string RequireNumber(const std::string& text);
+/// Of two or more.
+std::string RequireTwo(const std::string& text);
 std::string RequirePlace(const std::string& text);
 
 /// A check that takes the message of an exception for the error.

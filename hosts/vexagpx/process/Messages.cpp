@@ -42,6 +42,11 @@ void PrintError(const std::string& message) {
     static_cast<void>(WriteAll(STDERR_FILENO, ErrorLine(message)));
 }
 
+void PrintLines(const std::string& lines) {
+    ClearStatus();
+    static_cast<void>(WriteAll(STDERR_FILENO, lines));
+}
+
 std::string ErrorLine(const std::string& message) {
     return "vexagpx: " + WithoutControls(message) + '\n';
 }

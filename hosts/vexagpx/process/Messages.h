@@ -13,6 +13,9 @@ void PrintError(const std::string& message);
 /// The line that PrintError writes.
 std::string ErrorLine(const std::string& message);
 
+/// Writes a text of lines to standard error as it is.
+void PrintLines(const std::string& lines);
+
 /// Does the work. When it throws, prints the error and returns false; only an OutputError is not caught.
 /// \param about named when memory runs out; other errors name what they are about
 bool RunReportingErrors(const std::string& about, const std::function<bool()>& work);
