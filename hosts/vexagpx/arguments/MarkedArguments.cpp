@@ -11,7 +11,7 @@ namespace {
 // CLI11 takes an argument such as "[a]" for a list, and an argument after "--" that starts with a dash for an option
 // if arguments come before the "--". A mark at the start of such arguments hides what they look like, and is removed
 // from the value. An argument that starts with the mark itself gets another one.
-constexpr char kMark[] = "\x01";
+constexpr char kMark = '\x01';
 
 /// Where the value of "--option=value" starts; 0 for anything else.
 std::size_t ValueStart(const std::string& argument) {
@@ -21,8 +21,8 @@ std::size_t ValueStart(const std::string& argument) {
 std::string Marked(std::string argument, bool isFile) {
     const bool isList = argument.starts_with('[') && argument.ends_with(']');
     const std::size_t value = isFile ? 0 : ValueStart(argument);
-    if (isFile || isList || argument.compare(value, 1, kMark) == 0)
-        argument.insert(value, kMark);
+    if (isFile || isList || (value < argument.size() && argument[value] == kMark))
+        argument.insert(argument.begin() + static_cast<std::ptrdiff_t>(value), kMark);
     return argument;
 }
 
