@@ -46,7 +46,7 @@ private:
     void WriteCauses();
     bool CheckFile(const std::string& argument);
     void CheckEntry(const std::string& argument, Archive& archive);
-    void CheckDocument(const Document& document);
+    void CheckDocument(const Document& checked);
     bool Validate(const Document& document, SchemaReport& report);
     void WriteReport(const DocumentSource& source, const GpxDocument& document, const Findings& findings);
     void WriteFailure(const DocumentSource& source, const std::string& error, const Findings& findings);
