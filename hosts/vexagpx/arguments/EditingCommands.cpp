@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/arguments/Commands.h>
+#include <vexagpx/arguments/EditArguments.h>
 #include <vexagpx/arguments/SharedArguments.h>
 #include <vexagpx/arguments/ValueChecks.h>
 #include <vexagpx/commands/Reverse.h>
@@ -29,41 +30,6 @@ constexpr char kReverseExamples[] =
     "  vexagpx reverse walk.gpx back.gpx\n"
     "  vexagpx reverse walk.gpx --track 2 --in-place\n";
 
-/// \throws CLI::ValidationError when the files to read and to write do not fit together
-void CheckFiles(const EditOptions& options) {
-    if (options.inPlace && !options.out.empty())
-        throw CLI::ValidationError("--in-place changes IN, and there is an OUT.");
-    if (options.out.empty() && !options.inPlace && !options.dryRun)
-        throw CLI::ValidationError("OUT is missing: a file to write, or --in-place, or --dry-run.");
-    if (options.json && options.out == "-")
-        throw CLI::ValidationError("--json and OUT - both write to standard output.");
-}
-
-/// What all commands take that change a document.
-/// \param options part of those of the command
-void AddEdit(CLI::App& command, Invocation& invocation, EditOptions& options) {
-    AddArgument(command, "IN", options.in, "GPX file; - is standard input");
-    AddText(command, "OUT", options.out, "GPX file to write; - is standard output")->type_name("");
-    command.add_flag("--in-place", options.inPlace, "Replace IN by the result, as a whole or not at all");
-    command.add_flag("--dry-run", options.dryRun, "Write nothing, and tell what would change");
-    command.add_flag("--json", options.json, "Tell what changed as a line of JSON");
-    AddColours(command);
-    AddProgress(command, invocation);
-    AddTrust(command, options.rules);
-    AddLimits(command, options.rules.archives);
-}
-
-void AddPathChoice(CLI::App& command, PathChoice& choice) {
-    command.add_option("--track", choice.tracks, "Change only this track, by its number; may be\nrepeated")
-        ->type_name("N")
-        ->allow_extra_args(false)
-        ->check(CLI::Validator(RequireNumber, ""));
-    command.add_option("--route", choice.routes, "Change only this route, by its number; may be\nrepeated")
-        ->type_name("N")
-        ->allow_extra_args(false)
-        ->check(CLI::Validator(RequireNumber, ""));
-}
-
 } // namespace
 
 void AddSimplify(CLI::App& app, Invocation& invocation) {
@@ -85,7 +51,7 @@ void AddSimplify(CLI::App& app, Invocation& invocation) {
             ->type_name("N")
             ->excludes(error);
     command.parse_complete_callback([options, error, points] {
-        CheckFiles(options->edit);
+        CheckEditFiles(options->edit);
         if (error->count() + points->count() == 0)
             throw CLI::ValidationError("Either --error or --points is needed.");
     });
@@ -99,7 +65,7 @@ void AddReverse(CLI::App& app, Invocation& invocation) {
     AddPathChoice(command, options->paths);
     command.add_flag("--keep-times", options->keepsTimes,
                      "Keep the times of points, which then go backwards");
-    command.parse_complete_callback([options] { CheckFiles(options->edit); });
+    command.parse_complete_callback([options] { CheckEditFiles(options->edit); });
 }
 
 } // namespace vexagpx
