@@ -82,6 +82,7 @@ void GpxDocument::Clear() {
     fields_.clear();
     unread_.clear();
     readCounts_ = {};
+    elementChanges_.reset();
 }
 
 GpxDocument::WaypointIterator GpxDocument::GetWaypointIter() const {

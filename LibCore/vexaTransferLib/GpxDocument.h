@@ -7,11 +7,13 @@
 #include <common/Export.h>
 #include <common/UnicodeStrUtils.h>
 #include <vexaTransferLib/GpxElement.h>
+#include <vexaTransferLib/GpxElementEditor.h>
 #include <vexaTransferLib/GpxListEditor.h>
 #include <vexaTransferLib/GpxPoint.h>
 #include <vexaTransferLib/GpxRoute.h>
 #include <vexaTransferLib/GpxTrack.h>
 #include <vexaTransferLib/GpxVersion.h>
+#include <vexaTransferLib/OptionalValue.h>
 
 #include <boost/shared_ptr.hpp>
 #include <unicode/unistr.h>
@@ -51,8 +53,8 @@ struct VEXATRANSFERLIB_API GPXStats {
 /// records.
 ///
 /// A host adds points, routes and tracks and writes the document, or has a GpxParser fill one. The metadata records come
-/// from a file only; they have no setters. EditWaypoints, EditRoutes and EditTracks change the lists and what is in them;
-/// Clear removes all.
+/// from a file only; they have no setters. EditWaypoints, EditRoutes and EditTracks change the lists and what is in them,
+/// EditElements and EditMetadata what the model has no member for; Clear removes all.
 ///
 /// Copies are deep, except that they share the three metadata records. Moves do not throw. An operation that
 /// throws leaves the document unchanged. Const operations, the output among them, may run on several threads
@@ -125,6 +127,11 @@ public:
     GpxListEditor<GpxPoint> EditWaypoints() { return {waypoints_, GpxListChecks::kDocument}; }
     GpxListEditor<GpxRoute> EditRoutes() { return {routes_, GpxListChecks::kDocument}; }
     GpxListEditor<GpxTrack> EditTracks() { return {tracks_, GpxListChecks::kDocument}; }
+    /// \}
+    /// \{
+    /// For changing what the model has no member for, in a document that was read completely.
+    GpxElementEditor EditElements() { return GpxElementEditor(*this); }
+    GpxMetadataEditor EditMetadata() { return GpxMetadataEditor(*this); }
     /// \}
 
     /// \{
@@ -227,6 +234,8 @@ private:
     /// The children of the element that are no points, segments, routes or tracks of the model, in their order.
     std::vector<GpxElement> fields_;
     std::vector<GpxElement> unread_;
+    /// What the editors of elements and metadata changed; null for nothing.
+    OwnedValue<GpxElementChanges> elementChanges_;
 };
 
 } // namespace vexaTransferLib

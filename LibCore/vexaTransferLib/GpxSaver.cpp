@@ -2,6 +2,7 @@
 #include <vexaTransferLib/GpxSaver.h>
 
 #include <vexaTransferLib/model/GpxModelAccess.h>
+#include <vexaTransferLib/saving/ElementChanges.h>
 #include <vexaTransferLib/saving/ObjectEdits.h>
 #include <vexaTransferLib/saving/Saving.h>
 #include <vexaTransferLib/saving/TextEdits.h>
@@ -29,10 +30,12 @@ void GpxSaver::Save(const GpxDocument& document, const std::function<void(std::s
     if (!options_.replacesCharacters)
         standard::CheckTexts(document, {});
     saving::Saving saving(document, options_);
+    saving.SetElementChanges(saving::MakeElementChanges(saving, document));
     saving::TextEdits edits;
     saving::EditDocument(saving, edits, document);
     standard::PieceOutput output(receive);
     const std::string_view text = source->Text();
+    edits.AddUntouched(saving.ElementChanges(), 0, text.size());
     if (!source->IsFile())
         output.AppendAll("<?xml version=\"1.0\" encoding=\"UTF-8\"?>", text.starts_with('\n') ? "" : "\n");
     edits.Apply(text, 0, text.size(), [&](std::string_view piece) { output.Append(piece); });

@@ -35,7 +35,8 @@ struct VEXATRANSFERLIB_API GpxSaveOptions {
 /// **What was changed:** the text of a changed value takes the place of the old one; its element keeps its attributes. A new
 /// element comes where the schema wants it, indented as its neighbours are. What was removed goes with its line. An object that was
 /// moved takes its text along. An object that is new, or from another document, is written as GpxStandardWriter writes it,
-/// in the version of the file, with the namespaces that it needs. Comments between objects stay where they are.
+/// in the version of the file, with the namespaces that it needs. Comments between objects stay where they are. What
+/// GpxElementEditor and GpxMetadataEditor changed is written as they say.
 ///
 /// The copy of a document saves as the original does. Const; documents may be saved by several threads at once.
 ///

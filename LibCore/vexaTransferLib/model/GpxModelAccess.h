@@ -15,6 +15,7 @@
 #include <unicode/unistr.h>
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -206,6 +207,26 @@ public:
     static void SetUnread(GpxRoute& route, std::vector<GpxElement> elements) {
         route.unread_ = std::move(elements);
     }
+    /// \}
+
+    /// \{
+    /// What the editors of elements and metadata changed.
+    using ElementChange = GpxElementChanges::Change;
+    using NewChild = GpxElementChanges::NewChild;
+    using HeadChanges = GpxElementChanges::Head;
+    /// Null for nothing.
+    static const GpxElementChanges* GetChanges(const GpxDocument& document) {
+        return document.elementChanges_.get();
+    }
+    static GpxElementChanges& MakeChanges(GpxDocument& document) {
+        if (!document.elementChanges_)
+            document.elementChanges_ = std::make_unique<GpxElementChanges>();
+        return *document.elementChanges_;
+    }
+    static const std::map<std::uint64_t, ElementChange>& GetElements(const GpxElementChanges& changes) {
+        return changes.elements_;
+    }
+    static const HeadChanges& GetHead(const GpxElementChanges& changes) { return changes.head_; }
     /// \}
 
     // Documents.

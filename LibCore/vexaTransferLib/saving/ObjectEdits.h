@@ -24,6 +24,8 @@ namespace vexaTransferLib::saving {
 
 /// Names, time and the lists of the root.
 void EditDocument(Saving& saving, TextEdits& edits, const GpxDocument& document);
+/// Name, time and metadata.
+void EditHead(Saving& saving, TextEdits& edits, ElementEdits& root, const GpxDocument& document);
 void EditRoute(Saving& saving, TextEdits& edits, const SavedElement& element, const GpxRoute& route);
 void EditTrack(Saving& saving, TextEdits& edits, const SavedElement& element, const GpxTrack& track);
 void EditPoint(Saving& saving, TextEdits& edits, const SavedElement& element, const GpxPoint& point);
@@ -63,6 +65,7 @@ std::string MovedText(Saving& saving, std::uint64_t place, const ElementLayout& 
     edit(element, edits);
     std::string text = layout.separator;
     const TextPart part = saving.PartOf(element);
+    edits.AddUntouched(saving.ElementChanges(), part.begin, part.end);
     edits.Apply(saving.Text(), part.begin, part.end, [&](std::string_view piece) { text.append(piece); });
     return text;
 }

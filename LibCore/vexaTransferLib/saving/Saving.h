@@ -11,6 +11,7 @@
 #include <vexaTransferLib/model/ChildScan.h>
 #include <vexaTransferLib/model/SourceText.h>
 #include <vexaTransferLib/saving/LineLayout.h>
+#include <vexaTransferLib/saving/TextEdits.h>
 #include <vexaTransferLib/standard/PieceOutput.h>
 #include <vexaTransferLib/standard/Writing.h>
 
@@ -67,6 +68,10 @@ public:
     /// The text of an element of GPX without a prefix, so that it means the same below a parent.
     std::string InNamespaceOf(const SavedElement& parent, const ElementLayout& layout, std::string text);
 
+    /// What was changed in elements that the model has no member for, sorted.
+    const TextEdits& ElementChanges() const { return elementChanges_; }
+    void SetElementChanges(TextEdits changes) { elementChanges_ = std::move(changes); }
+
     /// What inner elements are indented by.
     const std::string& Indent() const { return indent_; }
 
@@ -93,6 +98,7 @@ private:
     standard::PieceOutput output_;
     standard::Writing writing_;
     std::string indent_;
+    TextEdits elementChanges_;
 };
 
 } // namespace vexaTransferLib::saving

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace vexaTransferLib::saving {
@@ -15,6 +16,33 @@ void TextEdits::Append(TextEdits&& other) {
     edits_.insert(edits_.end(), std::make_move_iterator(other.edits_.begin()),
                   std::make_move_iterator(other.edits_.end()));
     other.edits_.clear();
+}
+
+// Both are in the order of the text, and the parts of each do not overlap.
+void TextEdits::AddUntouched(const TextEdits& others, std::uint64_t begin, std::uint64_t end) {
+    if (others.edits_.empty())
+        return;
+    Sort();
+    std::vector<Edit> parts;
+    for (const Edit& edit : edits_)
+        if (!edit.IsInsertion())
+            parts.push_back({edit.begin, edit.end, {}});
+    const auto startsBefore = [](const Edit& edit, std::uint64_t place) { return edit.begin < place; };
+    const auto isTouched = [&](const Edit& other) {
+        const auto part = std::lower_bound(parts.begin(), parts.end(), other.begin, startsBefore);
+        const bool isInside = part != parts.begin() && std::prev(part)->end > other.begin;
+        const auto inner = std::lower_bound(edits_.begin(), edits_.end(), other.begin + 1, startsBefore);
+        const bool isAtStart = part != parts.end() && part->begin == other.begin;
+        return isInside ||
+               (!other.IsInsertion() && (isAtStart || (inner != edits_.end() && inner->begin < other.end)));
+    };
+    std::vector<Edit> untouched;
+    for (auto other = std::lower_bound(others.edits_.begin(), others.edits_.end(), begin, startsBefore);
+         other != others.edits_.end() && other->begin <= end; ++other)
+        if (other->end <= end && !isTouched(*other))
+            untouched.push_back(*other);
+    edits_.insert(edits_.end(), std::make_move_iterator(untouched.begin()),
+                  std::make_move_iterator(untouched.end()));
 }
 
 // An insertion is empty, so it comes before what replaces a part that starts at its place.

@@ -26,6 +26,11 @@ public:
 
     /// Takes all edits of another one, which is empty then.
     void Append(TextEdits&& other);
+    /// Adds those edits of another one that lie in a part of the text and that none of these overlaps.
+    /// \param others sorted
+    void AddUntouched(const TextEdits& others, std::uint64_t begin, std::uint64_t end);
+    /// Brings the edits into the order of the text.
+    void Sort();
 
     bool IsEmpty() const { return edits_.empty(); }
 
@@ -44,8 +49,6 @@ private:
 
         bool IsInsertion() const { return begin == end; }
     };
-
-    void Sort();
 
     std::vector<Edit> edits_;
 };

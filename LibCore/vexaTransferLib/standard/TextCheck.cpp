@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
 
 namespace vexaTransferLib::standard {
@@ -36,14 +37,8 @@ public:
     void SetPoint(std::size_t point) { point_ = point; }
 
     void Check(const char* field, const icu::UnicodeString& text) const {
-        const char16_t* const units = text.getBuffer();
-        const std::int32_t length = text.length();
-        for (std::int32_t i = 0; i < length;) {
-            char32_t character = 0;
-            U16_NEXT(units, i, length, character);
-            if (!IsXmlCharacter(character))
-                Refuse(field, character);
-        }
+        if (const std::optional<char32_t> character = FirstUnwritable(text))
+            Refuse(field, *character);
     }
     void Check(const GpxUrl* link) const {
         if (link == nullptr)
@@ -156,6 +151,18 @@ void CheckTrack(TextChecker& checker, const GpxTrack& track) {
 }
 
 } // namespace
+
+std::optional<char32_t> FirstUnwritable(const icu::UnicodeString& text) {
+    const char16_t* const units = text.getBuffer();
+    const std::int32_t length = text.length();
+    for (std::int32_t i = 0; i < length;) {
+        char32_t character = 0;
+        U16_NEXT(units, i, length, character);
+        if (!IsXmlCharacter(character))
+            return character;
+    }
+    return std::nullopt;
+}
 
 void CheckTexts(const GpxDocument& document, const icu::UnicodeString& creator) {
     TextChecker checker;

@@ -16,6 +16,7 @@ inline constexpr char kGpxPointSource[] = "LibCore/vexaTransferLib/GpxPoint.cpp"
 inline constexpr char kGpxRouteSource[] = "LibCore/vexaTransferLib/GpxRoute.cpp";
 inline constexpr char kGpxTrackSource[] = "LibCore/vexaTransferLib/GpxTrack.cpp";
 inline constexpr char kGpxDocumentSource[] = "LibCore/vexaTransferLib/GpxDocument.cpp";
+inline constexpr char kGpxElementEditorSource[] = "LibCore/vexaTransferLib/GpxElementEditor.cpp";
 inline constexpr char kGpxListEditorSource[] = "LibCore/vexaTransferLib/GpxListEditor.cpp";
 inline constexpr char kGpxUtilsSource[] = "LibCore/vexaTransferLib/GpxUtils.cpp";
 inline constexpr char kGpxParserSource[] = "LibCore/vexaTransferLib/GpxParser.cpp";
