@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <iterator>
 #include <memory>
+#include <tuple>
 #include <utility>
 
 namespace vexaTransferLib {
@@ -203,6 +204,77 @@ void GpxTrack::SplitSegment(std::size_t index, std::size_t point) {
     first.erase(place, first.end());
     segments_.insert(PlaceIn(segments_, index + 1), std::move(second));
     origins_.insert(PlaceIn(origins_, index + 1), SegmentOrigin());
+}
+
+namespace {
+
+/// Takes what comes from each place up to the next one, or to the end of the segment. All memory is taken before the first
+/// change.
+GpxTrack::Segments TakeParts(GpxTrack::Segments& segments, const std::vector<GpxTrack::Place>& places) {
+    std::vector<std::size_t> ends(places.size());
+    GpxTrack::Segments parts(places.size());
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const bool isLast = i + 1 == places.size() || places[i + 1].segment != places[i].segment;
+        ends[i] = isLast ? segments[places[i].segment].size() : places[i + 1].point;
+        parts[i].reserve(ends[i] - places[i].point);
+    }
+    for (std::size_t i = places.size(); i-- > 0;) {
+        GpxTrack::Segment& segment = segments[places[i].segment];
+        const auto begin = PlaceIn(segment, places[i].point);
+        parts[i].assign(std::make_move_iterator(begin), std::make_move_iterator(PlaceIn(segment, ends[i])));
+        segment.erase(begin, segment.end());
+    }
+    return parts;
+}
+
+} // namespace
+
+void GpxTrack::SplitSegments(const std::vector<Place>& places) {
+    const auto comesBefore = [](const Place& left, const Place& right) {
+        return std::tie(left.segment, left.point) < std::tie(right.segment, right.point);
+    };
+    dbc::Require(std::is_sorted(places.begin(), places.end(), comesBefore), text::kGpxTrackSource,
+                 "The places to split at must rise.");
+    for (const Place& place : places)
+        GpxListChecks::RequirePlace(place.segment < segments_.size() &&
+                                    place.point <= segments_[place.segment].size());
+    CompleteOrigins(0);
+    Segments segments;
+    segments.reserve(segments_.size() + places.size());
+    std::vector<SegmentOrigin> origins;
+    origins.reserve(segments_.size() + places.size());
+    Segments parts = TakeParts(segments_, places);
+    for (std::size_t index = 0, part = 0; index < segments_.size(); ++index) {
+        segments.push_back(std::move(segments_[index]));
+        origins.push_back(std::move(origins_[index]));
+        for (; part < places.size() && places[part].segment == index; ++part) {
+            segments.push_back(std::move(parts[part]));
+            origins.emplace_back();
+        }
+    }
+    segments_ = std::move(segments);
+    origins_ = std::move(origins);
+}
+
+std::size_t GpxTrack::RemoveSegmentsIf(const std::function<bool(const Segment&)>& condition) {
+    std::vector<bool> isRemoved;
+    isRemoved.reserve(segments_.size());
+    for (const Segment& segment : segments_)
+        isRemoved.push_back(condition(segment));
+    CompleteOrigins(0);
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < isRemoved.size(); ++i) {
+        if (isRemoved[i])
+            continue;
+        if (kept != i) {
+            segments_[kept] = std::move(segments_[i]);
+            origins_[kept] = std::move(origins_[i]);
+        }
+        ++kept;
+    }
+    segments_.resize(kept);
+    origins_.resize(kept);
+    return isRemoved.size() - kept;
 }
 
 // All memory is taken before the first change.

@@ -15,6 +15,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace vexaTransferLib {
@@ -127,6 +128,18 @@ public:
     /// segment, such as extensions, stays in the first part. Either part may be empty.
     /// \throws dbc::precondition_error "There is no such place in the list." when it has fewer points
     void SplitSegment(std::size_t index, std::size_t point);
+    /// A point of a track, both counted from 0.
+    struct Place {
+        std::size_t segment; ///< of the track
+        std::size_t point;   ///< of the segment; may be behind the last one
+    };
+    /// The same for many places at once, which are those of the track as it is before. Linear in segments and points.
+    /// \throws dbc::precondition_error "The places to split at must rise.", then "There is no such place in the list."
+    void SplitSegments(const std::vector<Place>& places);
+    /// Removes all segments that the condition holds for, with what a file had in them. Linear. The condition is asked once
+    /// for each, in order, before anything is changed.
+    /// \returns how many were removed
+    std::size_t RemoveSegmentsIf(const std::function<bool(const Segment&)>& condition);
     /// Joins the segment at \p index and the one after it, which is appended to it with everything that a file had in it.
     void JoinSegments(std::size_t index);
     /// Splits the track: its segments from \p index on become the track that is returned, which has the same texts, link,

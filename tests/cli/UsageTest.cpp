@@ -12,7 +12,7 @@ using testing::StartsWith;
 const std::vector<std::vector<std::string>> kCommands = {
     {"show"},     {"stats"},   {"caches"},      {"dump"},       {"info"},        {"plot"},
     {"check"},    {"convert"}, {"export"},      {"index"},      {"clean"},       {"zip"},
-    {"simplify"}, {"reverse"}, {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"cut"}, {"simplify"}, {"reverse"}, {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -65,6 +65,14 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"plot", "a.gpx", "-o", "a.gpx"},
         {"check"},
         {"check", "--gpx", "1.1", "a.gpx"},
+        {"cut", "a.gpx", "b.gpx"},
+        {"cut", "a.gpx", "b.gpx", "--around", "46,7"},
+        {"cut", "a.gpx", "b.gpx", "--around", "46,7,0m"},
+        {"cut", "a.gpx", "b.gpx", "--around", "91,7,5m"},
+        {"cut", "a.gpx", "b.gpx", "--box", "47,7,46,8"},
+        {"cut", "a.gpx", "b.gpx", "--box", "46,7,47"},
+        {"cut", "a.gpx", "b.gpx", "--box", "46,7,47,8", "--around", "46,7,5m"},
+        {"cut", "a.gpx", "b.gpx", "--from", "yesterday"},
         {"simplify", "a.gpx", "--error", "5m"},
         {"simplify", "a.gpx", "b.gpx"},
         {"simplify", "a.gpx", "b.gpx", "--error", "5"},
@@ -161,7 +169,7 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     for (const char* command : {"show", "stats", "caches", "dump", "info", "check", "convert", "export",
-                                "index", "simplify", "reverse", "clean", "zip"})
+                                "index", "cut", "simplify", "reverse", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

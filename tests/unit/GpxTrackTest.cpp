@@ -291,6 +291,49 @@ TEST(GpxTrackTest, SegmentsAreSplitAndJoined) {
     EXPECT_EQ(Shape(track), "a b c | ");
 }
 
+TEST(GpxTrackTest, SegmentsAreSplitAtManyPlacesAtOnce) {
+    GpxTrack track;
+    track.InsertSegment(0, {TrackPoint(u"a"), TrackPoint(u"b"), TrackPoint(u"c"), TrackPoint(u"d")});
+    track.InsertSegment(1, {TrackPoint(u"e")});
+    track.InsertSegment(2, {TrackPoint(u"f"), TrackPoint(u"g")});
+    track.SplitSegments({});
+    EXPECT_EQ(Shape(track), "a b c d | e | f g | ");
+    track.SplitSegments({{0, 1}, {0, 3}, {0, 3}, {2, 0}, {2, 1}, {2, 2}});
+    EXPECT_EQ(Shape(track), "a | b c | | d | e | | f | g | | ");
+}
+
+TEST(GpxTrackTest, SegmentsAreRemovedByACondition) {
+    GpxTrack track;
+    track.InsertSegment(0, {TrackPoint(u"a")});
+    track.InsertSegment(1, {});
+    track.InsertSegment(2, {TrackPoint(u"b"), TrackPoint(u"c")});
+    const auto isEmpty = [](const GpxTrack::Segment& points) { return points.empty(); };
+    EXPECT_EQ(track.RemoveSegmentsIf(isEmpty), 1U);
+    EXPECT_EQ(Shape(track), "a | b c | ");
+    EXPECT_EQ(track.RemoveSegmentsIf(isEmpty), 0U);
+    const GpxTrack before = track;
+    const auto throws = [](const GpxTrack::Segment& points) -> bool {
+        return points.size() == 1 ? true : throw std::runtime_error("no");
+    };
+    EXPECT_THROW(track.RemoveSegmentsIf(throws), std::runtime_error);
+    EXPECT_EQ(track, before);
+}
+
+TEST(GpxTrackTest, RefusesToSplitAtPlacesThatItDoesNotHave) {
+    GpxTrack track;
+    track.InsertSegment(0, {TrackPoint(u"a"), TrackPoint(u"b")});
+    track.InsertSegment(1, {TrackPoint(u"c")});
+    const GpxTrack before = track;
+    constexpr char kOrder[] = "The places to split at must rise.";
+    EXPECT_FAILURE(track.SplitSegments({{0, 1}, {0, 0}}), dbc::precondition_error, kOrder, kSource);
+    EXPECT_FAILURE(track.SplitSegments({{1, 0}, {0, 1}}), dbc::precondition_error, kOrder, kSource);
+    constexpr char kPlace[] = "There is no such place in the list.";
+    constexpr char kListSource[] = "LibCore/vexaTransferLib/GpxListEditor.cpp";
+    EXPECT_FAILURE(track.SplitSegments({{0, 1}, {0, 3}}), dbc::precondition_error, kPlace, kListSource);
+    EXPECT_FAILURE(track.SplitSegments({{0, 1}, {2, 0}}), dbc::precondition_error, kPlace, kListSource);
+    EXPECT_EQ(track, before);
+}
+
 TEST(GpxTrackTest, ReversesSegmentsAndTheirPoints) {
     GpxTrack track;
     track.InsertSegment(0, {TrackPoint(u"a"), TrackPoint(u"b")});

@@ -2,6 +2,7 @@
 #include <vexagpx/arguments/ValueChecks.h>
 
 #include <vexagpx/commands/Caches.h>
+#include <vexagpx/terminal/TimeValue.h>
 #include <vexagpx/terminal/Units.h>
 
 #include <algorithm>
@@ -28,6 +29,10 @@ std::string RequireLength(const std::string& text) {
 
 std::string RequireLengthAboveZero(const std::string& text) {
     return ParseLength(text).value_or(0.0) > 0.0 ? "" : "must be a length above 0, such as 5m or 15ft";
+}
+
+std::string RequireTime(const std::string& text) {
+    return ParseTime(text) ? "" : "must be a time, such as 2024-05-01 or 2024-05-01T08:30Z";
 }
 
 std::string RequirePause(const std::string& text) {

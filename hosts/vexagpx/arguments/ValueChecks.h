@@ -15,6 +15,8 @@ std::string RequireText(const std::string& text);
 std::string RequireSize(const std::string& text);
 std::string RequireLength(const std::string& text);
 std::string RequireLengthAboveZero(const std::string& text);
+/// As ParseTime reads it.
+std::string RequireTime(const std::string& text);
 std::string RequirePause(const std::string& text);
 std::string RequireNumber(const std::string& text);
 /// Of two or more.

@@ -12,8 +12,6 @@
 #include <vexaTrackLib/GeocacheList.h>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -23,15 +21,6 @@ namespace vexagpx {
 using namespace vexaTrackLib;
 
 namespace {
-
-std::optional<double> ParseDegrees(std::string_view text, double limit) {
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    double degrees = 0.0;
-    const std::from_chars_result read = std::from_chars(text.data(), text.data() + text.size(), degrees);
-    const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
-    return isNumber && std::abs(degrees) <= limit ? std::optional(degrees) : std::nullopt;
-}
 
 /// What the options keep, in their order.
 std::vector<Geocache> Selected(const CachesOptions& options, std::vector<Geocache> caches) {

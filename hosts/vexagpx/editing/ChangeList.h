@@ -17,7 +17,7 @@ namespace vexagpx {
 
 /// One thing that an edit changed.
 struct Change {
-    std::string_view kind;                                    ///< a word for programs: "simplified"
+    std::string kind;                                         ///< a word for programs: "simplified"
     std::string_view object;                                  ///< "track"; "document" for the document itself
     std::size_t number = 0;                                   ///< of the object, from 1; 0 when it has none
     icu::UnicodeString name;                                  ///< of the object; empty when it has none

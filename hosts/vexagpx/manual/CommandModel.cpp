@@ -13,6 +13,8 @@ namespace {
 Value ValueOf(const std::string& name) {
     static const std::map<std::string, Value> values = {
         {"ARCHIVE", {"ARCHIVE", Completion::kFile, {}}},
+        {"BOX", {"BOX", Completion::kNothing, {}}},
+        {"CIRCLE", {"CIRCLE", Completion::kNothing, {}}},
         {"COLOURS", {"COLOURS", Completion::kWords, {"none", "height", "speed"}}},
         {"CONDITION", {"CONDITION", Completion::kNothing, {}}},
         {"DIR", {"DIR", Completion::kFolder, {}}},
@@ -30,6 +32,7 @@ Value ValueOf(const std::string& name) {
         {"OUT", {"OUT", Completion::kFile, {}}},
         {"PLACE", {"PLACE", Completion::kNothing, {}}},
         {"SIZE", {"SIZE", Completion::kNothing, {}}},
+        {"TIME", {"TIME", Completion::kNothing, {}}},
         {"UNITS", {"UNITS", Completion::kWords, {"metric", "imperial"}}},
         {"URL", {"URL", Completion::kNothing, {}}},
         {"VERSION", {"VERSION", Completion::kWords, {"1.0", "1.1"}}},

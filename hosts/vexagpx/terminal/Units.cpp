@@ -3,8 +3,11 @@
 
 #include <vexagpx/terminal/DisplayText.h>
 
+#include <charconv>
+#include <cmath>
 #include <cstddef>
 #include <span>
+#include <system_error>
 
 namespace vexagpx {
 
@@ -91,6 +94,15 @@ std::optional<double> ParseLength(std::string_view text) {
 
 std::optional<double> ParseDuration(std::string_view text) {
     return Parse(text, kDurations);
+}
+
+std::optional<double> ParseDegrees(std::string_view text, double limit) {
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    double degrees = 0.0;
+    const std::from_chars_result read = std::from_chars(text.data(), text.data() + text.size(), degrees);
+    const bool isNumber = read.ec == std::errc() && read.ptr == text.data() + text.size();
+    return isNumber && std::abs(degrees) <= limit ? std::optional(degrees) : std::nullopt;
 }
 
 } // namespace vexagpx

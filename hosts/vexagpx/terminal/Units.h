@@ -25,5 +25,7 @@ icu::UnicodeString SpeedText(double metresPerSecond, Units units);
 std::optional<double> ParseLength(std::string_view text);
 /// The seconds of a duration that a person wrote: "90s", "2min", "1.5 h". Nothing for another text.
 std::optional<double> ParseDuration(std::string_view text);
+/// A number of degrees that is at most `limit` to either side of 0: "-8.25". Nothing for another text.
+std::optional<double> ParseDegrees(std::string_view text, double limit);
 
 } // namespace vexagpx

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#ifndef VEXATRANSFERLIB_INTERNAL
+#error "Internal header: not part of the installed interface."
+#endif
+
+#include <vexaTrackLib/CutArea.h>
+#include <vexaTransferLib/GpxDocument.h>
+
+#include <cstddef>
+
+namespace vexaTrackLib::cutting {
+
+/// Removes the elements that name a place in an area from the metadata of a document, and from the objects that are in its
+/// lists. The positions of its points are none of them.
+/// \returns how many elements were removed
+std::size_t RemoveTraces(vexaTransferLib::GpxDocument& document, const CutArea& area);
+
+/// Makes the bounds of the metadata those of the points, if it has bounds.
+void CorrectBounds(vexaTransferLib::GpxDocument& document);
+
+} // namespace vexaTrackLib::cutting
