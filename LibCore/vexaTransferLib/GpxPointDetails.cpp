@@ -8,6 +8,7 @@
 #include <vexaTransferLib/text/ValueText.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <utility>
 
@@ -21,39 +22,45 @@ std::optional<double> NumberOfChild(const GpxElement& element, const text::Eleme
 
 struct SensorName {
     std::string_view name;
-    std::optional<double> GpxSensors::*value;
+    GpxSensor sensor;
 };
 
 // The names of each quantity in all the formats that have it.
 constexpr SensorName kSensorNames[] = {
-    {"hr", &GpxSensors::heartRate},
-    {"heartrate", &GpxSensors::heartRate},
-    {"heart_rate", &GpxSensors::heartRate},
-    {"heartratebpm", &GpxSensors::heartRate},
-    {"cad", &GpxSensors::cadence},
-    {"cadence", &GpxSensors::cadence},
-    {"runcadence", &GpxSensors::cadence},
-    {"atemp", &GpxSensors::temperature},
-    {"temp", &GpxSensors::temperature},
-    {"temperature", &GpxSensors::temperature},
-    {"wtemp", &GpxSensors::waterTemperature},
-    {"power", &GpxSensors::power},
-    {"powerinwatts", &GpxSensors::power},
-    {"watts", &GpxSensors::power},
-    {"speed", &GpxSensors::speed},
-    {"course", &GpxSensors::course},
-    {"bearing", &GpxSensors::course},
-    {"depth", &GpxSensors::depth},
+    {"hr", GpxSensor::kHeartRate},
+    {"heartrate", GpxSensor::kHeartRate},
+    {"heart_rate", GpxSensor::kHeartRate},
+    {"heartratebpm", GpxSensor::kHeartRate},
+    {"cad", GpxSensor::kCadence},
+    {"cadence", GpxSensor::kCadence},
+    {"runcadence", GpxSensor::kCadence},
+    {"atemp", GpxSensor::kTemperature},
+    {"temp", GpxSensor::kTemperature},
+    {"temperature", GpxSensor::kTemperature},
+    {"wtemp", GpxSensor::kWaterTemperature},
+    {"power", GpxSensor::kPower},
+    {"powerinwatts", GpxSensor::kPower},
+    {"watts", GpxSensor::kPower},
+    {"speed", GpxSensor::kSpeed},
+    {"course", GpxSensor::kCourse},
+    {"bearing", GpxSensor::kCourse},
+    {"depth", GpxSensor::kDepth},
 };
 
 constexpr int kSensorLevels = 4;
 
-// Walks through a point once. Of each quantity the first number counts.
+// In the order of the enumeration.
+constexpr std::optional<double> GpxSensors::*kSensorValues[] = {
+    &GpxSensors::heartRate, &GpxSensors::cadence, &GpxSensors::temperature, &GpxSensors::waterTemperature,
+    &GpxSensors::power,     &GpxSensors::speed,   &GpxSensors::course,      &GpxSensors::depth};
+
+// Walks through a point once and calls `take(sensor, element)` for each element with the name of a quantity.
+template <class Take>
 class SensorWalk {
 public:
-    explicit SensorWalk(const SourceText& source) : source_(source) {}
+    SensorWalk(const SourceText& source, Take take) : source_(source), take_(std::move(take)) {}
 
-    GpxSensors Run(std::uint64_t point) {
+    void Run(std::uint64_t point) {
         VisitChildren(source_.At(point), [this](const char* child) {
             if (!text::IsGpxNamespace(ElementAt(child).GetNamespace()))
                 return Visit(child, kSensorLevels);
@@ -61,7 +68,6 @@ public:
             const bool isExtensions = NameAt(child) == gpx::kExtensions.Local();
             return Visit(child, isExtensions ? kSensorLevels + 1 : 1);
         });
-        return sensors_;
     }
 
 private:
@@ -79,7 +85,7 @@ private:
                 const ScannedTag tag = ScanTag(at);
                 const ScannedLeaf leaf = ScanLeaf(tag, at);
                 if (leaf.isSimple)
-                    TakeNumber(LocalNameOf(tag.name), at);
+                    TakeElement(LocalNameOf(tag.name), at);
                 at = leaf.isSimple ? leaf.end : visit(at);
                 continue;
             }
@@ -95,16 +101,16 @@ private:
         // A geocache has long texts, and values of no sensor.
         if (IsGroundspeakElement(ElementAt(element), groundspeak::kCache))
             return SkipElement(element);
-        TakeNumber(NameAt(element), element);
+        TakeElement(NameAt(element), element);
         if (levels == 1)
             return SkipElement(element);
         return VisitChildren(element, [this, levels](const char* child) { return Visit(child, levels - 1); });
     }
 
-    void TakeNumber(std::string_view name, const char* element) {
+    void TakeElement(std::string_view name, const char* element) {
         for (const SensorName& sensor : kSensorNames)
-            if (!(sensors_.*sensor.value) && text::EqualsIgnoringCase(sensor.name, name))
-                sensors_.*sensor.value = ElementAt(element).GetNumber();
+            if (text::EqualsIgnoringCase(sensor.name, name))
+                take_(sensor.sensor, ElementAt(element));
     }
     GpxElement ElementAt(const char* begin) const {
         return GpxModelAccess::MakeElement(&source_, source_.PlaceOf(begin));
@@ -112,7 +118,7 @@ private:
     static std::string_view NameAt(const char* begin) { return LocalNameOf(ScanTag(begin).name); }
 
     const SourceText& source_;
-    GpxSensors sensors_;
+    Take take_;
 };
 
 } // namespace
@@ -197,9 +203,27 @@ std::vector<GpxFormAttribute> GpxPointDetails::GetFormAttributes() const {
     return attributes;
 }
 
+// Of each quantity the first number counts.
 GpxSensors GpxPointDetails::GetSensors() const {
-    const SourceText* const source = GpxModelAccess::GetSource(GetElement());
-    return source != nullptr ? SensorWalk(*source).Run(GpxModelAccess::GetPlace(GetElement())) : GpxSensors();
+    GpxSensors sensors;
+    const auto take = [&sensors](GpxSensor sensor, const GpxElement& element) {
+        std::optional<double>& value = sensors.*kSensorValues[static_cast<std::size_t>(sensor)];
+        if (!value)
+            value = element.GetNumber();
+    };
+    if (const SourceText* const source = GpxModelAccess::GetSource(GetElement()))
+        SensorWalk(*source, take).Run(GpxModelAccess::GetPlace(GetElement()));
+    return sensors;
+}
+
+std::vector<GpxSensorElement> GpxPointDetails::GetSensorElements() const {
+    std::vector<GpxSensorElement> elements;
+    const auto take = [&elements](GpxSensor sensor, const GpxElement& element) {
+        elements.push_back({sensor, element});
+    };
+    if (const SourceText* const source = GpxModelAccess::GetSource(GetElement()))
+        SensorWalk(*source, take).Run(GpxModelAccess::GetPlace(GetElement()));
+    return elements;
 }
 
 std::optional<double> GpxPointDetails::GetHeartRate() const {

@@ -35,6 +35,24 @@ struct VEXATRANSFERLIB_API GpxSensors {
     std::optional<double> depth;            ///< as GpxPointDetails::GetDepth
 };
 
+/// What a sensor measures.
+enum class GpxSensor : std::uint8_t {
+    kHeartRate,        ///< as GpxPointDetails::GetHeartRate
+    kCadence,          ///< as GpxPointDetails::GetCadence
+    kTemperature,      ///< as GpxPointDetails::GetTemperature
+    kWaterTemperature, ///< as GpxPointDetails::GetWaterTemperature
+    kPower,            ///< as GpxPointDetails::GetPower
+    kSpeed,            ///< as GpxPointDetails::GetSpeed
+    kCourse,           ///< as GpxPointDetails::GetCourse
+    kDepth             ///< as GpxPointDetails::GetDepth
+};
+
+/// An element with the name of a sensor's quantity.
+struct VEXATRANSFERLIB_API GpxSensorElement {
+    GpxSensor sensor;   ///< by its name
+    GpxElement element; ///< whatever is in it
+};
+
 /// The values of a `wpt`, `rtept` or `trkpt` element of GPX 1.0 and 1.1, of the vendor's extension, and of sensors,
 /// read on demand. What GpxObjectDetails says of values, costs and threads holds here too. Geocaches: see
 /// GpxCacheDetails.
@@ -99,6 +117,8 @@ public:
 
     /// All that follow, found in one walk through the point: for programs that want more than one of many points.
     GpxSensors GetSensors() const;
+    /// All elements that could have such a number, in their order, to change them with GpxElementEditor.
+    std::vector<GpxSensorElement> GetSensorElements() const;
     /// Beats per minute: `hr`, `heartrate`, `heart_rate`, `HeartRateBpm`.
     std::optional<double> GetHeartRate() const;
     /// Revolutions per minute: `cad`, `cadence`. For running, devices write steps of one foot or of both per minute

@@ -10,9 +10,9 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},     {"stats"},   {"caches"},      {"dump"},       {"info"},        {"plot"},
-    {"check"},    {"convert"}, {"export"},      {"index"},      {"clean"},       {"zip"},
-    {"cut"}, {"simplify"}, {"reverse"}, {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},     {"stats"},   {"caches"},      {"dump"},       {"info"},        {"plot"},          {"check"},
+    {"convert"},  {"export"},  {"index"},       {"clean"},      {"zip"},         {"set"},           {"cut"},
+    {"simplify"}, {"reverse"}, {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -65,6 +65,14 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"plot", "a.gpx", "-o", "a.gpx"},
         {"check"},
         {"check", "--gpx", "1.1", "a.gpx"},
+        {"set", "a.gpx", "b.gpx"},
+        {"set", "a.gpx", "--name", "n"},
+        {"set", "a.gpx", "b.gpx", "--time", "yesterday"},
+        {"set", "a.gpx", "b.gpx", "--email", "ann"},
+        {"set", "a.gpx", "b.gpx", "--rename", "a"},
+        {"set", "a.gpx", "b.gpx", "--rename", "a", ""},
+        {"set", "a.gpx", "b.gpx", "--shift-time", "1"},
+        {"set", "a.gpx", "b.gpx", "--strip", "heartrate,love"},
         {"cut", "a.gpx", "b.gpx"},
         {"cut", "a.gpx", "b.gpx", "--around", "46,7"},
         {"cut", "a.gpx", "b.gpx", "--around", "46,7,0m"},
@@ -169,7 +177,7 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     for (const char* command : {"show", "stats", "caches", "dump", "info", "check", "convert", "export",
-                                "index", "cut", "simplify", "reverse", "clean", "zip"})
+                                "index", "set", "cut", "simplify", "reverse", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

@@ -50,6 +50,10 @@ while read -r command; do
             fi
             ;;
         --layer) expect "$line $option " $'points\nroutes\ntracks\nwaypoints' ;;
+        --strip)
+            expect "$line $option " \
+                $'cadence\ncourse\ndepth\nheartrate\npower\nspeed\ntemperature\nwatertemperature'
+            ;;
         --units) expect "$line $option " $'imperial\nmetric' ;;
         --gpx) expect "$line $option 1" $'1.0\n1.1' ;;
         *) expect "$line $option " '' ;;

@@ -19,7 +19,7 @@ section_of() {
 
 # Options in the brackets of a synopsis.
 options_in() {
-    sed '/^\.PP$/q' | sed -n 's/^\[\(-.*\)\]$/\1/p' | sed 's/ | /\n/g; s/ [A-Z]*$//'
+    sed '/^\.PP$/q' | sed -n 's/^\[\(-.*\)\]$/\1/p' | sed 's/ | /\n/g; s/ [A-Z][A-Z ]*$//'
 }
 
 same 'commands' "$(leaf_commands)" "$(sed -n 's/^\.SS "vexagpx \(.*\)"$/\1/p' <<<"$plain")"

@@ -159,6 +159,17 @@ TEST(GpxPointDetailsTest, GivesTheAttributesOfItsLastForm) {
     EXPECT_TRUE(Point("").GetFormAttributes().empty());
 }
 
+TEST(GpxPointDetailsTest, GivesTheElementsOfSensorsWhateverIsInThem) {
+    const GpxPointDetails point =
+        Extended("<f:t><f:hr>90</f:hr><f:cad>many</f:cad><f:HR/></f:t><f:depth>3</f:depth>");
+    std::string found;
+    for (const GpxSensorElement& element : point.GetSensorElements())
+        found +=
+            std::to_string(static_cast<int>(element.sensor)) + std::string(element.element.GetXml()) + " ";
+    EXPECT_EQ(found, "0<f:hr>90</f:hr> 1<f:cad>many</f:cad> 0<f:HR/> 7<f:depth>3</f:depth> ");
+    EXPECT_TRUE(GpxPointDetails(GpxElement()).GetSensorElements().empty());
+}
+
 TEST(GpxPointDetailsTest, FindsWhatSensorsMeasuredByTheNamesOfTheExtensions) {
     const struct {
         const char* name;

@@ -3,10 +3,9 @@
 
 #include <vexaTrackLib/Bounds.h>
 #include <vexaTrackLib/cutting/CoordinateScan.h>
+#include <vexaTrackLib/paths/AllPoints.h>
 #include <vexaTransferLib/GpxElement.h>
 #include <vexaTransferLib/GpxMetadata.h>
-#include <vexaTransferLib/GpxRoute.h>
-#include <vexaTransferLib/GpxTrack.h>
 
 #include <algorithm>
 #include <array>
@@ -194,21 +193,12 @@ private:
 
 Bounds BoundsOf(const GpxDocument& document) {
     Bounds bounds;
-    const auto add = [&bounds](const GpxPoint& point) {
+    paths::ForEachPoint(document, [&bounds](const GpxPoint& point) {
         double latitude = 0.0;
         double longitude = 0.0;
         point.GetPoint(latitude, longitude);
         bounds.Add(latitude, longitude);
-    };
-    for (const GpxPoint& point : document.GetWaypoints())
-        add(point);
-    for (const GpxRoute& route : document.GetRoutes())
-        for (const GpxPoint& point : route.GetPoints())
-            add(point);
-    for (const GpxTrack& track : document.GetTracks())
-        for (const auto& segment : track.GetSegments())
-            for (const GpxPoint& point : segment)
-                add(point);
+    });
     return bounds;
 }
 
