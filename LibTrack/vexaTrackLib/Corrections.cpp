@@ -2,7 +2,9 @@
 #include <vexaTrackLib/Corrections.h>
 
 #include <common/dbc.h>
+#include <vexaTrackLib/Bounds.h>
 #include <vexaTrackLib/paths/AllPoints.h>
+#include <vexaTransferLib/GpxMetadata.h>
 
 #include <algorithm>
 #include <cmath>
@@ -65,6 +67,17 @@ private:
     std::size_t count_ = 0;
 };
 
+Bounds BoundsOf(const GpxDocument& document) {
+    Bounds bounds;
+    paths::ForEachPoint(document, [&bounds](const GpxPoint& point) {
+        double latitude = 0.0;
+        double longitude = 0.0;
+        point.GetPoint(latitude, longitude);
+        bounds.Add(latitude, longitude);
+    });
+    return bounds;
+}
+
 } // namespace
 
 std::size_t ShiftTimes(GpxDocument& document, double milliseconds) {
@@ -94,6 +107,17 @@ std::size_t StripSensors(GpxDocument& document, const std::vector<GpxSensor>& se
             stripping.Strip(point);
     });
     return stripping.Count();
+}
+
+void CorrectBounds(GpxDocument& document) {
+    if (!document.GetElement())
+        return;
+    const bool hasBounds = vexaTransferLib::GpxMetadata(document.GetElement()).GetBounds().has_value();
+    const Bounds bounds = BoundsOf(document);
+    if (bounds.IsEmpty() || !hasBounds)
+        document.EditMetadata().ClearBounds();
+    else
+        document.EditMetadata().SetBounds({bounds.South(), bounds.West(), bounds.North(), bounds.East()});
 }
 
 } // namespace vexaTrackLib

@@ -33,4 +33,8 @@ VEXATRANSFERLIB_API std::size_t ShiftTimes(vexaTransferLib::GpxDocument& documen
 VEXATRANSFERLIB_API std::size_t StripSensors(vexaTransferLib::GpxDocument& document,
                                              const std::vector<vexaTransferLib::GpxSensor>& sensors);
 
+/// Makes the bounds of the metadata those of all points. They are removed when there are no points, or when they had no numbers; a
+/// document without bounds gets none. The document must have been read completely; GpxSaver writes them.
+VEXATRANSFERLIB_API void CorrectBounds(vexaTransferLib::GpxDocument& document);
+
 } // namespace vexaTrackLib

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTrackLib/Cut.h>
 
+#include <vexaTrackLib/Corrections.h>
 #include <vexaTrackLib/cutting/Traces.h>
 #include <vexaTransferLib/GpxDocument.h>
 #include <vexaTransferLib/GpxRoute.h>
@@ -189,7 +190,7 @@ CutResult Cut(GpxDocument& document, const CutArea& area, bool keepsInside) {
     if (!keepsInside && area.HasPlaces() && !area.HasSpan())
         result.traces = cutting::RemoveTraces(document, area);
     if (!result.IsNothing())
-        cutting::CorrectBounds(document);
+        CorrectBounds(document);
     return result;
 }
 

@@ -57,6 +57,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     AddExport(app, invocation);
     AddSet(app, invocation);
     AddCut(app, invocation);
+    AddSplit(app, invocation);
     AddSimplify(app, invocation);
     AddReverse(app, invocation);
     AddClean(app, invocation);
@@ -77,6 +78,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "  vexagpx export walk.gpx -o walk.geojson\n"
                "  vexagpx set walk.gpx --in-place --name 'Lake loop'\n"
                "  vexagpx cut walk.gpx public.gpx --around 46.95,7.45,500m\n"
+               "  vexagpx split tour.gpx days --day\n"
                "  vexagpx simplify walk.gpx short.gpx --error 5m\n"
                "  vexagpx reverse walk.gpx back.gpx\n"
                "  vexagpx clean description.html\n"

@@ -46,6 +46,7 @@ const Command kCommands[] = {
     {{"convert"}, {"out.gpx"}, 1},
     {{"set", "--name", "n", "--shift-time", "1h", "--strip", "heartrate"}, {"out.gpx"}, 1},
     {{"cut", "--around", "46.5,7.5,5km"}, {"out.gpx"}, 1},
+    {{"split", "--every", "10km"}, {"out.parts"}, 1},
     {{"simplify", "--error", "5m"}, {"out.gpx"}, 1},
     {{"reverse", "--json"}, {"out.gpx"}, 1},
     {{"export", "-o", "out.geojson"}, {}, 1},

@@ -10,9 +10,10 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},     {"stats"},   {"caches"},      {"dump"},       {"info"},        {"plot"},          {"check"},
-    {"convert"},  {"export"},  {"index"},       {"clean"},      {"zip"},         {"set"},           {"cut"},
-    {"simplify"}, {"reverse"}, {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},       {"stats"},       {"caches"},        {"dump"},     {"info"},    {"plot"},
+    {"check"},      {"convert"},     {"export"},        {"index"},    {"clean"},   {"zip"},
+    {"set"},        {"cut"},         {"split"},         {"simplify"}, {"reverse"}, {"zip", "list"},
+    {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -81,6 +82,14 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"cut", "a.gpx", "b.gpx", "--box", "46,7,47"},
         {"cut", "a.gpx", "b.gpx", "--box", "46,7,47,8", "--around", "46,7,5m"},
         {"cut", "a.gpx", "b.gpx", "--from", "yesterday"},
+        {"split", "a.gpx", "--day"},
+        {"split", "a.gpx", "parts"},
+        {"split", "a.gpx", "parts", "--day", "--pause", "4h"},
+        {"split", "a.gpx", "parts", "--every", "10km", "--day"},
+        {"split", "a.gpx", "parts", "--pause", "0s"},
+        {"split", "a.gpx", "parts", "--every", "0km"},
+        {"split", "a.gpx", "parts", "--every", "10km", "--zone", "Europe/Zurich"},
+        {"split", "a.gpx", "parts", "--day", "--zone", "Nowhere/Town"},
         {"simplify", "a.gpx", "--error", "5m"},
         {"simplify", "a.gpx", "b.gpx"},
         {"simplify", "a.gpx", "b.gpx", "--error", "5"},
@@ -177,7 +186,7 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     for (const char* command : {"show", "stats", "caches", "dump", "info", "check", "convert", "export",
-                                "index", "set", "cut", "simplify", "reverse", "clean", "zip"})
+                                "index", "set", "cut", "split", "simplify", "reverse", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

@@ -67,7 +67,7 @@ while read -r command; do
     for argument in $(arguments_of $command); do
         case $argument in
         FILE | IN | OUT | ARCHIVE) expect "$before " "$files" ;;
-        DIR) expect "$before " 'trips/' ;;
+        DIR | FOLDER) expect "$before " 'trips/' ;;
         ENTRY) expect "$before " '' ;;
         *) expect "$before " "an entry in completion.sh for the argument $argument" ;;
         esac

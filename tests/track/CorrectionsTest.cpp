@@ -47,6 +47,25 @@ TEST(CorrectionsTest, ShiftsTheTimesOfAllPoints) {
     EXPECT_EQ(GpxSaver().GetText(document), file("2024-04-30T23:00:00Z", "1969-12-31T23:00:00.250Z"));
 }
 
+TEST(CorrectionsTest, BoundsBecomeThoseOfAllPoints) {
+    const auto corrected = [](const std::string& bounds, const std::string& points) {
+        GpxDocument document =
+            track_tests::ReadCompletely(kHead + "<metadata>" + bounds + "</metadata>" + points + "</gpx>");
+        vexaTrackLib::CorrectBounds(document);
+        const std::string saved = GpxSaver().GetText(document);
+        const std::size_t begin = kHead.size() + std::string("<metadata>").size();
+        return saved.substr(begin, saved.find("</metadata>") - begin);
+    };
+    const std::string bounds = "<bounds minlat='0' minlon='0' maxlat='0' maxlon='0'/>";
+    EXPECT_EQ(corrected(bounds, "<wpt lat='1' lon='170'/><rte><rtept lat='2' lon='-170'/></rte>"),
+              "<bounds minlat=\"1\" minlon=\"170\" maxlat=\"2\" maxlon=\"-170\"/>");
+    EXPECT_EQ(corrected(bounds, ""), "");
+    EXPECT_EQ(corrected("<bounds minlat='x'/>", "<wpt lat='1' lon='1'/>"), "");
+    EXPECT_EQ(corrected("", "<wpt lat='1' lon='1'/>"), "");
+    GpxDocument made;
+    vexaTrackLib::CorrectBounds(made);
+}
+
 TEST(CorrectionsTest, AShiftIsANumber) {
     GpxDocument document;
     EXPECT_THROW(ShiftTimes(document, std::numeric_limits<double>::infinity()), dbc::precondition_error);

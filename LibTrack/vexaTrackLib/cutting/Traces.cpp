@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTrackLib/cutting/Traces.h>
 
-#include <vexaTrackLib/Bounds.h>
 #include <vexaTrackLib/cutting/CoordinateScan.h>
-#include <vexaTrackLib/paths/AllPoints.h>
 #include <vexaTransferLib/GpxElement.h>
-#include <vexaTransferLib/GpxMetadata.h>
+#include <vexaTransferLib/GpxRoute.h>
+#include <vexaTransferLib/GpxTrack.h>
 
 #include <algorithm>
 #include <array>
@@ -191,32 +190,10 @@ private:
     const CutArea& area_;
 };
 
-Bounds BoundsOf(const GpxDocument& document) {
-    Bounds bounds;
-    paths::ForEachPoint(document, [&bounds](const GpxPoint& point) {
-        double latitude = 0.0;
-        double longitude = 0.0;
-        point.GetPoint(latitude, longitude);
-        bounds.Add(latitude, longitude);
-    });
-    return bounds;
-}
-
 } // namespace
 
 std::size_t RemoveTraces(GpxDocument& document, const CutArea& area) {
     return document.GetElement() ? TraceRemoval(document, area).Run() : 0;
-}
-
-void CorrectBounds(GpxDocument& document) {
-    if (!document.GetElement())
-        return;
-    const bool hasBounds = vexaTransferLib::GpxMetadata(document.GetElement()).GetBounds().has_value();
-    const Bounds bounds = BoundsOf(document);
-    if (bounds.IsEmpty() || !hasBounds)
-        document.EditMetadata().ClearBounds();
-    else
-        document.EditMetadata().SetBounds({bounds.South(), bounds.West(), bounds.North(), bounds.East()});
 }
 
 } // namespace vexaTrackLib::cutting

@@ -17,7 +17,4 @@ namespace vexaTrackLib::cutting {
 /// \returns how many elements were removed
 std::size_t RemoveTraces(vexaTransferLib::GpxDocument& document, const CutArea& area);
 
-/// Makes the bounds of the metadata those of the points, if it has bounds.
-void CorrectBounds(vexaTransferLib::GpxDocument& document);
-
 } // namespace vexaTrackLib::cutting

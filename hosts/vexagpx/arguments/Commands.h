@@ -20,6 +20,7 @@ void AddExport(CLI::App& app, Invocation& invocation);
 void AddSet(CLI::App& app, Invocation& invocation);
 void AddCut(CLI::App& app, Invocation& invocation);
 void AddSimplify(CLI::App& app, Invocation& invocation);
+void AddSplit(CLI::App& app, Invocation& invocation);
 void AddReverse(CLI::App& app, Invocation& invocation);
 void AddClean(CLI::App& app, Invocation& invocation);
 void AddZip(CLI::App& app, Invocation& invocation);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/editing/EditRun.h>
 
-#include <vexagpx/input/DocumentReading.h>
-#include <vexagpx/input/FolderFiles.h>
+#include <vexagpx/editing/EditInput.h>
+#include <vexagpx/input/FileParser.h>
 #include <vexagpx/output/Destination.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/process/Messages.h>
@@ -46,11 +46,7 @@ private:
 };
 
 InputFile EditRun::Open() const {
-    RefuseFolder(options_.in);
-    InputFile file = OpenDocument(options_.in, options_.rules.archives);
-    if (IsArchive(file))
-        throw std::runtime_error("An archive cannot be changed; vexagpx zip extract writes what is in it. (" +
-                                 ShownName(options_.in) + ")");
+    InputFile file = OpenForEditing(options_.in, options_.rules);
     // What was unpacked or came from a pipe is a copy.
     if (options_.inPlace && file.FilePath() != options_.in)
         throw std::runtime_error("Only a GPX file can be changed in place, not a pipe or a gzip file. (" +

@@ -21,6 +21,7 @@ Value ValueOf(const std::string& name) {
         {"DURATION", {"DURATION", Completion::kNothing, {}}},
         {"ENTRY", {"ENTRY", Completion::kNothing, {}}},
         {"FILE", {"FILE", Completion::kFile, {}}},
+        {"FOLDER", {"FOLDER", Completion::kFolder, {}}},
         {"FORMAT", {"FORMAT", Completion::kWords, {"geojson", "csv", "kml"}}},
         {"IN", {"IN", Completion::kFile, {}}},
         {"KEY", {"KEY", Completion::kNothing, {}}},
@@ -42,6 +43,7 @@ Value ValueOf(const std::string& name) {
         {"UNITS", {"UNITS", Completion::kWords, {"metric", "imperial"}}},
         {"URL", {"URL", Completion::kNothing, {}}},
         {"VERSION", {"VERSION", Completion::kWords, {"1.0", "1.1"}}},
+        {"ZONE", {"ZONE", Completion::kNothing, {}}},
         {"WHEN", {"WHEN", Completion::kWords, {"auto", "always", "never"}}},
     };
     const auto found = values.find(name);
