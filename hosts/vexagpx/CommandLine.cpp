@@ -55,6 +55,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     AddCheck(app, invocation);
     AddConvert(app, invocation);
     AddExport(app, invocation);
+    AddDiff(app, invocation);
     AddSet(app, invocation);
     AddCut(app, invocation);
     AddSplit(app, invocation);
@@ -76,6 +77,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "  vexagpx check walk.gpx\n"
                "  vexagpx convert --gpx 1.1 old.gpx new.gpx\n"
                "  vexagpx export walk.gpx -o walk.geojson\n"
+               "  vexagpx diff monday.gpx tuesday.gpx\n"
                "  vexagpx set walk.gpx --in-place --name 'Lake loop'\n"
                "  vexagpx cut walk.gpx public.gpx --around 46.95,7.45,500m\n"
                "  vexagpx split tour.gpx days --day\n"

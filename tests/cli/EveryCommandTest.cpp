@@ -44,6 +44,7 @@ const Command kCommands[] = {
     {{"check", "--schema"}, {}},
     {{"convert", "--gpx", "1.0"}, {"out.gpx"}, 1},
     {{"convert"}, {"out.gpx"}, 1},
+    {{"diff", cli::Data("../../../examples/sample.gpx")}, {}, 1},
     {{"set", "--name", "n", "--shift-time", "1h", "--strip", "heartrate"}, {"out.gpx"}, 1},
     {{"cut", "--around", "46.5,7.5,5km"}, {"out.gpx"}, 1},
     {{"split", "--every", "10km"}, {"out.parts"}, 1},

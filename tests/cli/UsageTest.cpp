@@ -10,10 +10,10 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},       {"stats"},       {"caches"},        {"dump"},     {"info"},    {"plot"},
-    {"check"},      {"convert"},     {"export"},        {"index"},    {"clean"},   {"zip"},
-    {"set"},        {"cut"},         {"split"},         {"simplify"}, {"reverse"}, {"zip", "list"},
-    {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},        {"stats"},      {"caches"},      {"dump"},          {"info"},     {"plot"},
+    {"check"},       {"convert"},    {"export"},      {"index"},         {"clean"},    {"zip"},
+    {"diff"},        {"set"},        {"cut"},         {"split"},         {"simplify"}, {"reverse"},
+    {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -66,6 +66,8 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"plot", "a.gpx", "-o", "a.gpx"},
         {"check"},
         {"check", "--gpx", "1.1", "a.gpx"},
+        {"diff", "a.gpx"},
+        {"diff", "-", "-"},
         {"set", "a.gpx", "b.gpx"},
         {"set", "a.gpx", "--name", "n"},
         {"set", "a.gpx", "b.gpx", "--time", "yesterday"},
@@ -185,8 +187,9 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     const Result result = RunTool({"--help"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* command : {"show", "stats", "caches", "dump", "info", "check", "convert", "export",
-                                "index", "set", "cut", "split", "simplify", "reverse", "clean", "zip"})
+    for (const char* command :
+         {"show", "stats", "caches", "dump", "info", "check", "convert", "export", "index", "diff", "set",
+          "cut", "split", "simplify", "reverse", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

@@ -66,7 +66,7 @@ while read -r command; do
     before="vexagpx $command"
     for argument in $(arguments_of $command); do
         case $argument in
-        FILE | IN | OUT | ARCHIVE) expect "$before " "$files" ;;
+        FILE | IN | OUT | ARCHIVE | OLD | NEW) expect "$before " "$files" ;;
         DIR | FOLDER) expect "$before " 'trips/' ;;
         ENTRY) expect "$before " '' ;;
         *) expect "$before " "an entry in completion.sh for the argument $argument" ;;

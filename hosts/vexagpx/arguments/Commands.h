@@ -17,6 +17,7 @@ void AddCheck(CLI::App& app, Invocation& invocation);
 void AddPlot(CLI::App& app, Invocation& invocation);
 void AddConvert(CLI::App& app, Invocation& invocation);
 void AddExport(CLI::App& app, Invocation& invocation);
+void AddDiff(CLI::App& app, Invocation& invocation);
 void AddSet(CLI::App& app, Invocation& invocation);
 void AddCut(CLI::App& app, Invocation& invocation);
 void AddSimplify(CLI::App& app, Invocation& invocation);

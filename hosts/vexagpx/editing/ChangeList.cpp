@@ -20,6 +20,16 @@ icu::UnicodeString ObjectText(const Change& change) {
     return name.isEmpty() ? text : text + u" (" + name + u")";
 }
 
+void WriteValues(JsonWriter& json, const std::vector<std::string>& values) {
+    if (values.empty())
+        return;
+    json.Key("values");
+    json.BeginArray();
+    for (const std::string& value : values)
+        json.String(value);
+    json.EndArray();
+}
+
 } // namespace
 
 void ChangeList::Add(Change change) {
@@ -51,6 +61,11 @@ void ChangeList::WriteJson(JsonWriter& json) const {
             json.Member("name", change.name);
         for (const auto& [name, figure] : change.figures)
             json.Member(name, figure);
+        for (const auto& [name, text] : change.texts)
+            json.Member(name, text);
+        for (const auto& [name, flag] : change.flags)
+            json.Member(name, flag);
+        WriteValues(json, change.values);
         json.EndObject();
     }
     json.EndArray();

@@ -23,6 +23,9 @@ struct Change {
     icu::UnicodeString name;                                  ///< of the object; empty when it has none
     std::string text;                                         ///< what changed, for a person
     std::vector<std::pair<std::string_view, double>> figures; ///< the same for programs, with their names
+    std::vector<std::pair<std::string_view, std::string>> texts = {}; ///< the same
+    std::vector<std::pair<std::string_view, bool>> flags = {};        ///< the same
+    std::vector<std::string> values = {}; ///< names of values, which programs read as "values"
 };
 
 /// What an edit changed, in the order in which it is told. Everything is counted; the first ones are listed.
