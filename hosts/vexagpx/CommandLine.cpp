@@ -61,6 +61,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     AddSplit(app, invocation);
     AddSimplify(app, invocation);
     AddReverse(app, invocation);
+    AddRepair(app, invocation);
     AddClean(app, invocation);
     AddZip(app, invocation);
     app.footer("Exit status: 0 success, 1 input or output failed or check found a loss, 2 wrong\n"
@@ -83,6 +84,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "  vexagpx split tour.gpx days --day\n"
                "  vexagpx simplify walk.gpx short.gpx --error 5m\n"
                "  vexagpx reverse walk.gpx back.gpx\n"
+               "  vexagpx repair broken.gpx whole.gpx\n"
                "  vexagpx clean description.html\n"
                "  vexagpx zip list pocket-query.zip\n"
                "\n"

@@ -50,6 +50,7 @@ const Command kCommands[] = {
     {{"split", "--every", "10km"}, {"out.parts"}, 1},
     {{"simplify", "--error", "5m"}, {"out.gpx"}, 1},
     {{"reverse", "--json"}, {"out.gpx"}, 1},
+    {{"repair"}, {"out.gpx"}, 1},
     {{"export", "-o", "out.geojson"}, {}, 1},
     {{"export", "-o", "out.kml"}, {}, 1},
     {{"export", "-o", "out.csv", "--layer", "points"}, {}, 1},

@@ -10,10 +10,10 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},        {"stats"},      {"caches"},      {"dump"},          {"info"},     {"plot"},
-    {"check"},       {"convert"},    {"export"},      {"index"},         {"clean"},    {"zip"},
-    {"diff"},        {"set"},        {"cut"},         {"split"},         {"simplify"}, {"reverse"},
-    {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},    {"stats"},       {"caches"},     {"dump"},        {"info"},          {"plot"},
+    {"check"},   {"convert"},     {"export"},     {"index"},       {"clean"},         {"zip"},
+    {"diff"},    {"repair"},      {"set"},        {"cut"},         {"split"},         {"simplify"},
+    {"reverse"}, {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -100,6 +100,7 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"simplify", "a.gpx", "b.gpx", "--points", "5", "--error", "5m"},
         {"simplify", "a.gpx", "b.gpx", "--error", "5m", "--in-place"},
         {"simplify", "a.gpx", "-", "--error", "5m", "--json"},
+        {"repair", "a.gpx"},
         {"reverse"},
         {"reverse", "a.gpx"},
         {"reverse", "a.gpx", "b.gpx", "--track", "0"},
@@ -188,8 +189,8 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     for (const char* command :
-         {"show", "stats", "caches", "dump", "info", "check", "convert", "export", "index", "diff", "set",
-          "cut", "split", "simplify", "reverse", "clean", "zip"})
+         {"show", "stats", "caches", "dump", "info", "check", "convert", "export", "index", "diff", "repair",
+          "set", "cut", "split", "simplify", "reverse", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

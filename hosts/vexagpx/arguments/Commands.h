@@ -23,6 +23,7 @@ void AddCut(CLI::App& app, Invocation& invocation);
 void AddSimplify(CLI::App& app, Invocation& invocation);
 void AddSplit(CLI::App& app, Invocation& invocation);
 void AddReverse(CLI::App& app, Invocation& invocation);
+void AddRepair(CLI::App& app, Invocation& invocation);
 void AddClean(CLI::App& app, Invocation& invocation);
 void AddZip(CLI::App& app, Invocation& invocation);
 

@@ -25,10 +25,11 @@ namespace {
 
 class EditRun {
 public:
-    EditRun(const EditOptions& options, const Edit& edit, Output& standardOutput)
-        : options_(options), edit_(edit), standardOutput_(standardOutput) {}
+    EditRun(const EditOptions& options, Output& standardOutput)
+        : options_(options), standardOutput_(standardOutput) {}
 
-    bool Run();
+    bool Run(const Edit& edit);
+    bool RunBytes(const ByteEdit& edit);
 
 private:
     InputFile Open() const;
@@ -39,7 +40,6 @@ private:
     void ReportText(const std::optional<std::string>& written, Output& out) const;
 
     const EditOptions& options_;
-    const Edit& edit_;
     Output& standardOutput_;
     ChangeList changes_;
     UnwrittenReport unwritten_;
@@ -113,11 +113,11 @@ void EditRun::Report(const std::optional<std::string>& written) {
         PrintError("Note: left out, because the version has no place for it: " + line);
 }
 
-bool EditRun::Run() {
+bool EditRun::Run(const Edit& edit) {
     const InputFile file = Open();
     GpxDocument document;
     FileParser(options_.rules).ReadFile(file, document);
-    edit_(document, changes_);
+    edit(document, changes_);
     const std::optional<std::string> path = PathToWrite();
     if (path)
         Save(document, *path);
@@ -125,10 +125,24 @@ bool EditRun::Run() {
     return true;
 }
 
+bool EditRun::RunBytes(const ByteEdit& edit) {
+    const InputFile file = Open();
+    const std::string bytes = edit(file, changes_);
+    const std::optional<std::string> path = PathToWrite();
+    if (path)
+        Destination(*path).Commit(bytes, standardOutput_);
+    Report(path);
+    return true;
+}
+
 } // namespace
 
 bool RunEdit(const EditOptions& options, const Edit& edit, Output& standardOutput) {
-    return RunReportingErrors(options.in, [&] { return EditRun(options, edit, standardOutput).Run(); });
+    return RunReportingErrors(options.in, [&] { return EditRun(options, standardOutput).Run(edit); });
+}
+
+bool RunByteEdit(const EditOptions& options, const ByteEdit& edit, Output& standardOutput) {
+    return RunReportingErrors(options.in, [&] { return EditRun(options, standardOutput).RunBytes(edit); });
 }
 
 } // namespace vexagpx

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vexagpx/repair/RepairLog.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vexagpx {
+
+/// Appends character data or the value of an attribute, without the characters that XML cannot hold, with "<", bare "&",
+/// the end of CDATA and unknown entities escaped; names of HTML become their characters.
+/// \param offset of the text in that of the log
+void AppendRepairedText(std::string_view text, std::size_t offset, std::string& out, RepairLog& log);
+
+/// Appends what stands in a comment, CDATA or an instruction, without the characters that XML cannot hold.
+void AppendWithoutBadCharacters(std::string_view text, std::size_t offset, std::string& out, RepairLog& log);
+
+} // namespace vexagpx
