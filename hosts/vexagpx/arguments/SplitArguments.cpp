@@ -21,10 +21,6 @@ constexpr char kExamples[] = "Each part is a file of its own in FOLDER, with the
                              "  vexagpx split tour.gpx days --day --zone Europe/Zurich\n"
                              "  vexagpx split tour.gpx parts --every 10km\n";
 
-std::string RequireZone(const std::string& text) {
-    return IsTimeZone(text) ? "" : "must be the name of a time zone, such as Europe/Zurich";
-}
-
 } // namespace
 
 void AddSplit(CLI::App& app, Invocation& invocation) {

@@ -2,6 +2,7 @@
 #include <vexagpx/arguments/ValueChecks.h>
 
 #include <vexagpx/commands/Caches.h>
+#include <vexagpx/commands/Split.h>
 #include <vexagpx/terminal/TimeValue.h>
 #include <vexagpx/terminal/Units.h>
 
@@ -49,6 +50,10 @@ std::string RequireNumber(const std::string& text) {
 
 std::string RequireTwo(const std::string& text) {
     return RequireNumber(text).empty() && text != "1" ? "" : "must be a number of 2 or more";
+}
+
+std::string RequireZone(const std::string& text) {
+    return IsTimeZone(text) ? "" : "must be the name of a time zone, such as Europe/Zurich";
 }
 
 std::string RequirePlace(const std::string& text) {

@@ -21,6 +21,8 @@ std::string RequirePause(const std::string& text);
 std::string RequireNumber(const std::string& text);
 /// Of two or more.
 std::string RequireTwo(const std::string& text);
+/// The name of a time zone.
+std::string RequireZone(const std::string& text);
 std::string RequirePlace(const std::string& text);
 
 /// A check that takes the message of an exception for the error.

@@ -30,20 +30,30 @@ const char* WideEncoding(std::string_view bytes) {
     return nullptr;
 }
 
-bool IsUtf8(const std::string& bytes) {
-    const auto* const units = reinterpret_cast<const uint8_t*>(bytes.data());
-    std::size_t at = 0;
-    while (at < bytes.size()) {
-        // ICU wants a signed length; one character has at most 4 bytes.
-        const auto length = static_cast<int32_t>(std::min<std::size_t>(bytes.size() - at, 4));
-        int32_t taken = 0;
-        UChar32 c = 0;
-        U8_NEXT(units + at, taken, length, c);
-        if (c < 0)
-            return false;
-        at += static_cast<std::size_t>(taken);
+/// The size of the character in UTF-8 at this place; 0 when there is none.
+std::size_t CharacterSize(std::string_view bytes, std::size_t at) {
+    const auto* const units = reinterpret_cast<const std::uint8_t*>(bytes.data()) + at;
+    // ICU wants a signed length; one character has at most 4 bytes.
+    const auto length = static_cast<std::int32_t>(std::min<std::size_t>(bytes.size() - at, 4));
+    std::int32_t taken = 0;
+    UChar32 character = 0;
+    U8_NEXT(units, taken, length, character);
+    return character < 0 ? 0 : static_cast<std::size_t>(taken);
+}
+
+enum class Utf8 { kAscii, kYes, kNo };
+
+Utf8 KindOf(std::string_view bytes) {
+    Utf8 kind = Utf8::kAscii;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t size = CharacterSize(bytes, at);
+        if (size == 0)
+            return Utf8::kNo;
+        if (size > 1)
+            kind = Utf8::kYes;
+        at += size;
     }
-    return true;
+    return kind;
 }
 
 std::string Converted(const std::string& bytes, const char* encoding) {
@@ -79,29 +89,75 @@ std::optional<Declared> FindDeclared(const std::string& text) {
     return close < end ? std::optional(Declared{open + 1, close - open - 1}) : std::nullopt;
 }
 
-void Tell(ChangeList& changes, std::string what) {
-    changes.Add({"encoding", "document", 0, {}, std::move(what), {}});
+/// What is UTF-8 stays; each other byte becomes its character in windows-1252.
+std::string MixedToUtf8(std::string_view bytes) {
+    std::string text;
+    std::string single(1, '\0');
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t size = CharacterSize(bytes, at);
+        if (size == 0) {
+            single[0] = bytes[at++];
+            text += Converted(single, "windows-1252");
+        } else {
+            text += bytes.substr(at, size);
+            at += size;
+        }
+    }
+    return text;
+}
+
+/// Whether ICU reads the encoding, and none of the bytes is wrong in it.
+std::optional<std::string> TryConverted(const std::string& bytes, const std::string& encoding) {
+    UErrorCode error = U_ZERO_ERROR;
+    const std::unique_ptr<UConverter, decltype(&ucnv_close)> converter(ucnv_open(encoding.c_str(), &error),
+                                                                       &ucnv_close);
+    if (U_FAILURE(error) || bytes.size() > INT32_MAX)
+        return std::nullopt;
+    ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
+    const icu::UnicodeString text(bytes.data(), static_cast<std::int32_t>(bytes.size()), converter.get(),
+                                  error);
+    if (U_FAILURE(error) || text.isBogus())
+        return std::nullopt;
+    std::string utf8;
+    return text.toUTF8String(utf8);
+}
+
+bool IsUtf8Name(const std::string& name) {
+    return ucnv_compareNames(name.c_str(), "UTF-8") == 0;
 }
 
 } // namespace
 
-std::string RepairEncoding(std::string bytes, ChangeList& changes) {
+RepairedEncoding RepairEncoding(std::string bytes) {
+    RepairedEncoding result;
+    const auto told = FindDeclared(bytes);
+    const std::string name = told ? bytes.substr(told->start, told->size) : "UTF-8";
+    const Utf8 kind = KindOf(bytes);
     if (const char* const wide = WideEncoding(bytes)) {
-        bytes = Converted(bytes, wide);
-        Tell(changes, std::string("written in UTF-8 instead of ") + wide);
-    } else if (!IsUtf8(bytes)) {
-        bytes = Converted(bytes, "windows-1252");
-        Tell(changes, "bytes that are no UTF-8 are read as windows-1252");
+        result.text = Converted(bytes, wide);
+        result.told.push_back(std::string("it is written in UTF-8, not in ") + wide);
+    } else if (kind != Utf8::kNo) {
+        result.text = std::move(bytes);
+    } else if (auto text = IsUtf8Name(name) ? std::nullopt : TryConverted(bytes, name)) {
+        result.text = std::move(*text);
+        result.told.push_back("it is written in UTF-8, not in " + name);
+    } else {
+        result.text = MixedToUtf8(bytes);
+        result.told.push_back("bytes that are no UTF-8 are read as windows-1252");
+        result.wasWrong = true;
     }
-    const auto declared = FindDeclared(bytes);
+    const auto declared = FindDeclared(result.text);
     if (!declared)
-        return bytes;
-    const std::string name = bytes.substr(declared->start, declared->size);
-    if (ucnv_compareNames(name.c_str(), "UTF-8") == 0)
-        return bytes;
-    bytes.replace(declared->start, declared->size, "UTF-8");
-    Tell(changes, "the declared encoding " + name + " became UTF-8");
-    return bytes;
+        return result;
+    const std::string declaredName = result.text.substr(declared->start, declared->size);
+    const bool isWide = ucnv_compareNames(declaredName.substr(0, 6).c_str(), "UTF-16") == 0;
+    if (IsUtf8Name(declaredName) || (kind == Utf8::kAscii && result.told.empty() && !isWide))
+        return result;
+    // Bytes that are valid UTF-8 beyond ASCII are hardly ever meant as anything else.
+    result.wasWrong = result.wasWrong || result.told.empty();
+    result.text.replace(declared->start, declared->size, "UTF-8");
+    result.told.push_back("the declared encoding " + declaredName + " became UTF-8");
+    return result;
 }
 
 } // namespace vexagpx

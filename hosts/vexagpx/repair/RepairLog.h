@@ -17,14 +17,14 @@ public:
     RepairLog(std::string_view text, ChangeList& changes) : text_(text), changes_(changes) {}
 
     /// \param offset of the place in the text; that of an earlier place counts as the last one
-    /// \param kind a word for programs, which must live as long as the list
+    /// \param kind a word for programs
     void Add(std::size_t offset, std::string_view kind, std::string what) {
         offset = std::max(offset, offset_);
         line_ +=
             static_cast<std::size_t>(std::count(text_.begin() + static_cast<std::ptrdiff_t>(offset_),
                                                 text_.begin() + static_cast<std::ptrdiff_t>(offset), '\n'));
         offset_ = offset;
-        changes_.Add({kind, "line", line_, {}, std::move(what), {}});
+        changes_.Add({std::string(kind), "line", line_, {}, std::move(what), {}});
     }
 
 private:

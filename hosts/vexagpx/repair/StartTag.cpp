@@ -30,6 +30,7 @@ private:
     bool IsAtEnd() const { return at_ >= text_.size(); }
     bool TakeEnd();
     void TakeAttribute(std::size_t space);
+    void TakeUnclosed(std::string_view name, char quote, std::size_t space);
     void Add(std::string_view name, std::string_view value, char quote, std::size_t space);
 
     std::string_view text_;
@@ -75,7 +76,7 @@ void TagParser::Add(std::string_view name, std::string_view value, char quote, s
         tag_.bytes += text_.substr(start, valueStart - start);
     else
         tag_.bytes += std::string(name) + '=' + quote;
-    AppendRepairedText(value, valueStart, tag_.bytes, log_);
+    AppendRepairedText(value, valueStart, tag_.bytes, log_, TextKind::kAttribute);
     tag_.bytes += quote;
 }
 
@@ -99,9 +100,14 @@ void TagParser::TakeAttribute(std::size_t space) {
         return;
     const char quote = text_[at_];
     if (quote == '"' || quote == '\'') {
-        const std::size_t close = text_.find(quote, at_ + 1);
+        const char ends[] = {quote, '<', 0};
+        std::size_t close = text_.find_first_of(ends, at_ + 1);
         if (close == std::string_view::npos) {
             at_ = text_.size();
+            return;
+        }
+        if (text_[close] == '<') {
+            TakeUnclosed(name, quote, space);
             return;
         }
         const std::string_view value = text_.substr(at_ + 1, close - at_ - 1);
@@ -116,6 +122,15 @@ void TagParser::TakeAttribute(std::size_t space) {
         return;
     log_.Add(space, "attribute", "the value of " + std::string(name) + " is put into quotes");
     Add(name, value, '"', space);
+}
+
+// A value has no "<": its end was forgotten.
+void TagParser::TakeUnclosed(std::string_view name, char quote, std::size_t space) {
+    const std::size_t start = at_ + 1;
+    const std::size_t end = std::min(text_.find_first_of(" \t\r\n<>/", start), text_.size());
+    log_.Add(space, "attribute", "the value of " + std::string(name) + " gets its second quote");
+    at_ = end;
+    Add(name, text_.substr(start, end - start), quote, space);
 }
 
 StartTag TagParser::Parse() {
@@ -143,6 +158,26 @@ std::optional<std::string_view> StartTag::Find(std::string_view attribute) const
         if (one.name == attribute)
             return one.value;
     return std::nullopt;
+}
+
+// The attributes of the bytes have values in quotes.
+void SetTagAttribute(StartTag& tag, std::string_view name, std::string_view value) {
+    std::string& bytes = tag.bytes;
+    for (std::size_t at = tag.name.size() + 1;
+         (at = bytes.find_first_not_of(kSpace, at)) != std::string::npos;) {
+        const std::size_t open = bytes.find_first_of("'\"", at);
+        const std::size_t close = open == std::string::npos ? open : bytes.find(bytes[open], open + 1);
+        if (close == std::string::npos)
+            break;
+        if (bytes.substr(at, bytes.find_first_of("= \t\r\n", at) - at) == name) {
+            bytes.replace(open + 1, close - open - 1, value);
+            return;
+        }
+        at = close + 1;
+    }
+    std::string added = " ";
+    added.append(name).append("=\"").append(value).append("\"");
+    bytes.insert(tag.name.size() + 1, added);
 }
 
 std::size_t NameSize(std::string_view text) {

@@ -31,6 +31,10 @@ struct StartTag {
 /// The size of the name at the start of a text; 0 when there is none.
 std::size_t NameSize(std::string_view text);
 
+/// Replaces the value of an attribute, or adds the attribute.
+/// \param value without markup and quotes
+void SetTagAttribute(StartTag& tag, std::string_view name, std::string_view value);
+
 /// Parses the tag at `start`, where "<" and a name stand, and mends its attributes.
 StartTag ParseStartTag(std::string_view text, std::size_t start, RepairLog& log);
 

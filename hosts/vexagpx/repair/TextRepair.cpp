@@ -78,7 +78,8 @@ void AppendWithoutBadCharacters(std::string_view text, std::size_t offset, std::
     }
 }
 
-void AppendRepairedText(std::string_view text, std::size_t offset, std::string& out, RepairLog& log) {
+void AppendRepairedText(std::string_view text, std::size_t offset, std::string& out, RepairLog& log,
+                        TextKind kind) {
     for (std::size_t at = 0; at < text.size();) {
         if (const std::size_t bad = BadSize(text, at)) {
             log.Add(offset + at, "character", "a character that XML cannot hold is removed");
@@ -89,7 +90,7 @@ void AppendRepairedText(std::string_view text, std::size_t offset, std::string& 
             log.Add(offset + at, "less-than", "< became &lt;");
             out += "&lt;";
             ++at;
-        } else if (text.substr(at, 3) == "]]>") {
+        } else if (kind == TextKind::kContent && text.substr(at, 3) == "]]>") {
             log.Add(offset + at, "cdata-end", "]]> became ]]&gt;");
             out += "]]&gt;";
             at += 3;
