@@ -91,8 +91,10 @@ void Run(const Command& command, const std::vector<std::string>& files) {
         shown += argument + " ";
     const Result result = RunTool(arguments, folder.Path());
     EXPECT_TRUE(result.status == 0 || result.status == 1) << shown << "ends with " << result.status;
-    // What check and index find is on standard output.
-    const bool saysWhy = arguments.front() == "check" || arguments.front() == "index" || !result.err.empty();
+    // What these find is on standard output.
+    const bool isFinding =
+        arguments.front() == "check" || arguments.front() == "index" || arguments.front() == "diff";
+    const bool saysWhy = isFinding || !result.err.empty();
     EXPECT_TRUE(result.status == 0 || saysWhy) << shown << "fails without a message";
     EXPECT_TRUE(LeavesNothingHalfDone(folder)) << shown << "leaves something else";
 }
