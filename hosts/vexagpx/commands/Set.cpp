@@ -190,6 +190,7 @@ private:
     }
     void Strip(const std::vector<std::string>& words) {
         std::vector<GpxSensor> sensors;
+        sensors.reserve(words.size());
         for (const std::string& word : words)
             sensors.push_back(FindSensor(word).value());
         const std::size_t count = vexaTrackLib::StripSensors(document_, sensors);

@@ -106,7 +106,9 @@ private:
             end.insert(0, digits - std::min(digits, end.size()), '0');
             if (options_.byDay)
                 end = part.start ? DateText(part.day) : "without-time";
-            files_.push_back((std::filesystem::path(options_.folder) / (stem + "-" + end + ".gpx")).string());
+            std::string name = stem;
+            name.append("-").append(end).append(".gpx");
+            files_.push_back((std::filesystem::path(options_.folder) / name).string());
         }
     }
 

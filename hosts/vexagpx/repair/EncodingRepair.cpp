@@ -143,7 +143,7 @@ RepairedEncoding RepairEncoding(std::string bytes) {
         result.told.push_back("it is written in UTF-8, not in " + name);
     } else {
         result.text = MixedToUtf8(bytes);
-        result.told.push_back("bytes that are no UTF-8 are read as windows-1252");
+        result.told.emplace_back("bytes that are no UTF-8 are read as windows-1252");
         result.wasWrong = true;
     }
     const auto declared = FindDeclared(result.text);

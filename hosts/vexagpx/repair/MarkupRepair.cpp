@@ -431,7 +431,9 @@ void MarkupRepair::DeclarePrefixes() {
         const auto later = declaredLater_.find(prefix);
         const std::string space = later != declaredLater_.end() ? later->second : NamespaceForPrefix(prefix);
         declarations.append(" xmlns:").append(prefix).append("=\"").append(space).append("\"");
-        log_.Add(place, "prefix", "the prefix " + prefix + " is declared as " + space);
+        std::string what = "the prefix ";
+        what.append(prefix).append(" is declared as ").append(space);
+        log_.Add(place, "prefix", std::move(what));
     }
     out_.insert(rootNameEnd_, declarations);
 }
