@@ -38,7 +38,7 @@ struct CutResult {
 // The document must have been read completely for traces and bounds to be found; any other one is cut without these. Time and memory
 // are linear in the document. They throw std::bad_alloc, and then some of it may be cut already.
 
-/// Removes everything in an area. Of an area that has places, no trace is left:
+/// Removes everything in an area. Of an area that has places and no span, no trace is left:
 ///
 /// - A line that passes through it is divided there, even when it has no point in it.
 /// - Elements are removed that name a place in it, by attributes or elements for latitude and longitude, or as a text: "46.95123,
