@@ -90,7 +90,7 @@ public:
     // Returns true when a place was wanted.
     bool Take(const Token& token) {
         const bool isFound = TakeDecimal(token) || TakeAngle(token);
-        last_ = token;
+        lastEnd_ = token.end;
         return isFound;
     }
     bool Finish() { return EndAngle(); }
@@ -101,15 +101,16 @@ private:
     bool TakeDecimal(const Token& token) {
         if (!token.IsFine())
             return false;
-        const std::optional<Token> before = std::exchange(decimal_, token);
-        if (!before || token.begin - before->end > kFarthest)
+        const double before = std::exchange(decimal_, token.value);
+        const std::size_t beforeEnd = std::exchange(decimalEnd_, token.end);
+        if (beforeEnd == 0 || token.begin - beforeEnd > kFarthest)
             return false;
-        return Visit(before->value, token.value) || Visit(token.value, before->value);
+        return Visit(before, token.value) || Visit(token.value, before);
     }
 
     // A letter starts an angle when numbers follow, and ends one that had none before its numbers.
     bool TakeAngle(const Token& token) {
-        if (last_ && token.begin - last_->end > kFarthest && EndAngle())
+        if (token.begin - lastEnd_ > kFarthest && EndAngle())
             return true;
         if (token.IsNumber()) {
             if (numbers_.size() < 3)
@@ -147,8 +148,9 @@ private:
     }
 
     const std::function<bool(double, double)>& visit_;
-    std::optional<Token> last_;
-    std::optional<Token> decimal_;
+    std::size_t lastEnd_ = 0;
+    double decimal_ = 0.0;
+    std::size_t decimalEnd_ = 0; ///< 0 before the first one
     char letter_ = 0;
     std::vector<double> numbers_;
     std::optional<double> latitude_;
