@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxElementEditor.h>
 
+#include <vexaTransferLib/model/CommentScan.h>
 #include <vexaTransferLib/model/GpxModelAccess.h>
 #include <vexaTransferLib/standard/TextCheck.h>
 #include <vexaTransferLib/text/ContractSources.h>
@@ -115,6 +116,21 @@ void GpxElementEditor::Remove(const GpxElement& element) const {
     RequireOwn(element);
     Require(element != document_->GetElement(), "The root of a document cannot be removed.");
     ChangeOf(element).isRemoved = true;
+}
+
+std::size_t
+GpxElementEditor::RemoveComments(const std::function<bool(std::string_view content)>& isRemoved) const {
+    const SourceText* const source = Access::GetSource(document_->GetElement());
+    Require(source != nullptr, "Only comments of a document that was read completely can be removed.");
+    const GpxElementChanges* const changes = Access::GetChanges(*document_);
+    std::map<std::uint64_t, std::uint64_t> removed;
+    for (CommentScan scan(source->Text()); scan.Next();)
+        if ((changes == nullptr || !changes->comments_.contains(scan.Begin())) && isRemoved(scan.Content()))
+            removed.emplace_hint(removed.end(), scan.Begin(), scan.End());
+    const std::size_t count = removed.size();
+    if (count > 0)
+        Access::MakeChanges(*document_).comments_.merge(removed);
+    return count;
 }
 
 void GpxElementEditor::Restore(const GpxElement& element) const {

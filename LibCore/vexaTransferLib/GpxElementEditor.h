@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -20,6 +21,8 @@
 #include <vector>
 
 namespace vexaTransferLib {
+
+class GpxDocument;
 
 /// What the editors below changed in a document. A part of GpxDocument.
 class VEXATRANSFERLIB_API GpxElementChanges {
@@ -53,25 +56,27 @@ private:
 
     /// By the places of the elements.
     std::map<std::uint64_t, Change> elements_;
+    /// The places of comments that are removed, with the places after them.
+    std::map<std::uint64_t, std::uint64_t> comments_;
     Head head_;
 };
 
-/// Changes elements of a document that was read completely; GpxDocument::EditElements gives it. It is for what the model has
-/// no member for: the heart rate of a point, an attribute of another format.
+/// Changes elements of a document that was read completely; GpxDocument::EditElements gives it. It is for what the
+/// model has no member for: the heart rate of a point, an attribute of another format.
 ///
 ///     for (const GpxPoint& point : document.GetWaypoints())
 ///         for (const GpxElement& element : GpxPointDetails(point.GetElement()).GetExtensions())
 ///             if (element.Is("urn:example:trees", "height"))
 ///                 document.EditElements().SetText(element, u"12.5");
 ///
-/// **GpxSaver writes the changes**, and nothing else does: a GpxElement goes on to show what was read, and so do the classes
-/// that are made of one; GpxStandardWriter writes what was read. Save the document and read it again to see them. A change
-/// belongs to the document: its copies have it, and so has an object that is moved within it, but not the copy of an object
-/// in another document. What is removed with an object is gone. Where an element's value was also changed through the
-/// model, the model's counts.
+/// **GpxSaver writes the changes**, and nothing else does: a GpxElement goes on to show what was read, and so do the
+/// classes that are made of one; GpxStandardWriter writes what was read. Save the document and read it again to see
+/// them. A change belongs to the document: its copies have it, and so has an object that is moved within it, but not
+/// the copy of an object in another document. What is removed with an object is gone. Where an element's value was also
+/// changed through the model, the model's counts.
 ///
-/// The editor is valid until the document is moved, assigned to or destroyed. Each operation costs a search among the changes,
-/// and the memory of one. An operation that throws changes nothing. All throw std::bad_alloc, and:
+/// The editor is valid until the document is moved, assigned to or destroyed. Each operation costs a search among the
+/// changes, and the memory of one. An operation that throws changes nothing. All throw std::bad_alloc, and:
 /// \throws dbc::precondition_error "Only an element of the document can be changed." for a view of nothing, of another
 ///         document, or in a document that was not read completely
 class VEXATRANSFERLIB_API GpxElementEditor {
@@ -94,32 +99,40 @@ public:
     /// Removes an element, with its line when nothing else is in it.
     /// \throws dbc::precondition_error "The root of a document cannot be removed."
     void Remove(const GpxElement& element) const;
+    /// Removes those comments and processing instructions of the whole file, and these only, for which a function
+    /// returns true. One goes with its line when nothing else is in it. Looks at the bytes of the file once.
+    /// \param isRemoved called for each in the order of the file, but for those that are removed already, with what is
+    ///        between its marks, in UTF-8; what it throws is passed on, and nothing is removed then
+    /// \returns how many were removed
+    /// \throws dbc::precondition_error "Only comments of a document that was read completely can be removed."
+    std::size_t RemoveComments(const std::function<bool(std::string_view content)>& isRemoved) const;
     /// Takes back what these operations did to an element. Nothing happens when that is nothing.
     void Restore(const GpxElement& element) const;
 
-    /// How many elements are changed.
+    /// How many elements are changed; comments do not count.
     std::size_t GetCount() const;
 
 private:
     friend class GpxDocument;
 
-    VEXATRANSFERLIB_LOCAL explicit GpxElementEditor(class GpxDocument& document) : document_(&document) {}
+    VEXATRANSFERLIB_LOCAL explicit GpxElementEditor(GpxDocument& document) : document_(&document) {}
     VEXATRANSFERLIB_LOCAL GpxElementChanges::Change& ChangeOf(const GpxElement& element) const;
     VEXATRANSFERLIB_LOCAL void RequireOwn(const GpxElement& element) const;
 
-    class GpxDocument* document_;
+    GpxDocument* document_;
 };
 
-/// Changes the metadata of a document that was read completely; GpxDocument::EditMetadata gives it. GpxDocument has its name and
-/// its time. All else that GpxElementEditor says of changes is true of these, too: GpxMetadata goes on to show what was read.
+/// Changes the metadata of a document that was read completely; GpxDocument::EditMetadata gives it. GpxDocument has its
+/// name and its time. All else that GpxElementEditor says of changes is true of these, too: GpxMetadata goes on to show
+/// what was read.
 ///
 ///     GpxPerson author;
 ///     author.name = u"Ann";
 ///     document.EditMetadata().SetAuthor(author);
 ///
 /// All throw std::bad_alloc, and:
-/// \throws dbc::precondition_error "Only the metadata of a document that was read completely can be changed.", and for a text with a
-///         character such as U+0001 "XML cannot hold this text."
+/// \throws dbc::precondition_error "Only the metadata of a document that was read completely can be changed.", and for
+///         a text with a character such as U+0001 "XML cannot hold this text."
 class VEXATRANSFERLIB_API GpxMetadataEditor {
 public:
     /// \{
@@ -144,10 +157,10 @@ public:
 private:
     friend class GpxDocument;
 
-    VEXATRANSFERLIB_LOCAL explicit GpxMetadataEditor(class GpxDocument& document) : document_(&document) {}
+    VEXATRANSFERLIB_LOCAL explicit GpxMetadataEditor(GpxDocument& document) : document_(&document) {}
     VEXATRANSFERLIB_LOCAL GpxElementChanges::Head& Head() const;
 
-    class GpxDocument* document_;
+    GpxDocument* document_;
 };
 
 } // namespace vexaTransferLib

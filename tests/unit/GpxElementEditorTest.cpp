@@ -117,6 +117,53 @@ TEST(GpxElementEditorTest, WhatIsInARemovedElementIsGoneWithItsChanges) {
               "<x:c>2</x:c>");
 }
 
+TEST(GpxElementEditorTest, CommentsAndInstructionsGoWithTheirLines) {
+    const auto remove = [](GpxDocument&, const GpxElementEditor& editor) {
+        const auto hasOne = [](std::string_view content) { return content.find('1') != content.npos; };
+        EXPECT_EQ(editor.RemoveComments(hasOne), 3U);
+        EXPECT_EQ(editor.RemoveComments(hasOne), 0U);
+    };
+    EXPECT_EQ(Saved("\n  <!-- 1 -->  \n  <x:a>b<!--1-->c</x:a> <?p 1?>\n  <!-- 2 -->\n", remove),
+              "\n  <x:a>bc</x:a> \n  <!-- 2 -->\n");
+}
+
+TEST(GpxElementEditorTest, CommentsOutsideTheRootAreRemoved) {
+    GpxDocument document =
+        ReadCompletely("<?xml version='1.0'?>\n<!-- 1 -->\n" + kHead + kTail + "<!-- 1 -->\n");
+    EXPECT_EQ(document.EditElements().RemoveComments([](std::string_view) { return true; }), 2U);
+    EXPECT_EQ(GpxSaver().GetText(document), "<?xml version='1.0'?>\n" + kHead + kTail.substr(0, 6) + "\n");
+}
+
+TEST(GpxElementEditorTest, ACommentIsRemovedBesideOtherChanges) {
+    EXPECT_EQ(
+        Saved("\n  <wpt lat='1' lon='2'>\n    <ele>1</ele> <!-- 1 -->  \n  </wpt>\n  <x:a><!-- 2 --></x:a>\n",
+              [](GpxDocument& document, const GpxElementEditor& editor) {
+                  editor.RemoveComments([](std::string_view) { return true; });
+                  editor.SetText(Find(document.GetElement(), "a"), u"t");
+                  document.EditWaypoints()[0].SetName(u"n");
+                  document.AddWaypoint(GpxPoint(kGpxWaypoint, 3, 4));
+              }),
+        "\n  <wpt lat='1' lon='2'>\n    <ele>1</ele> \n    <name>n</name>  \n  </wpt>\n"
+        "  <wpt lat=\"3\" lon=\"4\"></wpt>\n  <x:a>t</x:a>\n");
+}
+
+TEST(GpxElementEditorTest, NoCommentIsRemovedWhenTheQuestionThrows) {
+    EXPECT_EQ(Saved("<!-- 1 --><!-- 2 -->",
+                    [](GpxDocument&, const GpxElementEditor& editor) {
+                        EXPECT_THROW(editor.RemoveComments([](std::string_view content) {
+                            return content == " 1 " ? true : throw std::runtime_error("no");
+                        }),
+                                     std::runtime_error);
+                    }),
+              "<!-- 1 --><!-- 2 -->");
+}
+
+TEST(GpxElementEditorTest, OnlyACompleteReadingHasComments) {
+    GpxDocument document;
+    EXPECT_EQ(Message([&] { document.EditElements().RemoveComments([](std::string_view) { return true; }); }),
+              "Only comments of a document that was read completely can be removed.");
+}
+
 TEST(GpxElementEditorTest, AChildComesLastInTheLayoutOfItsNeighbours) {
     const auto add = [](const GpxElementEditor& editor, const GpxElement& element) {
         editor.AddChild(element, "urn:x", "n", u"1");

@@ -226,6 +226,9 @@ public:
     static const std::map<std::uint64_t, ElementChange>& GetElements(const GpxElementChanges& changes) {
         return changes.elements_;
     }
+    static const std::map<std::uint64_t, std::uint64_t>& GetComments(const GpxElementChanges& changes) {
+        return changes.comments_;
+    }
     static const HeadChanges& GetHead(const GpxElementChanges& changes) { return changes.head_; }
     /// \}
 

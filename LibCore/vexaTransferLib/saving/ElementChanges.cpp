@@ -98,6 +98,18 @@ private:
     ElementEdits editing_;
 };
 
+TextEdits RemovedComments(std::string_view text, const GpxElementChanges& changes) {
+    TextEdits edits;
+    for (const auto& [begin, end] : Access::GetComments(changes)) {
+        const TextPart lines = LinesOf(text, {begin, end});
+        edits.Remove(lines.begin, end);
+        // A part of its own: a new element may come right behind the comment.
+        if (lines.end != end)
+            edits.Remove(end, lines.end);
+    }
+    return edits;
+}
+
 } // namespace
 
 TextEdits MakeElementChanges(Saving& saving, const GpxDocument& document) {
@@ -109,6 +121,7 @@ TextEdits MakeElementChanges(Saving& saving, const GpxDocument& document) {
     for (const auto& [place, change] : Access::GetElements(*changes))
         if (place >= covered)
             covered = ElementChanging(saving, edits, place, change).Change();
+    edits.AddUntouched(RemovedComments(saving.Text(), *changes), 0, saving.Text().size());
     edits.Sort();
     return edits;
 }

@@ -12,8 +12,8 @@
 
 namespace vexaTransferLib::saving {
 
-/// What GpxElementEditor changed in the document, in the order of the text. What is inside of something that is removed or
-/// replaced is left out.
+/// What GpxElementEditor changed in the document, in the order of the text. What is inside of something that is removed
+/// or replaced is left out.
 TextEdits MakeElementChanges(Saving& saving, const GpxDocument& document);
 
 } // namespace vexaTransferLib::saving
