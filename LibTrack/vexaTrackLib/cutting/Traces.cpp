@@ -3,13 +3,15 @@
 
 #include <vexaTrackLib/cutting/CoordinateScan.h>
 #include <vexaTransferLib/GpxElement.h>
+#include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/GpxRoute.h>
 #include <vexaTransferLib/GpxTrack.h>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
-#include <cstdlib>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,7 +38,8 @@ std::string LowerCase(std::string_view name) {
     return Utf8(icu::UnicodeString::fromUTF8(std::string(name)).toLower());
 }
 
-bool IsOneOf(std::string_view name, const std::array<std::string_view, 3>& names) {
+template <std::size_t kCount>
+bool IsOneOf(std::string_view name, const std::array<std::string_view, kCount>& names) {
     const std::string lower = LowerCase(name);
     for (const std::string_view candidate : names)
         if (lower == candidate)
@@ -44,14 +47,13 @@ bool IsOneOf(std::string_view name, const std::array<std::string_view, 3>& names
     return false;
 }
 
-constexpr std::array<std::string_view, 3> kLatitudes = {"lat", "latitude", "y"};
-constexpr std::array<std::string_view, 3> kLongitudes = {"lon", "longitude", "lng"};
+constexpr std::array<std::string_view, 2> kLatitudes = {"lat", "latitude"};
+constexpr std::array<std::string_view, 4> kLongitudes = {"lon", "long", "longitude", "lng"};
 
 std::optional<double> NumberIn(const icu::UnicodeString& text) {
-    const std::string utf8 = Utf8(text);
-    char* end = nullptr;
-    const double number = std::strtod(utf8.c_str(), &end);
-    return end != utf8.c_str() ? std::optional(number) : std::nullopt;
+    double number = std::numeric_limits<double>::quiet_NaN();
+    vexaTransferLib::StrToDouble(Utf8(text).c_str(), number);
+    return std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 bool IsGpx(const GpxElement& element) {
@@ -81,7 +83,9 @@ public:
         }
         for (const GpxTrack& track : document_.GetTracks())
             RemoveFromTrack(track);
-        return document_.EditElements().GetCount() - before;
+        const std::size_t comments = document_.EditElements().RemoveComments(
+            [this](std::string_view content) { return TextNamesPlace(content); });
+        return document_.EditElements().GetCount() - before + comments;
     }
 
 private:
@@ -161,7 +165,7 @@ private:
                 latitude = NumberIn(attribute.value);
             else if (IsOneOf(attribute.name, kLongitudes))
                 longitude = NumberIn(attribute.value);
-            else if (TextNamesPlace(attribute.value))
+            else if (TextNamesPlace(Utf8(attribute.value)))
                 return true;
         }
         const bool isLeaf = !element.GetFirstChild();
@@ -169,7 +173,7 @@ private:
             ReadChildren(element, latitude, longitude);
         if (latitude && longitude && area_.ContainsPlace(*latitude, *longitude))
             return true;
-        return isLeaf && TextNamesPlace(element.GetText());
+        return isLeaf && TextNamesPlace(Utf8(element.GetText()));
     }
     static void ReadChildren(const GpxElement& parent, std::optional<double>& latitude,
                              std::optional<double>& longitude) {
@@ -180,8 +184,8 @@ private:
                 longitude = child.GetNumber();
         }
     }
-    bool TextNamesPlace(const icu::UnicodeString& text) const {
-        return FindPlace(Utf8(text), [this](double latitude, double longitude) {
+    bool TextNamesPlace(std::string_view text) const {
+        return FindPlace(text, [this](double latitude, double longitude) {
             return area_.ContainsPlace(latitude, longitude);
         });
     }

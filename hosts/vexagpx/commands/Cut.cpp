@@ -55,8 +55,9 @@ public:
             Add("divided", Counted(result.holes, "line") + " divided", "holes", result.holes);
         if (result.traces != 0)
             Add("traces",
-                Counted(result.traces, "element") + (result.traces == 1 ? " removed that names a place there"
-                                                                        : " removed that name a place there"),
+                Counted(result.traces, "element or comment", "elements or comments") +
+                    (result.traces == 1 ? " removed that names a place there"
+                                        : " removed that name a place there"),
                 "elements", result.traces);
         if (result.withoutTime != 0 && changes_.Count() != 0)
             Add("without time",

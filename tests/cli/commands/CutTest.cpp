@@ -44,7 +44,7 @@ TEST(CutToolTest, LeavesNoTraceOfAPlace) {
                           "  Document: 1 waypoint removed\n"
                           "  Document: 1 route point removed, and 1 route with it\n"
                           "  Document: 1 track point removed\n"
-                          "  Document: 1 element removed that names a place there\n"
+                          "  Document: 1 element or comment removed that names a place there\n"
                           "out.gpx was written.\n");
     EXPECT_EQ(ReadFile(folder.File("out.gpx")),
               "<?xml version='1.0'?>\n"
