@@ -46,6 +46,11 @@ private:
 };
 
 InputFile EditRun::Open() const {
+    if (options_.in != kStandardInput && !options_.out.empty() && options_.out != kStandardOutput &&
+        IsSameFile(options_.in, options_.out))
+        throw std::runtime_error("The result would replace what it is made of; write another file, or use "
+                                 "--in-place. (" +
+                                 ShownName(options_.in) + ")");
     InputFile file = OpenForEditing(options_.in, options_.rules);
     // What was unpacked or came from a pipe is a copy.
     if (options_.inPlace && file.FilePath() != options_.in)

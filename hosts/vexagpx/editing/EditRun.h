@@ -16,9 +16,9 @@ namespace vexagpx {
 /// Changes a document and tells what it changed.
 using Edit = std::function<void(vexaTransferLib::GpxDocument& document, ChangeList& changes)>;
 
-/// Reads a file completely, changes it, saves it so that nothing else of it changes, and tells what changed: on standard
-/// output, or on standard error when the result goes to standard output. A file is replaced as a whole or not at all.
-/// False after a failure, which has been reported; nothing is written then.
+/// Reads a file completely, changes it, saves it so that nothing else of it changes, and tells what changed: on
+/// standard output, or on standard error when the result goes to standard output. A file is replaced as a whole or not
+/// at all. False after a failure, which has been reported; nothing is written then.
 bool RunEdit(const EditOptions& options, const Edit& edit, Output& standardOutput);
 
 /// Makes the bytes that a file becomes, and tells what it changed.

@@ -45,6 +45,23 @@ TEST(EditRunTest, TheInputIsReplacedOnlyWhenThatIsWanted) {
     EXPECT_THAT(folder.Names(), ElementsAre("a.gpx"));
 }
 
+TEST(EditRunTest, AResultDoesNotReplaceWhatItIsMadeOf) {
+    const Folder folder;
+    folder.Write("a.gpx", kRoute);
+    std::filesystem::create_symlink("a.gpx", folder.File("link.gpx"));
+    std::filesystem::create_hard_link(folder.File("a.gpx"), folder.File("hard.gpx"));
+    for (const char* out : {"a.gpx", "./a.gpx", "link.gpx", "hard.gpx"}) {
+        const Result result = Reverse(folder, {"a.gpx", out});
+        EXPECT_EQ(result.status, 1) << out;
+        EXPECT_EQ(result.err,
+                  "vexagpx: The result would replace what it is made of; write another file, or use "
+                  "--in-place. (a.gpx)\n");
+        EXPECT_EQ(ReadFile(folder.File("a.gpx")), kRoute);
+    }
+    EXPECT_EQ(RunTool({"repair", "a.gpx", "a.gpx"}, folder.Path()).status, 1);
+    EXPECT_EQ(ReadFile(folder.File("a.gpx")), kRoute);
+}
+
 TEST(EditRunTest, AFileThatDoesNotChangeIsNotReplaced) {
     const Folder folder;
     folder.Write("a.gpx", kStart + "</gpx>");
