@@ -44,7 +44,9 @@ public:
         const std::size_t digits = std::min(rest_.find_first_not_of("0123456789"), rest_.size());
         if (digits == 0)
             return std::nullopt;
-        const double fraction = std::stod("0." + std::string(rest_.substr(0, digits)));
+        const std::string text = "0." + std::string(rest_.substr(0, digits));
+        double fraction = 0.0; // as it stays for one that is too small for a number
+        std::from_chars(text.data(), text.data() + text.size(), fraction);
         rest_.remove_prefix(digits);
         return std::round(fraction * 1000.0);
     }

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/terminal/TimeValue.h>
 
+#include "support/LocaleScopes.h"
+
 #include <gtest/gtest.h>
+
+#include <string>
 
 namespace {
 
 using vexagpx::ParseTime;
 using vexagpx::TimePart;
+using vexaTransferLib::testing_support::CLocaleScope;
 
 constexpr double kDay = 86400000.0;
 constexpr double kNoon = 12 * 3600000.0;
@@ -18,6 +23,18 @@ TEST(TimeValueTest, ReadsDaysMinutesSecondsAndFractions) {
     EXPECT_EQ(ParseTime("1970-01-02T12:00:01.25Z"), kDay + kNoon + 1250);
     EXPECT_EQ(ParseTime("2024-02-29T00:00Z"), 1709164800000.0);
     EXPECT_EQ(ParseTime("0001-01-01"), -62135596800000.0);
+}
+
+TEST(TimeValueTest, FractionsHaveAFullStopInEveryLocale) {
+    const CLocaleScope german("de_DE.UTF-8");
+    if (!german.IsInstalled())
+        GTEST_SKIP() << "no locale with a decimal comma";
+    EXPECT_EQ(ParseTime("1970-01-02T00:00:00.25"), kDay + 250);
+}
+
+TEST(TimeValueTest, LongFractionsAreRounded) {
+    EXPECT_EQ(ParseTime("1970-01-02T00:00:00." + std::string(5000, '9')), kDay + 1000);
+    EXPECT_EQ(ParseTime("1970-01-02T00:00:00." + std::string(5000, '0') + "1"), kDay);
 }
 
 TEST(TimeValueTest, AZoneIsAheadOfUtc) {
