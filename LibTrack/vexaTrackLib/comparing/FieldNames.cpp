@@ -4,8 +4,6 @@
 #include <vexaTrackLib/content/ElementHash.h>
 #include <vexaTrackLib/content/Hasher.h>
 
-#include <vexaTransferLib/GpxObjectDetails.h>
-
 #include <algorithm>
 #include <map>
 
@@ -14,34 +12,31 @@ namespace vexaTrackLib::comparing {
 using content::Hasher;
 using content::UnorderedSum;
 using vexaTransferLib::GpxElement;
-using vexaTransferLib::GpxLink;
-using vexaTransferLib::GpxObjectDetails;
 
 namespace {
 
 using Sums = std::map<std::string, UnorderedSum, std::less<>>;
 
-std::string Utf8(const icu::UnicodeString& text) {
-    std::string utf8;
-    return text.toUTF8String(utf8);
-}
-
 /// The hashes of the children of an element, by their names.
 class FieldSums {
 public:
     FieldSums(const GpxElement& element, const std::vector<std::string_view>& leftOut) : leftOut_(leftOut) {
+        bool hasLink = false;
         for (const GpxElement& child : element.GetChildren()) {
             const std::string_view name = child.GetName();
             if (name == "link" || name == "url" || name == "urlname")
-                hasLink_ = true;
+                hasLink = true;
             else if (name == "extensions")
                 for (const GpxElement& inner : child.GetChildren())
                     Add(inner);
             else
                 Add(child);
         }
-        if (hasLink_)
-            AddLinks(element);
+        if (!hasLink)
+            return;
+        Hasher links;
+        content::AddLinks(element, links);
+        sums_["link"].Add(links);
     }
 
     const Sums& Get() const { return sums_; }
@@ -54,18 +49,8 @@ private:
         if (content::AddElement(element.GetXml(), item))
             sums_[std::string(element.GetName())].Add(item);
     }
-    void AddLinks(const GpxElement& element) {
-        Hasher links;
-        for (const GpxLink& link : GpxObjectDetails(element).GetLinks()) {
-            content::AddTextElement("href", Utf8(link.href), links);
-            content::AddTextElement("text", Utf8(link.text), links);
-            content::AddTextElement("type", Utf8(link.type), links);
-        }
-        sums_["link"].Add(links);
-    }
 
     const std::vector<std::string_view>& leftOut_;
-    bool hasLink_ = false;
     Sums sums_;
 };
 

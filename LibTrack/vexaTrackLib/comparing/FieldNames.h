@@ -13,8 +13,8 @@
 
 namespace vexaTrackLib::comparing {
 
-/// The local names of the children of two elements that differ, in order. Children of `extensions` count as children, and all links as
-/// "link".
+/// The local names of the children of two elements that differ, in order. Children of `extensions` count as children,
+/// and all links as "link".
 /// \param leftOut names that do not count
 std::vector<std::string> DifferentFields(const vexaTransferLib::GpxElement& oldElement,
                                          const vexaTransferLib::GpxElement& newElement,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTrackLib/content/ElementHash.h>
 
+#include <vexaTransferLib/GpxObjectDetails.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
@@ -222,6 +224,18 @@ bool AddTextElement(std::string_view name, std::string_view utf8, Hasher& hasher
     }
     hasher.Add(static_cast<std::uint64_t>(Mark::kEnd));
     return !text.empty();
+}
+
+void AddLinks(const vexaTransferLib::GpxElement& object, Hasher& hasher) {
+    const auto addText = [&hasher](std::string_view name, const icu::UnicodeString& text) {
+        std::string utf8;
+        AddTextElement(name, text.toUTF8String(utf8), hasher);
+    };
+    for (const vexaTransferLib::GpxLink& link : vexaTransferLib::GpxObjectDetails(object).GetLinks()) {
+        addText("href", link.href);
+        addText("text", link.text);
+        addText("type", link.type);
+    }
 }
 
 } // namespace vexaTrackLib::content

@@ -7,6 +7,8 @@
 
 #include <vexaTrackLib/content/Hasher.h>
 
+#include <vexaTransferLib/GpxElement.h>
+
 #include <string_view>
 
 namespace vexaTrackLib::content {
@@ -20,5 +22,8 @@ bool AddElement(std::string_view xml, Hasher& hasher);
 /// Adds what AddElement adds for an element that has only a text.
 /// \param utf8 without references
 bool AddTextElement(std::string_view name, std::string_view utf8, Hasher& hasher);
+
+/// Adds the links of an object. The versions of GPX write them in different ways, which give the same hash.
+void AddLinks(const vexaTransferLib::GpxElement& object, Hasher& hasher);
 
 } // namespace vexaTrackLib::content

@@ -3,8 +3,6 @@
 
 #include <vexaTrackLib/content/ElementHash.h>
 
-#include <vexaTransferLib/GpxObjectDetails.h>
-
 #include <cstdint>
 #include <string>
 
@@ -13,11 +11,6 @@ namespace vexaTrackLib::content {
 using namespace vexaTransferLib;
 
 namespace {
-
-std::string Utf8(const icu::UnicodeString& text) {
-    std::string utf8;
-    return text.toUTF8String(utf8);
-}
 
 /// The elements of an object.
 class Fields {
@@ -61,22 +54,18 @@ void Fields::AddOne(const GpxElement& element) {
         sum_.Add(item);
 }
 
-/// The versions of GPX write links in different ways.
 void Fields::AddLinks(const GpxElement& object) {
     if (!hasLink_)
         return;
     Hasher links;
-    for (const GpxLink& link : GpxObjectDetails(object).GetLinks()) {
-        AddTextElement("href", Utf8(link.href), links);
-        AddTextElement("text", Utf8(link.text), links);
-        AddTextElement("type", Utf8(link.type), links);
-    }
+    content::AddLinks(object, links);
     sum_.Add(links);
 }
 
 void Fields::AddText(std::string_view name, const icu::UnicodeString& text) {
     Hasher item;
-    if (AddTextElement(name, Utf8(text), item))
+    std::string utf8;
+    if (AddTextElement(name, text.toUTF8String(utf8), item))
         sum_.Add(item);
 }
 
