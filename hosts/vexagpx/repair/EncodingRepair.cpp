@@ -6,6 +6,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -89,15 +90,22 @@ std::optional<Declared> FindDeclared(const std::string& text) {
     return close < end ? std::optional(Declared{open + 1, close - open - 1}) : std::nullopt;
 }
 
+/// The characters of the bytes from 0x80 on in windows-1252, in UTF-8.
+std::array<std::string, 128> HighCharacters() {
+    std::array<std::string, 128> characters;
+    for (std::size_t i = 0; i < characters.size(); ++i)
+        characters[i] = Converted(std::string(1, static_cast<char>(0x80 + i)), "windows-1252");
+    return characters;
+}
+
 /// What is UTF-8 stays; each other byte becomes its character in windows-1252.
 std::string MixedToUtf8(std::string_view bytes) {
+    const std::array<std::string, 128> characters = HighCharacters();
     std::string text;
-    std::string single(1, '\0');
     for (std::size_t at = 0; at < bytes.size();) {
         const std::size_t size = CharacterSize(bytes, at);
         if (size == 0) {
-            single[0] = bytes[at++];
-            text += Converted(single, "windows-1252");
+            text += characters[static_cast<unsigned char>(bytes[at++]) - 0x80U];
         } else {
             text += bytes.substr(at, size);
             at += size;

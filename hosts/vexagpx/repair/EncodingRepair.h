@@ -14,9 +14,9 @@ struct RepairedEncoding {
     bool wasWrong = false;         ///< the bytes are not what the document says of them
 };
 
-/// Finds the encoding that the bytes of an XML document have, whatever is declared, and corrects the declaration. UTF-16 is known by its
-/// byte order mark or its first characters. Bytes that are no UTF-8 are in the encoding that is declared, or those of them that cannot
-/// be are taken as windows-1252.
+/// Finds the encoding that the bytes of an XML document have, whatever is declared, and corrects the declaration.
+/// UTF-16 is known by its byte order mark or its first characters. Bytes that are no UTF-8 are in the encoding that is
+/// declared, or those of them that cannot be are taken as windows-1252.
 /// \throws std::runtime_error for an encoding that cannot be converted
 RepairedEncoding RepairEncoding(std::string bytes);
 

@@ -36,6 +36,11 @@ TEST(EncodingRepairTest, LeavesUtf8AsItIs) {
     }
 }
 
+TEST(EncodingRepairTest, EveryHighByteHasItsCharacter) {
+    const RepairedEncoding result = RepairEncoding("<a>\x80\xFF\xE4 \xC3\xA4</a>");
+    EXPECT_EQ(result.text, "<a>\u20AC\u00FF\u00E4 \u00E4</a>");
+}
+
 TEST(EncodingRepairTest, CorrectsADeclarationThatDoesNotHold) {
     for (const char* encoding : {"UTF-16", "ISO-8859-1", "windows-1252", "nonsense"}) {
         const RepairedEncoding result = RepairEncoding(Declared(encoding, "<a>\u00E4</a>"));
