@@ -5,6 +5,7 @@
 #include <vexagpx/editing/EditInput.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/process/Messages.h>
+#include <vexagpx/process/Utf8.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/Lines.h>
 
@@ -22,11 +23,6 @@ using namespace vexaTransferLib;
 using vexaTrackLib::Difference;
 
 namespace {
-
-std::string Utf8(const icu::UnicodeString& text) {
-    std::string utf8;
-    return Printable(text).toUTF8String(utf8);
-}
 
 std::string_view ObjectWord(Difference::Object object) {
     switch (object) {

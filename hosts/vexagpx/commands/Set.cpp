@@ -2,6 +2,7 @@
 #include <vexagpx/commands/Set.h>
 
 #include <vexagpx/editing/EditRun.h>
+#include <vexagpx/process/Utf8.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/TimeValue.h>
 #include <vexagpx/terminal/Units.h>
@@ -126,15 +127,14 @@ private:
             text = "the " + what + (what == "keywords" ? " are now " : " is now ");
             Printable(value).toUTF8String(text);
         }
-        changes_.Add({what, "document", 0, {}, text, {}});
+        changes_.Add({what, "document", 0, {}, text, {}, {{"value", Utf8(value)}}});
     }
 
     void Rename(const std::string& from, const std::string& to) {
-        const std::uint64_t before = changes_.Count();
         bool isFound = RenameIn("waypoint", document_.EditWaypoints(), from, to);
         isFound = RenameIn("route", document_.EditRoutes(), from, to) || isFound;
         isFound = RenameIn("track", document_.EditTracks(), from, to) || isFound;
-        if (!isFound && changes_.Count() == before)
+        if (!isFound)
             throw std::runtime_error("There is no waypoint, route or track with the name " + from + ".");
     }
     template <class Objects>

@@ -2,6 +2,7 @@
 #include <vexagpx/commands/Simplify.h>
 
 #include <vexagpx/editing/EditRun.h>
+#include <vexagpx/process/Utf8.h>
 #include <vexagpx/terminal/DisplayText.h>
 
 #include <vexaTrackLib/SimplifyPaths.h>
@@ -15,11 +16,6 @@ using namespace vexaTransferLib;
 using vexaTrackLib::SimplifiedPath;
 
 namespace {
-
-std::string Utf8(const icu::UnicodeString& text) {
-    std::string utf8;
-    return text.toUTF8String(utf8);
-}
 
 /// "4.3 m", "0.02 m", "12.3 km", "0 m".
 std::string FarText(double metres) {

@@ -5,6 +5,7 @@
 #include <vexagpx/output/Destination.h>
 #include <vexagpx/output/JsonWriter.h>
 #include <vexagpx/output/OptionalMembers.h>
+#include <vexagpx/output/ResolveBelow.h>
 #include <vexagpx/process/Messages.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/Lines.h>
@@ -117,7 +118,7 @@ private:
             if (std::filesystem::exists(std::filesystem::symlink_status(file)))
                 throw std::runtime_error(file + " exists already; an empty folder takes the parts. (" +
                                          ShownName(options_.in) + ")");
-        std::filesystem::create_directories(options_.folder);
+        MakeFolder(options_.folder);
         for (std::size_t i = 0; i < parts.size(); ++i) {
             Destination destination(files_[i]);
             destination.Commit(TextOf(parts[i].document), standardOutput_);

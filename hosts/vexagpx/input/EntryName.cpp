@@ -2,6 +2,7 @@
 #include <vexagpx/input/EntryName.h>
 
 #include <vexagpx/process/TerminalControl.h>
+#include <vexagpx/process/Utf8.h>
 
 #include <unicode/localpointer.h>
 #include <unicode/uchar.h>
@@ -16,11 +17,6 @@ namespace vexagpx {
 
 namespace {
 
-std::string ToUtf8(const icu::UnicodeString& text) {
-    std::string utf8;
-    return text.toUTF8String(utf8);
-}
-
 icu::UnicodeString FromUtf8(std::string_view bytes) {
     return icu::UnicodeString::fromUTF8({bytes.data(), static_cast<std::int32_t>(bytes.size())});
 }
@@ -32,12 +28,12 @@ std::string FromCodePage437(std::string_view bytes) {
                                   status);
     if (U_FAILURE(status))
         throw std::runtime_error("Unable to convert the name of an entry.");
-    return ToUtf8(text);
+    return Utf8(text);
 }
 
 std::string Decoded(std::string_view bytes) {
     // Bytes that are not UTF-8 change when they are converted to text and back.
-    return ToUtf8(FromUtf8(bytes)) == bytes ? std::string(bytes) : FromCodePage437(bytes);
+    return Utf8(FromUtf8(bytes)) == bytes ? std::string(bytes) : FromCodePage437(bytes);
 }
 
 void AppendEscaped(std::string_view bytes, std::string& out) {
@@ -59,7 +55,7 @@ std::string Escaped(std::string_view utf8) {
     std::string result;
     for (std::int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
         const UChar32 character = text.char32At(i);
-        const std::string bytes = ToUtf8(icu::UnicodeString(character));
+        const std::string bytes = Utf8(icu::UnicodeString(character));
         if (IsTerminalControl(character) || LooksLikeEscape(text, i))
             AppendEscaped(bytes, result);
         else

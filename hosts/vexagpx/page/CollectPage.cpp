@@ -23,7 +23,7 @@ namespace {
 constexpr std::size_t kPathLimit = 300;
 constexpr std::size_t kWaypointLimit = 2000;
 
-std::string Utf8(const icu::UnicodeString& text) {
+std::string PrintableUtf8(const icu::UnicodeString& text) {
     std::string utf8;
     Printable(text).toUTF8String(utf8);
     return utf8;
@@ -42,7 +42,7 @@ std::string NoteOf(const GpxPoint& waypoint) {
     }
     if (note.countChar32() > kLongest)
         note = note.tempSubString(0, note.moveIndex32(0, kLongest)) + u'\u2026';
-    return Utf8(note);
+    return PrintableUtf8(note);
 }
 
 /// "Track 2: over the hills", "Route 1".
@@ -64,8 +64,8 @@ void TakeFigures(PagePath& path, const vexaTrackLib::PathStatistics& statistics)
     }
 }
 
-/// Fills in what is missing between two points of a segment that are near to each other, so that a value that some points
-/// lack does not interrupt the profile.
+/// Fills in what is missing between two points of a segment that are near to each other, so that a value that some
+/// points lack does not interrupt the profile.
 void Bridge(PageSegment& segment, double PagePoint::*value, double reach) {
     std::size_t last = segment.size();
     for (std::size_t i = 0; i < segment.size(); ++i) {
@@ -180,7 +180,7 @@ void Collector::TakeWaypoints() {
         Project(waypoint.latitude, waypoint.longitude, waypoint);
         icu::UnicodeString name;
         point->GetName(name);
-        waypoint.name = Utf8(name);
+        waypoint.name = PrintableUtf8(name);
         waypoint.note = NoteOf(*point);
         if (double height = 0.0; point->GetElevation(height) && std::isfinite(height))
             waypoint.height = height;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/page/PageFigures.h>
 
+#include <vexagpx/process/Utf8.h>
 #include <vexagpx/terminal/DisplayText.h>
 #include <vexagpx/terminal/Units.h>
 
@@ -13,12 +14,6 @@
 namespace vexagpx {
 
 namespace {
-
-std::string Utf8(const icu::UnicodeString& text) {
-    std::string utf8;
-    text.toUTF8String(utf8);
-    return utf8;
-}
 
 /// The rows of a table, to which the groups of figures are added.
 class Figures {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexagpx/report/ContentFacts.h>
 
+#include <vexagpx/process/Utf8.h>
 #include <vexagpx/report/NormalValue.h>
 
 #include <algorithm>
@@ -129,11 +130,6 @@ std::string StepOf(const GpxElement& element, bool isBelowForeign) {
 std::string StepOf(const GpxAttribute& attribute) {
     return (attribute.nameSpace.empty() ? "@" : "@{" + std::string(attribute.nameSpace) + "}") +
            std::string(attribute.name);
-}
-
-std::string Utf8(const icu::UnicodeString& text) {
-    std::string utf8;
-    return text.toUTF8String(utf8);
 }
 
 /// What the root says about the file and not about the world.

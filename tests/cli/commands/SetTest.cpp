@@ -70,6 +70,13 @@ TEST(SetToolTest, ChangesTheValuesOfTheDocumentAndNothingElse) {
                      "<time>2024-05-02T06:30:00Z</time>\n    <keywords>k</keywords>"}}));
 }
 
+TEST(SetToolTest, JsonHasTheNewValues) {
+    const Folder folder;
+    const std::string out = Set(folder, {"--name", "new & \"good\"", "--time", "", "--json"}).out;
+    EXPECT_THAT(out, HasSubstr(R"({"kind":"name","object":"document","value":"new & \"good\""})"));
+    EXPECT_THAT(out, HasSubstr(R"({"kind":"time","object":"document","value":""})"));
+}
+
 TEST(SetToolTest, AnEmptyTextRemovesAValue) {
     const Folder folder;
     const Result result = Set(folder, {"--name", "", "--time", "", "--keywords", ""});

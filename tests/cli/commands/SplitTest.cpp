@@ -55,6 +55,15 @@ TEST(SplitToolTest, WritesAFileForEachPart) {
     EXPECT_EQ(ReadFile(folder.File("tour.gpx")), kTour);
 }
 
+TEST(SplitToolTest, AFolderThatCannotBeMadeIsNamed) {
+    const Folder folder;
+    folder.Write("parts", "a file");
+    const Result result = Split(folder, {"--pause", "4h"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("vexagpx: Unable to make the folder: parts ("));
+    EXPECT_EQ(ReadFile(folder.File("parts")), "a file");
+}
+
 TEST(SplitToolTest, NamesFilesAfterTheDaysOfAZone) {
     const Folder folder;
     EXPECT_THAT(Split(folder, {"--day", "--dry-run"}).out,
