@@ -5,6 +5,7 @@
 #include <vexagpx/commands/Dump.h>
 
 #include "support/Tool.h"
+#include "support/XercesPlatform.h"
 
 #include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/model/GpxModelAccess.h>
@@ -115,15 +116,8 @@ TEST(DumpModelTest, ATimeWithoutADateIsLeftOut) {
     EXPECT_EQ(DumpOf(document), Line("", waypoint + "," + waypoint));
 }
 
-struct XercesPlatform {
-    XercesPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
-    ~XercesPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
-    XercesPlatform(const XercesPlatform&) = delete;
-    XercesPlatform& operator=(const XercesPlatform&) = delete;
-};
-
 TEST(DumpModelTest, APointOfAnotherDocumentKeepsWhatItWasReadWith) {
-    const XercesPlatform platform;
+    const cli::XercesPlatform platform;
     GpxParser parser;
     parser.SetComplete();
     GpxDocument source;

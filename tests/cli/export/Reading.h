@@ -2,25 +2,15 @@
 #pragma once
 
 #include "support/Tool.h"
+#include "support/XercesPlatform.h"
 
 #include <vexagpx/input/FileParser.h>
 
 #include <vexaTransferLib/GpxDocument.h>
 
-#include <xercesc/util/PlatformUtils.hpp>
-
 #include <string>
 
 namespace cli {
-
-/// The XML parser, ready for use.
-class XercesPlatform {
-public:
-    XercesPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
-    ~XercesPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
-    XercesPlatform(const XercesPlatform&) = delete;
-    XercesPlatform& operator=(const XercesPlatform&) = delete;
-};
 
 /// The document that the tool reads from GPX 1.1 around some elements.
 inline vexaTransferLib::GpxDocument DocumentOf(const std::string& elements) {

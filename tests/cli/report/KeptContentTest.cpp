@@ -2,12 +2,11 @@
 #include <vexagpx/report/WritingCheck.h>
 
 #include "support/Tool.h"
+#include "support/XercesPlatform.h"
 
 #include <vexagpx/input/FileParser.h>
 
 #include <vexaTransferLib/GpxStandardWriter.h>
-
-#include <xercesc/util/PlatformUtils.hpp>
 
 #include <string>
 #include <utility>
@@ -15,6 +14,7 @@
 
 namespace {
 
+using cli::XercesPlatform;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using vexagpx::ContentForm;
@@ -25,14 +25,6 @@ using vexagpx::LostContent;
 using vexagpx::LostContents;
 using vexagpx::UnwrittenCounts;
 using vexaTransferLib::GpxDocument;
-
-class XercesPlatform {
-public:
-    XercesPlatform() { xercesc::XMLPlatformUtils::Initialize(); }
-    ~XercesPlatform() { xercesc::XMLPlatformUtils::Terminate(); }
-    XercesPlatform(const XercesPlatform&) = delete;
-    XercesPlatform& operator=(const XercesPlatform&) = delete;
-};
 
 GpxDocument Read(const std::string& gpx) {
     const XercesPlatform platform;
