@@ -3,11 +3,11 @@
 //
 //   compare_gpx BEFORE AFTER
 //
-// The first line is how many values BEFORE has, how many of them AFTER lacks or has changed, and how many it has rounded:
-// a position by a millimetre at most, another number or a time by a thousandth; these are not lost. A value is an
-// attribute, an element with text, a point, a segment, a route or a track. Each of the other lines is a number and what is
-// lost so often. The status is 3 when BEFORE cannot be compared, because it is not well-formed or no GPX, and 4 when AFTER
-// cannot.
+// The first line is how many values BEFORE has, how many of them AFTER lacks or has changed, and how many it has
+// rounded: a position by a millimetre at most, another number or a time by a thousandth; these are not lost. A value is
+// an attribute, an element with text, a point, a segment, a route or a track. Each of the other lines is a number and
+// what is lost so often. The status is 3 when BEFORE cannot be compared, because it is not well-formed or no GPX, and 4
+// when AFTER cannot.
 //
 // A value that both files have is not lost, however it is spelled and wherever among its siblings it is: numbers are
 // compared as decimals, times as instants, texts without the blanks at their ends, extensions with any prefix. Elements
@@ -45,7 +45,8 @@ constexpr double kRoundedDegrees = 1.1e-8;
 constexpr double kRoundedNumber = 1.1e-3;
 constexpr std::size_t kToMinute = std::string_view("2012-03-14T10:20:").size();
 
-// Places that are the same up to this decimal, some 10 cm, are those of one point; whether they are kept is another matter.
+// Places that are the same up to this decimal, some 10 cm, are those of one point; whether they are kept is another
+// matter.
 constexpr int kPlaceDecimals = 6;
 
 struct Step {

@@ -11,7 +11,8 @@ namespace bench {
 
 /// Writes the bytes that GpxDocument::WriteToFile writes of a document with one track, with the least work: no checks,
 /// no escaping, and no rounding but that of the processor. How long that takes is a limit for WriteToFile. Every
-/// point must have elevation and time, coordinates and elevation must not be negative, and times must not be before 1970.
+/// point must have elevation and time, coordinates and elevation must not be negative, and times must not be before
+/// 1970.
 class LimitWriter {
 public:
     /// Takes the points out of the document.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Files whose shape costs the XML parser more than its length: depth, attributes, namespaces. What grows with the
-// square of the number is the parser's own; GpxParser::SetUntrusted stops it at the limits. The watched shapes are those
-// that would cost the library more when a host watches.
+// square of the number is the parser's own; GpxParser::SetUntrusted stops it at the limits. The watched shapes are
+// those that would cost the library more when a host watches.
 #include <vexaTransferLib/GpxParser.h>
 #include <vexaTransferLib/GpxReadObserver.h>
 #include <vexaTransferLib/GpxTarvikExtParser.h>

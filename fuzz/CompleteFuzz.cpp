@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 
-// Reads the input completely, as trusted and as untrusted, and asks all elements for everything that they can say. Stops
-// when the default way accepts a file that is refused completely, or has another error about a file that both refuse, and
-// when the two trusts give different models.
+// Reads the input completely, as trusted and as untrusted, and asks all elements for everything that they can say.
+// Stops when the default way accepts a file that is refused completely, or has another error about a file that both
+// refuse, and when the two trusts give different models.
 
 #include "DocumentType.h"
 #include "Stop.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 
 // Reads the input as GpxParser::Parse does and by the XML parser's events alone, and stops when the results differ: a
-// plain file, which is read without the XML parser, must give the same model, exception, report lines, calls of the error
-// handler and notices.
+// plain file, which is read without the XML parser, must give the same model, exception, report lines, calls of the
+// error handler and notices.
 
 #include "DocumentType.h"
 #include "MemoryFile.h"

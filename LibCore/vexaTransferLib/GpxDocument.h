@@ -52,9 +52,9 @@ struct VEXATRANSFERLIB_API GPXStats {
 /// Waypoints, routes and tracks in file order, the document's name and time, and the vendor's metadata
 /// records.
 ///
-/// A host adds points, routes and tracks and writes the document, or has a GpxParser fill one. The metadata records come
-/// from a file only; they have no setters. EditWaypoints, EditRoutes and EditTracks change the lists and what is in them,
-/// EditElements and EditMetadata what the model has no member for; Clear removes all.
+/// A host adds points, routes and tracks and writes the document, or has a GpxParser fill one. The metadata records
+/// come from a file only; they have no setters. EditWaypoints, EditRoutes and EditTracks change the lists and what is
+/// in them, EditElements and EditMetadata what the model has no member for; Clear removes all.
 ///
 /// Copies are deep, except that they share the three metadata records. Moves do not throw. An operation that
 /// throws leaves the document unchanged. Const operations, the output among them, may run on several threads
@@ -140,15 +140,15 @@ public:
     friend bool operator!=(const GpxDocument& left, const GpxDocument& right) { return !(left == right); }
     /// \}
 
-    /// Milliseconds since 1970-01-01T00:00:00 UTC. Returns false and leaves \p time unchanged when there is none. A time
-    /// of exactly 0 counts as none, except in a document that was read completely.
+    /// Milliseconds since 1970-01-01T00:00:00 UTC. Returns false and leaves \p time unchanged when there is none. A
+    /// time of exactly 0 counts as none, except in a document that was read completely.
     bool GetDocumentTime(double& time) const;
 
     /// Replaces the time; any number is one.
     void SetDocumentTime(double time) noexcept;
     /// \{
-    /// The name of the document: `name` of its `metadata`, or of GPX 1.0. Returns false and leaves \p name unchanged when
-    /// there is none.
+    /// The name of the document: `name` of its `metadata`, or of GPX 1.0. Returns false and leaves \p name unchanged
+    /// when there is none.
     bool GetName(icu::UnicodeString& name) const;
     /// \throws dbc::precondition_error "The GPX document name cannot be empty."
     void SetName(const icu::UnicodeString& name);
@@ -167,7 +167,8 @@ public:
 
     /// \{
     /// Of a document that was read completely: the element that this was read from, and those children that should be
-    /// objects of the model but could not be read, such as a waypoint without a position. Otherwise a view of nothing, and none.
+    /// objects of the model but could not be read, such as a waypoint without a position. Otherwise a view of nothing,
+    /// and none.
     GpxElement GetElement() const { return element_; }
     const std::vector<GpxElement>& GetUnreadElements() const { return unread_; }
     /// \}

@@ -27,12 +27,12 @@ struct VEXATRANSFERLIB_API GpxAttribute {
 };
 
 /// A view of an XML element in the source of a document that was read completely: what the model has no member for is
-/// found here. Nothing is kept but the place, so each call reads the source again: a call for the element itself costs as
-/// much as its start tag, and one for its content as much as the content up to what is found.
+/// found here. Nothing is kept but the place, so each call reads the source again: a call for the element itself costs
+/// as much as its start tag, and one for its content as much as the content up to what is found.
 ///
-/// The source lives as long as one view of it, or one object that was read from it. It never changes: a view shows what was
-/// read, whatever was done to the object since. Views are values; copying one costs next to nothing. Const operations may
-/// run on several threads at once.
+/// The source lives as long as one view of it, or one object that was read from it. It never changes: a view shows what
+/// was read, whatever was done to the object since. Views are values; copying one costs next to nothing. Const
+/// operations may run on several threads at once.
 ///
 ///     for (const GpxElement& child : point.GetElement().GetChildren())
 ///         std::cout << child.GetName() << '\n';
@@ -72,11 +72,12 @@ public:
     /// True when it has this name in this namespace.
     bool Is(std::string_view nameSpace, std::string_view name) const;
 
-    /// The element as it stands in the source, from its start tag to the end of its end tag. Valid as long as the source.
+    /// The element as it stands in the source, from its start tag to the end of its end tag. Valid as long as the
+    /// source.
     std::string_view GetXml() const;
     /// \{
-    /// Where it starts, from 1; a column for each UTF-16 code unit. 0 for a view of nothing. The lines are counted on the
-    /// first call, at the cost of the source up to the element.
+    /// Where it starts, from 1; a column for each UTF-16 code unit. 0 for a view of nothing. The lines are counted on
+    /// the first call, at the cost of the source up to the element.
     std::uint64_t GetLine() const;
     std::uint64_t GetColumn() const;
     /// \}
@@ -84,10 +85,11 @@ public:
     /// All text in it and in its descendants, in their order, with references replaced and without comments.
     /// \throws std::bad_alloc
     icu::UnicodeString GetText() const;
-    /// The text as a number as XML Schema writes a decimal or a double, with blanks around it or not; empty for any other
-    /// text.
+    /// The text as a number as XML Schema writes a decimal or a double, with blanks around it or not; empty for any
+    /// other text.
     std::optional<double> GetNumber() const;
-    /// The text as a time as XML Schema writes it, in milliseconds since 1970-01-01T00:00:00 UTC; empty for any other text.
+    /// The text as a time as XML Schema writes it, in milliseconds since 1970-01-01T00:00:00 UTC; empty for any other
+    /// text.
     std::optional<double> GetTime() const;
 
     /// The value of an attribute; empty when there is none.

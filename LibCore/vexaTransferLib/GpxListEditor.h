@@ -37,8 +37,8 @@ public:
 };
 
 /// Changes one list of a document, a route or a track, which gives it: `document.EditWaypoints()`. It belongs to the
-/// object that gave it and is valid until that is moved, assigned to or destroyed; two editors of one list may be used in
-/// turn. Copying an editor copies no object.
+/// object that gave it and is valid until that is moved, assigned to or destroyed; two editors of one list may be used
+/// in turn. Copying an editor copies no object.
 ///
 /// Objects are counted from 0. Every change of the list makes iterators and references into it invalid, as those of
 /// `std::vector` are. An operation that throws leaves the list unchanged. Objects can be changed in place through the
@@ -73,8 +73,8 @@ public:
     void Append(Object object) const { Insert(objects_->size(), std::move(object)); }
 
     /// Inserts an object before the one at \p index, or at the end. Costs a move of every object after it.
-    /// \throws dbc::precondition_error what the `Add` operation of the owner throws, then "There is no such place in the
-    ///         list."; std::bad_alloc
+    /// \throws dbc::precondition_error what the `Add` operation of the owner throws, then "There is no such place in
+    ///         the list."; std::bad_alloc
     void Insert(std::size_t index, Object object) const {
         GpxListChecks::RequireObject(owner_, route_, object);
         GpxListChecks::RequirePlace(index <= objects_->size());
@@ -97,8 +97,8 @@ public:
     }
 
     /// Removes all objects that the condition holds for; the others keep their order. Linear, however many they are.
-    /// The condition is asked once for each object, in order, before anything is changed: what it throws leaves the list
-    /// unchanged.
+    /// The condition is asked once for each object, in order, before anything is changed: what it throws leaves the
+    /// list unchanged.
     /// \returns how many were removed
     template <class Condition>
     std::size_t RemoveIf(Condition condition) const {

@@ -107,17 +107,17 @@ public:
     void SetObserver(GpxReadObserver* observer);
 
     /// Reads files from now on completely; see docs/complete.md. The document then keeps the text of the file, and each
-    /// object of it knows its element there (GpxElement.h), so that nothing is lost: what the model has no member for can be
-    /// read from the elements. A plain file in UTF-8 is kept byte for byte; any other is kept as XML 1.0 in UTF-8 with its
-    /// entities expanded.
+    /// object of it knows its element there (GpxElement.h), so that nothing is lost: what the model has no member for
+    /// can be read from the elements. A plain file in UTF-8 is kept byte for byte; any other is kept as XML 1.0 in
+    /// UTF-8 with its entities expanded.
     ///
     /// Everything that a person would call readable is read: waypoints after tracks, files without a namespace or a
     /// version or with those of the other version, blanks around numbers and times, texts after comments, times before
     /// 1970. `cmt` and `desc` are two fields, geocache texts are as they stand (CleanText cleans them), and a document
-    /// without a name has none. A point without a position that a point can have costs itself only; it is one of the unread
-    /// elements of its parent. All that is reported to the observer (kGpxTolerated, kGpxUnreadable, kGpxReplaced, none of
-    /// them a loss) and never to the contract report. A character that only XML 1.1 has becomes U+FFFD, which is a
-    /// loss (kGpxChanged). Only Parse and ParseFile read completely. Not while the parser reads.
+    /// without a name has none. A point without a position that a point can have costs itself only; it is one of the
+    /// unread elements of its parent. All that is reported to the observer (kGpxTolerated, kGpxUnreadable,
+    /// kGpxReplaced, none of them a loss) and never to the contract report. A character that only XML 1.1 has becomes
+    /// U+FFFD, which is a loss (kGpxChanged). Only Parse and ParseFile read completely. Not while the parser reads.
     void SetComplete();
     /// Reads files from now on as hosts always did; this is the default. Not while the parser reads.
     void SetCompatible();
@@ -163,13 +163,13 @@ public:
     /// A file that is not well-formed leaves the document untouched. A failure after that (no `gpx` root, no
     /// usable version, a waypoint without a position) leaves it cleared and partly filled.
     ///
-    /// A plain file costs a fraction of the time of the XML parser, and the memory of the document: a regular file, or bytes
-    /// in memory, that is well-formed XML 1.0 in UTF-8 without a document type declaration, with ASCII names and nothing
-    /// unusual. Any other file costs about the time of the XML parser, whose errors are those that are reported. The DOM
-    /// tree of GetParser is needed, and its memory, for a file with a document type declaration, and for a path that names
-    /// no file to read twice: a pipe or an address. While a file is read, the former content of \p document stays in
-    /// memory beside the new one; Clear first avoids that. A file that another program changes at the same time may be
-    /// reported as ill-formed, and what is skipped may then be reported twice.
+    /// A plain file costs a fraction of the time of the XML parser, and the memory of the document: a regular file, or
+    /// bytes in memory, that is well-formed XML 1.0 in UTF-8 without a document type declaration, with ASCII names and
+    /// nothing unusual. Any other file costs about the time of the XML parser, whose errors are those that are
+    /// reported. The DOM tree of GetParser is needed, and its memory, for a file with a document type declaration, and
+    /// for a path that names no file to read twice: a pipe or an address. While a file is read, the former content of
+    /// \p document stays in memory beside the new one; Clear first avoids that. A file that another program changes at
+    /// the same time may be reported as ill-formed, and what is skipped may then be reported twice.
     ///
     /// A file whose XML declaration names a version other than 1.0 and 1.1 ends in "DOM error code: 9". Contract
     /// reports about the content may be on standard error before a later part of the file proves to be

@@ -215,9 +215,9 @@ public:
     bool ClearFormAttribute(const icu::UnicodeString& key);
 
     /// \{
-    /// Whether the points are of one kind and have equal values: all that can be set, the vendor's symbol number and the
-    /// GUID. A NaN equals a NaN, and texts are equal unit by unit. The elements that the points were read from play no
-    /// part. Takes as long as the texts.
+    /// Whether the points are of one kind and have equal values: all that can be set, the vendor's symbol number and
+    /// the GUID. A NaN equals a NaN, and texts are equal unit by unit. The elements that the points were read from play
+    /// no part. Takes as long as the texts.
     VEXATRANSFERLIB_API friend bool operator==(const GpxPoint& left, const GpxPoint& right);
     friend bool operator!=(const GpxPoint& left, const GpxPoint& right) { return !(left == right); }
     /// \}
@@ -226,8 +226,8 @@ public:
     /// vendor symbol number above 0, a GUID or a geocache.
     bool ContainsExtensions() const;
 
-    /// The element that the point was read from, if its document was read completely (GpxParser::SetComplete); otherwise a
-    /// view of nothing. It shows what was read, whatever was set since.
+    /// The element that the point was read from, if its document was read completely (GpxParser::SetComplete);
+    /// otherwise a view of nothing. It shows what was read, whatever was set since.
     GpxElement GetElement() const;
 
 private:

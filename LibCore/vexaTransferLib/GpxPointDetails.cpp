@@ -71,8 +71,8 @@ public:
     }
 
 private:
-    // Takes the children that are but a short text, whose namespace does not matter, and calls `visit` with the start of
-    // each other one. Returns the place after the parent, as `visit` does for the child.
+    // Takes the children that are but a short text, whose namespace does not matter, and calls `visit` with the start
+    // of each other one. Returns the place after the parent, as `visit` does for the child.
     template <class VisitOther>
     const char* VisitChildren(const char* parent, VisitOther visit) {
         const ScannedTag parentTag = ScanTag(parent);

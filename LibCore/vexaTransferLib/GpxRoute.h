@@ -122,7 +122,8 @@ public:
 
     /// \{
     /// Of a document that was read completely: the element that this was read from, and those children that should be
-    /// objects of the model but could not be read, such as a route point without a position. Otherwise a view of nothing, and none.
+    /// objects of the model but could not be read, such as a route point without a position. Otherwise a view of
+    /// nothing, and none.
     GpxElement GetElement() const { return element_; }
     const std::vector<GpxElement>& GetUnreadElements() const { return unread_; }
     /// \}

@@ -208,8 +208,8 @@ void GpxTrack::SplitSegment(std::size_t index, std::size_t point) {
 
 namespace {
 
-/// Takes what comes from each place up to the next one, or to the end of the segment. All memory is taken before the first
-/// change.
+/// Takes what comes from each place up to the next one, or to the end of the segment. All memory is taken before the
+/// first change.
 GpxTrack::Segments TakeParts(GpxTrack::Segments& segments, const std::vector<GpxTrack::Place>& places) {
     std::vector<std::size_t> ends(places.size());
     GpxTrack::Segments parts(places.size());

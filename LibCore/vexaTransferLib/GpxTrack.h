@@ -23,10 +23,10 @@ namespace vexaTransferLib {
 /// A list of segments, each an ordered list of track points, with the track's texts and an optional link.
 ///
 /// A new point goes into the last segment: add a segment with AddSegment, then its points in order. A segment may
-/// stay empty. EditPoints changes the points of one segment, the operations beside it the list of segments. Text getters return false and leave their output unchanged
-/// when the text is absent. The vendor's display colour is read and written but has no accessor. Copies are deep,
-/// moves do not throw. An operation that throws leaves the track unchanged. Const operations may run on several
-/// threads at once.
+/// stay empty. EditPoints changes the points of one segment, the operations beside it the list of segments. Text
+/// getters return false and leave their output unchanged when the text is absent. The vendor's display colour is read
+/// and written but has no accessor. Copies are deep, moves do not throw. An operation that throws leaves the track
+/// unchanged. Const operations may run on several threads at once.
 ///
 ///     GpxTrack track;
 ///     track.AddSegment();
@@ -124,8 +124,8 @@ public:
     void RemoveSegments(std::size_t index, std::size_t count = 1);
     /// Moves the segment at \p from to the place \p to; those between move up by one.
     void MoveSegment(std::size_t from, std::size_t to);
-    /// Splits a segment: its points from \p point on become a segment of their own after it. What else a file had in the
-    /// segment, such as extensions, stays in the first part. Either part may be empty.
+    /// Splits a segment: its points from \p point on become a segment of their own after it. What else a file had in
+    /// the segment, such as extensions, stays in the first part. Either part may be empty.
     /// \throws dbc::precondition_error "There is no such place in the list." when it has fewer points
     void SplitSegment(std::size_t index, std::size_t point);
     /// A point of a track, both counted from 0.
@@ -136,14 +136,15 @@ public:
     /// The same for many places at once, which are those of the track as it is before. Linear in segments and points.
     /// \throws dbc::precondition_error "The places to split at must rise.", then "There is no such place in the list."
     void SplitSegments(const std::vector<Place>& places);
-    /// Removes all segments that the condition holds for, with what a file had in them. Linear. The condition is asked once
-    /// for each, in order, before anything is changed.
+    /// Removes all segments that the condition holds for, with what a file had in them. Linear. The condition is asked
+    /// once for each, in order, before anything is changed.
     /// \returns how many were removed
     std::size_t RemoveSegmentsIf(const std::function<bool(const Segment&)>& condition);
-    /// Joins the segment at \p index and the one after it, which is appended to it with everything that a file had in it.
+    /// Joins the segment at \p index and the one after it, which is appended to it with everything that a file had in
+    /// it.
     void JoinSegments(std::size_t index);
-    /// Splits the track: its segments from \p index on become the track that is returned, which has the same texts, link,
-    /// colour and foreign elements. GetUnreadElements of both has those of the whole track.
+    /// Splits the track: its segments from \p index on become the track that is returned, which has the same texts,
+    /// link, colour and foreign elements. GetUnreadElements of both has those of the whole track.
     ///
     ///     document.EditTracks().Insert(1, document.EditTracks()[0].SplitOff(3));
     GpxTrack SplitOff(std::size_t index);
@@ -169,7 +170,8 @@ public:
 
     /// \{
     /// Of a document that was read completely: the element that this was read from, and those children that should be
-    /// objects of the model but could not be read, such as a track point without a position. Otherwise a view of nothing, and none.
+    /// objects of the model but could not be read, such as a track point without a position. Otherwise a view of
+    /// nothing, and none.
     GpxElement GetElement() const { return element_; }
     const std::vector<GpxElement>& GetUnreadElements() const { return unread_; }
     /// \}

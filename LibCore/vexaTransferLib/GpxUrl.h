@@ -14,8 +14,9 @@ namespace vexaTransferLib {
 
 /// A link: the `url` and `urlname` of GPX 1.0, the `link` element of GPX 1.1.
 ///
-/// The address is given at construction, cannot be changed and is never empty. Text and type are absent at first. A text of blanks counts as present. Copies are independent. A moved-from
-/// link may only be assigned to or destroyed. A failed operation leaves the link unchanged.
+/// The address is given at construction, cannot be changed and is never empty. Text and type are absent at first. A
+/// text of blanks counts as present. Copies are independent. A moved-from link may only be assigned to or destroyed. A
+/// failed operation leaves the link unchanged.
 class VEXATRANSFERLIB_API GpxUrl {
 public:
     /// \throws dbc::precondition_error "GPX URLs must not be empty."
@@ -65,8 +66,8 @@ public:
     ///         bogus
     void AppendToString(const GpxVersion& version, icu::UnicodeString& out) const;
 
-    /// The `link` or `url` element that the link was read from, if its document was read completely; otherwise a view of
-    /// nothing.
+    /// The `link` or `url` element that the link was read from, if its document was read completely; otherwise a view
+    /// of nothing.
     GpxElement GetElement() const { return element_; }
 
 private:

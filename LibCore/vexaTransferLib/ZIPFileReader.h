@@ -31,7 +31,8 @@ struct VEXATRANSFERLIB_API ZipEntryInfo {
     std::uint16_t flags = 0;  ///< the general purpose bits
     std::uint32_t crc = 0;    ///< CRC-32 of the content
     /// When the content was changed, as MS-DOS has it, in the local time of whoever packed it: from the lowest bit, two
-    /// seconds in 5 bits, minute in 6, hour in 5, day in 5, month in 4, and the years since 1980 in 7. It may be no date.
+    /// seconds in 5 bits, minute in 6, hour in 5, day in 5, month in 4, and the years since 1980 in 7. It may be no
+    /// date.
     std::uint32_t dosTime = 0;
 };
 
@@ -42,8 +43,8 @@ struct VEXATRANSFERLIB_API ZipEntryRange {
 };
 
 /// Walks the entries of a ZIP archive on disk and reads them, one at a time. An archive may have data descriptors,
-/// comments, and other bytes in front of it. Stored and deflated entries can be read, also those of zip64 archives, whose
-/// sizes and places may be in zip64 form.
+/// comments, and other bytes in front of it. Stored and deflated entries can be read, also those of zip64 archives,
+/// whose sizes and places may be in zip64 form.
 ///
 ///     ZipFileReader archive("pocket-query.zip");
 ///     for (bool found = archive.GoToFirstFile(); found; found = archive.GoToNextFile()) {

@@ -34,11 +34,12 @@ struct VEXATRANSFERLIB_API Difference {
     std::optional<icu::UnicodeString> oldName; ///< when it is another one
     /// How far a waypoint was moved, or the point of a path that was moved farthest, in metres.
     std::optional<double> moved;
-    /// By how much the time was changed, in milliseconds: of the document, of a waypoint, or of the point of a path whose time
-    /// changed most.
+    /// By how much the time was changed, in milliseconds: of the document, of a waypoint, or of the point of a path
+    /// whose time changed most.
     std::optional<double> retimed;
-    /// The local names of elements that differ beside these, in order: "desc", "ele", "hr", "link". "time" when only one of both has a
-    /// time, "order" when points of a path come in another order, and "trkseg" when segments end elsewhere.
+    /// The local names of elements that differ beside these, in order: "desc", "ele", "hr", "link". "time" when only
+    /// one of both has a time, "order" when points of a path come in another order, and "trkseg" when segments end
+    /// elsewhere.
     std::vector<std::string> values;
 
     /// \{
@@ -67,16 +68,16 @@ struct VEXATRANSFERLIB_API Difference {
     /// \}
 };
 
-/// Compares two documents: the document itself, then waypoints, routes and tracks, what is new or stays in the order of the new
-/// document and then what is gone.
+/// Compares two documents: the document itself, then waypoints, routes and tracks, what is new or stays in the order of
+/// the new document and then what is gone.
 ///
-/// Objects that are equal belong together; of the others those with the same name, then those at the same place (waypoints) or
-/// with the same first point (routes, tracks). Points of paths belong together when they are equal, then by their time, then by their
-/// place, and then, if as many are left of both, by their order.
+/// Objects that are equal belong together; of the others those with the same name, then those at the same place
+/// (waypoints) or with the same first point (routes, tracks). Points of paths belong together when they are equal, then
+/// by their time, then by their place, and then, if as many are left of both, by their order.
 ///
-/// What counts is what ContentHash says, and the metadata but its bounds. What is only in how a file is written is no difference:
-/// white space, digits, the order of elements, GPX 1.0 or 1.1, the creator. Documents should have been read completely; of others only
-/// positions, heights, times and texts are compared.
+/// What counts is what ContentHash says, and the metadata but its bounds. What is only in how a file is written is no
+/// difference: white space, digits, the order of elements, GPX 1.0 or 1.1, the creator. Documents should have been read
+/// completely; of others only positions, heights, times and texts are compared.
 ///
 /// Linear in time and memory. Different documents may be compared on several threads at once.
 ///

@@ -13,15 +13,15 @@
 namespace vexaTrackLib {
 
 /// A hash of 128 bits of what a document contains, for finding files that have the same content. Documents with equal
-/// content have equal hashes. Different documents have different ones, but for a chance of about one in 10^30 for a pair
-/// of them; it is no cryptographic hash, so somebody may make two documents whose hashes are equal on purpose.
+/// content have equal hashes. Different documents have different ones, but for a chance of about one in 10^30 for a
+/// pair of them; it is no cryptographic hash, so somebody may make two documents whose hashes are equal on purpose.
 ///
 /// What counts, in its order: all waypoints, routes, tracks and segments with points; the numbers of position, height
 /// and time; and every other element of these objects by its local name, its text and its attributes, links and
 /// extensions included. What does not count: the version, the creator and the metadata of the document, white space at
 /// the start and the end of a text and how much of it is between words, comments, the order of the elements of an
-/// object, prefixes and namespaces, and elements that say nothing. So a file written as GPX 1.0 and as 1.1 has one hash,
-/// unless something had no place in one of them.
+/// object, prefixes and namespaces, and elements that say nothing. So a file written as GPX 1.0 and as 1.1 has one
+/// hash, unless something had no place in one of them.
 ///
 /// Of a document that was not read completely (GpxParser::SetComplete) only positions, heights, times and the texts of
 /// the model count.

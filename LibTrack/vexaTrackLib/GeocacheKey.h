@@ -43,8 +43,8 @@ enum class GeocacheKey : std::uint32_t {
 /// What a key has for values.
 enum class GeocacheKeyKind : std::uint32_t { kText, kNumber, kLength, kDate, kFlag };
 
-/// The value of a key: nothing, a text, a number (metres for a length, milliseconds since 1970 UTC for a date), or a truth
-/// value.
+/// The value of a key: nothing, a text, a number (metres for a length, milliseconds since 1970 UTC for a date), or a
+/// truth value.
 using GeocacheValue = std::variant<std::monostate, icu::UnicodeString, double, bool>;
 
 /// The key with this name, whatever the case of its letters; empty when there is none.
@@ -56,8 +56,8 @@ VEXATRANSFERLIB_API GeocacheKeyKind KindOf(GeocacheKey key);
 /// The value of a geocache. A geocache that says nothing about its availability is available and not archived.
 VEXATRANSFERLIB_API GeocacheValue ValueOf(const Geocache& cache, GeocacheKey key);
 
-/// An order of geocaches, for `std::stable_sort`: by the value of a key, texts without regard to case, geocaches without the
-/// value last in either direction, and equal ones by their codes.
+/// An order of geocaches, for `std::stable_sort`: by the value of a key, texts without regard to case, geocaches
+/// without the value last in either direction, and equal ones by their codes.
 class VEXATRANSFERLIB_API GeocacheOrder {
 public:
     /// \param isDescending greatest first

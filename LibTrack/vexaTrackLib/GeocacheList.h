@@ -23,14 +23,14 @@ namespace vexaTrackLib {
 ///
 /// A geocache that several documents have is in the list once, as the newest has it: the one with the latest time; of
 /// equal ones that which was added last. Logs of all of them count, each identifier once. A waypoint without a geocache
-/// whose code is that of a geocache in all but the first two characters is a companion of it, whichever file they are in.
-/// One whose type starts with "Waypoint|", as companions have it, and whose geocache is in none of the files, is an orphan.
-/// Other waypoints are no part of the list; GetOtherCount tells how many they are.
+/// whose code is that of a geocache in all but the first two characters is a companion of it, whichever file they are
+/// in. One whose type starts with "Waypoint|", as companions have it, and whose geocache is in none of the files, is an
+/// orphan. Other waypoints are no part of the list; GetOtherCount tells how many they are.
 ///
-/// Documents must have been read completely (GpxParser::SetComplete); of others nothing is taken. The list keeps what it
-/// needs of a document, the text of its file included, and none of its points. Adding a document takes as long as its
-/// waypoints and geocaches, without their descriptions. An operation that throws leaves the list as it was or with a part of
-/// the document. Const operations may run on several threads at once.
+/// Documents must have been read completely (GpxParser::SetComplete); of others nothing is taken. The list keeps what
+/// it needs of a document, the text of its file included, and none of its points. Adding a document takes as long as
+/// its waypoints and geocaches, without their descriptions. An operation that throws leaves the list as it was or with
+/// a part of the document. Const operations may run on several threads at once.
 ///
 ///     GeocacheList list;
 ///     list.Add(query);

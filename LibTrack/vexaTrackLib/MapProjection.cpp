@@ -22,7 +22,8 @@ double Eccentricity() {
     return std::sqrt(flattening * (2.0 - flattening));
 }
 
-/// Sine and cosine of the conformal latitude: that of a sphere to which the ellipsoid is mapped without change of angles.
+/// Sine and cosine of the conformal latitude: that of a sphere to which the ellipsoid is mapped without change of
+/// angles.
 void ConformalLatitude(double latitude, double& sine, double& cosine) {
     double geodeticSine = 0.0;
     double geodeticCosine = 0.0;

@@ -19,7 +19,8 @@ namespace vexaTrackLib {
 ///     std::cout << path.Metres();
 ///
 /// It keeps the last place and the sum, whatever the number of places. A piece of up to 50 km takes about a
-/// twentieth of the time of a longer one. Copies continue on their own. Nothing is thrown. One object may be used by one thread at a time.
+/// twentieth of the time of a longer one. Copies continue on their own. Nothing is thrown. One object may be used by
+/// one thread at a time.
 class VEXATRANSFERLIB_API PathLength {
 public:
     /// Continues the path to a place, and returns the length of this piece in metres: 0 for the first place, and for

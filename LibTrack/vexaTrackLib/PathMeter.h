@@ -24,8 +24,8 @@ namespace vexaTrackLib {
 /// Moves leave an object that may only be assigned or destroyed. One object may be used by one thread at a time.
 class VEXATRANSFERLIB_API PathMeter {
 public:
-    /// \throws dbc::precondition_error "The climb must be a number of metres, 0 or more." and "The shortest pause must be a
-    ///         number of seconds, 1 or more."
+    /// \throws dbc::precondition_error "The climb must be a number of metres, 0 or more." and "The shortest pause must
+    ///         be a number of seconds, 1 or more."
     explicit PathMeter(const StatisticsOptions& options = {});
     /// \{
     /// Moves do not throw.

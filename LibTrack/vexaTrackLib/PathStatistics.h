@@ -72,8 +72,8 @@ struct VEXATRANSFERLIB_API PathStatistics {
     double speedMetres = 0.0;
     double speedSeconds = 0.0;
     /// \}
-    /// In metres a second: the highest mean speed over at least ten seconds and three steps. Nothing when no part of the
-    /// path is so long; FastestSpeed() is what to show.
+    /// In metres a second: the highest mean speed over at least ten seconds and three steps. Nothing when no part of
+    /// the path is so long; FastestSpeed() is what to show.
     std::optional<double> fastest;
 
     Bounds bounds; ///< of all points

@@ -16,7 +16,8 @@ class Sector {
 public:
     Sector(Place anchor, double error) : anchor_(anchor), error_(error) {}
 
-    /// Whether a piece that ends here is near to all places since the anchor. Then this place is one of them from now on.
+    /// Whether a piece that ends here is near to all places since the anchor. Then this place is one of them from now
+    /// on.
     bool Take(Place place) {
         const double x = place.x - anchor_.x;
         const double y = place.y - anchor_.y;
@@ -88,7 +89,8 @@ std::vector<std::size_t> SimplifyTo(const std::vector<Place>& places, std::size_
     std::vector<std::size_t> kept = Simplify(places, 0.0);
     if (kept.size() <= std::max<std::size_t>(most, 2))
         return kept;
-    // An error twice as long as the way from the first place to any other leaves two places, also of a line that comes back.
+    // An error twice as long as the way from the first place to any other leaves two places, also of a line that comes
+    // back.
     double high = std::max(2.0 * Reach(places), 1e-9);
     double low = high * 1e-12;
     kept = Simplify(places, high);

@@ -13,8 +13,8 @@
 namespace vexaTrackLib {
 
 /// Which places of a line to keep so that the line through them is near to all: each place that is left out is at most
-/// `error` from the piece between the two kept ones around it. The first and the last place are kept. Time and memory are linear
-/// in the places, whatever their order.
+/// `error` from the piece between the two kept ones around it. The first and the last place are kept. Time and memory
+/// are linear in the places, whatever their order.
 ///
 /// Nothing is thrown but std::bad_alloc. May run on several threads at once.
 ///

@@ -11,8 +11,8 @@ class ParseError;
 
 namespace vexagpx {
 
-/// What is wrong with a command line that could not be parsed, in one sentence: a command or an option that there is not is
-/// named, with the one that is the nearest in spelling.
+/// What is wrong with a command line that could not be parsed, in one sentence: a command or an option that there is
+/// not is named, with the one that is the nearest in spelling.
 /// \param app after the parse that failed
 std::string UsageErrorText(const CLI::App& app, const CLI::ParseError& error);
 

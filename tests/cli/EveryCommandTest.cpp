@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Every file of the tests, the examples and the corpus through every command: none may end by a signal, hang, fail without a
-// message or leave half a file.
+// Every file of the tests, the examples and the corpus through every command: none may end by a signal, hang, fail
+// without a message or leave half a file.
 #include "support/Tool.h"
 
 #include <algorithm>
@@ -26,7 +26,8 @@ struct Command {
     std::vector<std::string> before;
     std::vector<std::string> after;
     std::size_t files = 20;
-    /// Of so many files one is taken, another one for each command: all that edit files read and save them in the same way.
+    /// Of so many files one is taken, another one for each command: all that edit files read and save them in the same
+    /// way.
     std::size_t every = 1;
 };
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 
 // Reading completely while one request for memory, or that request and all later ones, is refused: each in turn. And of
-// files that become unreadable while they are read. The reading succeeds and has everything, or fails and changes nothing.
+// files that become unreadable while they are read. The reading succeeds and has everything, or fails and changes
+// nothing.
 
 #include <vexaTransferLib/GpxParser.h>
 

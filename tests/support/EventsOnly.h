@@ -27,8 +27,8 @@ struct HowRead {
 /// Reads a file with GpxParser::Parse.
 Heard ReadByParse(const std::string& path, const HowRead& how);
 
-/// Does the same, but always through the events of the XML parser, which GpxParser::Parse does only for a file that is not
-/// plain. Empty for a file that needs a DOM.
+/// Does the same, but always through the events of the XML parser, which GpxParser::Parse does only for a file that is
+/// not plain. Empty for a file that needs a DOM.
 std::optional<Heard> ReadByEvents(const std::string& path, const HowRead& how);
 
 } // namespace vexaTransferLib::testing_support

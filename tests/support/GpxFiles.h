@@ -34,7 +34,8 @@ GpxDocument ReadGpx(const std::string& bytes);
 /// "One or more errors encountered while parsing the GPX file: " and the path.
 std::string ParseErrorsMessage(const std::string& path);
 
-/// The files below a folder whose names end with ".gpx" and that have at most the given length, in the order of their paths.
+/// The files below a folder whose names end with ".gpx" and that have at most the given length, in the order of their
+/// paths.
 std::vector<std::filesystem::path>
 GpxFilesBelow(const std::filesystem::path& folder,
               std::uintmax_t longest = std::numeric_limits<std::uintmax_t>::max());

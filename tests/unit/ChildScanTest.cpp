@@ -14,7 +14,8 @@ namespace {
 
 using namespace testing_support;
 
-// "gpx", "cache", "vendor" or "other" for each element within the root, in the order of the text, as one cursor finds them.
+// "gpx", "cache", "vendor" or "other" for each element within the root, in the order of the text, as one cursor finds
+// them.
 std::string KindsIn(const std::string& text) {
     const SourceText::Pointer source = SourceOf(text);
     NamespaceCursor names(*source);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Reads files of many programs completely, if a folder of them is beside the source tree, and those of tests/data. The XML
-// parser's DOM says how many objects they have.
+// Reads files of many programs completely, if a folder of them is beside the source tree, and those of tests/data. The
+// XML parser's DOM says how many objects they have.
 
 #include "support/CompleteRead.h"
 #include "support/GpxDom.h"

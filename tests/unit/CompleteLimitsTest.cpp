@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Untrusted files, and files of extreme shapes, read completely: limits are those of the default way, and the stack does
-// not grow.
+// Untrusted files, and files of extreme shapes, read completely: limits are those of the default way, and the stack
+// does not grow.
 
 #include "support/CompleteRead.h"
 #include "support/ElementWalk.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// Objects that were read completely and then changed: what was set is written in its place, everything else as it stood.
+// Objects that were read completely and then changed: what was set is written in its place, everything else as it
+// stood.
 #include <vexaTransferLib/GpxStandardWriter.h>
 
 #include "support/ModelDoors.h"

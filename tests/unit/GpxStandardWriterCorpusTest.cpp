@@ -30,8 +30,8 @@ const fs::path kShared = VEXA_SHARED;
 const fs::path kCorpus = kShared / "corpus" / "gpx";
 const fs::path kSchemas = kShared / "schemas";
 
-// GPX 1.0 has no `metadata`: what is in its extensions moves to the end of the file, behind other elements that may have
-// the same names. This is its path, below the extensions and without the number of the element.
+// GPX 1.0 has no `metadata`: what is in its extensions moves to the end of the file, behind other elements that may
+// have the same names. This is its path, below the extensions and without the number of the element.
 std::optional<std::string> PathInExtensions(std::string_view path, std::string_view extensions) {
     if (!path.starts_with(extensions))
         return {};

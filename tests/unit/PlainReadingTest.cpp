@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
-// A plain file is read without the XML parser. Model, error, report lines, calls of the error handler and notices must be
-// those of a reading from the XML parser's events.
+// A plain file is read without the XML parser. Model, error, report lines, calls of the error handler and notices must
+// be those of a reading from the XML parser's events.
 
 #include "support/CaughtAs.h"
 #include "support/DomReading.h"
@@ -145,8 +145,8 @@ TEST(PlainReadingTest, ReadsNearlyEveryFileOfTheCorpusWithoutTheXmlParser) {
     EXPECT_LE(left * 20, ways[NotPlain::kIsPlain]);
 }
 
-// How often each file is changed: three times if it is short, or as often as VEXA_PLAIN_MUTATIONS says if it is not very
-// long.
+// How often each file is changed: three times if it is short, or as often as VEXA_PLAIN_MUTATIONS says if it is not
+// very long.
 std::size_t MutationsOf(const std::string& bytes) {
     const char* const wanted = std::getenv("VEXA_PLAIN_MUTATIONS");
     if (bytes.size() > (wanted != nullptr ? 300000U : 50000U))
@@ -210,7 +210,8 @@ TEST(PlainReadingTest, ReadsAFileThatIsCutOffAsTheXmlParserDoes) {
         ExpectSameOfBytes(kSample.substr(0, length));
 }
 
-// A file that is not plain need not be read here, because nothing but the XML parser reads it. Letters and digits are alike.
+// A file that is not plain need not be read here, because nothing but the XML parser reads it. Letters and digits are
+// alike.
 bool IsWorthTrying(char byte) {
     return std::isalnum(static_cast<unsigned char>(byte)) == 0 || byte == 'x' || byte == '7';
 }
@@ -456,7 +457,8 @@ TEST(PlainReadingTest, ReportsItsProgressFromTheFirstByteToTheLast) {
     EXPECT_TRUE(std::is_sorted(observer.progress.begin(), observer.progress.end()));
 }
 
-// The file is read twice. Whatever it has become by the second time, the reading ends, and says what the XML parser finds.
+// The file is read twice. Whatever it has become by the second time, the reading ends, and says what the XML parser
+// finds.
 TEST(PlainReadingTest, SurvivesAFileThatShrinksWhileItIsRead) {
     const std::string bytes = LongTrack();
     for (const std::uintmax_t length : {std::uintmax_t{0}, std::uintmax_t{10}, std::uintmax_t{700000}}) {

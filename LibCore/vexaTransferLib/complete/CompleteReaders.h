@@ -16,14 +16,14 @@
 
 namespace vexaTransferLib::complete {
 
-// One function for each kind of element. Each reads what a person would call readable, and leaves the rest where it is, in
-// the source. It returns the place after the element; null when the caller is to skip it.
+// One function for each kind of element. Each reads what a person would call readable, and leaves the rest where it is,
+// in the source. It returns the place after the element; null when the caller is to skip it.
 
 /// Reads the root's children into an empty document.
 void ReadDocument(CompleteContext& context, GpxDocument& document);
 
-/// Reads `wpt`, `rtept` or `trkpt` and appends the point. Appends none and returns null when the element has no position
-/// that a point can have; that is reported.
+/// Reads `wpt`, `rtept` or `trkpt` and appends the point. Appends none and returns null when the element has no
+/// position that a point can have; that is reported.
 const char* ReadPoint(CompleteContext& context, const ScannedChild& element, GpxPointType type,
                       std::vector<GpxPoint>& points);
 

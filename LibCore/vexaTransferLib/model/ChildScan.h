@@ -81,8 +81,8 @@ inline ScannedChild ScanChild(NamespaceCursor& names, const SourceText& source, 
     return child;
 }
 
-/// Calls `visit(child)` for each child that is an element. It returns the place after the child, or null when the child is
-/// to be skipped. Returns the place after the parent.
+/// Calls `visit(child)` for each child that is an element. It returns the place after the child, or null when the child
+/// is to be skipped. Returns the place after the parent.
 template <class Visit>
 const char* ForEachChild(NamespaceCursor& names, const SourceText& source, const ScannedTag& parent,
                          Visit visit) {

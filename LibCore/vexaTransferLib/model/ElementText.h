@@ -27,8 +27,8 @@ bool IsDeclaration(std::string_view name);
 /// \throws std::bad_alloc
 icu::UnicodeString DecodedValue(std::string_view raw);
 
-/// All text in an element and in its descendants, in their order, as a reader of XML gets it. The stack does not grow with
-/// the depth of the element.
+/// All text in an element and in its descendants, in their order, as a reader of XML gets it. The stack does not grow
+/// with the depth of the element.
 /// \param tag the element's "<"
 /// \throws std::bad_alloc
 icu::UnicodeString ContentText(const char* tag);

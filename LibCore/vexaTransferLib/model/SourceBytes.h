@@ -18,8 +18,8 @@
 
 namespace vexaTransferLib {
 
-/// Bytes in a block that grows. The block is the C library's, which can enlarge a long one without copying it and leaves
-/// new bytes as they are: a file of any length is read into it once.
+/// Bytes in a block that grows. The block is the C library's, which can enlarge a long one without copying it and
+/// leaves new bytes as they are: a file of any length is read into it once.
 class SourceBytes {
 public:
     const char* Data() const { return bytes_.get(); }
@@ -34,8 +34,8 @@ public:
         Reallocate(capacity);
         AskForLargePages();
     }
-    /// Room for at least so many more bytes, which are written behind the last one and then counted by Grow. Each byte is
-    /// copied a few times at most, however often this is called.
+    /// Room for at least so many more bytes, which are written behind the last one and then counted by Grow. Each byte
+    /// is copied a few times at most, however often this is called.
     /// \throws std::bad_alloc
     char* MakeRoom(std::size_t count) {
         if (count > capacity_ - size_)
@@ -71,8 +71,8 @@ private:
         capacity_ = capacity;
     }
 
-    /// Without them, the system hands over the memory of a long text in pages of 4 KiB, which takes longer than reading the
-    /// file into them. It is free to do so all the same. A block with large pages is copied when it grows.
+    /// Without them, the system hands over the memory of a long text in pages of 4 KiB, which takes longer than reading
+    /// the file into them. It is free to do so all the same. A block with large pages is copied when it grows.
     void AskForLargePages() const {
 #ifdef MADV_HUGEPAGE
         constexpr std::size_t kLargePage = std::size_t{1} << 21;

@@ -11,8 +11,8 @@
 
 namespace vexaTransferLib {
 
-// Values as a complete reading takes them from a source, in UTF-8. The bytes after a text must be readable up to the padding
-// of its source. The writer asks the same functions whether a value is still what the source says.
+// Values as a complete reading takes them from a source, in UTF-8. The bytes after a text must be readable up to the
+// padding of its source. The writer asks the same functions whether a value is still what the source says.
 
 /// A finite number, with blanks around it or not.
 std::optional<double> NumberIn(std::string_view text);

@@ -32,8 +32,8 @@ struct TagPlace {
 
 /// A small tree that is built from the events of an XML parser or of the lexer of plain files, for one child of a long
 /// element at a time. It gives the same answers about a node as the DOM: adjacent character data is one text; CDATA
-/// sections, comments and processing instructions are nodes of their own. Texts of a plain file stay in its window until
-/// they are asked for.
+/// sections, comments and processing instructions are nodes of their own. Texts of a plain file stay in its window
+/// until they are asked for.
 class EventTree final : public NodeSource {
 public:
     /// \param outerNames the names of the elements around the tree; read whenever a path is asked for
@@ -49,8 +49,8 @@ public:
     bool IsEmpty() const { return depth_ == 0; }
 
     // Building. The first element is the root; each other element becomes a child of the one that is open.
-    // Namespaces, also of attributes, names of elements, and names of attributes with raw values must outlive the tree; other texts are
-    // copied.
+    // Namespaces, also of attributes, names of elements, and names of attributes with raw values must outlive the tree;
+    // other texts are copied.
 
     void StartElement(const char16_t* namespaceUri, const char16_t* localName, const TagPlace& place) {
         Node& node = Append(Kind::kElement);

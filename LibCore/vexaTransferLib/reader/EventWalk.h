@@ -17,10 +17,10 @@
 
 namespace vexaTransferLib::reader {
 
-/// Reads a document from the events of one parse, whether they come from the XML parser or from the lexer of plain files:
-/// the long elements child by child, every other child as a small tree when it has ended. A failure of the reading is
-/// kept until the parse has ended, and the rest of the file is skipped: if the file proves ill-formed, that is the error
-/// to report.
+/// Reads a document from the events of one parse, whether they come from the XML parser or from the lexer of plain
+/// files: the long elements child by child, every other child as a small tree when it has ended. A failure of the
+/// reading is kept until the parse has ended, and the rest of the file is skipped: if the file proves ill-formed, that
+/// is the error to report.
 class EventWalk {
 public:
     EventWalk(ReadContext& context, GpxDocument& document) : context_(context), document_(document) {}

@@ -25,8 +25,8 @@ public:
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
 
-    /// A stream of its bytes from where it is, which for a new file is the start. One stream at a time. The stream does not
-    /// own the file, because the XML parser loses streams when its memory runs out.
+    /// A stream of its bytes from where it is, which for a new file is the start. One stream at a time. The stream does
+    /// not own the file, because the XML parser loses streams when its memory runs out.
     std::unique_ptr<xercesc::BinInputStream> MakeStream();
     /// Goes back to the start; false when that is not possible.
     bool Rewind();
@@ -52,8 +52,8 @@ public:
     FileSource(const XMLCh* path, std::string fileName, std::unique_ptr<OpenFile> file)
         : LocalFileInputSource(path), fileName_(std::move(fileName)), file_(std::move(file)) {}
 
-    /// A stream from the start of the file, valid as long as this source and until the next one is made. Each but the first
-    /// is one of the file that has the name now.
+    /// A stream from the start of the file, valid as long as this source and until the next one is made. Each but the
+    /// first is one of the file that has the name now.
     xercesc::BinInputStream* makeStream() const override;
 
 private:

@@ -25,8 +25,8 @@ using AttributeNames = std::span<const char16_t* const>;
 /// Of an element: where its start tag ends.
 using text::SourceLocation;
 
-/// The part of a node that every source which keeps its own nodes has in the same form, so that NodeView reads it without
-/// a call of the source.
+/// The part of a node that every source which keeps its own nodes has in the same form, so that NodeView reads it
+/// without a call of the source.
 struct OwnNode {
     enum class Kind : std::uint8_t { kElement, kText, kOther };
 

@@ -27,8 +27,8 @@ inline constexpr std::uint64_t kLongElementChildren = 1024;
 /// Puts them into the order of the file: an element is counted when it ends.
 void SortByPlace(std::vector<LongElement>& longElements);
 
-/// Finds out whether a file is plain, without reading anything from it. Reads the window to the end of the file, or to the
-/// first part that is not plain.
+/// Finds out whether a file is plain, without reading anything from it. Reads the window to the end of the file, or to
+/// the first part that is not plain.
 /// \param limits of an untrusted file; empty for a trusted one
 /// \param longElements gets them in the order of the file
 /// \throws what the window throws; std::bad_alloc

@@ -52,8 +52,8 @@ GpxInputLimits PlainLimits(const std::optional<GpxInputLimits>& given);
 
 /// The lexer of LexPlain, for one file.
 ///
-/// The functions that recognise something return the place after it. When they do not recognise it, they return null, and
-/// stop_ says why: kIsPlain when only the window ended.
+/// The functions that recognise something return the place after it. When they do not recognise it, they return null,
+/// and stop_ says why: kIsPlain when only the window ended.
 template <class Handler>
 class PlainLexer {
 public:
@@ -484,8 +484,9 @@ private:
 };
 
 /// Recognises a well-formed file of XML 1.0 in UTF-8 that has nothing unusual. What it accepts, the XML parser accepts
-/// too, with the same events and without a message. Everything else it leaves to the XML parser: it does not say what is
-/// wrong with a file, only why it stopped. Reads the window to the end of the file, or to the first part that is not plain.
+/// too, with the same events and without a message. Everything else it leaves to the XML parser: it does not say what
+/// is wrong with a file, only why it stopped. Reads the window to the end of the file, or to the first part that is not
+/// plain.
 /// \param limits of an untrusted file; empty for a trusted one
 /// \param handler receives the parts of the file in their order, by these functions:
 ///

@@ -93,8 +93,8 @@ public:
 
     // Declarations. An element's are in scope from its start tag to its end.
 
-    /// \param name "xmlns" or "xmlns:...". Returns false for a declaration that is not certain to be allowed, or one too
-    ///             many.
+    /// \param name "xmlns" or "xmlns:...". Returns false for a declaration that is not certain to be allowed, or one
+    ///             too many.
     bool Declare(const PlainName& name, std::string_view uri);
     std::size_t CountDeclared() const { return scope_.size(); }
     /// Ends the scope of all declarations but the first \p count.

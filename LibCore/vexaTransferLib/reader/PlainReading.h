@@ -18,9 +18,9 @@
 
 namespace vexaTransferLib::reader {
 
-/// Reads one plain file into a document without the XML parser, several times as fast. The bytes are looked at twice: first
-/// to find out whether the whole file is plain, and only then to read it. So nothing has happened, no report and no notice,
-/// when a file is left to the XML parser.
+/// Reads one plain file into a document without the XML parser, several times as fast. The bytes are looked at twice:
+/// first to find out whether the whole file is plain, and only then to read it. So nothing has happened, no report and
+/// no notice, when a file is left to the XML parser.
 class PlainReading {
 public:
     /// The caller owns context and input.

@@ -23,8 +23,8 @@ struct TextPart {
 /// and for one in the first line of the text.
 std::string_view SeparatorBefore(std::string_view text, std::uint64_t begin);
 
-/// What goes with an element that is removed: the separator before it and the blanks after it, when nothing else is in its
-/// lines, otherwise the element alone.
+/// What goes with an element that is removed: the separator before it and the blanks after it, when nothing else is in
+/// its lines, otherwise the element alone.
 TextPart LinesOf(std::string_view text, TextPart element);
 
 /// Where something can be put after an element: behind comments that end its line, otherwise right behind it.

@@ -47,8 +47,8 @@ struct ListKind {
     NamespaceKind kind = NamespaceKind::kGpx;
 };
 
-/// Makes the children of an element be the objects of a list: edits those that stay, removes those that are gone, and adds
-/// the others beside them.
+/// Makes the children of an element be the objects of a list: edits those that stay, removes those that are gone, and
+/// adds the others beside them.
 void SaveList(Saving& saving, TextEdits& edits, ElementEdits& parent, const ListKind& kind, SavedList& list);
 
 /// The indexes of a longest part of the numbers that increases.

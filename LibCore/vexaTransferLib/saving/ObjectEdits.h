@@ -19,8 +19,8 @@
 
 namespace vexaTransferLib::saving {
 
-// One function for each kind of object. Each makes an element of the source have what the object has; what is the same is
-// not touched.
+// One function for each kind of object. Each makes an element of the source have what the object has; what is the same
+// is not touched.
 
 /// Names, time and the lists of the root.
 void EditDocument(Saving& saving, TextEdits& edits, const GpxDocument& document);

@@ -56,7 +56,8 @@ public:
         return {&source_, element.child, element.end};
     }
 
-    /// True when the element at a place means the same below a parent. It may say no for one with declarations of its own.
+    /// True when the element at a place means the same below a parent. It may say no for one with declarations of its
+    /// own.
     bool MeansTheSameBelow(const SavedElement& parent, std::uint64_t place) const {
         const std::uint64_t inner = source_.PlaceOf(parent.child.begin) + 1;
         return source_.HaveSameScope(place, inner) || source_.HaveSameScope(place - 1, inner);

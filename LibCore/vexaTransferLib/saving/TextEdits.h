@@ -17,9 +17,9 @@ namespace vexaTransferLib::saving {
 /// Changes to a text, each a part of it and what takes the part's place. All places are those of the text as it was.
 class TextEdits {
 public:
-    /// Puts a text in place of a part, which may be empty. Parts do not overlap. Of what is inserted at the same place, the
-    /// first comes first, and before what replaces a part that starts there. What is inserted inside a part that is replaced
-    /// comes after it.
+    /// Puts a text in place of a part, which may be empty. Parts do not overlap. Of what is inserted at the same place,
+    /// the first comes first, and before what replaces a part that starts there. What is inserted inside a part that is
+    /// replaced comes after it.
     void Replace(std::uint64_t begin, std::uint64_t end, std::string text);
     void Insert(std::uint64_t place, std::string text) { Replace(place, place, std::move(text)); }
     void Remove(std::uint64_t begin, std::uint64_t end) { Replace(begin, end, {}); }

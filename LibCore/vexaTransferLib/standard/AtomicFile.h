@@ -10,8 +10,8 @@
 
 namespace vexaTransferLib::standard {
 
-/// A file that is written under another name beside its target and takes its place when it is complete. A target that is
-/// no regular file, such as a device, is written directly. Destroyed before Commit, it leaves the target as it was.
+/// A file that is written under another name beside its target and takes its place when it is complete. A target that
+/// is no regular file, such as a device, is written directly. Destroyed before Commit, it leaves the target as it was.
 class AtomicFile {
 public:
     /// \param isAtomic false writes into the target

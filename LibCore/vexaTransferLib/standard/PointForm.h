@@ -20,8 +20,8 @@
 
 namespace vexaTransferLib::standard {
 
-/// The elements of a point in the order of the schema, without those of other programs. A link stands for itself and for
-/// `url` and `urlname` of GPX 1.0.
+/// The elements of a point in the order of the schema, without those of other programs. A link stands for itself and
+/// for `url` and `urlname` of GPX 1.0.
 std::span<const std::string_view> FieldsOf(GpxPointType type, bool is10);
 
 /// How the element of a point stands in its source.

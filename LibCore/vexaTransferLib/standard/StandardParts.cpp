@@ -250,8 +250,8 @@ void WriteExtensions(Writing& writing, const ForeignParts& parts, int depth) {
     out.AppendAll("</", gpx::kExtensions, ">");
 }
 
-// Elements of GPX in `extensions` would mean something else directly in the object: they stay in `extensions`, which GPX 1.0
-// does not have, as GPX 1.1 does not have them there.
+// Elements of GPX in `extensions` would mean something else directly in the object: they stay in `extensions`, which
+// GPX 1.0 does not have, as GPX 1.1 does not have them there.
 void WriteForeign10(Writing& writing, const ForeignParts& parts, int depth) {
     SourceElements inner;
     ForEachKept(writing, parts, [&](const SourceElement& child) {

@@ -33,8 +33,8 @@ void StartPoint(Writing& writing, const GpxPoint& point, const SourceElement& el
         });
 }
 
-// A value that was set stands before the other elements of its name, of which the first one counts; one that was cleared
-// takes all of them along.
+// A value that was set stands before the other elements of its name, of which the first one counts; one that was
+// cleared takes all of them along.
 void WriteField(Writing& writing, const SourceElements& children, const PointField& field,
                 const GpxPoint& point, bool isAsRead, int depth) {
     const std::size_t before = writing.Out().Count();

@@ -69,8 +69,8 @@ public:
 
     /// Starts a line of the output.
     void StartLine(int depth);
-    /// From now on, lines start with a separator at this depth, and with an indent more for each depth beyond it. Without a
-    /// separator there are no lines.
+    /// From now on, lines start with a separator at this depth, and with an indent more for each depth beyond it.
+    /// Without a separator there are no lines.
     void SetLayout(std::string_view separator, std::string_view indent, int depth) {
         layout_ = {std::string(separator), std::string(indent), depth};
     }
@@ -122,8 +122,8 @@ private:
     std::size_t point_ = 0;
 };
 
-/// Writes an element as it stands in its source: GPX elements without a prefix, others verbatim, and with the declarations
-/// that the output's root lacks.
+/// Writes an element as it stands in its source: GPX elements without a prefix, others verbatim, and with the
+/// declarations that the output's root lacks.
 void CopyElement(Writing& writing, const SourceElement& element);
 /// The same for what is in `extensions` or beside the elements of GPX: verbatim, also when it is in a namespace of GPX.
 void CopyForeign(Writing& writing, const SourceElement& element);

@@ -13,8 +13,8 @@ inline bool IsDecimalDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
-/// Reads a text of decimal digits only; false, with the number unchanged, when it has anything else. An empty text is 0.
-/// The caller limits the length to what the number can hold.
+/// Reads a text of decimal digits only; false, with the number unchanged, when it has anything else. An empty text is
+/// 0. The caller limits the length to what the number can hold.
 template <class Number>
 bool ReadDecimalDigits(std::string_view text, Number& number) {
     Number read = 0;

@@ -16,8 +16,8 @@ namespace vexaTransferLib::text {
 /// Counts the lines and columns of a UTF-8 file as the XML parser does: from 1, a column for each UTF-16 code unit, and
 /// CR LF, LF or CR alone between two lines. A byte order mark has no column.
 ///
-/// Remembers marks on its way, so that any number of places costs as much as the length of the file at most, and each of
-/// them no more than the distance between two marks.
+/// Remembers marks on its way, so that any number of places costs as much as the length of the file at most, and each
+/// of them no more than the distance between two marks.
 class LineCounter {
 public:
     /// \param bytes the part of the file that is in memory, at \p start

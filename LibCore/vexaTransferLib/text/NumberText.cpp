@@ -46,7 +46,8 @@ bool ReadFourDigits(const char* text, std::uint32_t& number) {
         return false;
     std::uint32_t bytes = 0;
     std::memcpy(&bytes, text, sizeof bytes);
-    // Digits become 0 to 9. A byte that is too small or too large shows in its highest bit, or in that of one before it.
+    // Digits become 0 to 9. A byte that is too small or too large shows in its highest bit, or in that of one before
+    // it.
     bytes -= 0x30303030u;
     if ((((bytes + 0x76767676u) | bytes) & 0x80808080u) != 0)
         return false;

@@ -32,12 +32,12 @@ enum class TextPlace : std::uint8_t { kContent, kAttribute };
 /// must be room for as many code units as it has bytes. Returns the end of what was written.
 char16_t* Decode(std::string_view text, RawText::Form form, TextPlace place, char16_t* out);
 
-/// The length of the UTF-8 character at the start of \p text, or 0 when it is ill-formed or XML allows no such character:
-/// U+FFFE and U+FFFF. Looks at up to three bytes after the first.
+/// The length of the UTF-8 character at the start of \p text, or 0 when it is ill-formed or XML allows no such
+/// character: U+FFFE and U+FFFF. Looks at up to three bytes after the first.
 unsigned CharacterLength(const char* text);
 
-/// The character of a reference such as "&amp;" or "&#x20AC;" that starts at \p text, which may have a zero byte in place
-/// of its end.
+/// The character of a reference such as "&amp;" or "&#x20AC;" that starts at \p text, which may have a zero byte in
+/// place of its end.
 struct Reference {
     unsigned length; ///< of the reference, with both its marks; 0 when it is none that every XML parser knows
     char32_t character; ///< one that XML allows

@@ -88,8 +88,8 @@ bool Zip64Archive::IsReadable(const ZipEntryInfo& info) const {
     return HasKnownPacking(info) && current_ && current_->isComplete;
 }
 
-/// Where the data of the current entry start, after its local header. Empty when there is no header that agrees with the
-/// directory.
+/// Where the data of the current entry start, after its local header. Empty when there is no header that agrees with
+/// the directory.
 std::optional<std::uint64_t> Zip64Archive::FindData() {
     if (current_->offset > bytes_.Size() - directory_.base)
         return std::nullopt;

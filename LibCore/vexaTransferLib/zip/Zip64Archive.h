@@ -14,8 +14,8 @@
 
 namespace vexaTransferLib::zip {
 
-/// An archive with values in zip64 form, which some versions of minizip do not find. Its memory does not depend on the size
-/// of the archive.
+/// An archive with values in zip64 form, which some versions of minizip do not find. Its memory does not depend on the
+/// size of the archive.
 class Zip64Archive final : public Archive {
 public:
     /// Null for any other archive, and for what is none.

@@ -13,8 +13,8 @@
 
 namespace vexaTrackLib {
 
-/// Fills in what the `cache` element of a geocache says, without its descriptions, in one pass over its children. Its logs
-/// are counted but for those whose identifiers are known; these are added to the known ones.
+/// Fills in what the `cache` element of a geocache says, without its descriptions, in one pass over its children. Its
+/// logs are counted but for those whose identifiers are known; these are added to the known ones.
 void ScanCache(const vexaTransferLib::GpxElement& element, std::set<std::int64_t>& knownLogs,
                Geocache& cache);
 /// The same for the logs alone: their number, and when it was found last.

@@ -14,8 +14,8 @@
 
 namespace vexaTrackLib::paths {
 
-/// The places of a segment or a route in metres: in stretches, each on a map of its own on which lengths are right. The last
-/// place of a stretch is the first one of the next.
+/// The places of a segment or a route in metres: in stretches, each on a map of its own on which lengths are right. The
+/// last place of a stretch is the first one of the next.
 class Line {
 public:
     explicit Line(const vexaTransferLib::GpxListEditor<vexaTransferLib::GpxPoint>& points);

@@ -12,8 +12,8 @@
 
 namespace vexaTrackLib::statistics {
 
-/// Finds the steps of a segment that only the receiver made: jumps to a place far off, and back. A step is judged by the
-/// five before it and the five after it, so each one comes out when five more have gone in.
+/// Finds the steps of a segment that only the receiver made: jumps to a place far off, and back. A step is judged by
+/// the five before it and the five after it, so each one comes out when five more have gone in.
 class OutlierFilter {
 public:
     /// Takes a step, and calls \p judged with a step and whether it is an outlier, unless it is too early for that.

@@ -19,8 +19,8 @@ struct CheckOptions {
     bool all = false;     ///< lists every occurrence by itself instead of counting equal ones
 };
 
-/// The `check` command: says what of the files is read and what is skipped, or what is lost when they are written again.
-/// False when a file could not be read, or when something is lost.
+/// The `check` command: says what of the files is read and what is skipped, or what is lost when they are written
+/// again. False when a file could not be read, or when something is lost.
 bool Check(const CheckOptions& options, Output& out);
 
 } // namespace vexagpx

@@ -23,8 +23,8 @@ struct ExportOptions {
 /// The format that the options ask for; nothing when they name none.
 std::optional<ExportFormat> FormatOf(const ExportOptions& options);
 
-/// Writes the content of a file or archive in a format of maps or tables. Reports on standard error what that has no place
-/// for.
+/// Writes the content of a file or archive in a format of maps or tables. Reports on standard error what that has no
+/// place for.
 bool Export(const ExportOptions& options, Output& standardOutput);
 
 } // namespace vexagpx

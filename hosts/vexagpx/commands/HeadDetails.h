@@ -10,8 +10,8 @@
 
 namespace vexagpx {
 
-/// Writes a line for each thing that the head of a GPX file says, indented, without what is absent or empty, and one for a
-/// file that has nothing after the head.
+/// Writes a line for each thing that the head of a GPX file says, indented, without what is absent or empty, and one
+/// for a file that has nothing after the head.
 /// \param shownTime the time that the user sees already; the head's is left out when its text is the same
 void WriteHeadText(const vexaTransferLib::GpxHead& head, const icu::UnicodeString& shownTime, Output& out);
 

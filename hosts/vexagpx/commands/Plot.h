@@ -23,9 +23,9 @@ std::string FindPlotNameError(const std::string& path);
 /// Reads "1000x800" into the options. Says what is wrong with it, or nothing.
 std::string ReadPictureSize(const std::string& text, PictureOptions& picture);
 
-/// The `plot` command: draws the documents of all files as one picture, or as a page of HTML. False after a failure, which has
-/// been reported. A file that cannot be read is left out. Nothing is written without any document, and no picture
-/// without any point.
+/// The `plot` command: draws the documents of all files as one picture, or as a page of HTML. False after a failure,
+/// which has been reported. A file that cannot be read is left out. Nothing is written without any document, and no
+/// picture without any point.
 bool Plot(const PlotOptions& options, Output& standardOutput);
 
 } // namespace vexagpx

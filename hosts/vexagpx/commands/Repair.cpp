@@ -26,7 +26,8 @@ public:
 
     std::string Run() {
         std::string bytes = ReadInput(file_.FilePath());
-        // What the entities of a document type mean is only known to the XML parser, which has limits when it reads documents.
+        // What the entities of a document type mean is only known to the XML parser, which has limits when it reads
+        // documents.
         const bool hasDocumentType = bytes.find("<!DOCTYPE") != std::string::npos;
         const bool wasWellFormed = hasDocumentType ? CanBeRead(bytes) : !FindXmlError(bytes);
         if (hasDocumentType && wasWellFormed)

@@ -13,8 +13,8 @@ struct ReverseOptions {
     bool keepsTimes = false; ///< which then go backwards
 };
 
-/// The `reverse` command: turns tracks and routes around. Nobody went that way at those times, so their points lose them. False after a failure, which
-/// has been reported.
+/// The `reverse` command: turns tracks and routes around. Nobody went that way at those times, so their points lose
+/// them. False after a failure, which has been reported.
 bool Reverse(const ReverseOptions& options, Output& standardOutput);
 
 } // namespace vexagpx

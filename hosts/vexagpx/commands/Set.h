@@ -37,7 +37,8 @@ struct SetOptions {
     }
 };
 
-/// "heartrate", "cadence", "temperature", "watertemperature", "power", "speed", "course", "depth". Nothing for another word.
+/// "heartrate", "cadence", "temperature", "watertemperature", "power", "speed", "course", "depth". Nothing for another
+/// word.
 std::optional<vexaTransferLib::GpxSensor> FindSensor(std::string_view word);
 
 /// A duration with a sign or without, as ParseDuration reads it, in seconds: "-1h". Nothing for another text.

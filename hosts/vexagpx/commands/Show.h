@@ -16,7 +16,8 @@ struct ShowOptions {
     bool json = false; ///< prints a line of JSON for each document, with everything
 };
 
-/// The `show` command: shows what is in documents, for a person at a terminal or as JSON. False when a file could not be read.
+/// The `show` command: shows what is in documents, for a person at a terminal or as JSON. False when a file could not
+/// be read.
 bool Show(const ShowOptions& options, Output& out);
 
 } // namespace vexagpx

@@ -42,7 +42,8 @@ public:
     using Ranges = std::array<Range, 4>;
 
     void Add(const vexaTransferLib::GpxPoint& point);
-    /// "heart rate 90 to 150 (mean 120) bpm, power 200 W": lines of two sensors each, without those that have no values.
+    /// "heart rate 90 to 150 (mean 120) bpm, power 200 W": lines of two sensors each, without those that have no
+    /// values.
     std::vector<icu::UnicodeString> Notes() const;
     const Ranges& All() const { return ranges_; }
 

@@ -16,8 +16,8 @@ struct SimplifyOptions {
     std::uint64_t points = 0; ///< that each track and route may have; 0 when the error is given
 };
 
-/// The `simplify` command: leaves out the points of tracks and routes that do not show. False after a failure, which has been
-/// reported.
+/// The `simplify` command: leaves out the points of tracks and routes that do not show. False after a failure, which
+/// has been reported.
 bool Simplify(const SimplifyOptions& options, Output& standardOutput);
 
 } // namespace vexagpx

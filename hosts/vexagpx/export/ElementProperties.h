@@ -31,8 +31,8 @@ bool TakeElement(const vexaTransferLib::GpxElement& element, const Table& table,
     return TakeElement(element, std::begin(table), std::end(table), properties);
 }
 
-/// How many values an element has: its attributes and texts, and those of the elements in it. Declarations of namespaces and
-/// blanks are none.
+/// How many values an element has: its attributes and texts, and those of the elements in it. Declarations of
+/// namespaces and blanks are none.
 std::uint64_t CountValues(const vexaTransferLib::GpxElement& element);
 
 /// True for `extensions`, and for an element that is in another namespace than the object that has it.

@@ -7,8 +7,8 @@
 namespace vexagpx {
 
 /// Writes a FeatureCollection of GeoJSON (RFC 7946), each feature on a line of its own. Heights are the third number of
-/// those positions that have one. The times of the points of a line are the property "coordTimes", whose arrays are those of
-/// the coordinates.
+/// those positions that have one. The times of the points of a line are the property "coordTimes", whose arrays are
+/// those of the coordinates.
 class GeoJsonWriter final : public FeatureWriter {
 public:
     explicit GeoJsonWriter(Output& out) : out_(out), json_(out) {}

@@ -9,8 +9,9 @@
 
 namespace vexagpx {
 
-/// Writes a document of KML 2.2: a folder for each layer, and a placemark for each feature. Waypoints and points have a time
-/// stamp, routes and tracks the span of their times. What KML has no element for is extended data. Lines follow the ground.
+/// Writes a document of KML 2.2: a folder for each layer, and a placemark for each feature. Waypoints and points have a
+/// time stamp, routes and tracks the span of their times. What KML has no element for is extended data. Lines follow
+/// the ground.
 class KmlWriter final : public FeatureWriter {
 public:
     explicit KmlWriter(Output& out) : out_(out) {}

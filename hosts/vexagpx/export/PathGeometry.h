@@ -52,8 +52,8 @@ private:
     std::optional<Position> stop_;
 };
 
-/// The lines of a route or track, cut where they cross the 180th meridian, as formats want them that know no other side of
-/// it. It is made in one pass over the points, and keeps none of them: it is valid as long as the route or track.
+/// The lines of a route or track, cut where they cross the 180th meridian, as formats want them that know no other side
+/// of it. It is made in one pass over the points, and keeps none of them: it is valid as long as the route or track.
 class PathGeometry {
 public:
     explicit PathGeometry(const vexaTransferLib::GpxRoute& route);

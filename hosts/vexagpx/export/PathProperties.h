@@ -17,8 +17,8 @@ void TakeTrack(const vexaTransferLib::GpxTrack& track, Properties& properties, L
 /// \}
 
 /// \{
-/// Whether no point has anything but a position, a height and a time. It is found by counting the tags of the path, in a
-/// small part of the time of a look at each point. False also when that leaves a doubt, such as for a comment.
+/// Whether no point has anything but a position, a height and a time. It is found by counting the tags of the path, in
+/// a small part of the time of a look at each point. False also when that leaves a doubt, such as for a comment.
 bool HasPlainPoints(const vexaTransferLib::GpxRoute& route);
 bool HasPlainPoints(const vexaTransferLib::GpxTrack& track);
 /// \}

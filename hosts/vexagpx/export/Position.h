@@ -21,8 +21,8 @@ Position PositionOf(const vexaTransferLib::GpxPoint& point);
 /// True when a format has a place for the time.
 bool IsWritableTime(double millis);
 
-/// Where the straight line between two positions, in degrees, that lie more than half of the world apart crosses the 180th
-/// meridian; on the side of the first one. Height and time are interpolated when both have them.
+/// Where the straight line between two positions, in degrees, that lie more than half of the world apart crosses the
+/// 180th meridian; on the side of the first one. Height and time are interpolated when both have them.
 Position CrossingOf180(const Position& from, const Position& to);
 
 } // namespace vexagpx

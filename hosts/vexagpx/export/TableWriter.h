@@ -26,9 +26,9 @@ private:
     std::bitset<kFieldCount> fields_;
 };
 
-/// Writes one layer as a table of comma-separated values: a row for each feature below a row with the names of the columns.
-/// Points have the columns "lat", "lon", "ele" and "time". Routes and tracks, whose points a row has no place for, have
-/// "segments", "points", "start" and "end".
+/// Writes one layer as a table of comma-separated values: a row for each feature below a row with the names of the
+/// columns. Points have the columns "lat", "lon", "ele" and "time". Routes and tracks, whose points a row has no place
+/// for, have "segments", "points", "start" and "end".
 class TableWriter final : public FeatureWriter {
 public:
     /// \param columns the fields that get a column

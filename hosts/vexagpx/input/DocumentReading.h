@@ -30,11 +30,12 @@ using TakeEntry = std::function<void(Archive&)>;
 /// \throws what InputFile throws
 InputFile OpenDocument(const std::string& argument, const ArchiveLimits& limits);
 
-/// What is found out while documents are read, beside what is in them. It costs time where documents are read as hosts do.
+/// What is found out while documents are read, beside what is in them. It costs time where documents are read as hosts
+/// do.
 enum class Watched { kNothing, kInventedNames };
 
-/// Reads the files one after another, those of a folder (ForEachFile), and every entry of an archive that is GPX by its name. False when something
-/// could not be read. That has been reported, and did not stop the reading of the rest.
+/// Reads the files one after another, those of a folder (ForEachFile), and every entry of an archive that is GPX by its
+/// name. False when something could not be read. That has been reported, and did not stop the reading of the rest.
 bool ReadDocuments(const std::vector<std::string>& arguments, const InputRules& rules,
                    const TakeDocument& take, Watched watched = Watched::kNothing);
 

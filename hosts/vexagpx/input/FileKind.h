@@ -25,8 +25,8 @@ std::optional<FileKind> FindKind(std::string_view head);
 /// True when the bytes start like a ZIP archive.
 bool IsZip(std::string_view head);
 
-/// True for a file to be read as an archive: it starts like one, or is named like one and is no GPX, because other bytes
-/// may precede an archive.
+/// True for a file to be read as an archive: it starts like one, or is named like one and is no GPX, because other
+/// bytes may precede an archive.
 bool IsReadAsArchive(std::string_view head, const std::string& name);
 
 /// True when the bytes start like a gzip file.
@@ -35,8 +35,8 @@ bool IsGzip(std::string_view head);
 /// True when the root element is one of GPX.
 bool IsGpx(std::string_view head);
 
-/// Refuses a file that is known not to be GPX, and one without bytes. What is not known is left to the XML parser, which
-/// says where it finds no XML.
+/// Refuses a file that is known not to be GPX, and one without bytes. What is not known is left to the XML parser,
+/// which says where it finds no XML.
 /// \param head the first kHeadSize bytes of the file, or all
 /// \param name how messages name the file
 /// \throws std::runtime_error "walk.fit is a FIT file, not GPX; GPSBabel can turn it into GPX."

@@ -17,8 +17,8 @@ namespace vexagpx {
 /// Reads the next bytes into a buffer of this size; returns 0 at the end. May throw.
 using ReadBytes = std::function<std::size_t(char*, std::size_t)>;
 
-/// Unpacks a gzip file of one or several members while it is read. Zeros after the last member, with which some programs
-/// fill a block, are accepted. Every error is a std::runtime_error that names the file.
+/// Unpacks a gzip file of one or several members while it is read. Zeros after the last member, with which some
+/// programs fill a block, are accepted. Every error is a std::runtime_error that names the file.
 class GzipFile {
 public:
     /// \param packed gives the bytes of the file

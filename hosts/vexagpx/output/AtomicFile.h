@@ -19,9 +19,9 @@ namespace vexagpx {
 /// \param usual the permissions of a new file
 mode_t ReplacementMode(const struct stat& old, const struct stat& replacement, mode_t usual);
 
-/// A regular file that is written as a whole or not at all. It is written under another name in the same folder, for its
-/// owner alone, and gets its permissions and its name when it is complete. Only the descriptors of the folder and of the
-/// file are used: no link is followed, and no path is looked up again.
+/// A regular file that is written as a whole or not at all. It is written under another name in the same folder, for
+/// its owner alone, and gets its permissions and its name when it is complete. Only the descriptors of the folder and
+/// of the file are used: no link is followed, and no path is looked up again.
 class AtomicFile {
 public:
     enum class Existing { kReplaced, kKept };

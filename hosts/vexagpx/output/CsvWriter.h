@@ -11,9 +11,9 @@
 
 namespace vexagpx {
 
-/// Writes comma-separated values by RFC 4180, in UTF-8 and row by row: cells separated by commas, rows ended by CR LF, and a
-/// cell in quotation marks when it has a comma, a quotation mark, a line end, or a blank at its start or end. The caller
-/// gives every row as many cells as the first one, whose texts name the columns.
+/// Writes comma-separated values by RFC 4180, in UTF-8 and row by row: cells separated by commas, rows ended by CR LF,
+/// and a cell in quotation marks when it has a comma, a quotation mark, a line end, or a blank at its start or end. The
+/// caller gives every row as many cells as the first one, whose texts name the columns.
 ///
 ///     CsvWriter csv(out);
 ///     csv.Text("name");

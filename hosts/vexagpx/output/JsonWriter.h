@@ -11,8 +11,8 @@
 
 namespace vexagpx {
 
-/// Writes JSON while it is produced, so that a document of a million points needs no tree in memory. It has no line breaks
-/// unless they are asked for. The caller is responsible for the right order of calls.
+/// Writes JSON while it is produced, so that a document of a million points needs no tree in memory. It has no line
+/// breaks unless they are asked for. The caller is responsible for the right order of calls.
 class JsonWriter {
 public:
     explicit JsonWriter(Output& out) : out_(out) {}

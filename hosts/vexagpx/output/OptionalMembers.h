@@ -32,8 +32,8 @@ void MemberIfAny(JsonWriter& json, std::string_view key, const std::optional<Val
 /// \}
 
 /// \{
-/// Writes a member with a time, in the form of TimeDigits, which is that of all JSON. A time that this form has no place
-/// for has no member.
+/// Writes a member with a time, in the form of TimeDigits, which is that of all JSON. A time that this form has no
+/// place for has no member.
 inline void TimeMember(JsonWriter& json, std::string_view key, double millis) {
     if (const TimeDigits time(millis); !time.Text().empty())
         json.Member(key, time.Text());

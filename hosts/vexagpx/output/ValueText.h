@@ -20,8 +20,8 @@ private:
     std::size_t size_ = 0;
 };
 
-/// A time as RFC 3339 has it, in UTC: "2009-01-15T10:20:30Z", or "2009-01-15T10:20:30.25Z" with at most six decimals. Empty
-/// for a time that is not finite or not in the years 0 to 9999, which the form has no place for.
+/// A time as RFC 3339 has it, in UTC: "2009-01-15T10:20:30Z", or "2009-01-15T10:20:30.25Z" with at most six decimals.
+/// Empty for a time that is not finite or not in the years 0 to 9999, which the form has no place for.
 class TimeDigits {
 public:
     /// \param millis milliseconds since 1970-01-01T00:00:00 UTC

@@ -15,8 +15,8 @@ constexpr double kPi = 3.14159265358979323846;
 // The page takes a longer piece for one that leaves a map of the world and enters it at the other edge.
 constexpr double kLongestPiece = 8e6;
 
-/// The slopes of the lines from one point of a curve that pass all later ones within a tolerance. The curve has one value
-/// for each argument.
+/// The slopes of the lines from one point of a curve that pass all later ones within a tolerance. The curve has one
+/// value for each argument.
 class SlopeSleeve {
 public:
     SlopeSleeve(double tolerance, bool keepsGaps) : tolerance_(tolerance), keepsGaps_(keepsGaps) {}

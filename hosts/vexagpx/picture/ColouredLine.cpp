@@ -17,8 +17,8 @@ constexpr double kNear = 0.15;
 // A stretch that stays nearer than this to its start has one colour: others would not be seen.
 constexpr double kLeastRun = 2.0;
 
-/// Leaves out what is as good as in the place of the one before. Otherwise colours that change from point to point would
-/// keep a million points of one place.
+/// Leaves out what is as good as in the place of the one before. Otherwise colours that change from point to point
+/// would keep a million points of one place.
 std::vector<std::size_t> Apart(const std::vector<Spot>& spots) {
     std::vector<std::size_t> kept = {0};
     for (std::size_t i = 1; i < spots.size(); ++i) {

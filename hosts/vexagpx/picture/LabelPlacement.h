@@ -22,8 +22,8 @@ struct PlacedNames {
     std::size_t leftOut = 0; ///< names without room
 };
 
-/// Puts each name beside its spot, where nothing is yet: right, left, above or below. Earlier names come first. Long names
-/// are shortened to `widest`.
+/// Puts each name beside its spot, where nothing is yet: right, left, above or below. Earlier names come first. Long
+/// names are shortened to `widest`.
 PlacedNames PlaceNames(const std::vector<NameAt>& names, double size, double widest,
                        const MeasureText& measure, Occupancy& occupancy);
 

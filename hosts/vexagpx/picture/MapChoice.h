@@ -7,7 +7,8 @@
 
 namespace vexagpx {
 
-/// A map on which all of some data can be drawn, and its middle in degrees. That of a map of the world is on the equator.
+/// A map on which all of some data can be drawn, and its middle in degrees. That of a map of the world is on the
+/// equator.
 struct MapChoice {
     vexaTrackLib::MapProjection projection;
     double latitude = 0.0;

@@ -25,8 +25,8 @@ public:
     void PlaceOf(Spot spot, double& latitude, double& longitude) const;
     vexaTrackLib::MapProjection::Place ProjectedPlaceOf(Spot spot) const;
 
-    /// The line through the points of a segment. In the map of the world it is in parts where it leaves the map at one edge
-    /// and enters at the other. `points` has the index of a point for each spot.
+    /// The line through the points of a segment. In the map of the world it is in parts where it leaves the map at one
+    /// edge and enters at the other. `points` has the index of a point for each spot.
     struct Part {
         std::vector<Spot> spots;
         std::vector<std::size_t> points;

@@ -23,8 +23,8 @@ inline constexpr Colour kUnknownColour = {0.62, 0.62, 0.64};
 /// How many colours a scale has.
 inline constexpr int kRampSteps = 24;
 
-/// A colour from blue over green and orange to red, all dark enough for white paper; people who do not tell red from green
-/// see it grow lighter and darker again.
+/// A colour from blue over green and orange to red, all dark enough for white paper; people who do not tell red from
+/// green see it grow lighter and darker again.
 /// \param step 0 to kRampSteps - 1
 Colour RampColour(int step);
 

@@ -59,8 +59,8 @@ struct PathData {
 
     bool IsEmpty() const { return paths.empty() && places.empty(); }
 
-    /// Adds what a document contains: tracks, routes, waypoints. A point without a place on the earth is left out, and so is a
-    /// path without points.
+    /// Adds what a document contains: tracks, routes, waypoints. A point without a place on the earth is left out, and
+    /// so is a path without points.
     /// \param source names the document in the title if it has no name
     void Add(const vexaTransferLib::GpxDocument& document, const std::string& source);
 };

@@ -49,8 +49,8 @@ std::string Fixed(double number, int decimals) {
     return result;
 }
 
-/// Leaves of each narrow column the first and the last spot, and the highest and the lowest between them: the rest would be
-/// under the line through these. The spots go to the right.
+/// Leaves of each narrow column the first and the last spot, and the highest and the lowest between them: the rest
+/// would be under the line through these. The spots go to the right.
 void ThinColumns(std::vector<Spot>& spots, std::vector<std::uint8_t>& steps) {
     constexpr double kColumn = 0.5;
     std::vector<std::size_t> kept;

@@ -13,8 +13,8 @@ namespace vexagpx {
 /// Whether there is a path with a length and heights.
 bool HasProfile(const PathData& data);
 
-/// Draws the heights over the distance into a box: those paths that have both, one after another. The line is interrupted
-/// between segments and where heights are missing over more than a fiftieth of the whole.
+/// Draws the heights over the distance into a box: those paths that have both, one after another. The line is
+/// interrupted between segments and where heights are missing over more than a fiftieth of the whole.
 void LayOutProfile(const PathData& data, const PathColours& colours, const Box& box, double unit,
                    const MeasureText& measure, Drawing& drawing);
 

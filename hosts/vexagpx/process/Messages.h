@@ -7,8 +7,8 @@
 namespace vexagpx {
 
 /// Writes "vexagpx: ", the message and a line feed to standard error. Characters that control a terminal
-/// (IsTerminalControl), which a file name may contain, become question marks, and so do those that a terminal of ASCII does
-/// not have.
+/// (IsTerminalControl), which a file name may contain, become question marks, and so do those that a terminal of ASCII
+/// does not have.
 void PrintError(const std::string& message);
 /// The line that PrintError writes.
 std::string ErrorLine(const std::string& message);

@@ -58,14 +58,15 @@ std::string ReadAll(int fd);
 std::uint64_t FileSize(int fd);
 std::uint64_t FileSize(const std::string& path);
 
-/// True for a terminal that can do more than show characters, such as moving the cursor: not for one of the kind "dumb".
+/// True for a terminal that can do more than show characters, such as moving the cursor: not for one of the kind
+/// "dumb".
 bool IsCapableTerminal(int fd);
 
 /// The text of an error number, in English whatever the locale.
 std::string ErrorText(int error);
 
-/// Opens those of the three standard descriptors that the caller had closed (as `2>&-` does), so that no other file gets
-/// their number. Using them still fails.
+/// Opens those of the three standard descriptors that the caller had closed (as `2>&-` does), so that no other file
+/// gets their number. Using them still fails.
 void KeepStandardDescriptors();
 
 } // namespace vexagpx

@@ -11,8 +11,8 @@ namespace vexagpx {
 /// the program's caller had ignored stay ignored.
 void CatchDeadlySignals();
 
-/// Thrown when SIGINT or SIGTERM has stopped the work and the message has been printed. It is no std::exception, so that
-/// nothing between here and main() takes it for the failure of one file.
+/// Thrown when SIGINT or SIGTERM has stopped the work and the message has been printed. It is no std::exception, so
+/// that nothing between here and main() takes it for the failure of one file.
 struct Interruption {
     int signal;
 };

@@ -14,8 +14,8 @@ namespace vexagpx {
 /// Everything that the tool prints is checked with this one function.
 bool IsTerminalControl(UChar32 character);
 
-/// The character at an index of a text; the index moves to the next character. A byte that is not UTF-8 gives a negative
-/// value.
+/// The character at an index of a text; the index moves to the next character. A byte that is not UTF-8 gives a
+/// negative value.
 UChar32 NextCharacter(std::string_view utf8, std::size_t& at);
 
 } // namespace vexagpx

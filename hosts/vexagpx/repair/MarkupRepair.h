@@ -24,8 +24,8 @@ struct RepairedMarkup {
     std::uint64_t badPoints = 0; ///< points without a place on the earth
 };
 
-/// Mends the markup of a GPX document in UTF-8 that is not well-formed or has no version or namespace, and copies the rest.
-/// Takes time and memory linear in the text, however deep its elements are.
+/// Mends the markup of a GPX document in UTF-8 that is not well-formed or has no version or namespace, and copies the
+/// rest. Takes time and memory linear in the text, however deep its elements are.
 /// \throws std::runtime_error when there is no element of GPX in it, and for what would be lost
 RepairedMarkup RepairMarkup(std::string_view text, const RepairRules& rules, ChangeList& changes);
 

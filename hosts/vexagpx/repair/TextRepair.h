@@ -15,8 +15,8 @@ enum class TextKind {
     kAttribute ///< the value of an attribute
 };
 
-/// Appends a text without the characters that XML cannot hold, with "<", bare "&" and unknown entities escaped; names of HTML
-/// become their characters.
+/// Appends a text without the characters that XML cannot hold, with "<", bare "&" and unknown entities escaped; names
+/// of HTML become their characters.
 /// \param offset of the text in that of the log
 void AppendRepairedText(std::string_view text, std::size_t offset, std::string& out, RepairLog& log,
                         TextKind kind = TextKind::kContent);

@@ -15,7 +15,8 @@
 
 namespace vexagpx {
 
-/// What is wrong with any number of files, grouped by cause. Its memory depends on the number of causes and not of files.
+/// What is wrong with any number of files, grouped by cause. Its memory depends on the number of causes and not of
+/// files.
 class CauseSummary {
 public:
     /// A document that could be read.

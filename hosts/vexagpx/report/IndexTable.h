@@ -9,8 +9,8 @@
 
 namespace vexagpx {
 
-/// An index for a person: a row with numbers for each document, and below it kinds, days and bounds, or the reason why it
-/// could not be read.
+/// An index for a person: a row with numbers for each document, and below it kinds, days and bounds, or the reason why
+/// it could not be read.
 class IndexTable {
 public:
     void Add(const IndexEntry& entry);

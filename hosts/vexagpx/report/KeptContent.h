@@ -45,8 +45,8 @@ struct LostContents {
     std::uint64_t count = 0;
 };
 
-/// Compares every element and attribute of two documents that were read completely: the second was written from the first.
-/// Memory and time are proportional to both sources, but for sorting.
+/// Compares every element and attribute of two documents that were read completely: the second was written from the
+/// first. Memory and time are proportional to both sources, but for sorting.
 /// \param form that of the version in which it was written
 /// \param unwritten explains what is missing; what it explains is none of the result
 LostContents FindLost(const vexaTransferLib::GpxDocument& before, const vexaTransferLib::GpxDocument& after,

@@ -79,8 +79,8 @@ void LossReport::Skipped(const GpxSkippedElement& what) {
     lost_ += what.isLoss ? 1 : 0;
 }
 
-/// The element, or the one that represents all that are beyond the limits: names and messages come from the file and may
-/// be different each time.
+/// The element, or the one that represents all that are beyond the limits: names and messages come from the file and
+/// may be different each time.
 SkippedElement LossReport::Listed(const GpxSkippedElement& what) {
     SkippedElement element{Start(what.element), Start(what.attribute), what.reason, Start(what.message),
                            what.isLoss};

@@ -43,9 +43,9 @@ std::string_view Word(vexaTransferLib::GpxSkipReason reason);
 /// "error".
 std::string_view Word(vexaTransferLib::GpxMessageSeverity severity);
 
-/// Collects what the reader skips or changes in one document, and the XML parser's messages. Everything is counted. How many
-/// different elements and messages there are, and how long they are, depends on the file: those beyond the limits are
-/// listed as "more" instead of by their own text.
+/// Collects what the reader skips or changes in one document, and the XML parser's messages. Everything is counted. How
+/// many different elements and messages there are, and how long they are, depends on the file: those beyond the limits
+/// are listed as "more" instead of by their own text.
 class LossReport final : public vexaTransferLib::GpxReadObserver {
 public:
     /// How many different elements and reasons are listed, and how many messages of each.

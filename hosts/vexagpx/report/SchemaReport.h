@@ -38,8 +38,8 @@ struct SchemaError {
     }
 };
 
-/// Collects what is not valid in one document. Everything is counted; how much is listed has a limit, so that the memory
-/// depends on that and not on the document.
+/// Collects what is not valid in one document. Everything is counted; how much is listed has a limit, so that the
+/// memory depends on that and not on the document.
 class SchemaReport {
 public:
     static constexpr std::size_t kMostKinds = 1000;

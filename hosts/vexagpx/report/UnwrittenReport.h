@@ -50,7 +50,8 @@ private:
     std::map<std::pair<std::string, std::string>, std::size_t> known_;
 };
 
-/// The kinds for a person, a line for each: "link (2 times, first in waypoint 2): GPX 1.0 has a place for one link only."
+/// The kinds for a person, a line for each: "link (2 times, first in waypoint 2): GPX 1.0 has a place for one link
+/// only."
 std::vector<std::string> UnwrittenLines(const UnwrittenReport& report);
 
 } // namespace vexagpx

@@ -25,8 +25,8 @@ struct WritingCheck {
     std::uint64_t LostCount() const { return unwritten.Count() + differences.size() + otherDifferences; }
 };
 
-/// Writes a document that was read completely in memory, by the standard, as the version that it states and as 1.1, reads
-/// the results again and compares everything in them.
+/// Writes a document that was read completely in memory, by the standard, as the version that it states and as 1.1,
+/// reads the results again and compares everything in them.
 /// \param parser reads completely; nobody watches it afterwards
 /// \param name for the progress and messages
 std::vector<WritingCheck> CheckWriting(const vexaTransferLib::GpxDocument& document, FileParser& parser,

@@ -24,9 +24,9 @@ namespace vexagpx {
 
 namespace {
 
-/// Tells which child of an element is the first one that the schema does not allow. The parser itself only says so at the
-/// end of the element, without the child's place. The parser also asks it about elements in no namespace, which no schema
-/// is for, with declarations that are not those of a schema.
+/// Tells which child of an element is the first one that the schema does not allow. The parser itself only says so at
+/// the end of the element, without the child's place. The parser also asks it about elements in no namespace, which no
+/// schema is for, with declarations that are not those of a schema.
 class Validator final : public xercesc::SchemaValidator {
 public:
     explicit Validator(SchemaErrors& errors) : errors_(errors) {}

@@ -19,8 +19,8 @@ public:
     SchemaChecker(const SchemaChecker&) = delete;
     SchemaChecker& operator=(const SchemaChecker&) = delete;
 
-    /// Checks a document that has been read: what is not well-formed is not reported again. The memory that it takes grows
-    /// with the number of elements in one element.
+    /// Checks a document that has been read: what is not well-formed is not reported again. The memory that it takes
+    /// grows with the number of elements in one element.
     /// \param path of the document
     /// \throws what `read` throws
     void Check(const std::string& path, const CallbackInputSource::Read& read, SchemaReport& report);

@@ -14,8 +14,8 @@
 
 namespace vexagpx {
 
-/// Turns the notifications of a validating parser into errors with the element that each is about. The parser names none,
-/// tells of an element and its attributes before the element starts, and of its content when it ends.
+/// Turns the notifications of a validating parser into errors with the element that each is about. The parser names
+/// none, tells of an element and its attributes before the element starts, and of its content when it ends.
 class SchemaErrors final : public xercesc::DefaultHandler {
 public:
     /// An element of one of these namespaces, or of none, that no schema declares has no place where it stands; one of

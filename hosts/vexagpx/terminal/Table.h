@@ -23,8 +23,8 @@ struct Column {
     Kind kind;
 };
 
-/// A table for a person. In a terminal, no line is wider than it, whatever the cells contain. Elsewhere no cell is cut: a
-/// cell that is wider than most pushes the rest of its row to the right.
+/// A table for a person. In a terminal, no line is wider than it, whatever the cells contain. Elsewhere no cell is cut:
+/// a cell that is wider than most pushes the rest of its row to the right.
 class Table {
 public:
     explicit Table(std::vector<Column> columns) : columns_(std::move(columns)) {}

@@ -169,7 +169,8 @@ TEST(ZipExtractTest, LinksThatLieInTheFolderAreNotFollowed) {
         }
 }
 
-/// A process that swaps a folder for a link to another place and back, as fast as it can, until this object is destroyed.
+/// A process that swaps a folder for a link to another place and back, as fast as it can, until this object is
+/// destroyed.
 class Swapper {
 public:
     Swapper(const std::string& folder, const std::string& link) : child_(::fork()) {
