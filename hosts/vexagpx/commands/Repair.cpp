@@ -10,6 +10,7 @@
 #include <vexagpx/terminal/DisplayText.h>
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -29,7 +30,7 @@ public:
         // What the entities of a document type mean is only known to the XML parser, which has limits when it reads
         // documents.
         const bool hasDocumentType = bytes.find("<!DOCTYPE") != std::string::npos;
-        const bool wasWellFormed = hasDocumentType ? CanBeRead(bytes) : !FindXmlError(bytes);
+        const bool wasWellFormed = hasDocumentType ? CanBeRead(bytes) : !FindError(bytes);
         if (hasDocumentType && wasWellFormed)
             return bytes;
         RepairedEncoding encoding = RepairEncoding(bytes);
@@ -48,6 +49,9 @@ public:
     }
 
 private:
+    std::optional<std::string> FindError(const std::string& text) const {
+        return FindXmlError(text, options_.edit.rules.isTrusted);
+    }
     bool CanBeRead(const std::string& bytes) const {
         try {
             vexaTransferLib::GpxDocument document;
@@ -72,7 +76,7 @@ private:
     }
     /// \throws std::runtime_error when the document still cannot be read
     void Check(const std::string& text) const {
-        if (const auto error = FindXmlError(text))
+        if (const auto error = FindError(text))
             throw std::runtime_error("Not all of it could be repaired: " + *error + " (" + name_ + ")");
         vexaTransferLib::GpxDocument document;
         FileParser(options_.edit.rules).ReadBytes(text, name_, document);

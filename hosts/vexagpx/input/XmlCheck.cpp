@@ -2,6 +2,9 @@
 #include <vexagpx/input/XmlCheck.h>
 
 #include <vexagpx/input/FileParser.h>
+#include <vexagpx/input/InputRules.h>
+
+#include <vexaTransferLib/GpxInputLimits.h>
 
 #include <unicode/unistr.h>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -11,6 +14,7 @@
 #include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/XMLUni.hpp>
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <vector>
@@ -32,6 +36,36 @@ protected:
         if (!text)
             text = Describe(exception);
     }
+};
+
+/// Ends the parsing where a limit of untrusted files is exceeded.
+class LimitedHandler final : public FirstErrorHandler {
+public:
+    struct LimitReached {};
+
+    void startElement(const XMLCh*, const XMLCh*, const XMLCh*, const xercesc::Attributes&) override {
+        if (++depth_ > limits_.elementDepth)
+            Stop("its elements are nested deeper than " + std::to_string(limits_.elementDepth) +
+                 " (limit of element depth).");
+    }
+    void endElement(const XMLCh*, const XMLCh*, const XMLCh*) override { --depth_; }
+    void startPrefixMapping(const XMLCh*, const XMLCh*) override {
+        if (++namespaces_ > limits_.namespaces)
+            Stop("more than " + std::to_string(limits_.namespaces) +
+                 " namespaces are declared (limit of namespaces).");
+    }
+    void endPrefixMapping(const XMLCh*) override { --namespaces_; }
+
+private:
+    [[noreturn]] void Stop(const std::string& reason) {
+        if (!text)
+            text = reason + kTrustAdvice;
+        throw LimitReached();
+    }
+
+    vexaTransferLib::GpxInputLimits limits_;
+    std::uint64_t depth_ = 0;
+    std::uint64_t namespaces_ = 0;
 };
 
 /// Also keeps the path of the element with the first error.
@@ -92,9 +126,17 @@ void Parse(std::string_view xml, FirstErrorHandler& handler) {
 
 } // namespace
 
-std::optional<std::string> FindXmlError(std::string_view xml) {
-    FirstErrorHandler handler;
-    Parse(xml, handler);
+std::optional<std::string> FindXmlError(std::string_view xml, bool isTrusted) {
+    if (isTrusted) {
+        FirstErrorHandler handler;
+        Parse(xml, handler);
+        return handler.text;
+    }
+    LimitedHandler handler;
+    try {
+        Parse(xml, handler);
+    } catch (const LimitedHandler::LimitReached&) {
+    }
     return handler.text;
 }
 
