@@ -58,6 +58,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
     AddDiff(app, invocation);
     AddSet(app, invocation);
     AddCut(app, invocation);
+    AddMerge(app, invocation);
     AddSplit(app, invocation);
     AddSimplify(app, invocation);
     AddReverse(app, invocation);
@@ -81,6 +82,7 @@ void AddCommands(CLI::App& app, Invocation& invocation) {
                "  vexagpx diff monday.gpx tuesday.gpx\n"
                "  vexagpx set walk.gpx --in-place --name 'Lake loop'\n"
                "  vexagpx cut walk.gpx public.gpx --around 46.95,7.45,500m\n"
+               "  vexagpx merge monday.gpx tuesday.gpx -o both.gpx\n"
                "  vexagpx split tour.gpx days --day\n"
                "  vexagpx simplify walk.gpx short.gpx --error 5m\n"
                "  vexagpx reverse walk.gpx back.gpx\n"

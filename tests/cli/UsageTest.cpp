@@ -10,10 +10,10 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> kCommands = {
-    {"show"},    {"stats"},       {"caches"},     {"dump"},        {"info"},          {"plot"},
-    {"check"},   {"convert"},     {"export"},     {"index"},       {"clean"},         {"zip"},
-    {"diff"},    {"repair"},      {"set"},        {"cut"},         {"split"},         {"simplify"},
-    {"reverse"}, {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
+    {"show"},     {"stats"},   {"caches"},      {"dump"},       {"info"},        {"plot"},
+    {"check"},    {"convert"}, {"export"},      {"index"},      {"clean"},       {"zip"},
+    {"diff"},     {"repair"},  {"set"},         {"cut"},        {"merge"},       {"split"},
+    {"simplify"}, {"reverse"}, {"zip", "list"}, {"zip", "cat"}, {"zip", "test"}, {"zip", "extract"}};
 
 std::string Joined(const std::vector<std::string>& words) {
     std::string text;
@@ -84,6 +84,11 @@ TEST(UsageTest, WrongUsageExitsWith2AndSaysSoOnStandardErrorOnly) {
         {"cut", "a.gpx", "b.gpx", "--box", "46,7,47"},
         {"cut", "a.gpx", "b.gpx", "--box", "46,7,47,8", "--around", "46,7,5m"},
         {"cut", "a.gpx", "b.gpx", "--from", "yesterday"},
+        {"merge", "a.gpx", "-o", "b.gpx"},
+        {"merge", "a.gpx", "b.gpx"},
+        {"merge", "-", "-", "-o", "b.gpx"},
+        {"merge", "a.gpx", "b.gpx", "-o", "c.gpx", "--by", "name"},
+        {"merge", "a.gpx", "b.gpx", "-o", "-", "--json"},
         {"split", "a.gpx", "--day"},
         {"split", "a.gpx", "parts"},
         {"split", "a.gpx", "parts", "--day", "--pause", "4h"},
@@ -190,7 +195,7 @@ TEST(UsageTest, HelpGoesToStandardOutputWithExamplesOfEveryCommand) {
     EXPECT_EQ(result.err, "");
     for (const char* command :
          {"show", "stats", "caches", "dump", "info", "check", "convert", "export", "index", "diff", "repair",
-          "set", "cut", "split", "simplify", "reverse", "clean", "zip"})
+          "set", "cut", "merge", "split", "simplify", "reverse", "clean", "zip"})
         EXPECT_THAT(result.out, HasSubstr(std::string("  vexagpx ") + command + " "));
 }
 

@@ -40,7 +40,8 @@ while read -r command; do
     while read -r option; do
         case $option in
         --debug-log) expect "$line $option " "$files" ;;
-        -o | --output) expect "$line $option " "$files" ;;
+        --by) expect "$line $option " $'code\ntime' ;;
+        --conflicts | -o | --output) expect "$line $option " "$files" ;;
         --format) expect "$line $option " $'csv\ngeojson\nkml' ;;
         --colour)
             if [ "$command" = plot ]; then

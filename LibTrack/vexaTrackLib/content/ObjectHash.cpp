@@ -16,6 +16,8 @@ namespace {
 class Fields {
 public:
     void Add(const GpxElement& child);
+    /// The same, but of a geocache without its logs.
+    void AddWithoutLogs(const GpxElement& child);
     void AddLinks(const GpxElement& object);
     void AddText(std::string_view name, const icu::UnicodeString& text);
 
@@ -31,6 +33,7 @@ public:
 
 private:
     void AddOne(const GpxElement& element);
+    void AddOneWithoutLogs(const GpxElement& element);
 
     UnorderedSum sum_;
     bool hasLink_ = false;
@@ -46,6 +49,35 @@ void Fields::Add(const GpxElement& child) {
     } else {
         AddOne(child);
     }
+}
+
+void Fields::AddWithoutLogs(const GpxElement& child) {
+    if (child.GetName() == "extensions")
+        for (const GpxElement& inner : child.GetChildren())
+            AddOneWithoutLogs(inner);
+    else if (child.GetName() == "cache")
+        AddOneWithoutLogs(child);
+    else
+        Add(child);
+}
+
+void Fields::AddOneWithoutLogs(const GpxElement& element) {
+    if (element.GetName() != "cache") {
+        AddOne(element);
+        return;
+    }
+    Hasher item;
+    item.Add(std::string_view("cache"));
+    UnorderedSum attributes;
+    for (const GpxAttribute& attribute : element.GetAttributes()) {
+        Hasher one;
+        std::string utf8;
+        AddTextElement(attribute.name, attribute.value.toUTF8String(utf8), one);
+        attributes.Add(one);
+    }
+    attributes.AddTo(item);
+    AddFields(element, "logs", item);
+    sum_.Add(item);
 }
 
 void Fields::AddOne(const GpxElement& element) {
@@ -84,11 +116,11 @@ void AddNumber(bool isPresent, double number, Hasher& hasher) {
 }
 
 /// What a point has beside position, height and time.
-void AddPointFields(const GpxPoint& point, Fields& fields) {
+void AddPointFields(const GpxPoint& point, Fields& fields, void (Fields::*add)(const GpxElement&)) {
     const GpxElement element = point.GetElement();
     for (const GpxElement& child : element.GetChildren())
         if (child.GetName() != "ele" && child.GetName() != "time")
-            fields.Add(child);
+            (fields.*add)(child);
     fields.AddLinks(element);
     if (element)
         return;
@@ -100,9 +132,7 @@ void AddPointFields(const GpxPoint& point, Fields& fields) {
     fields.AddText("type", point, &GpxPoint::GetType);
 }
 
-} // namespace
-
-void AddPoint(const GpxPoint& point, Hasher& hasher) {
+void AddPoint(const GpxPoint& point, Hasher& hasher, void (Fields::*add)(const GpxElement&)) {
     double latitude = 0.0;
     double longitude = 0.0;
     double value = 0.0;
@@ -114,8 +144,18 @@ void AddPoint(const GpxPoint& point, Hasher& hasher) {
     const bool hasTime = point.GetTime(value);
     AddNumber(hasTime, value, hasher);
     Fields fields;
-    AddPointFields(point, fields);
+    AddPointFields(point, fields, add);
     fields.AddTo(hasher);
+}
+
+} // namespace
+
+void AddPoint(const GpxPoint& point, Hasher& hasher) {
+    AddPoint(point, hasher, &Fields::Add);
+}
+
+void AddPointWithoutLogs(const GpxPoint& point, Hasher& hasher) {
+    AddPoint(point, hasher, &Fields::AddWithoutLogs);
 }
 
 void AddRoute(const GpxRoute& route, Hasher& hasher) {

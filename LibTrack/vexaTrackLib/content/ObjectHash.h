@@ -16,6 +16,9 @@ namespace vexaTrackLib::content {
 /// Adds all of a point.
 void AddPoint(const vexaTransferLib::GpxPoint& point, Hasher& hasher);
 
+/// The same without the logs of its geocache.
+void AddPointWithoutLogs(const vexaTransferLib::GpxPoint& point, Hasher& hasher);
+
 /// \{
 /// Adds what a route or a track has beside points and segments.
 void AddRoute(const vexaTransferLib::GpxRoute& route, Hasher& hasher);

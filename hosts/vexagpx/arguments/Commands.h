@@ -21,6 +21,7 @@ void AddDiff(CLI::App& app, Invocation& invocation);
 void AddSet(CLI::App& app, Invocation& invocation);
 void AddCut(CLI::App& app, Invocation& invocation);
 void AddSimplify(CLI::App& app, Invocation& invocation);
+void AddMerge(CLI::App& app, Invocation& invocation);
 void AddSplit(CLI::App& app, Invocation& invocation);
 void AddReverse(CLI::App& app, Invocation& invocation);
 void AddRepair(CLI::App& app, Invocation& invocation);

@@ -33,6 +33,7 @@ Value ValueOf(const std::string& name) {
         {"NUMBER", {"NUMBER", Completion::kNothing, {}}},
         {"OLD", {"OLD", Completion::kFile, {}}},
         {"OLD NEW", {"OLD NEW", Completion::kNothing, {}}},
+        {"ORDER", {"ORDER", Completion::kWords, {"code", "time"}}},
         {"OUT", {"OUT", Completion::kFile, {}}},
         {"PLACE", {"PLACE", Completion::kNothing, {}}},
         {"SENSORS",
