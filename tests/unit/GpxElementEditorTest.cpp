@@ -177,6 +177,17 @@ TEST(GpxElementEditorTest, AChildComesLastInTheLayoutOfItsNeighbours) {
               "<x:a><x:n>1</x:n><m xmlns=\"urn:y&#38;\"/><o xmlns=\"\">2</o></x:a>");
 }
 
+TEST(GpxElementEditorTest, AChildComesBehindATextThatStaysAsItIs) {
+    const auto add = [](const GpxElementEditor& editor, const GpxElement& element) {
+        editor.AddChild(element, "urn:x", "n", u"1");
+    };
+    EXPECT_EQ(Changed("\n  <x:a>b\n  </x:a>\n", "a", add), "\n  <x:a>b\n  <x:n>1</x:n></x:a>\n");
+    EXPECT_EQ(Changed("<x:b><x:a>c</x:a></x:b>", "a", add), "<x:b><x:a>c<x:n>1</x:n></x:a></x:b>");
+    EXPECT_EQ(Changed("<x:a><![CDATA[</x:a>]]></x:a >", "a", add),
+              "<x:a><![CDATA[</x:a>]]><x:n>1</x:n></x:a >");
+    EXPECT_EQ(Changed("\n  <x:a> \n </x:a>", "a", add), "\n  <x:a>\n    <x:n>1</x:n> \n </x:a>");
+}
+
 TEST(GpxElementEditorTest, AChildOfGpxComesWhereTheSchemaWantsIt) {
     EXPECT_EQ(Changed("<wpt lat='1' lon='2'><ele>1</ele><sym>s</sym></wpt>", "wpt",
                       [](const GpxElementEditor& editor, const GpxElement& element) {

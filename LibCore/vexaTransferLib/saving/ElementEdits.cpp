@@ -2,6 +2,7 @@
 #include <vexaTransferLib/saving/ElementEdits.h>
 
 #include <vexaTransferLib/text/ElementNames.h>
+#include <vexaTransferLib/text/XmlBlank.h>
 
 #include <algorithm>
 #include <utility>
@@ -94,7 +95,20 @@ std::size_t ElementEdits::RankOf(const SavedChild& child) const {
     return child.kind == kind_ ? RankOf(child.name) : order_.size();
 }
 
-// After the last child that does not come after it; before all others when there is none.
+std::uint64_t ElementEdits::ContentEnd() const {
+    const auto end = static_cast<std::size_t>(saving_.Source().PlaceOf(element_.end));
+    return saving_.Text().rfind("</", end - 1);
+}
+
+bool ElementEdits::HasTextOnly() {
+    if (!HasContent() || !Children().empty())
+        return false;
+    const auto begin = static_cast<std::size_t>(saving_.Source().PlaceOf(element_.child.tag.end));
+    const std::string_view content = saving_.Text().substr(begin, ContentEnd() - begin);
+    return !std::all_of(content.begin(), content.end(), text::IsBlank);
+}
+
+// After the last child that does not come after it; before all others when there is none, but behind a text.
 void ElementEdits::Add(std::string_view name, std::string xml) {
     if (!HasContent()) {
         content_ += xml;
@@ -102,7 +116,7 @@ void ElementEdits::Add(std::string_view name, std::string xml) {
     }
     const std::size_t rank = RankOf(name);
     const SourceText& source = saving_.Source();
-    std::uint64_t place = source.PlaceOf(element_.child.tag.end);
+    std::uint64_t place = HasTextOnly() ? ContentEnd() : source.PlaceOf(element_.child.tag.end);
     for (const SavedChild& child : Children())
         if (RankOf(child) <= rank)
             place = source.PlaceOf(child.end);
@@ -127,7 +141,7 @@ ElementLayout ElementEdits::MakeLayout() {
                     outer.empty() ? saving_.Indent() : IndentBetween(outer, separator)};
     }
     const std::string& indent = saving_.Indent();
-    if (!Children().empty() || outer.empty())
+    if (!Children().empty() || outer.empty() || HasTextOnly())
         return {{}, indent};
     return {std::string(outer) + indent, indent};
 }

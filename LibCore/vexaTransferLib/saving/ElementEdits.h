@@ -79,6 +79,9 @@ private:
     std::size_t RankOf(const SavedChild& child) const;
     ElementLayout MakeLayout();
     bool HasContent() const { return !element_.child.tag.isEmpty; }
+    std::uint64_t ContentEnd() const;
+    /// True for an element without children that is not empty.
+    bool HasTextOnly();
 
     Saving& saving_;
     TextEdits& edits_;
