@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/standard/AtomicFile.h>
 
+#include "support/ChildProcess.h"
 #include "support/TestFiles.h"
 
 #include <vexaTransferLib/GpxError.h>
@@ -16,9 +17,7 @@
 
 #include <cerrno>
 #include <cstddef>
-#include <exception>
 #include <filesystem>
-#include <functional>
 #include <iterator>
 #include <string>
 #include <thread>
@@ -28,6 +27,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing_support::CurrentFolder;
+using testing_support::InChild;
 using testing_support::ReadBytes;
 using testing_support::TemporaryFolder;
 using testing_support::WriteBytes;
@@ -60,21 +60,6 @@ std::string ErrorOf(const fs::path& target, bool isAtomic = true, const std::str
         return std::string(error.what()) + ' ' + std::to_string(error.Details().systemError);
     }
     return {};
-}
-
-// Runs the function in a child process, which ends with the number that it returns. Returns how the child ended.
-int InChild(const std::function<int()>& run) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        try {
-            ::_exit(run());
-        } catch (const std::exception&) {
-            ::_exit(99);
-        }
-    }
-    int status = 0;
-    EXPECT_EQ(::waitpid(child, &status, 0), child);
-    return status;
 }
 
 class UmaskScope {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTransferLib/GpxSaver.h>
 
+#include "support/ChildProcess.h"
 #include "support/StandardWriting.h"
 #include "support/TestFiles.h"
 
@@ -11,6 +12,12 @@
 
 #include <gtest/gtest.h>
 
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+
+#include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -25,6 +32,8 @@ using namespace testing_support;
 const std::string kHead = "<?xml version='1.0'?>\n<gpx version='1.1' creator='c' "
                           "xmlns='http://www.topografix.com/GPX/1/1' xmlns:x='urn:x'>";
 const std::string kHead10 = "<gpx version='1.0' creator='c' xmlns='http://www.topografix.com/GPX/1/0'>";
+
+constexpr char kNotWritten[] = "Unable to write the GPX file. Target could be write protected or full.";
 
 // What is saved of a file after a change.
 std::string Saved(const std::string& file, const std::function<void(GpxDocument&)>& change) {
@@ -338,6 +347,53 @@ TEST(GpxSaverTest, AFileIsSavedInItsOwnPlace) {
     GpxSaver().SaveFile(document, path);
     EXPECT_EQ(ReadBytes(path), GpxSaver().GetText(document));
     EXPECT_THROW(GpxSaver().SaveFile(document, (folder / "no/such.gpx").string()), GpxWriteError);
+}
+
+// Where a file that grows beyond a length ends the process, or is an error as on a full disk.
+enum class AtLimit { kKill, kError };
+
+// Saves a document over its file in a process that can write so many bytes to a file. Returns how that ended.
+int SaveWithin(const GpxDocument& document, const std::string& file, std::size_t bytes, AtLimit atLimit) {
+    return InChild([&] {
+        ::signal(SIGXFSZ, atLimit == AtLimit::kKill ? SIG_DFL : SIG_IGN);
+        const struct rlimit noCore = {0, 0};
+        ::setrlimit(RLIMIT_CORE, &noCore);
+        const struct rlimit limit = {bytes, bytes};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        try {
+            GpxSaver().SaveFile(document, file);
+            return 0;
+        } catch (const GpxWriteError& error) {
+            return error.what() == std::string(kNotWritten) ? 1 : 2;
+        }
+    });
+}
+
+TEST(GpxSaverTest, AProcessThatIsKilledAtAnyWriteAndAFullDiskLeaveTheOriginal) {
+    std::string points;
+    for (int i = 0; i < 5000; ++i)
+        points += "<trkpt lat='1' lon='2'><ele>" + std::to_string(i) + "</ele></trkpt>\n";
+    const std::string original = kHead + "<trk><trkseg>" + points + "</trkseg></trk></gpx>\n";
+    GpxDocument document = ReadCompletely(original);
+    document.EditTracks()[0].EditPoints(0).RemoveIf(
+        [odd = false](const GpxPoint&) mutable { return odd = !odd; });
+    const std::string saved = GpxSaver().GetText(document);
+    const TemporaryFolder folder;
+    const std::filesystem::path file = folder / "a.gpx";
+    for (std::size_t bytes = 0; bytes < saved.size() + 5000; bytes += 4999) {
+        const bool fits = bytes >= saved.size();
+        for (const AtLimit atLimit : {AtLimit::kKill, AtLimit::kError}) {
+            WriteBytes(file, original);
+            const int status = SaveWithin(document, file.string(), bytes, atLimit);
+            if (fits)
+                EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << bytes;
+            else if (atLimit == AtLimit::kKill)
+                EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGXFSZ) << bytes;
+            else
+                EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << bytes;
+            EXPECT_TRUE(ReadBytes(file) == (fits ? saved : original)) << bytes;
+        }
+    }
 }
 
 } // namespace
