@@ -8,6 +8,9 @@
 //   measure write FILE OUT      GpxDocument::WriteToFile of the document; reading it does not count
 //   measure standard FILE OUT   GpxStandardWriter::WriteFile of the document, read completely
 //   measure compose FILE OUT    the same of the document read in the default way, of which nothing can be copied
+//   measure save FILE OUT       GpxSaver::SaveFile of the document, read completely; it is unchanged
+//   measure save-edit FILE OUT  the same of the document with one edit, of a point in its middle
+//   measure copy FILE OUT       the bytes of the file, copied in memory and written; reading them does not count
 //   measure limit FILE OUT      the same bytes of one track, with the least work; reading it does not count
 //   measure small LIST          GpxParser::Parse of every file that LIST names, one a line, with one parser
 //   measure peak FILE           GpxParser::Parse; prints the peak of the memory of the process in bytes
@@ -15,6 +18,7 @@
 #include "LimitWriter.h"
 
 #include <vexaTransferLib/GpxParser.h>
+#include <vexaTransferLib/GpxSaver.h>
 #include <vexaTransferLib/GpxStandardWriter.h>
 
 #include <xercesc/sax2/DefaultHandler.hpp>
@@ -27,6 +31,7 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -123,6 +128,45 @@ double WriteComposed(const Paths& paths) {
     return WriteByTheStandard(parser, paths);
 }
 
+GpxDocument DocumentOf(const Paths& paths) {
+    GpxParser parser;
+    parser.SetComplete();
+    GpxDocument document;
+    parser.ParseFile(paths.file, document);
+    return document;
+}
+
+double Save(const Paths& paths) {
+    const GpxDocument document = DocumentOf(paths);
+    return SecondsOf([&] { GpxSaver().SaveFile(document, paths.out); });
+}
+
+void EditMiddle(const GpxListEditor<GpxPoint>& points) {
+    points[points.GetCount() / 2].SetElevation(1.5);
+}
+
+double SaveEdited(const Paths& paths) {
+    GpxDocument document = DocumentOf(paths);
+    if (document.GetWaypointCount() != 0)
+        EditMiddle(document.EditWaypoints());
+    else if (document.GetRouteCount() != 0)
+        EditMiddle(document.EditRoutes()[0].EditPoints());
+    else
+        EditMiddle(document.EditTracks()[0].EditPoints(0));
+    return SecondsOf([&] { GpxSaver().SaveFile(document, paths.out); });
+}
+
+double Copy(const Paths& paths) {
+    std::ifstream file(paths.file, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    return SecondsOf([&] {
+        const std::string copy = bytes;
+        std::ofstream out(paths.out, std::ios::binary);
+        out.write(copy.data(), static_cast<std::streamsize>(copy.size()));
+        out.close();
+    });
+}
+
 double WriteLimit(const Paths& paths) {
     GpxDocument document;
     GpxParser().ParseFile(paths.file, document);
@@ -177,6 +221,9 @@ constexpr Mode kModes[] = {
     {"write", true, Write},
     {"standard", true, WriteStandard},
     {"compose", true, WriteComposed},
+    {"save", true, Save},
+    {"save-edit", true, SaveEdited},
+    {"copy", true, Copy},
     {"limit", true, WriteLimit},
     {"small", false, ReadSmall},
     {"peak", false, ReadPeak},
