@@ -2,6 +2,7 @@
 #include <vexaTrackLib/PathMeter.h>
 
 #include <vexaTrackLib/PathLength.h>
+#include <vexaTrackLib/paths/Length.h>
 #include <vexaTrackLib/statistics/ClimbMeter.h>
 #include <vexaTrackLib/statistics/FastestMeter.h>
 #include <vexaTrackLib/statistics/OutlierFilter.h>
@@ -96,7 +97,7 @@ void PathMeter::Impl::Add(const vexaTransferLib::GpxPoint& point) {
 
 void PathMeter::Impl::AddHeight(double height, double piece) {
     if (hasHeight_)
-        result_.metresWithHeight += std::hypot(piece, height - height_);
+        result_.metresWithHeight += paths::Length(piece, height - height_);
     else
         result_.metresWithHeight += piece;
     height_ = height;

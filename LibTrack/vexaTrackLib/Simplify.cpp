@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <vexaTrackLib/Simplify.h>
 
+#include <vexaTrackLib/paths/Length.h>
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -21,7 +23,7 @@ public:
     bool Take(Place place) {
         const double x = place.x - anchor_.x;
         const double y = place.y - anchor_.y;
-        const double distance = std::hypot(x, y);
+        const double distance = paths::Length(x, y);
         // The piece would end before a place that is farther: that place is near to its line, but not to the piece.
         if (distance < farthest_ - error_ / 2.0)
             return false;
@@ -60,7 +62,7 @@ private:
 double Reach(const std::vector<Place>& places) {
     double reach = 0.0;
     for (const Place& place : places)
-        reach = std::max(reach, std::hypot(place.x - places.front().x, place.y - places.front().y));
+        reach = std::max(reach, paths::Length(place.x - places.front().x, place.y - places.front().y));
     return reach;
 }
 

@@ -2,6 +2,7 @@
 #include <vexaTrackLib/paths/Line.h>
 
 #include <vexaTrackLib/Simplify.h>
+#include <vexaTrackLib/paths/Length.h>
 
 #include <algorithm>
 #include <cmath>
@@ -21,7 +22,7 @@ double DistanceToPiece(Place place, Place start, Place end) {
     const double square = x * x + y * y;
     const double along = square > 0.0 ? ((place.x - start.x) * x + (place.y - start.y) * y) / square : 0.0;
     const double share = std::clamp(along, 0.0, 1.0);
-    return std::hypot(place.x - start.x - share * x, place.y - start.y - share * y);
+    return Length(place.x - start.x - share * x, place.y - start.y - share * y);
 }
 
 } // namespace
@@ -41,7 +42,7 @@ void Line::Add(double latitude, double longitude) {
     Stretch& stretch = stretches_.back();
     const Place place = stretch.map.Project(latitude, longitude);
     stretch.places.push_back(place);
-    if (std::hypot(place.x, place.y) > kReach) {
+    if (Length(place.x, place.y) > kReach) {
         Start(latitude, longitude);
         stretches_.back().places.push_back({});
     }
@@ -91,7 +92,7 @@ double Line::Reach() const {
     double reach = 0.0;
     for (const Stretch& stretch : stretches_)
         for (const Place& place : stretch.places)
-            reach = std::max(reach, std::hypot(place.x, place.y));
+            reach = std::max(reach, Length(place.x, place.y));
     // Of a line that comes back, half of it leaves places in between.
     return 2.0 * reach;
 }

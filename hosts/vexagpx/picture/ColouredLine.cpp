@@ -17,13 +17,19 @@ constexpr double kNear = 0.15;
 // A stretch that stays nearer than this to its start has one colour: others would not be seen.
 constexpr double kLeastRun = 2.0;
 
+bool IsWithin(double distance, const Spot& one, const Spot& other) {
+    const double x = one.x - other.x;
+    const double y = one.y - other.y;
+    return x * x + y * y < distance * distance;
+}
+
 /// Leaves out what is as good as in the place of the one before. Otherwise colours that change from point to point
 /// would keep a million points of one place.
 std::vector<std::size_t> Apart(const std::vector<Spot>& spots) {
     std::vector<std::size_t> kept = {0};
     for (std::size_t i = 1; i < spots.size(); ++i) {
         const Spot last = spots[kept.back()];
-        if (std::hypot(spots[i].x - last.x, spots[i].y - last.y) >= kNear || i + 1 == spots.size())
+        if (!IsWithin(kNear, spots[i], last) || i + 1 == spots.size())
             kept.push_back(i);
     }
     return kept;
@@ -56,7 +62,7 @@ std::vector<ColouredRun> SimplifiedRuns(const std::vector<Spot>& spots,
             runs.back().step = steps[i];
         const Spot start = runs.back().spots.front();
         const Spot end = runs.back().spots.back();
-        if (steps[i] != runs.back().step && std::hypot(end.x - start.x, end.y - start.y) >= kLeastRun) {
+        if (steps[i] != runs.back().step && !IsWithin(kLeastRun, start, end)) {
             const Spot joint = runs.back().spots.back();
             runs.push_back({{joint}, steps[i]});
         }
