@@ -22,8 +22,8 @@ inline constexpr int kUsageError = 2;
 struct Invocation {
     std::string debugLog; ///< empty for none
     bool noProgress = false;
-    /// Runs the command with its options. False after a failure, which has been reported.
-    std::function<bool(Output&)> command;
+    /// Runs the command with its options. Returns the exit status.
+    std::function<int(Output&)> command;
 };
 
 /// Gives \p app the tool's commands and options. Parsing with it fills in \p invocation.

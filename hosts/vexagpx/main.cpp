@@ -10,6 +10,7 @@
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/XMLException.hpp>
 
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <optional>
@@ -50,17 +51,17 @@ int Run(const vexagpx::Invocation& invocation, Output& out) {
     if (invocation.noProgress)
         vexagpx::HideProgress();
     vexagpx::ReportLog reports(OpenLog(invocation.debugLog));
-    bool succeeded;
+    int status = vexagpx::kSuccess;
     {
         const XercesPlatform platform;
-        succeeded = invocation.command(out);
+        status = invocation.command(out);
     }
     out.Close();
     if (!reports.Close()) {
         PrintError("Unable to write the debug log: " + invocation.debugLog);
-        succeeded = false;
+        status = std::max(status, vexagpx::kFailure);
     }
-    return succeeded ? vexagpx::kSuccess : vexagpx::kFailure;
+    return status;
 }
 
 } // namespace

@@ -13,8 +13,8 @@ namespace {
 constexpr char kExamples[] =
     "Tells what was added, removed, moved, renamed and given another time, new logs\n"
     "of geocaches, and other values that changed. What is only written in another\n"
-    "way is no difference. Exit status: 0 no differences, 1 some, or a file cannot\n"
-    "be read, which a message on standard error says.\n"
+    "way is no difference. Exit status: 0 no differences, 1 some, 2 a file cannot\n"
+    "be read, or wrong arguments.\n"
     "\n"
     "Examples:\n"
     "  vexagpx diff monday.gpx tuesday.gpx\n"

@@ -44,16 +44,28 @@ struct CommandHelp {
 
 CLI::App& AddCommandGroup(CLI::App& parent, Invocation& invocation, const CommandHelp& help);
 
+/// \{
 /// \param options filled in by parsing; kept alive by the invocation
+/// \param run returns the exit status, or false after a failure, which it has reported
 template <class Options>
 CLI::App& AddCommand(CLI::App& parent, Invocation& invocation, const CommandHelp& help,
-                     const std::shared_ptr<Options>& options, bool (*run)(const Options&, Output&)) {
+                     const std::shared_ptr<Options>& options, int (*run)(const Options&, Output&)) {
     CLI::App& command = AddCommandGroup(parent, invocation, help);
     command.callback([&invocation, options, run] {
         invocation.command = [options, run](Output& out) { return run(*options, out); };
     });
     return command;
 }
+template <class Options>
+CLI::App& AddCommand(CLI::App& parent, Invocation& invocation, const CommandHelp& help,
+                     const std::shared_ptr<Options>& options, bool (*run)(const Options&, Output&)) {
+    CLI::App& command = AddCommandGroup(parent, invocation, help);
+    command.callback([&invocation, options, run] {
+        invocation.command = [options, run](Output& out) { return run(*options, out) ? kSuccess : kFailure; };
+    });
+    return command;
+}
+/// \}
 
 /// What the commands take that read any number of GPX files.
 template <class Options>

@@ -174,7 +174,7 @@ void ReportText(const DiffOptions& options, const ChangeList& changes, Output& o
 
 } // namespace
 
-bool Diff(const DiffOptions& options, Output& standardOutput) {
+int Diff(const DiffOptions& options, Output& standardOutput) {
     ChangeList changes;
     GpxDocument before;
     GpxDocument after;
@@ -187,7 +187,7 @@ bool Diff(const DiffOptions& options, Output& standardOutput) {
             after = ReadForEditing(options.newFile, options.rules);
             return true;
         }))
-        return false;
+        return kCannotCompare;
     for (const Difference& difference : vexaTrackLib::Compare(before, after))
         changes.Add(ChangeOf(difference));
     if (options.json)
@@ -195,7 +195,7 @@ bool Diff(const DiffOptions& options, Output& standardOutput) {
     else
         ReportText(options, changes, standardOutput);
     standardOutput.Flush();
-    return changes.Count() == 0;
+    return changes.Count() == 0 ? 0 : 1;
 }
 
 } // namespace vexagpx

@@ -15,7 +15,11 @@ struct DiffOptions {
     InputRules rules;
 };
 
-/// Tells what differs between two files. False when something does, and after a failure, which has been reported.
-bool Diff(const DiffOptions& options, Output& standardOutput);
+/// What Diff returns for a file that cannot be read, as others of its kind do: that it differs is no failure.
+inline constexpr int kCannotCompare = 2;
+
+/// Tells what differs between two files. Returns the exit status: 0 when nothing does, 1 when something does, kCannotCompare
+/// after a failure, which has been reported.
+int Diff(const DiffOptions& options, Output& standardOutput);
 
 } // namespace vexagpx
