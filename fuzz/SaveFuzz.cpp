@@ -10,7 +10,6 @@
 #include "support/StandardWriting.h"
 
 #include <vexaTransferLib/GpxError.h>
-#include <vexaTransferLib/GpxPathDetails.h>
 #include <vexaTransferLib/GpxSaver.h>
 #include <vexaTransferLib/model/GpxModelAccess.h>
 
@@ -77,7 +76,7 @@ void ForgetTypesThatHoldAgain(const GpxDocument& document, GpxDocument& read) {
     for (std::size_t index = 0; index < count; ++index) {
         TarvikRouteType type{};
         const GpxRoute& route = document.GetRoutes()[index];
-        if (!route.GetTarvikRouteType(type) && GpxPathDetails(route.GetElement()).GetRouteType())
+        if (!route.GetTarvikRouteType(type) && route.GetElement())
             read.EditRoutes()[index].SetTarvikRouteType(kTarvikRouteStandard);
     }
 }
